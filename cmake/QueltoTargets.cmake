@@ -1,0 +1,60 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# One folder is one target; these functions give every target the same warnings, sanitizers and precompiled header.
+
+set(QUELTO_SANITIZE "" CACHE STRING "Sanitizers to build with, as the compiler's -fsanitize takes them")
+
+add_library(quelto_warnings INTERFACE)
+target_compile_options(
+    quelto_warnings
+    INTERFACE -Wall -Wextra -Wpedantic -Werror -Wconversion -Wno-sign-conversion -Wshadow -Wnon-virtual-dtor
+              -Wold-style-cast -Woverloaded-virtual -Wcast-align -Wnull-dereference -Wno-missing-field-initializers
+)
+if(QUELTO_SANITIZE)
+    add_compile_options(-fsanitize=${QUELTO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+    add_link_options(-fsanitize=${QUELTO_SANITIZE})
+    # The sanitizers' own checks make the optimiser see null where there is none.
+    target_compile_options(quelto_warnings INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
+endif()
+target_compile_definitions(quelto_warnings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_USE_QSTRINGBUILDER)
+
+# The one precompiled header, built once and shared by all targets.
+add_library(quelto_precompiled STATIC ${CMAKE_SOURCE_DIR}/cmake/Precompiled.cpp)
+target_link_libraries(quelto_precompiled PUBLIC Qt6::Core PRIVATE quelto_warnings)
+target_precompile_headers(quelto_precompiled PRIVATE ${CMAKE_SOURCE_DIR}/cmake/Precompiled.h)
+set_target_properties(quelto_precompiled PROPERTIES AUTOMOC OFF)
+
+# quelto_library(name SOURCES a.cpp … LINK target … [PRIVATE_LINK target …])
+function(quelto_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK;PRIVATE_LINK")
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC Qt6::Core ${arg_LINK} PRIVATE quelto_warnings ${arg_PRIVATE_LINK})
+    target_precompile_headers(${name} REUSE_FROM quelto_precompiled)
+endfunction()
+
+# quelto_program(name SOURCES a.cpp … LINK target …)
+function(quelto_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    add_executable(${name} ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE Qt6::Core ${arg_LINK} quelto_warnings)
+    target_precompile_headers(${name} REUSE_FROM quelto_precompiled)
+endfunction()
+
+# quelto_test(name SOURCES … LINK …): one GoogleTest program, one ctest entry for each test in it.
+# DESKTOP: runs on the private desktop (X server, session bus, PipeWire) that tools/private-desktop starts;
+# such tests share one desktop for the program, so the program is one ctest entry.
+function(quelto_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP" "TIMEOUT" "SOURCES;LINK")
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    quelto_program(${name} SOURCES ${arg_SOURCES} LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main)
+    if(arg_DESKTOP)
+        add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/private-desktop $<TARGET_FILE:${name}>)
+        set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS desktop)
+    else()
+        include(GoogleTest)
+        gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT})
+    endif()
+endfunction()

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/clip/RecorderError.h"
+
+#include "app/language/T.h"
+
+namespace quelto {
+
+RecorderError::RecorderError(const QString& message)
+    : std::runtime_error(message.toStdString())
+    , m_message(message)
+{
+}
+
+RecorderError RecorderError::encoder(int status)
+{
+    return RecorderError(T("Video kodlayıcı başlatılamadı ({0}). Farklı bir çözünürlük veya codec deneyin.", status));
+}
+
+RecorderError RecorderError::writer(const QString& text)
+{
+    return RecorderError(T("Klip yazılamadı: {0}", text));
+}
+
+RecorderError RecorderError::permission()
+{
+    return RecorderError(T("Ekran kaydı izni yok. Sistem Ayarları › Gizlilik ve Güvenlik › Ekran ve Sistem Sesi Kaydı "
+                           "bölümünden Quelto'ye izin verip uygulamayı yeniden başlatın."));
+}
+
+RecorderError RecorderError::noDisplay()
+{
+    return RecorderError(T("Kaydedilecek ekran bulunamadı."));
+}
+
+RecorderError RecorderError::emptyBuffer()
+{
+    return RecorderError(T("Tamponda henüz görüntü yok."));
+}
+
+} // namespace quelto

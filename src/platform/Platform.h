@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Displays.h"
+#include "platform/FrameSource.h"
+#include "platform/FrontApplication.h"
+#include "platform/GlobalKey.h"
+#include "platform/Sound.h"
+
+#include <memory>
+
+namespace quelto {
+
+/// The desktop services of the present session, each chosen once in PlatformFactory.
+struct Platform {
+    std::unique_ptr<Displays> displays;
+    std::unique_ptr<FrameSource> frames;
+    std::unique_ptr<SoundServer> sound;
+    std::unique_ptr<GlobalKey> globalKey;
+    std::unique_ptr<FrontApplication> frontApplication;
+};
+
+} // namespace quelto

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "queues/TaskQueue.h"
+
+#include <QObject>
+
+namespace quelto {
+
+/// The main thread's event loop as a queue. Create it on the main thread; tasks left over at its end are dropped.
+class MainQueue final : public TaskQueue {
+public:
+    void post(Task task) override;
+    void postAfter(HostDuration delay, Task task) override;
+
+private:
+    QObject m_context;
+};
+
+} // namespace quelto
