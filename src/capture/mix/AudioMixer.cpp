@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/mix/AudioMixer.h"
+
+#include <cstring>
+
+namespace quelto {
+
+namespace {
+
+// A stamp that differs by less from where the samples before it end is jitter; anything bigger is a real gap.
+constexpr std::int64_t DriftFrames = 1920;
+constexpr double LimiterKnee = 0.9;
+
+/// The position of a time on the grid that begins at start, to the nearest frame, halves away from zero.
+std::int64_t frameAt(HostTime time, HostTime start)
+{
+    return std::llround(inSeconds(time - start) * AudioMixer::sampleRate);
+}
+
+/// Rounded up. Whole seconds and the rest are counted apart: a 64-bit float would round some spans up by a frame too
+/// many.
+std::int64_t framesBetween(HostTime start, HostTime end)
+{
+    constexpr auto Rate = static_cast<std::int64_t>(AudioMixer::sampleRate);
+    constexpr std::int64_t PerSecond = HostClock::period::den;
+    const auto span = (end - start).count();
+    const auto rest = span % PerSecond * Rate;
+    return span / PerSecond * Rate + rest / PerSecond + (rest % PerSecond > 0 ? 1 : 0);
+}
+
+bool isReadable(const AudioSample& sample)
+{
+    const auto& format = sample.format;
+    if (sample.frames <= 0 || format.channels <= 0 || format.sampleRate <= 0) {
+        return false;
+    }
+    const auto bytes = bytesPerValue(format.encoding) * static_cast<std::size_t>(format.channels) *
+        static_cast<std::size_t>(sample.frames);
+    return bytes > 0 && sample.data.size() >= bytes;
+}
+
+float asFloat(float value)
+{
+    return value;
+}
+
+float asFloat(std::int16_t value)
+{
+    return std::ldexp(static_cast<float>(value), -15);
+}
+
+float asFloat(std::int32_t value)
+{
+    return std::ldexp(static_cast<float>(value), -31);
+}
+
+template <typename Value> float valueAt(const AudioSample& sample, std::size_t index)
+{
+    Value value{};
+    std::memcpy(&value, sample.data.data() + index * sizeof value, sizeof value);
+    return asFloat(value);
+}
+
+template <typename Value> float peakOf(const AudioSample& sample, std::size_t values)
+{
+    float peak = 0;
+    for (std::size_t i = 0; i < values; ++i) {
+        peak = std::max(peak, std::abs(valueAt<Value>(sample, i)));
+    }
+    return peak;
+}
+
+/// Whether the sound already lies on the grid's rate as floats, so that its channels only have to be told apart.
+bool isOnGrid(const AudioFormat& format)
+{
+    return format.encoding == PcmEncoding::float32 && format.sampleRate == static_cast<int>(AudioMixer::sampleRate) &&
+        format.channels <= 2;
+}
+
+PlanarPcm channelsOf(const AudioSample& sample)
+{
+    const auto channels = static_cast<std::size_t>(sample.format.channels);
+    const auto frames = static_cast<std::size_t>(sample.frames);
+    const bool isInterleaved = sample.format.layout == PcmLayout::interleaved;
+    PlanarPcm pcm(channels, std::vector<float>(frames));
+    for (std::size_t channel = 0; channel < channels; ++channel) {
+        const auto first = isInterleaved ? channel : channel * frames;
+        const auto step = isInterleaved ? channels : 1;
+        for (std::size_t i = 0; i < frames; ++i) {
+            pcm[channel][i] = valueAt<float>(sample, first + i * step);
+        }
+    }
+    return pcm;
+}
+
+/// Reads the samples of one source in order, keeping a converter as long as their format stays the same.
+class SourceReader {
+public:
+    explicit SourceReader(const PcmConverterFactory& makeConverter)
+        : m_makeConverter(makeConverter)
+    {
+    }
+
+    std::optional<PlanarPcm> read(const AudioSample& sample)
+    {
+        if (!isReadable(sample)) {
+            return std::nullopt;
+        }
+        if (isOnGrid(sample.format)) {
+            return channelsOf(sample);
+        }
+        if (!m_converter || m_format != sample.format) {
+            m_converter = m_makeConverter(sample.format);
+            m_format = sample.format;
+        }
+        return m_converter ? m_converter->convert(sample) : std::nullopt;
+    }
+
+private:
+    const PcmConverterFactory& m_makeConverter;
+    std::unique_ptr<PcmConverter> m_converter;
+    AudioFormat m_format;
+};
+
+float limited(float value)
+{
+    if (std::isnan(value)) {
+        // A program that plays nonsense must not take the rest of the mix with it.
+        return 0;
+    }
+    const double magnitude = std::abs(static_cast<double>(value));
+    if (magnitude <= LimiterKnee) {
+        return value;
+    }
+    constexpr double Room = 1.0 - LimiterKnee;
+    return static_cast<float>(std::copysign(LimiterKnee + Room * std::tanh((magnitude - LimiterKnee) / Room), value));
+}
+
+struct Grid {
+    std::vector<float> left;
+    std::vector<float> right;
+    bool isPlacedOn = false;
+
+    /// Adds the part of the sound that lies on the grid.
+    void add(const PlanarPcm& pcm, std::int64_t offset, float gain)
+    {
+        const auto total = static_cast<std::int64_t>(left.size());
+        const auto frames = static_cast<std::int64_t>(pcm.front().size());
+        const auto& leftIn = pcm.front();
+        const auto& rightIn = pcm.size() > 1 ? pcm[1] : pcm.front();
+        const auto last = std::min(frames, total - offset);
+        for (auto i = std::max<std::int64_t>(0, -offset); i < last; ++i) {
+            const auto at = static_cast<std::size_t>(offset + i);
+            left[at] += gain * leftIn[static_cast<std::size_t>(i)];
+            right[at] += gain * rightIn[static_cast<std::size_t>(i)];
+        }
+        isPlacedOn = true;
+    }
+};
+
+} // namespace
+
+AudioMixer::AudioMixer(PcmConverterFactory makeConverter)
+    : m_makeConverter(std::move(makeConverter))
+{
+}
+
+AudioSamples AudioMixer::mix(const std::vector<MixSource>& sources, HostTime start, HostTime end) const
+{
+    const auto total = framesBetween(start, end);
+    if (total < 1) {
+        return {};
+    }
+    Grid grid;
+    grid.left.resize(static_cast<std::size_t>(total));
+    grid.right.resize(static_cast<std::size_t>(total));
+    for (const auto& source : sources) {
+        if (source.buffers.isEmpty() || !(source.gain > 0)) {
+            continue;
+        }
+        SourceReader reader(m_makeConverter);
+        std::optional<std::int64_t> expected;
+        for (const auto& sample : source.buffers) {
+            const auto pcm = reader.read(*sample);
+            if (!pcm || pcm->empty() || pcm->front().empty()) {
+                continue;
+            }
+            auto offset = frameAt(sample->presentationTime, start);
+            if (expected && std::abs(*expected - offset) < DriftFrames) {
+                offset = *expected;
+            }
+            expected = offset + static_cast<std::int64_t>(pcm->front().size());
+            if (*expected > 0 && offset < total) {
+                grid.add(*pcm, offset, source.gain);
+            }
+        }
+    }
+    if (!grid.isPlacedOn) {
+        return {};
+    }
+    std::ranges::transform(grid.left, grid.left.begin(), limited);
+    std::ranges::transform(grid.right, grid.right.begin(), limited);
+    return makeSamples(grid.left, grid.right, start);
+}
+
+AudioSamples AudioMixer::silence(HostTime start, HostTime end)
+{
+    const auto total = framesBetween(start, end);
+    if (total < 1) {
+        return {};
+    }
+    const std::vector<float> zeros(static_cast<std::size_t>(total));
+    return makeSamples(zeros, zeros, start);
+}
+
+float AudioMixer::peakLevel(const AudioSample& sample)
+{
+    if (!isReadable(sample)) {
+        return 0;
+    }
+    const auto channels = sample.format.layout == PcmLayout::interleaved ? sample.format.channels : 1;
+    const auto values = static_cast<std::size_t>(sample.frames) * static_cast<std::size_t>(channels);
+    switch (sample.format.encoding) {
+    case PcmEncoding::float32:
+        return std::min(peakOf<float>(sample, values), 1.0F);
+    case PcmEncoding::int16:
+        return std::min(peakOf<std::int16_t>(sample, values), 1.0F);
+    case PcmEncoding::int32:
+        return std::min(peakOf<std::int32_t>(sample, values), 1.0F);
+    case PcmEncoding::unknown:
+        break;
+    }
+    return 0;
+}
+
+AudioSamples AudioMixer::makeSamples(std::span<const float> left, std::span<const float> right, HostTime start)
+{
+    AudioSamples samples;
+    const auto total = std::min(left.size(), right.size());
+    for (std::size_t first = 0; first < total; first += chunkFrames) {
+        const auto frames = std::min<std::size_t>(chunkFrames, total - first);
+        auto sample = std::make_shared<AudioSample>();
+        constexpr std::int64_t PerSecond = 1'000'000'000;
+        sample->presentationTime =
+            start + std::chrono::nanoseconds(static_cast<std::int64_t>(first) * PerSecond / 48000);
+        sample->frames = static_cast<int>(frames);
+        sample->data.resize(frames * 2 * sizeof(float));
+        auto* out = sample->data.data();
+        for (std::size_t i = first; i < first + frames; ++i) {
+            std::memcpy(out, &left[i], sizeof(float));
+            std::memcpy(out + sizeof(float), &right[i], sizeof(float));
+            out += 2 * sizeof(float);
+        }
+        samples.append(std::move(sample));
+    }
+    return samples;
+}
+
+} // namespace quelto
