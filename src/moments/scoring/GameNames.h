@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+/// The display names under which the games appear in moments, in clip names and in the settings' switches.
+namespace quelto::gameNames {
+
+inline const QString leagueOfLegends = QStringLiteral("League of Legends");
+inline const QString dota2 = QStringLiteral("Dota 2");
+inline const QString worldOfWarcraft = QStringLiteral("World of Warcraft");
+
+} // namespace quelto::gameNames
