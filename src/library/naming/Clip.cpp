@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/naming/Clip.h"
+
+#include "app/language/T.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace quelto {
+
+namespace {
+
+const QRegularExpression& datePattern()
+{
+    static const QRegularExpression pattern(QStringLiteral(R"(^\d{4}-\d{2}-\d{2} \d{2}\.\d{2}\.\d{2})"));
+    return pattern;
+}
+
+const QRegularExpression& momentPattern()
+{
+    static const QRegularExpression pattern(QStringLiteral(R"(\[(EFSANE|ORTA|BASIT) (\d+)\] (.+)$)"));
+    return pattern;
+}
+
+} // namespace
+
+Clip::Clip(const QString& filePath)
+    : path(filePath)
+{
+    const auto name = QFileInfo(filePath).completeBaseName();
+    const auto separator = QStringLiteral(" - ");
+    if (const auto at = name.indexOf(separator); at >= 0) {
+        game = name.left(at);
+        title = name.mid(at + separator.size());
+    } else {
+        game = T("Diğer");
+        title = name;
+    }
+    if (const auto match = momentPattern().match(title); match.hasMatch()) {
+        autoTier = tierFromTag(match.captured(1));
+        autoScore = match.captured(2).toLongLong();
+        autoLabel = match.captured(3);
+    }
+}
+
+bool Clip::hasDefaultTitle() const
+{
+    return datePattern().match(title).hasMatch();
+}
+
+QString Clip::displayTitle() const
+{
+    if (autoLabel) {
+        return *autoLabel;
+    }
+    if (const auto match = datePattern().match(title); match.hasMatch()) {
+        return T("{0} klibi", game) + title.mid(match.capturedLength());
+    }
+    return title;
+}
+
+bool Clip::isTall() const
+{
+    return title.contains(QStringLiteral("(9x16)")) || title.contains(QStringLiteral("(4x5)"));
+}
+
+} // namespace quelto

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/naming/ClipMeta.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <stdexcept>
+
+namespace quelto {
+
+namespace {
+
+// No sidecar of ours comes near this; a larger file is not one.
+constexpr qint64 MostBytes = 16 * 1024 * 1024;
+
+/// A field of the wrong type: the object as a whole is no sidecar.
+struct NoSidecar : std::runtime_error {
+    NoSidecar()
+        : std::runtime_error("not a sidecar")
+    {
+    }
+};
+
+std::optional<QString> optionalText(const QJsonValue& value)
+{
+    if (value.isUndefined() || value.isNull()) {
+        return std::nullopt;
+    }
+    return value.isString() ? value.toString() : throw NoSidecar();
+}
+
+std::optional<qint64> optionalInteger(const QJsonValue& value)
+{
+    if (value.isUndefined() || value.isNull()) {
+        return std::nullopt;
+    }
+    constexpr double Exact = 9007199254740992.0; // 2^53
+    const auto number = value.isDouble() ? value.toDouble() : throw NoSidecar();
+    return std::trunc(number) == number && std::abs(number) <= Exact ? static_cast<qint64>(number) : throw NoSidecar();
+}
+
+QList<ClipMeta::Event> eventsIn(const QJsonValue& value)
+{
+    QList<ClipMeta::Event> events;
+    const auto list = value.isArray() ? value.toArray() : throw NoSidecar();
+    for (const auto& each : list) {
+        const auto time = each.toObject().value(QStringLiteral("t"));
+        const auto name = each.toObject().value(QStringLiteral("name"));
+        if (!time.isDouble() || !name.isString()) {
+            throw NoSidecar();
+        }
+        events.append({time.toDouble(), name.toString()});
+    }
+    return events;
+}
+
+template <typename Value> void put(QJsonObject& object, const QString& key, const std::optional<Value>& value)
+{
+    if (value) {
+        object.insert(key, *value);
+    }
+}
+
+} // namespace
+
+ClipMeta ClipMeta::of(const Moment& moment, double duration)
+{
+    ClipMeta meta{.game = moment.game, .label = moment.label, .tier = tagOf(moment.tier), .score = moment.score};
+    for (const auto& event : moment.events) {
+        if (const auto time = std::max(duration - event.secondsBeforeEnd, 0.0); time <= duration) {
+            meta.events.append({time, event.name});
+        }
+    }
+    return meta;
+}
+
+QString ClipMeta::pathFor(const QString& clipPath)
+{
+    const QFileInfo clip(clipPath);
+    return clip.path() + QStringLiteral("/.") + clip.fileName() + QStringLiteral(".json");
+}
+
+std::optional<ClipMeta> ClipMeta::load(const QString& clipPath)
+{
+    QFile file(pathFor(clipPath));
+    if (!file.open(QIODevice::ReadOnly) || file.size() > MostBytes) {
+        return std::nullopt;
+    }
+    const auto object = QJsonDocument::fromJson(file.readAll()).object();
+    try {
+        return ClipMeta{.game = optionalText(object.value(QStringLiteral("game"))),
+                        .label = optionalText(object.value(QStringLiteral("label"))),
+                        .tier = optionalText(object.value(QStringLiteral("tier"))),
+                        .score = optionalInteger(object.value(QStringLiteral("score"))),
+                        .events = eventsIn(object.value(QStringLiteral("events")))};
+    } catch (const NoSidecar&) {
+        return std::nullopt;
+    }
+}
+
+void ClipMeta::move(const QString& oldClipPath, const QString& newClipPath)
+{
+    QFile::rename(pathFor(oldClipPath), pathFor(newClipPath));
+}
+
+void ClipMeta::remove(const QString& clipPath)
+{
+    QFile::remove(pathFor(clipPath));
+}
+
+void ClipMeta::save(const QString& clipPath) const
+{
+    QJsonObject object;
+    put(object, QStringLiteral("game"), game);
+    put(object, QStringLiteral("label"), label);
+    put(object, QStringLiteral("tier"), tier);
+    put(object, QStringLiteral("score"), score);
+    QJsonArray list;
+    for (const auto& event : events) {
+        list.append(QJsonObject{{QStringLiteral("t"), event.t}, {QStringLiteral("name"), event.name}});
+    }
+    object.insert(QStringLiteral("events"), list);
+
+    QFile file(pathFor(clipPath));
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    }
+}
+
+} // namespace quelto
