@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/picture/RowArithmetic.h"
+#include "media/picture/RowKernelsPortable.h"
+
+#if defined(__x86_64__)
+
+#include <immintrin.h>
+
+#define QUELTO_AVX2 __attribute__((target("avx2")))
+
+namespace quelto {
+
+namespace {
+
+using namespace arithmetic;
+
+constexpr int PixelsPerStep = 32;
+
+QUELTO_AVX2 inline __m256i load(const void* from)
+{
+    return _mm256_loadu_si256(static_cast<const __m256i*>(from));
+}
+
+QUELTO_AVX2 inline void store(void* to, __m256i value)
+{
+    _mm256_storeu_si256(static_cast<__m256i*>(to), value);
+}
+
+/// Four signed bytes, once for each pixel.
+QUELTO_AVX2 inline __m256i perPixel(int blue, int green, int red)
+{
+    return _mm256_set1_epi32((blue & 0xff) | (green & 0xff) << 8 | (red & 0xff) << 16);
+}
+
+/// Puts right what instructions that work on each half by itself have mixed up: 0 4 1 5 2 6 3 7.
+QUELTO_AVX2 inline __m256i joinHalves(__m256i mixed)
+{
+    return _mm256_permutevar8x32_epi32(mixed, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+}
+
+QUELTO_AVX2 inline void lumaOf32(const __m256i (&pixels)[4], std::uint8_t* to)
+{
+    const auto weights = perPixel(LumaBlue, LumaGreen, LumaRed);
+    const auto toSigned = _mm256_set1_epi8(-128);
+    const auto bias = _mm256_set1_epi16(static_cast<short>(LumaBias));
+    __m256i sums[4];
+    for (int index = 0; index < 4; ++index) {
+        sums[index] = _mm256_maddubs_epi16(weights, _mm256_xor_si256(pixels[index], toSigned));
+    }
+    const auto left = _mm256_srli_epi16(_mm256_add_epi16(_mm256_hadd_epi16(sums[0], sums[1]), bias), 8);
+    const auto right = _mm256_srli_epi16(_mm256_add_epi16(_mm256_hadd_epi16(sums[2], sums[3]), bias), 8);
+    store(to, joinHalves(_mm256_packus_epi16(left, right)));
+}
+
+/// The means of neighbouring pixels: 0 1 4 5 | 2 3 6 7.
+QUELTO_AVX2 inline __m256i halved(__m256i left, __m256i right)
+{
+    const auto leftValues = _mm256_castsi256_ps(left);
+    const auto rightValues = _mm256_castsi256_ps(right);
+    const auto even = _mm256_castps_si256(_mm256_shuffle_ps(leftValues, rightValues, 0x88));
+    const auto odd = _mm256_castps_si256(_mm256_shuffle_ps(leftValues, rightValues, 0xdd));
+    return _mm256_avg_epu8(even, odd);
+}
+
+QUELTO_AVX2 inline __m256i chromaOf16(__m256i left, __m256i right, __m256i weights)
+{
+    const auto sum = _mm256_hadd_epi16(_mm256_maddubs_epi16(left, weights), _mm256_maddubs_epi16(right, weights));
+    const auto rounded = _mm256_add_epi16(sum, _mm256_set1_epi16(ChromaRounding));
+    return _mm256_add_epi16(_mm256_mulhi_epi16(rounded, _mm256_set1_epi16(ChromaFactor)),
+                            _mm256_set1_epi16(ChromaZero));
+}
+
+QUELTO_AVX2 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, int width)
+{
+    const auto cbWeights = perPixel(CbBlue, CbGreen, CbRed);
+    const auto crWeights = perPixel(CrBlue, CrGreen, CrRed);
+    int column = 0;
+    for (; column + PixelsPerStep <= width; column += PixelsPerStep) {
+        __m256i top[4];
+        __m256i bottom[4];
+        __m256i middle[4];
+        for (int index = 0; index < 4; ++index) {
+            top[index] = load(pixels.top + column * 4 + index * 32);
+            bottom[index] = load(pixels.bottom + column * 4 + index * 32);
+            middle[index] = _mm256_avg_epu8(top[index], bottom[index]);
+        }
+        lumaOf32(top, planes.lumaTop + column);
+        lumaOf32(bottom, planes.lumaBottom + column);
+        const auto left = halved(middle[0], middle[1]);
+        const auto right = halved(middle[2], middle[3]);
+        const auto cb = chromaOf16(left, right, cbWeights);
+        const auto cr = chromaOf16(left, right, crWeights);
+        store(planes.chroma + column, joinHalves(_mm256_or_si256(cb, _mm256_slli_epi16(cr, 8))));
+    }
+    portable::convertRows(pixels, planes, column, width);
+}
+
+QUELTO_AVX2 void blendRows(std::span<const std::uint8_t* const> rows, const std::uint16_t* weights,
+                           std::uint16_t* blended, int bytes)
+{
+    const auto zero = _mm256_setzero_si256();
+    int index = 0;
+    for (; index + 32 <= bytes; index += 32) {
+        auto low = zero;
+        auto high = zero;
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            const auto weight = _mm256_set1_epi16(static_cast<short>(weights[row]));
+            const auto values = load(rows[row] + index);
+            low = _mm256_add_epi16(low, _mm256_mulhi_epu16(_mm256_unpacklo_epi8(zero, values), weight));
+            high = _mm256_add_epi16(high, _mm256_mulhi_epu16(_mm256_unpackhi_epi8(zero, values), weight));
+        }
+        low = _mm256_srli_epi16(low, 1);
+        high = _mm256_srli_epi16(high, 1);
+        store(blended + index, _mm256_permute2x128_si256(low, high, 0x20));
+        store(blended + index + 16, _mm256_permute2x128_si256(low, high, 0x31));
+    }
+    portable::blendRows(rows, weights, blended, index, bytes);
+}
+
+/// Two output pixels as eight sums.
+QUELTO_AVX2 inline __m256i resampled(const std::uint16_t* blended, const ColumnPlan& plan, int column)
+{
+    const auto interleave = _mm256_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15, //
+                                             0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15);
+    const auto* first = plan.first.data() + column;
+    const auto* left = blended + static_cast<std::ptrdiff_t>(first[0]) * 4;
+    const auto* right = blended + static_cast<std::ptrdiff_t>(first[1]) * 4;
+    const auto* weights = plan.weights.data() + static_cast<std::ptrdiff_t>(column) * plan.pairs;
+    auto sum = _mm256_set1_epi32(1 << (ResampleShift - 1));
+    for (int pair = 0; pair < plan.pairs; ++pair) {
+        const auto values = _mm256_inserti128_si256(
+            _mm256_castsi128_si256(_mm_loadu_si128(static_cast<const __m128i*>(static_cast<const void*>(left)))),
+            _mm_loadu_si128(static_cast<const __m128i*>(static_cast<const void*>(right))), 1);
+        sum = _mm256_add_epi32(sum, _mm256_madd_epi16(_mm256_shuffle_epi8(values, interleave), load(weights)));
+        left += 8;
+        right += 8;
+        weights += 2;
+    }
+    return _mm256_srai_epi32(sum, ResampleShift);
+}
+
+QUELTO_AVX2 void resampleRow(const std::uint16_t* blended, const ColumnPlan& plan, std::uint8_t* pixels, int width)
+{
+    int column = 0;
+    for (; column + 8 <= width; column += 8) {
+        const auto left = _mm256_packs_epi32(resampled(blended, plan, column), resampled(blended, plan, column + 2));
+        const auto right =
+            _mm256_packs_epi32(resampled(blended, plan, column + 4), resampled(blended, plan, column + 6));
+        store(pixels + column * 4, joinHalves(_mm256_packus_epi16(left, right)));
+    }
+    portable::resampleRow(blended, plan, pixels, column, width);
+}
+
+constexpr RowKernels Kernels{.convertRows = convertRows, .blendRows = blendRows, .resampleRow = resampleRow};
+
+} // namespace
+
+const RowKernels* avx2Kernels() noexcept
+{
+    return __builtin_cpu_supports("avx2") ? &Kernels : nullptr;
+}
+
+} // namespace quelto
+
+#else
+
+const quelto::RowKernels* quelto::avx2Kernels() noexcept
+{
+    return nullptr;
+}
+
+#endif
