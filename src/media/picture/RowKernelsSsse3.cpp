@@ -32,18 +32,34 @@ QUELTO_SSSE3 inline __m128i perPixel(int blue, int green, int red)
     return _mm_set1_epi32((blue & 0xff) | (green & 0xff) << 8 | (red & 0xff) << 16);
 }
 
-QUELTO_SSSE3 inline void lumaOf16(const __m128i (&pixels)[4], std::uint8_t* to)
+/// The pixels of one step of one row.
+struct Pixels {
+    __m128i first;
+    __m128i second;
+    __m128i third;
+    __m128i fourth;
+};
+
+QUELTO_SSSE3 inline Pixels loadPixels(const std::uint8_t* from)
+{
+    return {load(from), load(from + 16), load(from + 32), load(from + 48)};
+}
+
+QUELTO_SSSE3 inline __m128i lumaSums(__m128i left, __m128i right)
 {
     const auto weights = perPixel(LumaBlue, LumaGreen, LumaRed);
     const auto toSigned = _mm_set1_epi8(-128);
-    const auto bias = _mm_set1_epi16(static_cast<short>(LumaBias));
-    __m128i sums[4];
-    for (int index = 0; index < 4; ++index) {
-        sums[index] = _mm_maddubs_epi16(weights, _mm_xor_si128(pixels[index], toSigned));
-    }
-    const auto left = _mm_srli_epi16(_mm_add_epi16(_mm_hadd_epi16(sums[0], sums[1]), bias), 8);
-    const auto right = _mm_srli_epi16(_mm_add_epi16(_mm_hadd_epi16(sums[2], sums[3]), bias), 8);
-    store(to, _mm_packus_epi16(left, right));
+    const auto sums = _mm_hadd_epi16(_mm_maddubs_epi16(weights, _mm_xor_si128(left, toSigned)),
+                                     _mm_maddubs_epi16(weights, _mm_xor_si128(right, toSigned)));
+    const auto biased = _mm_add_epi16(sums, _mm_set1_epi16(static_cast<short>(LumaBias)));
+    return _mm_srli_epi16(biased, 8);
+}
+
+QUELTO_SSSE3 inline __m128i luma(const Pixels& pixels)
+{
+    const auto left = lumaSums(pixels.first, pixels.second);
+    const auto right = lumaSums(pixels.third, pixels.fourth);
+    return _mm_packus_epi16(left, right);
 }
 
 /// The means of neighbouring pixels.
@@ -67,23 +83,20 @@ QUELTO_SSSE3 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, i
 {
     const auto cbWeights = perPixel(CbBlue, CbGreen, CbRed);
     const auto crWeights = perPixel(CrBlue, CrGreen, CrRed);
+    const auto* top = pixels.top;
+    const auto* bottom = pixels.bottom;
+    const auto [lumaTop, lumaBottom, chroma] = planes;
     int column = 0;
     for (; column + PixelsPerStep <= width; column += PixelsPerStep) {
-        __m128i top[4];
-        __m128i bottom[4];
-        __m128i middle[4];
-        for (int index = 0; index < 4; ++index) {
-            top[index] = load(pixels.top + column * 4 + index * 16);
-            bottom[index] = load(pixels.bottom + column * 4 + index * 16);
-            middle[index] = _mm_avg_epu8(top[index], bottom[index]);
-        }
-        lumaOf16(top, planes.lumaTop + column);
-        lumaOf16(bottom, planes.lumaBottom + column);
-        const auto left = halved(middle[0], middle[1]);
-        const auto right = halved(middle[2], middle[3]);
+        const auto upper = loadPixels(top + column * 4);
+        const auto lower = loadPixels(bottom + column * 4);
+        store(lumaTop + column, luma(upper));
+        store(lumaBottom + column, luma(lower));
+        const auto left = halved(_mm_avg_epu8(upper.first, lower.first), _mm_avg_epu8(upper.second, lower.second));
+        const auto right = halved(_mm_avg_epu8(upper.third, lower.third), _mm_avg_epu8(upper.fourth, lower.fourth));
         const auto cb = chromaOf8(left, right, cbWeights);
         const auto cr = chromaOf8(left, right, crWeights);
-        store(planes.chroma + column, _mm_or_si128(cb, _mm_slli_epi16(cr, 8)));
+        store(chroma + column, _mm_or_si128(cb, _mm_slli_epi16(cr, 8)));
     }
     portable::convertRows(pixels, planes, column, width);
 }
