@@ -38,7 +38,8 @@ private:
 
     float cell(int column, int row) const
     {
-        return m_values[static_cast<std::size_t>(row % m_cells * m_cells + column % m_cells)];
+        const auto side = static_cast<std::size_t>(m_cells);
+        return m_values[static_cast<std::size_t>(row) % side * side + static_cast<std::size_t>(column) % side];
     }
 
     int m_cells;

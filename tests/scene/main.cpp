@@ -5,9 +5,9 @@
 #include "tests/scene/SceneSound.h"
 #include "tests/scene/SceneWindow.h"
 
+#include <ctime>
 #include <pipewire/pipewire.h>
 #include <sys/resource.h>
-#include <time.h>
 
 #include <algorithm>
 #include <cerrno>
