@@ -58,3 +58,25 @@ function(quelto_test name)
         gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT})
     endif()
 endfunction()
+
+# quelto_qml_module(target URI name SOURCES registered.h … QML_FILES A.qml …): turns a library into a QML module too.
+# What Qt generates from the files is not ours to hold to our warnings.
+function(quelto_qml_module target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML_FILES")
+    qt_add_qml_module(
+        ${target}
+        URI ${arg_URI}
+        VERSION 1.0
+        RESOURCE_PREFIX /
+        SOURCES ${arg_SOURCES}
+        QML_FILES ${arg_QML_FILES}
+    )
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "qmlcache|_qmltyperegistrations")
+    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+    foreach(generated IN ITEMS ${target}_qmlcache ${target}plugin)
+        if(TARGET ${generated})
+            target_compile_options(${generated} PRIVATE -w)
+        endif()
+    endforeach()
+endfunction()

@@ -2,11 +2,14 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace quelto {
 
+/// T for a caller that has its arguments in a list.
+QString translated(const char* key, const QStringList& arguments);
+
 namespace detail {
-QString fill(QString text, std::initializer_list<QString> arguments);
 inline QString argumentText(const QString& text)
 {
     return text;
@@ -28,7 +31,7 @@ inline QString argumentText(int number)
 /// Thread: any.
 template <typename... Arguments> QString T(const char* key, const Arguments&... arguments)
 {
-    return detail::fill(QString::fromUtf8(key), {detail::argumentText(arguments)...});
+    return translated(key, {detail::argumentText(arguments)...});
 }
 
 } // namespace quelto

@@ -56,6 +56,9 @@ class AppSettings : public QObject {
     Q_PROPERTY(quint32 hotkeyCode READ hotkeyCode WRITE setHotkeyCode NOTIFY hotkeyCodeChanged)
     Q_PROPERTY(quint32 hotkeyModifiers READ hotkeyModifiers WRITE setHotkeyModifiers NOTIFY hotkeyModifiersChanged)
     Q_PROPERTY(QString hotkeyKeyName READ hotkeyKeyName WRITE setHotkeyKeyName NOTIFY hotkeyKeyNameChanged)
+    Q_PROPERTY(QString resolution READ resolutionRawValue WRITE setResolutionRawValue NOTIFY resolutionChanged)
+    Q_PROPERTY(QString quality READ qualityRawValue WRITE setQualityRawValue NOTIFY qualityChanged)
+    Q_PROPERTY(QString codec READ codecRawValue WRITE setCodecRawValue NOTIFY codecChanged)
     Q_PROPERTY(QString hotkeyDisplay READ hotkeyDisplay NOTIFY hotkeyDisplayChanged)
 
 public:
@@ -129,6 +132,13 @@ public:
     void setHotkeyModifiers(quint32 value);
     QString hotkeyKeyName() const { return m_hotkeyKeyName; }
     void setHotkeyKeyName(const QString& value);
+
+    QString resolutionRawValue() const { return rawValueOf(m_resolution); }
+    void setResolutionRawValue(const QString& value) { setResolution(resolutionFromRawValue(value)); }
+    QString qualityRawValue() const { return rawValueOf(m_quality); }
+    void setQualityRawValue(const QString& value) { setQuality(qualityFromRawValue(value)); }
+    QString codecRawValue() const { return rawValueOf(m_codec); }
+    void setCodecRawValue(const QString& value) { setCodec(codecFromRawValue(value)); }
 
     /// Changes when, and only when, a setting changes that the capture pipeline must be built anew for.
     QString captureSignature() const;

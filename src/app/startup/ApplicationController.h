@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/settings/AppSettings.h"
+#include "app/startup/HotKeyManager.h"
+#include "app/startup/StatusItem.h"
+#include "capture/recorder/Recorder.h"
+#include "platform/Platform.h"
+#include "queues/MainQueue.h"
+#include "queues/SerialQueue.h"
+#include "ui/shell/WindowCommands.h"
+#include "ui/theme/Theme.h"
+
+#include <QObject>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+#include <memory>
+
+namespace quelto {
+
+/// The composition root: makes every long-lived object, joins them to each other, and from then on only routes.
+///
+/// Closing the window does not end the program, so that capture and the key stay alive; "Quit" does.
+///
+/// Thread: main.
+class ApplicationController : public QObject {
+    Q_OBJECT
+
+public:
+    ApplicationController();
+    ~ApplicationController() override;
+
+    /// The start-up sequence. A subsystem that this build does not have has no line in it.
+    void applicationDidFinishLaunching();
+
+    void showWindow();
+    void showSettings();
+    void openFolder();
+    /// Ends the program; a clip that is being saved is finished first.
+    void quit();
+
+private:
+    void buildWindow();
+    void joinSavedClips();
+
+    Platform m_platform;
+    AppSettings m_settings;
+    MainQueue m_main;
+    std::unique_ptr<Recorder> m_recorder;
+    // They end before the recorder that their tasks refer to.
+    SerialQueue m_sessionQueue;
+    SerialQueue m_saveQueue;
+    HotKeyManager m_hotKeys;
+    std::unique_ptr<StatusItem> m_statusItem;
+    Theme m_theme;
+    WindowCommands m_commands;
+    QQmlApplicationEngine m_engine;
+    QQuickWindow* m_window = nullptr;
+};
+
+} // namespace quelto

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/startup/SessionBusService.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QMetaProperty>
+
+namespace quelto {
+
+namespace {
+
+constexpr int AnswerMilliseconds = 5000;
+
+} // namespace
+
+RecorderOnBus::RecorderOnBus(Recorder& recorder, AppSettings& settings, QObject* object)
+    : QDBusAbstractAdaptor(object)
+    , m_recorder(recorder)
+    , m_settings(settings)
+{
+    connect(&recorder, &Recorder::clipSaved, this, &RecorderOnBus::ClipSaved);
+    connect(&recorder, &Recorder::saveFailed, this, &RecorderOnBus::SaveFailed);
+}
+
+QString RecorderOnBus::stateName() const
+{
+    return QString::fromLatin1(QMetaEnum::fromType<CaptureState>().valueToKey(static_cast<int>(m_recorder.stateKind())))
+        .toLower();
+}
+
+void RecorderOnBus::SaveClip()
+{
+    m_recorder.saveClip();
+}
+
+void RecorderOnBus::Start()
+{
+    m_recorder.start();
+}
+
+void RecorderOnBus::Stop()
+{
+    m_recorder.stop();
+}
+
+void RecorderOnBus::SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call)
+{
+    const auto* type = m_settings.metaObject();
+    const auto property = type->property(type->indexOfProperty(key.toUtf8().constData()));
+    auto converted = value.variant();
+    if (!property.isWritable() || !converted.convert(property.metaType())) {
+        call.setDelayedReply(true);
+        QDBusConnection::sessionBus().send(
+            call.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("no setting \"%1\" of that kind").arg(key)));
+        return;
+    }
+    property.write(&m_settings, converted);
+}
+
+ApplicationOnBus::ApplicationOnBus(std::function<void()> activate, QObject* object)
+    : QDBusAbstractAdaptor(object)
+    , m_activate(std::move(activate))
+{
+}
+
+void ApplicationOnBus::Activate(const QVariantMap& /*platformData*/)
+{
+    m_activate();
+}
+
+void ApplicationOnBus::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/)
+{
+    m_activate();
+}
+
+void ApplicationOnBus::ActivateAction(const QString& /*name*/, const QVariantList& /*parameter*/,
+                                      const QVariantMap& /*platformData*/)
+{
+    m_activate();
+}
+
+bool claimBusName()
+{
+    auto bus = QDBusConnection::sessionBus();
+    return !bus.isConnected() || bus.registerService(busNames::service);
+}
+
+bool raiseRunningInstance()
+{
+    auto call = QDBusMessage::createMethodCall(
+        busNames::service, busNames::path, QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
+    call << QVariantMap();
+    const auto reply = QDBusConnection::sessionBus().call(call, QDBus::Block, AnswerMilliseconds);
+    return reply.type() == QDBusMessage::ReplyMessage;
+}
+
+} // namespace quelto

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/startup/ApplicationController.h"
+#include "app/startup/SessionBusService.h"
+#include "app/startup/TerminationSignals.h"
+
+#include <QApplication>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <cstdio>
+
+Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Quelto"));
+    QApplication::setApplicationVersion(QStringLiteral(QUELTO_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("app.quelto.Quelto"));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    if (!quelto::claimBusName()) {
+        if (quelto::raiseRunningInstance()) {
+            return 0;
+        }
+        std::fputs("Quelto is already running but does not answer.\n", stderr);
+        return 1;
+    }
+
+    quelto::ApplicationController controller;
+    const quelto::TerminationSignals signals([&controller] { controller.quit(); });
+    controller.applicationDidFinishLaunching();
+    return QApplication::exec();
+}

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/recorder/CapturePipeline.h"
+
+#include "app/language/T.h"
+#include "app/settings/CaptureArithmetic.h"
+#include "capture/clip/RecorderError.h"
+#include "platform/PlatformError.h"
+
+namespace quelto {
+
+CapturePipeline::CapturePipeline(Platform& platform, ReplayBuffer& buffer, OpenEncoder openEncoder)
+    : m_platform(platform)
+    , m_buffer(buffer)
+    , m_openEncoder(std::move(openEncoder))
+    , m_mic(*platform.sound)
+    , m_videoQueue(QStringLiteral("quelto.video"), QueuePriority::userInteractive)
+{
+    m_mic.onSample = [this](AudioSamplePtr sample) { m_buffer.appendMic(std::move(sample)); };
+}
+
+CapturePipeline::~CapturePipeline()
+{
+    stop();
+}
+
+CaptureReport CapturePipeline::start(const CaptureRequest& request, int bufferSeconds, const CaptureEvents& events)
+{
+    const auto display = chosenDisplay(request.displayID);
+    CaptureReport report;
+    report.outputSize = scaledSize(display.pixelSize, request.targetHeight, request.codec);
+    report.bitsPerSecond = request.bitrate(report.outputSize);
+
+    std::unique_ptr<VideoEncoder> encoder;
+    try {
+        encoder = m_openEncoder({.codec = request.codec,
+                                 .size = report.outputSize,
+                                 .framesPerSecond = request.framesPerSecond,
+                                 .bitsPerSecond = report.bitsPerSecond},
+                                [this](VideoSamplePtr sample) { m_buffer.appendVideo(std::move(sample)); });
+    } catch (const EncoderError& error) {
+        throw RecorderError::encoder(error.status());
+    }
+    report.encoderName = encoder->name();
+    m_videoQueue.sync([&] { m_encoder = std::move(encoder); });
+
+    m_buffer.reset();
+    m_buffer.configure(bufferSeconds);
+
+    m_platform.frames->start({.displayID = display.id,
+                              .outputSize = report.outputSize,
+                              .framesPerSecond = request.framesPerSecond,
+                              .showsCursor = request.showsCursor},
+                             {.onFrame =
+                                  [this](PictureFramePtr frame) {
+                                      m_videoQueue.post([this, frame = std::move(frame)] {
+                                          if (m_encoder) {
+                                              m_encoder->encode(*frame);
+                                          }
+                                      });
+                                  },
+                              .onStopped = events.onStopped});
+    if (request.capturesAudio) {
+        startSystemSound(events);
+    }
+    startMicrophone(request, events, report);
+    return report;
+}
+
+DisplayInfo CapturePipeline::chosenDisplay(std::uint32_t displayID) const
+{
+    const auto displays = m_platform.displays->all();
+    const auto byID = std::ranges::find(displays, displayID, &DisplayInfo::id);
+    if (displayID != 0 && byID != displays.end()) {
+        return *byID;
+    }
+    const auto main = std::ranges::find(displays, true, &DisplayInfo::isMain);
+    if (main != displays.end()) {
+        return *main;
+    }
+    return displays.isEmpty() ? throw RecorderError::noDisplay() : displays.first();
+}
+
+void CapturePipeline::startSystemSound(const CaptureEvents& events)
+{
+    m_systemSound = m_platform.sound->systemSound();
+    m_systemSound->start({.onSample = [this](AudioSamplePtr sample) { m_buffer.appendAudio(std::move(sample)); },
+                          .onWarning = events.onSystemSoundWarning});
+}
+
+void CapturePipeline::startMicrophone(const CaptureRequest& request, const CaptureEvents& events, CaptureReport& report)
+{
+    if (!request.capturesMicrophone) {
+        return;
+    }
+    m_mic.onLevel = events.onMicLevel;
+    m_mic.onWarning = events.onMicWarning;
+    try {
+        m_mic.start(request.microphoneID);
+        report.isMicActive = true;
+    } catch (const PlatformError& error) {
+        report.micWarning = T("Mikrofon başlatılamadı: {0}", error.message());
+    }
+}
+
+void CapturePipeline::stop() noexcept
+{
+    m_platform.frames->stop();
+    if (m_systemSound) {
+        m_systemSound->stop();
+        m_systemSound.reset();
+    }
+    // What was posted before runs before this, so no picture is left on its way to the encoder.
+    m_videoQueue.sync([this] {
+        if (m_encoder) {
+            m_encoder->finish();
+            m_encoder.reset();
+        }
+    });
+    m_mic.stop();
+    m_buffer.reset();
+}
+
+} // namespace quelto

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "capture/buffer/ReplayBuffer.h"
+#include "capture/sound/MicCapture.h"
+#include "media/encoder/VideoEncoder.h"
+#include "platform/Platform.h"
+#include "queues/SerialQueue.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace quelto {
+
+/// What a capture session is built from, taken out of the settings when it begins.
+struct CaptureRequest {
+    /// 0 for the main display.
+    std::uint32_t displayID = 0;
+    std::optional<int> targetHeight;
+    int framesPerSecond = 60;
+    VideoCodec codec = VideoCodec::h264;
+    /// Units: bits per second for pictures of that size.
+    std::function<int(QSize)> bitrate;
+    bool capturesAudio = true;
+    bool showsCursor = true;
+    bool capturesMicrophone = true;
+    QString microphoneID;
+};
+
+struct CaptureEvents {
+    /// The screen went away, with a translated sentence.
+    std::function<void(QString)> onStopped;
+    std::function<void(float)> onMicLevel;
+    /// What is wrong with a sound source that was running, or nothing once it runs again.
+    std::function<void(std::optional<QString>)> onMicWarning;
+    std::function<void(std::optional<QString>)> onSystemSoundWarning;
+};
+
+/// How the session came up.
+struct CaptureReport {
+    QSize outputSize;
+    int bitsPerSecond = 0;
+    QString encoderName;
+    bool isMicActive = false;
+    std::optional<QString> micWarning;
+};
+
+/// The running parts of one capture session: screen to encoder to buffer, and the sound sources to the buffer.
+///
+/// Pictures travel from the frame source's thread to the queue "quelto.video", which alone touches the encoder. The
+/// frame source's pool bounds what can wait there: when the encoder falls behind, whole pictures are left out before
+/// any work goes into them. Sound goes straight from its source's thread into the buffer.
+///
+/// Thread: start and stop from one queue. Events come on the sources' threads, none after stop() has returned.
+class CapturePipeline {
+public:
+    using OpenEncoder = std::function<std::unique_ptr<VideoEncoder>(const EncoderRequest&, VideoEncoder::OnSample)>;
+
+    CapturePipeline(Platform& platform, ReplayBuffer& buffer, OpenEncoder openEncoder);
+    ~CapturePipeline();
+    CapturePipeline(const CapturePipeline&) = delete;
+    CapturePipeline& operator=(const CapturePipeline&) = delete;
+
+    /// Empties the buffer and begins to fill it. A microphone that fails is a warning in the report.
+    /// Errors: RecorderError, PlatformError; call stop() after one as well.
+    CaptureReport start(const CaptureRequest& request, int bufferSeconds, const CaptureEvents& events);
+    /// Ends everything and empties the buffer. Never fails.
+    void stop() noexcept;
+
+private:
+    DisplayInfo chosenDisplay(std::uint32_t displayID) const;
+    void startSystemSound(const CaptureEvents& events);
+    void startMicrophone(const CaptureRequest& request, const CaptureEvents& events, CaptureReport& report);
+
+    Platform& m_platform;
+    ReplayBuffer& m_buffer;
+    OpenEncoder m_openEncoder;
+    MicCapture m_mic;
+    std::unique_ptr<SoundSource> m_systemSound;
+    std::unique_ptr<VideoEncoder> m_encoder;
+    SerialQueue m_videoQueue;
+};
+
+} // namespace quelto

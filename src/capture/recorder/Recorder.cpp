@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/recorder/Recorder.h"
+
+#include "app/language/T.h"
+#include "capture/clip/RecorderError.h"
+#include "platform/PlatformError.h"
+
+#include <QPointer>
+
+namespace quelto {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// Settings come in bursts, a slider's above all; the pipeline is rebuilt once they are quiet.
+constexpr milliseconds SettingsQuiet{800};
+constexpr milliseconds StatisticsInterval{2000};
+constexpr double BytesPerMebibyte = 1024.0 * 1024.0;
+
+QString summaryOf(const CaptureReport& report, const AppSettings& settings)
+{
+    return QStringLiteral("%1×%2 • %3 FPS • %4 Mbps • %5")
+        .arg(report.outputSize.width())
+        .arg(report.outputSize.height())
+        .arg(settings.fps())
+        .arg(QString::number(report.bitsPerSecond / 1e6, 'f', 0), labelOf(settings.codec()));
+}
+
+} // namespace
+
+Recorder::Recorder(const Parts& parts, QObject* parent)
+    : QObject(parent)
+    , m_parts(parts)
+    , m_saves({.settings = parts.settings,
+               .buffer = m_buffer,
+               .frontApplication = *parts.platform.frontApplication,
+               .main = parts.main,
+               .work = parts.saves,
+               .clock = parts.clock,
+               .write = parts.write})
+    , m_pipeline(parts.platform, m_buffer, parts.openEncoder)
+{
+    connect(&m_saves, &SaveScheduler::isSavingChanged, this, &Recorder::isSavingChanged);
+    connect(&m_saves, &SaveScheduler::clipSaved, this, &Recorder::clipSaved);
+    connect(&m_saves, &SaveScheduler::saveFailed, this, &Recorder::saveFailed);
+    connect(&m_parts.settings, &AppSettings::changed, this, [this] {
+        onMain(SettingsQuiet, [this, change = ++m_settingsChange] {
+            if (change == m_settingsChange) {
+                settingsChanged();
+            }
+        });
+    });
+    onMain(StatisticsInterval, [this] { updateBufferSize(); });
+}
+
+Recorder::~Recorder() = default;
+
+bool Recorder::isActive() const
+{
+    return m_state.kind == CaptureState::Recording || m_state.kind == CaptureState::Starting;
+}
+
+std::optional<QString> Recorder::micWarning() const
+{
+    return m_micWarning ? m_micWarning : m_systemSoundWarning;
+}
+
+void Recorder::start()
+{
+    if (isActive()) {
+        return;
+    }
+    const auto session = ++m_session;
+    setState({.kind = CaptureState::Starting});
+    m_parts.session.post([this, session, request = requestFromSettings(), events = eventsOf(session),
+                          seconds = m_parts.settings.bufferSeconds(), signature = m_parts.settings.captureSignature()] {
+        QString message;
+        try {
+            const auto report = m_pipeline.start(request, seconds, events);
+            onMainIn(session, [this, report, signature] { captureStarted(report, signature); });
+            return;
+        } catch (const RecorderError& error) {
+            message = error.message();
+        } catch (const PlatformError& error) {
+            message = error.message();
+        } catch (const std::exception& error) {
+            message = QString::fromUtf8(error.what());
+        }
+        m_pipeline.stop();
+        onMainIn(session, [this, message] { captureFailed(message); });
+    });
+}
+
+void Recorder::captureStarted(const CaptureReport& report, const QString& signature)
+{
+    m_runningSignature = signature;
+    m_captureSummary = summaryOf(report, m_parts.settings);
+    Q_EMIT captureSummaryChanged();
+    publishMic(report.isMicActive, report.micWarning);
+    setState({.kind = CaptureState::Recording});
+    // A setting may have changed while the session was being built with the old ones.
+    settingsChanged();
+}
+
+void Recorder::captureFailed(const QString& message)
+{
+    publishMic(false, m_micWarning);
+    setState({.kind = CaptureState::Error, .message = message});
+}
+
+void Recorder::screenStopped(const QString& message)
+{
+    teardown([this, message] { setState({.kind = CaptureState::Error, .message = T("Kayıt durdu: {0}", message)}); });
+}
+
+void Recorder::stop()
+{
+    teardown([this] {
+        setState({.kind = CaptureState::Idle});
+        m_bufferMB = 0;
+        Q_EMIT bufferMBChanged();
+    });
+}
+
+void Recorder::restart()
+{
+    teardown([this] {
+        setState({.kind = CaptureState::Idle});
+        start();
+    });
+}
+
+void Recorder::toggle()
+{
+    isActive() ? stop() : start();
+}
+
+void Recorder::saveClip()
+{
+    m_saves.saveClip();
+}
+
+void Recorder::saveAutoClip(const Moment& moment, const QString& game)
+{
+    m_saves.saveAutoClip(moment, game);
+}
+
+void Recorder::teardown(Task then)
+{
+    const auto session = ++m_session;
+    m_parts.session.post([this, session, then = std::move(then)] {
+        m_pipeline.stop();
+        onMainIn(session, [this, then] {
+            m_runningSignature.reset();
+            m_systemSoundWarning.reset();
+            m_micLevel = 0;
+            Q_EMIT micLevelChanged();
+            publishMic(false, m_micWarning);
+            then();
+        });
+    });
+}
+
+void Recorder::settingsChanged()
+{
+    m_buffer.configure(m_parts.settings.bufferSeconds());
+    if (m_state.kind == CaptureState::Recording && m_runningSignature != m_parts.settings.captureSignature()) {
+        restart();
+    }
+}
+
+void Recorder::updateBufferSize()
+{
+    if (m_state.kind == CaptureState::Recording) {
+        m_bufferMB = static_cast<double>(m_buffer.approximateBytes()) / BytesPerMebibyte;
+        Q_EMIT bufferMBChanged();
+    }
+    onMain(StatisticsInterval, [this] { updateBufferSize(); });
+}
+
+CaptureRequest Recorder::requestFromSettings() const
+{
+    const auto& settings = m_parts.settings;
+    return {.displayID = settings.displayID(),
+            .targetHeight = heightOf(settings.resolution()),
+            .framesPerSecond = settings.fps(),
+            .codec = settings.codec(),
+            .bitrate = [fps = settings.fps(), quality = settings.quality(),
+                        codec = settings.codec()](QSize size) { return bitrateFor(size, fps, quality, codec); },
+            .capturesAudio = settings.captureAudio(),
+            .showsCursor = settings.showCursor(),
+            .capturesMicrophone = settings.captureMicrophone(),
+            .microphoneID = settings.microphoneID()};
+}
+
+CaptureEvents Recorder::eventsOf(std::uint64_t session)
+{
+    return {
+        .onStopped =
+            [this, session](const QString& message) { onMainIn(session, [this, message] { screenStopped(message); }); },
+        .onMicLevel =
+            [this, session](float level) {
+                onMainIn(session, [this, level] {
+                    m_micLevel = level;
+                    Q_EMIT micLevelChanged();
+                });
+            },
+        .onMicWarning =
+            [this, session](const std::optional<QString>& warning) {
+                onMainIn(session, [this, warning] { publishMic(!warning, warning); });
+            },
+        .onSystemSoundWarning =
+            [this, session](const std::optional<QString>& warning) {
+                onMainIn(session, [this, warning] {
+                    m_systemSoundWarning = warning;
+                    Q_EMIT micChanged();
+                });
+            }};
+}
+
+void Recorder::publishMic(bool isActive, std::optional<QString> warning)
+{
+    m_isMicActive = isActive;
+    m_micWarning = std::move(warning);
+    Q_EMIT micChanged();
+}
+
+void Recorder::setState(const RecorderState& state)
+{
+    m_state = state;
+    m_saves.setState(state.kind);
+    Q_EMIT stateChanged();
+}
+
+void Recorder::onMain(HostDuration delay, Task task)
+{
+    m_parts.main.postAfter(delay, [self = QPointer(this), task = std::move(task)] {
+        if (self) {
+            task();
+        }
+    });
+}
+
+void Recorder::onMainIn(std::uint64_t session, Task task)
+{
+    onMain({}, [this, session, task = std::move(task)] {
+        if (session == m_session) {
+            task();
+        }
+    });
+}
+
+} // namespace quelto

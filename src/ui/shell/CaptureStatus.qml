@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Layouts
+import Quelto.Theme
+
+// The recorder's state in a word, and its switch.
+RowLayout {
+    id: status
+
+    readonly property bool isRecording: Recorder.state === CaptureState.Recording
+    readonly property bool isFailed: Recorder.state === CaptureState.Error
+
+    spacing: 8
+
+    Rectangle {
+        implicitWidth: 8
+        implicitHeight: 8
+        radius: 4
+        color: status.isRecording ? Theme.live : Theme.dim
+    }
+
+    Text {
+        Layout.fillWidth: true
+        text: status.isRecording ? L10n.T("KAYITTA")
+            : status.isFailed ? L10n.T("HATA")
+            : Recorder.state === CaptureState.Starting ? L10n.T("BAŞLATILIYOR") : L10n.T("KAYIT KAPALI")
+        color: status.isRecording ? Theme.text : status.isFailed ? Theme.live : Theme.muted
+        font.pixelSize: 11
+        font.weight: Font.Bold
+        font.letterSpacing: 1
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    SSToggle {
+        text: L10n.T("Kaydı Başlat / Durdur")
+        isOn: Recorder.isActive
+        onFlipped: isOn => isOn ? Recorder.start() : Recorder.stop()
+    }
+}

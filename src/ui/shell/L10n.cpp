@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/shell/L10n.h"
+
+#include "app/language/T.h"
+
+namespace quelto {
+
+QString L10n::T(const QString& key, const QVariantList& arguments)
+{
+    QStringList texts;
+    for (const auto& argument : arguments) {
+        texts.append(argument.toString());
+    }
+    return translated(key.toUtf8().constData(), texts);
+}
+
+} // namespace quelto

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls.Basic
+import Quelto.Theme
+
+// The four menus of the program, with the keys that the desktop's users expect.
+MenuBar {
+    id: bar
+
+    signal aboutRequested
+    signal settingsRequested
+
+    delegate: MainMenuTitle {}
+    background: Rectangle {
+        color: Theme.sidebar
+
+        Rectangle {
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: 1
+            color: Theme.border
+        }
+    }
+
+    MainMenuList {
+        title: "Quelto"
+
+        Action {
+            text: L10n.T("Quelto Hakkında")
+            onTriggered: bar.aboutRequested()
+        }
+        MainMenuSeparator {}
+        Action {
+            text: L10n.T("Ayarlar…")
+            shortcut: "Ctrl+,"
+            onTriggered: bar.settingsRequested()
+        }
+        MainMenuSeparator {}
+        Action {
+            text: L10n.T("Quelto'yi Gizle")
+            shortcut: "Ctrl+H"
+            onTriggered: WindowCommands.hide()
+        }
+        MainMenuSeparator {}
+        Action {
+            text: L10n.T("Quelto'den Çık")
+            shortcut: "Ctrl+Q"
+            onTriggered: WindowCommands.quit()
+        }
+    }
+
+    MainMenuList {
+        title: L10n.T("Dosya")
+
+        Action {
+            text: L10n.T("Klip Kaydet")
+            shortcut: "Ctrl+S"
+            onTriggered: Recorder.saveClip()
+        }
+        Action {
+            text: L10n.T("Kaydı Başlat / Durdur")
+            shortcut: "Ctrl+R"
+            onTriggered: Recorder.toggle()
+        }
+        Action {
+            text: L10n.T("Klip Klasörünü Aç")
+            shortcut: "Ctrl+O"
+            onTriggered: WindowCommands.openFolder()
+        }
+    }
+
+    MainMenuList {
+        title: L10n.T("Düzen")
+
+        Action {
+            text: L10n.T("Geri Al")
+            shortcut: "Ctrl+Z"
+            onTriggered: WindowCommands.edit("undo")
+        }
+        MainMenuSeparator {}
+        Action {
+            text: L10n.T("Kes")
+            shortcut: "Ctrl+X"
+            onTriggered: WindowCommands.edit("cut")
+        }
+        Action {
+            text: L10n.T("Kopyala")
+            shortcut: "Ctrl+C"
+            onTriggered: WindowCommands.edit("copy")
+        }
+        Action {
+            text: L10n.T("Yapıştır")
+            shortcut: "Ctrl+V"
+            onTriggered: WindowCommands.edit("paste")
+        }
+        Action {
+            text: L10n.T("Tümünü Seç")
+            shortcut: "Ctrl+A"
+            onTriggered: WindowCommands.edit("selectAll")
+        }
+    }
+
+    MainMenuList {
+        title: L10n.T("Pencere")
+
+        Action {
+            text: L10n.T("Küçült")
+            shortcut: "Ctrl+M"
+            onTriggered: WindowCommands.minimize()
+        }
+        Action {
+            text: L10n.T("Kapat")
+            shortcut: "Ctrl+W"
+            onTriggered: WindowCommands.close()
+        }
+    }
+}

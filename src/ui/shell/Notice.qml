@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls.Basic
+import Quelto.Theme
+
+// A short text over the window, closed with Escape, Enter or its button.
+Popup {
+    id: notice
+
+    required property string title
+    required property string text
+
+    parent: Overlay.overlay
+    anchors.centerIn: parent
+    width: 460
+    padding: 24
+    modal: true
+    focus: true
+    background: Rectangle {
+        radius: 10
+        color: Theme.panel
+        border.width: 1
+        border.color: Theme.border
+    }
+    contentItem: Column {
+        spacing: 14
+
+        Text {
+            width: parent.width
+            text: notice.title
+            color: Theme.text
+            font.pixelSize: 15
+            font.weight: Font.Bold
+        }
+
+        Text {
+            width: parent.width
+            text: notice.text
+            color: Theme.muted
+            font.pixelSize: 13
+            wrapMode: Text.WrapAnywhere
+            textFormat: Text.PlainText
+        }
+
+        AccentButton {
+            anchors.right: parent.right
+            compact: true
+            focus: true
+            text: L10n.T("Kapat")
+            onClicked: notice.close()
+        }
+    }
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/shell/WindowCommands.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QGuiApplication>
+
+namespace quelto {
+
+WindowCommands::WindowCommands(Actions actions, QString settingsPath, QObject* parent)
+    : QObject(parent)
+    , m_actions(std::move(actions))
+    , m_settingsPath(std::move(settingsPath))
+{
+}
+
+QString WindowCommands::version() const
+{
+    return QCoreApplication::applicationVersion();
+}
+
+void WindowCommands::edit(const QString& verb) const
+{
+    auto* focus = QGuiApplication::focusObject();
+    const QByteArray signature = verb.toLatin1() + "()";
+    if (focus != nullptr && focus->metaObject()->indexOfMethod(signature.constData()) >= 0) {
+        QMetaObject::invokeMethod(focus, verb.toLatin1().constData());
+    }
+}
+
+void WindowCommands::clipSaved(const QString& path)
+{
+    m_lastClipName = QFileInfo(path).completeBaseName();
+    m_lastFailure.clear();
+    Q_EMIT lastSaveChanged();
+}
+
+void WindowCommands::saveFailed(const QString& message)
+{
+    m_lastFailure = message;
+    Q_EMIT lastSaveChanged();
+}
+
+} // namespace quelto

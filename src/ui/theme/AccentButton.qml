@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+
+// A button that carries the screen's main action, filled, or a lesser one, outlined.
+T.AbstractButton {
+    id: button
+
+    property bool filled: true
+    property bool compact: false
+    property string symbol: ""
+    property string trailingText: ""
+    readonly property color foreground: filled ? "white" : Theme.text
+
+    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 44)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    horizontalPadding: compact ? 12 : 16
+    verticalPadding: compact ? 7 : 10
+    font.pixelSize: compact ? 12 : 13
+    font.weight: Font.DemiBold
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : 0.45
+    Accessible.name: text
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    contentItem: Row {
+        spacing: 8
+
+        SymbolIcon {
+            id: icon
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: button.symbol !== ""
+            symbol: button.symbol
+            side: 16
+            color: button.foreground
+        }
+
+        Text {
+            id: label
+
+            anchors.verticalCenter: parent.verticalCenter
+            text: button.text
+            font: button.font
+            color: button.foreground
+        }
+
+        Item {
+            width: Math.max(0, parent.width - label.width - trailing.width - 2 * parent.spacing
+                            - (icon.visible ? icon.width + parent.spacing : 0))
+            height: 1
+            visible: button.trailingText !== ""
+        }
+
+        Text {
+            id: trailing
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: button.trailingText !== ""
+            text: button.trailingText
+            color: button.foreground
+            opacity: 0.85
+            font.pixelSize: 11
+            font.weight: Font.Bold
+        }
+    }
+
+    background: Rectangle {
+        radius: 6
+        color: button.filled ? (button.down ? Theme.accentDark : Theme.accent)
+                             : (button.down || button.hovered ? Theme.cardHover : Theme.card)
+        border.width: button.filled ? 0 : 1
+        border.color: Theme.border
+
+        FocusRing {
+            active: button.visualFocus
+        }
+    }
+}

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+
+// A switch. It shows what it is bound to and asks for a change by toggled(); the owner decides.
+T.AbstractButton {
+    id: toggle
+
+    property bool isOn: false
+
+    signal flipped(bool isOn)
+
+    implicitWidth: 38
+    implicitHeight: 21
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.CheckBox
+    Accessible.checkable: true
+    Accessible.checked: isOn
+    Accessible.name: text
+    onClicked: flipped(!isOn)
+
+    background: Rectangle {
+        radius: height / 2
+        color: toggle.isOn ? Theme.accent : Theme.border
+
+        Behavior on color {
+            ColorAnimation {
+                duration: 150
+                easing.type: Easing.OutQuad
+            }
+        }
+
+        Rectangle {
+            width: 15
+            height: 15
+            y: 3
+            x: toggle.isOn ? parent.width - width - 3 : 3
+            radius: height / 2
+            color: "white"
+
+            Behavior on x {
+                NumberAnimation {
+                    duration: 150
+                    easing.type: Easing.OutQuad
+                }
+            }
+        }
+
+        FocusRing {
+            active: toggle.visualFocus
+            radius: 13
+        }
+    }
+}

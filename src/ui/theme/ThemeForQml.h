@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/theme/Theme.h"
+
+#include <QtQml/qqml.h>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace quelto {
+
+/// Gives QML the one Theme that the composition root made.
+struct ThemeForQml {
+    Q_GADGET
+    QML_FOREIGN(quelto::Theme)
+    QML_NAMED_ELEMENT(Theme)
+    QML_SINGLETON
+
+public:
+    /// Set before the first QML file is loaded.
+    static inline Theme* instance = nullptr;
+    static Theme* create(QQmlEngine* engine, QJSEngine* scripts);
+};
+
+} // namespace quelto
