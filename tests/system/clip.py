@@ -1,0 +1,94 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Reads a clip back: its tracks by ffprobe, and what its pictures and sounds show of the test scene."""
+import json
+import subprocess
+
+import numpy
+
+RATE = 48000
+WIDTH, HEIGHT = 480, 270
+CELLS = 27
+BITS = 24
+
+
+def _output(*words):
+    result = subprocess.run([str(word) for word in words], capture_output=True)
+    if result.returncode or result.stderr:
+        raise AssertionError(f"{words[0]}: {result.stderr.decode()[-500:]}")
+    return result.stdout
+
+
+def _read_counter(picture):
+    """The counter in the strip of a grey picture; None if its white, black or parity is not right."""
+    strip = picture[HEIGHT // 64:HEIGHT * 3 // 64]
+    cells = [strip[:, int(WIDTH * (cell + 0.25) / CELLS):int(WIDTH * (cell + 0.75) / CELLS)].mean()
+             for cell in range(CELLS)]
+    white, black = cells[:2]
+    ones = [value > (white + black) / 2 for value in cells[2:]]
+    if white - black < 100 or sum(ones) % 2:
+        return None
+    return int("".join("01"[one] for one in ones[:BITS]), 2)
+
+
+class Clip:
+    def __init__(self, path):
+        self.path = path
+        info = json.loads(_output("ffprobe", "-v", "error", "-of", "json", "-show_streams", "-show_format", path))
+        self.length = float(info["format"]["duration"])
+        self.video = [stream for stream in info["streams"] if stream["codec_type"] == "video"]
+        self.audio = [stream for stream in info["streams"] if stream["codec_type"] == "audio"]
+        self._pictures = None
+
+    def packets(self):
+        """(time in seconds, is a key frame) of each picture."""
+        info = json.loads(_output("ffprobe", "-v", "error", "-of", "json", "-select_streams", "v:0", "-show_entries",
+                                  "packet=pts_time,flags", self.path))
+        return [(float(packet["pts_time"]), "K" in packet["flags"]) for packet in info["packets"]]
+
+    def pictures(self):
+        """All pictures, small and grey: an array of frames × HEIGHT × WIDTH."""
+        if self._pictures is None:
+            raw = _output("ffmpeg", "-v", "error", "-i", self.path, "-map", "0:v:0", "-fps_mode", "passthrough", "-vf",
+                          f"scale={WIDTH}:{HEIGHT}:flags=area", "-pix_fmt", "gray", "-f", "rawvideo", "-")
+            self._pictures = numpy.frombuffer(raw, numpy.uint8).reshape(-1, HEIGHT, WIDTH)
+        return self._pictures
+
+    def counters(self):
+        return [_read_counter(picture) for picture in self.pictures()]
+
+    def flashes(self):
+        """Times at which the white flash is seen first."""
+        centre = self.pictures()[:, HEIGHT // 3:HEIGHT * 2 // 3, WIDTH // 3:WIDTH * 2 // 3]
+        is_white = centre.mean(axis=(1, 2)) > 200
+        times = [time for time, _ in self.packets()]
+        return [times[frame] for frame in range(1, len(is_white)) if is_white[frame] and not is_white[frame - 1]]
+
+    def sound(self, track):
+        """Frames × 2 channels of one audio track, frame 0 being the clip's time 0."""
+        raw = _output("ffmpeg", "-v", "error", "-i", self.path, "-map", f"0:a:{track}", "-af",
+                      f"aresample={RATE}:async=1:first_pts=0", "-ac", "2", "-f", "f32le", "-")
+        return numpy.frombuffer(raw, numpy.float32).reshape(-1, 2)
+
+    def beeps(self, track, channel=1):
+        """Times at which a beep starts in a channel that is silent otherwise."""
+        loud = numpy.flatnonzero(numpy.abs(self.sound(track)[:, channel]) > 0.1)
+        starts = loud[numpy.insert(numpy.diff(loud) > RATE // 10, 0, True)] if len(loud) else loud
+        return [start / RATE for start in starts]
+
+    def sound_lead(self, track):
+        """Seconds by which each beep comes before its flash; the first and last events may be cut and do not count."""
+        beeps = numpy.array(self.beeps(track))
+        leads = []
+        for flash in self.flashes():
+            if 0.2 < flash < self.length - 0.2 and len(beeps):
+                leads.append(flash - beeps[numpy.abs(beeps - flash).argmin()])
+        return leads
+
+
+def tone_level(sound, hertz):
+    """Peak of a steady tone in one channel, over the whole seconds in its middle."""
+    seconds = len(sound) // RATE
+    start = (len(sound) - seconds * RATE) // 2
+    part = sound[start:start + seconds * RATE].astype(numpy.float64)
+    turns = numpy.exp(-2j * numpy.pi * hertz * numpy.arange(len(part)) / RATE)
+    return 2 * abs((part * turns).mean())

@@ -1,0 +1,224 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What every system test needs: the real program, the test scene, and waiting without fixed sleeps.
+
+Tests run on the private desktop that tools/private-desktop starts; QUELTO_PROGRAM and QUELTO_SCENE name the programs.
+"""
+import os
+import pathlib
+import re
+import signal
+import subprocess
+import sys
+import threading
+import time
+import unittest
+
+TEST_FOLDER = pathlib.Path(os.environ["QUELTO_TEST_DIR"])
+SKIPPED = 77
+
+
+def wait_until(condition, seconds, what):
+    """The condition's first true value; fails after so many seconds."""
+    deadline = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {seconds} s in vain for {what}")
+        time.sleep(0.02)
+
+
+def run(*words, **options):
+    """Runs a command and gives back what it printed."""
+    return subprocess.run([str(word) for word in words], check=True, capture_output=True, text=True, **options).stdout
+
+
+def press(keys="alt+shift+c"):
+    run("xdotool", "key", keys)
+
+
+def sound_server(order):
+    """kill | stop | start | restart"""
+    run(os.environ["QUELTO_TEST_SOUND"], order)
+
+
+class Scene:
+    """The test scene; `missed` and `late` are known once it has stopped."""
+
+    def __init__(self, *options):
+        self.process = subprocess.Popen([os.environ["QUELTO_SCENE"], *map(str, options)], stdout=subprocess.PIPE,
+                                        stderr=subprocess.PIPE, text=True)
+        line = self.process.stdout.readline()
+        if line.strip() != "scene ready":
+            raise AssertionError("the scene did not start: " + self.process.stderr.read())
+        self.missed = set()
+        self.late = set()
+
+    def stop(self):
+        if self.process.returncode is not None:
+            return
+        self.process.terminate()
+        _, report = self.process.communicate(timeout=10)
+        found = re.search(r"missed:([\d ]*); late:([\d ]*)", report)
+        if found:
+            self.missed, self.late = ({int(word) for word in part.split()} for part in found.groups())
+
+
+class Quelto:
+    """The program under test, steered over its D-Bus interface."""
+
+    NAME = "app.quelto.Quelto"
+    PATH = "/app/quelto/Quelto"
+    PROGRAM = os.environ.get("QUELTO_PROGRAM", "")
+
+    def __init__(self, environment=None, **settings):
+        """Settings are written before the start; one that is None stays out of the file."""
+        self.folder = pathlib.Path(settings.setdefault("saveFolder", str(TEST_FOLDER / "clips")) or TEST_FOLDER / "Videos/Quelto")
+        settings.setdefault("clipLength", 15)
+        settings.setdefault("playSound", False)
+        self.write_settings(settings)
+        self.log = TEST_FOLDER / "logs" / f"quelto-{time.monotonic_ns()}"
+        self.saved, self.failed = [], []
+        self._monitor = subprocess.Popen(["gdbus", "monitor", "--session", "--dest", self.NAME, "--object-path", self.PATH],
+                                         stdout=subprocess.PIPE, text=True)
+        threading.Thread(target=self._listen, daemon=True).start()
+        with open(self.log, "w") as log:
+            self.process = subprocess.Popen([self.PROGRAM], stdout=log, stderr=log, env={**os.environ, **(environment or {})})
+
+    settings_file = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "Quelto" / "Quelto.conf"
+
+    @classmethod
+    def write_settings(cls, settings):
+        def text(value):
+            return str(value).lower() if isinstance(value, bool) else str(value)
+
+        cls.settings_file.parent.mkdir(parents=True, exist_ok=True)
+        lines = [f"{key}={text(value)}\n" for key, value in settings.items() if value is not None]
+        cls.settings_file.write_text("[General]\n" + "".join(lines))
+
+    def _listen(self):
+        for line in self._monitor.stdout:
+            found = re.search(r"\.(ClipSaved|SaveFailed) \(['\"](.*)['\"],\)", line)
+            if found:
+                (self.saved if found[1] == "ClipSaved" else self.failed).append(found[2])
+
+    def _gdbus(self, method, *arguments):
+        return subprocess.run(["gdbus", "call", "--session", "--dest", self.NAME, "--object-path", self.PATH, "--method",
+                               method, *map(str, arguments)], capture_output=True, text=True)
+
+    def call(self, method, *arguments):
+        result = self._gdbus(f"{self.NAME}.{method}", *arguments)
+        if result.returncode:
+            raise AssertionError(f"{method}: {result.stderr.strip()}; {self.said()}")
+
+    def get(self, name):
+        """A published property; None while the program does not answer."""
+        result = self._gdbus("org.freedesktop.DBus.Properties.Get", self.NAME, name)
+        found = re.match(r"\(<(.*)>,\)$", result.stdout.strip(), re.DOTALL)
+        if not found:
+            return None
+        value = found[1]
+        if value in ("true", "false"):
+            return value == "true"
+        return value[1:-1] if value[:1] in "'\"" else float(value)
+
+    def set(self, key, value):
+        if isinstance(value, bool):
+            value = str(value).lower()
+        elif isinstance(value, str):
+            value = f"'{value}'"
+        self.call("SetSetting", key, f"<{value}>")
+
+    def said(self):
+        return f"the program said: {self.log.read_text()[-2000:]}"
+
+    def wait_for_state(self, wanted, seconds=15):
+        def is_there():
+            if self.process.poll() is not None:
+                raise AssertionError(f"the program ended with {self.process.returncode}; {self.said()}")
+            state = self.get("State")
+            if state == "error" and wanted != "error":
+                raise AssertionError(f"state error: {self.get('Message')}; {self.said()}")
+            return state == wanted
+
+        wait_until(is_there, seconds, f"state {wanted}; {self.said()}")
+        return time.monotonic()
+
+    def record(self, seconds):
+        """Waits until so much has been recorded. The one wait that is a length of time by its nature."""
+        self.wait_for_state("recording")
+        time.sleep(seconds)
+
+    def wait_for_clips(self, count, seconds=20):
+        """The paths of the clips that were announced so far, in order, once there are so many."""
+        def has_come():
+            if self.failed:
+                raise AssertionError(f"a save failed: {self.failed}")
+            return len(self.saved) >= count
+
+        wait_until(has_come, seconds, f"{count} clips, of which {len(self.saved)} came; {self.said()}")
+        return [pathlib.Path(path) for path in self.saved]
+
+    def save(self):
+        """One clip, asked for over D-Bus."""
+        count = len(self.saved)
+        self.call("SaveClip")
+        return self.wait_for_clips(count + 1)[count]
+
+    def visible_clips(self):
+        return sorted(path for path in self.folder.glob("*") if not path.name.startswith("."))
+
+    def kill(self):
+        self.process.send_signal(signal.SIGKILL)
+        self.process.wait()
+
+    def stop(self):
+        if self.process.poll() is None:
+            self.process.terminate()
+            try:
+                self.process.wait(10)
+            except subprocess.TimeoutExpired:
+                self.kill()
+                raise AssertionError("the program does not end when it is told to")
+        self._monitor.terminate()
+        self._monitor.wait()
+        self._monitor.stdout.close()
+
+
+class DeskTest(unittest.TestCase):
+    """Starts scene and program for one test and ends them after it."""
+
+    def scene(self, *options):
+        scene = Scene(*options)
+        self.addCleanup(scene.stop)
+        return scene
+
+    def quelto(self, environment=None, **settings):
+        program = Quelto(environment, **settings)
+        self.addCleanup(program.stop)
+        return program
+
+    def assert_no_frame_lost(self, counters, scene):
+        """Every frame that the scene showed in time is there, once, in order. Stop the scene first."""
+        self.assertNotIn(None, counters, "a counter could not be read")
+        steps = [(before, after) for before, after in zip(counters, counters[1:]) if after != before + 1]
+        backwards = [step for step in steps if step[1] < step[0]]
+        self.assertFalse(backwards, "counters go backwards")
+        # A frame that was drawn late shares its time with the next one.
+        excused = {frame + shift for frame in scene.missed | scene.late for shift in (-1, 0, 1)}
+        lost = [frame for before, after in steps for frame in range(before + 1, after) if frame not in excused]
+        repeated = [after for before, after in steps if after == before and after not in excused]
+        print(f"{len(counters)} frames, lost {len(lost)}, repeated {len(repeated)}, "
+              f"the scene's own misses {len(scene.missed)}, late {len(scene.late)}")
+        self.assertFalse(lost, "frames lost")
+        return repeated
+
+
+def main():
+    """unittest.main, with an exit code of its own where every test was skipped, so that ctest counts it as skipped."""
+    program = unittest.main(exit=False, verbosity=2)
+    result = program.result
+    if result.wasSuccessful() and result.testsRun and len(result.skipped) == result.testsRun:
+        sys.exit(SKIPPED)
+    sys.exit(not result.wasSuccessful())

@@ -1,0 +1,87 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What is in a clip: every picture, sound at the picture's time, each source in its tracks."""
+import clip
+import desk
+
+TONE, MIC_TONE = 440, 700
+LEVEL = 0.25
+
+
+def decibels(ratio):
+    return 20 * clip.numpy.log10(max(ratio, 1e-9))
+
+
+class ClipContent(desk.DeskTest):
+    def assert_level(self, sound, hertz, wanted, where):
+        level = clip.tone_level(sound, hertz)
+        if wanted == 0:
+            self.assertLess(level, 0.003, f"{hertz} Hz does not belong in {where}")
+        else:
+            self.assertAlmostEqual(decibels(level / wanted), 0, delta=0.5, msg=f"level of {hertz} Hz in {where}")
+
+    def test_pictures_follow_each_other_and_sound_fits_them(self):
+        scene = self.scene("--tone", TONE, "--mic-tone", MIC_TONE)
+        program = self.quelto(clipLength=15, displayID=0)
+        program.record(17)
+        result = clip.Clip(program.save())
+        scene.stop()
+
+        self.assertGreaterEqual(result.length, 15)
+        self.assertLessEqual(result.length, 16.35)
+        self.assertEqual((result.video[0]["width"], result.video[0]["height"]), (1920, 1080))
+        self.assertEqual(result.video[0]["color_space"], "bt709")
+        self.assertEqual(result.video[0]["color_range"], "tv")
+        packets = result.packets()
+        self.assertEqual(packets[0][0], 0)
+        self.assertTrue(packets[0][1], "the first frame is no key frame")
+        keys = [time for time, is_key in packets if is_key]
+        self.assertLess(max(after - before for before, after in zip(keys, keys[1:])), 1.1)
+        self.assertFalse(self.assert_no_frame_lost(result.counters(), scene))
+
+        leads = result.sound_lead(1)
+        self.assertGreaterEqual(len(leads), 13)
+        print(f"sound before picture: mean {1000 * sum(leads) / len(leads):+.1f} ms, "
+              f"from {1000 * min(leads):+.1f} to {1000 * max(leads):+.1f} ms")
+        self.assertLessEqual(max(map(abs, leads)), 0.040)
+
+    def test_volumes_rule_the_mix_and_leave_the_alternates_alone(self):
+        self.scene("--tone", TONE, "--mic-tone", MIC_TONE, "--motion", "low")
+        program = self.quelto(clipLength=3)
+        program.record(4)
+        for system, microphone in ((1.0, 1.0), (0.0, 2.0), (2.0, 0.0)):
+            with self.subTest(system=system, microphone=microphone):
+                program.set("systemVolume", system)
+                program.set("micVolume", microphone)
+                result = clip.Clip(program.save())
+                self.assertEqual([track["disposition"]["default"] for track in result.audio], [1, 0, 0, 0])
+                self.assertEqual({(track["codec_name"], track["sample_rate"], track["channels"]) for track in result.audio},
+                                 {("aac", "48000", 2)})
+                mix, system_only, mic_only, chat_only = (result.sound(track) for track in range(4))
+                self.assert_level(mix[:, 0], TONE, LEVEL * system, "the mix")
+                self.assert_level(mix[:, 0], MIC_TONE, LEVEL * microphone, "the mix")
+                self.assert_level(mix[:, 1], TONE, 0, "the right side")
+                self.assert_level(system_only[:, 0], TONE, LEVEL, "the system track")
+                self.assert_level(system_only[:, 0], MIC_TONE, 0, "the system track")
+                self.assert_level(mic_only[:, 1], MIC_TONE, LEVEL, "the microphone track")
+                self.assert_level(mic_only[:, 0], TONE, 0, "the microphone track")
+                self.assertEqual(abs(chat_only).max(), 0)
+
+    def test_without_microphone_there_is_one_audio_track(self):
+        self.scene("--tone", TONE, "--motion", "low")
+        program = self.quelto(clipLength=2, captureMicrophone=False)
+        program.record(2.5)
+        result = clip.Clip(program.save())
+        self.assertEqual(len(result.audio), 1)
+        self.assert_level(result.sound(0)[:, 0], TONE, LEVEL, "the mix")
+
+    def test_all_volumes_at_zero_leave_the_picture_alone(self):
+        self.scene("--tone", TONE, "--motion", "low")
+        program = self.quelto(clipLength=2, systemVolume=0.0, micVolume=0.0)
+        program.record(2.5)
+        result = clip.Clip(program.save())
+        self.assertEqual((len(result.video), len(result.audio)), (1, 0))
+
+
+if __name__ == "__main__":
+    desk.main()

@@ -1,0 +1,70 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The save shortcut, pressed through the X server."""
+import subprocess
+import time
+
+import clip
+import desk
+
+
+class Key(desk.DeskTest):
+    def test_two_presses_a_tenth_of_a_second_apart_give_two_clips(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=2)
+        program.record(3)
+        desk.press()
+        time.sleep(0.1)
+        desk.press()
+        first, second = (clip.Clip(path) for path in program.wait_for_clips(2))
+        self.assertEqual(len(program.visible_clips()), 2)
+        self.assertNotEqual(first.path, second.path)
+        shared = set(first.counters()) & set(second.counters())
+        self.assertGreater(len(shared), 60, "the clips do not overlap")
+        self.assertGreater(second.counters()[-1], first.counters()[-1], "the second clip has no end of its own")
+
+    def test_lock_keys_do_not_matter(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=1)
+        program.record(1.5)
+        for lock in ("Num_Lock", "Caps_Lock"):
+            desk.press(lock)
+            self.addCleanup(desk.press, lock)
+            desk.press()
+            program.wait_for_clips(len(program.saved) + 1)
+
+    def test_press_while_starting_gives_one_clip_a_second_later(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=3, autoStart=False)
+        program.wait_for_state("idle")
+        for _ in range(10):
+            subprocess.Popen(["gdbus", "call", "--session", "--dest", program.NAME, "--object-path", program.PATH,
+                              "--method", f"{program.NAME}.Start"], stdout=subprocess.DEVNULL).wait()
+            desk.press()
+            if program.get("State") == "starting":
+                break
+            program.wait_for_clips(len(program.saved) + 1)
+            program.call("Stop")
+            program.wait_for_state("idle")
+        else:
+            self.skipTest("the program starts faster than a key can be pressed")
+        before = len(program.saved)
+        program.wait_for_state("recording")
+        result = clip.Clip(program.wait_for_clips(before + 1)[before])
+        time.sleep(1.5)
+        self.assertEqual(len(program.saved), before + 1)
+        # It ends a second and a quarter after recording began, and cannot reach further back than that.
+        self.assertGreater(result.length, 0.5)
+        self.assertLess(result.length, 2.2)
+
+    def test_press_while_nothing_records_gives_none(self):
+        program = self.quelto(autoStart=False)
+        program.wait_for_state("idle")
+        desk.press()
+        program.call("Start")
+        program.record(1.5)
+        self.assertEqual(program.saved + program.failed, [])
+
+
+if __name__ == "__main__":
+    desk.main()

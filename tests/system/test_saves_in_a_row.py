@@ -1,0 +1,24 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Saving does not disturb recording."""
+import clip
+import desk
+
+
+class SavesInARow(desk.DeskTest):
+    def test_twenty_saves_lose_no_frame(self):
+        scene = self.scene()
+        program = self.quelto(clipLength=3)
+        program.record(4)
+        for _ in range(20):
+            program.save()
+        self.assertEqual(len(program.visible_clips()), 20)
+        program.set("clipLength", 20)
+        result = clip.Clip(program.save())
+        scene.stop()
+        self.assertGreater(result.length, 8)
+        self.assert_no_frame_lost(result.counters(), scene)
+
+
+if __name__ == "__main__":
+    desk.main()

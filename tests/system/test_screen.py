@@ -1,0 +1,85 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The screen: its size changes, it is still, it is not the one that was chosen, it goes away."""
+import os
+import subprocess
+import time
+
+import clip
+import desk
+
+
+def cpu_seconds(pid):
+    with open(f"/proc/{pid}/stat") as stat:
+        fields = stat.read().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+class Screen(desk.DeskTest):
+    @classmethod
+    def setUpClass(cls):
+        desk.run("xrandr", "--newmode", "small", "74", "1280", "1320", "1360", "1440", "720", "730", "740", "760")
+        desk.run("xrandr", "--addmode", "screen", "small")
+
+    def test_resize_keeps_the_output_size_and_the_buffer(self):
+        self.scene()
+        self.addCleanup(desk.run, "xrandr", "--output", "screen", "--mode", "1920x1080")
+        program = self.quelto(clipLength=10)
+        program.record(3)
+        desk.run("xrandr", "--output", "screen", "--mode", "small")
+        time.sleep(2.5)
+        self.assertEqual(program.get("State"), "recording")
+        desk.run("xrandr", "--output", "screen", "--mode", "1920x1080")
+        time.sleep(2.5)
+        result = clip.Clip(program.save())
+        self.assertEqual((result.video[0]["width"], result.video[0]["height"]), (1920, 1080))
+        self.assertGreater(result.length, 7)
+        counters = [counter for counter in result.counters() if counter is not None]
+        self.assertGreater(len(counters), 0.9 * len(result.pictures()), "pictures that cannot be read")
+        self.assertGreater(counters[-1] - counters[0], 7 * 60, "the buffer did not survive")
+        # While the screen was small its whole picture filled the clip's.
+        middle = result.counters()[len(result.pictures()) // 2 - 20:][:40]
+        self.assertNotIn(None, middle)
+
+    def test_still_screen_costs_next_to_nothing_and_can_be_saved(self):
+        self.scene("--still", "--silent")
+        program = self.quelto(clipLength=3)
+        program.record(2)
+        before = cpu_seconds(program.process.pid)
+        time.sleep(4)
+        used = (cpu_seconds(program.process.pid) - before) / 4
+        print(f"{100 * used:.1f} % of a core for a still screen")
+        self.assertLess(used, 0.1)
+        result = clip.Clip(program.save())
+        self.assertGreaterEqual(result.length, 3)
+        self.assertEqual(set(result.counters()), {0})
+
+    def test_vanished_display_falls_back_to_the_main_one(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=1, displayID=424242)
+        program.record(1.5)
+        self.assertNotIn(None, clip.Clip(program.save()).counters())
+
+    def test_dead_x_server_ends_in_the_error_state_or_the_program(self):
+        # A second X server that may die.
+        read, write = os.pipe()
+        server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "640x360x24", "-nolisten", "tcp"],
+                                  pass_fds=[write], stderr=subprocess.DEVNULL)
+        self.addCleanup(server.wait)
+        self.addCleanup(server.kill)
+        os.close(write)
+        with os.fdopen(read) as number:
+            display = ":" + number.readline().strip()
+        program = self.quelto({"DISPLAY": display})
+        program.wait_for_state("recording")
+        server.kill()
+        # Qt ends a program whose own X connection breaks; either way nothing may hang or crash.
+        desk.wait_until(lambda: program.process.poll() is not None or program.get("State") == "error", 5, "the end")
+        if program.process.poll() is None:
+            self.assertTrue(program.get("Message"))
+        else:
+            self.assertGreaterEqual(program.process.returncode, 0, "ended by a signal")
+
+
+if __name__ == "__main__":
+    desk.main()

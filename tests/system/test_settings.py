@@ -1,0 +1,66 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Settings that restart the recording, settings that do not, and the file they are kept in."""
+import time
+
+import clip
+import desk
+
+
+class Settings(desk.DeskTest):
+    def test_capture_setting_restarts_within_about_a_second(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=15)
+        program.record(4)
+        self.assertIn("60 FPS", program.get("CaptureSummary"))
+        changed = time.monotonic()
+        program.set("fps", 30)
+        desk.wait_until(lambda: "30 FPS" in program.get("CaptureSummary") and program.get("State") == "recording", 5,
+                        "the recording at 30 frames")
+        taken = time.monotonic() - changed
+        print(f"restarted after {taken:.2f} s")
+        self.assertGreater(taken, 0.7)
+        self.assertLess(taken, 2.5)
+        program.record(1)
+        # What was buffered before is gone.
+        self.assertLess(clip.Clip(program.save()).length, 3)
+
+    def test_clip_length_and_volumes_do_not_restart(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=2)
+        program.record(5)
+        program.set("clipLength", 6)
+        program.set("systemVolume", 0.5)
+        quiet_until = time.monotonic() + 1.5
+        while time.monotonic() < quiet_until:
+            self.assertEqual(program.get("State"), "recording")
+        result = clip.Clip(program.save())
+        self.assertGreaterEqual(result.length, 6)
+        self.assertLessEqual(result.length, 7.35)
+
+    def test_output_size_follows_the_resolution_setting(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=1, resolution="p720", codec="hevc", fps=30)
+        program.record(2)
+        self.assertIn("1280×720", program.get("CaptureSummary"))
+        result = clip.Clip(program.save())
+        self.assertEqual((result.video[0]["codec_name"], result.video[0]["width"], result.video[0]["height"]),
+                         ("hevc", 1280, 720))
+        self.assertNotIn(None, result.counters())
+
+    def test_changed_values_are_written_at_once_under_the_properties_names(self):
+        program = self.quelto(autoStart=False)
+        program.wait_for_state("idle")
+        program.set("clipLength", 45)
+        program.set("quality", "ultra")
+        program.set("showCursor", False)
+        program.set("micVolume", 1.5)
+        lines = desk.Quelto.settings_file.read_text().splitlines()
+        self.assertEqual(lines[0], "[General]")
+        for line in ("clipLength=45", "quality=ultra", "showCursor=false", "micVolume=1.5"):
+            self.assertIn(line, lines)
+        self.assertNotIn("hotkeyCode", "\n".join(lines), "a default that nobody changed was written")
+
+
+if __name__ == "__main__":
+    desk.main()

@@ -1,0 +1,64 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Starting: once only, with errors as sentences, and a clip on request over D-Bus."""
+import os
+import subprocess
+
+import clip
+import desk
+
+
+class Start(desk.DeskTest):
+    def test_short_recording(self):
+        self.scene("--motion", "low", "--tone", 440)
+        program = self.quelto(clipLength=2, fps=30, resolution="p720")
+        program.record(3)
+        result = clip.Clip(program.save())
+        self.assertGreaterEqual(result.length, 2)
+        self.assertNotIn(None, result.counters())
+        self.assertEqual(program.get("IsSaving"), False)
+        desk.wait_until(lambda: program.get("BufferMB"), 3, "the buffer's size")
+        program.call("Stop")
+        program.wait_for_state("idle")
+        self.assertEqual(program.get("BufferMB"), 0)
+
+    def test_second_start_raises_the_first(self):
+        program = self.quelto(autoStart=False)
+        program.wait_for_state("idle")
+        self.scene("--still", "--silent")
+        active = lambda: desk.run("xdotool", "getactivewindow", "getwindowname").strip()
+        desk.wait_until(lambda: active() == "Quelto scene", 5, "the scene in front")
+        second = subprocess.run([desk.Quelto.PROGRAM], timeout=10)
+        self.assertEqual(second.returncode, 0)
+        desk.wait_until(lambda: active() == "Quelto", 5, "Quelto's window in front")
+        self.assertIsNone(program.process.poll())
+
+    def test_clip_is_named_for_the_program_in_front(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=1)
+        program.record(1.5)
+        self.assertRegex(program.save().name, r"^.+ - \d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d\.mp4$")
+
+    def test_default_folder_is_in_the_videos_folder(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=1, saveFolder=None)
+        program.record(1.5)
+        self.assertEqual(program.save().parent, desk.TEST_FOLDER / "Videos" / "Quelto")
+
+    def test_no_display_size_for_the_encoder_is_told(self):
+        # A screen of one pixel comes out as 0×0, which no encoder takes.
+        read, write = os.pipe()
+        server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1x1x24", "-nolisten", "tcp"],
+                                  pass_fds=[write], stderr=subprocess.DEVNULL)
+        self.addCleanup(server.wait)
+        self.addCleanup(server.kill)
+        os.close(write)
+        with os.fdopen(read) as number:
+            display = ":" + number.readline().strip()
+        program = self.quelto({"DISPLAY": display}, captureAudio=False, captureMicrophone=False)
+        program.wait_for_state("error")
+        self.assertRegex(program.get("Message"), r"^Video kodlayıcı başlatılamadı \(-?\d+\)\. ")
+
+
+if __name__ == "__main__":
+    desk.main()
