@@ -59,15 +59,19 @@ function(quelto_test name)
     endif()
 endfunction()
 
-# quelto_qml_module(target URI name SOURCES registered.h … QML_FILES A.qml …): turns a library into a QML module too.
+# quelto_qml_module(target URI name IMPORTS Other.Module … SOURCES registered.h … QML_FILES A.qml …): turns a library into a QML module too.
 # What Qt generates from the files is not ours to hold to our warnings.
 function(quelto_qml_module target)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML_FILES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "IMPORTS;SOURCES;QML_FILES")
+    string(REPLACE "." "/" folder ${arg_URI})
     qt_add_qml_module(
         ${target}
         URI ${arg_URI}
         VERSION 1.0
         RESOURCE_PREFIX /
+        OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${folder}
+        IMPORT_PATH ${CMAKE_BINARY_DIR}/qml
+        IMPORTS QtQuick ${arg_IMPORTS}
         SOURCES ${arg_SOURCES}
         QML_FILES ${arg_QML_FILES}
     )

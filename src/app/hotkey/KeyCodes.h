@@ -9,14 +9,6 @@
 
 namespace quelto {
 
-/// The modifier bits of a stored shortcut.
-namespace KeyModifier {
-constexpr std::uint32_t Command = 256; ///< The Super key.
-constexpr std::uint32_t Shift = 512;
-constexpr std::uint32_t Option = 2048; ///< The Alt key.
-constexpr std::uint32_t Control = 4096;
-} // namespace KeyModifier
-
 /// One key of the keyboard by its place, whatever the layout prints on it.
 struct KeyPosition {
     /// The stored form: 8 is the place of C on an ANSI keyboard, in every layout.

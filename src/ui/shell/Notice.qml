@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Quelto.Theme
 
 // A short text over the window, closed with Escape, Enter or its button.
@@ -11,7 +12,7 @@ Popup {
     required property string title
     required property string text
 
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: 460
     padding: 24

@@ -23,49 +23,15 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
-    contentItem: Row {
-        spacing: 8
-
-        SymbolIcon {
-            id: icon
-
-            anchors.verticalCenter: parent.verticalCenter
-            visible: button.symbol !== ""
-            symbol: button.symbol
-            side: 16
-            color: button.foreground
-        }
-
-        Text {
-            id: label
-
-            anchors.verticalCenter: parent.verticalCenter
-            text: button.text
-            font: button.font
-            color: button.foreground
-        }
-
-        Item {
-            width: Math.max(0, parent.width - label.width - trailing.width - 2 * parent.spacing
-                            - (icon.visible ? icon.width + parent.spacing : 0))
-            height: 1
-            visible: button.trailingText !== ""
-        }
-
-        Text {
-            id: trailing
-
-            anchors.verticalCenter: parent.verticalCenter
-            visible: button.trailingText !== ""
-            text: button.trailingText
-            color: button.foreground
-            opacity: 0.85
-            font.pixelSize: 11
-            font.weight: Font.Bold
-        }
+    contentItem: ButtonLabel {
+        symbol: button.symbol
+        text: button.text
+        trailingText: button.trailingText
+        font: button.font
+        color: button.foreground
     }
 
     background: Rectangle {

@@ -9,7 +9,8 @@ Image {
 
     width: side
     height: side
-    sourceSize: Qt.size(side * Screen.devicePixelRatio, side * Screen.devicePixelRatio)
+    sourceSize.width: side * Screen.devicePixelRatio
+    sourceSize.height: side * Screen.devicePixelRatio
     source: symbol === "" ? "" : "image://symbols/" + symbol + "/" + color.toString().slice(-6)
     Accessible.ignored: true
 }
