@@ -1,0 +1,38 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The public tool beside which each figure is put: the ffmpeg command line, at the settings that Quelto uses."""
+import os
+import subprocess
+
+BITRATE = 13_685_760
+WIDTH, HEIGHT, FPS = 1920, 1080, 60
+
+
+def grab(seconds):
+    """Captures and encodes the screen; the CPU seconds that it took, all threads."""
+    return _cpu_seconds(
+        "ffmpeg", "-v", "error", "-f", "x11grab", "-framerate", FPS, "-video_size", f"{WIDTH}x{HEIGHT}",
+        "-i", os.environ["DISPLAY"], "-t", seconds, "-pix_fmt", "yuv420p", "-c:v", "libx264", "-preset", "ultrafast",
+        "-profile:v", "high", "-aq-mode", "1", "-b:v", BITRATE, "-maxrate", BITRATE * 5 // 4, "-bufsize", BITRATE // 4,
+        "-g", FPS, "-bf", "0", "-threads", "2", "-x264-params",
+        "8x8dct=1:cabac=1:deblock=0,0:rc-lookahead=0:sync-lookahead=0:scenecut=0:sliced-threads=1:open-gop=0",
+        "-f", "null", "-")
+
+
+def _cpu_seconds(*words):
+    process = subprocess.Popen([str(word) for word in words])
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    if process.returncode:
+        raise RuntimeError(f"{words[0]} ended with {process.returncode}")
+    return usage.ru_utime + usage.ru_stime
+
+
+def decode_mix(clip, target):
+    """The clip's mix as PCM: what a save starts from."""
+    subprocess.run(["ffmpeg", "-v", "error", "-y", "-i", clip, "-map", "0:a:0", target], check=True)
+
+
+def copy_and_encode_mix(clip, mix, target):
+    """Copies the picture and encodes one audio track, as the least that anybody has to do for a clip."""
+    subprocess.run(["ffmpeg", "-v", "error", "-y", "-i", clip, "-i", mix, "-map", "0:v:0", "-map", "1:a:0", "-c:v", "copy",
+                    "-c:a", "aac", "-b:a", "192k", target], check=True)

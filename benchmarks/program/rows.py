@@ -1,0 +1,159 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""One function a row of the table. Each measures on the private desktop and gives back a Row."""
+import dataclasses
+import os
+import pathlib
+import statistics
+import subprocess
+import time
+
+import clip
+import desk
+import peers
+
+SILENT = {"captureAudio": False, "captureMicrophone": False}
+
+
+@dataclasses.dataclass
+class Row:
+    work: str
+    ours: str
+    peer: str
+    figure: str
+    budget: str
+    is_within: bool
+
+
+def cpu_seconds(pid):
+    """User and system time of all threads of a process."""
+    fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def lost_frames(counters, scene):
+    """Frames between the first and the last counter that the scene showed in time and the clip has not."""
+    seen = set(counters)
+    late = {frame + shift for frame in scene.missed | scene.late for shift in (-1, 0, 1)}
+    return sum(frame not in seen and frame not in late for frame in range(counters[0], counters[-1]))
+
+
+class Recording:
+    """Scene and program for the time of one measurement."""
+
+    def __init__(self, *scene_options, **settings):
+        self.scene = desk.Scene(*scene_options)
+        self.program = desk.Quelto(**settings)
+        self.program.wait_for_state("recording")
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.program.stop()
+        self.scene.stop()
+
+
+def _capture_pair(seconds, *scene_options):
+    """CPU seconds of Quelto and of the peer over the same length of the same scene, and the frames that Quelto lost."""
+    with Recording(*scene_options, clipLength=seconds, **SILENT) as recording:
+        time.sleep(2)
+        before = cpu_seconds(recording.program.process.pid)
+        time.sleep(seconds)
+        ours = cpu_seconds(recording.program.process.pid) - before
+        counters = clip.Clip(recording.program.save()).counters()
+    lost = lost_frames(counters, recording.scene)
+    scene = desk.Scene(*scene_options)
+    theirs = peers.grab(seconds)
+    scene.stop()
+    return ours, theirs, lost
+
+
+def moving_screen(options):
+    pairs = [_capture_pair(options.seconds, "--silent") for _ in range(options.runs)]
+    ratio = statistics.median(ours / theirs for ours, theirs, _ in pairs)
+    lost = sum(lost for *_, lost in pairs)
+    return Row("Capture and encode, moving 1080p60", f"{statistics.median(pair[0] for pair in pairs) / options.seconds:.2f} CPU s/s",
+               f"{statistics.median(pair[1] for pair in pairs) / options.seconds:.2f} CPU s/s",
+               f"{ratio:.2f}, {lost} frames lost", "0.85, none lost", ratio <= 0.85 and lost == 0)
+
+
+def still_screen(options):
+    pairs = [_capture_pair(options.seconds, "--still", "--silent") for _ in range(options.runs)]
+    ratio = statistics.median(ours / theirs for ours, theirs, _ in pairs)
+    return Row("The same, still screen", f"{statistics.median(pair[0] for pair in pairs) / options.seconds:.3f} CPU s/s",
+               f"{statistics.median(pair[1] for pair in pairs) / options.seconds:.2f} CPU s/s", f"{ratio:.3f}", "0.1",
+               ratio <= 0.1)
+
+
+def _seconds_to_clip(program):
+    """From the request to the finished file, less the settling delay."""
+    count = len(program.visible_clips())
+    asked = time.monotonic()
+    program.call("SaveClip")
+    while len(program.visible_clips()) == count:
+        time.sleep(0.002)
+    return time.monotonic() - asked - 0.25
+
+
+def save(options):
+    folder = desk.TEST_FOLDER
+    ours, theirs = [], []
+    with Recording("--tone", 440, "--mic-tone", 700, clipLength=30) as recording:
+        time.sleep(33)
+        result = recording.program.save()
+        peers.decode_mix(result, folder / "mix.wav")
+        for _ in range(max(5, options.runs)):
+            ours.append(_seconds_to_clip(recording.program))
+            started = time.monotonic()
+            peers.copy_and_encode_mix(result, folder / "mix.wav", folder / "peer.mp4")
+            theirs.append(time.monotonic() - started)
+    ratio = statistics.median(a / b for a, b in zip(ours, theirs))
+    return Row("Save of 30 s with all tracks", f"{1000 * statistics.median(ours):.0f} ms",
+               f"{1000 * statistics.median(theirs):.0f} ms", f"{ratio:.2f}", "0.7", ratio <= 0.7)
+
+
+def saves_in_a_row(options):
+    with Recording(clipLength=10) as recording:
+        time.sleep(11)
+        for _ in range(20):
+            recording.program.save()
+        recording.program.set("clipLength", 60)
+        counters = clip.Clip(recording.program.save()).counters()
+    lost = lost_frames(counters, recording.scene)
+    return Row("Frames lost while 20 saves follow each other", f"{lost} of {len(counters)}", "", f"{lost}", "0", lost == 0)
+
+
+def _drift(points):
+    """Milliseconds over the whole length by the straight line through (time, lead)."""
+    slope, _ = statistics.linear_regression(*zip(*points))
+    return 1000 * slope * (points[-1][0] - points[0][0])
+
+
+def sound_against_picture(options):
+    points = []
+    with Recording("--tone", 440, clipLength=15) as recording:
+        started = time.monotonic()
+        # Each clip shows about fifteen pairs of flash and beep.
+        for moment in range(16, max(31, options.sync_minutes * 60 + 1), 15 if options.sync_minutes < 5 else 60):
+            time.sleep(max(0.0, started + moment - time.monotonic()))
+            path = recording.program.save()
+            points += [(moment, lead) for lead in clip.Clip(path).sound_lead(1)]
+            path.unlink()
+    leads = [lead for _, lead in points]
+    mean, lowest, highest = (1000 * value for value in (statistics.mean(leads), min(leads), max(leads)))
+    drift = _drift(points)
+    length = f"{points[-1][0] / 60:.1f} min"
+    return Row("Sound before picture", f"mean {mean:+.1f} ms, {lowest:+.1f} to {highest:+.1f} ms", "",
+               f"drift {drift:+.1f} ms over {length}", "mean ±10 ms, −45 to +15 ms",
+               abs(mean) <= 10 and lowest >= -45 and highest <= 15)
+
+
+def buffer_memory(options):
+    output = subprocess.run([options.build / "benchmarks/buffer/bench_buffer_memory"], capture_output=True, text=True, check=True)
+    taken, held = map(int, output.stdout.split())
+    return Row("Memory of the buffer over its samples", f"{taken / 2**20:.1f} MiB", f"{held / 2**20:.1f} MiB of samples",
+               f"{taken / held:.3f}", "1.05", taken / held <= 1.05)
+
+
+ALL = {row.__name__.replace("_", "-"): row
+       for row in (moving_screen, still_screen, save, saves_in_a_row, sound_against_picture, buffer_memory)}
