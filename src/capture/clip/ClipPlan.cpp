@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/clip/ClipPlan.h"
+
+#include <limits>
+
+namespace quelto {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// How long the newest picture is shown when nothing says more.
+constexpr HostDuration LastPictureLength = std::chrono::round<HostDuration>(std::chrono::duration<double>(1.0 / 60));
+constexpr HostDuration LongestClip = 1h;
+constexpr HostDuration FarthestSound = 24h;
+
+/// Stamps of a broken device can lie anywhere.
+HostDuration difference(HostTime later, HostTime earlier)
+{
+    std::int64_t result = 0;
+    const auto from = earlier.time_since_epoch().count();
+    if (__builtin_sub_overflow(later.time_since_epoch().count(), from, &result)) {
+        return from < 0 ? HostDuration::max() : HostDuration::min();
+    }
+    return HostDuration(result);
+}
+
+HostTime moved(HostTime time, HostDuration by)
+{
+    std::int64_t result = 0;
+    if (__builtin_add_overflow(time.time_since_epoch().count(), by.count(), &result)) {
+        return by.count() < 0 ? HostTime::min() : HostTime::max();
+    }
+    return HostTime(HostDuration(result));
+}
+
+} // namespace
+
+std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, int seconds)
+{
+    const auto first =
+        std::find_if(video.begin(), video.end(), [](const VideoSamplePtr& sample) { return sample->isKeyframe(); });
+    if (first == video.end()) {
+        return std::nullopt;
+    }
+    const auto wantedStart = moved(endTime, -std::chrono::seconds(seconds));
+    auto start = first;
+    for (auto sample = first; sample != video.end(); ++sample) {
+        if ((*sample)->isKeyframe() && (*sample)->presentationTime <= wantedStart) {
+            start = sample;
+        }
+    }
+    const auto videoEnd = moved(video.back()->presentationTime, LastPictureLength);
+    return ClipPlan{start - video.begin(), (*start)->presentationTime, std::max(endTime, videoEnd)};
+}
+
+bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioSamples& mixed)
+{
+    return (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) && !mixed.isEmpty();
+}
+
+AudioSamples soundNear(const AudioSamples& samples, HostTime start)
+{
+    const auto isFar = [start](const AudioSamplePtr& sample) {
+        const auto distance = difference(sample->presentationTime, start);
+        return distance > FarthestSound || distance < -FarthestSound;
+    };
+    if (std::none_of(samples.begin(), samples.end(), isFar)) {
+        return samples;
+    }
+    AudioSamples near;
+    std::copy_if(samples.begin(), samples.end(), std::back_inserter(near), [&](const auto& s) { return !isFar(s); });
+    return near;
+}
+
+bool isPlausible(const ClipPlan& plan)
+{
+    const auto length = difference(plan.end, plan.start);
+    return length > HostDuration::zero() && length <= LongestClip;
+}
+
+} // namespace quelto

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/clip/ClipWriter.h"
+
+#include "app/language/T.h"
+#include "capture/clip/ClipPlan.h"
+#include "capture/clip/RecorderError.h"
+#include "capture/clip/SoundTrack.h"
+#include "capture/clip/WriteFailure.h"
+#include "capture/mix/AudioMixer.h"
+#include "library/naming/ClipName.h"
+#include "media/container/Mp4Writer.h"
+#include "media/container/WholeFile.h"
+#include "media/sound/ResamplingConverter.h"
+
+#include <QFile>
+
+#include <filesystem>
+#include <future>
+#include <system_error>
+
+namespace quelto {
+
+namespace {
+
+constexpr int MainBitsPerSecond = 192000;
+constexpr int AlternateBitsPerSecond = 128000;
+
+/// The sound of a clip: the mix first, then each source alone where there is more than one.
+std::vector<AudioSamples> renderSound(const ClipRequest& request, const ClipPlan& plan)
+{
+    const AudioMixer mixer(makeResamplingConverter);
+    const auto render = [&](std::vector<MixSource> sources) {
+        return std::async(std::launch::async, [&mixer, &plan, sources = std::move(sources)] {
+            return mixer.mix(sources, plan.start, plan.end);
+        });
+    };
+    const auto& snapshot = request.snapshot;
+    const auto audio = soundNear(snapshot.audio, plan.start);
+    const auto mic = soundNear(snapshot.mic, plan.start);
+    const auto chat = soundNear(snapshot.chat, plan.start);
+
+    // Voice chat is part of the system sound already and would be heard twice.
+    auto mix = render({{audio, request.systemGain}, {mic, request.micGain}});
+    std::vector<std::future<AudioSamples>> alone;
+    if (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) {
+        for (const auto& source : {audio, mic, chat}) {
+            alone.push_back(render({{source, 1.0F}}));
+        }
+    }
+
+    std::vector<AudioSamples> tracks{mix.get()};
+    if (!hasOwnTracks(snapshot, tracks.front())) {
+        // Without a mix there is no main track, and alternates of nothing make no sense to a player.
+        if (tracks.front().isEmpty()) {
+            tracks.clear();
+        }
+        return tracks;
+    }
+    for (auto& rendered : alone) {
+        auto track = rendered.get();
+        tracks.push_back(track.isEmpty() ? AudioMixer::silence(plan.start, plan.end) : std::move(track));
+    }
+    return tracks;
+}
+
+std::vector<std::unique_ptr<SoundTrack>> startEncoding(std::vector<AudioSamples> pcm)
+{
+    std::vector<std::unique_ptr<SoundTrack>> tracks;
+    for (auto& samples : pcm) {
+        const bool isMain = tracks.empty();
+        tracks.push_back(std::make_unique<SoundTrack>(std::move(samples),
+                                                      isMain ? MainBitsPerSecond : AlternateBitsPerSecond,
+                                                      isMain ? Mp4TrackState::enabled : Mp4TrackState::disabled));
+    }
+    return tracks;
+}
+
+QString publish(WholeFile& file, const ClipRequest& request, const QDateTime& date)
+{
+    const ClipNameParts parts{request.game, date, request.suffix};
+    for (int mark = 1;; ++mark) {
+        const auto name = clipFileName(parts, mark);
+        if (file.tryPublish(name)) {
+            return request.folder + u'/' + name;
+        }
+    }
+}
+
+QString writeClip(const ClipRequest& request, const ClipPlan& plan)
+{
+    auto tracks = startEncoding(renderSound(request, plan));
+    std::filesystem::create_directories(QFile::encodeName(request.folder).toStdString());
+    const auto date = QDateTime::currentDateTime();
+
+    WholeFile file(request.folder);
+    const auto& video = request.snapshot.video;
+    Mp4Movie movie{.video = std::span(video.constData(), video.size()).subspan(plan.firstSample),
+                   .start = plan.start,
+                   .end = plan.end,
+                   .sound = {}};
+    for (const auto& track : tracks) {
+        movie.sound.push_back(track->asMp4Sound());
+    }
+    writeMp4(movie, file);
+    file.flush();
+    return publish(file, request, date);
+}
+
+} // namespace
+
+QString ClipWriter::write(const ClipRequest& request)
+{
+    const auto plan = planClip(request.snapshot.video, request.endTime, request.seconds);
+    if (!plan) {
+        throw RecorderError::emptyBuffer();
+    }
+    if (!isPlausible(*plan)) {
+        throw RecorderError::writer(T("Görüntünün zaman bilgisi bozuk. Kaydı durdurup yeniden başlatın."));
+    }
+    try {
+        return writeClip(request, *plan);
+    } catch (const std::system_error& error) {
+        throw RecorderError::writer(writeFailureText(error.code().value()));
+    } catch (const std::bad_alloc&) {
+        throw RecorderError::writer(T("Bellek yetmedi. Klip süresini kısaltın."));
+    } catch (const std::exception& error) {
+        const auto text = QString::fromLocal8Bit(error.what());
+        throw RecorderError::writer(text.isEmpty() ? T("bilinmeyen hata") : text);
+    }
+}
+
+} // namespace quelto

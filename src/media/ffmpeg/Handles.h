@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libavutil/buffer.h>
+#include <libavutil/dict.h>
+#include <libavutil/frame.h>
+#include <libswresample/swresample.h>
+}
+
+#include <memory>
+
+namespace quelto::ffmpeg {
+
+/// Every object of the codec libraries lives in one of these; nobody frees one by hand. Only folders below media/
+/// include this header.
+struct Free {
+    void operator()(AVCodecContext* context) const noexcept;
+    void operator()(AVFrame* frame) const noexcept;
+    void operator()(AVPacket* packet) const noexcept;
+    void operator()(AVBufferRef* buffer) const noexcept;
+    void operator()(AVIOContext* io) const noexcept;
+    void operator()(SwrContext* resampler) const noexcept;
+    void operator()(AVDictionary* dictionary) const noexcept;
+};
+struct CloseInput {
+    void operator()(AVFormatContext* context) const noexcept;
+};
+struct FreeOutput {
+    void operator()(AVFormatContext* context) const noexcept;
+};
+
+using CodecContext = std::unique_ptr<AVCodecContext, Free>;
+using Frame = std::unique_ptr<AVFrame, Free>;
+using Packet = std::unique_ptr<AVPacket, Free>;
+using BufferRef = std::unique_ptr<AVBufferRef, Free>;
+using Io = std::unique_ptr<AVIOContext, Free>;
+using Resampler = std::unique_ptr<SwrContext, Free>;
+using Dictionary = std::unique_ptr<AVDictionary, Free>;
+using InputContext = std::unique_ptr<AVFormatContext, CloseInput>;
+using OutputContext = std::unique_ptr<AVFormatContext, FreeOutput>;
+
+/// Errors: std::bad_alloc.
+Frame makeFrame();
+Packet makePacket();
+
+/// The program writes no log lines, and neither do the libraries in it. Every place that opens something calls this
+/// first.
+void keepQuiet() noexcept;
+
+} // namespace quelto::ffmpeg

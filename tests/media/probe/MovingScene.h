@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "samples/PictureFrame.h"
+
+#include <random>
+
+namespace quelto::test {
+
+/// Paints pictures with a moving texture and some noise, as a game would give an encoder to do.
+class MovingScene {
+public:
+    explicit MovingScene(QSize size);
+
+    void paint(PictureFrame& frame, int index);
+
+private:
+    QSize m_size;
+    std::vector<std::uint8_t> m_texture;
+    std::minstd_rand m_random{7};
+};
+
+} // namespace quelto::test

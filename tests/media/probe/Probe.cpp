@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/media/probe/Probe.h"
+
+#include <QJsonDocument>
+#include <QProcess>
+
+#include <cstring>
+
+namespace quelto::test {
+
+CommandResult run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished(60000)) {
+        return {};
+    }
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+namespace {
+
+QJsonObject ffprobe(const QStringList& what, const QString& path)
+{
+    const auto result =
+        run(QStringLiteral("ffprobe"),
+            QStringList{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"), QStringLiteral("json")} +
+                what + QStringList{path});
+    return QJsonDocument::fromJson(result.output).object();
+}
+
+} // namespace
+
+QJsonObject probe(const QString& path)
+{
+    return ffprobe({QStringLiteral("-show_streams"), QStringLiteral("-show_format")}, path);
+}
+
+QJsonArray streamsOf(const QString& path)
+{
+    return probe(path)[u"streams"].toArray();
+}
+
+QJsonArray packetsOf(const QString& path, const QString& stream)
+{
+    return ffprobe({QStringLiteral("-show_packets"), QStringLiteral("-select_streams"), stream}, path)[u"packets"]
+        .toArray();
+}
+
+QByteArray decodingErrors(const QString& path)
+{
+    const auto result =
+        run(QStringLiteral("ffmpeg"),
+            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path, QStringLiteral("-map"),
+             QStringLiteral("0"), QStringLiteral("-f"), QStringLiteral("null"), QStringLiteral("-")});
+    return result.exitCode == 0 ? result.errors : result.errors + " [failed]";
+}
+
+std::vector<float> decodedSound(const QString& path, int soundTrack)
+{
+    const auto result = run(QStringLiteral("ffmpeg"),
+                            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
+                             QStringLiteral("-map"), QStringLiteral("0:a:%1").arg(soundTrack), QStringLiteral("-f"),
+                             QStringLiteral("f32le"), QStringLiteral("-ac"), QStringLiteral("2"), QStringLiteral("-ar"),
+                             QStringLiteral("48000"), QStringLiteral("-")});
+    std::vector<float> sound(static_cast<std::size_t>(result.output.size()) / sizeof(float));
+    std::memcpy(sound.data(), result.output.constData(), sound.size() * sizeof(float));
+    return sound;
+}
+
+float peakOf(const std::vector<float>& sound)
+{
+    float peak = 0;
+    for (const auto value : sound) {
+        peak = std::max(peak, std::abs(value));
+    }
+    return peak;
+}
+
+} // namespace quelto::test
