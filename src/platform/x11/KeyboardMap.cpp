@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/x11/KeyboardMap.h"
+
+#include "app/hotkey/HotKeyText.h"
+#include "app/hotkey/KeyCodes.h"
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon-x11.h>
+
+namespace quelto {
+
+namespace {
+
+std::uint16_t lowestBit(std::uint16_t bits)
+{
+    return static_cast<std::uint16_t>(bits & -bits);
+}
+
+} // namespace
+
+std::optional<KeyboardMap> KeyboardMap::tryRead(xcb_connection_t* connection)
+{
+    KeyboardMap map;
+    map.m_context.reset(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
+    const auto device = xkb_x11_get_core_keyboard_device_id(connection);
+    if (!map.m_context || device < 0) {
+        return std::nullopt;
+    }
+    map.m_keymap.reset(
+        xkb_x11_keymap_new_from_device(map.m_context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    if (!map.m_keymap) {
+        return std::nullopt;
+    }
+    map.readModifiers(connection);
+    return map;
+}
+
+void KeyboardMap::readModifiers(xcb_connection_t* connection)
+{
+    const auto reply = replyTo(xcb_get_modifier_mapping_reply, connection, xcb_get_modifier_mapping(connection));
+    if (!reply) {
+        return;
+    }
+    const auto* keys = xcb_get_modifier_mapping_keycodes(reply.get());
+    const int perModifier = reply->keycodes_per_modifier;
+    for (int modifier = 0; modifier < 8; ++modifier) {
+        for (int index = 0; index < perModifier; ++index) {
+            readModifierKey(keys[modifier * perModifier + index], static_cast<std::uint16_t>(1 << modifier));
+        }
+    }
+    // A lock on the same bit as a modifier that can be asked for would make every press count.
+    m_locks = static_cast<std::uint16_t>(m_locks & ~(m_alt | m_super | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL));
+}
+
+void KeyboardMap::readModifierKey(xcb_keycode_t key, std::uint16_t bit)
+{
+    if (key == 0) {
+        return;
+    }
+    const auto layouts = xkb_keymap_num_layouts_for_key(m_keymap.get(), key);
+    for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
+        const auto levels = xkb_keymap_num_levels_for_key(m_keymap.get(), key, layout);
+        for (xkb_level_index_t level = 0; level < levels; ++level) {
+            const xkb_keysym_t* symbols = nullptr;
+            const int count = xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, layout, level, &symbols);
+            for (int index = 0; index < count; ++index) {
+                switch (symbols[index]) {
+                case XKB_KEY_Alt_L:
+                case XKB_KEY_Alt_R:
+                    m_alt |= bit;
+                    break;
+                case XKB_KEY_Super_L:
+                case XKB_KEY_Super_R:
+                    m_super |= bit;
+                    break;
+                case XKB_KEY_Num_Lock:
+                case XKB_KEY_Scroll_Lock:
+                    m_locks |= bit;
+                    break;
+                default:
+                    break;
+                }
+            }
+        }
+    }
+}
+
+std::vector<xcb_keycode_t> KeyboardMap::keyCodes(std::uint32_t storedCode) const
+{
+    std::vector<xcb_keycode_t> keys;
+    for (const auto& position : positionsOfKeyCode(storedCode)) {
+        const auto key = xkb_keymap_key_by_name(m_keymap.get(), position.xkbName);
+        if (key != XKB_KEYCODE_INVALID && key <= 255) {
+            keys.push_back(static_cast<xcb_keycode_t>(key));
+        }
+    }
+    return keys;
+}
+
+std::optional<std::uint16_t> KeyboardMap::modifiers(std::uint32_t storedModifiers) const
+{
+    const struct {
+        std::uint32_t stored;
+        std::uint16_t own;
+    } rows[] = {{modifierBits::shift, XCB_MOD_MASK_SHIFT},
+                {modifierBits::control, XCB_MOD_MASK_CONTROL},
+                {modifierBits::option, lowestBit(m_alt)},
+                {modifierBits::command, lowestBit(m_super)}};
+    std::uint16_t result = 0;
+    for (const auto& row : rows) {
+        if ((storedModifiers & row.stored) == 0) {
+            continue;
+        }
+        if (row.own == 0) {
+            return std::nullopt;
+        }
+        result |= row.own;
+    }
+    return result;
+}
+
+std::vector<std::uint16_t> KeyboardMap::lockStates() const
+{
+    std::vector<std::uint16_t> states{0};
+    for (std::uint16_t rest = m_locks; rest != 0; rest = static_cast<std::uint16_t>(rest & (rest - 1))) {
+        const auto known = states.size();
+        for (std::size_t index = 0; index < known; ++index) {
+            states.push_back(static_cast<std::uint16_t>(states[index] | lowestBit(rest)));
+        }
+    }
+    return states;
+}
+
+} // namespace quelto

@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/x11/ScreenGrabber.h"
+
+#include "app/language/T.h"
+#include "platform/PlatformError.h"
+
+#include <poll.h>
+
+namespace quelto {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int PoolSize = 8;
+// A change of mode turns the display off and on again; longer than that is gone.
+constexpr auto Patience = 2s;
+constexpr auto RetryInterval = 100ms;
+
+X11Connection openConnection(const QString& displayName)
+{
+    auto connection = X11Connection::tryOpen(displayName);
+    if (!connection) {
+        throw PlatformError(
+            T("Ekran sunucusuna bağlanılamadı. Quelto'yu masaüstü oturumunun içinden başlatmayı deneyin."));
+    }
+    const auto* setup = xcb_get_setup(connection->get());
+    auto formats = xcb_setup_pixmap_formats_iterator(setup);
+    while (formats.rem > 0 && formats.data->depth != connection->screen->root_depth) {
+        xcb_format_next(&formats);
+    }
+    auto depths = xcb_screen_allowed_depths_iterator(connection->screen);
+    bool isPlain =
+        formats.rem > 0 && formats.data->bits_per_pixel == 32 && setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
+    for (; depths.rem > 0; xcb_depth_next(&depths)) {
+        for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0; xcb_visualtype_next(&visuals)) {
+            if (visuals.data->visual_id == connection->screen->root_visual) {
+                isPlain = isPlain && visuals.data->red_mask == 0xff0000 && visuals.data->blue_mask == 0xff;
+            }
+        }
+    }
+    if (!isPlain) {
+        throw PlatformError(
+            T("Ekranın renk biçimi desteklenmiyor. Ekranı 24 bit renk derinliğine ayarlayıp yeniden deneyin."));
+    }
+    return std::move(*connection);
+}
+
+QString vanishedText()
+{
+    return T("Kaydedilen ekran artık bağlı değil. Ekranı yeniden bağlayın ya da ayarlardan başka bir ekran seçin.");
+}
+
+QString unreadableText()
+{
+    return T("Ekran görüntüsü okunamıyor. Kaydı yeniden başlatın.");
+}
+
+timespec asTimespec(HostDuration duration)
+{
+    const auto positive = std::max(duration, HostDuration::zero()).count();
+    return {.tv_sec = positive / 1'000'000'000, .tv_nsec = positive % 1'000'000'000};
+}
+
+} // namespace
+
+ScreenGrabber::ScreenGrabber(const QString& displayName, const FrameRequest& request)
+    : m_connection(openConnection(displayName))
+    , m_request(request)
+    , m_pool(request.outputSize, PoolSize)
+    , m_clock(HostClock::now(), request.framesPerSecond)
+    , m_screenEvents(m_connection, request.showsCursor)
+    , m_lookedAt(HostTime::min())
+{
+    const auto area = findArea();
+    if (!area) {
+        throw PlatformError(vanishedText());
+    }
+    useArea(*area);
+}
+
+void ScreenGrabber::run(const FrameEvents& events, int stopDescriptor) noexcept
+{
+    try {
+        while (step(events, stopDescriptor) == Step::goOn) { }
+    } catch (const std::exception& error) {
+        qWarning("screen: %s", error.what());
+        events.onStopped(unreadableText());
+    }
+}
+
+ScreenGrabber::Step ScreenGrabber::step(const FrameEvents& events, int stopDescriptor)
+{
+    readNews();
+    if (m_isLayoutNew) {
+        followLayout();
+    }
+    if (const auto reason = endingReason()) {
+        events.onStopped(*reason);
+        return Step::stop;
+    }
+    if (m_isMissing) {
+        m_isLayoutNew = true;
+        return waitForChange(stopDescriptor, RetryInterval);
+    }
+    if (!m_isPending) {
+        return waitForNews(stopDescriptor);
+    }
+    const auto due = m_clock.slotAfter(m_lookedAt);
+    if (HostClock::now() < due) {
+        return waitUntil(due, stopDescriptor);
+    }
+    takeFrame(events);
+    return hasStopped(stopDescriptor) ? Step::stop : Step::goOn;
+}
+
+void ScreenGrabber::readNews()
+{
+    const auto news = m_screenEvents.read();
+    m_isPending = m_isPending || news.hasDamage || news.pointerMoved || news.shapeChanged;
+    m_isShapeNew = m_isShapeNew || news.shapeChanged;
+    m_isLayoutNew = m_isLayoutNew || news.layoutChanged;
+}
+
+std::optional<QString> ScreenGrabber::endingReason() const
+{
+    if (xcb_connection_has_error(m_connection.get()) != 0) {
+        return T("Ekrana bağlantı koptu. Masaüstü oturumunuzun açık olduğunu denetleyip kaydı yeniden başlatın.");
+    }
+    if (m_failingSince && HostClock::now() - *m_failingSince > Patience) {
+        return m_isMissing ? vanishedText() : unreadableText();
+    }
+    return std::nullopt;
+}
+
+void ScreenGrabber::followLayout()
+{
+    m_isLayoutNew = false;
+    const auto area = findArea();
+    m_isMissing = !area;
+    if (!area) {
+        noteFailure();
+    } else if (*area != m_image->area()) {
+        useArea(*area);
+    }
+}
+
+std::optional<QRect> ScreenGrabber::findArea() const
+{
+    for (const auto& monitor : monitorsOf(m_connection)) {
+        if (monitor.info.id == m_request.displayID) {
+            return monitor.area;
+        }
+    }
+    return std::nullopt;
+}
+
+void ScreenGrabber::useArea(const QRect& area)
+{
+    m_image.reset();
+    m_image.emplace(m_connection, area);
+    m_screenEvents.setArea(area);
+    m_staleRows = m_image->allRows();
+    m_isPending = true;
+}
+
+void ScreenGrabber::noteFailure()
+{
+    if (!m_failingSince) {
+        m_failingSince = HostClock::now();
+    }
+}
+
+void ScreenGrabber::takeFrame(const FrameEvents& events)
+{
+    m_lookedAt = HostClock::now();
+    const auto frame = m_pool.tryTake();
+    if (!frame) {
+        // Nothing has been asked of the server yet, so it keeps the changes for the next try.
+        return;
+    }
+    auto changes = m_screenEvents.take(m_isShapeNew ? ScreenEvents::ShapeWish::wanted : ScreenEvents::ShapeWish::none);
+    m_staleRows = m_staleRows.united(changes.rows);
+    const bool hasNewShape = changes.shape.has_value();
+    if (changes.shape) {
+        m_cursor.setShape(std::move(*changes.shape));
+        m_isShapeNew = false;
+    }
+    const auto area = m_image->area();
+    const auto pointer = changes.pointer.value_or(QPoint()) - area.topLeft();
+    const auto shown = changes.pointer ? m_cursor.covered(pointer, area.size()) : QRect();
+    const bool isPointerNew = shown != m_shownPointer || (hasNewShape && !shown.isEmpty());
+    if (m_staleRows.isEmpty() && !isPointerNew) {
+        m_isPending = false;
+        return;
+    }
+
+    frame->presentationTime = HostClock::now();
+    if (!m_staleRows.isEmpty() && !m_image->read(m_staleRows)) {
+        noteFailure();
+        m_isLayoutNew = true;
+        return;
+    }
+    m_staleRows = {};
+    m_failingSince.reset();
+    m_isPending = false;
+    m_shownPointer = shown;
+    if (shown.isEmpty()) {
+        m_converter.convert(m_image->picture(), *frame);
+    } else {
+        m_cursor.draw(m_image->pixels(), m_image->stride(), area.size(), pointer);
+        m_converter.convert(m_image->picture(), *frame);
+        m_cursor.erase(m_image->pixels(), m_image->stride());
+    }
+    events.onFrame(frame);
+}
+
+ScreenGrabber::Step ScreenGrabber::waitForNews(int stopDescriptor)
+{
+    if (!m_request.showsCursor || m_screenEvents.reportsMotion()) {
+        return waitForChange(stopDescriptor, std::nullopt);
+    }
+    const auto result = waitForChange(stopDescriptor, HostDuration(1s) / m_request.framesPerSecond);
+    m_isPending = true;
+    return result;
+}
+
+ScreenGrabber::Step ScreenGrabber::waitForChange(int stopDescriptor, std::optional<HostDuration> atMost)
+{
+    pollfd descriptors[] = {{.fd = stopDescriptor, .events = POLLIN},
+                            {.fd = xcb_get_file_descriptor(m_connection.get()), .events = POLLIN}};
+    const auto timeout = asTimespec(atMost.value_or(HostDuration::zero()));
+    ppoll(descriptors, std::size(descriptors), atMost ? &timeout : nullptr, nullptr);
+    m_lookedAt = HostClock::now();
+    return descriptors[0].revents != 0 ? Step::stop : Step::goOn;
+}
+
+ScreenGrabber::Step ScreenGrabber::waitUntil(HostTime time, int stopDescriptor)
+{
+    pollfd descriptor{.fd = stopDescriptor, .events = POLLIN};
+    const auto timeout = asTimespec(time - HostClock::now());
+    ppoll(&descriptor, 1, &timeout, nullptr);
+    return descriptor.revents != 0 ? Step::stop : Step::goOn;
+}
+
+bool ScreenGrabber::hasStopped(int stopDescriptor)
+{
+    pollfd descriptor{.fd = stopDescriptor, .events = POLLIN};
+    return poll(&descriptor, 1, 0) > 0;
+}
+
+} // namespace quelto

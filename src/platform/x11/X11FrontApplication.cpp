@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/x11/X11FrontApplication.h"
+
+#include "platform/x11/DesktopEntries.h"
+#include "platform/x11/WindowProperties.h"
+
+#include <QFileInfo>
+
+#include <unistd.h>
+
+namespace quelto {
+
+namespace {
+
+// By window class, in lower case.
+constexpr const char* FileManagers[] = {
+    "caja",
+    "cosmic-files",
+    "dde-file-manager",
+    "dolphin",
+    "doublecmd",
+    "io.elementary.files",
+    "krusader",
+    "nautilus",
+    "nemo",
+    "nemo-desktop",
+    "org.gnome.nautilus",
+    "org.kde.dolphin",
+    "org.kde.krusader",
+    "pantheon-files",
+    "pcmanfm",
+    "pcmanfm-qt",
+    "peony",
+    "peony-qt",
+    "plasmashell",
+    "rox",
+    "spacefm",
+    "thunar",
+    "xfdesktop",
+};
+constexpr const char* OwnClasses[] = {"app.quelto.quelto", "quelto"};
+
+template <std::size_t N> bool isOneOf(const char* const (&table)[N], const QString& name)
+{
+    return std::ranges::any_of(
+        table, [&](const char* entry) { return name.compare(QLatin1StringView(entry), Qt::CaseInsensitive) == 0; });
+}
+
+/// What a window says about the program it belongs to.
+struct WindowIdentity {
+    /// The two halves of WM_CLASS.
+    QString instance;
+    QString windowClass;
+    QString title;
+    QString applicationID;
+    std::uint32_t processID = 0;
+};
+
+WindowIdentity identityOf(const WindowProperties& properties, xcb_window_t window)
+{
+    WindowIdentity identity;
+    const auto classes = properties.bytes(window, "WM_CLASS").split('\0');
+    identity.instance = QString::fromUtf8(classes.value(0));
+    identity.windowClass = QString::fromUtf8(classes.value(1));
+    identity.title = QString::fromUtf8(properties.bytes(window, "_NET_WM_NAME"));
+    if (identity.title.isEmpty()) {
+        identity.title = QString::fromLatin1(properties.bytes(window, "WM_NAME"));
+    }
+    identity.applicationID = QString::fromUtf8(properties.bytes(window, "_GTK_APPLICATION_ID"));
+    if (identity.applicationID.isEmpty()) {
+        const auto file = QString::fromUtf8(properties.bytes(window, "_KDE_NET_WM_DESKTOP_FILE"));
+        identity.applicationID = QFileInfo(file).completeBaseName() == file || !file.endsWith(u".desktop")
+            ? file
+            : QFileInfo(file).completeBaseName();
+    }
+    identity.processID = properties.values(window, "_NET_WM_PID").value(0);
+    return identity;
+}
+
+QString programName(std::uint32_t processID)
+{
+    return processID == 0 ? QString()
+                          : QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(processID))).fileName();
+}
+
+constexpr QStringView WindowsEnding = u".exe";
+constexpr QStringView SteamPrefix = u"steam_app_";
+
+/// Its class is then a number or a file, and the program that runs is the compatibility layer.
+bool isWindowsProgram(const WindowIdentity& identity)
+{
+    return identity.windowClass.startsWith(SteamPrefix, Qt::CaseInsensitive) ||
+        identity.windowClass.endsWith(WindowsEnding, Qt::CaseInsensitive) ||
+        identity.instance.endsWith(WindowsEnding, Qt::CaseInsensitive);
+}
+
+QString withoutEnding(QString name)
+{
+    if (name.endsWith(WindowsEnding, Qt::CaseInsensitive)) {
+        name.chop(WindowsEnding.size());
+    }
+    return name;
+}
+
+QString displayName(const WindowIdentity& identity)
+{
+    QStringList names{identity.applicationID, identity.windowClass, identity.instance};
+    const bool isForeign = isWindowsProgram(identity);
+    if (!isForeign) {
+        names.append(programName(identity.processID));
+    }
+    if (const auto entry = findDesktopEntry(names)) {
+        return entry->name;
+    }
+    const auto title = identity.title.simplified();
+    for (const auto& candidate : isForeign ? QStringList{title, identity.windowClass, identity.instance}
+                                           : QStringList{identity.windowClass, identity.instance, title}) {
+        if (!candidate.isEmpty()) {
+            return withoutEnding(candidate);
+        }
+    }
+    return {};
+}
+
+bool isDesktopWindow(const WindowProperties& properties, xcb_window_t window, const WindowIdentity& identity)
+{
+    const auto desktop = properties.atom("_NET_WM_WINDOW_TYPE_DESKTOP");
+    return (desktop != XCB_ATOM_NONE && properties.values(window, "_NET_WM_WINDOW_TYPE").contains(desktop)) ||
+        isOneOf(FileManagers, identity.windowClass) || isOneOf(FileManagers, identity.instance);
+}
+
+} // namespace
+
+X11FrontApplication::X11FrontApplication(QString displayName)
+    : m_displayName(std::move(displayName))
+{
+}
+
+std::optional<FrontApplicationInfo> X11FrontApplication::current() const
+{
+    const auto connection = X11Connection::tryOpen(m_displayName);
+    if (!connection) {
+        return std::nullopt;
+    }
+    const WindowProperties properties(*connection);
+    const auto window = properties.values(connection->root(), "_NET_ACTIVE_WINDOW").value(0);
+    if (window == XCB_NONE) {
+        return std::nullopt;
+    }
+    const auto identity = identityOf(properties, window);
+    FrontApplicationInfo info{
+        .name = displayName(identity),
+        .isDesktop = isDesktopWindow(properties, window, identity),
+        .isThisProgram =
+            identity.processID == static_cast<std::uint32_t>(getpid()) || isOneOf(OwnClasses, identity.windowClass),
+    };
+    // A window that went away between the two questions has said nothing at all.
+    if (info.name.isEmpty() && !info.isDesktop && !info.isThisProgram) {
+        return std::nullopt;
+    }
+    return info;
+}
+
+} // namespace quelto

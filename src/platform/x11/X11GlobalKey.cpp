@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/x11/X11GlobalKey.h"
+
+#include "platform/x11/KeyboardMap.h"
+
+#include <QMetaObject>
+#include <QSocketNotifier>
+
+// The header was made for C and calls a field by a word of C++.
+#define explicit explicitComponents
+#include <xcb/xkb.h>
+#undef explicit
+#include <xkbcommon/xkbcommon-x11.h>
+
+namespace quelto {
+
+namespace {
+
+constexpr std::uint16_t KeyboardEvents = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+
+} // namespace
+
+X11GlobalKey::X11GlobalKey(const QString& displayName)
+    : m_connection(X11Connection::tryOpen(displayName))
+{
+    if (m_connection) {
+        listen();
+    }
+}
+
+X11GlobalKey::~X11GlobalKey() = default;
+
+void X11GlobalKey::listen()
+{
+    auto* server = m_connection->get();
+    if (xkb_x11_setup_xkb_extension(server, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+                                    XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &m_keyboardEvent,
+                                    nullptr) == 0) {
+        m_connection.reset();
+        return;
+    }
+    // A held key then sends no releases between its repeats.
+    const std::uint32_t detectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    replyTo(xcb_xkb_per_client_flags_reply, server,
+            xcb_xkb_per_client_flags(server, XCB_XKB_ID_USE_CORE_KBD, detectable, detectable, 0, 0, 0));
+    // The details of a map are all wanted; those of a new keyboard likewise.
+    xcb_xkb_select_events(server, XCB_XKB_ID_USE_CORE_KBD, KeyboardEvents, 0, KeyboardEvents, 0xff, 0xff, nullptr);
+    xcb_flush(server);
+
+    m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(server), QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &X11GlobalKey::readEvents);
+}
+
+void X11GlobalKey::grab(std::uint32_t keyCode, std::uint32_t modifiers)
+{
+    release();
+    m_combination = {.keyCode = keyCode, .modifiers = modifiers};
+    grabNow();
+}
+
+void X11GlobalKey::release()
+{
+    m_combination.reset();
+    ungrab();
+}
+
+void X11GlobalKey::ungrab()
+{
+    m_isDown = false;
+    if (!m_connection) {
+        return;
+    }
+    auto* server = m_connection->get();
+    for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(server)); screens.rem > 0; xcb_screen_next(&screens)) {
+        xcb_ungrab_key(server, XCB_GRAB_ANY, screens.data->root, XCB_MOD_MASK_ANY);
+    }
+    xcb_flush(server);
+}
+
+void X11GlobalKey::grabNow()
+{
+    if (!m_connection || !m_combination) {
+        return;
+    }
+    auto* server = m_connection->get();
+    const auto keyboard = KeyboardMap::tryRead(server);
+    const auto modifiers = keyboard ? keyboard->modifiers(m_combination->modifiers) : std::nullopt;
+    if (modifiers) {
+        for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(server)); screens.rem > 0;
+             xcb_screen_next(&screens)) {
+            for (const auto key : keyboard->keyCodes(m_combination->keyCode)) {
+                for (const auto locks : keyboard->lockStates()) {
+                    // What another program holds is refused with an error event, which readEvents() passes over.
+                    xcb_grab_key(server, 0, screens.data->root, static_cast<std::uint16_t>(*modifiers | locks), key,
+                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+                }
+            }
+        }
+        xcb_flush(server);
+    }
+    // Answers that were waited for may have brought events along, of which the socket tells nothing any more.
+    QMetaObject::invokeMethod(this, &X11GlobalKey::readEvents, Qt::QueuedConnection);
+}
+
+void X11GlobalKey::readEvents()
+{
+    if (!m_connection) {
+        return;
+    }
+    auto* server = m_connection->get();
+    int presses = 0;
+    bool isKeyboardNew = false;
+    while (const auto event = XcbPtr<xcb_generic_event_t>(xcb_poll_for_event(server))) {
+        const auto type = event->response_type & 0x7f;
+        if (type == XCB_KEY_PRESS) {
+            presses += m_isDown ? 0 : 1;
+            m_isDown = true;
+        } else if (type == XCB_KEY_RELEASE) {
+            m_isDown = false;
+        } else if (type == XCB_MAPPING_NOTIFY || (m_keyboardEvent != 0 && type == m_keyboardEvent)) {
+            isKeyboardNew = true;
+        }
+    }
+    if (xcb_connection_has_error(server) != 0) {
+        m_notifier.reset();
+        m_connection.reset();
+    } else if (isKeyboardNew) {
+        // Once for all reports together: a change of layout sends a good many.
+        ungrab();
+        grabNow();
+    }
+    for (; presses > 0 && m_combination && onPressed; --presses) {
+        onPressed();
+    }
+}
+
+} // namespace quelto

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Displays.h"
+#include "platform/FrameSource.h"
+#include "platform/FrontApplication.h"
+#include "platform/GlobalKey.h"
+
+#include <memory>
+
+namespace quelto {
+
+/// The desktop services on an X server. An empty display name stands for $DISPLAY.
+///
+/// None of them throws when there is no server: the lists are empty, the key never fires, and only the frame source's
+/// start() says what is wrong.
+std::unique_ptr<Displays> makeX11Displays(const QString& displayName = {});
+std::unique_ptr<FrameSource> makeX11FrameSource(const QString& displayName = {});
+std::unique_ptr<GlobalKey> makeX11GlobalKey(const QString& displayName = {});
+std::unique_ptr<FrontApplication> makeX11FrontApplication(const QString& displayName = {});
+
+bool canReachX11(const QString& displayName = {});
+
+} // namespace quelto
