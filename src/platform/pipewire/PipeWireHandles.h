@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <pipewire/extensions/metadata.h>
+#include <pipewire/pipewire.h>
+
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <optional>
+
+/// What the library's objects need to live in C++, and the one place that knows its versions apart.
+namespace quelto::pipewire {
+
+struct ThreadLoopDeleter {
+    void operator()(pw_thread_loop* loop) const noexcept { pw_thread_loop_destroy(loop); }
+};
+struct ContextDeleter {
+    void operator()(pw_context* context) const noexcept { pw_context_destroy(context); }
+};
+struct CoreDeleter {
+    void operator()(pw_core* core) const noexcept { pw_core_disconnect(core); }
+};
+struct StreamDeleter {
+    void operator()(pw_stream* stream) const noexcept { pw_stream_destroy(stream); }
+};
+struct ProxyDeleter {
+    template <typename Object> void operator()(Object* object) const noexcept
+    {
+        pw_proxy_destroy(reinterpret_cast<pw_proxy*>(object));
+    }
+};
+
+using ThreadLoopPtr = std::unique_ptr<pw_thread_loop, ThreadLoopDeleter>;
+using ContextPtr = std::unique_ptr<pw_context, ContextDeleter>;
+using CorePtr = std::unique_ptr<pw_core, CoreDeleter>;
+using StreamPtr = std::unique_ptr<pw_stream, StreamDeleter>;
+using ProxyPtr = std::unique_ptr<pw_proxy, ProxyDeleter>;
+using RegistryPtr = std::unique_ptr<pw_registry, ProxyDeleter>;
+
+/// A place in an object's list of listeners, left in time. Declare it behind the object that it listens to.
+class Hook {
+public:
+    Hook() = default;
+    ~Hook() { remove(); }
+    Hook(const Hook&) = delete;
+    Hook& operator=(const Hook&) = delete;
+
+    spa_hook* get() noexcept { return &m_hook; }
+    void remove() noexcept
+    {
+        if (m_hook.link.next) {
+            spa_hook_remove(&m_hook);
+        }
+        std::memset(&m_hook, 0, sizeof m_hook);
+    }
+
+private:
+    spa_hook m_hook = {};
+};
+
+/// A callback on the loop's thread after a delay.
+///
+/// Thread: with the loop's lock held.
+class LoopTimer {
+public:
+    LoopTimer(pw_loop* loop, std::function<void()> onTime)
+        : m_loop(loop)
+        , m_onTime(std::move(onTime))
+        , m_source(pw_loop_add_timer(loop, &LoopTimer::fire, this))
+    {
+    }
+    ~LoopTimer() { pw_loop_destroy_source(m_loop, m_source); }
+    LoopTimer(const LoopTimer&) = delete;
+    LoopTimer& operator=(const LoopTimer&) = delete;
+
+    bool isArmed() const noexcept { return m_isArmed; }
+    void arm(int milliseconds)
+    {
+        m_isArmed = true;
+        timespec value = {milliseconds / 1000, (milliseconds % 1000) * 1'000'000L};
+        if (milliseconds == 0) {
+            value.tv_nsec = 1;
+        }
+        pw_loop_update_timer(m_loop, m_source, &value, nullptr, false);
+    }
+    void disarm()
+    {
+        m_isArmed = false;
+        pw_loop_update_timer(m_loop, m_source, nullptr, nullptr, false);
+    }
+
+private:
+    static void fire(void* data, std::uint64_t)
+    {
+        auto* timer = static_cast<LoopTimer*>(data);
+        timer->m_isArmed = false;
+        timer->m_onTime();
+    }
+
+    pw_loop* m_loop;
+    std::function<void()> m_onTime;
+    spa_source* m_source;
+    bool m_isArmed = false;
+};
+
+/// The text of a property, empty where there is none.
+inline QString property(const spa_dict* properties, const char* key)
+{
+    const char* value = properties ? spa_dict_lookup(properties, key) : nullptr;
+    return QString::fromUtf8(value ? value : "");
+}
+
+/// The number of a property, nothing where there is none.
+inline std::optional<std::uint32_t> numberProperty(const spa_dict* properties, const char* key)
+{
+    bool isNumber = false;
+    const std::uint32_t number = property(properties, key).toUInt(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+/// Before 1.2 only this configuration gives the data thread real-time priority; later versions may no longer have it,
+/// and their default one does.
+inline ContextPtr makeContext(pw_loop* loop)
+{
+#if PW_CHECK_VERSION(1, 2, 0)
+    return ContextPtr(pw_context_new(loop, nullptr, 0));
+#else
+    return ContextPtr(pw_context_new(loop, pw_properties_new(PW_KEY_CONFIG_NAME, "client-rt.conf", nullptr), 0));
+#endif
+}
+
+// Up to 1.0 the calls are macros with casts of their own.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wold-style-cast"
+
+inline void listen(pw_core* core, Hook& hook, const pw_core_events& events, void* data)
+{
+    pw_core_add_listener(core, hook.get(), &events, data);
+}
+inline void listen(pw_registry* registry, Hook& hook, const pw_registry_events& events, void* data)
+{
+    pw_registry_add_listener(registry, hook.get(), &events, data);
+}
+inline void listen(pw_client* client, Hook& hook, const pw_client_events& events, void* data)
+{
+    pw_client_add_listener(client, hook.get(), &events, data);
+}
+inline void listen(pw_metadata* metadata, Hook& hook, const pw_metadata_events& events, void* data)
+{
+    pw_metadata_add_listener(metadata, hook.get(), &events, data);
+}
+inline void listen(pw_port* port, Hook& hook, const pw_port_events& events, void* data)
+{
+    pw_port_add_listener(port, hook.get(), &events, data);
+}
+
+inline int sync(pw_core* core)
+{
+    return pw_core_sync(core, PW_ID_CORE, 0);
+}
+
+inline void subscribe(pw_port* port, std::uint32_t parameter)
+{
+    pw_port_subscribe_params(port, &parameter, 1);
+}
+
+inline ProxyPtr bind(pw_registry* registry, std::uint32_t id, const char* type, std::uint32_t version)
+{
+    return ProxyPtr(static_cast<pw_proxy*>(pw_registry_bind(registry, id, type, version, 0)));
+}
+
+/// A proxy seen as the object that it stands for.
+template <typename Object> Object* objectOf(const ProxyPtr& proxy)
+{
+    return reinterpret_cast<Object*>(proxy.get());
+}
+
+#pragma GCC diagnostic pop
+
+} // namespace quelto::pipewire

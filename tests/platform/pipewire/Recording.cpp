@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Recording.h"
+
+#include <cstring>
+#include <numbers>
+
+namespace quelto::pipewire {
+
+namespace {
+
+std::chrono::duration<double> secondsLong(double seconds)
+{
+    return std::chrono::duration<double>(seconds);
+}
+
+} // namespace
+
+SoundEvents Recording::events()
+{
+    return {
+        .onSample =
+            [this](AudioSamplePtr sample) {
+                const std::lock_guard guard(m_mutex);
+                m_frames += sample->frames;
+                m_samples.append(std::move(sample));
+                m_changed.notify_all();
+            },
+        .onWarning =
+            [this](std::optional<QString> warning) {
+                const std::lock_guard guard(m_mutex);
+                m_warnings.push_back(std::move(warning));
+                m_changed.notify_all();
+            },
+    };
+}
+
+AudioSamples Recording::samples() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_samples;
+}
+
+std::vector<std::optional<QString>> Recording::warnings() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_warnings;
+}
+
+void Recording::clear()
+{
+    const std::lock_guard guard(m_mutex);
+    m_samples.clear();
+    m_warnings.clear();
+}
+
+bool Recording::waitForSound(double seconds, double longestSeconds)
+{
+    std::unique_lock lock(m_mutex);
+    const std::int64_t wanted = m_frames + static_cast<std::int64_t>(seconds * 48000);
+    return m_changed.wait_for(lock, secondsLong(longestSeconds), [&] { return m_frames >= wanted; });
+}
+
+bool Recording::waitForWarnings(std::size_t count, double longestSeconds)
+{
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, secondsLong(longestSeconds), [&] { return m_warnings.size() >= count; });
+}
+
+std::vector<float> channelOf(const AudioSamples& samples, int channel)
+{
+    std::vector<float> values;
+    for (const AudioSamplePtr& sample : samples) {
+        const auto stride = static_cast<std::size_t>(sample->format.channels) * sizeof(float);
+        for (int i = 0; i < sample->frames; ++i) {
+            float value = 0;
+            std::memcpy(&value,
+                        sample->data.data() + static_cast<std::size_t>(i) * stride +
+                            static_cast<std::size_t>(channel) * sizeof(float),
+                        sizeof value);
+            values.push_back(value);
+        }
+    }
+    return values;
+}
+
+double amplitudeOf(const std::vector<float>& values, double hertz)
+{
+    double cosine = 0;
+    double sine = 0;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const double phase = 2 * std::numbers::pi * hertz * static_cast<double>(i) / 48000;
+        cosine += std::cos(phase) * static_cast<double>(values[i]);
+        sine += std::sin(phase) * static_cast<double>(values[i]);
+    }
+    return values.empty() ? 0 : 2 * std::hypot(cosine, sine) / static_cast<double>(values.size());
+}
+
+} // namespace quelto::pipewire

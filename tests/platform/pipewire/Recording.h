@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Sound.h"
+
+#include <condition_variable>
+#include <mutex>
+#include <vector>
+
+namespace quelto::pipewire {
+
+/// What a source delivered, and questions about it.
+///
+/// Thread: any.
+class Recording {
+public:
+    SoundEvents events();
+
+    AudioSamples samples() const;
+    std::vector<std::optional<QString>> warnings() const;
+    void clear();
+
+    /// Whether so much sound came in time, from now on.
+    bool waitForSound(double seconds, double longestSeconds = 5);
+    bool waitForWarnings(std::size_t count, double longestSeconds = 5);
+
+private:
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
+    AudioSamples m_samples;
+    std::vector<std::optional<QString>> m_warnings;
+    std::int64_t m_frames = 0;
+};
+
+/// One channel of the samples, without regard to gaps.
+std::vector<float> channelOf(const AudioSamples& samples, int channel);
+/// The amplitude of a tone, as its sine has it.
+double amplitudeOf(const std::vector<float>& values, double hertz);
+
+} // namespace quelto::pipewire

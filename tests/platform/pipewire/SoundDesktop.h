@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "samples/HostClock.h"
+
+#include <QProcess>
+#include <QStringList>
+
+#include <vector>
+
+namespace quelto::pipewire {
+
+/// The text of a command that must succeed.
+QString run(const QString& program, const QStringList& arguments);
+/// What the private desktop calls its devices.
+QString desktopName(const char* variable);
+/// Whether a claim comes true in time.
+bool comesTrue(const std::function<bool()>& claim, double longestSeconds = 5);
+
+/// A module of the PulseAudio server, here for adding devices.
+class LoadedModule {
+public:
+    explicit LoadedModule(const QStringList& arguments);
+    ~LoadedModule();
+    LoadedModule(const LoadedModule&) = delete;
+    LoadedModule& operator=(const LoadedModule&) = delete;
+
+private:
+    QString m_index;
+};
+
+/// A tone from another process.
+class OtherProgram {
+public:
+    struct Sound {
+        double leftHertz = 440;
+        double rightHertz = 440;
+        double amplitude = 0.25;
+        bool isBeeping = false;
+        QString target;
+    };
+
+    explicit OtherProgram(const Sound& sound);
+    ~OtherProgram();
+    OtherProgram(const OtherProgram&) = delete;
+    OtherProgram& operator=(const OtherProgram&) = delete;
+
+    /// When its beeps entered the graph, so far.
+    std::vector<HostTime> beeps();
+
+private:
+    QProcess m_process;
+    std::vector<HostTime> m_beeps;
+};
+
+} // namespace quelto::pipewire

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/pipewire/StampAligner.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace quelto::pipewire {
+namespace {
+
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr int Rate = 48000;
+constexpr HostTime Begin{seconds(1000)};
+
+/// The exact length of so many frames, rounded once.
+HostDuration lengthOf(double frames, double rate = Rate)
+{
+    return HostDuration(std::llround(frames * 1e9 / rate));
+}
+
+HostDuration distance(HostTime a, HostTime b)
+{
+    return std::chrono::abs(a - b);
+}
+
+TEST(StampAligner, TakesTheFirstBlockAsMeasured)
+{
+    StampAligner aligner(Rate);
+    const auto placement = aligner.place(Begin, 1024);
+    ASSERT_TRUE(placement);
+    EXPECT_EQ(placement->time, Begin);
+    EXPECT_FALSE(placement->continuesRun);
+}
+
+TEST(StampAligner, CountsFramesInsteadOfAddingRoundedDurations)
+{
+    StampAligner aligner(Rate);
+    // A seventh of a millisecond's frames: each length is a fraction of a nanosecond off when rounded.
+    constexpr int Frames = 7;
+    constexpr int Blocks = 3'000'000;
+    std::optional<StampAligner::Placement> last;
+    for (int i = 0; i < Blocks; ++i) {
+        last = aligner.place(Begin + lengthOf(double(Frames) * i), Frames);
+        ASSERT_TRUE(last);
+    }
+    EXPECT_LE(distance(last->time, Begin + lengthOf(double(Frames) * (Blocks - 1))), HostDuration(2));
+}
+
+TEST(StampAligner, SmoothsJitterOfFiveMilliseconds)
+{
+    StampAligner aligner(Rate);
+    std::mt19937 random(1);
+    std::uniform_int_distribution<int> jitter(-5000, 5000);
+    constexpr int Frames = 1024;
+    std::optional<HostTime> previous;
+    for (int i = 0; i < 5000; ++i) {
+        const HostTime truth = Begin + lengthOf(double(Frames) * i);
+        const HostTime measured = i == 0 ? truth : truth + microseconds(jitter(random));
+        const auto placement = aligner.place(measured, Frames);
+        ASSERT_TRUE(placement);
+        EXPECT_LT(distance(placement->time, truth), milliseconds(2)) << "block " << i;
+        if (previous) {
+            EXPECT_LT(distance(placement->time, *previous + lengthOf(Frames)), microseconds(100)) << "block " << i;
+        }
+        previous = placement->time;
+    }
+}
+
+TEST(StampAligner, StaysOnTheHostClockThroughThirtyMinutesOfADriftingDevice)
+{
+    for (const double millionths : {-300.0, -100.0, 100.0, 300.0}) {
+        StampAligner aligner(Rate);
+        const double trueRate = Rate * (1 + millionths / 1e6);
+        constexpr int Frames = 512;
+        HostDuration worst{0};
+        const int blocks = 30 * 60 * Rate / Frames;
+        for (int i = 0; i < blocks; ++i) {
+            const HostTime truth = Begin + lengthOf(double(Frames) * i, trueRate);
+            const auto placement = aligner.place(truth, Frames);
+            ASSERT_TRUE(placement);
+            worst = std::max(worst, distance(placement->time, truth));
+        }
+        EXPECT_LT(worst, milliseconds(1)) << millionths << " millionths";
+    }
+}
+
+TEST(StampAligner, BeginsANewRunAfterAGap)
+{
+    StampAligner aligner(Rate);
+    aligner.place(Begin, 1024);
+    const HostTime later = Begin + lengthOf(1024) + milliseconds(21);
+    const auto placement = aligner.place(later, 1024);
+    ASSERT_TRUE(placement);
+    EXPECT_EQ(placement->time, later);
+    EXPECT_FALSE(placement->continuesRun);
+    const auto next = aligner.place(later + lengthOf(1024), 1024);
+    ASSERT_TRUE(next);
+    EXPECT_EQ(next->time, later + lengthOf(1024));
+    EXPECT_TRUE(next->continuesRun);
+}
+
+TEST(StampAligner, ClosesUpNineteenMillisecondsOfLateness)
+{
+    StampAligner aligner(Rate);
+    aligner.place(Begin, 1024);
+    const auto placement = aligner.place(Begin + lengthOf(1024) + milliseconds(19), 1024);
+    ASSERT_TRUE(placement);
+    EXPECT_EQ(placement->time, Begin + lengthOf(1024));
+    EXPECT_TRUE(placement->continuesRun);
+}
+
+TEST(StampAligner, LeavesOutWhatWouldBeHeardTwice)
+{
+    StampAligner aligner(Rate);
+    HostTime measured = Begin;
+    HostTime end = Begin;
+    for (int i = 0; i < 20; ++i) {
+        const auto placement = aligner.place(measured, 1024);
+        ASSERT_TRUE(placement);
+        end = placement->time + lengthOf(1024);
+        measured += lengthOf(1024);
+    }
+    // The new device is 100 ms nearer.
+    measured -= milliseconds(100);
+    int leftOut = 0;
+    std::optional<StampAligner::Placement> placement;
+    while (!(placement = aligner.place(measured, 1024))) {
+        ++leftOut;
+        ASSERT_LT(leftOut, 10);
+        measured += lengthOf(1024);
+    }
+    EXPECT_EQ(leftOut, 4);
+    EXPECT_LE(distance(placement->time, end), HostDuration(2));
+    EXPECT_LT(distance(placement->time, measured), milliseconds(20));
+}
+
+} // namespace
+} // namespace quelto::pipewire

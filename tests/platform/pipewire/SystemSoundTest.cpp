@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Recording.h"
+#include "SoundDesktop.h"
+#include "TonePlayer.h"
+#include "platform/pipewire/PipeWireSoundServer.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+#include <thread>
+
+namespace quelto::pipewire {
+namespace {
+
+class SystemSoundTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (desktopName("QUELTO_TEST_SPEAKER").isEmpty()) {
+            GTEST_SKIP() << "runs on the private desktop only";
+        }
+        m_source->start(m_recording.events());
+    }
+
+    /// Records anew, for so long.
+    AudioSamples record(double seconds)
+    {
+        m_recording.clear();
+        EXPECT_TRUE(m_recording.waitForSound(seconds)) << "no sound";
+        return m_recording.samples();
+    }
+
+    double amplitude(double hertz, int channel = 0) { return amplitudeOf(channelOf(record(0.5), channel), hertz); }
+
+    std::unique_ptr<SoundServer> m_server = makePipeWireSoundServer();
+    Recording m_recording;
+    std::unique_ptr<SoundSource> m_source = m_server->systemSound();
+};
+
+HostTime endOf(const AudioSample& sample)
+{
+    return sample.presentationTime + HostDuration(std::int64_t(sample.frames) * 1'000'000'000 / 48000);
+}
+
+/// The times at which silence ends.
+std::vector<HostTime> beepsIn(const AudioSamples& samples)
+{
+    std::vector<HostTime> found;
+    int quiet = 0;
+    for (const AudioSamplePtr& sample : samples) {
+        const std::vector<float> values = channelOf({sample}, 0);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            if (std::abs(values[i]) < 0.02F) {
+                ++quiet;
+                continue;
+            }
+            if (quiet > 4800) {
+                found.push_back(sample->presentationTime + HostDuration(std::int64_t(i) * 1'000'000'000 / 48000));
+            }
+            quiet = 0;
+        }
+    }
+    return found;
+}
+
+TEST_F(SystemSoundTest, RecordsBothSidesAsTheyArePlayed)
+{
+    const OtherProgram player({.leftHertz = 440, .rightHertz = 1000, .amplitude = 0.25});
+    ASSERT_TRUE(m_recording.waitForSound(0.3));
+    const AudioSamples samples = record(1);
+    const std::vector<float> left = channelOf(samples, 0);
+    const std::vector<float> right = channelOf(samples, 1);
+    EXPECT_NEAR(amplitudeOf(left, 440), 0.25, 0.005);
+    EXPECT_NEAR(amplitudeOf(right, 1000), 0.25, 0.005);
+    EXPECT_LT(amplitudeOf(left, 1000), 0.003);
+    EXPECT_LT(amplitudeOf(right, 440), 0.003);
+    EXPECT_EQ(samples[0]->format, AudioFormat{});
+}
+
+TEST_F(SystemSoundTest, MixesPrograms)
+{
+    const OtherProgram first({.leftHertz = 440, .rightHertz = 440, .amplitude = 0.2});
+    const OtherProgram second({.leftHertz = 700, .rightHertz = 700, .amplitude = 0.3});
+    ASSERT_TRUE(
+        comesTrue([&] { return std::abs(amplitude(440) - 0.2) < 0.005 && std::abs(amplitude(700) - 0.3) < 0.005; }));
+}
+
+TEST_F(SystemSoundTest, LeavesOutThisProgramsOwnSound)
+{
+    const TonePlayer ours({.leftHertz = 2000, .rightHertz = 2000, .amplitude = 0.5F});
+    const OtherProgram other({.leftHertz = 440, .rightHertz = 440});
+    ASSERT_TRUE(m_recording.waitForSound(0.5));
+    EXPECT_TRUE(run(QStringLiteral("pw-link"), {QStringLiteral("-l")}).contains(u"quelto-system-sound:input_FL"));
+    const std::vector<float> left = channelOf(record(1), 0);
+    EXPECT_NEAR(amplitudeOf(left, 440), 0.25, 0.005);
+    EXPECT_LT(amplitudeOf(left, 2000), 0.001);
+}
+
+TEST_F(SystemSoundTest, IsSilentWhileNobodyPlays)
+{
+    {
+        const OtherProgram player({});
+        ASSERT_TRUE(m_recording.waitForSound(0.3));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    m_recording.clear();
+    EXPECT_FALSE(m_recording.waitForSound(0.02, 1)) << "the node is driven though nothing is linked to it";
+    EXPECT_TRUE(m_recording.warnings().empty());
+}
+
+TEST_F(SystemSoundTest, LeavesAGapWhereNobodyPlayed)
+{
+    {
+        const OtherProgram player({});
+        ASSERT_TRUE(m_recording.waitForSound(0.3));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
+    const HostTime middle = HostClock::now();
+    const OtherProgram player({});
+    ASSERT_TRUE(m_recording.waitForSound(0.3));
+    const AudioSamples samples = m_recording.samples();
+    for (const AudioSamplePtr& sample : samples) {
+        EXPECT_FALSE(sample->presentationTime < middle && endOf(*sample) > middle);
+    }
+    EXPECT_LT(samples.first()->presentationTime, middle);
+    EXPECT_GT(samples.last()->presentationTime, middle);
+}
+
+TEST_F(SystemSoundTest, FollowsTheDefaultOutput)
+{
+    const LoadedModule headset({QStringLiteral("module-null-sink"), QStringLiteral("sink_name=test_headset")});
+    const OtherProgram onSpeaker({.leftHertz = 440, .rightHertz = 440, .target = desktopName("QUELTO_TEST_SPEAKER")});
+    const OtherProgram onHeadset({.leftHertz = 700, .rightHertz = 700, .target = QStringLiteral("test_headset")});
+    ASSERT_TRUE(m_recording.waitForSound(0.5));
+    EXPECT_NEAR(amplitude(440), 0.25, 0.005);
+    EXPECT_LT(amplitude(700), 0.003);
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), QStringLiteral("test_headset")});
+    EXPECT_TRUE(comesTrue([&] { return amplitude(440) < 0.003 && std::abs(amplitude(700) - 0.25) < 0.005; }));
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), desktopName("QUELTO_TEST_SPEAKER")});
+    EXPECT_TRUE(comesTrue([&] { return amplitude(700) < 0.003 && std::abs(amplitude(440) - 0.25) < 0.005; }));
+}
+
+TEST_F(SystemSoundTest, FollowsAProgramThatIsMoved)
+{
+    const LoadedModule other({QStringLiteral("module-null-sink"), QStringLiteral("sink_name=test_other")});
+    const OtherProgram moving({.leftHertz = 440, .rightHertz = 440});
+    ASSERT_TRUE(comesTrue([&] { return std::abs(amplitude(440) - 0.25) < 0.005; }));
+    const QString input =
+        run(QStringLiteral("pactl"), {QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("sink-inputs")})
+            .section(u'\t', 0, 0);
+    const OtherProgram staying({.leftHertz = 700, .rightHertz = 700, .target = desktopName("QUELTO_TEST_SPEAKER")});
+    run(QStringLiteral("pactl"), {QStringLiteral("move-sink-input"), input, QStringLiteral("test_other")});
+    EXPECT_TRUE(comesTrue([&] { return amplitude(440) < 0.003; }));
+    run(QStringLiteral("pactl"), {QStringLiteral("move-sink-input"), input, desktopName("QUELTO_TEST_SPEAKER")});
+    EXPECT_TRUE(comesTrue([&] { return std::abs(amplitude(440) - 0.25) < 0.005; }));
+    EXPECT_NEAR(amplitude(700), 0.25, 0.005);
+}
+
+TEST_F(SystemSoundTest, SurvivesTheLossOfItsOutput)
+{
+    const OtherProgram player({.leftHertz = 440, .rightHertz = 440});
+    {
+        const LoadedModule headset({QStringLiteral("module-null-sink"), QStringLiteral("sink_name=test_headset")});
+        run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), QStringLiteral("test_headset")});
+        EXPECT_TRUE(comesTrue([&] { return std::abs(amplitude(440) - 0.25) < 0.005; }));
+    }
+    m_recording.clear();
+    EXPECT_TRUE(m_recording.waitForSound(0.5, 2)) << "not back within two seconds";
+    EXPECT_NEAR(amplitude(440), 0.25, 0.005);
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), desktopName("QUELTO_TEST_SPEAKER")});
+}
+
+TEST_F(SystemSoundTest, StampsFollowEachOtherEvenly)
+{
+    const OtherProgram player({});
+    ASSERT_TRUE(m_recording.waitForSound(0.3));
+    const AudioSamples samples = record(4);
+    double worst = 0;
+    double shortest = 1;
+    for (qsizetype i = 1; i < samples.size(); ++i) {
+        worst = std::max(worst, std::abs(inSeconds(samples[i]->presentationTime - endOf(*samples[i - 1]))));
+        shortest = std::min(shortest, samples[i]->frames / 48000.0);
+    }
+    std::printf("stamps: worst step %.4f ms, shortest sample %.1f ms\n", worst * 1000, shortest * 1000);
+    EXPECT_LT(worst, 0.003);
+    EXPECT_GE(shortest, 0.01);
+}
+
+TEST_F(SystemSoundTest, StampsABeepWithTheTimeAtWhichItIsHeard)
+{
+    OtherProgram player({.amplitude = 0.5, .isBeeping = true});
+    ASSERT_TRUE(m_recording.waitForSound(6.2, 10));
+    const std::vector<HostTime> played = player.beeps();
+    const std::vector<HostTime> heard = beepsIn(m_recording.samples());
+    ASSERT_GE(heard.size(), 5u);
+    double sum = 0;
+    double worst = 0;
+    for (const HostTime time : heard) {
+        double nearest = 1;
+        for (const HostTime candidate : played) {
+            const double distance = inSeconds(time - candidate);
+            nearest = std::abs(distance) < std::abs(nearest) ? distance : nearest;
+        }
+        sum += nearest;
+        worst = std::max(worst, std::abs(nearest));
+    }
+    std::printf("beeps: mean %+.2f ms, worst %.2f ms of %zu\n", sum * 1000 / double(heard.size()), worst * 1000,
+                heard.size());
+    EXPECT_LT(worst, 0.03);
+}
+
+TEST_F(SystemSoundTest, CostsLittle)
+{
+    const OtherProgram player({});
+    ASSERT_TRUE(m_recording.waitForSound(0.5));
+    const auto processorSeconds = [] {
+        rusage usage = {};
+        getrusage(RUSAGE_SELF, &usage);
+        return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+            double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+    };
+    const double before = processorSeconds();
+    ASSERT_TRUE(m_recording.waitForSound(4, 8));
+    const double cost = (processorSeconds() - before) / 4 * 1000;
+    std::printf("capture: %.2f ms of processor time a second\n", cost);
+    EXPECT_LT(cost, 100);
+}
+
+TEST_F(SystemSoundTest, ComesBackWithinTwoSecondsAfterTheServerDied)
+{
+    {
+        const OtherProgram player({});
+        ASSERT_TRUE(m_recording.waitForSound(0.3));
+    }
+    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
+    ASSERT_TRUE(m_recording.waitForWarnings(1));
+    EXPECT_TRUE(m_recording.warnings()[0]);
+    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("start")});
+    const HostTime back = HostClock::now();
+    const OtherProgram player({});
+    ASSERT_TRUE(m_recording.waitForSound(0.05));
+    std::printf("sound is back %.0f ms after the server\n", inSeconds(HostClock::now() - back) * 1000);
+    EXPECT_LT(inSeconds(HostClock::now() - back), 2);
+    EXPECT_FALSE(m_recording.warnings().back());
+    EXPECT_NEAR(amplitude(440), 0.25, 0.01);
+}
+
+TEST_F(SystemSoundTest, TellsNothingAfterItWasStopped)
+{
+    {
+        const OtherProgram player({});
+        ASSERT_TRUE(m_recording.waitForSound(0.3));
+        m_source->stop();
+        m_recording.clear();
+        EXPECT_FALSE(m_recording.waitForSound(0.01, 0.3));
+    }
+    m_source->start(m_recording.events());
+    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
+    ASSERT_TRUE(m_recording.waitForWarnings(1));
+    m_source->stop();
+    m_recording.clear();
+    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("start")});
+    EXPECT_FALSE(m_recording.waitForWarnings(1, 0.5));
+    m_source->stop();
+    m_source->start(m_recording.events());
+    const OtherProgram player({});
+    EXPECT_TRUE(m_recording.waitForSound(0.3));
+}
+
+} // namespace
+} // namespace quelto::pipewire
