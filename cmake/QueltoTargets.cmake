@@ -15,7 +15,7 @@ if(QUELTO_SANITIZE)
     # The sanitizers' own checks make the optimiser see null where there is none.
     target_compile_options(quelto_warnings INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
 endif()
-target_compile_definitions(quelto_warnings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_USE_QSTRINGBUILDER)
+target_compile_definitions(quelto_warnings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
 
 # The one precompiled header, built once and shared by all targets.
 add_library(quelto_precompiled STATIC ${CMAKE_SOURCE_DIR}/cmake/Precompiled.cpp)

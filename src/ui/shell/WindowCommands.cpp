@@ -22,7 +22,7 @@ QString WindowCommands::version() const
 void WindowCommands::edit(const QString& verb) const
 {
     auto* focus = QGuiApplication::focusObject();
-    const QByteArray signature = verb.toLatin1() + "()";
+    const auto signature = verb.toLatin1() + "()";
     if (focus != nullptr && focus->metaObject()->indexOfMethod(signature.constData()) >= 0) {
         QMetaObject::invokeMethod(focus, verb.toLatin1().constData());
     }

@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "media/encoder/VideoEncoder.h"
+#include "platform/Platform.h"
+#include "platform/PlatformError.h"
+
+#include <atomic>
+#include <cstring>
+#include <optional>
+
+/// Desktop services that a test drives by hand. They stand at the seam only; what lies above it is the real thing.
+namespace quelto::test {
+
+class FakeDisplays final : public Displays {
+public:
+    QList<DisplayInfo> displays{{.id = 7, .name = QStringLiteral("one"), .pixelSize = {1920, 1080}, .isMain = true}};
+
+    QList<DisplayInfo> all() const override { return displays; }
+};
+
+class FakeFrameSource final : public FrameSource {
+public:
+    FrameRequest request;
+    FrameEvents events;
+    int starts = 0;
+    bool isRunning = false;
+    std::optional<QString> error;
+
+    void start(const FrameRequest& wanted, FrameEvents wantedEvents) override
+    {
+        if (error) {
+            throw PlatformError(*error);
+        }
+        request = wanted;
+        events = std::move(wantedEvents);
+        ++starts;
+        isRunning = true;
+    }
+
+    void stop() noexcept override { isRunning = false; }
+
+    void emitFrame(HostTime time) const
+    {
+        auto frame = std::make_shared<PictureFrame>();
+        frame->presentationTime = time;
+        frame->size = request.outputSize;
+        events.onFrame(std::move(frame));
+    }
+};
+
+class FakeSoundSource final : public SoundSource {
+public:
+    FakeSoundSource(int& running, std::optional<QString> startError)
+        : m_running(running)
+        , m_error(std::move(startError))
+    {
+    }
+
+    SoundEvents events;
+
+    void start(SoundEvents wanted) override
+    {
+        if (m_error) {
+            throw PlatformError(*m_error);
+        }
+        events = std::move(wanted);
+        ++m_running;
+        m_isRunning = true;
+    }
+
+    void stop() noexcept override
+    {
+        m_running -= m_isRunning ? 1 : 0;
+        m_isRunning = false;
+    }
+
+    /// One stereo frame, both values at that level.
+    void emitTone(float level, HostTime time = HostTime{}) const
+    {
+        auto sample = std::make_shared<AudioSample>();
+        sample->presentationTime = time;
+        sample->frames = 1;
+        sample->data.resize(2 * sizeof level);
+        std::memcpy(sample->data.data(), &level, sizeof level);
+        std::memcpy(sample->data.data() + sizeof level, &level, sizeof level);
+        events.onSample(sample);
+    }
+
+private:
+    int& m_running;
+    bool m_isRunning = false;
+    std::optional<QString> m_error;
+};
+
+class FakeSoundServer final : public SoundServer {
+public:
+    int runningSources = 0;
+    QString askedFor;
+    std::optional<QString> micError;
+    std::optional<QString> systemError;
+    /// The sources that were made last. Their owner may have destroyed them since.
+    FakeSoundSource* mic = nullptr;
+    FakeSoundSource* system = nullptr;
+
+    std::unique_ptr<SoundSource> systemSound() override
+    {
+        auto source = std::make_unique<FakeSoundSource>(runningSources, systemError);
+        system = source.get();
+        return source;
+    }
+
+    std::unique_ptr<SoundSource> microphone(const QString& id) override
+    {
+        askedFor = id;
+        auto source = std::make_unique<FakeSoundSource>(runningSources, micError);
+        mic = source.get();
+        return source;
+    }
+
+    QList<MicrophoneInfo> microphones() override { return {}; }
+};
+
+class FakeGlobalKey final : public GlobalKey {
+public:
+    struct Combination {
+        std::uint32_t keyCode;
+        std::uint32_t modifiers;
+        bool operator==(const Combination&) const = default;
+    };
+
+    /// What is grabbed now, and how often something was.
+    std::optional<Combination> grabbed;
+    int grabs = 0;
+
+    void grab(std::uint32_t keyCode, std::uint32_t modifiers) override
+    {
+        grabbed = Combination{keyCode, modifiers};
+        ++grabs;
+    }
+
+    void release() override { grabbed.reset(); }
+};
+
+class FakeFrontApplication final : public FrontApplication {
+public:
+    std::optional<FrontApplicationInfo> front;
+
+    std::optional<FrontApplicationInfo> current() const override { return front; }
+};
+
+enum class FakeKeyFrames { everyThirtieth, none };
+
+/// Gives out a sample of 1,024 bytes for each picture.
+class FakeEncoder final : public VideoEncoder {
+public:
+    FakeEncoder(OnSample onSample, FakeKeyFrames keyFrames, std::atomic<int>& encoded)
+        : m_onSample(std::move(onSample))
+        , m_keyFrames(keyFrames)
+        , m_encoded(encoded)
+    {
+    }
+
+    void encode(const PictureFrame& frame) override
+    {
+        auto sample = std::make_shared<VideoSample>();
+        sample->presentationTime = frame.presentationTime;
+        sample->isNotSync = m_keyFrames == FakeKeyFrames::none || m_count % 30 != 0;
+        sample->data.resize(1024);
+        ++m_count;
+        m_onSample(std::move(sample));
+        ++m_encoded;
+        m_encoded.notify_all();
+    }
+
+    void finish() noexcept override { }
+    QString name() const override { return QStringLiteral("fake"); }
+
+private:
+    OnSample m_onSample;
+    FakeKeyFrames m_keyFrames;
+    std::atomic<int>& m_encoded;
+    int m_count = 0;
+};
+
+/// A platform of fakes, and handles to reach them by.
+struct FakePlatform {
+    Platform platform;
+    FakeDisplays* displays = nullptr;
+    FakeFrameSource* frames = nullptr;
+    FakeSoundServer* sound = nullptr;
+    FakeFrontApplication* front = nullptr;
+
+    FakePlatform()
+    {
+        auto ownDisplays = std::make_unique<FakeDisplays>();
+        auto ownFrames = std::make_unique<FakeFrameSource>();
+        auto ownSound = std::make_unique<FakeSoundServer>();
+        auto ownFront = std::make_unique<FakeFrontApplication>();
+        displays = ownDisplays.get();
+        frames = ownFrames.get();
+        sound = ownSound.get();
+        front = ownFront.get();
+        platform = {.displays = std::move(ownDisplays),
+                    .frames = std::move(ownFrames),
+                    .sound = std::move(ownSound),
+                    .globalKey = std::make_unique<FakeGlobalKey>(),
+                    .frontApplication = std::move(ownFront)};
+    }
+};
+
+} // namespace quelto::test

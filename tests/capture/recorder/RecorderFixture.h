@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "capture/clip/RecorderError.h"
+#include "capture/recorder/Recorder.h"
+
+#include "tests/capture/FakePlatform.h"
+#include "tests/queues/ManualQueue.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace quelto::test {
+
+/// A real recorder over fake desktop services, in time that the test moves.
+class RecorderFixture : public testing::Test {
+protected:
+    QTemporaryDir folder;
+    AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
+    FakePlatform fakes;
+    ManualTime time;
+    ManualQueue main{time};
+    ManualQueue session{time};
+    ManualQueue saves{time};
+    FakeKeyFrames keyFrames = FakeKeyFrames::everyThirtieth;
+    std::optional<int> encoderError;
+    std::vector<EncoderRequest> encoders;
+    std::atomic<int> encoded = 0;
+    /// What the clip writer was given, in order; and what it does besides.
+    std::vector<ClipRequest> written;
+    std::function<void()> whileWriting;
+    QStringList savedPaths;
+    QStringList failures;
+    std::unique_ptr<Recorder> recorder;
+
+    void SetUp() override
+    {
+        recorder = std::make_unique<Recorder>(
+            Recorder::Parts{.settings = settings,
+                            .platform = fakes.platform,
+                            .main = main,
+                            .session = session,
+                            .saves = saves,
+                            .openEncoder = [this](const EncoderRequest& request,
+                                                  VideoEncoder::OnSample onSample) -> std::unique_ptr<VideoEncoder> {
+                                if (encoderError) {
+                                    throw EncoderError(*encoderError);
+                                }
+                                encoders.push_back(request);
+                                return std::make_unique<FakeEncoder>(std::move(onSample), keyFrames, encoded);
+                            },
+                            .clock = [this] { return time.now(); },
+                            .write =
+                                [this](const ClipRequest& request) {
+                                    written.push_back(request);
+                                    if (whileWriting) {
+                                        whileWriting();
+                                    }
+                                    if (std::ranges::none_of(request.snapshot.video,
+                                                             [](const auto& sample) { return sample->isKeyframe(); })) {
+                                        throw RecorderError::emptyBuffer();
+                                    }
+                                    return QStringLiteral("/clips/%1.mp4").arg(written.size());
+                                }});
+        QObject::connect(recorder.get(), &Recorder::clipSaved, recorder.get(),
+                         [this](const QString& path) { savedPaths.append(path); });
+        QObject::connect(recorder.get(), &Recorder::saveFailed, recorder.get(),
+                         [this](const QString& message) { failures.append(message); });
+    }
+
+    /// Brings one picture through the real video queue into the buffer.
+    void showPicture()
+    {
+        const auto before = encoded.load();
+        fakes.frames->emitFrame(time.now());
+        encoded.wait(before);
+    }
+
+    void record()
+    {
+        recorder->start();
+        time.settle();
+        ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
+        showPicture();
+    }
+};
+
+} // namespace quelto::test
