@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/startup/HotKeyManager.h"
+
+#include "tests/capture/FakePlatform.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+using Combination = test::FakeGlobalKey::Combination;
+
+class HotKeyManagerTest : public testing::Test {
+protected:
+    QTemporaryDir folder;
+    AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
+    test::FakeGlobalKey key;
+    HotKeyManager manager{settings, key};
+};
+
+TEST_F(HotKeyManagerTest, RegistersWhatTheSettingsHold)
+{
+    manager.registerFromSettings();
+    EXPECT_EQ(key.grabbed, (Combination{8, 2560}));
+}
+
+TEST_F(HotKeyManagerTest, LeavesOneRegistrationAfterMany)
+{
+    manager.registerKey(8, 2560);
+    manager.registerKey(122, 0);
+    EXPECT_EQ(key.grabbed, (Combination{122, 0}));
+}
+
+TEST_F(HotKeyManagerTest, LetsGoWhileAnewCombinationIsRecorded)
+{
+    manager.registerFromSettings();
+    manager.unregister();
+    EXPECT_EQ(key.grabbed, std::nullopt);
+}
+
+TEST_F(HotKeyManagerTest, RunsTheActionFromTheEventLoopOnceAPress)
+{
+    int argc = 0;
+    const QCoreApplication application(argc, nullptr);
+    int presses = 0;
+    manager.action = [&] { ++presses; };
+    key.onPressed();
+    EXPECT_EQ(presses, 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(HotKeyManagerTest, DoesNothingWithoutAnAction)
+{
+    int argc = 0;
+    const QCoreApplication application(argc, nullptr);
+    key.onPressed();
+    QCoreApplication::processEvents();
+}
+
+} // namespace
+} // namespace quelto

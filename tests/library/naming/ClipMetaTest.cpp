@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/naming/ClipMeta.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+class ClipMetaTest : public testing::Test {
+protected:
+    QTemporaryDir folder;
+    QString clip = folder.filePath(QStringLiteral("Dota 2 - 2026-03-01 20.15.07.mp4"));
+
+    void storeSidecar(const QByteArray& json) const
+    {
+        QFile file(ClipMeta::pathFor(clip));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(json);
+    }
+
+    QByteArray sidecar() const
+    {
+        QFile file(ClipMeta::pathFor(clip));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+};
+
+TEST_F(ClipMetaTest, StandsHiddenBesideTheClip)
+{
+    EXPECT_EQ(ClipMeta::pathFor(QStringLiteral("/clips/Dota 2 - 2026-03-01 20.15.07.mp4")),
+              QStringLiteral("/clips/.Dota 2 - 2026-03-01 20.15.07.mp4.json"));
+}
+
+TEST_F(ClipMetaTest, CountsMarkersBackFromTheEndOfTheFile)
+{
+    const Moment moment{.game = QStringLiteral("Dota 2"),
+                        .tier = ClipTier::medium,
+                        .score = 45,
+                        .label = QStringLiteral("Triple Kill"),
+                        .seconds = 30,
+                        .events = {MomentEvent{8.5, QStringLiteral("solo_kill")},
+                                   MomentEvent{99, QStringLiteral("assist")},
+                                   MomentEvent{-1, QStringLiteral("victory")}}};
+    const auto meta = ClipMeta::of(moment, 30);
+    EXPECT_EQ(meta.tier, QStringLiteral("ORTA"));
+    EXPECT_EQ(meta.score, 45);
+    const QList<ClipMeta::Event> expected{ClipMeta::Event{21.5, QStringLiteral("solo_kill")},
+                                          ClipMeta::Event{0, QStringLiteral("assist")}};
+    EXPECT_EQ(meta.events, expected);
+}
+
+TEST_F(ClipMetaTest, ReadsBackWhatItWrote)
+{
+    const ClipMeta meta{.game = QStringLiteral("Dota 2"),
+                        .label = QStringLiteral("Kıl Payı \"Triple\" Kill"),
+                        .tier = QStringLiteral("ORTA"),
+                        .score = 45,
+                        .events = {ClipMeta::Event{21.5, QStringLiteral("solo_kill")}}};
+    meta.save(clip);
+    EXPECT_EQ(ClipMeta::load(clip), meta);
+}
+
+TEST_F(ClipMetaTest, LeavesOutWhatItDoesNotHaveButAlwaysWritesEvents)
+{
+    ClipMeta().save(clip);
+    EXPECT_EQ(sidecar(), QByteArray("{\"events\":[]}"));
+}
+
+TEST_F(ClipMetaTest, LoadsAnObjectWithEventsAlone)
+{
+    storeSidecar("{\"events\":[]}");
+    EXPECT_EQ(ClipMeta::load(clip), ClipMeta());
+}
+
+class ClipMetaDamage : public ClipMetaTest, public testing::WithParamInterface<const char*> { };
+
+TEST_P(ClipMetaDamage, IsLikeNoSidecar)
+{
+    storeSidecar(GetParam());
+    EXPECT_EQ(ClipMeta::load(clip), std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, ClipMetaDamage,
+                         testing::Values("", "{}", "[]", "{\"events\":", "{\"events\":{}}", "{\"events\":[1]}",
+                                         "{\"events\":[{\"t\":\"1\",\"name\":\"kill\"}]}", "{\"events\":[{\"t\":1}]}",
+                                         "{\"game\":7,\"events\":[]}", "{\"score\":\"9\",\"events\":[]}",
+                                         "{\"score\":9.5,\"events\":[]}", "\xff\xfe\x00"));
+
+TEST_F(ClipMetaTest, IsNothingWithoutAFile)
+{
+    EXPECT_EQ(ClipMeta::load(clip), std::nullopt);
+    EXPECT_EQ(ClipMeta::load(QStringLiteral("/no/such/folder/x.mp4")), std::nullopt);
+}
+
+TEST_F(ClipMetaTest, MovesAndGoesWithItsClip)
+{
+    const auto renamed = folder.filePath(QStringLiteral("Dota 2 - Ace.mp4"));
+    const ClipMeta meta{.score = 9};
+    meta.save(clip);
+    ClipMeta::move(clip, renamed);
+    EXPECT_EQ(ClipMeta::load(clip), std::nullopt);
+    EXPECT_EQ(ClipMeta::load(renamed), meta);
+    ClipMeta::remove(renamed);
+    EXPECT_EQ(ClipMeta::load(renamed), std::nullopt);
+}
+
+TEST_F(ClipMetaTest, DoesNotMoveOverAnotherSidecar)
+{
+    const auto other = folder.filePath(QStringLiteral("Dota 2 - Ace.mp4"));
+    ClipMeta{.score = 1}.save(clip);
+    ClipMeta{.score = 2}.save(other);
+    ClipMeta::move(clip, other);
+    EXPECT_EQ(ClipMeta::load(other), ClipMeta{.score = 2});
+}
+
+TEST_F(ClipMetaTest, FailsInSilence)
+{
+    ClipMeta().save(QStringLiteral("/no/such/folder/x.mp4"));
+    ClipMeta::move(QStringLiteral("/no/such/folder/x.mp4"), clip);
+    ClipMeta::remove(QStringLiteral("/no/such/folder/x.mp4"));
+    EXPECT_TRUE(sidecar().isEmpty());
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/naming/ClipName.h"
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+const QDateTime Evening(QDate(2026, 3, 1), QTime(20, 15, 7));
+
+TEST(ClipName, IsGameDateAndExtension)
+{
+    EXPECT_EQ(clipFileStem(QStringLiteral("Dota 2"), Evening), QStringLiteral("Dota 2 - 2026-03-01 20.15.07"));
+    EXPECT_EQ(clipFileName({.game = QStringLiteral("Dota 2"), .date = Evening}),
+              QStringLiteral("Dota 2 - 2026-03-01 20.15.07.mp4"));
+}
+
+TEST(ClipName, CarriesTheSuffixBehindTheDate)
+{
+    EXPECT_EQ(clipFileName({.game = QStringLiteral("League of Legends"),
+                            .date = Evening,
+                            .suffix = QStringLiteral("[EFSANE 95] Penta Kill")}),
+              QStringLiteral("League of Legends - 2026-03-01 20.15.07 [EFSANE 95] Penta Kill.mp4"));
+}
+
+TEST(ClipName, PutsTheCollisionMarkBeforeTheSuffix)
+{
+    EXPECT_EQ(
+        clipFileName(
+            {.game = QStringLiteral("League of Legends"), .date = Evening, .suffix = QStringLiteral("[EFSANE 95] x")},
+            2),
+        QStringLiteral("League of Legends - 2026-03-01 20.15.07 (2) [EFSANE 95] x.mp4"));
+    EXPECT_EQ(clipFileName({.game = QStringLiteral("Dota 2"), .date = Evening}, 11),
+              QStringLiteral("Dota 2 - 2026-03-01 20.15.07 (11).mp4"));
+}
+
+TEST(ClipName, ReplacesSlashesAndColons)
+{
+    EXPECT_EQ(clipFileStem(QStringLiteral("AC/DC: Live"), Evening),
+              QStringLiteral("AC-DC- Live - 2026-03-01 20.15.07"));
+    EXPECT_EQ(clipFileName({.game = QStringLiteral("../../etc"), .date = Evening, .suffix = QStringLiteral("a/b:c")}),
+              QStringLiteral("..-..-etc - 2026-03-01 20.15.07 a-b-c.mp4"));
+}
+
+TEST(ClipName, DropsTheByteThatNoFileSystemTakes)
+{
+    EXPECT_EQ(clipFileStem(QStringLiteral("a") + QChar(0) + QStringLiteral("b"), Evening),
+              QStringLiteral("ab - 2026-03-01 20.15.07"));
+}
+
+struct LongName {
+    const char* name;
+    QString game;
+    std::optional<QString> suffix;
+};
+
+class ClipNameLength : public testing::TestWithParam<LongName> { };
+
+TEST_P(ClipNameLength, FitsEveryFileSystemWithItsSidecar)
+{
+    const auto name = clipFileName({.game = GetParam().game, .date = Evening, .suffix = GetParam().suffix}, 1000);
+    EXPECT_LE(name.toUtf8().size() + 6, 255);
+    EXPECT_TRUE(name.contains(QStringLiteral(" - 2026-03-01 20.15.07 (1000)")));
+    EXPECT_TRUE(name.endsWith(QStringLiteral(".mp4")));
+    EXPECT_FALSE(name.contains(QChar::ReplacementCharacter));
+    EXPECT_EQ(QString::fromUtf8(name.toUtf8()), name) << "a character was cut in two";
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, ClipNameLength,
+                         testing::Values(LongName{"Latin", QString(400, u'x'), std::nullopt},
+                                         LongName{"Cyrillic", QString(300, QChar(0x0416)), std::nullopt},
+                                         LongName{"Suffix", QStringLiteral("WoW"), QString(400, QChar(0x0416))},
+                                         LongName{"Both", QString(300, QChar(0x0416)), QString(300, u'y')},
+                                         LongName{"Emoji", QStringLiteral("😀").repeated(100), std::nullopt}),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST(ClipName, KeepsTheTierWhenItShortensALabel)
+{
+    const auto name = clipFileName({.game = QStringLiteral("World of Warcraft"),
+                                    .date = Evening,
+                                    .suffix = QStringLiteral("[EFSANE 95] ") + QString(300, QChar(0x0416))});
+    EXPECT_TRUE(name.startsWith(QStringLiteral("World of Warcraft - 2026-03-01 20.15.07 [EFSANE 95] Ж")));
+}
+
+} // namespace
+} // namespace quelto
