@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/clip/ClipWriter.h"
+#include "capture/clip/RecorderError.h"
+
+#include "tests/capture/clip/SnapshotMaker.h"
+#include "tests/media/disk/SmallDisk.h"
+#include "tests/media/probe/Probe.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+using test::pictures;
+using test::PictureStart;
+using test::sound;
+using test::tone;
+
+ReplaySnapshot someSnapshot()
+{
+    return {.video = pictures(3),
+            .audio = sound({.seconds = 3, .value = tone(400, 0.2)}),
+            .mic = sound({.seconds = 3, .value = tone(700, 0.2)}),
+            .chat = {}};
+}
+
+ClipRequest requestInto(const QString& folder, ReplaySnapshot snapshot = someSnapshot())
+{
+    return {.snapshot = std::move(snapshot),
+            .endTime = PictureStart + 3s,
+            .seconds = 3,
+            .folder = folder,
+            .game = QStringLiteral("Game"),
+            .suffix = std::nullopt};
+}
+
+/// The message that the user sees; empty if a clip came out.
+QString messageOf(const ClipRequest& request)
+{
+    try {
+        ClipWriter::write(request);
+    } catch (const RecorderError& error) {
+        return error.message();
+    }
+    return {};
+}
+
+QStringList filesIn(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden);
+}
+
+TEST(ClipFailure, NoKeyFrameMeansAnEmptyBuffer)
+{
+    const QTemporaryDir folder;
+    EXPECT_EQ(messageOf(requestInto(folder.path(), {})), QStringLiteral("Tamponda henüz görüntü yok."));
+    auto snapshot = someSnapshot();
+    snapshot.video.removeIf([](const VideoSamplePtr& sample) { return sample->isKeyframe(); });
+    EXPECT_EQ(messageOf(requestInto(folder.path(), snapshot)), QStringLiteral("Tamponda henüz görüntü yok."));
+    EXPECT_EQ(filesIn(folder.path()), QStringList{});
+}
+
+TEST(ClipFailure, AFullDiskLeavesNothingAndTheNextClipIsSavedWhenThereIsRoom)
+{
+    const test::SmallDisk disk(600 * 1024);
+    if (!disk.isThere()) {
+        GTEST_SKIP() << "only root may mount a small disk";
+    }
+    QFile ballast(disk.path() + QStringLiteral("/ballast"));
+    ASSERT_TRUE(ballast.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    ASSERT_EQ(ballast.write(QByteArray(550 * 1024, 'x')), 550 * 1024);
+    const auto request = requestInto(disk.path());
+    EXPECT_EQ(messageOf(request),
+              QStringLiteral("Klip yazılamadı: Diskte yer kalmadı. Yer açın veya başka bir kayıt klasörü seçin."));
+    EXPECT_EQ(filesIn(disk.path()), QStringList{QStringLiteral("ballast")});
+
+    ASSERT_TRUE(ballast.resize(0));
+    EXPECT_EQ(messageOf(request), QString());
+    EXPECT_EQ(filesIn(disk.path()).size(), 2);
+}
+
+TEST(ClipFailure, AReadOnlyFolderIsSaidSo)
+{
+    test::SmallDisk disk(600 * 1024);
+    if (!disk.isThere() || !disk.makeReadOnly()) {
+        GTEST_SKIP() << "only root may mount a small disk";
+    }
+    EXPECT_EQ(messageOf(requestInto(disk.path())),
+              QStringLiteral("Klip yazılamadı: Kayıt klasörü salt okunur. Başka bir kayıt klasörü seçin."));
+    EXPECT_EQ(messageOf(requestInto(disk.path() + QStringLiteral("/deeper"))),
+              QStringLiteral("Klip yazılamadı: Kayıt klasörü salt okunur. Başka bir kayıt klasörü seçin."));
+}
+
+TEST(ClipFailure, AFileInThePlaceOfTheFolderIsSaidSo)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("Quelto")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const auto expected = QStringLiteral("Klip yazılamadı: Kayıt klasörünün yolunda bir dosya duruyor. Başka bir kayıt "
+                                         "klasörü seçin.");
+    EXPECT_EQ(messageOf(requestInto(file.fileName())), expected);
+    EXPECT_EQ(messageOf(requestInto(file.fileName() + QStringLiteral("/deeper"))), expected);
+}
+
+TEST(ClipFailure, AnImpossibleFolderNameIsSaidSo)
+{
+    const QTemporaryDir folder;
+    EXPECT_EQ(messageOf(requestInto(folder.filePath(QString(400, u'x')))),
+              QStringLiteral("Klip yazılamadı: Dosya adı çok uzun."));
+    EXPECT_NE(messageOf(requestInto(QString())), QString());
+}
+
+TEST(ClipFailure, AFolderThatWasDeletedIsMadeAgain)
+{
+    const QTemporaryDir parent;
+    const auto folder = parent.filePath(QStringLiteral("Quelto"));
+    EXPECT_EQ(messageOf(requestInto(folder)), QString());
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    EXPECT_EQ(messageOf(requestInto(folder)), QString());
+    EXPECT_EQ(filesIn(folder).size(), 1);
+}
+
+TEST(ClipFailure, AbsurdTimesAreAnErrorAndNotAnEndlessClip)
+{
+    const QTemporaryDir folder;
+    auto request = requestInto(folder.path());
+    for (const auto end : {HostTime::max(), PictureStart + 100h}) {
+        request.endTime = end;
+        EXPECT_TRUE(messageOf(request).startsWith(QStringLiteral("Klip yazılamadı: ")))
+            << inSeconds(end.time_since_epoch());
+    }
+    EXPECT_EQ(filesIn(folder.path()), QStringList{});
+}
+
+TEST(ClipFailure, BrokenSoundIsLeftOutAndTheClipSaved)
+{
+    const QTemporaryDir folder;
+    auto snapshot = someSnapshot();
+    const auto changed = [](const AudioSamplePtr& sample, auto change) {
+        auto copy = std::make_shared<AudioSample>(*sample);
+        change(*copy);
+        return copy;
+    };
+    auto& audio = snapshot.audio;
+    audio[0] = changed(audio[0], [](AudioSample& sample) { sample.presentationTime = HostTime::min(); });
+    audio[1] = changed(audio[1], [](AudioSample& sample) { sample.presentationTime = HostTime::max(); });
+    audio[2] = changed(audio[2], [](AudioSample& sample) { sample.data.clear(); });
+    audio[3] = changed(audio[3], [](AudioSample& sample) { sample.frames = -1; });
+    audio[4] = changed(audio[4], [](AudioSample& sample) { sample.frames = std::numeric_limits<int>::max(); });
+    audio[5] = changed(audio[5], [](AudioSample& sample) { sample.format.encoding = PcmEncoding::unknown; });
+    audio[6] = changed(audio[6], [](AudioSample& sample) { sample.format.sampleRate = 0; });
+    audio[7] = changed(audio[7], [](AudioSample& sample) { sample.format.channels = 0; });
+    audio[8] = changed(audio[8],
+                       [](AudioSample& sample) { std::fill(sample.data.begin(), sample.data.end(), std::byte{0xFF}); });
+    const auto path = ClipWriter::write(requestInto(folder.path(), snapshot));
+    EXPECT_EQ(test::decodingErrors(path), "");
+    EXPECT_EQ(test::streamsOf(path).size(), 5);
+    EXPECT_NEAR(test::levelOf(test::decodedSound(path, 1), 400, 0), 0.2, 0.02);
+}
+
+TEST(ClipFailure, BrokenPicturesDoNotCrash)
+{
+    const QTemporaryDir folder;
+    auto snapshot = someSnapshot();
+    for (qsizetype i = 0; i < snapshot.video.size(); ++i) {
+        auto copy = std::make_shared<VideoSample>(*snapshot.video[i]);
+        switch (i % 4) {
+        case 0:
+            copy->data.clear();
+            break;
+        case 1:
+            copy->data.resize(copy->data.size() / 2);
+            break;
+        case 2:
+            copy->data.assign(100, std::byte{0});
+            break;
+        default:
+            copy->presentationTime -= 50ms;
+        }
+        snapshot.video[i] = copy;
+    }
+    EXPECT_EQ(messageOf(requestInto(folder.path(), snapshot)), QString());
+
+    for (auto& sample : snapshot.video) {
+        auto copy = std::make_shared<VideoSample>(*sample);
+        copy->data.clear();
+        sample = copy;
+    }
+    EXPECT_TRUE(messageOf(requestInto(folder.path(), snapshot)).startsWith(QStringLiteral("Klip yazılamadı: ")));
+    EXPECT_EQ(filesIn(folder.path()).size(), 1);
+}
+
+} // namespace
+} // namespace quelto

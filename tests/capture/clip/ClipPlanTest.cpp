@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/clip/ClipPlan.h"
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto SixtiethOfASecond = 16666667ns;
+
+VideoSamplePtr picture(HostTime time, std::optional<bool> isNotSync)
+{
+    auto sample = std::make_shared<VideoSample>();
+    sample->presentationTime = time;
+    sample->isNotSync = isNotSync;
+    return sample;
+}
+
+/// Ten pictures a second from 100 s on; the key frames are those with these numbers.
+VideoSamples pictures(int count, const std::vector<int>& keyFrames)
+{
+    VideoSamples video;
+    for (int i = 0; i < count; ++i) {
+        const bool isKey = std::find(keyFrames.begin(), keyFrames.end(), i) != keyFrames.end();
+        video.push_back(picture(HostTime(100s) + i * 100ms, !isKey));
+    }
+    return video;
+}
+
+TEST(ClipPlan, NoPicturesMakeNoClip)
+{
+    EXPECT_FALSE(planClip({}, HostTime(110s), 5));
+}
+
+TEST(ClipPlan, NoKeyFrameMakesNoClip)
+{
+    EXPECT_FALSE(planClip(pictures(50, {}), HostTime(110s), 5));
+}
+
+TEST(ClipPlan, StartsAtTheNewestKeyFrameAtOrBeforeTheWantedStart)
+{
+    const auto plan = planClip(pictures(100, {0, 10, 20, 30, 40, 50, 60, 70, 80, 90}), HostTime(109950ms), 5);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->firstSample, 40);
+    EXPECT_EQ(plan->start, HostTime(104s));
+}
+
+TEST(ClipPlan, AKeyFrameExactlyAtTheWantedStartIsTheStart)
+{
+    const auto plan = planClip(pictures(100, {0, 40, 50, 60}), HostTime(110s), 5);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->firstSample, 50);
+}
+
+TEST(ClipPlan, AKeyFrameJustAfterTheWantedStartIsNot)
+{
+    const auto plan = planClip(pictures(100, {0, 40, 50, 60}), HostTime(110s) - 1ns, 5);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->firstSample, 40);
+}
+
+TEST(ClipPlan, AWantedStartBeforeTheOldestPictureGivesAShorterClip)
+{
+    const auto plan = planClip(pictures(100, {0, 10}), HostTime(110s), 60);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->firstSample, 0);
+    EXPECT_EQ(plan->start, HostTime(100s));
+}
+
+TEST(ClipPlan, KeyFramesOnlyAfterTheWantedStartGiveTheFirstOfThem)
+{
+    const auto plan = planClip(pictures(100, {70, 80}), HostTime(110s), 5);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->firstSample, 70);
+}
+
+TEST(ClipPlan, PicturesThatSayNothingAboutThemselvesAreKeyFrames)
+{
+    const VideoSamples video{picture(HostTime(100s), true), picture(HostTime(101s), std::nullopt),
+                             picture(HostTime(102s), true)};
+    const auto plan = planClip(video, HostTime(103s), 1);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->firstSample, 1);
+}
+
+TEST(ClipPlan, EndsASixtiethOfASecondAfterTheNewestPicture)
+{
+    const auto plan = planClip(pictures(100, {0}), HostTime(105s), 2);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->end, HostTime(109900ms) + SixtiethOfASecond);
+}
+
+TEST(ClipPlan, EndsAtTheWantedEndIfThatLiesBehindTheNewestPicture)
+{
+    const auto plan = planClip(pictures(100, {0}), HostTime(112s), 2);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->end, HostTime(112s));
+}
+
+TEST(ClipPlan, AbsurdTimesDoNotOverflow)
+{
+    const VideoSamples video{picture(HostTime::min(), false), picture(HostTime::max(), true)};
+    for (const auto end : {HostTime::min(), HostTime(110s), HostTime::max()}) {
+        for (const int seconds : {std::numeric_limits<int>::min(), 0, std::numeric_limits<int>::max()}) {
+            const auto plan = planClip(video, end, seconds);
+            ASSERT_TRUE(plan);
+            EXPECT_FALSE(isPlausible(*plan));
+        }
+    }
+}
+
+TEST(ClipPlan, LengthsThatABufferCanHoldArePlausible)
+{
+    EXPECT_TRUE(isPlausible({0, HostTime(100s), HostTime(400s)}));
+    EXPECT_FALSE(isPlausible({0, HostTime(100s), HostTime(100s)}));
+    EXPECT_FALSE(isPlausible({0, HostTime(100s), HostTime(99s)}));
+    EXPECT_FALSE(isPlausible({0, HostTime(100s), HostTime(48h)}));
+}
+
+AudioSamplePtr sound(HostTime time)
+{
+    auto sample = std::make_shared<AudioSample>();
+    sample->presentationTime = time;
+    return sample;
+}
+
+TEST(ClipPlan, OwnTracksNeedAMixAndAMicrophoneOrVoiceChat)
+{
+    const AudioSamples some{sound(HostTime(1s))};
+    EXPECT_FALSE(hasOwnTracks({.video = {}, .audio = some, .mic = {}, .chat = {}}, some));
+    EXPECT_TRUE(hasOwnTracks({.video = {}, .audio = some, .mic = some, .chat = {}}, some));
+    EXPECT_TRUE(hasOwnTracks({.video = {}, .audio = some, .mic = {}, .chat = some}, some));
+    EXPECT_FALSE(hasOwnTracks({.video = {}, .audio = {}, .mic = some, .chat = some}, {}));
+}
+
+TEST(ClipPlan, SoundOfABrokenClockIsLeftOut)
+{
+    const AudioSamples all{sound(HostTime::min()), sound(HostTime(90s)), sound(HostTime(110s)), sound(HostTime(30h)),
+                           sound(HostTime::max())};
+    EXPECT_EQ(soundNear(all, HostTime(100s)), (AudioSamples{all[1], all[2]}));
+    EXPECT_EQ(soundNear(all, HostTime(-100s)), (AudioSamples{all[1], all[2]}));
+}
+
+} // namespace
+} // namespace quelto
