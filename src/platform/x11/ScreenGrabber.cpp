@@ -16,6 +16,8 @@ constexpr int PoolSize = 8;
 // A change of mode turns the display off and on again; longer than that is gone.
 constexpr auto Patience = 2s;
 constexpr auto RetryInterval = 100ms;
+// A pointer that a program sets, and no device moves, is not reported; so often its place is asked for.
+constexpr HostDuration UnreportedMotionInterval = 500ms;
 
 X11Connection openConnection(const QString& displayName)
 {
@@ -81,6 +83,7 @@ ScreenGrabber::ScreenGrabber(const QString& displayName, const FrameRequest& req
 
 void ScreenGrabber::run(const FrameEvents& events, int stopDescriptor) noexcept
 {
+    m_clock = FrameClock(HostClock::now(), m_request.framesPerSecond);
     try {
         while (step(events, stopDescriptor) == Step::goOn) { }
     } catch (const std::exception& error) {
@@ -217,10 +220,12 @@ void ScreenGrabber::takeFrame(const FrameEvents& events)
 
 ScreenGrabber::Step ScreenGrabber::waitForNews(int stopDescriptor)
 {
-    if (!m_request.showsCursor || m_screenEvents.reportsMotion()) {
+    if (!m_request.showsCursor) {
         return waitForChange(stopDescriptor, std::nullopt);
     }
-    const auto result = waitForChange(stopDescriptor, HostDuration(1s) / m_request.framesPerSecond);
+    const auto interval =
+        m_screenEvents.reportsMotion() ? UnreportedMotionInterval : HostDuration(1s) / m_request.framesPerSecond;
+    const auto result = waitForChange(stopDescriptor, interval);
     m_isPending = true;
     return result;
 }

@@ -47,6 +47,7 @@ private:
     X11Connection m_connection;
     FrameRequest m_request;
     FramePool m_pool;
+    /// Begins with the run.
     FrameClock m_clock;
     ScreenEvents m_screenEvents;
     std::optional<ScreenImage> m_image;

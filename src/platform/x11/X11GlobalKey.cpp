@@ -18,6 +18,10 @@ namespace {
 
 constexpr std::uint16_t KeyboardEvents = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
 
+// In milliseconds of the server. A held key repeats more often; should a release ever be missed, the next press after
+// such a pause counts again.
+constexpr std::uint32_t LongestRepeatGap = 2000;
+
 } // namespace
 
 X11GlobalKey::X11GlobalKey(const QString& displayName)
@@ -61,12 +65,12 @@ void X11GlobalKey::grab(std::uint32_t keyCode, std::uint32_t modifiers)
 void X11GlobalKey::release()
 {
     m_combination.reset();
+    m_heldSince.reset();
     ungrab();
 }
 
 void X11GlobalKey::ungrab()
 {
-    m_isDown = false;
     if (!m_connection) {
         return;
     }
@@ -102,6 +106,15 @@ void X11GlobalKey::grabNow()
     QMetaObject::invokeMethod(this, &X11GlobalKey::readEvents, Qt::QueuedConnection);
 }
 
+bool X11GlobalKey::notePress(const xcb_generic_event_t& event)
+{
+    const auto time = static_cast<const xcb_key_press_event_t*>(static_cast<const void*>(&event))->time;
+    // Server times go round; their difference does not mind.
+    const bool isRepeat = m_heldSince && time - *m_heldSince < LongestRepeatGap;
+    m_heldSince = time;
+    return !isRepeat;
+}
+
 void X11GlobalKey::readEvents()
 {
     if (!m_connection) {
@@ -113,10 +126,9 @@ void X11GlobalKey::readEvents()
     while (const auto event = XcbPtr<xcb_generic_event_t>(xcb_poll_for_event(server))) {
         const auto type = event->response_type & 0x7f;
         if (type == XCB_KEY_PRESS) {
-            presses += m_isDown ? 0 : 1;
-            m_isDown = true;
+            presses += notePress(*event) ? 1 : 0;
         } else if (type == XCB_KEY_RELEASE) {
-            m_isDown = false;
+            m_heldSince.reset();
         } else if (type == XCB_MAPPING_NOTIFY || (m_keyboardEvent != 0 && type == m_keyboardEvent)) {
             isKeyboardNew = true;
         }

@@ -35,6 +35,8 @@ private:
 
     void listen();
     void readEvents();
+    /// False for the repeats of a held key.
+    bool notePress(const xcb_generic_event_t& event);
     void grabNow();
     void ungrab();
 
@@ -42,7 +44,9 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::uint8_t m_keyboardEvent = 0;
     std::optional<Combination> m_combination;
-    bool m_isDown = false;
+    /// The server's time of the last press, while there was no release. A change of keyboard does not clear it: two
+    /// keyboards in turn are enough for one.
+    std::optional<std::uint32_t> m_heldSince;
 };
 
 } // namespace quelto

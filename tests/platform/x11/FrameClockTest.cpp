@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/x11/FrameClock.h"
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr HostTime Start{1234567ns};
+
+TEST(FrameClock, StartsAtOnce)
+{
+    EXPECT_EQ(FrameClock(Start, 60).slotAfter(Start - 1ns), Start);
+    EXPECT_EQ(FrameClock(Start, 60).slotAfter(HostTime::min()), Start);
+}
+
+TEST(FrameClock, CountsEverySlotFromTheStartWithoutDrift)
+{
+    for (const int rate : {30, 60, 120, 144}) {
+        const FrameClock clock(Start, rate);
+        auto time = Start;
+        for (int frame = 1; frame <= rate * 600; ++frame) {
+            const auto next = clock.slotAfter(time);
+            ASSERT_GT(next, time);
+            time = next;
+        }
+        EXPECT_EQ(time, Start + 600s) << rate;
+    }
+}
+
+TEST(FrameClock, ALateFrameDoesNotShiftTheFollowing)
+{
+    const FrameClock clock(Start, 50);
+    EXPECT_EQ(clock.slotAfter(Start + 20ms + 19ms), Start + 40ms);
+    EXPECT_EQ(clock.slotAfter(Start + 75ms), Start + 80ms);
+}
+
+TEST(FrameClock, StaysExactAfterAYear)
+{
+    const FrameClock clock(Start, 144);
+    const auto year = Start + 24h * 365;
+    EXPECT_EQ(clock.slotAfter(year - 1ns), year);
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/x11/X11Connection.h"
+
+#include <QByteArray>
+
+namespace quelto::test {
+
+/// A window that says about itself what a test wants it to, and that can be made the active one.
+class TestWindow {
+public:
+    struct Identity {
+        QByteArray instance;
+        QByteArray windowClass;
+        QByteArray title;
+        std::uint32_t processID = 0;
+        QByteArray applicationID;
+        const char* type = nullptr;
+    };
+
+    TestWindow(const X11Connection& connection, const Identity& identity);
+
+    /// Says so on the root window, as a window manager does.
+    void activate() const;
+    void destroy() const;
+    static void activate(const X11Connection& connection, xcb_window_t window);
+
+private:
+    static xcb_atom_t atom(const X11Connection& connection, const char* name);
+    void setText(const char* property, const QByteArray& text) const;
+    void setValue(const char* property, const char* type, std::uint32_t value) const;
+
+    const X11Connection& m_connection;
+    xcb_window_t m_window;
+};
+
+} // namespace quelto::test

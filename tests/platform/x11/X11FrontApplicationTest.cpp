@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "TestServer.h"
+#include "TestWindow.h"
+
+#include "platform/x11/X11Platform.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace quelto {
+namespace {
+
+using test::Painter;
+using test::TestServer;
+using test::TestWindow;
+
+class X11FrontApplication : public testing::Test {
+protected:
+    X11FrontApplication()
+        : m_dataHome(qgetenv("XDG_DATA_HOME"))
+        , m_dataFolders(qgetenv("XDG_DATA_DIRS"))
+    {
+        qputenv("XDG_DATA_HOME", m_data.path().toUtf8());
+        qputenv("XDG_DATA_DIRS", m_data.path().toUtf8());
+        qputenv("LC_ALL", "tr_TR.UTF-8");
+    }
+    ~X11FrontApplication() override
+    {
+        qputenv("XDG_DATA_HOME", m_dataHome);
+        qputenv("XDG_DATA_DIRS", m_dataFolders);
+        qunsetenv("LC_ALL");
+    }
+
+    void install(const char* id, const QByteArray& lines)
+    {
+        const QDir folder(m_data.filePath(QStringLiteral("applications")));
+        folder.mkpath(QStringLiteral("."));
+        QFile file(folder.filePath(QString::fromUtf8(id) + QStringLiteral(".desktop")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[Desktop Entry]\nType=Application\n" + lines);
+    }
+    std::optional<FrontApplicationInfo> infoWith(const TestWindow::Identity& identity)
+    {
+        const TestWindow window(m_client.connection(), identity);
+        window.activate();
+        return current();
+    }
+    std::optional<FrontApplicationInfo> current() const { return makeX11FrontApplication(m_server.name())->current(); }
+
+    QTemporaryDir m_data;
+    TestServer m_server;
+    Painter m_client{m_server.name()};
+
+private:
+    QByteArray m_dataHome;
+    QByteArray m_dataFolders;
+};
+
+TEST_F(X11FrontApplication, HasTheNameOfItsDesktopEntryInTheUsersLanguage)
+{
+    install("org.example.shooter", "Name=Shooter\nName[tr]=Nişancı\nStartupWMClass=shooter-bin\n");
+    const auto info = infoWith({.instance = "x", .windowClass = "Shooter-Bin", .title = "Level 3"});
+    ASSERT_TRUE(info);
+    EXPECT_EQ(info->name, u"Nişancı");
+    EXPECT_FALSE(info->isDesktop);
+    EXPECT_FALSE(info->isThisProgram);
+}
+
+TEST_F(X11FrontApplication, IsFoundByItsApplicationID)
+{
+    install("org.example.Puzzle", "Name=Puzzle\n");
+    EXPECT_EQ(infoWith({.instance = "a", .windowClass = "b", .applicationID = "org.example.Puzzle"})->name, u"Puzzle");
+}
+
+TEST_F(X11FrontApplication, IsFoundByItsProgram)
+{
+    install("sleep", "Name=Long Sleep\n");
+    QProcess process;
+    process.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+    ASSERT_TRUE(process.waitForStarted());
+    const auto processID = static_cast<std::uint32_t>(process.processId());
+    // The kernel may still be on its way from the fork to the program.
+    EXPECT_TRUE(test::eventually(
+        [&] { return QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(processID)).endsWith(u"sleep"); }));
+    EXPECT_EQ(infoWith({.instance = "a", .windowClass = "b", .processID = processID})->name, u"Long Sleep");
+    process.kill();
+    process.waitForFinished();
+}
+
+TEST_F(X11FrontApplication, HasItsClassNameWithoutADesktopEntry)
+{
+    EXPECT_EQ(infoWith({.instance = "mygame", .windowClass = "MyGame", .title = "Level 3"})->name, u"MyGame");
+}
+
+TEST_F(X11FrontApplication, HasItsTitleWithoutAClass)
+{
+    EXPECT_EQ(infoWith({.title = "Sınav 1"})->name, u"Sınav 1");
+}
+
+TEST_F(X11FrontApplication, OfAWindowsGameHasItsTitle)
+{
+    EXPECT_EQ(infoWith({.instance = "steam_app_570", .windowClass = "steam_app_570", .title = "Dota 2"})->name,
+              u"Dota 2");
+    EXPECT_EQ(infoWith({.instance = "game.exe", .windowClass = "game.exe", .title = "The Game"})->name, u"The Game");
+    EXPECT_EQ(infoWith({.instance = "game.exe", .windowClass = "game.exe"})->name, u"game");
+    EXPECT_EQ(infoWith({.instance = "game.exe", .windowClass = "Game.EXE", .title = "C:\\Game.EXE"})->name,
+              u"C:\\Game");
+    install("steam_app_570", "Name=The Entry\n");
+    EXPECT_EQ(infoWith({.instance = "steam_app_570", .windowClass = "steam_app_570", .title = "Dota 2"})->name,
+              u"The Entry");
+}
+
+TEST_F(X11FrontApplication, KnowsTheDesktopAndTheFileManagers)
+{
+    EXPECT_TRUE(infoWith({.instance = "a", .windowClass = "b", .type = "_NET_WM_WINDOW_TYPE_DESKTOP"})->isDesktop);
+    EXPECT_FALSE(infoWith({.instance = "a", .windowClass = "b", .type = "_NET_WM_WINDOW_TYPE_NORMAL"})->isDesktop);
+    for (const auto* windowClass : {"Nautilus", "org.gnome.Nautilus", "dolphin", "Nemo", "Thunar", "Pcmanfm-qt"}) {
+        EXPECT_TRUE(infoWith({.instance = "x", .windowClass = windowClass})->isDesktop) << windowClass;
+    }
+    EXPECT_FALSE(infoWith({.instance = "x", .windowClass = "konqueror"})->isDesktop);
+}
+
+TEST_F(X11FrontApplication, KnowsThisProgram)
+{
+    EXPECT_TRUE(infoWith({.instance = "a", .windowClass = "b", .processID = static_cast<std::uint32_t>(getpid())})
+                    ->isThisProgram);
+    EXPECT_TRUE(infoWith({.instance = "quelto", .windowClass = "app.quelto.Quelto"})->isThisProgram);
+    EXPECT_FALSE(infoWith({.instance = "a", .windowClass = "b", .processID = 1})->isThisProgram);
+}
+
+TEST_F(X11FrontApplication, IsNoneWithoutAnActiveWindow)
+{
+    EXPECT_FALSE(current());
+    TestWindow::activate(m_client.connection(), XCB_NONE);
+    EXPECT_FALSE(current());
+}
+
+TEST_F(X11FrontApplication, IsNoneWhenTheWindowIsGone)
+{
+    const TestWindow window(m_client.connection(), {.instance = "a", .windowClass = "b"});
+    window.activate();
+    ASSERT_TRUE(current());
+    window.destroy();
+    EXPECT_FALSE(current());
+}
+
+TEST_F(X11FrontApplication, IsNoneWithoutAServer)
+{
+    m_server.kill();
+    EXPECT_FALSE(current());
+}
+
+} // namespace
+} // namespace quelto
