@@ -22,7 +22,7 @@ SoundEvents Recording::events()
             [this](AudioSamplePtr sample) {
                 const std::lock_guard guard(m_mutex);
                 m_frames += sample->frames;
-                m_samples.append(std::move(sample));
+                m_samples.push_back(std::move(sample));
                 m_changed.notify_all();
             },
         .onWarning =
@@ -37,7 +37,7 @@ SoundEvents Recording::events()
 AudioSamples Recording::samples() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_samples;
+    return AudioSamples(m_samples.begin(), m_samples.end());
 }
 
 std::vector<std::optional<QString>> Recording::warnings() const

@@ -27,7 +27,7 @@ public:
 private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
-    AudioSamples m_samples;
+    std::vector<AudioSamplePtr> m_samples;
     std::vector<std::optional<QString>> m_warnings;
     std::int64_t m_frames = 0;
 };

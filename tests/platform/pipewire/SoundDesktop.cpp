@@ -9,13 +9,10 @@ namespace quelto::pipewire {
 
 QString run(const QString& program, const QStringList& arguments)
 {
-    QProcess process;
-    process.start(program, arguments);
-    const bool hasFinished = process.waitForFinished(20000);
-    EXPECT_TRUE(hasFinished && process.exitCode() == 0)
-        << program.toStdString() << " " << arguments.join(u' ').toStdString() << ": "
-        << process.readAllStandardError().toStdString();
-    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    ChildProcess process(program, arguments);
+    const QByteArray output = process.readAll();
+    EXPECT_EQ(process.wait(), 0) << program.toStdString() << " " << arguments.join(u' ').toStdString();
+    return QString::fromUtf8(output).trimmed();
 }
 
 QString desktopName(const char* variable)
@@ -46,29 +43,17 @@ LoadedModule::~LoadedModule()
 }
 
 OtherProgram::OtherProgram(const Sound& sound)
+    : m_process(QStringLiteral(TONE_PLAYER),
+                {QString::number(sound.leftHertz), QString::number(sound.rightHertz), QString::number(sound.amplitude),
+                 sound.isBeeping ? QStringLiteral("beep") : QStringLiteral("steady"), sound.target})
 {
-    m_process.setProcessChannelMode(QProcess::SeparateChannels);
-    m_process.start(QStringLiteral(TONE_PLAYER),
-                    {QString::number(sound.leftHertz), QString::number(sound.rightHertz),
-                     QString::number(sound.amplitude),
-                     sound.isBeeping ? QStringLiteral("beep") : QStringLiteral("steady"), sound.target});
-    EXPECT_TRUE(m_process.waitForStarted());
-}
-
-OtherProgram::~OtherProgram()
-{
-    m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(3000)) {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
 }
 
 std::vector<HostTime> OtherProgram::beeps()
 {
-    m_process.waitForReadyRead(1);
-    while (m_process.canReadLine()) {
-        m_beeps.emplace_back(HostDuration(m_process.readLine().trimmed().toLongLong()));
+    m_unread += m_process.readAvailable();
+    for (qsizetype end = 0; (end = m_unread.indexOf('\n')) >= 0; m_unread.remove(0, end + 1)) {
+        m_beeps.emplace_back(HostDuration(m_unread.left(end).toLongLong()));
     }
     return m_beeps;
 }

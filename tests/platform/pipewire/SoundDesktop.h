@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ChildProcess.h"
 #include "samples/HostClock.h"
 
-#include <QProcess>
-#include <QStringList>
-
+#include <functional>
 #include <vector>
 
 namespace quelto::pipewire {
@@ -41,15 +40,13 @@ public:
     };
 
     explicit OtherProgram(const Sound& sound);
-    ~OtherProgram();
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
 
     /// When its beeps entered the graph, so far.
     std::vector<HostTime> beeps();
 
 private:
-    QProcess m_process;
+    ChildProcess m_process;
+    QByteArray m_unread;
     std::vector<HostTime> m_beeps;
 };
 

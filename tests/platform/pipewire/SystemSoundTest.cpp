@@ -150,10 +150,13 @@ TEST_F(SystemSoundTest, FollowsAProgramThatIsMoved)
         run(QStringLiteral("pactl"), {QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("sink-inputs")})
             .section(u'\t', 0, 0);
     const OtherProgram staying({.leftHertz = 700, .rightHertz = 700, .target = desktopName("QUELTO_TEST_SPEAKER")});
-    run(QStringLiteral("pactl"), {QStringLiteral("move-sink-input"), input, QStringLiteral("test_other")});
-    EXPECT_TRUE(comesTrue([&] { return amplitude(440) < 0.003; }));
-    run(QStringLiteral("pactl"), {QStringLiteral("move-sink-input"), input, desktopName("QUELTO_TEST_SPEAKER")});
-    EXPECT_TRUE(comesTrue([&] { return std::abs(amplitude(440) - 0.25) < 0.005; }));
+    // The session manager misses a request now and then, also with nobody recording.
+    const auto movedTo = [&](const QString& sink) {
+        run(QStringLiteral("pactl"), {QStringLiteral("move-sink-input"), input, sink});
+        return amplitude(440);
+    };
+    EXPECT_TRUE(comesTrue([&] { return movedTo(QStringLiteral("test_other")) < 0.003; }));
+    EXPECT_TRUE(comesTrue([&] { return std::abs(movedTo(desktopName("QUELTO_TEST_SPEAKER")) - 0.25) < 0.005; }));
     EXPECT_NEAR(amplitude(700), 0.25, 0.005);
 }
 

@@ -117,9 +117,11 @@ TonePlayer::TonePlayer(const Tone& tone, std::function<void(HostTime)> onBeep)
 TonePlayer::~TonePlayer()
 {
     pw_thread_loop_lock(m_state->loop.get());
-    m_state->stream.reset();
+    // The real-time thread still looks at the pointer until the stream is gone.
+    pw_stream_destroy(m_state->stream.get());
     pw_thread_loop_unlock(m_state->loop.get());
     pw_thread_loop_stop(m_state->loop.get());
+    static_cast<void>(m_state->stream.release());
 }
 
 } // namespace quelto::pipewire
