@@ -96,7 +96,7 @@ void ApplicationController::buildWindow()
     WindowCommandsForQml::instance = &m_commands;
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));
-    m_engine.load(QUrl(QStringLiteral("qrc:/Quelto/Shell/MainWindow.qml")));
+    m_engine.loadData("import Quelto.Shell\nMainWindow {}\n");
     if (m_engine.rootObjects().isEmpty()) {
         qFatal("The window's description cannot be loaded");
     }

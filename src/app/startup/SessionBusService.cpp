@@ -19,6 +19,8 @@ RecorderOnBus::RecorderOnBus(Recorder& recorder, AppSettings& settings, QObject*
     , m_recorder(recorder)
     , m_settings(settings)
 {
+    // SetSetting's argument is looked up by this name.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
     connect(&recorder, &Recorder::clipSaved, this, &RecorderOnBus::ClipSaved);
     connect(&recorder, &Recorder::saveFailed, this, &RecorderOnBus::SaveFailed);
 }

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Shell
 import Quelto.Theme
 
 // Shows the recorder's state, switches it, and saves a clip.

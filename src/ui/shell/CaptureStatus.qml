@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Shell
 import Quelto.Theme
 
 // The recorder's state in a word, and its switch.

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Shell
 import Quelto.Theme
 
 // The window's inside: menus above, the capture card in the middle.

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Shell
 import Quelto.Theme
 
 // What became of the last clip that was asked for.

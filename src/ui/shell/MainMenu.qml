@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import Quelto.Shell
 import Quelto.Theme
 
 // The four menus of the program, with the keys that the desktop's users expect.

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import Quelto.Shell
 import Quelto.Theme
 
 // One line of a menu: what it does on the left, its key on the right.

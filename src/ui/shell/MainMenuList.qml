@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import Quelto.Shell
 import Quelto.Theme
 
 // One menu: titles on the left, their keys on the right.

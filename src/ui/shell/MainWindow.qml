@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Shell
 import Quelto.Theme
 
 Window {
@@ -25,6 +26,6 @@ Window {
 
         anchors.fill: parent
         focus: true
-        sourceComponent: ContentView {}
+        source: "ContentView.qml"
     }
 }

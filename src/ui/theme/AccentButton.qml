@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Theme
 
 // A button that carries the screen's main action, filled, or a lesser one, outlined.
 T.AbstractButton {

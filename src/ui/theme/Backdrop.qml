@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Theme
 
 // What lies under everything: the palette's gradient from top to bottom, or its plain background.
 Rectangle {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Theme
 
 // What stands on a button: a symbol, its text, and at the far end what belongs to it, such as a shortcut.
 Item {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Quelto.Theme
 
 // Shows which control the keyboard acts on; a child of the control's background.
 Rectangle {

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Theme
 
 // A switch. It shows what it is bound to and asks for a change by toggled(); the owner decides.
 T.AbstractButton {

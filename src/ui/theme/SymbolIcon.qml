@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Quelto.Theme
 
 // One symbol of the icon set in one colour, sharp at every scale of the screen.
 Image {
