@@ -12,6 +12,8 @@ MenuItem {
     horizontalPadding: 12
     verticalPadding: 8
     font.pixelSize: 13
+    Accessible.role: Accessible.MenuItem
+    Accessible.name: text
     contentItem: ButtonLabel {
         text: entry.text
         trailingText: entry.action ? entry.action.shortcut ?? "" : ""

@@ -11,6 +11,8 @@ MenuBarItem {
     horizontalPadding: 12
     verticalPadding: 8
     font.pixelSize: 13
+    Accessible.role: Accessible.ButtonMenu
+    Accessible.name: text
     contentItem: Text {
         text: title.text
         font: title.font

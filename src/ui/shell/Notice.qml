@@ -19,6 +19,9 @@ Popup {
     padding: 24
     modal: true
     focus: true
+    T.Overlay.modal: Rectangle {
+        color: Qt.alpha(Theme.bg, 0.7)
+    }
     background: Rectangle {
         radius: 10
         color: Theme.panel
@@ -41,7 +44,7 @@ Popup {
             text: notice.text
             color: Theme.muted
             font.pixelSize: 13
-            wrapMode: Text.WrapAnywhere
+            wrapMode: Text.Wrap
             textFormat: Text.PlainText
         }
 

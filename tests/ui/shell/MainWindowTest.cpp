@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/shell/ShellFixture.h"
+
+#include <QTest>
+
+namespace quelto {
+namespace {
+
+class MainWindowTest : public test::ShellFixture { };
+
+TEST_F(MainWindowTest, IsQuietWhileNothingIsRecorded)
+{
+    EXPECT_TRUE(shows(QStringLiteral("KAYIT KAPALI")));
+    EXPECT_FALSE(item(QStringLiteral("Klip Kaydet"))->isEnabled());
+    EXPECT_FALSE(picture(QStringLiteral("window-idle")).isNull());
+}
+
+TEST_F(MainWindowTest, OffersToSaveWhileCaptureStarts)
+{
+    recorder->start();
+    EXPECT_TRUE(shows(QStringLiteral("BAŞLATILIYOR")));
+    EXPECT_TRUE(item(QStringLiteral("Klip Kaydet"))->isEnabled());
+    EXPECT_FALSE(shows(QStringLiteral("Son 30 sn • 0 MB")));
+    picture(QStringLiteral("window-starting"));
+}
+
+TEST_F(MainWindowTest, TellsWhatItRecords)
+{
+    record();
+    EXPECT_TRUE(shows(QStringLiteral("KAYITTA")));
+    EXPECT_TRUE(shows(QStringLiteral("Son 30 sn • 0 MB")));
+    EXPECT_TRUE(shows(QStringLiteral("1920×1080 • 60 FPS • 14 Mbps • H.264")));
+    EXPECT_NE(item(QStringLiteral("Mikrofon kaydediliyor")), nullptr);
+    picture(QStringLiteral("window-recording"));
+}
+
+TEST_F(MainWindowTest, SavesAClipByItsButton)
+{
+    record();
+    click(QStringLiteral("Klip Kaydet"));
+    EXPECT_TRUE(recorder->isSaving());
+    EXPECT_FALSE(item(QStringLiteral("Klip Kaydet"))->isEnabled());
+    time.advance(std::chrono::seconds(1));
+    EXPECT_EQ(savedPaths.size(), 1);
+    EXPECT_TRUE(item(QStringLiteral("Klip Kaydet"))->isEnabled());
+}
+
+TEST_F(MainWindowTest, SwitchesTheRecorder)
+{
+    click(QStringLiteral("Kaydı Başlat / Durdur"));
+    time.settle();
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
+    click(QStringLiteral("Kaydı Başlat / Durdur"));
+    time.settle();
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Idle);
+}
+
+TEST_F(MainWindowTest, ShowsTheWholeErrorAndTheWholeWarning)
+{
+    fakes.sound->systemError =
+        QStringLiteral("Ses sunucusuna (PipeWire) bağlanılamadı. PipeWire'ı başlatın: systemctl "
+                       "--user start pipewire wireplumber – ya da ayarlardan sistem sesini kapatın.");
+    recorder->start();
+    time.settle();
+    EXPECT_TRUE(shows(QStringLiteral("HATA")));
+    EXPECT_TRUE(shows(*fakes.sound->systemError));
+    picture(QStringLiteral("window-error"));
+}
+
+TEST_F(MainWindowTest, ShowsThatTheMicrophoneIsNotHeard)
+{
+    fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
+    record();
+    EXPECT_TRUE(shows(QStringLiteral("Mikrofon başlatılamadı: Mikrofon bulunamadı.")));
+    EXPECT_NE(item(QStringLiteral("Mikrofon kapalı")), nullptr);
+    picture(QStringLiteral("window-microphone-warning"));
+}
+
+TEST_F(MainWindowTest, TellsWhatBecameOfTheLastClip)
+{
+    record();
+    commands->clipSaved(
+        QStringLiteral("/clips/League of Legends - 2026-03-01 20.15.07 [EFSANE 170] PENTAKILL (Ahri).mp4"));
+    EXPECT_TRUE(shows(QStringLiteral("League of Legends - 2026-03-01 20.15.07 [EFSANE 170] PENTAKILL (Ahri)")));
+    picture(QStringLiteral("window-saved"));
+    commands->saveFailed(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı."));
+    EXPECT_TRUE(shows(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı.")));
+    picture(QStringLiteral("window-save-failed"));
+    click(QStringLiteral("Klip Klasörünü Aç"));
+    EXPECT_EQ(asked, QStringList{QStringLiteral("openFolder")});
+}
+
+TEST_F(MainWindowTest, IsReachedByTheKeyboardAlone)
+{
+    record();
+    window->requestActivate();
+    QTest::keyClick(window, Qt::Key_Tab);
+    for (int i = 0; i < 10 && !item(QStringLiteral("Klip Kaydet"))->hasActiveFocus(); ++i) {
+        QTest::keyClick(window, Qt::Key_Tab);
+    }
+    EXPECT_TRUE(item(QStringLiteral("Klip Kaydet"))->hasActiveFocus());
+    picture(QStringLiteral("window-focus"));
+    QTest::keyClick(window, Qt::Key_Return);
+    EXPECT_TRUE(recorder->isSaving());
+}
+
+struct MenuKey {
+    const char* name;
+    Qt::Key key;
+    QString asks;
+};
+
+class MainMenuKeys : public test::ShellFixture, public testing::WithParamInterface<MenuKey> { };
+
+TEST_P(MainMenuKeys, ActWithoutTheMenuOpen)
+{
+    window->requestActivate();
+    QTest::keyClick(window, GetParam().key, Qt::ControlModifier);
+    EXPECT_EQ(asked, QStringList{GetParam().asks});
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, MainMenuKeys,
+                         testing::Values(MenuKey{"Folder", Qt::Key_O, QStringLiteral("openFolder")},
+                                         MenuKey{"Hide", Qt::Key_H, QStringLiteral("hide")},
+                                         MenuKey{"Minimize", Qt::Key_M, QStringLiteral("minimize")},
+                                         MenuKey{"Close", Qt::Key_W, QStringLiteral("close")},
+                                         MenuKey{"Quit", Qt::Key_Q, QStringLiteral("quit")}),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(MainWindowTest, SavesAndSwitchesByItsMenuKeys)
+{
+    window->requestActivate();
+    QTest::keyClick(window, Qt::Key_R, Qt::ControlModifier);
+    time.settle();
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
+    QTest::keyClick(window, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(recorder->isSaving());
+}
+
+TEST_F(MainWindowTest, ShowsItsMenusWithTheirKeys)
+{
+    click(QStringLiteral("Dosya"));
+    EXPECT_TRUE(shows(QStringLiteral("Klip Klasörünü Aç")));
+    picture(QStringLiteral("window-menu"));
+}
+
+TEST_F(MainWindowTest, SaysWhereTheSettingsAreKept)
+{
+    Q_EMIT commands->settingsRequested();
+    EXPECT_TRUE(shows(QStringLiteral("Ayarlar")));
+    picture(QStringLiteral("window-settings-notice"));
+    QTest::keyClick(window, Qt::Key_Escape);
+    QTest::qWait(300);
+    EXPECT_FALSE(shows(QStringLiteral("Ayarlar")));
+}
+
+TEST_F(MainWindowTest, TakesTheColoursOfEveryPalette)
+{
+    record();
+    for (const auto& palette : Palette::all()) {
+        settings.setColorTheme(palette.id);
+        const auto image = picture(QStringLiteral("window-palette-") + palette.id);
+        const auto bottom = image.pixelColor(image.width() / 2, image.height() - 1);
+        const auto expected = palette.gradient.isEmpty() ? palette.bg : palette.gradient.last();
+        // The last row of a gradient lies a hair before its end.
+        EXPECT_NEAR(bottom.red(), expected.red(), 1) << palette.id.toStdString();
+        EXPECT_NEAR(bottom.green(), expected.green(), 1) << palette.id.toStdString();
+        EXPECT_NEAR(bottom.blue(), expected.blue(), 1) << palette.id.toStdString();
+    }
+}
+
+TEST_F(MainWindowTest, FitsItsSmallestSize)
+{
+    fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
+    record();
+    window->resize(1020, 640);
+    EXPECT_EQ(picture(QStringLiteral("window-smallest")).size(), QSize(1020, 640));
+}
+
+} // namespace
+} // namespace quelto
+
+int main(int argc, char* argv[])
+{
+    // Drawn without a display and without a GPU, the same on every machine.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    const QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationVersion(QStringLiteral("0.1.0"));
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

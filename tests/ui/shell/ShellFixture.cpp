@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/shell/ShellFixture.h"
+
+#include "ui/shell/ShellForQml.h"
+#include "ui/theme/Symbols.h"
+#include "ui/theme/ThemeForQml.h"
+
+#include <QAccessible>
+#include <QDir>
+#include <QTest>
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
+
+namespace quelto::test {
+
+namespace {
+
+template <typename Predicate> QQuickItem* tryFind(QQuickItem* root, const Predicate& isWanted)
+{
+    if (!root->isVisible()) {
+        return nullptr;
+    }
+    if (isWanted(root)) {
+        return root;
+    }
+    for (auto* child : root->childItems()) {
+        if (auto* found = tryFind(child, isWanted)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void ShellFixture::SetUp()
+{
+    RecorderFixture::SetUp();
+    theme = std::make_unique<Theme>(settings);
+    const auto ask = [this](const char* what) { return [this, what] { asked.append(QLatin1String(what)); }; };
+    commands = std::make_unique<WindowCommands>(WindowCommands::Actions{.openFolder = ask("openFolder"),
+                                                                        .hide = ask("hide"),
+                                                                        .minimize = ask("minimize"),
+                                                                        .close = ask("close"),
+                                                                        .quit = ask("quit")},
+                                                QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
+    ThemeForQml::instance = theme.get();
+    RecorderForQml::instance = recorder.get();
+    AppSettingsForQml::instance = &settings;
+    WindowCommandsForQml::instance = commands.get();
+    engine = std::make_unique<QQmlApplicationEngine>();
+    engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
+    engine->addImportPath(QStringLiteral("qrc:/"));
+    engine->loadData("import Quelto.Shell\nMainWindow { visible: true }\n");
+    ASSERT_FALSE(engine->rootObjects().isEmpty());
+    window = qobject_cast<QQuickWindow*>(engine->rootObjects().first());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+}
+
+void ShellFixture::TearDown()
+{
+    engine.reset();
+}
+
+QQuickItem* ShellFixture::item(const QString& accessibleName) const
+{
+    auto* found = tryFind(window->contentItem(), [&](QQuickItem* each) {
+        const auto* interface = QAccessible::queryAccessibleInterface(each);
+        return interface != nullptr && interface->text(QAccessible::Name) == accessibleName;
+    });
+    EXPECT_NE(found, nullptr) << "nothing visible is called " << accessibleName.toStdString();
+    return found;
+}
+
+bool ShellFixture::shows(const QString& text) const
+{
+    return tryFind(window->contentItem(),
+                   [&](QQuickItem* each) { return each->property("text").toString() == text; }) != nullptr;
+}
+
+void ShellFixture::click(const QString& accessibleName)
+{
+    if (auto* target = item(accessibleName)) {
+        const auto middle = target->mapToScene({target->width() / 2, target->height() / 2});
+        QTest::mouseClick(window, Qt::LeftButton, {}, middle.toPoint());
+    }
+}
+
+QImage ShellFixture::picture(const QString& name)
+{
+    // Colours and switches move for a moment after a change.
+    QTest::qWait(400);
+    const auto image = window->grabWindow();
+    const QDir pictures(QStringLiteral(QUELTO_PICTURES));
+    pictures.mkpath(QStringLiteral("."));
+    image.save(pictures.filePath(name + QStringLiteral(".png")));
+    return image;
+}
+
+} // namespace quelto::test

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/shell/WindowCommands.h"
+#include "ui/theme/Theme.h"
+
+#include "tests/capture/recorder/RecorderFixture.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+
+namespace quelto::test {
+
+/// The real window over a real recorder, whose desktop services the test drives.
+class ShellFixture : public RecorderFixture {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// The visible item that screen readers call by that name; a failed expectation if there is none.
+    QQuickItem* item(const QString& accessibleName) const;
+    bool shows(const QString& text) const;
+    void click(const QString& accessibleName);
+    /// Draws the window and keeps it as pictures/NAME.png in the build folder.
+    QImage picture(const QString& name);
+
+    std::unique_ptr<Theme> theme;
+    std::unique_ptr<WindowCommands> commands;
+    std::unique_ptr<QQmlApplicationEngine> engine;
+    QQuickWindow* window = nullptr;
+    /// What the window asked for, in order.
+    QStringList asked;
+};
+
+} // namespace quelto::test
