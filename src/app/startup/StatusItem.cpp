@@ -2,6 +2,7 @@
 #include "app/startup/StatusItem.h"
 
 #include "app/language/T.h"
+#include "ui/theme/Palette.h"
 #include "ui/theme/Symbols.h"
 
 namespace quelto {
@@ -36,6 +37,7 @@ StatusItem::StatusItem(Recorder& recorder, const AppSettings& settings, ShellCom
         }
     });
     connect(&m_icon, &QSystemTrayIcon::messageClicked, this, [this] { m_commands.openFolder(); });
+    connect(&settings, &AppSettings::colorThemeChanged, this, &StatusItem::updateIcon);
     rebuildMenu();
     m_icon.setContextMenu(&m_menu);
     m_icon.setToolTip(QStringLiteral("Quelto"));
@@ -45,7 +47,9 @@ StatusItem::StatusItem(Recorder& recorder, const AppSettings& settings, ShellCom
 
 void StatusItem::updateIcon()
 {
-    m_icon.setIcon(symbolIcon(symbolFor(m_recorder.stateKind())));
+    // Panels are light or dark, and do not tell; the accent can be seen on both.
+    const auto color = Palette::find(m_settings.colorTheme()).accent;
+    m_icon.setIcon(symbolIcon(symbolFor(m_recorder.stateKind()), color));
 }
 
 void StatusItem::notify(const QString& title, const QString& text, bool isError)

@@ -4,6 +4,7 @@
 #include "app/startup/TerminationSignals.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <cstdio>
@@ -17,6 +18,7 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName(QStringLiteral("Quelto"));
     QApplication::setApplicationVersion(QStringLiteral(QUELTO_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("app.quelto.Quelto"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/app.quelto.Quelto.svg")));
     QApplication::setQuitOnLastWindowClosed(false);
 
     if (!quelto::claimBusName()) {

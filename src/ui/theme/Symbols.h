@@ -9,7 +9,7 @@
 namespace quelto {
 
 /// The icon of that symbol name in one colour, for what the desktop draws. An unknown name gives an empty icon.
-QIcon symbolIcon(const QString& symbol, const QColor& color = Qt::white);
+QIcon symbolIcon(const QString& symbol, const QColor& color);
 
 /// Draws symbols for QML: the source "image://symbols/NAME/RRGGBB" in the size asked for.
 class SymbolProvider : public QQuickImageProvider {
