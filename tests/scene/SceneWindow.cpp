@@ -60,11 +60,12 @@ xcb_atom_t SceneWindow::atom(const char* name)
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-void SceneWindow::setAtom(const char* property, const char* value)
+void SceneWindow::coverEverything()
 {
-    const xcb_atom_t chosen = atom(value);
-    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, m_window, atom(property), XCB_ATOM_ATOM, 32, 1,
-                        &chosen);
+    // Above as well: the recorder's own window opens after the scene and would hide it.
+    const std::array states{atom("_NET_WM_STATE_FULLSCREEN"), atom("_NET_WM_STATE_ABOVE")};
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, m_window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
+                        states.size(), states.data());
 }
 
 void SceneWindow::dropFrame()
@@ -94,7 +95,7 @@ void SceneWindow::create(const std::optional<WindowPlace>& place)
                         sizeof Class, Class);
     dropFrame();
     if (m_isFullScreen) {
-        setAtom("_NET_WM_STATE", "_NET_WM_STATE_FULLSCREEN");
+        coverEverything();
     } else {
         // Flags: position and size are the user's wish, which the window manager keeps.
         const std::array<std::uint32_t, 18> hints{

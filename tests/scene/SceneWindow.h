@@ -31,7 +31,7 @@ public:
 
 private:
     void create(const std::optional<WindowPlace>& place);
-    void setAtom(const char* property, const char* value);
+    void coverEverything();
     void dropFrame();
     void makeBackground();
     void copyBackground(int x, int y, int shift);

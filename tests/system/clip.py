@@ -27,7 +27,7 @@ def _read_counter(picture):
     ones = [value > (white + black) / 2 for value in cells[2:]]
     if white - black < 100 or sum(ones) % 2:
         return None
-    return int("".join("01"[one] for one in ones[:BITS]), 2)
+    return int("".join("01"[int(one)] for one in ones[:BITS]), 2)
 
 
 class Clip:
@@ -46,11 +46,14 @@ class Clip:
         return [(float(packet["pts_time"]), "K" in packet["flags"]) for packet in info["packets"]]
 
     def pictures(self):
-        """All pictures, small and grey: an array of frames × HEIGHT × WIDTH."""
+        """All pictures, small and grey: an array of frames × HEIGHT × WIDTH. The rate given to ffmpeg keeps it from
+        dropping or doubling any; their times stand in packets()."""
         if self._pictures is None:
-            raw = _output("ffmpeg", "-v", "error", "-i", self.path, "-map", "0:v:0", "-fps_mode", "passthrough", "-vf",
+            raw = _output("ffmpeg", "-v", "error", "-r", "60", "-i", self.path, "-map", "0:v:0", "-vf",
                           f"scale={WIDTH}:{HEIGHT}:flags=area", "-pix_fmt", "gray", "-f", "rawvideo", "-")
             self._pictures = numpy.frombuffer(raw, numpy.uint8).reshape(-1, HEIGHT, WIDTH)
+            if len(self._pictures) != len(self.packets()):
+                raise AssertionError(f"{len(self.packets())} packets give {len(self._pictures)} pictures")
         return self._pictures
 
     def counters(self):
@@ -86,9 +89,9 @@ class Clip:
 
 
 def tone_level(sound, hertz):
-    """Peak of a steady tone in one channel, over the whole seconds in its middle."""
-    seconds = len(sound) // RATE
-    start = (len(sound) - seconds * RATE) // 2
-    part = sound[start:start + seconds * RATE].astype(numpy.float64)
-    turns = numpy.exp(-2j * numpy.pi * hertz * numpy.arange(len(part)) / RATE)
-    return 2 * abs((part * turns).mean())
+    """Peak of a steady tone, a multiple of 10 Hz, in one channel: the median over tenths of a second, so that a jump of
+    its phase, as a late sound server makes, does not count."""
+    step = RATE // 10
+    parts = sound[:len(sound) // step * step].astype(numpy.float64).reshape(-1, step)
+    turns = numpy.exp(-2j * numpy.pi * hertz * numpy.arange(step) / RATE)
+    return numpy.median(2 * abs((parts * turns).mean(axis=1)))

@@ -39,7 +39,7 @@ def press(keys="alt+shift+c"):
 
 
 def sound_server(order):
-    """kill | stop | start | restart"""
+    """kill | stop | start | restart | pause | resume"""
     run(os.environ["QUELTO_TEST_SOUND"], order)
 
 
@@ -74,7 +74,7 @@ class Quelto:
 
     def __init__(self, environment=None, **settings):
         """Settings are written before the start; one that is None stays out of the file."""
-        self.folder = pathlib.Path(settings.setdefault("saveFolder", str(TEST_FOLDER / "clips")) or TEST_FOLDER / "Videos/Quelto")
+        self.folder = pathlib.Path(settings.setdefault("saveFolder", str(TEST_FOLDER / f"clips-{time.monotonic_ns()}")) or TEST_FOLDER / "Videos/Quelto")
         settings.setdefault("clipLength", 15)
         settings.setdefault("playSound", False)
         self.write_settings(settings)
