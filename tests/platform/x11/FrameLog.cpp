@@ -57,27 +57,31 @@ void FrameLog::letGo()
 
 bool FrameLog::waitForCount(std::size_t count, std::chrono::milliseconds atMost) const
 {
+    // The thread sanitizer of the baseline's compiler does not see through waits on the steady clock.
     std::unique_lock guard(m_lock);
-    return m_changed.wait_for(guard, atMost, [&] { return m_times.size() >= count; });
+    return m_changed.wait_until(guard, std::chrono::system_clock::now() + atMost,
+                                [&] { return m_times.size() >= count; });
 }
 
 bool FrameLog::waitFor(const std::function<bool(const PictureFrame&)>& fits, std::chrono::milliseconds atMost) const
 {
     std::unique_lock guard(m_lock);
-    return m_changed.wait_for(guard, atMost, [&] { return !m_frames.empty() && fits(*m_frames.back()); });
+    return m_changed.wait_until(guard, std::chrono::system_clock::now() + atMost,
+                                [&] { return !m_frames.empty() && fits(*m_frames.back()); });
 }
 
 bool FrameLog::waitForEnding(std::chrono::milliseconds atMost) const
 {
     std::unique_lock guard(m_lock);
-    return m_changed.wait_for(guard, atMost, [&] { return !m_endings.empty(); });
+    return m_changed.wait_until(guard, std::chrono::system_clock::now() + atMost, [&] { return !m_endings.empty(); });
 }
 
 bool FrameLog::staysQuiet(std::chrono::milliseconds time) const
 {
     std::unique_lock guard(m_lock);
     const auto before = m_times.size();
-    return !m_changed.wait_for(guard, time, [&] { return m_times.size() > before; });
+    return !m_changed.wait_until(guard, std::chrono::system_clock::now() + time,
+                                 [&] { return m_times.size() > before; });
 }
 
 Rgb colourAt(const PictureFrame& frame, QPoint position)

@@ -3,50 +3,109 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QThread>
 
+#include <csignal>
+#include <cstring>
 #include <stdexcept>
+#include <system_error>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace quelto::test {
 
-TestServer::TestServer(const QString& size, const QStringList& further)
+ChildProcess::ChildProcess(const QStringList& command, const Environment& changes, int passedDescriptor)
 {
-    m_process.setProcessChannelMode(QProcess::SeparateChannels);
-    m_process.start(QStringLiteral("Xvfb"),
-                    QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                                QStringLiteral("0"), size + QStringLiteral("x24"), QStringLiteral("-nolisten"),
-                                QStringLiteral("tcp"), QStringLiteral("-noreset")} +
-                        further);
-    while (!m_process.canReadLine()) {
-        if (!m_process.waitForReadyRead(20000)) {
-            throw std::runtime_error("the X server does not start");
+    std::vector<QByteArray> words;
+    for (const auto& word : command) {
+        words.push_back(word.toUtf8());
+    }
+    for (auto** entry = environ; *entry; ++entry) {
+        const QByteArray name(*entry, static_cast<qsizetype>(std::strcspn(*entry, "=")));
+        if (!changes.contains(name)) {
+            words.emplace_back(*entry);
         }
     }
-    m_name = QStringLiteral(":") + QString::fromLatin1(m_process.readLine().trimmed());
+    for (const auto& [name, value] : changes) {
+        words.push_back(name + '=' + value);
+    }
+    std::vector<char*> arguments;
+    std::vector<char*> environment;
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        (index < static_cast<std::size_t>(command.size()) ? arguments : environment).push_back(words[index].data());
+    }
+    arguments.push_back(nullptr);
+    environment.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    if (passedDescriptor >= 0) {
+        posix_spawn_file_actions_adddup2(&actions, passedDescriptor, ChildDescriptor);
+    }
+    const int error = posix_spawnp(&m_process, arguments[0], &actions, nullptr, arguments.data(), environment.data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) {
+        throw std::system_error(error, std::system_category());
+    }
 }
 
-TestServer::~TestServer()
+ChildProcess::~ChildProcess()
 {
-    m_process.terminate();
-    if (!m_process.waitForFinished(5000)) {
-        kill();
+    end(SIGTERM);
+}
+
+void ChildProcess::end(int signal)
+{
+    if (m_process > 0) {
+        ::kill(m_process, signal);
+        wait();
     }
+}
+
+int ChildProcess::wait()
+{
+    int status = 0;
+    waitpid(std::exchange(m_process, 0), &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TestServer::TestServer(const QString& size, const QStringList& further)
+{
+    int descriptors[2];
+    if (pipe2(descriptors, O_CLOEXEC) != 0) {
+        throw std::system_error(errno, std::system_category());
+    }
+    m_process = std::make_unique<ChildProcess>(QStringList{QStringLiteral("Xvfb"), QStringLiteral("-displayfd"),
+                                                           QString::number(ChildProcess::ChildDescriptor),
+                                                           QStringLiteral("-screen"), QStringLiteral("0"),
+                                                           size + QStringLiteral("x24"), QStringLiteral("-nolisten"),
+                                                           QStringLiteral("tcp"), QStringLiteral("-noreset")} +
+                                                   further,
+                                               ChildProcess::Environment{}, descriptors[1]);
+    close(descriptors[1]);
+    QFile output;
+    output.open(descriptors[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    const auto number = output.readLine().trimmed();
+    if (number.isEmpty()) {
+        throw std::runtime_error("the X server does not start");
+    }
+    m_name = QStringLiteral(":") + QString::fromLatin1(number);
 }
 
 void TestServer::kill()
 {
-    m_process.kill();
-    m_process.waitForFinished();
+    m_process->end(SIGKILL);
 }
 
 bool TestServer::run(const QString& program, const QStringList& arguments) const
 {
-    QProcess process;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), m_name);
-    process.setProcessEnvironment(environment);
-    process.start(program, arguments);
-    return process.waitForFinished(20000) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    return ChildProcess(QStringList{program} + arguments, {{"DISPLAY", m_name.toUtf8()}}).wait() == 0;
 }
 
 Painter::Painter(const QString& displayName)

@@ -80,16 +80,12 @@ TEST_F(X11FrontApplication, IsFoundByItsApplicationID)
 TEST_F(X11FrontApplication, IsFoundByItsProgram)
 {
     install("sleep", "Name=Long Sleep\n");
-    QProcess process;
-    process.start(QStringLiteral("sleep"), {QStringLiteral("60")});
-    ASSERT_TRUE(process.waitForStarted());
-    const auto processID = static_cast<std::uint32_t>(process.processId());
+    const test::ChildProcess process({QStringLiteral("sleep"), QStringLiteral("60")});
+    const auto processID = static_cast<std::uint32_t>(process.id());
     // The kernel may still be on its way from the fork to the program.
     EXPECT_TRUE(test::eventually(
         [&] { return QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(processID)).endsWith(u"sleep"); }));
     EXPECT_EQ(infoWith({.instance = "a", .windowClass = "b", .processID = processID})->name, u"Long Sleep");
-    process.kill();
-    process.waitForFinished();
 }
 
 TEST_F(X11FrontApplication, HasItsClassNameWithoutADesktopEntry)
