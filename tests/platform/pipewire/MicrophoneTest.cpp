@@ -116,6 +116,20 @@ TEST_F(MicrophoneTest, StampsLieOnTheHostClock)
     EXPECT_NEAR(last, 0, 0.15);
 }
 
+TEST_F(MicrophoneTest, StampsABeepWithTheTimeAtWhichItIsSpoken)
+{
+    start(desktopName("QUELTO_TEST_MIC"));
+    OtherProgram::Sound sound = intoDefaultMicrophone();
+    sound.amplitude = 0.5;
+    sound.isBeeping = true;
+    OtherProgram speaking(sound);
+    ASSERT_TRUE(m_recording.waitForSound(5.2, 10));
+    const BeepDistances beeps = distances(beepsIn(m_recording.samples()), speaking.beeps());
+    std::printf("microphone: %zu beeps, mean %+.2f ms, worst %.2f ms\n", beeps.count, beeps.mean, beeps.worst);
+    EXPECT_GE(beeps.count, 4u);
+    EXPECT_LT(beeps.worst, 30);
+}
+
 TEST_F(MicrophoneTest, ComesBackAfterTheServerDied)
 {
     start(desktopName("QUELTO_TEST_MIC"));

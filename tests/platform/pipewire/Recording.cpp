@@ -83,6 +83,55 @@ std::vector<float> channelOf(const AudioSamples& samples, int channel)
     return values;
 }
 
+HostTime endOf(const AudioSample& sample)
+{
+    return sample.presentationTime + HostDuration(std::int64_t(sample.frames) * 1'000'000'000 / 48000);
+}
+
+std::vector<HostTime> beepsIn(const AudioSamples& samples)
+{
+    std::vector<HostTime> found;
+    int quiet = 0;
+    for (const AudioSamplePtr& sample : samples) {
+        const std::vector<float> values = channelOf({sample}, 0);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            if (std::abs(values[i]) < 0.05F) {
+                ++quiet;
+                continue;
+            }
+            if (quiet > 4800) {
+                found.push_back(sample->presentationTime + HostDuration(std::int64_t(i) * 1'000'000'000 / 48000));
+            }
+            quiet = 0;
+        }
+    }
+    return found;
+}
+
+BeepDistances distances(const std::vector<HostTime>& heard, const std::vector<HostTime>& played)
+{
+    BeepDistances result = {.count = heard.size()};
+    for (const HostTime time : heard) {
+        double nearest = 1000;
+        for (const HostTime candidate : played) {
+            const double distance = inSeconds(time - candidate) * 1000;
+            nearest = std::abs(distance) < std::abs(nearest) ? distance : nearest;
+        }
+        result.mean += nearest / static_cast<double>(heard.size());
+        result.worst = std::max(result.worst, std::abs(nearest));
+    }
+    return result;
+}
+
+double worstStep(const AudioSamples& samples)
+{
+    double worst = 0;
+    for (qsizetype i = 1; i < samples.size(); ++i) {
+        worst = std::max(worst, std::abs(inSeconds(samples[i]->presentationTime - endOf(*samples[i - 1]))) * 1000);
+    }
+    return worst;
+}
+
 double amplitudeOf(const std::vector<float>& values, double hertz)
 {
     double cosine = 0;

@@ -32,6 +32,22 @@ private:
     std::int64_t m_frames = 0;
 };
 
+/// The end of its last frame.
+HostTime endOf(const AudioSample& sample);
+/// The times at which the silence of at least 100 ms ends.
+std::vector<HostTime> beepsIn(const AudioSamples& samples);
+
+struct BeepDistances {
+    std::size_t count = 0;
+    /// Units: milliseconds, positive where a beep was stamped too late.
+    double mean = 0;
+    double worst = 0;
+};
+BeepDistances distances(const std::vector<HostTime>& heard, const std::vector<HostTime>& played);
+
+/// The greatest distance of a sample from the end of the one before it. Units: milliseconds.
+double worstStep(const AudioSamples& samples);
+
 /// One channel of the samples, without regard to gaps.
 std::vector<float> channelOf(const AudioSamples& samples, int channel);
 /// The amplitude of a tone, as its sine has it.

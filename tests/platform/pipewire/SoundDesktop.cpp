@@ -42,6 +42,23 @@ LoadedModule::~LoadedModule()
     run(QStringLiteral("pactl"), {QStringLiteral("unload-module"), m_index});
 }
 
+GraphSetting::GraphSetting(const QString& name, int value)
+    : m_name(name)
+{
+    set(value);
+}
+
+GraphSetting::~GraphSetting()
+{
+    set(0);
+}
+
+void GraphSetting::set(int value)
+{
+    run(QStringLiteral("pw-metadata"),
+        {QStringLiteral("-n"), QStringLiteral("settings"), QStringLiteral("0"), m_name, QString::number(value)});
+}
+
 OtherProgram::OtherProgram(const Sound& sound)
     : m_process(QStringLiteral(TONE_PLAYER),
                 {QString::number(sound.leftHertz), QString::number(sound.rightHertz), QString::number(sound.amplitude),

@@ -28,6 +28,20 @@ private:
     QString m_index;
 };
 
+/// A setting of the server's graph, such as "clock.force-quantum", for the time being.
+class GraphSetting {
+public:
+    GraphSetting(const QString& name, int value);
+    ~GraphSetting();
+    GraphSetting(const GraphSetting&) = delete;
+    GraphSetting& operator=(const GraphSetting&) = delete;
+
+private:
+    void set(int value);
+
+    QString m_name;
+};
+
 /// A tone from another process.
 class OtherProgram {
 public:

@@ -63,7 +63,7 @@ TEST(StampAligner, SmoothsJitterOfFiveMilliseconds)
         ASSERT_TRUE(placement);
         EXPECT_LT(distance(placement->time, truth), milliseconds(2)) << "block " << i;
         if (previous) {
-            EXPECT_LT(distance(placement->time, *previous + lengthOf(Frames)), microseconds(100)) << "block " << i;
+            EXPECT_LT(distance(placement->time, *previous + lengthOf(Frames)), microseconds(300)) << "block " << i;
         }
         previous = placement->time;
     }
@@ -85,6 +85,24 @@ TEST(StampAligner, StaysOnTheHostClockThroughThirtyMinutesOfADriftingDevice)
         }
         EXPECT_LT(worst, milliseconds(1)) << millionths << " millionths";
     }
+}
+
+TEST(StampAligner, MakesUpForALostCycleWithinASecond)
+{
+    StampAligner aligner(Rate);
+    constexpr int Frames = 256;
+    for (int i = 0; i < 100; ++i) {
+        aligner.place(Begin + lengthOf(double(Frames) * i), Frames);
+    }
+    std::optional<StampAligner::Placement> last;
+    HostTime truth;
+    for (int i = 101; i < 101 + Rate / Frames; ++i) {
+        truth = Begin + lengthOf(double(Frames) * i);
+        last = aligner.place(truth, Frames);
+        ASSERT_TRUE(last);
+        EXPECT_TRUE(last->continuesRun);
+    }
+    EXPECT_LT(distance(last->time, truth), milliseconds(1));
 }
 
 TEST(StampAligner, BeginsANewRunAfterAGap)

@@ -38,30 +38,9 @@ protected:
     std::unique_ptr<SoundSource> m_source = m_server->systemSound();
 };
 
-HostTime endOf(const AudioSample& sample)
+void print(const char* what, const BeepDistances& beeps)
 {
-    return sample.presentationTime + HostDuration(std::int64_t(sample.frames) * 1'000'000'000 / 48000);
-}
-
-/// The times at which silence ends.
-std::vector<HostTime> beepsIn(const AudioSamples& samples)
-{
-    std::vector<HostTime> found;
-    int quiet = 0;
-    for (const AudioSamplePtr& sample : samples) {
-        const std::vector<float> values = channelOf({sample}, 0);
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            if (std::abs(values[i]) < 0.02F) {
-                ++quiet;
-                continue;
-            }
-            if (quiet > 4800) {
-                found.push_back(sample->presentationTime + HostDuration(std::int64_t(i) * 1'000'000'000 / 48000));
-            }
-            quiet = 0;
-        }
-    }
-    return found;
+    std::printf("%s: %zu beeps, mean %+.2f ms, worst %.2f ms\n", what, beeps.count, beeps.mean, beeps.worst);
 }
 
 TEST_F(SystemSoundTest, RecordsBothSidesAsTheyArePlayed)
@@ -174,43 +153,71 @@ TEST_F(SystemSoundTest, SurvivesTheLossOfItsOutput)
     run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), desktopName("QUELTO_TEST_SPEAKER")});
 }
 
+TEST_F(SystemSoundTest, FoldsASurroundOutputIntoTwoSides)
+{
+    const LoadedModule surround({QStringLiteral("module-null-sink"), QStringLiteral("sink_name=test_surround"),
+                                 QStringLiteral("channels=6"),
+                                 QStringLiteral("channel_map=front-left,front-right,front-center,lfe,rear-left,"
+                                                "rear-right")});
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), QStringLiteral("test_surround")});
+    const OtherProgram player({.leftHertz = 440, .rightHertz = 1000});
+    ASSERT_TRUE(m_recording.waitForSound(0.5));
+    // The session spreads stereo over all speakers, so the middle brings some of each side to the other.
+    EXPECT_GE(amplitude(440, 0), 0.25);
+    EXPECT_GE(amplitude(1000, 1), 0.25);
+    EXPECT_GT(amplitude(440, 0), 1.5 * amplitude(440, 1));
+    EXPECT_GT(amplitude(1000, 1), 1.5 * amplitude(1000, 0));
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), desktopName("QUELTO_TEST_SPEAKER")});
+}
+
 TEST_F(SystemSoundTest, StampsFollowEachOtherEvenly)
 {
     const OtherProgram player({});
     ASSERT_TRUE(m_recording.waitForSound(0.3));
-    const AudioSamples samples = record(4);
-    double worst = 0;
-    double shortest = 1;
-    for (qsizetype i = 1; i < samples.size(); ++i) {
-        worst = std::max(worst, std::abs(inSeconds(samples[i]->presentationTime - endOf(*samples[i - 1]))));
-        shortest = std::min(shortest, samples[i]->frames / 48000.0);
-    }
-    std::printf("stamps: worst step %.4f ms, shortest sample %.1f ms\n", worst * 1000, shortest * 1000);
-    EXPECT_LT(worst, 0.003);
-    EXPECT_GE(shortest, 0.01);
+    const double worst = worstStep(record(4));
+    std::printf("stamps: worst step %.4f ms\n", worst);
+    EXPECT_LT(worst, 3);
+}
+
+TEST_F(SystemSoundTest, PutsBlocksOfALowLatencyGraphTogether)
+{
+    const GraphSetting quantum(QStringLiteral("clock.force-quantum"), 64);
+    OtherProgram player({.amplitude = 0.5, .isBeeping = true});
+    ASSERT_TRUE(m_recording.waitForSound(0.3));
+    const AudioSamples samples = record(2.5);
+    const auto shortOnes =
+        std::ranges::count_if(samples, [](const AudioSamplePtr& sample) { return sample->frames < 480; });
+    // A gap ends a sample early, and a busy machine makes gaps at that pace.
+    EXPECT_LT(shortOnes, samples.size() / 4);
+    EXPECT_TRUE(std::ranges::all_of(samples, [](const auto& sample) { return sample->frames < 480 + 64; }));
+    const BeepDistances beeps = distances(beepsIn(samples), player.beeps());
+    print("64 frames a cycle", beeps);
+    EXPECT_GE(beeps.count, 2u);
+    // A busy machine loses cycles at that pace, and what is lost shows in the stamps half a second later.
+    EXPECT_LT(beeps.worst, 30);
 }
 
 TEST_F(SystemSoundTest, StampsABeepWithTheTimeAtWhichItIsHeard)
 {
     OtherProgram player({.amplitude = 0.5, .isBeeping = true});
     ASSERT_TRUE(m_recording.waitForSound(6.2, 10));
-    const std::vector<HostTime> played = player.beeps();
-    const std::vector<HostTime> heard = beepsIn(m_recording.samples());
-    ASSERT_GE(heard.size(), 5u);
-    double sum = 0;
-    double worst = 0;
-    for (const HostTime time : heard) {
-        double nearest = 1;
-        for (const HostTime candidate : played) {
-            const double distance = inSeconds(time - candidate);
-            nearest = std::abs(distance) < std::abs(nearest) ? distance : nearest;
-        }
-        sum += nearest;
-        worst = std::max(worst, std::abs(nearest));
-    }
-    std::printf("beeps: mean %+.2f ms, worst %.2f ms of %zu\n", sum * 1000 / double(heard.size()), worst * 1000,
-                heard.size());
-    EXPECT_LT(worst, 0.03);
+    const BeepDistances beeps = distances(beepsIn(m_recording.samples()), player.beeps());
+    print("system sound", beeps);
+    EXPECT_GE(beeps.count, 5u);
+    EXPECT_LT(beeps.worst, 3);
+}
+
+TEST_F(SystemSoundTest, StampsABeepRightInAGraphOfAnotherRate)
+{
+    const GraphSetting rate(QStringLiteral("clock.force-rate"), 44100);
+    OtherProgram player({.amplitude = 0.5, .isBeeping = true});
+    ASSERT_TRUE(m_recording.waitForSound(4.2, 10));
+    const AudioSamples samples = m_recording.samples();
+    EXPECT_EQ(samples.first()->format.sampleRate, 48000);
+    const BeepDistances beeps = distances(beepsIn(samples), player.beeps());
+    print("graph at 44,100 Hz", beeps);
+    EXPECT_GE(beeps.count, 3u);
+    EXPECT_LT(beeps.worst, 30);
 }
 
 TEST_F(SystemSoundTest, CostsLittle)
@@ -239,6 +246,7 @@ TEST_F(SystemSoundTest, ComesBackWithinTwoSecondsAfterTheServerDied)
     run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
     ASSERT_TRUE(m_recording.waitForWarnings(1));
     EXPECT_TRUE(m_recording.warnings()[0]);
+    const HostTime dead = HostClock::now();
     run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("start")});
     const HostTime back = HostClock::now();
     const OtherProgram player({});
@@ -246,6 +254,10 @@ TEST_F(SystemSoundTest, ComesBackWithinTwoSecondsAfterTheServerDied)
     std::printf("sound is back %.0f ms after the server\n", inSeconds(HostClock::now() - back) * 1000);
     EXPECT_LT(inSeconds(HostClock::now() - back), 2);
     EXPECT_FALSE(m_recording.warnings().back());
+    for (const AudioSamplePtr& sample : m_recording.samples()) {
+        EXPECT_TRUE(sample->presentationTime < dead || sample->presentationTime >= back)
+            << "sound from where there was none, " << inSeconds(sample->presentationTime - dead) << " s after the end";
+    }
     EXPECT_NEAR(amplitude(440), 0.25, 0.01);
 }
 
