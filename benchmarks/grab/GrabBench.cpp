@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What reading and converting the screen costs: bench_grab [seconds] [width height]
+#include "platform/x11/X11Platform.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+int main(int argumentCount, char** arguments)
+{
+    using namespace quelto;
+    const int seconds = argumentCount > 1 ? std::atoi(arguments[1]) : 10;
+    const auto displays = makeX11Displays()->all();
+    if (displays.isEmpty()) {
+        std::fputs("no X server\n", stderr);
+        return 1;
+    }
+    const auto& display = displays.first();
+    const auto size = argumentCount > 3 ? QSize(std::atoi(arguments[2]), std::atoi(arguments[3])) : display.pixelSize;
+    std::atomic<int> frames = 0;
+    const auto source = makeX11FrameSource();
+    source->start({.displayID = display.id, .outputSize = size},
+                  {.onFrame = [&](const PictureFramePtr&) { ++frames; }, .onStopped = [](const QString&) {}});
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    const int framesBefore = frames;
+    const auto processorBefore = std::clock();
+    std::this_thread::sleep_for(std::chrono::seconds(seconds));
+    const auto processor = static_cast<double>(std::clock() - processorBefore) / CLOCKS_PER_SEC;
+    const int taken = frames - framesBefore;
+    std::printf("%dx%d to %dx%d: %.2f frames a second, %.3f %% of one core, %.3f ms a frame\n",
+                display.pixelSize.width(), display.pixelSize.height(), size.width(), size.height(),
+                static_cast<double>(taken) / seconds, 100 * processor / seconds,
+                taken > 0 ? 1000 * processor / taken : 0);
+}
