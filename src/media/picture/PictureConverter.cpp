@@ -80,6 +80,11 @@ void PictureConverter::plan(QSize source, QSize output)
 
 void PictureConverter::scaleRow(const BgrxPicture& picture, int outputRow, std::uint8_t* scaled)
 {
+    if (picture.size == m_output * 2) {
+        const auto* top = picture.pixels + std::ptrdiff_t{outputRow} * 2 * picture.stride;
+        m_kernels.halveRows({.top = top, .bottom = top + picture.stride}, scaled, m_output.width());
+        return;
+    }
     const auto index = static_cast<std::size_t>(outputRow);
     const auto taps = static_cast<std::size_t>(m_rows.taps);
     const auto* weights = m_rows.weights.data() + index * taps;

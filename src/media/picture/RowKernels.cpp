@@ -47,6 +47,18 @@ void convertRows(const PixelRows& pixels, const Nv12Rows& planes, int from, int 
     }
 }
 
+void halveRows(const PixelRows& pixels, std::uint8_t* halved, int from, int width)
+{
+    for (int column = from; column < width; ++column) {
+        const auto* top = pixels.top + column * 8;
+        const auto* bottom = pixels.bottom + column * 8;
+        for (int channel = 0; channel < 4; ++channel) {
+            const int sum = top[channel] + top[channel + 4] + bottom[channel] + bottom[channel + 4];
+            halved[column * 4 + channel] = static_cast<std::uint8_t>((sum + 2) >> 2);
+        }
+    }
+}
+
 void blendRows(std::span<const std::uint8_t* const> rows, const std::uint16_t* weights, std::uint16_t* blended,
                int from, int bytes)
 {
@@ -81,6 +93,8 @@ namespace {
 constexpr RowKernels PortableKernels{
     .convertRows = [](const PixelRows& pixels, const Nv12Rows& planes,
                       int width) { portable::convertRows(pixels, planes, 0, width); },
+    .halveRows = [](const PixelRows& pixels, std::uint8_t* halved,
+                    int width) { portable::halveRows(pixels, halved, 0, width); },
     .blendRows = [](std::span<const std::uint8_t* const> rows, const std::uint16_t* weights, std::uint16_t* blended,
                     int bytes) { portable::blendRows(rows, weights, blended, 0, bytes); },
     .resampleRow = [](const std::uint16_t* blended, const ColumnPlan& plan, std::uint8_t* pixels,

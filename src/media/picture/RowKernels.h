@@ -27,6 +27,8 @@ struct Nv12Rows {
 struct RowKernels {
     /// Width in pixels, even.
     void (*convertRows)(const PixelRows& pixels, const Nv12Rows& planes, int width);
+    /// The rounded mean of every 2 × 2 pixels. Width in output pixels.
+    void (*halveRows)(const PixelRows& pixels, std::uint8_t* halved, int width);
     /// Mixes rows of bytes by their weights (a RowPlan's) into values of 128 times the byte.
     void (*blendRows)(std::span<const std::uint8_t* const> rows, const std::uint16_t* weights, std::uint16_t* blended,
                       int bytes);

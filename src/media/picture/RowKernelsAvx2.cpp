@@ -122,6 +122,34 @@ QUELTO_AVX2 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, in
     portable::convertRows(pixels, planes, column, width);
 }
 
+/// The sums of neighbouring pixels, channel by channel.
+QUELTO_AVX2 inline __m256i pairSums(__m256i pixels)
+{
+    const auto interleave = _mm256_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15, //
+                                             0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15);
+    return _mm256_maddubs_epi16(_mm256_shuffle_epi8(pixels, interleave), _mm256_set1_epi8(1));
+}
+
+QUELTO_AVX2 inline __m256i means(const std::uint8_t* top, const std::uint8_t* bottom)
+{
+    const auto sum = _mm256_add_epi16(pairSums(load(top)), pairSums(load(bottom)));
+    return _mm256_srli_epi16(_mm256_add_epi16(sum, _mm256_set1_epi16(2)), 2);
+}
+
+QUELTO_AVX2 void halveRows(const PixelRows& pixels, std::uint8_t* halved, int width)
+{
+    const auto* top = pixels.top;
+    const auto* bottom = pixels.bottom;
+    int column = 0;
+    for (; column + 8 <= width; column += 8, top += 64, bottom += 64) {
+        _mm_prefetch(top + BytesAhead, _MM_HINT_T0);
+        _mm_prefetch(bottom + BytesAhead, _MM_HINT_T0);
+        const auto packed = _mm256_packus_epi16(means(top, bottom), means(top + 32, bottom + 32));
+        store(halved + column * 4, _mm256_permute4x64_epi64(packed, 0xd8));
+    }
+    portable::halveRows(pixels, halved, column, width);
+}
+
 QUELTO_AVX2 void blendRows(std::span<const std::uint8_t* const> rows, const std::uint16_t* weights,
                            std::uint16_t* blended, int bytes)
 {
@@ -178,7 +206,8 @@ QUELTO_AVX2 void resampleRow(const std::uint16_t* blended, const ColumnPlan& pla
     portable::resampleRow(blended, plan, pixels, column, width);
 }
 
-constexpr RowKernels Kernels{.convertRows = convertRows, .blendRows = blendRows, .resampleRow = resampleRow};
+constexpr RowKernels Kernels{
+    .convertRows = convertRows, .halveRows = halveRows, .blendRows = blendRows, .resampleRow = resampleRow};
 
 } // namespace
 

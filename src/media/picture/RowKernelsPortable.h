@@ -9,6 +9,7 @@ namespace quelto {
 /// do not fill a vector. Each starts at a column (or byte) of the row that was handed in.
 namespace portable {
 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, int from, int width);
+void halveRows(const PixelRows& pixels, std::uint8_t* halved, int from, int width);
 void blendRows(std::span<const std::uint8_t* const> rows, const std::uint16_t* weights, std::uint16_t* blended,
                int from, int bytes);
 void resampleRow(const std::uint16_t* blended, const ColumnPlan& plan, std::uint8_t* pixels, int from, int width);

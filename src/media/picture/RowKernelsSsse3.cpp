@@ -101,6 +101,30 @@ QUELTO_SSSE3 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, i
     portable::convertRows(pixels, planes, column, width);
 }
 
+/// The sums of neighbouring pixels, channel by channel.
+QUELTO_SSSE3 inline __m128i pairSums(__m128i pixels)
+{
+    const auto interleave = _mm_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15);
+    return _mm_maddubs_epi16(_mm_shuffle_epi8(pixels, interleave), _mm_set1_epi8(1));
+}
+
+QUELTO_SSSE3 inline __m128i means(const std::uint8_t* top, const std::uint8_t* bottom)
+{
+    const auto sum = _mm_add_epi16(pairSums(load(top)), pairSums(load(bottom)));
+    return _mm_srli_epi16(_mm_add_epi16(sum, _mm_set1_epi16(2)), 2);
+}
+
+QUELTO_SSSE3 void halveRows(const PixelRows& pixels, std::uint8_t* halved, int width)
+{
+    const auto* top = pixels.top;
+    const auto* bottom = pixels.bottom;
+    int column = 0;
+    for (; column + 4 <= width; column += 4, top += 32, bottom += 32) {
+        store(halved + column * 4, _mm_packus_epi16(means(top, bottom), means(top + 16, bottom + 16)));
+    }
+    portable::halveRows(pixels, halved, column, width);
+}
+
 QUELTO_SSSE3 void blendRows(std::span<const std::uint8_t* const> rows, const std::uint16_t* weights,
                             std::uint16_t* blended, int bytes)
 {
@@ -145,7 +169,8 @@ QUELTO_SSSE3 void resampleRow(const std::uint16_t* blended, const ColumnPlan& pl
     portable::resampleRow(blended, plan, pixels, column, width);
 }
 
-constexpr RowKernels Kernels{.convertRows = convertRows, .blendRows = blendRows, .resampleRow = resampleRow};
+constexpr RowKernels Kernels{
+    .convertRows = convertRows, .halveRows = halveRows, .blendRows = blendRows, .resampleRow = resampleRow};
 
 } // namespace
 

@@ -48,8 +48,11 @@ struct ScaleCase {
 constexpr ScaleCase Scales[] = {
     {"SameSize", {640, 360}, {640, 360}},     {"WidthNoMultipleOfAVector", {646, 362}, {646, 362}},
     {"FourToThree", {640, 360}, {480, 270}},  {"ThreeToTwo", {960, 540}, {640, 360}},
-    {"Half", {640, 360}, {320, 180}},         {"Third", {960, 540}, {320, 180}},
+    {"Half", {640, 360}, {320, 180}},
+    {"HalfOfNoMultipleOfAVector", {660, 372}, {330, 186}},         {"Third", {960, 540}, {320, 180}},
     {"OddRatio", {683, 384}, {640, 360}},     {"NotQuiteThreeToOne", {1001, 563}, {336, 188}},
+    {"FullHdFrom1440", {2560, 1440}, {1920, 1080}},
+    {"HdFrom768", {1366, 768}, {1280, 720}},
     {"NarrowerOnly", {700, 360}, {640, 360}}, {"LowerOnly", {640, 400}, {640, 360}},
 };
 
