@@ -23,7 +23,7 @@ namespace {
 constexpr int VideoTicksPerSecond = 90000;
 constexpr int SoundTicksPerSecond = 48000;
 constexpr int FramesPerPacket = 1024;
-constexpr int IoBufferBytes = 4 << 20;
+constexpr int IoBufferBytes = 512 << 10;
 // Picture and sound take turns in runs of this length, so that a player finds both close together.
 constexpr std::int64_t RunsPerSecond = 2;
 constexpr std::int64_t TicksPerRun = VideoTicksPerSecond / RunsPerSecond;

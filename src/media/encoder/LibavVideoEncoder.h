@@ -19,7 +19,7 @@ public:
     LibavVideoEncoder(const EncoderCandidate& candidate, const EncoderRequest& request, OnSample onSample);
     ~LibavVideoEncoder() override;
 
-    void encode(const PictureFrame& frame) override;
+    void encode(const PictureFrame& picture) override;
     void finish() noexcept override;
     QString name() const override;
 
@@ -32,7 +32,7 @@ private:
 
     void configure(const EncoderRequest& request);
     void open(const EncoderCandidate& candidate);
-    ffmpeg::Frame wrapped(const PictureFrame& frame);
+    ffmpeg::Frame wrapped(const PictureFrame& picture);
     std::int64_t libraryTimeOf(HostTime presentationTime);
     void drain();
     void giveOut(const AVPacket& packet);

@@ -25,6 +25,8 @@ bool givesPictures(const EncoderCandidate& candidate, const EncoderRequest& requ
 
 } // namespace
 
+// The header's parameter is by value for its callers' sake; each candidate needs a copy of its own.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request, VideoEncoder::OnSample onSample)
 {
     auto status = AVERROR(EINVAL);

@@ -142,8 +142,8 @@ TEST_F(ClipSoundTest, ABeepIsHeardWhereItWas)
     const auto first = std::find_if(decoded.begin(), decoded.end(), isLoud);
     ASSERT_NE(first, decoded.end());
     const auto last = std::find_if(decoded.rbegin(), decoded.rend(), isLoud);
-    const auto beginsAt = static_cast<double>((first - decoded.begin()) / 2) / 48000;
-    const auto endsAt = static_cast<double>((decoded.rend() - last) / 2) / 48000;
+    const auto beginsAt = static_cast<double>(first - decoded.begin()) / 2 / 48000;
+    const auto endsAt = static_cast<double>(decoded.rend() - last) / 2 / 48000;
     EXPECT_NEAR(beginsAt, BeepAt, 0.001);
     EXPECT_NEAR(endsAt, BeepAt + BeepLength, 0.001);
     RecordProperty("beepOffMicroseconds", static_cast<int>((beginsAt - BeepAt) * 1e6));

@@ -240,6 +240,7 @@ TEST_F(ClipWriterTest, ThreadsAndProcessesThatSaveInTheSameSecondAllGetTheirClip
     }
     {
         std::vector<std::jthread> threads;
+        threads.reserve(Threads);
         for (int i = 0; i < Threads; ++i) {
             threads.emplace_back([&] { ClipWriter::write(wanted); });
         }

@@ -55,6 +55,7 @@ VideoSamples picturesAt(const std::vector<HostTime>& times, VideoCodec codec)
 VideoSamples pictures(double seconds, VideoCodec codec)
 {
     std::vector<HostTime> times;
+    times.reserve(static_cast<std::size_t>(seconds * 60));
     for (int i = 0; i < static_cast<int>(seconds * 60); ++i) {
         times.push_back(PictureStart + HostDuration(1s) * i / 60);
     }
@@ -95,9 +96,9 @@ double levelOf(const std::vector<float>& stereo, double hertz, int channel)
 {
     std::complex<double> sum;
     std::size_t count = 0;
-    for (std::size_t i = static_cast<std::size_t>(channel); i < stereo.size(); i += 2, ++count) {
+    for (auto i = static_cast<std::size_t>(channel); i < stereo.size(); i += 2, ++count) {
         sum += static_cast<double>(stereo[i]) *
-            std::polar(1.0, -2 * std::numbers::pi * hertz * static_cast<double>(i / 2) / 48000);
+            std::polar(1.0, -2 * std::numbers::pi * hertz * static_cast<double>(count) / 48000);
     }
     return count == 0 ? 0 : 2 * std::abs(sum) / static_cast<double>(count);
 }

@@ -49,6 +49,7 @@ std::vector<VideoSamplePtr> video(VideoCodec codec, const std::vector<HostTime>&
 std::vector<HostTime> steady(int pictures)
 {
     std::vector<HostTime> times;
+    times.reserve(static_cast<std::size_t>(pictures));
     for (int i = 0; i < pictures; ++i) {
         times.push_back(Start + HostDuration(1s) * i / 60);
     }
@@ -62,9 +63,9 @@ public:
         : m_frames(frames)
     {
         std::vector<float> sound(static_cast<std::size_t>(frames) * 2);
-        for (std::size_t i = 0; i < sound.size(); ++i) {
-            sound[i] =
-                static_cast<float>(0.5 * std::sin(2 * std::numbers::pi * 440 * static_cast<double>(i / 2) / 48000));
+        for (std::size_t i = 0; i < sound.size(); i += 2) {
+            const auto second = static_cast<double>(i) / 2 / 48000;
+            sound[i] = sound[i + 1] = static_cast<float>(0.5 * std::sin(2 * std::numbers::pi * 440 * second));
         }
         m_packets = m_encoder.encode(sound);
         for (auto& packet : m_encoder.finish()) {
@@ -155,6 +156,7 @@ TEST_F(Mp4WriterTest, EveryTrackLastsFromTheStartToTheEnd)
 TEST_F(Mp4WriterTest, RoundingDoesNotAddUp)
 {
     std::vector<HostTime> times;
+    times.reserve(1200);
     for (int i = 0; i < 1200; ++i) {
         // 7.77 ms is no whole number of ticks.
         times.push_back(Start + i * HostDuration(7770003ns));
@@ -234,6 +236,7 @@ TEST_F(Mp4WriterTest, RoomForTheIndexSufficesWhateverTheShape)
 {
     // Few pictures and much sound, many pictures that all last differently, and big pictures in many chunks.
     std::vector<HostTime> uneven;
+    uneven.reserve(3000);
     for (int i = 0; i < 3000; ++i) {
         uneven.push_back(Start + i * HostDuration(5ms) + HostDuration((i * i) % 977 * 1000));
     }
@@ -251,7 +254,7 @@ TEST_F(Mp4WriterTest, RoomForTheIndexSufficesWhateverTheShape)
     for (int i = 0; i < 120; ++i) {
         auto sample = std::make_shared<VideoSample>(*many.front());
         sample->presentationTime = Start + i * HostDuration(10ms);
-        sample->data.resize(static_cast<std::size_t>(600'000 + i), std::byte{0x55});
+        sample->data.resize(600'000 + static_cast<std::size_t>(i), std::byte{0x55});
         big.push_back(std::move(sample));
     }
     QTemporaryDir folder;

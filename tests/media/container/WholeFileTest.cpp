@@ -142,6 +142,7 @@ TEST(WholeFile, ManyAtOnceAllGetANameOfTheirOwn)
     const QTemporaryDir folder;
     constexpr int Writers = 8;
     std::vector<std::jthread> threads;
+    threads.reserve(Writers);
     for (int i = 0; i < Writers; ++i) {
         threads.emplace_back([&] {
             WholeFile file(folder.path());

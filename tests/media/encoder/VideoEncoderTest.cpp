@@ -48,6 +48,7 @@ Encoded encode(const EncoderRequest& request, const std::vector<HostTime>& times
 std::vector<HostTime> steady(int pictures, int framesPerSecond)
 {
     std::vector<HostTime> times;
+    times.reserve(static_cast<std::size_t>(pictures));
     for (int i = 0; i < pictures; ++i) {
         // Not on any rounder grid than nanoseconds.
         times.push_back(HostTime(1234567891ns) + HostDuration(1s) * i / framesPerSecond + HostDuration(i % 7));
@@ -59,8 +60,8 @@ class EveryCodec : public testing::TestWithParam<VideoCodec> {
 protected:
     QString rawFile(const Encoded& encoded) const
     {
-        const auto path = m_folder.filePath(GetParam() == VideoCodec::hevc ? QStringLiteral("video.hevc")
-                                                                           : QStringLiteral("video.h264"));
+        auto path = m_folder.filePath(GetParam() == VideoCodec::hevc ? QStringLiteral("video.hevc")
+                                                                     : QStringLiteral("video.h264"));
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         const auto write = [&](const std::vector<std::byte>& bytes) {
