@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -76,6 +77,13 @@ QByteArray ChildProcess::readAll()
         text.append(part.data(), count);
     }
     return text;
+}
+
+void ChildProcess::terminate()
+{
+    if (m_pid >= 0) {
+        kill(m_pid, SIGTERM);
+    }
 }
 
 int ChildProcess::wait()

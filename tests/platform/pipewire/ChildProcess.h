@@ -21,6 +21,8 @@ public:
     QByteArray readAvailable();
     /// Everything until it ends its output.
     QByteArray readAll();
+    /// Asks it to end.
+    void terminate();
     /// Waits for its end. What a shell would call its status.
     int wait();
 

@@ -197,6 +197,19 @@ TEST_F(NoServerTest, SaysHowToStartOne)
     EXPECT_TRUE(messageOf(*m_server->microphone(QString())).contains(u"PipeWire"));
 }
 
+TEST_F(NoServerTest, SaysWhatIsMissingWhereTheServerHasNoDevices)
+{
+    ChildProcess bare(QStringLiteral("pipewire"), {});
+    const auto system = m_server->systemSound();
+    const auto microphone = m_server->microphone(QStringLiteral("gone"));
+    QString message;
+    EXPECT_TRUE(comesTrue([&] { return !(message = messageOf(*system)).contains(u"PipeWire"); }));
+    EXPECT_TRUE(message.startsWith(u"Ses çıkışı bulunamadı.")) << message.toStdString();
+    EXPECT_EQ(messageOf(*microphone), QStringLiteral("Mikrofon bulunamadı."));
+    EXPECT_TRUE(m_server->microphones().isEmpty());
+    bare.terminate();
+}
+
 TEST_F(NoServerTest, FindsOneThatIsStartedLater)
 {
     if (desktopName("QUELTO_TEST_MIC").isEmpty()) {

@@ -44,7 +44,7 @@ struct TonePlayer::State {
         pw_stream_get_time_n(stream.get(), &time, sizeof time);
         spa_data& data = buffer->buffer->datas[0];
         auto* values = static_cast<float*>(data.data);
-        std::uint32_t frames = data.maxsize / (2 * sizeof(float));
+        auto frames = static_cast<std::uint32_t>(data.maxsize / (2 * sizeof(float)));
         if (buffer->requested > 0) {
             frames = std::min(frames, static_cast<std::uint32_t>(buffer->requested));
         }
