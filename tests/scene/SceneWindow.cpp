@@ -217,6 +217,8 @@ void SceneWindow::drawCounter(std::uint64_t frame)
 void SceneWindow::draw(std::uint64_t frame, bool isFlashing)
 {
     handleEvents();
+    // A game's frame appears as a whole; so must this one, whatever other clients ask of the server meanwhile.
+    xcb_grab_server(m_connection.get());
     drawPicture(frame);
     const xcb_rectangle_t flash = rectangle(m_width / 4, m_height / 4, m_width / 2, m_height / 2);
     if (isFlashing)
@@ -225,6 +227,7 @@ void SceneWindow::draw(std::uint64_t frame, bool isFlashing)
         xcb_copy_area(m_connection.get(), m_background, m_window, m_black, flash.x, flash.y, flash.x, flash.y,
                       flash.width, flash.height);
     drawCounter(frame);
+    xcb_ungrab_server(m_connection.get());
     waitForServer();
 }
 
