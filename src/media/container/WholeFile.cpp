@@ -21,7 +21,7 @@ constexpr QByteArrayView HiddenPrefix = ".quelto-";
 constexpr QByteArrayView HiddenSuffix = ".part";
 constexpr mode_t NewFileMode = 0666;
 // The disk gets to work in pieces of this size while the rest is still being made.
-constexpr std::int64_t StartEvery = 8 << 20;
+constexpr std::int64_t StartEvery = 4 << 20;
 
 [[noreturn]] void fail(int code)
 {
