@@ -25,7 +25,7 @@ std::uint8_t chroma(int sum)
 
 int mean(const PixelRows& pixels, int column, int channel)
 {
-    const auto left = static_cast<std::size_t>(column * 4 + channel);
+    const auto left = static_cast<std::size_t>(column) * 4 + static_cast<std::size_t>(channel);
     return average(average(pixels.top[left], pixels.bottom[left]),
                    average(pixels.top[left + 4], pixels.bottom[left + 4]));
 }

@@ -86,12 +86,12 @@ ColumnPlan ColumnPlan::make(int source, int output)
 {
     auto parts = shares(source, output);
     ColumnPlan plan{.pairs = (parts.taps + 1) / 2, .first = std::move(parts.first)};
-    plan.weights.resize(static_cast<std::size_t>(output * plan.pairs));
+    plan.weights.resize(static_cast<std::size_t>(output) * static_cast<std::size_t>(plan.pairs));
     for (int column = 0; column < output; ++column) {
         auto weights = quantised(parts.values.data() + column * parts.taps, parts.taps, ColumnWeightSum);
         weights.resize(static_cast<std::size_t>(plan.pairs) * 2, 0);
         for (int pair = 0; pair < plan.pairs; ++pair) {
-            auto& entry = plan.weights[static_cast<std::size_t>((column / 2 * plan.pairs + pair) * 2 + column % 2)];
+            auto& entry = plan.weights[plan.indexOf(column, pair)];
             for (std::size_t value = 0; value < entry.size(); ++value) {
                 entry[value] = static_cast<std::int16_t>(weights[static_cast<std::size_t>(pair) * 2 + value % 2]);
             }

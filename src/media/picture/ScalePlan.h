@@ -38,10 +38,13 @@ struct ColumnPlan {
     /// The output's width is even.
     static ColumnPlan make(int source, int output);
 
-    const Pair& weightsOf(int outputPixel, int pair) const noexcept
+    /// Where an output pixel's weights for a pair stand.
+    std::size_t indexOf(int outputPixel, int pair) const noexcept
     {
-        return weights[static_cast<std::size_t>((outputPixel / 2 * pairs + pair) * 2 + outputPixel % 2)];
+        const auto pixel = static_cast<std::size_t>(outputPixel);
+        return (pixel / 2 * static_cast<std::size_t>(pairs) + static_cast<std::size_t>(pair)) * 2 + pixel % 2;
     }
+    const Pair& weightsOf(int outputPixel, int pair) const noexcept { return weights[indexOf(outputPixel, pair)]; }
 };
 
 } // namespace quelto

@@ -33,7 +33,7 @@ QRect CursorOverlay::covered(QPoint position, QSize picture) const
 void CursorOverlay::draw(std::uint8_t* pixels, int stride, QSize picture, QPoint position)
 {
     m_drawn = covered(position, picture);
-    const auto rowBytes = static_cast<std::size_t>(m_drawn.width() * BytesPerPixel);
+    const auto rowBytes = static_cast<std::size_t>(m_drawn.width()) * BytesPerPixel;
     m_under.resize(rowBytes * static_cast<std::size_t>(m_drawn.height()));
     const auto origin = position - m_shape.hotSpot;
     for (int row = 0; row < m_drawn.height(); ++row) {
@@ -49,7 +49,7 @@ void CursorOverlay::draw(std::uint8_t* pixels, int stride, QSize picture, QPoint
 
 void CursorOverlay::erase(std::uint8_t* pixels, int stride)
 {
-    const auto rowBytes = static_cast<std::size_t>(m_drawn.width() * BytesPerPixel);
+    const auto rowBytes = static_cast<std::size_t>(m_drawn.width()) * BytesPerPixel;
     for (int row = 0; row < m_drawn.height(); ++row) {
         std::memcpy(pixelAt(pixels, stride, m_drawn.x(), m_drawn.y() + row),
                     m_under.data() + rowBytes * static_cast<std::size_t>(row), rowBytes);

@@ -7,6 +7,9 @@
 #include <QSocketNotifier>
 
 // The header was made for C and calls a field by a word of C++.
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define explicit explicitComponents
 #include <xcb/xkb.h>
 #undef explicit

@@ -92,7 +92,8 @@ void SourcePicture::set(int x, int y, double red, double green, double blue)
 
 double SourcePicture::value(int x, int y, int channel) const
 {
-    return m_pixels[static_cast<std::size_t>(y * m_stride + x * 4 + channel)];
+    return m_pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_stride) +
+                    static_cast<std::size_t>(x * 4L + channel)];
 }
 
 ReferencePlanes referencePlanes(const SourcePicture& picture, QSize outputSize)
@@ -101,8 +102,9 @@ ReferencePlanes referencePlanes(const SourcePicture& picture, QSize outputSize)
     const auto rows = areas(picture.size().height(), outputSize.height());
     const int width = outputSize.width();
     const int height = outputSize.height();
-    ReferencePlanes planes{.luma = std::vector<double>(static_cast<std::size_t>(width * height)),
-                           .chroma = std::vector<double>(static_cast<std::size_t>(width * height / 2))};
+    ReferencePlanes planes{
+        .luma = std::vector<double>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)),
+        .chroma = std::vector<double>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) / 2)};
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             double channels[3] = {};
@@ -115,8 +117,8 @@ ReferencePlanes referencePlanes(const SourcePicture& picture, QSize outputSize)
             }
             const auto [blue, green, red] = channels;
             const double grey = Kr * red + (1 - Kr - Kb) * green + Kb * blue;
-            planes.luma[static_cast<std::size_t>(y * width + x)] = 16 + 219 * grey;
-            auto* chroma = planes.chroma.data() + y / 2 * width + x / 2 * 2;
+            planes.luma[static_cast<std::size_t>(std::ptrdiff_t{y} * width + x)] = 16 + 219 * grey;
+            auto* chroma = planes.chroma.data() + std::ptrdiff_t{y / 2} * width + x / 2 * 2;
             chroma[0] += (128 + 112 * (blue - grey) / (1 - Kb)) / 4;
             chroma[1] += (128 + 112 * (red - grey) / (1 - Kr)) / 4;
         }
@@ -130,14 +132,17 @@ Fidelity fidelity(const PictureFrame& frame, const ReferencePlanes& reference)
     double chroma = 0;
     const int width = frame.size.width();
     for (int y = 0; y < frame.size.height(); ++y) {
+        const auto* own = frame.luma + std::ptrdiff_t{y} * frame.stride;
+        const auto* wanted = reference.luma.data() + std::ptrdiff_t{y} * width;
         for (int x = 0; x < width; ++x) {
-            luma +=
-                std::pow(frame.luma[y * frame.stride + x] - reference.luma[static_cast<std::size_t>(y * width + x)], 2);
-            if (y % 2 == 0) {
-                chroma += std::pow(frame.chroma[y / 2 * frame.stride + x] -
-                                       reference.chroma[static_cast<std::size_t>(y / 2 * width + x)],
-                                   2);
-            }
+            luma += std::pow(own[x] - wanted[x], 2);
+        }
+    }
+    for (int y = 0; y < frame.size.height() / 2; ++y) {
+        const auto* own = frame.chroma + std::ptrdiff_t{y} * frame.stride;
+        const auto* wanted = reference.chroma.data() + std::ptrdiff_t{y} * width;
+        for (int x = 0; x < width; ++x) {
+            chroma += std::pow(own[x] - wanted[x], 2);
         }
     }
     return {.luma = decibels(luma, reference.luma.size()), .chroma = decibels(chroma, reference.chroma.size())};

@@ -162,6 +162,7 @@ Pace paceOf(const std::vector<HostTime>& times, double rate)
 {
     const auto place = [&](HostTime time) { return inSeconds(time - times.front()) * rate; };
     std::vector<double> offsets;
+    offsets.reserve(times.size());
     for (const auto time : times) {
         offsets.push_back(std::remainder(place(time), 1.0));
     }
@@ -169,6 +170,7 @@ Pace paceOf(const std::vector<HostTime>& times, double rate)
     const double phase = median(offsets);
     Pace pace{.framesPerSecond = static_cast<double>(times.size() - 1) / inSeconds(times.back() - times.front())};
     std::vector<double> places;
+    places.reserve(times.size());
     double before = -1;
     for (const auto time : times) {
         const double moment = std::floor(place(time) - phase + 0.25);
