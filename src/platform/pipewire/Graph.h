@@ -3,11 +3,11 @@
 
 #include <QString>
 
-#include <compare>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
+#include <tuple>
 #include <vector>
 
 namespace quelto::pipewire {
@@ -47,7 +47,11 @@ struct LinkEnds {
     ObjectId output = 0;
     ObjectId input = 0;
 
-    auto operator<=>(const LinkEnds&) const = default;
+    bool operator==(const LinkEnds&) const = default;
+    bool operator<(const LinkEnds& other) const
+    {
+        return std::tie(output, input) < std::tie(other.output, other.input);
+    }
 };
 
 using LinkPlan = std::set<LinkEnds>;

@@ -71,7 +71,7 @@ protected:
     std::vector<ObjectId> program(std::optional<ObjectId> owner)
     {
         const ObjectId stream = node(QStringLiteral("program"), QStringLiteral("Stream/Output/Audio"), owner);
-        const std::vector<ObjectId> outputs = ports(stream, PortDirection::output, Stereo);
+        std::vector<ObjectId> outputs = ports(stream, PortDirection::output, Stereo);
         link(outputs[0], m_speaker[0]);
         link(outputs[1], m_speaker[1]);
         return outputs;

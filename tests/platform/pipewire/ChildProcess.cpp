@@ -3,12 +3,12 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <stdexcept>
 #include <vector>
 
@@ -21,6 +21,7 @@ ChildProcess::ChildProcess(const QString& program, const QStringList& arguments)
         texts.push_back(argument.toUtf8());
     }
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (QByteArray& text : texts) {
         pointers.push_back(text.data());
     }
