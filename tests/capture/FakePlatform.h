@@ -150,13 +150,16 @@ public:
 };
 
 enum class FakeKeyFrames { everyThirtieth, none };
+/// Whether a sample comes out with its picture or with the one after it.
+enum class FakeDelay { none, onePicture };
 
 /// Gives out a sample of 1,024 bytes for each picture.
 class FakeEncoder final : public VideoEncoder {
 public:
-    FakeEncoder(OnSample onSample, FakeKeyFrames keyFrames, std::atomic<int>& encoded)
+    FakeEncoder(OnSample onSample, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
         : m_onSample(std::move(onSample))
         , m_keyFrames(keyFrames)
+        , m_delay(delay)
         , m_encoded(encoded)
     {
     }
@@ -168,17 +171,25 @@ public:
         sample->isNotSync = m_keyFrames == FakeKeyFrames::none || m_count % 30 != 0;
         sample->data.resize(1024);
         ++m_count;
-        m_onSample(std::move(sample));
+        if (m_delay == FakeDelay::onePicture) {
+            std::swap(sample, m_held);
+        }
+        if (sample) {
+            m_onSample(std::move(sample));
+        }
         ++m_encoded;
         m_encoded.notify_all();
     }
 
+    bool isHoldingPicture() const override { return m_held != nullptr; }
     void finish() noexcept override { }
     QString name() const override { return QStringLiteral("fake"); }
 
 private:
     OnSample m_onSample;
     FakeKeyFrames m_keyFrames;
+    FakeDelay m_delay;
+    std::shared_ptr<VideoSample> m_held;
     std::atomic<int>& m_encoded;
     int m_count = 0;
 };

@@ -7,7 +7,6 @@
 
 #include <ctime>
 #include <pipewire/pipewire.h>
-#include <sys/resource.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -159,8 +158,6 @@ void stayStill(const SceneOptions& options, SceneVoices& voices)
 
 int run(const SceneOptions& options)
 {
-    // Late frames of the scene would look like frames that a recorder lost. Not allowed to everyone, and no loss then.
-    setpriority(PRIO_PROCESS, 0, -10);
     SceneWindow window(options.motion, options.place);
     SceneVoices voices(options);
     voices.revive();

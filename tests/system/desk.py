@@ -15,6 +15,8 @@ import unittest
 
 TEST_FOLDER = pathlib.Path(os.environ["QUELTO_TEST_DIR"])
 SKIPPED = 77
+# Of the scene's frames; more than these late, and the machine has other things to do.
+BUSY_SHARE = 0.02
 
 
 def wait_until(condition, seconds, what):
@@ -82,7 +84,8 @@ class Quelto:
         self.saved, self.failed = [], []
         self._monitor = subprocess.Popen(["gdbus", "monitor", "--session", "--dest", self.NAME, "--object-path", self.PATH],
                                          stdout=subprocess.PIPE, text=True)
-        threading.Thread(target=self._listen, daemon=True).start()
+        self._listener = threading.Thread(target=self._listen, daemon=True)
+        self._listener.start()
         with open(self.log, "w") as log:
             self.process = subprocess.Popen([self.PROGRAM], stdout=log, stderr=log, env={**os.environ, **(environment or {})})
 
@@ -181,9 +184,11 @@ class Quelto:
             except subprocess.TimeoutExpired:
                 self.kill()
                 raise AssertionError("the program does not end when it is told to")
-        self._monitor.terminate()
-        self._monitor.wait()
-        self._monitor.stdout.close()
+        if self._monitor.poll() is None:
+            self._monitor.terminate()
+            self._monitor.wait()
+            self._listener.join()
+            self._monitor.stdout.close()
 
 
 class DeskTest(unittest.TestCase):
@@ -199,20 +204,30 @@ class DeskTest(unittest.TestCase):
         self.addCleanup(program.stop)
         return program
 
-    def assert_no_frame_lost(self, counters, scene):
-        """Every frame that the scene showed in time is there, once, in order. Stop the scene first."""
-        self.assertNotIn(None, counters, "a counter could not be read")
-        steps = [(before, after) for before, after in zip(counters, counters[1:]) if after != before + 1]
-        backwards = [step for step in steps if step[1] < step[0]]
-        self.assertFalse(backwards, "counters go backwards")
-        # A frame that was drawn late shares its time with the next one.
-        excused = {frame + shift for frame in scene.missed | scene.late for shift in (-1, 0, 1)}
-        lost = [frame for before, after in steps for frame in range(before + 1, after) if frame not in excused]
-        repeated = [after for before, after in steps if after == before and after not in excused]
-        print(f"{len(counters)} frames, lost {len(lost)}, repeated {len(repeated)}, "
-              f"the scene's own misses {len(scene.missed)}, late {len(scene.late)}")
-        self.assertFalse(lost, "frames lost")
-        return repeated
+    def assert_no_frame_lost(self, record):
+        """`record` starts a scene, records it, stops it and gives back the scene and the clip's counters. Every frame
+        that the scene showed in time has to be in the clip, once and in order.
+
+        Where the scene itself, an ordinary process with little to do, could not keep time, the machine was too busy to
+        blame anybody: it is tried again, and in the end the test says so and does not count.
+        """
+        for _ in range(3):
+            scene, counters = record()
+            self.assertNotIn(None, counters, "a counter could not be read")
+            steps = [(before, after) for before, after in zip(counters, counters[1:]) if after != before + 1]
+            self.assertFalse([step for step in steps if step[1] < step[0]], "counters go backwards")
+            # A frame that was drawn late shares its time with the next one.
+            excused = {frame + shift for frame in scene.missed | scene.late for shift in (-1, 0, 1)}
+            lost = [frame for before, after in steps for frame in range(before + 1, after) if frame not in excused]
+            repeated = [after for before, after in steps if after == before and after not in excused]
+            own = len(scene.missed) + len(scene.late)
+            print(f"{len(counters)} frames, lost {len(lost)}, repeated {len(repeated)}, late or missed by the scene {own}")
+            if own <= len(counters) * BUSY_SHARE:
+                self.assertEqual((lost, repeated), ([], []), "frames lost, frames repeated")
+                return
+            if not lost and not repeated:
+                return
+        self.skipTest(f"the machine is too busy: the scene itself was late with {own} frames")
 
 
 def main():

@@ -20,12 +20,23 @@ class ClipContent(desk.DeskTest):
         else:
             self.assertAlmostEqual(decibels(level / wanted), 0, delta=0.5, msg=f"level of {hertz} Hz in {where}")
 
-    def test_pictures_follow_each_other_and_sound_fits_them(self):
-        scene = self.scene("--tone", TONE, "--mic-tone", MIC_TONE)
+    def test_pictures_follow_each_other(self):
+        def record():
+            scene = self.scene()
+            program = self.quelto(clipLength=10)
+            program.record(12)
+            counters = clip.Clip(program.save()).counters()
+            program.stop()
+            scene.stop()
+            return scene, counters
+
+        self.assert_no_frame_lost(record)
+
+    def test_sound_fits_the_picture(self):
+        self.scene("--tone", TONE, "--mic-tone", MIC_TONE)
         program = self.quelto(clipLength=15, displayID=0)
         program.record(17)
         result = clip.Clip(program.save())
-        scene.stop()
 
         self.assertGreaterEqual(result.length, 15)
         self.assertLessEqual(result.length, 16.35)
@@ -37,7 +48,6 @@ class ClipContent(desk.DeskTest):
         self.assertTrue(packets[0][1], "the first frame is no key frame")
         keys = [time for time, is_key in packets if is_key]
         self.assertLess(max(after - before for before, after in zip(keys, keys[1:])), 1.1)
-        self.assertFalse(self.assert_no_frame_lost(result.counters(), scene))
 
         leads = result.sound_lead(1)
         self.assertGreaterEqual(len(leads), 13)

@@ -7,17 +7,21 @@ import desk
 
 class SavesInARow(desk.DeskTest):
     def test_twenty_saves_lose_no_frame(self):
-        scene = self.scene()
-        program = self.quelto(clipLength=3)
-        program.record(4)
-        for _ in range(20):
-            program.save()
-        self.assertEqual(len(program.visible_clips()), 20)
-        program.set("clipLength", 20)
-        result = clip.Clip(program.save())
-        scene.stop()
-        self.assertGreater(result.length, 8)
-        self.assert_no_frame_lost(result.counters(), scene)
+        def record():
+            scene = self.scene()
+            program = self.quelto(clipLength=3)
+            program.record(4)
+            for _ in range(20):
+                program.save()
+            self.assertEqual(len(program.visible_clips()), 20)
+            program.set("clipLength", 20)
+            result = clip.Clip(program.save())
+            program.stop()
+            scene.stop()
+            self.assertGreater(result.length, 8)
+            return scene, result.counters()
+
+        self.assert_no_frame_lost(record)
 
 
 if __name__ == "__main__":

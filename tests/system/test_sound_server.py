@@ -17,7 +17,7 @@ class SoundServer(desk.DeskTest):
         return [clip.numpy.abs(sound[start:start + step]).max() > 0.1 for start in range(0, len(sound) - step, step)]
 
     def test_restart_leaves_a_gap_of_silence_and_the_stream_comes_back(self):
-        scene = self.scene("--tone", TONE, "--mic-tone", 700)
+        self.scene("--tone", TONE, "--mic-tone", 700)
         program = self.quelto(clipLength=15)
         program.record(5)
         self.assertEqual(program.get("MicWarning"), "")
@@ -32,9 +32,8 @@ class SoundServer(desk.DeskTest):
         # The scene itself needs up to a second to connect again.
         time.sleep(6)
         result = clip.Clip(program.save())
-        scene.stop()
 
-        self.assert_no_frame_lost(result.counters(), scene)
+        self.assertGreaterEqual(result.length, 12)
         system = self.loud_parts(result.sound(1)[:, 0])
         quiet = [index for index, is_loud in enumerate(system) if not is_loud]
         self.assertTrue(system[0] and system[-1], "no sound before or after the gap")
@@ -74,13 +73,12 @@ class SoundServer(desk.DeskTest):
         module = desk.run("pactl", "load-module", "module-null-sink", "sink_name=quelto_other").strip()
         self.addCleanup(desk.run, "pactl", "unload-module", module)
         self.addCleanup(desk.run, "pactl", "set-default-sink", "quelto_speaker")
-        scene = self.scene("--tone", TONE, "--motion", "low")
+        self.scene("--tone", TONE, "--motion", "low")
         program = self.quelto(clipLength=8)
         program.record(3)
         desk.run("pactl", "set-default-sink", "quelto_other")
         time.sleep(4)
         system = self.loud_parts(clip.Clip(program.save()).sound(1)[:, 0])
-        scene.stop()
         self.assertTrue(all(system[-10:]), "no sound after the change of the default output")
 
 

@@ -7,6 +7,7 @@
 #include <QIcon>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include <csignal>
 #include <cstdio>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
@@ -14,6 +15,8 @@ Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
 int main(int argc, char* argv[])
 {
+    // A server that goes away in the midst of a request must not take the program with it.
+    std::signal(SIGPIPE, SIG_IGN);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quelto"));
     QApplication::setApplicationVersion(QStringLiteral(QUELTO_VERSION));

@@ -11,15 +11,6 @@ constexpr double ExtraSeconds = 3.0;
 // Sound reaches further back than the picture, whose head may lie up to a key-frame interval before the window's edge.
 constexpr double ExtraAudioSeconds = 2.0;
 
-template <typename Samples> std::int64_t bytesOf(const Samples& samples)
-{
-    std::int64_t bytes = 0;
-    for (const auto& sample : samples) {
-        bytes += static_cast<std::int64_t>(sample->totalSize());
-    }
-    return bytes;
-}
-
 } // namespace
 
 void ReplayBuffer::configure(int seconds)
@@ -37,68 +28,66 @@ double ReplayBuffer::keepSeconds() const
 void ReplayBuffer::reset()
 {
     const std::scoped_lock guard(m_lock);
-    m_tracks = {};
+    m_video = {};
+    m_audio = {};
+    m_mic = {};
+    m_chat = {};
 }
 
 void ReplayBuffer::appendVideo(VideoSamplePtr sample)
 {
     const std::scoped_lock guard(m_lock);
     const auto cutoff = sample->presentationTime - fromSeconds(m_keepSeconds);
-    auto& video = m_tracks.video;
-    video.append(std::move(sample));
+    m_video.append(std::move(sample));
 
+    const auto& video = m_video.samples();
     qsizetype cut = 0;
     for (qsizetype i = 0; i < video.size() && video.at(i)->presentationTime <= cutoff; ++i) {
         if (video.at(i)->isKeyframe()) {
             cut = i;
         }
     }
-    if (cut >= 1) {
-        video.remove(0, cut);
-    }
+    m_video.removeOldest(cut);
 }
 
 void ReplayBuffer::appendAudio(AudioSamplePtr sample)
 {
-    const std::scoped_lock guard(m_lock);
-    appendLocked(std::move(sample), m_tracks.audio);
+    append(std::move(sample), m_audio);
 }
 
 void ReplayBuffer::appendMic(AudioSamplePtr sample)
 {
-    const std::scoped_lock guard(m_lock);
-    appendLocked(std::move(sample), m_tracks.mic);
+    append(std::move(sample), m_mic);
 }
 
 void ReplayBuffer::appendChat(AudioSamplePtr sample)
 {
-    const std::scoped_lock guard(m_lock);
-    appendLocked(std::move(sample), m_tracks.chat);
+    append(std::move(sample), m_chat);
 }
 
-void ReplayBuffer::appendLocked(AudioSamplePtr sample, AudioSamples& track) const
+void ReplayBuffer::append(AudioSamplePtr sample, SoundTrack& track)
 {
+    const std::scoped_lock guard(m_lock);
     const auto cutoff = sample->presentationTime - fromSeconds(m_keepSeconds + ExtraAudioSeconds);
     track.append(std::move(sample));
 
-    const auto kept = std::find_if(track.cbegin(), track.cend(),
+    const auto& samples = track.samples();
+    const auto kept = std::find_if(samples.cbegin(), samples.cend(),
                                    [cutoff](const AudioSamplePtr& old) { return old->presentationTime >= cutoff; });
-    if (const auto stale = kept - track.cbegin(); stale >= 1) {
-        track.remove(0, stale);
-    }
+    track.removeOldest(kept - samples.cbegin());
 }
 
-ReplaySnapshot ReplayBuffer::snapshot() const
+ReplaySnapshot ReplayBuffer::snapshot()
 {
     const std::scoped_lock guard(m_lock);
-    return m_tracks;
+    return {
+        .video = m_video.snapshot(), .audio = m_audio.snapshot(), .mic = m_mic.snapshot(), .chat = m_chat.snapshot()};
 }
 
 std::int64_t ReplayBuffer::approximateBytes() const
 {
-    // Summed on a snapshot: the walk over tens of thousands of samples must not hold up a producer.
-    const auto tracks = snapshot();
-    return bytesOf(tracks.video) + bytesOf(tracks.audio) + bytesOf(tracks.mic) + bytesOf(tracks.chat);
+    const std::scoped_lock guard(m_lock);
+    return m_video.bytes() + m_audio.bytes() + m_mic.bytes() + m_chat.bytes();
 }
 
 } // namespace quelto

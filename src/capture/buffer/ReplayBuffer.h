@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/buffer/ReplaySnapshot.h"
+#include "capture/buffer/ReplayTrack.h"
 
 #include <cstdint>
 #include <mutex>
@@ -32,16 +33,21 @@ public:
     void appendChat(AudioSamplePtr sample);
 
     /// The tracks as they are now. Takes four references, so no producer waits for a save.
-    ReplaySnapshot snapshot() const;
+    ReplaySnapshot snapshot();
 
     /// Units: bytes of all samples' data.
     std::int64_t approximateBytes() const;
 
 private:
-    void appendLocked(AudioSamplePtr sample, AudioSamples& track) const;
+    using SoundTrack = ReplayTrack<AudioSample>;
+
+    void append(AudioSamplePtr sample, SoundTrack& track);
 
     mutable std::mutex m_lock;
-    ReplaySnapshot m_tracks;
+    ReplayTrack<VideoSample> m_video;
+    SoundTrack m_audio;
+    SoundTrack m_mic;
+    SoundTrack m_chat;
     double m_keepSeconds = 33.0;
 };
 

@@ -11,6 +11,8 @@ using namespace std::chrono_literals;
 
 // How long the newest picture is shown when nothing says more.
 constexpr HostDuration LastPictureLength = std::chrono::round<HostDuration>(std::chrono::duration<double>(1.0 / 60));
+// A moving screen has key frames closer together than that.
+constexpr HostDuration StandsStillAfter = 1s;
 constexpr HostDuration LongestClip = 1h;
 constexpr HostDuration FarthestSound = 24h;
 
@@ -34,6 +36,14 @@ HostTime moved(HostTime time, HostDuration by)
     return HostTime(HostDuration(result));
 }
 
+/// A screen that stands still gives no pictures: what it shows then is in an older one.
+bool stoodStillAt(HostTime time, const VideoSamples& video)
+{
+    const auto next = std::find_if(video.begin(), video.end(),
+                                   [time](const VideoSamplePtr& sample) { return sample->presentationTime > time; });
+    return next != video.begin() && difference(time, (*std::prev(next))->presentationTime) > StandsStillAfter;
+}
+
 } // namespace
 
 std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, int seconds)
@@ -51,7 +61,8 @@ std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, in
         }
     }
     const auto videoEnd = moved(video.back()->presentationTime, LastPictureLength);
-    return ClipPlan{start - video.begin(), (*start)->presentationTime, std::max(endTime, videoEnd)};
+    return ClipPlan{start - video.begin(), stoodStillAt(wantedStart, video) ? wantedStart : (*start)->presentationTime,
+                    std::max(endTime, videoEnd)};
 }
 
 bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioSamples& mixed)

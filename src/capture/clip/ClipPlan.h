@@ -9,7 +9,7 @@
 namespace quelto {
 
 /// What of a snapshot goes into a clip: the pictures from firstSample to the newest one, and the sound from start to
-/// end.
+/// end. Pictures older than start are shown there, in an instant.
 struct ClipPlan {
     qsizetype firstSample = 0;
     HostTime start;
@@ -19,6 +19,9 @@ struct ClipPlan {
 /// A clip starts at the newest key frame at or before endTime − seconds, or at the first one there is. It holds every
 /// picture from there on, also those later than endTime, and lasts until endTime if that lies behind the newest
 /// picture. Nothing if no picture can start a clip.
+///
+/// Where the screen had stood still for more than a second at the wanted start, the clip starts right there, with what
+/// it showed: an old key frame's own time would put minutes of a still picture in front.
 std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, int seconds);
 
 /// Whether each source also gets a track of its own: only when there is more to hear than the system sound.

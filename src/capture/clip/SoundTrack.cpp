@@ -8,6 +8,9 @@ namespace {
 constexpr std::size_t Channels = 2;
 // From here on every packet of silence is the same; measured, and checked again each time.
 constexpr std::size_t SettledPackets = 4;
+// What the encoder gives at its end beyond what is to be heard.
+constexpr std::int64_t SparePackets = 4;
+constexpr std::size_t FinishedBit = 1;
 
 std::span<const float> floatsOf(const AudioSample& sample)
 {
@@ -32,6 +35,8 @@ SoundTrack::SoundTrack(AudioSamples pcm, int bitsPerSecond, Mp4TrackState state)
     for (const auto& sample : m_pcm) {
         m_frames += sample->frames;
     }
+    m_packets.resize(
+        static_cast<std::size_t>(AacEncoder::packetsFor(m_frames, m_encoder.primingFrames()) + SparePackets));
     m_thread = std::jthread([this](const std::stop_token& stop) { encodeAll(stop); });
 }
 
@@ -47,22 +52,23 @@ Mp4Sound SoundTrack::asMp4Sound()
 
 std::optional<AacPacket> SoundTrack::next()
 {
-    std::unique_lock guard(m_lock);
-    m_changed.wait(guard, [this] { return !m_ready.empty() || m_isFinished; });
-    if (!m_ready.empty()) {
-        auto packet = std::move(m_ready.front());
-        m_ready.pop_front();
-        return packet;
+    for (;;) {
+        const auto progress = m_progress.load();
+        if (m_next < progress / 2) {
+            return std::move(m_packets[m_next++]);
+        }
+        if ((progress & FinishedBit) != 0) {
+            if (m_failure) {
+                std::rethrow_exception(m_failure);
+            }
+            return std::nullopt;
+        }
+        m_progress.wait(progress);
     }
-    if (m_failure) {
-        std::rethrow_exception(m_failure);
-    }
-    return std::nullopt;
 }
 
 void SoundTrack::encodeAll(const std::stop_token& stop)
 {
-    std::exception_ptr failure;
     try {
         if (isSilent(m_pcm)) {
             encodeSilence();
@@ -70,12 +76,10 @@ void SoundTrack::encodeAll(const std::stop_token& stop)
             encodeSound(stop);
         }
     } catch (...) {
-        failure = std::current_exception();
+        m_failure = std::current_exception();
     }
-    const std::scoped_lock guard(m_lock);
-    m_failure = failure;
-    m_isFinished = true;
-    m_changed.notify_all();
+    m_progress |= FinishedBit;
+    m_progress.notify_one();
 }
 
 void SoundTrack::encodeSound(const std::stop_token& stop)
@@ -111,9 +115,12 @@ void SoundTrack::hand(std::vector<AacPacket> packets)
     if (packets.empty()) {
         return;
     }
-    const std::scoped_lock guard(m_lock);
-    std::ranges::move(packets, std::back_inserter(m_ready));
-    m_changed.notify_one();
+    const auto ready = m_progress.load() / 2;
+    const auto count = std::min(packets.size(), m_packets.size() - ready);
+    std::move(packets.begin(), packets.begin() + static_cast<std::ptrdiff_t>(count),
+              m_packets.begin() + static_cast<std::ptrdiff_t>(ready));
+    m_progress += 2 * count;
+    m_progress.notify_one();
 }
 
 } // namespace quelto

@@ -5,10 +5,8 @@
 #include "media/sound/AacEncoder.h"
 #include "samples/AudioSample.h"
 
-#include <condition_variable>
-#include <deque>
+#include <atomic>
 #include <exception>
-#include <mutex>
 #include <thread>
 
 namespace quelto {
@@ -39,10 +37,13 @@ private:
     std::int64_t m_frames = 0;
     AacEncoder m_encoder;
 
-    std::mutex m_lock;
-    std::condition_variable m_changed;
-    std::deque<AacPacket> m_ready;
-    bool m_isFinished = false;
+    /// Room for all packets from the beginning, so that those that are ready stay where they are while more are made.
+    std::vector<AacPacket> m_packets;
+    /// The next packet to be fetched.
+    std::size_t m_next = 0;
+    /// Twice the number of packets that are ready, and one when there will be no more.
+    std::atomic<std::size_t> m_progress = 0;
+    /// Set before the end is told.
     std::exception_ptr m_failure;
 
     std::jthread m_thread;

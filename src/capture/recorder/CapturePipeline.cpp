@@ -8,6 +8,15 @@
 
 namespace quelto {
 
+namespace {
+
+// Well before the snapshot of a save, a quarter of a second after its request.
+constexpr std::chrono::milliseconds StillAfter{100};
+// Less than the time between two pictures at any rate, so that the next one is still later.
+constexpr std::chrono::milliseconds RepeatDistance{1};
+
+} // namespace
+
 CapturePipeline::CapturePipeline(Platform& platform, ReplayBuffer& buffer, OpenEncoder openEncoder)
     : m_platform(platform)
     , m_buffer(buffer)
@@ -46,24 +55,44 @@ CaptureReport CapturePipeline::start(const CaptureRequest& request, int bufferSe
     m_buffer.reset();
     m_buffer.configure(bufferSeconds);
 
-    m_platform.frames->start({.displayID = display.id,
-                              .outputSize = report.outputSize,
-                              .framesPerSecond = request.framesPerSecond,
-                              .showsCursor = request.showsCursor},
-                             {.onFrame =
-                                  [this](PictureFramePtr frame) {
-                                      m_videoQueue.post([this, frame = std::move(frame)] {
-                                          if (m_encoder) {
-                                              m_encoder->encode(*frame);
-                                          }
-                                      });
-                                  },
-                              .onStopped = events.onStopped});
+    m_platform.frames->start(
+        {.displayID = display.id,
+         .outputSize = report.outputSize,
+         .framesPerSecond = request.framesPerSecond,
+         .showsCursor = request.showsCursor},
+        {.onFrame =
+             [this](PictureFramePtr frame) { m_videoQueue.post([this, frame = std::move(frame)] { encode(frame); }); },
+         .onStopped = events.onStopped});
     if (request.capturesAudio) {
         startSystemSound(events);
     }
     startMicrophone(request, events, report);
     return report;
+}
+
+void CapturePipeline::encode(PictureFramePtr frame)
+{
+    if (!m_encoder) {
+        return;
+    }
+    m_encoder->encode(*frame);
+    ++m_pictures;
+    if (m_encoder->isHoldingPicture()) {
+        m_lastPicture = std::move(frame);
+        m_videoQueue.postAfter(StillAfter, [this, picture = m_pictures] { repeatIfStill(picture); });
+    }
+}
+
+/// The encoder gives out the newest picture when the next one comes. On a screen that stands still none comes, and a
+/// clip would end with the picture before: the same one once more, a moment later, brings it out.
+void CapturePipeline::repeatIfStill(std::uint64_t picture)
+{
+    if (!m_encoder || picture != m_pictures) {
+        return;
+    }
+    auto repeated = *std::exchange(m_lastPicture, nullptr);
+    repeated.presentationTime += RepeatDistance;
+    m_encoder->encode(repeated);
 }
 
 DisplayInfo CapturePipeline::chosenDisplay(std::uint32_t displayID) const
@@ -115,6 +144,7 @@ void CapturePipeline::stop() noexcept
             m_encoder->finish();
             m_encoder.reset();
         }
+        m_lastPicture.reset();
     });
     m_mic.stop();
     m_buffer.reset();

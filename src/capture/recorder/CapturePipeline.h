@@ -71,6 +71,8 @@ public:
     void stop() noexcept;
 
 private:
+    void encode(PictureFramePtr frame);
+    void repeatIfStill(std::uint64_t picture);
     DisplayInfo chosenDisplay(std::uint32_t displayID) const;
     void startSystemSound(const CaptureEvents& events);
     void startMicrophone(const CaptureRequest& request, const CaptureEvents& events, CaptureReport& report);
@@ -80,7 +82,10 @@ private:
     OpenEncoder m_openEncoder;
     MicCapture m_mic;
     std::unique_ptr<SoundSource> m_systemSound;
+    // What follows belongs to the video queue.
     std::unique_ptr<VideoEncoder> m_encoder;
+    PictureFramePtr m_lastPicture;
+    std::uint64_t m_pictures = 0;
     SerialQueue m_videoQueue;
 };
 

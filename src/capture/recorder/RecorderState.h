@@ -8,7 +8,7 @@ namespace quelto {
 
 /// Holds the enumeration for QML, which takes it from a class only, and only with upper-case enumerators.
 class CaptureStates : public QObject {
-Q_OBJECT
+    Q_OBJECT
 
 public:
     enum class Kind { Idle, Starting, Recording, Error };

@@ -33,7 +33,7 @@ public:
 
     struct Parts {
         const AppSettings& settings;
-        const ReplayBuffer& buffer;
+        ReplayBuffer& buffer;
         const FrontApplication& frontApplication;
         TaskQueue& main;
         TaskQueue& work;

@@ -20,6 +20,7 @@ public:
     ~LibavVideoEncoder() override;
 
     void encode(const PictureFrame& picture) override;
+    bool isHoldingPicture() const override { return !m_pending.empty(); }
     void finish() noexcept override;
     QString name() const override;
 

@@ -49,6 +49,9 @@ public:
 
     /// A picture that cannot be encoded is dropped without a word.
     virtual void encode(const PictureFrame& frame) = 0;
+    /// Whether a picture went in that has not come out: rate control may wait for the next one, to know how long it
+    /// shows.
+    virtual bool isHoldingPicture() const = 0;
     /// Gives out what is still inside. Nothing can be encoded after it.
     virtual void finish() noexcept = 0;
     /// The codec library's name of the encoder that runs, such as "libx264".

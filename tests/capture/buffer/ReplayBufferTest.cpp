@@ -155,6 +155,18 @@ TEST(ReplayBuffer, CountsTheBytesOfAllTracks)
     EXPECT_EQ(buffer.approximateBytes(), 1234);
 }
 
+TEST(ReplayBuffer, CountsNoLongerWhatItTrimmed)
+{
+    ReplayBuffer buffer;
+    buffer.configure(7);
+    buffer.appendVideo(picture(at(0), Kind::keyframe, 1000));
+    buffer.appendVideo(picture(at(20), Kind::keyframe, 10));
+    buffer.appendVideo(picture(at(40), Kind::keyframe, 5));
+    buffer.appendMic(sound(at(0), 100));
+    buffer.appendMic(sound(at(40), 1));
+    EXPECT_EQ(buffer.approximateBytes(), 16);
+}
+
 TEST(ReplayBuffer, LeavesASnapshotWholeWhenItTrims)
 {
     ReplayBuffer buffer;

@@ -69,6 +69,26 @@ TEST(ClipPlan, AWantedStartBeforeTheOldestPictureGivesAShorterClip)
     EXPECT_EQ(plan->start, HostTime(100s));
 }
 
+TEST(ClipPlan, AScreenThatStoodStillDoesNotMakeAClipLonger)
+{
+    auto video = pictures(10, {0});
+    // Ten minutes later something moves again.
+    video.push_back(picture(HostTime(700s), false));
+    const auto plan = planClip(video, HostTime(710s), 30);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->firstSample, 0);
+    EXPECT_EQ(plan->start, HostTime(680s));
+    EXPECT_EQ(plan->end, HostTime(710s));
+}
+
+TEST(ClipPlan, APauseOfASecondIsNoStandstill)
+{
+    auto video = pictures(1, {0});
+    video.push_back(picture(HostTime(105s), false));
+    EXPECT_EQ(planClip(video, HostTime(106s), 5)->start, HostTime(100s));
+    EXPECT_EQ(planClip(video, HostTime(106s) + 1ns, 5)->start, HostTime(101s) + 1ns);
+}
+
 TEST(ClipPlan, KeyFramesOnlyAfterTheWantedStartGiveTheFirstOfThem)
 {
     const auto plan = planClip(pictures(100, {70, 80}), HostTime(110s), 5);

@@ -23,6 +23,7 @@ protected:
     ManualQueue session{time};
     ManualQueue saves{time};
     FakeKeyFrames keyFrames = FakeKeyFrames::everyThirtieth;
+    FakeDelay encoderDelay = FakeDelay::none;
     std::optional<int> encoderError;
     std::vector<EncoderRequest> encoders;
     std::atomic<int> encoded = 0;
@@ -35,33 +36,33 @@ protected:
 
     void SetUp() override
     {
-        recorder = std::make_unique<Recorder>(
-            Recorder::Parts{.settings = settings,
-                            .platform = fakes.platform,
-                            .main = main,
-                            .session = session,
-                            .saves = saves,
-                            .openEncoder = [this](const EncoderRequest& request,
-                                                  VideoEncoder::OnSample onSample) -> std::unique_ptr<VideoEncoder> {
-                                if (encoderError) {
-                                    throw EncoderError(*encoderError);
-                                }
-                                encoders.push_back(request);
-                                return std::make_unique<FakeEncoder>(std::move(onSample), keyFrames, encoded);
-                            },
-                            .clock = [this] { return time.now(); },
-                            .write =
-                                [this](const ClipRequest& request) {
-                                    written.push_back(request);
-                                    if (whileWriting) {
-                                        whileWriting();
-                                    }
-                                    if (std::ranges::none_of(request.snapshot.video,
-                                                             [](const auto& sample) { return sample->isKeyframe(); })) {
-                                        throw RecorderError::emptyBuffer();
-                                    }
-                                    return QStringLiteral("/clips/%1.mp4").arg(written.size());
-                                }});
+        recorder = std::make_unique<Recorder>(Recorder::Parts{
+            .settings = settings,
+            .platform = fakes.platform,
+            .main = main,
+            .session = session,
+            .saves = saves,
+            .openEncoder = [this](const EncoderRequest& request,
+                                  VideoEncoder::OnSample onSample) -> std::unique_ptr<VideoEncoder> {
+                if (encoderError) {
+                    throw EncoderError(*encoderError);
+                }
+                encoders.push_back(request);
+                return std::make_unique<FakeEncoder>(std::move(onSample), keyFrames, encoderDelay, encoded);
+            },
+            .clock = [this] { return time.now(); },
+            .write =
+                [this](const ClipRequest& request) {
+                    written.push_back(request);
+                    if (whileWriting) {
+                        whileWriting();
+                    }
+                    if (std::ranges::none_of(request.snapshot.video,
+                                             [](const auto& sample) { return sample->isKeyframe(); })) {
+                        throw RecorderError::emptyBuffer();
+                    }
+                    return QStringLiteral("/clips/%1.mp4").arg(written.size());
+                }});
         QObject::connect(recorder.get(), &Recorder::clipSaved, recorder.get(),
                          [this](const QString& path) { savedPaths.append(path); });
         QObject::connect(recorder.get(), &Recorder::saveFailed, recorder.get(),

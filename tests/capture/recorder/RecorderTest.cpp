@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/capture/recorder/RecorderFixture.h"
 
-
 namespace quelto {
 namespace {
 
@@ -247,6 +246,19 @@ TEST_F(RecorderTest, LosesTheBufferOnARestart)
     showPicture();
     time.advance(seconds(1));
     EXPECT_EQ(written.at(0).snapshot.video.size(), 1);
+}
+
+TEST_F(RecorderTest, BringsOutTheNewestPictureOfAScreenThatStandsStill)
+{
+    encoderDelay = test::FakeDelay::onePicture;
+    record();
+    // The picture once more, which nobody asked for, lets the encoder give out what it held.
+    encoded.wait(1);
+    const auto shown = time.now();
+    recorder->saveClip();
+    time.advance(milliseconds(250));
+    ASSERT_EQ(written.at(0).snapshot.video.size(), 1);
+    EXPECT_EQ(written.at(0).snapshot.video.first()->presentationTime, shown);
 }
 
 TEST_F(RecorderTest, CountsTheBufferEveryTwoSecondsWhileItRecords)
