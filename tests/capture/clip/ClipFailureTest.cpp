@@ -130,11 +130,14 @@ TEST(ClipFailure, AFolderThatWasDeletedIsMadeAgain)
 TEST(ClipFailure, AbsurdTimesAreAnErrorAndNotAnEndlessClip)
 {
     const QTemporaryDir folder;
-    auto request = requestInto(folder.path());
-    for (const auto end : {HostTime::max(), PictureStart + 100h}) {
-        request.endTime = end;
+    for (const auto first : {HostTime::min(), PictureStart - 100h}) {
+        auto request = requestInto(folder.path());
+        auto sample = std::make_shared<VideoSample>(*request.snapshot.video.front());
+        sample->presentationTime = first;
+        request.snapshot.video.front() = sample;
+        request.seconds = std::numeric_limits<int>::max();
         EXPECT_TRUE(messageOf(request).startsWith(QStringLiteral("Klip yazılamadı: ")))
-            << inSeconds(end.time_since_epoch());
+            << inSeconds(first.time_since_epoch());
     }
     EXPECT_EQ(filesIn(folder.path()), QStringList{});
 }
