@@ -24,7 +24,7 @@ X11Connection openConnection(const QString& displayName)
     auto connection = X11Connection::tryOpen(displayName);
     if (!connection) {
         throw PlatformError(
-            T("Ekran sunucusuna bağlanılamadı. Quelto'yu masaüstü oturumunun içinden başlatmayı deneyin."));
+            T("Ekran sunucusuna bağlanılamadı. Quelto'yi masaüstü oturumunun içinden başlatmayı deneyin."));
     }
     const auto* setup = xcb_get_setup(connection->get());
     auto formats = xcb_setup_pixmap_formats_iterator(setup);
@@ -140,12 +140,15 @@ void ScreenGrabber::followLayout()
 {
     m_isLayoutNew = false;
     const auto area = findArea();
-    m_isMissing = !area;
+    const bool wasMissing = std::exchange(m_isMissing, !area);
     if (!area) {
         noteFailure();
-    } else if (*area != m_image->area()) {
+    } else if (wasMissing || *area != m_image->area()) {
+        m_failingSince.reset();
         useArea(*area);
     }
+    // The questions may have brought in events that no descriptor tells of any more.
+    readNews();
 }
 
 std::optional<QRect> ScreenGrabber::findArea() const
@@ -223,8 +226,8 @@ ScreenGrabber::Step ScreenGrabber::waitForNews(int stopDescriptor)
     if (!m_request.showsCursor) {
         return waitForChange(stopDescriptor, std::nullopt);
     }
-    const auto interval =
-        m_screenEvents.reportsMotion() ? UnreportedMotionInterval : HostDuration(1s) / m_request.framesPerSecond;
+    const auto interval = m_screenEvents.reportsMotion() ? UnreportedMotionInterval
+                                                         : HostDuration(1s) / std::max(1, m_request.framesPerSecond);
     const auto result = waitForChange(stopDescriptor, interval);
     m_isPending = true;
     return result;
@@ -236,7 +239,6 @@ ScreenGrabber::Step ScreenGrabber::waitForChange(int stopDescriptor, std::option
                             {.fd = xcb_get_file_descriptor(m_connection.get()), .events = POLLIN}};
     const auto timeout = asTimespec(atMost.value_or(HostDuration::zero()));
     ppoll(descriptors, std::size(descriptors), atMost ? &timeout : nullptr, nullptr);
-    m_lookedAt = HostClock::now();
     return descriptors[0].revents != 0 ? Step::stop : Step::goOn;
 }
 

@@ -58,7 +58,8 @@ private:
     bool m_isPending = true;
     bool m_isLayoutNew = false;
     bool m_isMissing = false;
-    /// The last time at which nothing was pending, or at which what was pending was tried.
+    /// The last time at which what was pending was tried. A change that comes in a later slot is taken at once: it must
+    /// not share the next slot with the change after it.
     HostTime m_lookedAt;
     /// Rows that the image lacks whatever the server reports.
     RowRange m_staleRows;
