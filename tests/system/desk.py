@@ -158,6 +158,8 @@ class Quelto:
         def has_come():
             if self.failed:
                 raise AssertionError(f"a save failed: {self.failed}")
+            if self.process.poll() is not None:
+                raise AssertionError(f"the program ended with {self.process.returncode}; {self.said()}")
             return len(self.saved) >= count
 
         wait_until(has_come, seconds, f"{count} clips, of which {len(self.saved)} came; {self.said()}")
