@@ -13,7 +13,6 @@
 #include <QDBusConnection>
 #include <QDesktopServices>
 #include <QDir>
-#include <QEventLoop>
 #include <QFileInfo>
 #include <QTimer>
 
@@ -21,8 +20,7 @@ namespace quelto {
 
 namespace {
 
-// A save takes a second or two; a disk that does not answer must not keep the program from ending.
-constexpr std::chrono::seconds LongestSaveAtQuit{10};
+constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
 
 DisplaySize sizesOf(const Displays& displays)
 {
@@ -145,13 +143,12 @@ void ApplicationController::openFolder()
 
 void ApplicationController::quit()
 {
-    if (m_recorder->isSaving()) {
-        QEventLoop waiting;
-        connect(m_recorder.get(), &Recorder::isSavingChanged, &waiting, &QEventLoop::quit);
-        QTimer::singleShot(LongestSaveAtQuit, &waiting, &QEventLoop::quit);
-        waiting.exec();
+    m_window->hide();
+    if (m_recorder->hasSavesToFinish()) {
+        QTimer::singleShot(SaveCheckAtQuit, this, &ApplicationController::quit);
+    } else {
+        QCoreApplication::quit();
     }
-    QCoreApplication::quit();
 }
 
 } // namespace quelto

@@ -37,7 +37,7 @@ public:
     void showWindow();
     void showSettings();
     void openFolder();
-    /// Ends the program; a clip that is being saved is finished first.
+    /// Ends the program; clips that are being saved, or wait for it, are finished first.
     void quit();
 
 private:

@@ -2,7 +2,7 @@
 #include "app/startup/SessionBusService.h"
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QMetaProperty>
 
@@ -94,7 +94,8 @@ bool raiseRunningInstance()
         busNames::service, busNames::path, QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
     call << QVariantMap();
     const auto reply = QDBusConnection::sessionBus().call(call, QDBus::Block, AnswerMilliseconds);
-    return reply.type() == QDBusMessage::ReplyMessage;
+    const bool isStarting = QDBusError(reply).type() == QDBusError::UnknownObject;
+    return reply.type() == QDBusMessage::ReplyMessage || isStarting;
 }
 
 } // namespace quelto

@@ -78,7 +78,8 @@ private:
 
 /// Whether this process is now the one that bears Quelto's name on the session bus; true also where there is no bus.
 bool claimBusName();
-/// Asks the Quelto that bears the name to show its window. False if it does not answer within a few seconds.
+/// Asks the Quelto that bears the name to show its window. True also if it is still starting, and will show it by
+/// itself; false if it does not answer within a few seconds.
 bool raiseRunningInstance();
 
 } // namespace quelto

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/language/T.h"
 #include "app/startup/ApplicationController.h"
 #include "app/startup/SessionBusService.h"
 #include "app/startup/TerminationSignals.h"
@@ -28,7 +29,9 @@ int main(int argc, char* argv[])
         if (quelto::raiseRunningInstance()) {
             return 0;
         }
-        std::fputs("Quelto is already running but does not answer.\n", stderr);
+        std::fputs(
+            qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.\n")),
+            stderr);
         return 1;
     }
 

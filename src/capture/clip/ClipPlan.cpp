@@ -11,8 +11,8 @@ using namespace std::chrono_literals;
 
 // How long the newest picture is shown when nothing says more.
 constexpr HostDuration LastPictureLength = std::chrono::round<HostDuration>(std::chrono::duration<double>(1.0 / 60));
-// A moving screen has key frames closer together than that.
-constexpr HostDuration StandsStillAfter = 1s;
+// A moving screen has a key frame this often, so a clip begins at most so much before the wanted time.
+constexpr HostDuration KeyFrameInterval = 1s;
 constexpr HostDuration LongestClip = 1h;
 constexpr HostDuration FarthestSound = 24h;
 
@@ -36,14 +36,6 @@ HostTime moved(HostTime time, HostDuration by)
     return HostTime(HostDuration(result));
 }
 
-/// A screen that stands still gives no pictures: what it shows then is in an older one.
-bool stoodStillAt(HostTime time, const VideoSamples& video)
-{
-    const auto next = std::find_if(video.begin(), video.end(),
-                                   [time](const VideoSamplePtr& sample) { return sample->presentationTime > time; });
-    return next != video.begin() && difference(time, (*std::prev(next))->presentationTime) > StandsStillAfter;
-}
-
 } // namespace
 
 std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, int seconds)
@@ -60,8 +52,11 @@ std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, in
             start = sample;
         }
     }
+    // A screen that stood still gave no pictures: what it showed then is in an older one. The clip is not to be longer
+    // for that, so the older pictures move up to its start.
+    const auto earliestStart = moved(wantedStart, -KeyFrameInterval);
     const auto videoEnd = moved(video.back()->presentationTime, LastPictureLength);
-    return ClipPlan{start - video.begin(), stoodStillAt(wantedStart, video) ? wantedStart : (*start)->presentationTime,
+    return ClipPlan{start - video.begin(), std::max((*start)->presentationTime, earliestStart),
                     std::max(endTime, videoEnd)};
 }
 

@@ -20,8 +20,9 @@ struct ClipPlan {
 /// picture from there on, also those later than endTime, and lasts until endTime if that lies behind the newest
 /// picture. Nothing if no picture can start a clip.
 ///
-/// Where the screen had stood still for more than a second at the wanted start, the clip starts right there, with what
-/// it showed: an old key frame's own time would put minutes of a still picture in front.
+/// A key frame more than a second before the wanted time is from a screen that stood still afterwards. The clip then
+/// starts a second before the wanted time, with what the screen showed: the key frame's own time would put minutes of a
+/// still picture in front.
 std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, int seconds);
 
 /// Whether each source also gets a track of its own: only when there is more to hear than the system sound.

@@ -26,7 +26,7 @@ QString writeFailureText(int code)
     case EEXIST:
         return T("Kayıt klasörünün yolunda bir dosya duruyor. Başka bir kayıt klasörü seçin.");
     case ENAMETOOLONG:
-        return T("Dosya adı çok uzun.");
+        return T("Klibin yolu çok uzun. Yolu daha kısa bir kayıt klasörü seçin.");
     case EFBIG:
         return T("Dosya, bu disk için çok büyük. Klip süresini veya kaliteyi düşürün.");
     case EIO:

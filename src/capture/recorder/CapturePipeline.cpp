@@ -38,6 +38,8 @@ CaptureReport CapturePipeline::start(const CaptureRequest& request, int bufferSe
     CaptureReport report;
     report.outputSize = scaledSize(display.pixelSize, request.targetHeight, request.codec);
     report.bitsPerSecond = request.bitrate(report.outputSize);
+    report.framesPerSecond = request.framesPerSecond;
+    report.codec = request.codec;
 
     std::unique_ptr<VideoEncoder> encoder;
     try {
@@ -49,7 +51,6 @@ CaptureReport CapturePipeline::start(const CaptureRequest& request, int bufferSe
     } catch (const EncoderError& error) {
         throw RecorderError::encoder(error.status());
     }
-    report.encoderName = encoder->name();
     m_videoQueue.sync([&] { m_encoder = std::move(encoder); });
 
     m_buffer.reset();
@@ -87,7 +88,7 @@ void CapturePipeline::encode(PictureFramePtr frame)
 /// clip would end with the picture before: the same one once more, a moment later, brings it out.
 void CapturePipeline::repeatIfStill(std::uint64_t picture)
 {
-    if (!m_encoder || picture != m_pictures) {
+    if (!m_encoder || !m_lastPicture || picture != m_pictures) {
         return;
     }
     auto repeated = *std::exchange(m_lastPicture, nullptr);
@@ -128,6 +129,9 @@ void CapturePipeline::startMicrophone(const CaptureRequest& request, const Captu
         report.isMicActive = true;
     } catch (const PlatformError& error) {
         report.micWarning = T("Mikrofon başlatılamadı: {0}", error.message());
+    } catch (const std::exception& error) {
+        // Whatever it is, a microphone never ends a recording.
+        report.micWarning = T("Mikrofon başlatılamadı: {0}", QString::fromLocal8Bit(error.what()));
     }
 }
 
@@ -145,6 +149,8 @@ void CapturePipeline::stop() noexcept
             m_encoder.reset();
         }
         m_lastPicture.reset();
+        // A repetition that is still to come belongs to this session.
+        ++m_pictures;
     });
     m_mic.stop();
     m_buffer.reset();

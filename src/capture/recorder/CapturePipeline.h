@@ -43,7 +43,8 @@ struct CaptureEvents {
 struct CaptureReport {
     QSize outputSize;
     int bitsPerSecond = 0;
-    QString encoderName;
+    int framesPerSecond = 0;
+    VideoCodec codec = VideoCodec::h264;
     bool isMicActive = false;
     std::optional<QString> micWarning;
 };

@@ -18,13 +18,13 @@ constexpr milliseconds SettingsQuiet{800};
 constexpr milliseconds StatisticsInterval{2000};
 constexpr double BytesPerMebibyte = 1024.0 * 1024.0;
 
-QString summaryOf(const CaptureReport& report, const AppSettings& settings)
+QString summaryOf(const CaptureReport& report)
 {
     return QStringLiteral("%1×%2 • %3 FPS • %4 Mbps • %5")
         .arg(report.outputSize.width())
         .arg(report.outputSize.height())
-        .arg(settings.fps())
-        .arg(QString::number(report.bitsPerSecond / 1e6, 'f', 0), labelOf(settings.codec()));
+        .arg(report.framesPerSecond)
+        .arg(QString::number(report.bitsPerSecond / 1e6, 'f', 0), labelOf(report.codec));
 }
 
 } // namespace
@@ -68,11 +68,16 @@ std::optional<QString> Recorder::micWarning() const
 
 void Recorder::start()
 {
-    if (isActive()) {
-        return;
+    if (!isActive()) {
+        setState({.kind = CaptureState::Starting});
+        buildSession();
     }
+}
+
+void Recorder::buildSession()
+{
     const auto session = ++m_session;
-    setState({.kind = CaptureState::Starting});
+    m_hasMicEvent = false;
     m_parts.session.post([this, session, request = requestFromSettings(), events = eventsOf(session),
                           seconds = m_parts.settings.bufferSeconds(), signature = m_parts.settings.captureSignature()] {
         QString message;
@@ -94,13 +99,18 @@ void Recorder::start()
 
 void Recorder::captureStarted(const CaptureReport& report, const QString& signature)
 {
+    if (signature != m_parts.settings.captureSignature()) {
+        // A setting changed while the session was being built with the old ones. What waits for it goes on waiting.
+        teardown([this] { buildSession(); });
+        return;
+    }
     m_runningSignature = signature;
-    m_captureSummary = summaryOf(report, m_parts.settings);
+    m_captureSummary = summaryOf(report);
     Q_EMIT captureSummaryChanged();
-    publishMic(report.isMicActive, report.micWarning);
+    if (!m_hasMicEvent) {
+        publishMic(report.isMicActive, report.micWarning);
+    }
     setState({.kind = CaptureState::Recording});
-    // A setting may have changed while the session was being built with the old ones.
-    settingsChanged();
 }
 
 void Recorder::captureFailed(const QString& message)
@@ -208,7 +218,10 @@ CaptureEvents Recorder::eventsOf(std::uint64_t session)
             },
         .onMicWarning =
             [this, session](const std::optional<QString>& warning) {
-                onMainIn(session, [this, warning] { publishMic(!warning, warning); });
+                onMainIn(session, [this, warning] {
+                    m_hasMicEvent = true;
+                    publishMic(!warning, warning);
+                });
             },
         .onSystemSoundWarning =
             [this, session](const std::optional<QString>& warning) {

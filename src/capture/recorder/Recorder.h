@@ -61,6 +61,8 @@ public:
     QString errorMessage() const { return m_state.message; }
     bool isActive() const;
     bool isSaving() const { return m_saves.isSaving(); }
+    /// Whether a clip is being saved or waits for its turn.
+    bool hasSavesToFinish() const { return m_saves.hasWork(); }
     /// Size, rate and codec of the running session, for the user.
     QString captureSummary() const { return m_captureSummary; }
     /// Units: mebibytes.
@@ -92,6 +94,7 @@ Q_SIGNALS:
 
 private:
     void setState(const RecorderState& state);
+    void buildSession();
     void settingsChanged();
     void captureStarted(const CaptureReport& report, const QString& signature);
     void captureFailed(const QString& message);
@@ -115,6 +118,8 @@ private:
     bool m_isMicActive = false;
     std::optional<QString> m_micWarning;
     std::optional<QString> m_systemSoundWarning;
+    /// The microphone has told of itself since the session was begun; that is newer than how it came up.
+    bool m_hasMicEvent = false;
     std::optional<QString> m_runningSignature;
     /// Counts sessions, so that what an ended one still had to say is not taken for the present one's.
     std::uint64_t m_session = 0;

@@ -37,7 +37,12 @@ SaveScheduler::SaveScheduler(const Parts& parts, QObject* parent)
 
 void SaveScheduler::saveClip()
 {
-    dispatch({.seconds = m_parts.settings.clipLength(), .game = nameOfWhatIsInFront()});
+    if (m_state == CaptureState::Idle || m_state == CaptureState::Error) {
+        return;
+    }
+    // Before the name is looked up, which may have to wait for the disk.
+    const auto pressed = m_parts.clock();
+    dispatch({.seconds = m_parts.settings.clipLength(), .game = nameOfWhatIsInFront()}, pressed);
 }
 
 QString SaveScheduler::nameOfWhatIsInFront() const
@@ -55,14 +60,15 @@ void SaveScheduler::saveAutoClip(const Moment& moment, const QString& game)
     dispatch({.seconds = std::min(m_parts.settings.bufferSeconds(), moment.seconds),
               .game = game,
               .suffix = suffix,
-              .moment = moment});
+              .moment = moment},
+             m_parts.clock());
 }
 
-void SaveScheduler::dispatch(const Wish& wish)
+void SaveScheduler::dispatch(const Wish& wish, HostTime endTime)
 {
     switch (m_state) {
     case CaptureState::Recording:
-        saveNow(wish);
+        saveWhenFree(wish, endTime);
         break;
     case CaptureState::Starting:
         m_pending.append(wish);
@@ -73,23 +79,17 @@ void SaveScheduler::dispatch(const Wish& wish)
     }
 }
 
-void SaveScheduler::saveNow(const Wish& wish)
-{
-    const auto endTime = m_parts.clock();
-    if (m_isSaving) {
-        onMain(RetryInterval, [this, wish, endTime] { saveWhenFree(wish, endTime); });
-    } else {
-        schedule(wish, endTime, 0);
-    }
-}
-
 void SaveScheduler::saveWhenFree(const Wish& wish, HostTime endTime)
 {
     if (m_state != CaptureState::Recording) {
         return;
     }
     if (m_isSaving) {
-        onMain(RetryInterval, [this, wish, endTime] { saveWhenFree(wish, endTime); });
+        ++m_waiting;
+        onMain(RetryInterval, [this, wish, endTime] {
+            --m_waiting;
+            saveWhenFree(wish, endTime);
+        });
     } else {
         schedule(wish, endTime, 0);
     }
@@ -158,9 +158,7 @@ void SaveScheduler::setState(CaptureState state)
             onMain(FlushDelay, [this, wishes = std::exchange(m_pending, {})] {
                 for (const auto& wish : wishes) {
                     // By now the session may be over; what was asked for while it began goes with it.
-                    if (m_state == CaptureState::Recording) {
-                        saveNow(wish);
-                    }
+                    saveWhenFree(wish, m_parts.clock());
                 }
             });
         }

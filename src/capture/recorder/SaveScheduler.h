@@ -44,6 +44,8 @@ public:
     explicit SaveScheduler(const Parts& parts, QObject* parent = nullptr);
 
     bool isSaving() const { return m_isSaving; }
+    /// Whether a clip is being saved or waits for its turn.
+    bool hasWork() const { return m_isSaving || m_waiting > 0; }
 
     /// A clip of the last seconds, named after the program in front.
     void saveClip();
@@ -81,8 +83,8 @@ private:
     };
 
     QString nameOfWhatIsInFront() const;
-    void dispatch(const Wish& wish);
-    void saveNow(const Wish& wish);
+    void dispatch(const Wish& wish, HostTime endTime);
+    /// Drops the wish if the session is over.
     void saveWhenFree(const Wish& wish, HostTime endTime);
     void schedule(const Wish& wish, HostTime endTime, int attempt);
     void save(const Save& save);
@@ -94,6 +96,8 @@ private:
     Parts m_parts;
     CaptureState m_state = CaptureState::Idle;
     bool m_isSaving = false;
+    /// Requests that wait for the running save to end.
+    int m_waiting = 0;
     QList<Wish> m_pending;
 };
 

@@ -16,17 +16,6 @@ QString sanitised(QString text)
     return text;
 }
 
-QString dateText(const QDateTime& date)
-{
-    return date.toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
-}
-
-QString composed(const QString& game, const QString& middle, const QString& suffix)
-{
-    return game + QStringLiteral(" - ") + middle + (suffix.isNull() ? QString() : u' ' + suffix) +
-        QStringLiteral(".mp4");
-}
-
 /// Takes whole characters off the end until the text is the given number of bytes shorter, or empty.
 QString shortenedBy(QString text, qsizetype bytes)
 {
@@ -41,23 +30,25 @@ QString shortenedBy(QString text, qsizetype bytes)
 
 QString clipFileStem(const QString& game, const QDateTime& date)
 {
-    return sanitised(game) + QStringLiteral(" - ") + dateText(date);
+    return sanitised(game) + QStringLiteral(" - ") + date.toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
 }
 
 QString clipFileName(const ClipNameParts& parts, int mark)
 {
-    auto game = sanitised(parts.game);
-    auto suffix = parts.suffix ? sanitised(*parts.suffix) : QString();
-    const auto middle = dateText(parts.date) + (mark > 1 ? QStringLiteral(" (%1)").arg(mark) : QString());
-
-    const auto excess = [&] { return composed(game, middle, suffix).toUtf8().size() - MostBytes; };
-    if (excess() > 0 && !suffix.isNull()) {
+    auto game = parts.game;
+    auto suffix = sanitised(parts.suffix.value_or(QString()));
+    const auto name = [&] {
+        return clipFileStem(game, parts.date) + (mark > 1 ? QStringLiteral(" (%1)").arg(mark) : QString()) +
+            (suffix.isEmpty() ? QString() : u' ' + suffix) + QStringLiteral(".mp4");
+    };
+    const auto excess = [&] { return name().toUtf8().size() - MostBytes; };
+    if (excess() > 0) {
         suffix = shortenedBy(suffix, excess());
     }
     if (excess() > 0) {
         game = shortenedBy(game, excess());
     }
-    return composed(game, middle, suffix);
+    return name();
 }
 
 } // namespace quelto

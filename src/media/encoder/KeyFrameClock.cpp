@@ -11,16 +11,19 @@ constexpr HostDuration LongestGap = 1s;
 
 } // namespace
 
-// The next picture comes about one interval later, a little more or less; if it could be too late by then, this one
-// has to do.
+// The next picture comes about one interval later, a little more or less.
 KeyFrameClock::KeyFrameClock(int framesPerSecond)
-    : m_longestWait(LongestGap - LongestGap * 5 / 4 / std::max(framesPerSecond, 2))
+    : m_expectedInterval(LongestGap * 5 / 4 / std::max(framesPerSecond, 2))
 {
 }
 
-bool KeyFrameClock::isDue(HostTime presentationTime) const
+bool KeyFrameClock::isDue(HostTime presentationTime)
 {
-    return !m_last || presentationTime - *m_last > m_longestWait;
+    const auto before = m_previous.value_or(presentationTime);
+    m_previous = presentationTime;
+    // If the next picture could be too late, this one has to do.
+    const auto nextComesIn = std::max(m_expectedInterval, presentationTime - before);
+    return !m_last || presentationTime - *m_last + nextComesIn > LongestGap;
 }
 
 } // namespace quelto

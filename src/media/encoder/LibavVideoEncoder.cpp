@@ -189,8 +189,8 @@ void LibavVideoEncoder::encode(const PictureFrame& picture)
         }
         // Drained until it wants the next picture, it holds on to none of ours.
         drain();
-    } catch (const ffmpeg::FfmpegError&) {
-        // The picture is dropped; the next one may do.
+    } catch (const std::exception&) {
+        // The picture is dropped, for want of memory too; the next one may do.
     }
 }
 

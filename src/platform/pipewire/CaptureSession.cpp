@@ -108,11 +108,9 @@ void CaptureSession::keepPlayoutDelay()
 
 void CaptureSession::handleStreamState()
 {
-    if (m_stream && m_stream->state() == CaptureStream::State::broken) {
-        m_recovery.arm(RecoveryMilliseconds);
-    } else if (m_connection.isReady()) {
-        onGraphChanged();
-    }
+    // Not at once: this runs inside one of the stream's own callbacks, and what follows may replace the stream.
+    const bool isBroken = m_stream && m_stream->state() == CaptureStream::State::broken;
+    m_recovery.arm(isBroken ? RecoveryMilliseconds : 0);
 }
 
 void CaptureSession::recover()

@@ -17,7 +17,7 @@ Row {
             anchors.centerIn: parent
             symbol: "play.fill"
             side: 18
-            color: "white"
+            color: Theme.onAccent
         }
     }
 

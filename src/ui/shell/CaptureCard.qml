@@ -51,6 +51,7 @@ Rectangle {
             text: L10n.T("Klip Kaydet")
             trailingText: AppSettings.hotkeyDisplay
             enabled: Recorder.isActive && !Recorder.isSaving
+            busy: Recorder.isSaving
             onClicked: Recorder.saveClip()
         }
     }

@@ -58,7 +58,7 @@ Item {
         id: settingsNotice
 
         title: L10n.T("Ayarlar")
-        text: L10n.T("Ayarlar sayfası bir sonraki sürümde geliyor. Şimdilik Quelto'den çıkın, bu dosyayı düzenleyin ve yeniden açın:") + "\n\n" + WindowCommands.settingsPath
+        text: L10n.T("Ayarlar sayfası bir sonraki sürümde geliyor. Şimdilik Quelto'den çıkın, bu dosyayı düzenleyip Quelto'yi yeniden açın:") + "\n\n" + WindowCommands.settingsPath
     }
 
     Connections {

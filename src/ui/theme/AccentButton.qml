@@ -10,9 +10,11 @@ T.AbstractButton {
 
     property bool filled: true
     property bool compact: false
+    // At work: it takes no clicks but is not switched off.
+    property bool busy: false
     property string symbol: ""
     property string trailingText: ""
-    readonly property color foreground: filled ? "white" : Theme.text
+    readonly property color foreground: filled ? Theme.onAccent : Theme.text
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 44)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -22,7 +24,7 @@ T.AbstractButton {
     font.weight: Font.DemiBold
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled || busy ? 1 : 0.45
     Accessible.name: text
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Quelto.Theme
 
-// A switch. It shows what it is bound to and asks for a change by toggled(); the owner decides.
+// A switch. It shows what it is bound to and asks for a change by flipped(); the owner decides.
 T.AbstractButton {
     id: toggle
 
@@ -39,7 +39,7 @@ T.AbstractButton {
             y: 3
             x: toggle.isOn ? parent.width - width - 3 : 3
             radius: height / 2
-            color: "white"
+            color: Theme.onAccent
 
             Behavior on x {
                 NumberAnimation {

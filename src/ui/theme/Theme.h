@@ -27,6 +27,7 @@ class Theme : public QObject {
     Q_PROPERTY(QColor muted READ muted NOTIFY changed)
     Q_PROPERTY(QColor dim READ dim NOTIFY changed)
     Q_PROPERTY(QVariantList gradient READ gradient NOTIFY changed)
+    Q_PROPERTY(QColor onAccent READ onAccent CONSTANT)
     Q_PROPERTY(QColor live READ live CONSTANT)
     Q_PROPERTY(QColor good READ good CONSTANT)
 
@@ -45,6 +46,8 @@ public:
     QColor muted() const { return m_palette.muted; }
     QColor dim() const { return m_palette.dim; }
     QVariantList gradient() const;
+    /// What stands on the accent.
+    static QColor onAccent() { return Qt::white; }
     /// Recording, and what went wrong.
     static QColor live() { return {0xFF, 0x3B, 0x3B}; }
     /// Success.

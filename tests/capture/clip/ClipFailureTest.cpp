@@ -113,7 +113,7 @@ TEST(ClipFailure, AnImpossibleFolderNameIsSaidSo)
 {
     const QTemporaryDir folder;
     EXPECT_EQ(messageOf(requestInto(folder.filePath(QString(400, u'x')))),
-              QStringLiteral("Klip yazılamadı: Dosya adı çok uzun."));
+              QStringLiteral("Klip yazılamadı: Klibin yolu çok uzun. Yolu daha kısa bir kayıt klasörü seçin."));
     EXPECT_NE(messageOf(requestInto(QString())), QString());
 }
 

@@ -43,6 +43,20 @@ TEST(KeyFrameClock, NoTwoKeyFramesLieMoreThanASecondApartAtTheExpectedRateWithJi
     }
 }
 
+TEST(KeyFrameClock, NoTwoKeyFramesLieMoreThanASecondApartWhenPicturesAreSparse)
+{
+    for (const auto pace : {250ms, 400ms, 600ms, 900ms, 1000ms}) {
+        std::vector<HostTime> pictures;
+        for (int i = 0; i < 50; ++i) {
+            pictures.push_back(HostTime(10s) + pace * i);
+        }
+        const auto found = keyFrames(KeyFrameClock(60), pictures);
+        for (std::size_t i = 1; i < found.size(); ++i) {
+            EXPECT_LE(found[i] - found[i - 1], HostDuration(1s)) << pace.count();
+        }
+    }
+}
+
 TEST(KeyFrameClock, APictureAfterALongPauseIsAKeyFrame)
 {
     const std::vector<HostTime> pictures{HostTime(0s), HostTime(100ms), HostTime(1300ms), HostTime(1400ms),
