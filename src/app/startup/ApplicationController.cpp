@@ -71,8 +71,7 @@ void ApplicationController::applicationDidFinishLaunching()
                                                               .quit = [this] { quit(); }});
     m_hotKeys.action = [this] { m_recorder->saveClip(); };
     m_hotKeys.registerFromSettings();
-    connect(&m_settings, &AppSettings::hotkeyCodeChanged, &m_hotKeys, &HotKeyManager::registerFromSettings);
-    connect(&m_settings, &AppSettings::hotkeyModifiersChanged, &m_hotKeys, &HotKeyManager::registerFromSettings);
+    m_hotKeys.followSettings();
     joinSavedClips();
     connect(m_recorder.get(), &Recorder::stateChanged, m_statusItem.get(), &StatusItem::updateIcon);
 

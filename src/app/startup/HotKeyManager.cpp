@@ -30,6 +30,12 @@ void HotKeyManager::registerFromSettings()
     registerKey(m_settings.hotkeyCode(), m_settings.hotkeyModifiers());
 }
 
+void HotKeyManager::followSettings()
+{
+    connect(&m_settings, &AppSettings::hotkeyCodeChanged, this, &HotKeyManager::registerFromSettings);
+    connect(&m_settings, &AppSettings::hotkeyModifiersChanged, this, &HotKeyManager::registerFromSettings);
+}
+
 void HotKeyManager::unregister()
 {
     m_key.release();

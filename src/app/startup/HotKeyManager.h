@@ -23,6 +23,8 @@ public:
     /// Replaces an earlier registration. A combination that another program holds never fires, without a message.
     void registerKey(std::uint32_t keyCode, std::uint32_t modifiers);
     void registerFromSettings();
+    /// From now on each change of the key or its modifiers takes effect at once.
+    void followSettings();
     /// While the user records a new combination the old one must not fire.
     void unregister();
 

@@ -28,6 +28,7 @@ class StatusItem : public QObject {
 public:
     StatusItem(Recorder& recorder, const AppSettings& settings, ShellCommands commands);
 
+    QMenu& menu() { return m_menu; }
     void updateIcon();
     /// A short note beside the icon, for what happens while the window is hidden.
     void notify(const QString& title, const QString& text, bool isError);

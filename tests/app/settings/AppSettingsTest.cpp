@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/settings/AppSettings.h"
 
+#include <QDir>
 #include <QFile>
+#include <QMetaProperty>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -120,6 +122,35 @@ TEST_F(AppSettingsTest, WritesAValueTheMomentItIsSet)
     EXPECT_TRUE(stored().contains("captureAudio=false"));
 }
 
+TEST_F(AppSettingsTest, WritesEveryPreferenceUnderItsOwnName)
+{
+    int preferences = 0;
+    const auto& type = AppSettings::staticMetaObject;
+    for (int i = type.propertyOffset(); i < type.propertyCount(); ++i) {
+        const auto property = type.property(i);
+        if (!property.isWritable()) {
+            continue;
+        }
+        ++preferences;
+        const std::string name = property.name();
+        AppSettings settings(path);
+        int changes = 0;
+        QObject::connect(&settings, &AppSettings::changed, &settings, [&] { ++changes; });
+        const auto before = property.read(&settings);
+        const QVariant changed = name == "resolution" ? QVariant(QStringLiteral("p720"))
+            : name == "quality"                       ? QVariant(QStringLiteral("low"))
+            : name == "codec"                         ? QVariant(QStringLiteral("hevc"))
+            : before.typeId() == QMetaType::Bool      ? QVariant(!before.toBool())
+            : before.typeId() == QMetaType::QString   ? QVariant(before.toString() + u'x')
+                                                      : QVariant(before.toDouble() + 1);
+        EXPECT_TRUE(property.write(&settings, changed)) << name;
+        EXPECT_EQ(changes, 1) << name;
+        EXPECT_TRUE(stored().contains(QByteArray("\n") + property.name() + '=')) << name;
+        EXPECT_EQ(property.read(std::make_unique<AppSettings>(path).get()).toString(), changed.toString()) << name;
+    }
+    EXPECT_EQ(preferences, 30);
+}
+
 TEST_F(AppSettingsTest, ReadsBackWhatItWrote)
 {
     {
@@ -198,6 +229,29 @@ TEST_F(AppSettingsTest, SignsTheMicrophoneButNotTheClipLength)
     EXPECT_EQ(settings.captureSignature(), signature);
     settings.setMicrophoneID(QStringLiteral("usb"));
     EXPECT_EQ(settings.captureSignature(), QStringLiteral("0|p1080|high|60|h264|true|true|true|usb|true"));
+}
+
+TEST_F(AppSettingsTest, SignsEachFieldAtItsPlace)
+{
+    const std::array<std::pair<const char*, const char*>, 10> lines{
+        {{"displayID=7", "7|p1080|high|60|h264|true|true|true||true"},
+         {"resolution=p720", "0|p720|high|60|h264|true|true|true||true"},
+         {"quality=low", "0|p1080|low|60|h264|true|true|true||true"},
+         {"fps=30", "0|p1080|high|30|h264|true|true|true||true"},
+         {"codec=hevc", "0|p1080|high|60|hevc|true|true|true||true"},
+         {"captureAudio=false", "0|p1080|high|60|h264|false|true|true||true"},
+         {"showCursor=false", "0|p1080|high|60|h264|true|false|true||true"},
+         {"captureMicrophone=false", "0|p1080|high|60|h264|true|true|false||true"},
+         {"microphoneID=usb", "0|p1080|high|60|h264|true|true|true|usb|true"},
+         {"captureVoiceChat=false", "0|p1080|high|60|h264|true|true|true||false"}}};
+    for (const auto& [line, signature] : lines) {
+        const auto own = folder.filePath(QString::fromLatin1(line));
+        QFile file(own);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("[General]\n") + line + '\n');
+        file.close();
+        EXPECT_EQ(AppSettings(own).captureSignature(), QLatin1String(signature)) << line;
+    }
 }
 
 TEST_F(AppSettingsTest, KnowsTheSwitchOfEachGame)

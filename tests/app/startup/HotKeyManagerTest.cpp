@@ -33,6 +33,20 @@ TEST_F(HotKeyManagerTest, LeavesOneRegistrationAfterMany)
     EXPECT_EQ(key.grabbed, (Combination{122, 0}));
 }
 
+TEST_F(HotKeyManagerTest, RegistersAnewOnEachChangeAndNotBefore)
+{
+    manager.registerFromSettings();
+    manager.followSettings();
+    EXPECT_EQ(key.grabs, 1);
+    settings.setHotkeyCode(122);
+    EXPECT_EQ(key.grabs, 2);
+    EXPECT_EQ(key.grabbed, (Combination{122, 2560}));
+    settings.setHotkeyModifiers(256);
+    EXPECT_EQ(key.grabbed, (Combination{122, 256}));
+    settings.setHotkeyKeyName(QStringLiteral("F1"));
+    EXPECT_EQ(key.grabs, 3);
+}
+
 TEST_F(HotKeyManagerTest, LetsGoWhileAnewCombinationIsRecorded)
 {
     manager.registerFromSettings();
@@ -42,8 +56,6 @@ TEST_F(HotKeyManagerTest, LetsGoWhileAnewCombinationIsRecorded)
 
 TEST_F(HotKeyManagerTest, RunsTheActionFromTheEventLoopOnceAPress)
 {
-    int argc = 0;
-    const QCoreApplication application(argc, nullptr);
     int presses = 0;
     manager.action = [&] { ++presses; };
     key.onPressed();
@@ -54,8 +66,6 @@ TEST_F(HotKeyManagerTest, RunsTheActionFromTheEventLoopOnceAPress)
 
 TEST_F(HotKeyManagerTest, DoesNothingWithoutAnAction)
 {
-    int argc = 0;
-    const QCoreApplication application(argc, nullptr);
     key.onPressed();
     QCoreApplication::processEvents();
 }

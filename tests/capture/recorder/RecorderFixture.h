@@ -61,7 +61,7 @@ protected:
                                              [](const auto& sample) { return sample->isKeyframe(); })) {
                         throw RecorderError::emptyBuffer();
                     }
-                    return QStringLiteral("/clips/%1.mp4").arg(written.size());
+                    return folder.filePath(QStringLiteral("%1.mp4").arg(written.size()));
                 }});
         QObject::connect(recorder.get(), &Recorder::clipSaved, recorder.get(),
                          [this](const QString& path) { savedPaths.append(path); });

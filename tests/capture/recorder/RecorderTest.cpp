@@ -261,6 +261,28 @@ TEST_F(RecorderTest, BringsOutTheNewestPictureOfAScreenThatStandsStill)
     EXPECT_EQ(written.at(0).snapshot.video.first()->presentationTime, shown);
 }
 
+TEST_F(RecorderTest, ForgetsAPictureToRepeatWhenItRestarts)
+{
+    encoderDelay = test::FakeDelay::onePicture;
+    record();
+    recorder->restart();
+    time.settle();
+    // The first session's repetition falls due before the second one's.
+    showPicture();
+    encoded.wait(2);
+    EXPECT_EQ(encoded, 3);
+}
+
+TEST_F(RecorderTest, KeepsAMicrophonesWarningThatCameBeforeTheStartWasDone)
+{
+    recorder->start();
+    main.post([this] { fakes.sound->mic->events.onWarning(QStringLiteral("gone again")); });
+    time.settle();
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
+    EXPECT_FALSE(recorder->micActive());
+    EXPECT_EQ(recorder->micWarning(), QStringLiteral("gone again"));
+}
+
 TEST_F(RecorderTest, CountsTheBufferEveryTwoSecondsWhileItRecords)
 {
     record();

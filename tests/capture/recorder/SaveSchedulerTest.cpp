@@ -3,8 +3,6 @@
 
 #include "library/naming/ClipMeta.h"
 
-#include <QFile>
-
 namespace quelto {
 namespace {
 
@@ -37,7 +35,7 @@ TEST_F(SaveSchedulerTest, WritesAQuarterOfASecondAfterThePress)
     EXPECT_EQ(written.at(0).endTime, pressed);
     EXPECT_EQ(written.at(0).seconds, 30);
     EXPECT_EQ(written.at(0).suffix, std::nullopt);
-    EXPECT_EQ(savedPaths, QStringList{QStringLiteral("/clips/1.mp4")});
+    EXPECT_EQ(savedPaths, QStringList{folder.filePath(QStringLiteral("1.mp4"))});
     EXPECT_FALSE(recorder->isSaving());
 }
 
@@ -86,7 +84,12 @@ TEST_F(SaveSchedulerTest, GivesEachOfTwoQuickPressesItsOwnClip)
     recorder->saveClip();
     time.advance(milliseconds(100));
     recorder->saveClip();
-    time.advance(seconds(2));
+    // The first is written at 250 ms; the second looks again half a second after it was asked for.
+    time.advance(milliseconds(250));
+    EXPECT_EQ(written.size(), 1U);
+    time.advance(milliseconds(499));
+    EXPECT_EQ(written.size(), 1U);
+    time.advance(milliseconds(1));
     ASSERT_EQ(written.size(), 2U);
     EXPECT_EQ(written.at(0).endTime, first);
     EXPECT_EQ(written.at(1).endTime, first + milliseconds(100));
@@ -95,19 +98,18 @@ TEST_F(SaveSchedulerTest, GivesEachOfTwoQuickPressesItsOwnClip)
 
 TEST_F(SaveSchedulerTest, RunsOneSaveAtATime)
 {
-    int running = 0;
-    int most = 0;
-    whileWriting = [&] {
-        most = std::max(most, ++running);
-        --running;
-    };
+    std::vector<HostTime> begun;
+    whileWriting = [&] { begun.push_back(time.now()); };
     record();
     for (int i = 0; i < 20; ++i) {
         recorder->saveClip();
     }
     time.advance(seconds(60));
     EXPECT_EQ(savedPaths.size(), 20);
-    EXPECT_EQ(most, 1);
+    EXPECT_FALSE(recorder->hasSavesToFinish());
+    for (std::size_t i = 1; i < begun.size(); ++i) {
+        EXPECT_GE(begun[i] - begun[i - 1], milliseconds(250));
+    }
 }
 
 TEST_F(SaveSchedulerTest, DropsARequestOutsideASession)
@@ -219,6 +221,48 @@ TEST_F(SaveSchedulerTest, PutsTierScoreAndLabelIntoAMomentsName)
     EXPECT_EQ(written.at(0).game, QStringLiteral("League of Legends"));
     EXPECT_EQ(written.at(0).suffix, QStringLiteral("[EFSANE 170] PENTAKILL"));
     EXPECT_EQ(written.at(0).seconds, 40);
+}
+
+TEST_F(SaveSchedulerTest, HasWorkFromTheFirstPressToTheLastClip)
+{
+    record();
+    EXPECT_FALSE(recorder->hasSavesToFinish());
+    recorder->saveClip();
+    recorder->saveClip();
+    time.advance(milliseconds(300));
+    EXPECT_FALSE(recorder->isSaving());
+    EXPECT_TRUE(recorder->hasSavesToFinish());
+    time.advance(seconds(2));
+    EXPECT_FALSE(recorder->hasSavesToFinish());
+}
+
+TEST_F(SaveSchedulerTest, KeepsWhatWaitsForAStartThatIsBegunAnew)
+{
+    recorder->start();
+    recorder->saveClip();
+    settings.setFps(30);
+    time.settle();
+    ASSERT_EQ(fakes.frames->starts, 2);
+    showPicture();
+    time.advance(seconds(2));
+    EXPECT_EQ(written.size(), 1U);
+}
+
+TEST_F(SaveSchedulerTest, LeavesASidecarBesideAMomentsClipOnly)
+{
+    record();
+    recorder->saveClip();
+    time.advance(seconds(1));
+    recorder->saveAutoClip(pentakill(), QStringLiteral("League of Legends"));
+    time.advance(seconds(1));
+    ASSERT_EQ(savedPaths.size(), 2);
+    EXPECT_EQ(ClipMeta::load(savedPaths.at(0)), std::nullopt);
+    const auto meta = ClipMeta::load(savedPaths.at(1));
+    ASSERT_TRUE(meta);
+    EXPECT_EQ(meta->label, QStringLiteral("PENTAKILL"));
+    // What the writer made here is no video, so the moment's own length counts: 40 s less 5 s.
+    const QList<ClipMeta::Event> expected{ClipMeta::Event{35, QStringLiteral("multikill_5")}};
+    EXPECT_EQ(meta->events, expected);
 }
 
 TEST_F(SaveSchedulerTest, ReadsFolderAndVolumesWhenTheSaveIsScheduled)
