@@ -356,6 +356,19 @@ TEST_F(X11FrameSourceOnALargeScreen, SurvivesAMomentWithoutAMode)
     EXPECT_TRUE(m_log.endings().empty());
 }
 
+TEST_F(X11FrameSourceOnALargeScreen, DoesNotHoldAMomentWithoutAModeAgainstAScreenThatStandsStillAfterwards)
+{
+    startAndSettle(m_log, request({640, 480}));
+    turnOff();
+    std::this_thread::sleep_for(200ms);
+    ASSERT_TRUE(setOutput({QStringLiteral("--auto")}));
+    // Longer than a display may be away.
+    std::this_thread::sleep_for(2500ms);
+    m_painter.fill({0, 0, 2000, 2000}, Red);
+    EXPECT_TRUE(m_log.waitFor([](const PictureFrame& frame) { return isColour(frame, {320, 240}, Red); }));
+    EXPECT_TRUE(m_log.endings().empty());
+}
+
 TEST_F(X11FrameSourceOnALargeScreen, EndsWithASentenceWhenItsDisplayVanishes)
 {
     startAndSettle(m_log, request({640, 480}));
