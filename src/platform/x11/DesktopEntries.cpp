@@ -37,10 +37,10 @@ QString unescaped(const QByteArray& value)
     return QString::fromUtf8(text);
 }
 
-std::vector<DesktopEntry> installedEntries()
+/// The entries' files, the user's own first: they hide what the system has under the same name.
+std::vector<DesktopEntryFile> installedFiles()
 {
-    const auto languages = desktopEntryLanguages();
-    std::vector<DesktopEntry> entries;
+    std::vector<DesktopEntryFile> found;
     QSet<QString> seen;
     for (const auto& folder : QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
         QDirIterator files(folder, {QStringLiteral("*.desktop")}, QDir::Files, QDirIterator::Subdirectories);
@@ -48,18 +48,26 @@ std::vector<DesktopEntry> installedEntries()
             const auto path = files.next();
             auto id = QDir(folder).relativeFilePath(path).chopped(int(std::size(".desktop")) - 1);
             id.replace(u'/', u'-');
-            // The user's own folder comes first and hides what the system has under the same name.
-            if (seen.contains(id)) {
-                continue;
+            if (!seen.contains(id)) {
+                seen.insert(id);
+                found.push_back({.id = id, .path = path});
             }
-            seen.insert(id);
-            QFile file(path);
-            if (!file.open(QIODevice::ReadOnly)) {
-                continue;
-            }
-            if (auto entry = parseDesktopEntry(id, file.readAll(), languages)) {
-                entries.push_back(std::move(*entry));
-            }
+        }
+    }
+    return found;
+}
+
+std::vector<DesktopEntry> entriesIn(const std::vector<DesktopEntryFile>& files)
+{
+    const auto languages = desktopEntryLanguages();
+    std::vector<DesktopEntry> entries;
+    for (const auto& [id, path] : files) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            continue;
+        }
+        if (auto entry = parseDesktopEntry(id, file.readAll(), languages)) {
+            entries.push_back(std::move(*entry));
         }
     }
     return entries;
@@ -131,11 +139,19 @@ QStringList desktopEntryLanguages()
     return result;
 }
 
-std::optional<DesktopEntry> findDesktopEntry(const QStringList& windowNames)
+void DesktopEntries::refresh()
 {
-    const auto entries = installedEntries();
+    if (auto files = installedFiles(); files != m_files) {
+        m_entries = entriesIn(files);
+        m_files = std::move(files);
+    }
+}
+
+std::optional<DesktopEntry> DesktopEntries::find(const QStringList& windowNames)
+{
+    refresh();
     const auto fits = [&](const QString& name, int kind) {
-        return std::ranges::find_if(entries, [&](const DesktopEntry& entry) {
+        return std::ranges::find_if(m_entries, [&](const DesktopEntry& entry) {
             return isSame(kind == 0 ? entry.windowClass : kind == 1 ? entry.id : shortID(entry.id), name);
         });
     };
@@ -144,7 +160,7 @@ std::optional<DesktopEntry> findDesktopEntry(const QStringList& windowNames)
             if (name.isEmpty()) {
                 continue;
             }
-            if (const auto found = fits(name, kind); found != entries.end()) {
+            if (const auto found = fits(name, kind); found != m_entries.end()) {
                 return *found;
             }
         }

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace quelto {
 
@@ -25,10 +26,28 @@ std::optional<DesktopEntry> parseDesktopEntry(const QString& id, const QByteArra
 /// The languages that the environment asks for, in the form of the keys of desktop entries.
 QStringList desktopEntryLanguages();
 
-/// The installed application that windows with one of these names (classes, application ids, program names, best first)
-/// belong to. An entry that names the window class wins over one that is only called like it.
+struct DesktopEntryFile {
+    QString id;
+    QString path;
+
+    bool operator==(const DesktopEntryFile&) const = default;
+};
+
+/// The installed applications. Their files are read at the first question, and again only when one was added or went:
+/// a press of the key must not wait for hundreds of files.
 ///
-/// Thread: any; reads the applications folders.
-std::optional<DesktopEntry> findDesktopEntry(const QStringList& windowNames);
+/// Thread: one at a time.
+class DesktopEntries {
+public:
+    /// The application that windows with one of these names (classes, application ids, program names, best first)
+    /// belong to. An entry that names the window class wins over one that is only called like it.
+    std::optional<DesktopEntry> find(const QStringList& windowNames);
+
+private:
+    void refresh();
+
+    std::vector<DesktopEntry> m_entries;
+    std::vector<DesktopEntryFile> m_files;
+};
 
 } // namespace quelto

@@ -102,14 +102,14 @@ QString withoutEnding(QString name)
     return name;
 }
 
-QString displayName(const WindowIdentity& identity)
+QString displayName(const WindowIdentity& identity, DesktopEntries& applications)
 {
     QStringList names{identity.applicationID, identity.windowClass, identity.instance};
     const bool isForeign = isWindowsProgram(identity);
     if (!isForeign) {
         names.append(programName(identity.processID));
     }
-    if (const auto entry = findDesktopEntry(names)) {
+    if (const auto entry = applications.find(names)) {
         return entry->name;
     }
     const auto title = identity.title.simplified();
@@ -149,7 +149,7 @@ std::optional<FrontApplicationInfo> X11FrontApplication::current() const
     }
     const auto identity = identityOf(properties, window);
     FrontApplicationInfo info{
-        .name = displayName(identity),
+        .name = displayName(identity, m_applications),
         .isDesktop = isDesktopWindow(properties, window, identity),
         .isThisProgram =
             identity.processID == static_cast<std::uint32_t>(getpid()) || isOneOf(OwnClasses, identity.windowClass),

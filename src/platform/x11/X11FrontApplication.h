@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/FrontApplication.h"
+#include "platform/x11/DesktopEntries.h"
 
 namespace quelto {
 
@@ -14,6 +15,8 @@ public:
 
 private:
     QString m_displayName;
+    /// What it remembers is no part of the answer.
+    mutable DesktopEntries m_applications;
 };
 
 } // namespace quelto

@@ -91,18 +91,29 @@ protected:
         ASSERT_TRUE(entry.open(QIODevice::WriteOnly));
         entry.write(QByteArray("[Desktop Entry]\nType=Application\nName=") + name + "\nStartupWMClass=" + windowClass);
     }
-    static QString nameFor(const char* windowName)
+    QString nameFor(const char* windowName)
     {
-        const auto entry = findDesktopEntry({QString::fromUtf8(windowName)});
+        const auto entry = m_entries.find({QString::fromUtf8(windowName)});
         return entry ? entry->name : QStringLiteral("none");
     }
 
     QTemporaryDir m_home;
     QTemporaryDir m_system;
+    DesktopEntries m_entries;
 
 private:
     std::array<QByteArray, 2> m_before;
 };
+
+TEST_F(InstalledEntries, AreReadAgainWhenOneIsInstalledOrRemoved)
+{
+    install(m_system, "games/shooter.desktop", "Shooter");
+    EXPECT_EQ(nameFor("games-shooter"), QStringLiteral("Shooter"));
+    install(m_system, "games/racer.desktop", "Racer");
+    EXPECT_EQ(nameFor("games-racer"), QStringLiteral("Racer"));
+    QFile::remove(m_system.filePath(QStringLiteral("applications/games/shooter.desktop")));
+    EXPECT_EQ(nameFor("games-shooter"), QStringLiteral("none"));
+}
 
 TEST_F(InstalledEntries, AreFoundByWindowClassThenByFileName)
 {
