@@ -10,7 +10,7 @@ WIDTH, HEIGHT, FPS = 1920, 1080, 60
 def grab(seconds):
     """Captures and encodes the screen; the CPU seconds that it took, all threads."""
     return _cpu_seconds(
-        "ffmpeg", "-v", "error", "-f", "x11grab", "-framerate", FPS, "-video_size", f"{WIDTH}x{HEIGHT}",
+        "ffmpeg", "-v", "fatal", "-f", "x11grab", "-framerate", FPS, "-video_size", f"{WIDTH}x{HEIGHT}",
         "-i", os.environ["DISPLAY"], "-t", seconds, "-pix_fmt", "yuv420p", "-c:v", "libx264", "-preset", "ultrafast",
         "-profile:v", "high", "-aq-mode", "1", "-b:v", BITRATE, "-maxrate", BITRATE * 5 // 4, "-bufsize", BITRATE // 4,
         "-g", FPS, "-bf", "0", "-threads", "2", "-x264-params",
