@@ -150,4 +150,9 @@ void ApplicationController::quit()
     }
 }
 
+void ApplicationController::finishRunningSave()
+{
+    m_saveQueue.sync([] {});
+}
+
 } // namespace quelto

@@ -39,6 +39,8 @@ public:
     void openFolder();
     /// Ends the program; clips that are being saved, or wait for it, are finished first.
     void quit();
+    /// For an end that cannot be put off: waits until the clip that is being written is a whole file.
+    void finishRunningSave();
 
 private:
     void buildWindow();

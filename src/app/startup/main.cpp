@@ -10,9 +10,34 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
+
+namespace {
+
+/// Qt leaves by exit() when the display server goes away, from within the event loop, with all threads running: what
+/// they use would be torn down under them. A clip that is being written is finished, and then the process ends at once.
+class AbruptExit {
+public:
+    explicit AbruptExit(quelto::ApplicationController& controller)
+    {
+        running = &controller;
+        std::atexit([] {
+            if (running != nullptr) {
+                running->finishRunningSave();
+                std::_Exit(EXIT_FAILURE);
+            }
+        });
+    }
+    ~AbruptExit() { running = nullptr; }
+
+private:
+    static inline quelto::ApplicationController* running = nullptr;
+};
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
@@ -36,6 +61,7 @@ int main(int argc, char* argv[])
     }
 
     quelto::ApplicationController controller;
+    const AbruptExit abruptExit(controller);
     const quelto::TerminationSignals signals([&controller] { controller.quit(); });
     controller.applicationDidFinishLaunching();
     return QApplication::exec();

@@ -5,8 +5,8 @@
 
 namespace quelto {
 
-/// Chooses the back end of each desktop service for the present session. A service that the session does not offer is there
-/// all the same: it reports "no display", or stays silent.
+/// Chooses the back end of each desktop service for the present session. A service that the session does not offer is
+/// there all the same: it reports "no display", or stays silent.
 Platform makePlatform();
 
 } // namespace quelto
