@@ -34,6 +34,9 @@ public:
     /// The start-up sequence. A subsystem that this build does not have has no line in it.
     void applicationDidFinishLaunching();
 
+    /// Nothing before it finished launching.
+    QQuickWindow* window() const { return m_window; }
+
     void showWindow();
     void showSettings();
     void openFolder();

@@ -24,6 +24,19 @@ public:
     explicit AbruptExit(quelto::ApplicationController& controller)
     {
         running = &controller;
+        comeFirst();
+        // What Qt makes on its way to the first picture would be torn down before.
+        QObject::connect(controller.window(), &QQuickWindow::frameSwapped, &m_context, &comeFirst,
+                         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    }
+    ~AbruptExit() { running = nullptr; }
+    AbruptExit(const AbruptExit&) = delete;
+    AbruptExit& operator=(const AbruptExit&) = delete;
+
+private:
+    /// Exit handlers run in the reverse order of their registration.
+    static void comeFirst()
+    {
         std::atexit([] {
             if (running != nullptr) {
                 running->finishRunningSave();
@@ -31,10 +44,9 @@ public:
             }
         });
     }
-    ~AbruptExit() { running = nullptr; }
 
-private:
     static inline quelto::ApplicationController* running = nullptr;
+    QObject m_context;
 };
 
 } // namespace
@@ -61,8 +73,8 @@ int main(int argc, char* argv[])
     }
 
     quelto::ApplicationController controller;
-    const AbruptExit abruptExit(controller);
     const quelto::TerminationSignals signals([&controller] { controller.quit(); });
     controller.applicationDidFinishLaunching();
+    const AbruptExit abruptExit(controller);
     return QApplication::exec();
 }
