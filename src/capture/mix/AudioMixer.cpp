@@ -77,20 +77,44 @@ bool isOnGrid(const AudioFormat& format)
         format.channels <= 2;
 }
 
-PlanarPcm channelsOf(const AudioSample& sample)
+/// Sound at the grid's rate, wherever it lies: one channel in place, so that nothing is copied that is not mixed.
+struct Channel {
+    const std::byte* first = nullptr;
+    std::size_t stride = sizeof(float);
+
+    float operator[](std::int64_t frame) const
+    {
+        float value = 0;
+        std::memcpy(&value, first + static_cast<std::size_t>(frame) * stride, sizeof value);
+        return value;
+    }
+};
+
+struct Stereo {
+    Channel left;
+    Channel right;
+    std::int64_t frames = 0;
+};
+
+Stereo inPlace(const AudioSample& sample)
 {
     const auto channels = static_cast<std::size_t>(sample.format.channels);
-    const auto frames = static_cast<std::size_t>(sample.frames);
     const bool isInterleaved = sample.format.layout == PcmLayout::interleaved;
-    PlanarPcm pcm(channels, std::vector<float>(frames));
-    for (std::size_t channel = 0; channel < channels; ++channel) {
-        const auto first = isInterleaved ? channel : channel * frames;
-        const auto step = isInterleaved ? channels : 1;
-        for (std::size_t i = 0; i < frames; ++i) {
-            pcm[channel][i] = valueAt<float>(sample, first + i * step);
-        }
-    }
-    return pcm;
+    const auto channel = [&](std::size_t index) {
+        const auto first = isInterleaved ? index : index * static_cast<std::size_t>(sample.frames);
+        return Channel{sample.data.data() + first * sizeof(float), (isInterleaved ? channels : 1) * sizeof(float)};
+    };
+    return {.left = channel(0), .right = channel(channels - 1), .frames = sample.frames};
+}
+
+Stereo inPlace(const PlanarPcm& pcm)
+{
+    const auto channel = [](const std::vector<float>& values) {
+        return Channel{.first = reinterpret_cast<const std::byte*>(values.data())};
+    };
+    return {.left = channel(pcm.front()),
+            .right = channel(pcm.back()),
+            .frames = static_cast<std::int64_t>(pcm.front().size())};
 }
 
 /// Reads the samples of one source in order, keeping a converter as long as their format stays the same.
@@ -101,25 +125,32 @@ public:
     {
     }
 
-    std::optional<PlanarPcm> read(const AudioSample& sample)
+    /// What it gives is good until the next call, and as long as the sample lives.
+    std::optional<Stereo> read(const AudioSample& sample)
     {
         if (!isReadable(sample)) {
             return std::nullopt;
         }
         if (isOnGrid(sample.format)) {
-            return channelsOf(sample);
+            return inPlace(sample);
         }
         if (!m_converter || m_format != sample.format) {
             m_converter = m_makeConverter(sample.format);
             m_format = sample.format;
         }
-        return m_converter ? m_converter->convert(sample) : std::nullopt;
+        auto converted = m_converter ? m_converter->convert(sample) : std::nullopt;
+        if (!converted || converted->empty() || converted->front().empty()) {
+            return std::nullopt;
+        }
+        m_converted = std::move(*converted);
+        return inPlace(m_converted);
     }
 
 private:
     const PcmConverterFactory& m_makeConverter;
     std::unique_ptr<PcmConverter> m_converter;
     AudioFormat m_format;
+    PlanarPcm m_converted;
 };
 
 float limited(float value)
@@ -142,17 +173,14 @@ struct Grid {
     bool isPlacedOn = false;
 
     /// Adds the part of the sound that lies on the grid.
-    void add(const PlanarPcm& pcm, std::int64_t offset, float gain)
+    void add(const Stereo& sound, std::int64_t offset, float gain)
     {
         const auto total = static_cast<std::int64_t>(left.size());
-        const auto frames = static_cast<std::int64_t>(pcm.front().size());
-        const auto& leftIn = pcm.front();
-        const auto& rightIn = pcm.size() > 1 ? pcm[1] : pcm.front();
-        const auto last = std::min(frames, total - offset);
+        const auto last = std::min(sound.frames, total - offset);
         for (auto i = std::max<std::int64_t>(0, -offset); i < last; ++i) {
             const auto at = static_cast<std::size_t>(offset + i);
-            left[at] += gain * leftIn[static_cast<std::size_t>(i)];
-            right[at] += gain * rightIn[static_cast<std::size_t>(i)];
+            left[at] += gain * sound.left[i];
+            right[at] += gain * sound.right[i];
         }
         isPlacedOn = true;
     }
@@ -181,17 +209,17 @@ AudioSamples AudioMixer::mix(const std::vector<MixSource>& sources, HostTime sta
         SourceReader reader(m_makeConverter);
         std::optional<std::int64_t> expected;
         for (const auto& sample : source.buffers) {
-            const auto pcm = reader.read(*sample);
-            if (!pcm || pcm->empty() || pcm->front().empty()) {
+            const auto sound = reader.read(*sample);
+            if (!sound) {
                 continue;
             }
             auto offset = frameAt(sample->presentationTime, start);
             if (expected && std::abs(*expected - offset) < DriftFrames) {
                 offset = *expected;
             }
-            expected = offset + static_cast<std::int64_t>(pcm->front().size());
+            expected = offset + sound->frames;
             if (*expected > 0 && offset < total) {
-                grid.add(*pcm, offset, source.gain);
+                grid.add(*sound, offset, source.gain);
             }
         }
     }

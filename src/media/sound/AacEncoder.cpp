@@ -59,7 +59,20 @@ struct AacEncoder::State {
             ffmpeg::checked(status);
             const auto* bytes = reinterpret_cast<const std::byte*>(packet->data);
             packets.emplace_back(bytes, bytes + packet->size);
+            steer(packet->size);
             av_packet_unref(packet.get());
+        }
+    }
+
+    /// Sound that needs few bits makes the library search again and again for a way to spend more. While packets come
+    /// out small, it keeps the quality that it has found, in one go, and minds the rate again as soon as they grow.
+    void steer(int packetBytes)
+    {
+        const auto target = context->bit_rate * framesPerPacket / sampleRate / 8;
+        if (packetBytes < target * 3 / 4) {
+            context->flags |= AV_CODEC_FLAG_QSCALE;
+        } else if (packetBytes > target) {
+            context->flags &= ~AV_CODEC_FLAG_QSCALE;
         }
     }
 
