@@ -20,9 +20,11 @@ void SampleAssembler::add(const BlockRing::Block& block, std::span<const float> 
         flush();
     }
     if (m_values.empty()) {
-        m_time = placement->time;
+        m_time = placement->time - HostDuration(placement->lostFrames * std::int64_t(1'000'000'000) / m_sampleRate);
         m_channels = block.channels;
     }
+    m_values.resize(m_values.size() +
+                    static_cast<std::size_t>(placement->lostFrames) * static_cast<std::size_t>(m_channels));
     m_values.insert(m_values.end(), values.begin(), values.end());
     if (m_values.size() * 100 >= static_cast<std::size_t>(m_sampleRate) * static_cast<std::size_t>(m_channels)) {
         flush();

@@ -5,7 +5,10 @@ namespace quelto::pipewire {
 
 namespace {
 
-constexpr HostDuration Jump = std::chrono::milliseconds(20);
+/// More than any measurement is off. Half the cycle of a server at its usual settings, so that a lost cycle shows.
+constexpr HostDuration LeastLoss = std::chrono::milliseconds(8);
+constexpr HostDuration MostLoss = std::chrono::milliseconds(200);
+constexpr HostDuration Overlap = std::chrono::milliseconds(20);
 /// Time in which the anchor follows about two thirds of a deviation. A device that is wrong by 100 millionths, which
 /// is much, is thus followed 0.05 ms behind, and a cycle that a busy machine lost is made up for within a second, while
 /// the jitter of one block hardly shows.
@@ -22,10 +25,17 @@ std::optional<StampAligner::Placement> StampAligner::place(HostTime measured, in
 {
     const HostTime expected = positionAfter(m_framesSinceAnchor);
     const HostDuration deviation = measured - expected;
-    if (m_hasAnchor && deviation < -Jump) {
+    if (m_hasAnchor && deviation < -Overlap) {
         return std::nullopt;
     }
-    if (!m_hasAnchor || deviation > Jump) {
+    if (m_hasAnchor && deviation > LeastLoss && deviation <= MostLoss) {
+        const auto lost = static_cast<int>(std::llround(inSeconds(deviation) * m_sampleRate));
+        m_framesSinceAnchor += lost;
+        const HostTime time = positionAfter(m_framesSinceAnchor);
+        m_framesSinceAnchor += frames;
+        return Placement{.time = time, .continuesRun = true, .lostFrames = lost};
+    }
+    if (!m_hasAnchor || deviation > MostLoss) {
         m_hasAnchor = true;
         m_anchor = measured;
         m_correctionNs = 0;

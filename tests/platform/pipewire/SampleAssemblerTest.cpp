@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace quelto::pipewire {
 namespace {
 
@@ -54,6 +56,20 @@ TEST_F(SampleAssemblerTest, DoesNotBridgeAGap)
     EXPECT_EQ(m_samples[0]->frames, 64);
     EXPECT_EQ(m_samples[1]->presentationTime, Begin + std::chrono::seconds(1));
     EXPECT_EQ(m_samples[1]->frames, 480);
+}
+
+TEST_F(SampleAssemblerTest, FillsWhatTheServerLostWithSilence)
+{
+    add(Begin, 1024);
+    add(Begin + lengthOf(2 * 1024), 1024);
+    ASSERT_EQ(m_samples.size(), 2);
+    const auto& second = *m_samples[1];
+    EXPECT_EQ(second.frames, 2048);
+    EXPECT_NEAR(inSeconds(second.presentationTime - Begin), 1024.0 / Rate, 1e-6);
+    std::vector<float> values(second.data.size() / sizeof(float));
+    std::memcpy(values.data(), second.data.data(), second.data.size());
+    EXPECT_EQ(values.at(2 * 1023), 0.0F);
+    EXPECT_EQ(values.at(2 * 1024), 0.5F);
 }
 
 TEST_F(SampleAssemblerTest, DoesNotMixFormats)

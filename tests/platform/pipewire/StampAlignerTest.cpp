@@ -109,7 +109,7 @@ TEST(StampAligner, BeginsANewRunAfterAGap)
 {
     StampAligner aligner(Rate);
     aligner.place(Begin, 1024);
-    const HostTime later = Begin + lengthOf(1024) + milliseconds(21);
+    const HostTime later = Begin + lengthOf(1024) + milliseconds(201);
     const auto placement = aligner.place(later, 1024);
     ASSERT_TRUE(placement);
     EXPECT_EQ(placement->time, later);
@@ -120,11 +120,27 @@ TEST(StampAligner, BeginsANewRunAfterAGap)
     EXPECT_TRUE(next->continuesRun);
 }
 
-TEST(StampAligner, ClosesUpNineteenMillisecondsOfLateness)
+TEST(StampAligner, HasALostCycleFilledWithSilence)
 {
     StampAligner aligner(Rate);
     aligner.place(Begin, 1024);
-    const auto placement = aligner.place(Begin + lengthOf(1024) + milliseconds(19), 1024);
+    // Three cycles go by unheard.
+    const HostTime later = Begin + lengthOf(4 * 1024);
+    const auto placement = aligner.place(later, 1024);
+    ASSERT_TRUE(placement);
+    EXPECT_TRUE(placement->continuesRun);
+    EXPECT_EQ(placement->lostFrames, 3 * 1024);
+    EXPECT_LE(distance(placement->time, later), microseconds(21));
+    const auto next = aligner.place(later + lengthOf(1024), 1024);
+    EXPECT_EQ(next->lostFrames, 0);
+    EXPECT_LE(distance(next->time, later + lengthOf(1024)), microseconds(21));
+}
+
+TEST(StampAligner, ClosesUpSevenMillisecondsOfLateness)
+{
+    StampAligner aligner(Rate);
+    aligner.place(Begin, 1024);
+    const auto placement = aligner.place(Begin + lengthOf(1024) + milliseconds(7), 1024);
     ASSERT_TRUE(placement);
     EXPECT_EQ(placement->time, Begin + lengthOf(1024));
     EXPECT_TRUE(placement->continuesRun);
