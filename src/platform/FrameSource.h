@@ -27,7 +27,7 @@ struct FrameEvents {
     std::function<void(const QString&)> onStopped;
 };
 
-/// Complete pictures of one display, scaled and converted, stamped with the time at which the screen was read.
+/// Complete pictures of one display, scaled and converted, stamped with the time since which it has shown them.
 ///
 /// Thread: start and stop from one thread at a time.
 class FrameSource {

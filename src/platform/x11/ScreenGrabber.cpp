@@ -106,7 +106,7 @@ ScreenGrabber::Step ScreenGrabber::step(const FrameEvents& events, int stopDescr
         m_isLayoutNew = true;
         return waitForChange(stopDescriptor, RetryInterval);
     }
-    if (!m_isPending) {
+    if (!m_pendingSince) {
         return waitForNews(stopDescriptor);
     }
     const auto due = m_clock.slotAfter(m_lookedAt);
@@ -120,7 +120,9 @@ ScreenGrabber::Step ScreenGrabber::step(const FrameEvents& events, int stopDescr
 void ScreenGrabber::readNews()
 {
     const auto news = m_screenEvents.read();
-    m_isPending = m_isPending || news.hasDamage || news.pointerMoved || news.shapeChanged;
+    if (news.hasDamage || news.pointerMoved || news.shapeChanged) {
+        notePending();
+    }
     m_isShapeNew = m_isShapeNew || news.shapeChanged;
     m_isLayoutNew = m_isLayoutNew || news.layoutChanged;
 }
@@ -167,7 +169,14 @@ void ScreenGrabber::useArea(const QRect& area)
     m_image.emplace(m_connection, area);
     m_screenEvents.setArea(area);
     m_staleRows = m_image->allRows();
-    m_isPending = true;
+    notePending();
+}
+
+void ScreenGrabber::notePending()
+{
+    if (!m_pendingSince) {
+        m_pendingSince = HostClock::now();
+    }
 }
 
 void ScreenGrabber::noteFailure()
@@ -182,7 +191,9 @@ void ScreenGrabber::takeFrame(const FrameEvents& events)
     m_lookedAt = HostClock::now();
     const auto frame = m_pool.tryTake();
     if (!frame) {
-        // Nothing has been asked of the server yet, so it keeps the changes for the next try.
+        // Nothing has been asked of the server yet, so it keeps the changes for the next try, which shows a later
+        // picture.
+        m_pendingSince = HostClock::now();
         return;
     }
     auto changes = m_screenEvents.take(m_isShapeNew ? ScreenEvents::ShapeWish::wanted : ScreenEvents::ShapeWish::none);
@@ -197,19 +208,20 @@ void ScreenGrabber::takeFrame(const FrameEvents& events)
     const auto shown = changes.pointer ? m_cursor.covered(pointer, area.size()) : QRect();
     const bool isPointerNew = shown != m_shownPointer || (hasNewShape && !shown.isEmpty());
     if (m_staleRows.isEmpty() && !isPointerNew) {
-        m_isPending = false;
+        m_pendingSince.reset();
         return;
     }
 
-    frame->presentationTime = HostClock::now();
+    frame->presentationTime = *m_pendingSince;
     if (!m_staleRows.isEmpty() && !m_image->read(m_staleRows)) {
         noteFailure();
         m_isLayoutNew = true;
+        m_pendingSince = HostClock::now();
         return;
     }
     m_staleRows = {};
     m_failingSince.reset();
-    m_isPending = false;
+    m_pendingSince.reset();
     m_shownPointer = shown;
     if (shown.isEmpty()) {
         m_converter.convert(m_image->picture(), *frame);
@@ -229,7 +241,7 @@ ScreenGrabber::Step ScreenGrabber::waitForNews(int stopDescriptor)
     const auto interval = m_screenEvents.reportsMotion() ? UnreportedMotionInterval
                                                          : HostDuration(1s) / std::max(1, m_request.framesPerSecond);
     const auto result = waitForChange(stopDescriptor, interval);
-    m_isPending = true;
+    notePending();
     return result;
 }
 

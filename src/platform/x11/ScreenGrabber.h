@@ -37,6 +37,7 @@ private:
     void followLayout();
     std::optional<QRect> findArea() const;
     void useArea(const QRect& area);
+    void notePending();
     void noteFailure();
     void takeFrame(const FrameEvents& events);
     Step waitForNews(int stopDescriptor);
@@ -55,7 +56,9 @@ private:
     PictureConverter m_converter;
 
     /// Something may have changed since the last look at the screen.
-    bool m_isPending = true;
+    /// When the change was noticed that no frame shows yet. That is the frame's time: the screen has shown it since
+    /// then, however long the next slot lets the frame wait, and a sound that came with it lies there too.
+    std::optional<HostTime> m_pendingSince;
     bool m_isLayoutNew = false;
     bool m_isMissing = false;
     /// The last time at which what was pending was tried. A change that comes in a later slot is taken at once: it must

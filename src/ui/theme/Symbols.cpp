@@ -72,7 +72,7 @@ QImage SymbolProvider::requestImage(const QString& id, QSize* size, const QSize&
 {
     const auto symbol = id.section(u'/', 0, 0);
     const QColor color(u'#' + id.section(u'/', 1, 1));
-    const auto image = drawn(symbol, color, requestedSize.isValid() ? requestedSize : QSize(GridSide, GridSide));
+    auto image = drawn(symbol, color, requestedSize.isValid() ? requestedSize : QSize(GridSide, GridSide));
     if (size != nullptr) {
         *size = image.size();
     }

@@ -190,9 +190,10 @@ TEST(AudioMixer, BringsMonoAt44100ToBothSidesAt48000)
     sample->presentationTime = Start;
     sample->format = {.encoding = PcmEncoding::int16, .sampleRate = 44100, .channels = 1};
     sample->frames = 44100;
-    std::vector<std::int16_t> tone;
+    std::vector<std::int16_t> tone(44100);
     for (int i = 0; i < 44100; ++i) {
-        tone.push_back(static_cast<std::int16_t>(16384 * std::sin(2 * std::numbers::pi * 441 * i / 44100)));
+        tone[static_cast<std::size_t>(i)] =
+            static_cast<std::int16_t>(16384 * std::sin(2 * std::numbers::pi * 441 * i / 44100));
     }
     sample->data = bytesOf(tone);
     const auto out = rendered(mixed({{{sample}, 1}}, Start + std::chrono::seconds(1)));
@@ -203,7 +204,7 @@ TEST(AudioMixer, BringsMonoAt44100ToBothSidesAt48000)
     for (std::size_t i = 1; i < 47000; ++i) {
         crossings += out.left[i - 1] < 0 && out.left[i] >= 0 ? 1 : 0;
     }
-    EXPECT_NEAR(crossings, 441 * 47000 / 48000, 2);
+    EXPECT_NEAR(crossings, 441.0 * 47000 / 48000, 2);
     EXPECT_NEAR(*std::ranges::max_element(out.left), 0.5, 0.01);
 }
 

@@ -46,9 +46,9 @@ TEST(KeyFrameClock, NoTwoKeyFramesLieMoreThanASecondApartAtTheExpectedRateWithJi
 TEST(KeyFrameClock, NoTwoKeyFramesLieMoreThanASecondApartWhenPicturesAreSparse)
 {
     for (const auto pace : {250ms, 400ms, 600ms, 900ms, 1000ms}) {
-        std::vector<HostTime> pictures;
+        std::vector<HostTime> pictures(50);
         for (int i = 0; i < 50; ++i) {
-            pictures.push_back(HostTime(10s) + pace * i);
+            pictures[static_cast<std::size_t>(i)] = HostTime(10s) + pace * i;
         }
         const auto found = keyFrames(KeyFrameClock(60), pictures);
         for (std::size_t i = 1; i < found.size(); ++i) {

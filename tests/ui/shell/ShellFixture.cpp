@@ -92,7 +92,7 @@ QImage ShellFixture::picture(const QString& name)
 {
     // Colours and switches move for a moment after a change.
     QTest::qWait(400);
-    const auto image = window->grabWindow();
+    auto image = window->grabWindow();
     const QDir pictures(QStringLiteral(QUELTO_PICTURES));
     pictures.mkpath(QStringLiteral("."));
     image.save(pictures.filePath(name + QStringLiteral(".png")));

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/scoring/Fight.h"
+
+#include "app/language/T.h"
+
+#include <QHash>
+
+namespace quelto {
+
+namespace {
+
+constexpr int KillPoints = 10;
+constexpr int AssistPoints = 3;
+constexpr int SoloKillPoints = 5;
+constexpr int AcePoints = 15;
+constexpr int AcePointsOfOthers = 5;
+constexpr int FirstBloodPoints = 8;
+constexpr int UnlistedStealPoints = 40;
+constexpr int ClutchPoints = 20;
+constexpr int DeathPoints = 8;
+constexpr double ClutchHealth = 0.15;
+
+constexpr int LargestMulti = 5;
+// By the size of the multikill, from 2 on.
+constexpr std::array MultiPoints{8, 30, 60, 120};
+
+// A clip shows what led to the fight and a little of what came after.
+constexpr double LeadIn = 8;
+constexpr double Afterwards = 2;
+constexpr double ShortestClip = 15;
+constexpr double LongestClip = 90;
+
+const QHash<QString, int>& stealPoints()
+{
+    static const QHash<QString, int> points{{QStringLiteral("Baron"), 100},
+                                            {QStringLiteral("Elder"), 100},
+                                            {QStringLiteral("Ejderha"), 60},
+                                            {QStringLiteral("Herald"), 40},
+                                            {QStringLiteral("Atakhan"), 70}};
+    return points;
+}
+
+const QHash<QString, int>& objectivePoints()
+{
+    static const QHash<QString, int> points{
+        {QStringLiteral("Baron"), 25},    {QStringLiteral("Elder"), 30},   {QStringLiteral("Ejderha"), 15},
+        {QStringLiteral("Herald"), 10},   {QStringLiteral("Atakhan"), 20}, {QStringLiteral("Kule"), 4},
+        {QStringLiteral("İnhibitör"), 6}, {QStringLiteral("Aegis"), 25},   {QStringLiteral("Zafer"), 30}};
+    return points;
+}
+
+QString translatedKey(const QString& key)
+{
+    return translated(key.toUtf8().constData(), {});
+}
+
+QString multiWord(int multi, FightStyle style)
+{
+    const bool isDota = style == FightStyle::dota;
+    switch (std::min(multi, LargestMulti)) {
+    case 5:
+        return isDota ? QStringLiteral("RAMPAGE") : QStringLiteral("PENTAKILL");
+    case 4:
+        return isDota ? QStringLiteral("Ultra Kill") : QStringLiteral("Quadra Kill");
+    case 3:
+        return QStringLiteral("Triple Kill");
+    default:
+        return QStringLiteral("Double Kill");
+    }
+}
+
+QString objectivesLabel(const Fight& fight)
+{
+    const auto& first = fight.objectives.first();
+    if (fight.firstTower && first == QStringLiteral("Kule")) {
+        return T("İlk Kule");
+    }
+    const auto count = fight.objectives.count(first);
+    return (count > 1 ? QString::number(count) + QStringLiteral("x ") : QString()) + translatedKey(first);
+}
+
+QString baseLabel(const Fight& fight)
+{
+    if (fight.customLabel) {
+        return *fight.customLabel + (fight.kills >= 1 ? QStringLiteral(" + ") + T("{0} Kill", fight.kills) : QString());
+    }
+    if (!fight.steals.isEmpty()) {
+        return T("{0} Çalma!", translatedKey(fight.steals.first()));
+    }
+    if (fight.maxMulti >= 2) {
+        return multiWord(fight.maxMulti, fight.style);
+    }
+    if (fight.kills >= 2) {
+        return T("{0} Kill", fight.kills);
+    }
+    if (fight.kills == 1) {
+        return fight.soloKills == 1 ? QStringLiteral("Solo Kill") : QStringLiteral("Kill");
+    }
+    return fight.objectives.isEmpty() ? T("{0} Asist", fight.assists) : objectivesLabel(fight);
+}
+
+int clipSeconds(const Fight& fight, double now)
+{
+    const auto span = std::max(fight.lastTime + Afterwards, now) - fight.startTime + LeadIn;
+    return static_cast<int>(std::lround(std::clamp(span, ShortestClip, LongestClip)));
+}
+
+} // namespace
+
+bool Fight::survivedLowHP() const
+{
+    return kills >= 1 && deaths == 0 && minHealth <= ClutchHealth;
+}
+
+int Fight::score() const
+{
+    // A multikill pays for all its kills, also when the watcher only saw its last step.
+    int points = KillPoints * (maxMulti > 1 ? std::max(maxMulti, kills) : std::max(kills, 0));
+    points += AssistPoints * assists + SoloKillPoints * soloKills;
+    if (maxMulti > 1) {
+        points += MultiPoints[static_cast<std::size_t>(std::min(maxMulti, LargestMulti) - 2)];
+    }
+    if (ace) {
+        points += kills >= 1 ? AcePoints : AcePointsOfOthers;
+    }
+    points += firstBlood ? FirstBloodPoints : 0;
+    for (const auto& key : steals) {
+        points += stealPoints().value(key, UnlistedStealPoints);
+    }
+    for (const auto& key : objectives) {
+        points += objectivePoints().value(key, 0);
+    }
+    points += survivedLowHP() ? ClutchPoints : 0;
+    return std::max(points + bonus - DeathPoints * deaths, 0);
+}
+
+QString Fight::label() const
+{
+    auto text = baseLabel(*this);
+    if (survivedLowHP()) {
+        text = T("Kıl Payı {0}", text);
+    }
+    if (ace) {
+        text += QStringLiteral(" + Ace");
+    }
+    if (firstBlood) {
+        text += QStringLiteral(" + ") + T("İlk Kan");
+    }
+    return text;
+}
+
+std::optional<Moment> sealed(const Fight& fight, const Sealing& sealing)
+{
+    const auto score = fight.score();
+    const auto tier = tierFromScore(score);
+    if (!tier) {
+        return std::nullopt;
+    }
+    Moment moment{.game = sealing.game,
+                  .tier = *tier,
+                  .score = score,
+                  .label = fight.label(),
+                  .seconds = sealing.seconds.value_or(clipSeconds(fight, sealing.now))};
+    if (!sealing.character.isEmpty()) {
+        moment.label += QStringLiteral(" (") + sealing.character + u')';
+    }
+    for (const auto& event : fight.events) {
+        moment.events.append({.secondsBeforeEnd = std::max(sealing.now - event.time, 0.0), .name = event.name});
+    }
+    return moment;
+}
+
+QString momentLine(const Moment& moment)
+{
+    return T("{0} • {1} • {2} puan", labelOf(moment.tier), moment.label, moment.score);
+}
+
+} // namespace quelto
