@@ -55,7 +55,7 @@ function(quelto_test name)
         set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS desktop)
     else()
         include(GoogleTest)
-        gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT})
+        gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT})
     endif()
 endfunction()
 

@@ -62,6 +62,8 @@ void ShellFixture::SetUp()
 void ShellFixture::TearDown()
 {
     engine.reset();
+    // What Qt deletes later is to be gone before the objects that it looks at.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 QQuickItem* ShellFixture::item(const QString& accessibleName) const
