@@ -7,19 +7,26 @@ import clip
 import desk
 
 
+def hidden_files(folder):
+    return [path for path in folder.glob(".quelto-*") if path.suffix == ".part"]
+
+
 class Crash(desk.DeskTest):
     def test_killed_while_saving(self):
         self.scene()
         folder = desk.TEST_FOLDER / "crash"
         caught = 0
-        # The settling delay is a quarter of a second; from then on the file is being written.
-        for delay in (0.26, 0.3, 0.35, 0.42, 0.5, 0.7):
+        for delay in (0, 0.01, 0.03, 0.06, 0.1):
             program = self.quelto(clipLength=5, saveFolder=str(folder))
             program.record(5)
             program.call("SaveClip")
+            # From the moment at which the hidden file appears it is being written, for a tenth of a second or two.
+            deadline = time.monotonic() + 5
+            while not hidden_files(folder) and time.monotonic() < deadline:
+                pass
             time.sleep(delay)
             program.kill()
-            caught += any(path.name.startswith(".") for path in program.folder.glob("*"))
+            caught += bool(hidden_files(folder))
             program.stop()
             for path in program.visible_clips():
                 self.assertGreaterEqual(clip.Clip(path).length, 3)
