@@ -206,6 +206,17 @@ class DeskTest(unittest.TestCase):
         self.addCleanup(program.stop)
         return program
 
+    def x_server(self, size):
+        """A second X server, of that size, which may die: its process and its name."""
+        read, write = os.pipe()
+        server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{size}x24", "-nolisten", "tcp"],
+                                  pass_fds=[write], stderr=subprocess.DEVNULL)
+        self.addCleanup(server.wait)
+        self.addCleanup(server.kill)
+        os.close(write)
+        with os.fdopen(read) as number:
+            return server, ":" + number.readline().strip()
+
     def assert_no_frame_lost(self, record):
         """`record` starts a scene, records it, stops it and gives back the scene and the clip's counters. Every frame
         that the scene showed in time has to be in the clip, once and in order.

@@ -2,7 +2,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The screen: its size changes, it is still, it is not the one that was chosen, it goes away."""
 import os
-import subprocess
 import time
 
 import clip
@@ -61,15 +60,7 @@ class Screen(desk.DeskTest):
         self.assertNotIn(None, clip.Clip(program.save()).counters())
 
     def test_dead_x_server_ends_in_the_error_state_or_the_program(self):
-        # A second X server that may die.
-        read, write = os.pipe()
-        server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "640x360x24", "-nolisten", "tcp"],
-                                  pass_fds=[write], stderr=subprocess.DEVNULL)
-        self.addCleanup(server.wait)
-        self.addCleanup(server.kill)
-        os.close(write)
-        with os.fdopen(read) as number:
-            display = ":" + number.readline().strip()
+        server, display = self.x_server("640x360")
         program = self.quelto({"DISPLAY": display})
         program.wait_for_state("recording")
         server.kill()

@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Starting: once only, with errors as sentences, and a clip on request over D-Bus."""
-import os
 import subprocess
 
 import clip
@@ -47,14 +46,7 @@ class Start(desk.DeskTest):
 
     def test_no_display_size_for_the_encoder_is_told(self):
         # A screen of one pixel comes out as 0×0, which no encoder takes.
-        read, write = os.pipe()
-        server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1x1x24", "-nolisten", "tcp"],
-                                  pass_fds=[write], stderr=subprocess.DEVNULL)
-        self.addCleanup(server.wait)
-        self.addCleanup(server.kill)
-        os.close(write)
-        with os.fdopen(read) as number:
-            display = ":" + number.readline().strip()
+        _, display = self.x_server("1x1")
         program = self.quelto({"DISPLAY": display}, captureAudio=False, captureMicrophone=False)
         program.wait_for_state("error")
         self.assertRegex(program.get("Message"), r"^Video kodlayıcı başlatılamadı \(-?\d+\)\. ")

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/capture/clip/SnapshotMaker.h"
 
-#include "media/encoder/VideoEncoder.h"
-#include "tests/media/probe/MovingScene.h"
+#include "tests/media/probe/EncodedScene.h"
 
 #include <cmath>
 #include <complex>
@@ -35,21 +34,9 @@ template <typename Value> void fill(AudioSample& sample, const std::vector<doubl
 
 VideoSamples picturesAt(const std::vector<HostTime>& times, VideoCodec codec)
 {
-    VideoSamples samples;
-    const auto encoder =
-        openVideoEncoder({.codec = codec, .size = Size, .framesPerSecond = 60, .bitsPerSecond = 400'000},
-                         [&](VideoSamplePtr sample) { samples.push_back(std::move(sample)); });
-    MovingScene scene(Size);
-    FramePool pool(Size, 1);
-    int index = 0;
-    for (const auto time : times) {
-        const auto frame = pool.tryTake();
-        frame->presentationTime = time;
-        scene.paint(*frame, index++);
-        encoder->encode(*frame);
-    }
-    encoder->finish();
-    return samples;
+    const auto samples =
+        encodedScene({.codec = codec, .size = Size, .framesPerSecond = 60, .bitsPerSecond = 400'000}, times);
+    return {samples.begin(), samples.end()};
 }
 
 VideoSamples pictures(double seconds, VideoCodec codec)

@@ -3,10 +3,9 @@
 
 #include "media/container/MediaDuration.h"
 #include "media/container/WholeFile.h"
-#include "media/encoder/VideoEncoder.h"
 #include "media/sound/AacEncoder.h"
 #include "tests/media/disk/SmallDisk.h"
-#include "tests/media/probe/MovingScene.h"
+#include "tests/media/probe/EncodedScene.h"
 #include "tests/media/probe/Mp4Atoms.h"
 #include "tests/media/probe/Probe.h"
 
@@ -29,21 +28,7 @@ constexpr HostTime Start{1000s + 123456789ns};
 
 std::vector<VideoSamplePtr> video(VideoCodec codec, const std::vector<HostTime>& times, QSize size = QSize(160, 90))
 {
-    std::vector<VideoSamplePtr> samples;
-    const auto encoder =
-        openVideoEncoder({.codec = codec, .size = size, .framesPerSecond = 60, .bitsPerSecond = 500'000},
-                         [&](VideoSamplePtr sample) { samples.push_back(std::move(sample)); });
-    test::MovingScene scene(size);
-    FramePool pool(size, 1);
-    int index = 0;
-    for (const auto time : times) {
-        const auto frame = pool.tryTake();
-        frame->presentationTime = time;
-        scene.paint(*frame, index++);
-        encoder->encode(*frame);
-    }
-    encoder->finish();
-    return samples;
+    return test::encodedScene({.codec = codec, .size = size, .framesPerSecond = 60, .bitsPerSecond = 500'000}, times);
 }
 
 std::vector<HostTime> steady(int pictures)

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/media/probe/EncodedScene.h"
+
+#include "tests/media/probe/MovingScene.h"
+
+namespace quelto::test {
+
+std::vector<VideoSamplePtr> encodedScene(const EncoderRequest& request, const std::vector<HostTime>& times)
+{
+    std::vector<VideoSamplePtr> samples;
+    const auto encoder =
+        openVideoEncoder(request, [&](VideoSamplePtr sample) { samples.push_back(std::move(sample)); });
+    MovingScene scene(request.size);
+    FramePool pool(request.size, 1);
+    int index = 0;
+    for (const auto time : times) {
+        const auto frame = pool.tryTake();
+        frame->presentationTime = time;
+        scene.paint(*frame, index++);
+        encoder->encode(*frame);
+    }
+    encoder->finish();
+    return samples;
+}
+
+} // namespace quelto::test

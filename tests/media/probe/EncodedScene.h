@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "media/encoder/VideoEncoder.h"
+
+namespace quelto::test {
+
+/// A moving scene, really encoded: one sample for each of the times.
+std::vector<VideoSamplePtr> encodedScene(const EncoderRequest& request, const std::vector<HostTime>& times);
+
+} // namespace quelto::test
