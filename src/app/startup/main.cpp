@@ -66,9 +66,9 @@ int main(int argc, char* argv[])
         if (quelto::raiseRunningInstance()) {
             return 0;
         }
-        std::fputs(
-            qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.\n")),
-            stderr);
+        std::fputs(qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.") +
+                              u'\n'),
+                   stderr);
         return 1;
     }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/x11/X11Platform.h"
 
-#include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Displays.h"
 #include "platform/x11/X11FrameSource.h"
 #include "platform/x11/X11FrontApplication.h"
@@ -27,11 +26,6 @@ std::unique_ptr<GlobalKey> makeX11GlobalKey(const QString& displayName)
 std::unique_ptr<FrontApplication> makeX11FrontApplication(const QString& displayName)
 {
     return std::make_unique<X11FrontApplication>(displayName);
-}
-
-bool canReachX11(const QString& displayName)
-{
-    return X11Connection::tryOpen(displayName).has_value();
 }
 
 } // namespace quelto

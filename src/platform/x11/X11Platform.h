@@ -19,6 +19,4 @@ std::unique_ptr<FrameSource> makeX11FrameSource(const QString& displayName = {})
 std::unique_ptr<GlobalKey> makeX11GlobalKey(const QString& displayName = {});
 std::unique_ptr<FrontApplication> makeX11FrontApplication(const QString& displayName = {});
 
-bool canReachX11(const QString& displayName = {});
-
 } // namespace quelto

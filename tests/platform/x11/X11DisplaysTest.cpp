@@ -55,7 +55,6 @@ TEST(X11Displays, TellSeveralMonitorsApart)
 TEST(X11Displays, AreNoneWithoutAServer)
 {
     EXPECT_TRUE(makeX11Displays(QStringLiteral(":9999"))->all().isEmpty());
-    EXPECT_FALSE(canReachX11(QStringLiteral(":9999")));
 }
 
 } // namespace
