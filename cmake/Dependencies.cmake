@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Every library Quelto stands on, found once.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Qml Quick DBus Widgets Svg Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Qml Quick DBus Widgets Svg Test)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavcodec libavformat libavutil libswresample libswscale)

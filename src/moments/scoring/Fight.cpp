@@ -20,6 +20,9 @@ constexpr int ClutchPoints = 20;
 constexpr int DeathPoints = 8;
 constexpr double ClutchHealth = 0.15;
 
+// A bound for games' data gone wild; an endless fight must not eat the memory.
+constexpr qsizetype MostEvents = 1000;
+
 constexpr int LargestMulti = 5;
 // By the size of the multikill, from 2 on.
 constexpr std::array MultiPoints{8, 30, 60, 120};
@@ -106,6 +109,14 @@ int clipSeconds(const Fight& fight, double now)
 }
 
 } // namespace
+
+void Fight::addEvent(double time, const QString& name)
+{
+    if (events.size() >= MostEvents) {
+        events.removeFirst();
+    }
+    events.append({.time = time, .name = name});
+}
 
 bool Fight::survivedLowHP() const
 {

@@ -50,6 +50,8 @@ struct Fight {
     std::optional<QString> customLabel;
     QList<FightEvent> events;
 
+    /// Of more markers than a clip could ever show, the oldest go.
+    void addEvent(double time, const QString& name);
     /// Points, never negative.
     int score() const;
     /// The headline, in the language of the moment.

@@ -120,5 +120,15 @@ TEST(FightSealing, CountsMarkersBackFromTheSealing)
     EXPECT_EQ(momentLine(*moment), QStringLiteral("Basit • Kill (Ahri) • 10 puan"));
 }
 
+TEST(Fight, KeepsOnlyTheNewestOfTooManyMarkers)
+{
+    Fight fight{.style = FightStyle::dota};
+    for (int i = 0; i < 1500; ++i) {
+        fight.addEvent(i, QStringLiteral("kill"));
+    }
+    EXPECT_EQ(fight.events.size(), 1000);
+    EXPECT_EQ(fight.events.last().time, 1499);
+}
+
 } // namespace
 } // namespace quelto

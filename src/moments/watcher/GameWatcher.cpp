@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/watcher/GameWatcher.h"
+
+#include "moments/scoring/Fight.h"
+
+namespace quelto {
+
+GameWatcher::GameWatcher(const QString& queueName, QObject* parent)
+    : QObject(parent)
+    , m_queue(queueName)
+{
+}
+
+GameWatcher::~GameWatcher()
+{
+    Q_ASSERT(!m_isRunning);
+}
+
+void GameWatcher::start()
+{
+    m_queue.post([this] { open(); });
+    if (!m_isRunning) {
+        m_isRunning = true;
+        Q_EMIT isRunningChanged();
+    }
+}
+
+void GameWatcher::stop()
+{
+    if (!m_isRunning) {
+        return;
+    }
+    m_queue.sync([this] { close(); });
+    ++m_run;
+    m_isRunning = false;
+    clear();
+    Q_EMIT isRunningChanged();
+}
+
+void GameWatcher::publish(std::function<void()> task)
+{
+    Q_ASSERT(m_queue.isCurrent());
+    QMetaObject::invokeMethod(
+        this,
+        [this, run = m_run.load(), task = std::move(task)] {
+            if (run == m_run) {
+                task();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+void GameWatcher::tell(const Moment& moment)
+{
+    m_lastMoment = momentLine(moment);
+    Q_EMIT lastMomentChanged();
+    Q_EMIT momentDetected(moment);
+}
+
+} // namespace quelto

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/watcher/MatchWatcher.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+/// Says what a test puts into it.
+class ScriptedWatcher final : public MatchWatcher {
+public:
+    explicit ScriptedWatcher(MatchNewsList atOpening = {})
+        : MatchWatcher(QStringLiteral("test"))
+        , m_atOpening(std::move(atOpening))
+    {
+        connect(this, &MatchWatcher::inGameChanged, this, [this] { m_told.append(QStringLiteral("inGame")); });
+        connect(this, &MatchWatcher::characterChanged, this, [this](const QString& name) { m_told.append(name); });
+        connect(this, &MatchWatcher::gameDetected, this, [this] { m_told.append(QStringLiteral("detected")); });
+        connect(this, &MatchWatcher::gameEnded, this, [this] { m_told.append(QStringLiteral("ended")); });
+        connect(this, &MatchWatcher::lastMomentChanged, this, [this] { m_told.append(lastMoment()); });
+        connect(this, &MatchWatcher::momentDetected, this,
+                [this](const Moment& moment) { m_told.append(QStringLiteral("moment ") + moment.label); });
+    }
+
+    ~ScriptedWatcher() override { stop(); }
+
+    QStringList told()
+    {
+        QCoreApplication::sendPostedEvents();
+        return std::exchange(m_told, {});
+    }
+
+    std::atomic<int> opened{0};
+    std::atomic<int> closed{0};
+
+private:
+    void open() override
+    {
+        ++opened;
+        publishNews(m_atOpening);
+    }
+    void close() override { ++closed; }
+
+    MatchNewsList m_atOpening;
+    QStringList m_told;
+};
+
+class MatchWatcherTest : public testing::Test {
+protected:
+    int m_count = 0;
+    QCoreApplication m_application{m_count, nullptr};
+};
+
+const Moment SomeMoment{.game = QStringLiteral("Dota 2"),
+                        .tier = ClipTier::medium,
+                        .score = 45,
+                        .label = QStringLiteral("Triple Kill"),
+                        .seconds = 20,
+                        .events = {}};
+
+TEST_F(MatchWatcherTest, TellsInOrderAndTheLineBeforeItsMoment)
+{
+    ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}, GameDetected{}, SomeMoment, GameEnded{}});
+    watcher.start();
+    while (watcher.opened == 0) {
+        QThread::yieldCurrentThread();
+    }
+    QStringList told;
+    while (told.size() < 6) {
+        told += watcher.told();
+    }
+    EXPECT_EQ(told.join(u'|'),
+              QStringLiteral("inGame|Zeus|detected|Orta • Triple Kill • 45 puan|moment Triple Kill|ended"));
+    EXPECT_TRUE(watcher.inGame());
+}
+
+TEST_F(MatchWatcherTest, AStopDropsWhatWasStillUnderWay)
+{
+    ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}, GameDetected{}});
+    watcher.start();
+    watcher.stop();
+    EXPECT_EQ(watcher.closed, 1);
+    EXPECT_EQ(watcher.told(), QStringList());
+    EXPECT_FALSE(watcher.inGame());
+}
+
+TEST_F(MatchWatcherTest, AStopClearsTheStateAndEndsNothing)
+{
+    ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}});
+    watcher.start();
+    while (!watcher.inGame()) {
+        watcher.told();
+    }
+    watcher.stop();
+    EXPECT_FALSE(watcher.inGame());
+    EXPECT_EQ(watcher.character(), QString());
+    EXPECT_FALSE(watcher.told().contains(QStringLiteral("ended")));
+}
+
+TEST_F(MatchWatcherTest, ASecondStartOpensWhatIsMissing)
+{
+    ScriptedWatcher watcher;
+    watcher.start();
+    watcher.start();
+    watcher.stop();
+    EXPECT_EQ(watcher.opened, 2);
+    watcher.stop();
+    EXPECT_EQ(watcher.closed, 1);
+}
+
+} // namespace
+} // namespace quelto
