@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/DesktopNotices.h"
 #include "platform/Displays.h"
 #include "platform/FrameSource.h"
 #include "platform/FrontApplication.h"
 #include "platform/GlobalKey.h"
+#include "platform/NoticeSounds.h"
 #include "platform/Sound.h"
+#include "platform/Trash.h"
 
 #include <memory>
 
@@ -18,6 +21,9 @@ struct Platform {
     std::unique_ptr<SoundServer> sound;
     std::unique_ptr<GlobalKey> globalKey;
     std::unique_ptr<FrontApplication> frontApplication;
+    std::unique_ptr<DesktopNotices> notices;
+    std::unique_ptr<Trash> trash;
+    std::unique_ptr<NoticeSounds> sounds;
 };
 
 } // namespace quelto

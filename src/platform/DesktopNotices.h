@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace quelto {
+
+struct DesktopNotice {
+    /// The caller's own name for the notice: a later one of the same id replaces the earlier one.
+    QString id;
+    QString title;
+    /// Plain text. What looks like markup is shown as it stands.
+    QString body;
+};
+
+/// Notices that the desktop shows in its own way, also while the program's window is hidden.
+///
+/// Thread: main, which is never kept waiting. Errors: none. Where nothing shows notices, they are lost.
+class DesktopNotices : public QObject {
+    Q_OBJECT
+
+public:
+    virtual void show(const DesktopNotice& notice) = 0;
+
+Q_SIGNALS:
+    /// The user answered the notice of that id by its default action. A window that is raised from within the slots
+    /// counts as asked for by the user.
+    void clicked(const QString& id);
+};
+
+} // namespace quelto
