@@ -12,8 +12,10 @@ target_compile_options(
 if(QUELTO_SANITIZE)
     add_compile_options(-fsanitize=${QUELTO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
     add_link_options(-fsanitize=${QUELTO_SANITIZE})
-    # The sanitizers' own checks make the optimiser see null where there is none.
-    target_compile_options(quelto_warnings INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
+    # The sanitizers' own checks make gcc's optimiser see null where there is none.
+    target_compile_options(
+        quelto_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-null-dereference -Wno-maybe-uninitialized>
+    )
 endif()
 target_compile_definitions(quelto_warnings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
 

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a clip's name was made of is what reading it gives back, and any name can be read.
+#include "library/naming/Clip.h"
+#include "library/naming/ClipName.h"
+
+#include <cstdlib>
+
+namespace {
+
+using namespace quelto;
+
+void require(bool isTrue)
+{
+    if (!isTrue) {
+        std::abort();
+    }
+}
+
+void readAnyName(const QString& name)
+{
+    const Clip clip(QStringLiteral("/clips/") + name);
+    clip.displayTitle();
+    clip.hasDefaultTitle();
+    clip.isTall();
+    require(clip.autoTier.has_value() == clip.autoLabel.has_value());
+    require(!clip.autoLabel || !clip.autoLabel->isEmpty());
+}
+
+void writeAndRead(const QString& game, const QString& label)
+{
+    const QDateTime date({2026, 3, 1}, {20, 15, 7});
+    const auto name = clipFileName({.game = game, .date = date, .suffix = QStringLiteral("[EFSANE 95] ") + label}, 2);
+    require(name.toUtf8().size() <= 249);
+    require(!name.contains(u'/') && !name.contains(u'\0') && name.endsWith(QStringLiteral(".mp4")));
+
+    const Clip clip(QStringLiteral("/clips/") + name);
+    const auto separator = QStringLiteral(" - ");
+    auto beforeDate = game + separator;
+    beforeDate.replace(u'/', u'-').replace(u':', u'-');
+    const bool isSeparatorItsOwn = beforeDate.indexOf(separator) == game.size();
+    const bool isShort = (game + label).toUtf8().size() <= 200;
+    if (isShort && isSeparatorItsOwn && !label.isEmpty()) {
+        require(clip.hasDefaultTitle());
+        require(clip.game.size() == game.size());
+        require(clip.autoTier == ClipTier::epic && clip.autoScore == 95);
+        require(clip.autoLabel->size() == label.size());
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    // The first line is a game, the second a headline.
+    auto text = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    text.remove(QChar(u'\0'));
+    readAnyName(text);
+    const auto lines = text.split(u'\n');
+    writeAndRead(lines[0], lines.value(1));
+    return 0;
+}
