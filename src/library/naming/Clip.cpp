@@ -22,12 +22,26 @@ const QRegularExpression& momentPattern()
     return pattern;
 }
 
+/// The earlier of the times of birth and of the last change; not every file system knows a birth.
+QDateTime creationDate(const QFileInfo& file)
+{
+    const auto birth = file.birthTime();
+    const auto change = file.lastModified();
+    if (birth.isValid() && change.isValid()) {
+        return std::min(birth, change);
+    }
+    return change.isValid() ? change : QDateTime::currentDateTime();
+}
+
 } // namespace
 
 Clip::Clip(const QString& filePath)
     : path(filePath)
 {
-    const auto name = QFileInfo(filePath).completeBaseName();
+    const QFileInfo file(filePath);
+    date = creationDate(file);
+    size = file.size();
+    const auto name = file.completeBaseName();
     const auto separator = QStringLiteral(" - ");
     if (const auto at = name.indexOf(separator); at >= 0) {
         game = name.left(at);

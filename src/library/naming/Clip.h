@@ -3,13 +3,14 @@
 
 #include "moments/scoring/ClipTier.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <optional>
 
 namespace quelto {
 
-/// One clip file as its name tells it; the video is not opened.
+/// One clip file as its name and two attributes tell it; the video is not opened.
 struct Clip {
     /// Never fails: a name without " - " belongs to the game "Other" and is a title as a whole.
     explicit Clip(const QString& path);
@@ -17,9 +18,16 @@ struct Clip {
     QString path;
     QString game;
     QString title;
+    /// When it was made: a copy on another disk keeps the day by its modification time. The present time if the file
+    /// system tells none.
+    QDateTime date;
+    /// Units: bytes; 0 if the file system tells none.
+    qint64 size = 0;
     std::optional<ClipTier> autoTier;
     qint64 autoScore = 0;
     std::optional<QString> autoLabel;
+
+    bool operator==(const Clip&) const = default;
 
     /// The title still begins with the date that the recorder gave it.
     bool hasDefaultTitle() const;

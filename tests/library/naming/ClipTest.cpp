@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/Clip.h"
 
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 namespace quelto {
@@ -85,6 +88,37 @@ TEST(Clip, IsTallByTheMarksOfTheExport)
     EXPECT_TRUE(clip("Game - x (9x16).mp4").isTall());
     EXPECT_TRUE(clip("Game - x (4x5).mp4").isTall());
     EXPECT_FALSE(clip("Game - x (1x1).mp4").isTall());
+}
+
+TEST(Clip, ReadsDateAndSizeOfItsFile)
+{
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(QStringLiteral("Dota 2 - x.mp4"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("12345");
+    file.close();
+    EXPECT_EQ(Clip(path).size, 5);
+    EXPECT_LE(std::abs(Clip(path).date.secsTo(QDateTime::currentDateTime())), 5);
+}
+
+TEST(Clip, ACopyKeepsTheDayOfItsModification)
+{
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(QStringLiteral("Dota 2 - x.mp4"));
+    const QDateTime old(QDate(2024, 3, 1), QTime(20, 15, 7));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.setFileTime(old, QFileDevice::FileModificationTime));
+    file.close();
+    EXPECT_EQ(Clip(path).date, old);
+}
+
+TEST(Clip, AMissingFileHasThePresentTimeAndNoSize)
+{
+    const auto found = clip("Dota 2 - x.mp4");
+    EXPECT_LE(std::abs(found.date.secsTo(QDateTime::currentDateTime())), 5);
+    EXPECT_EQ(found.size, 0);
 }
 
 } // namespace

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/matches/MatchSession.h"
+
+#include <QFileInfo>
+
+namespace quelto {
+
+QStringList MatchSession::clipFiles() const
+{
+    QStringList files;
+    std::ranges::copy_if(clips, std::back_inserter(files), [](const QString& path) { return QFileInfo::exists(path); });
+    return files;
+}
+
+QString MatchSession::name() const
+{
+    return hero.isEmpty() ? game : game + QStringLiteral(" • ") + hero;
+}
+
+QString matchIdText(const QUuid& id)
+{
+    return id.toString(QUuid::WithoutBraces).toUpper();
+}
+
+} // namespace quelto

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/matches/MatchStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <stdexcept>
+
+namespace quelto {
+
+namespace {
+
+/// A field of the wrong type, or a required one that is missing.
+struct BadEntry : std::runtime_error {
+    BadEntry()
+        : std::runtime_error("not a match")
+    {
+    }
+};
+
+QDateTime referenceDate()
+{
+    return QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
+}
+
+double encoded(const QDateTime& date)
+{
+    return static_cast<double>(referenceDate().msecsTo(date)) / 1000.0;
+}
+
+QDateTime date(const QJsonValue& value)
+{
+    // Some thirty thousand years both ways; beyond them a calendar has no dates.
+    constexpr double Furthest = 1e12;
+    const double seconds = value.isDouble() ? value.toDouble() : throw BadEntry();
+    if (std::abs(seconds) > Furthest) {
+        throw BadEntry();
+    }
+    return referenceDate().addMSecs(std::llround(seconds * 1000.0)).toLocalTime();
+}
+
+QString text(const QJsonValue& value)
+{
+    return value.isString() ? value.toString() : throw BadEntry();
+}
+
+QUuid uuid(const QJsonValue& value)
+{
+    const auto id = QUuid::fromString(text(value));
+    return id.isNull() ? throw BadEntry() : id;
+}
+
+QStringList texts(const QJsonValue& value)
+{
+    QStringList list;
+    const auto array = value.isArray() ? value.toArray() : throw BadEntry();
+    std::ranges::transform(array, std::back_inserter(list), [](const QJsonValue& each) { return text(each); });
+    return list;
+}
+
+bool isThere(const QJsonValue& value)
+{
+    return !value.isUndefined() && !value.isNull();
+}
+
+MatchSession session(const QJsonValue& value)
+{
+    const auto object = value.isObject() ? value.toObject() : throw BadEntry();
+    MatchSession session{.id = uuid(object.value(QStringLiteral("id"))),
+                         .game = text(object.value(QStringLiteral("game"))),
+                         .hero = text(object.value(QStringLiteral("hero"))),
+                         .start = date(object.value(QStringLiteral("start"))),
+                         .end = std::nullopt,
+                         .clips = texts(object.value(QStringLiteral("clips"))),
+                         .montage = std::nullopt};
+    if (const auto end = object.value(QStringLiteral("end")); isThere(end)) {
+        session.end = date(end);
+    }
+    if (const auto montage = object.value(QStringLiteral("montage")); isThere(montage)) {
+        session.montage = text(montage);
+    }
+    return session;
+}
+
+QJsonObject object(const MatchSession& session)
+{
+    QJsonObject object{{QStringLiteral("id"), matchIdText(session.id)},
+                       {QStringLiteral("game"), session.game},
+                       {QStringLiteral("hero"), session.hero},
+                       {QStringLiteral("start"), encoded(session.start)},
+                       {QStringLiteral("clips"), QJsonArray::fromStringList(session.clips)}};
+    if (session.end) {
+        object.insert(QStringLiteral("end"), encoded(*session.end));
+    }
+    if (session.montage) {
+        object.insert(QStringLiteral("montage"), *session.montage);
+    }
+    return object;
+}
+
+} // namespace
+
+QByteArray encodedMatches(const QList<MatchSession>& sessions)
+{
+    QJsonArray array;
+    for (const auto& each : sessions) {
+        array.append(object(each));
+    }
+    return QJsonDocument(array).toJson(QJsonDocument::Compact);
+}
+
+std::optional<QList<MatchSession>> decodedMatches(const QByteArray& json)
+{
+    const auto document = QJsonDocument::fromJson(json);
+    if (!document.isArray()) {
+        return std::nullopt;
+    }
+    try {
+        QList<MatchSession> sessions;
+        const auto array = document.array();
+        std::ranges::transform(array, std::back_inserter(sessions), session);
+        return sessions;
+    } catch (const BadEntry&) {
+        return std::nullopt;
+    }
+}
+
+QString MatchStore::defaultPath()
+{
+    const auto name = QStringLiteral("/matches.json");
+    const auto given = qEnvironmentVariable("QUELTO_DATA_DIR");
+    return given.isEmpty()
+        ? QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Quelto") + name
+        : given + name;
+}
+
+MatchStore::MatchStore(QString path)
+    : m_path(std::move(path))
+{
+}
+
+QList<MatchSession> MatchStore::load() const
+{
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    if (const auto sessions = decodedMatches(file.readAll())) {
+        return *sessions;
+    }
+    file.close();
+    const auto aside = m_path + QStringLiteral(".unreadable");
+    QFile::remove(aside);
+    QFile::rename(m_path, aside);
+    return {};
+}
+
+void MatchStore::save(const QList<MatchSession>& sessions) const
+{
+    QDir().mkpath(QFileInfo(m_path).path());
+    QSaveFile file(m_path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(encodedMatches(sessions.first(std::min(sessions.size(), MostSessions))));
+        file.commit();
+    }
+}
+
+} // namespace quelto

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/matches/MatchTracker.h"
+
+#include <QPointer>
+
+namespace quelto {
+
+namespace {
+
+constexpr std::chrono::seconds SettlingTime{10};
+
+} // namespace
+
+MatchTracker::MatchTracker(Parts parts, QObject* parent)
+    : QObject(parent)
+    , m_parts(std::move(parts))
+    , m_sessions(m_parts.store.load())
+{
+}
+
+std::optional<MatchSession> MatchTracker::session(const QUuid& id) const
+{
+    const auto found = std::ranges::find(m_sessions, id, &MatchSession::id);
+    return found == m_sessions.end() ? std::nullopt : std::optional(*found);
+}
+
+void MatchTracker::gameStarted(const QString& game, const QString& hero)
+{
+    if (m_current && m_current->game == game) {
+        if (m_current->hero.isEmpty()) {
+            m_current->hero = hero;
+        }
+        ++m_end;
+    } else {
+        finish();
+        m_current = MatchSession{.id = QUuid::createUuid(),
+                                 .game = game,
+                                 .hero = hero,
+                                 .start = m_parts.now(),
+                                 .end = std::nullopt,
+                                 .clips = {},
+                                 .montage = std::nullopt};
+    }
+    Q_EMIT currentChanged();
+}
+
+void MatchTracker::gameEnded(const QString& game)
+{
+    if (!m_current || m_current->game != game) {
+        return;
+    }
+    const QPointer<MatchTracker> tracker(this);
+    m_parts.main.postAfter(SettlingTime, [tracker, end = ++m_end] {
+        auto* const self = tracker.data();
+        if (self != nullptr && self->m_end == end) {
+            self->finish();
+        }
+    });
+}
+
+void MatchTracker::heroChanged(const QString& hero)
+{
+    if (m_current && !hero.isEmpty()) {
+        m_current->hero = hero;
+        Q_EMIT currentChanged();
+    }
+}
+
+void MatchTracker::clipSaved(const QString& path)
+{
+    if (m_current && !m_current->clips.contains(path)) {
+        m_current->clips.append(path);
+        Q_EMIT currentChanged();
+    }
+}
+
+void MatchTracker::finish()
+{
+    if (!m_current) {
+        return;
+    }
+    ++m_end;
+    auto session = *std::exchange(m_current, std::nullopt);
+    session.end = m_parts.now();
+    Q_EMIT currentChanged();
+    if (session.clips.isEmpty()) {
+        return;
+    }
+    m_sessions.prepend(session);
+    persist();
+    Q_EMIT matchOver(noticeOf(session));
+}
+
+void MatchTracker::removeSession(const QUuid& id)
+{
+    m_sessions.removeIf([&id](const MatchSession& each) { return each.id == id; });
+    persist();
+}
+
+void MatchTracker::deleteSession(const QUuid& id, WithClips withClips)
+{
+    const auto found = session(id);
+    if (!found) {
+        return;
+    }
+    if (withClips == WithClips::yes) {
+        m_parts.library.trash(found->clipFiles());
+    }
+    Q_EMIT sessionIsGoing(id);
+    removeSession(id);
+}
+
+void MatchTracker::deleteClips(const QStringList& paths, const QUuid& id)
+{
+    m_parts.library.trash(paths);
+    const auto found = std::ranges::find(m_sessions, id, &MatchSession::id);
+    if (found == m_sessions.end()) {
+        return;
+    }
+    found->clips.removeIf([&paths](const QString& each) { return paths.contains(each); });
+    persist();
+}
+
+void MatchTracker::persist()
+{
+    // Only the file is cut to its greatest length: what is in memory keeps until the program ends.
+    m_parts.store.save(m_sessions);
+    Q_EMIT sessionsChanged();
+}
+
+} // namespace quelto

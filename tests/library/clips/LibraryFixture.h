@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "library/clips/ClipLibrary.h"
+#include "tests/library/clips/RecordingTrash.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace quelto::test {
+
+/// A save folder of its own and the library that shows it.
+class LibraryFixture : public testing::Test {
+protected:
+    LibraryFixture() { settings.setSaveFolder(folder.filePath(QStringLiteral("clips"))); }
+
+    QString path(const char* name) const { return QDir(settings.saveFolder()).filePath(QString::fromUtf8(name)); }
+
+    /// A file of a few bytes, that old.
+    QString makeFile(const char* name, int secondsAgo = 0) const
+    {
+        QDir().mkpath(settings.saveFolder());
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("clip");
+        file.flush();
+        EXPECT_TRUE(
+            file.setFileTime(QDateTime::currentDateTime().addSecs(-secondsAgo), QFileDevice::FileModificationTime));
+        return file.fileName();
+    }
+
+    QTemporaryDir folder;
+    int argumentCount = 0;
+    QCoreApplication application{argumentCount, nullptr};
+    AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
+    RecordingTrash trash;
+    ClipLibrary library{settings, trash};
+};
+
+} // namespace quelto::test

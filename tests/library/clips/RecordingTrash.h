@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Trash.h"
+
+#include <QFile>
+#include <QStringList>
+
+namespace quelto::test {
+
+/// Writes down what it is given, makes it vanish, and answers when the test says so.
+class RecordingTrash final : public Trash {
+public:
+    void recycle(const QStringList& paths, std::function<void()> done) override
+    {
+        recycled += paths;
+        ++calls;
+        std::ranges::for_each(paths, [](const QString& path) { QFile::remove(path); });
+        answer = std::move(done);
+    }
+
+    QStringList recycled;
+    int calls = 0;
+    std::function<void()> answer;
+};
+
+} // namespace quelto::test

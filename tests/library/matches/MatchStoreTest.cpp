@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/matches/MatchStore.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include <sys/resource.h>
+
+namespace quelto {
+namespace {
+
+const char* const WholeMatch = R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"Dota 2","hero":"Zeus",
+    "start":800000000.5,"end":800001800,"clips":["/a.mp4","/b.mp4"],"montage":"/m.mp4"}])";
+
+MatchSession aMatch(const QString& game = QStringLiteral("Dota 2"))
+{
+    return {.id = QUuid::createUuid(),
+            .game = game,
+            .hero = QStringLiteral("Kez’iä"),
+            .start = QDateTime::fromMSecsSinceEpoch(1'790'000'000'123),
+            .end = QDateTime::fromMSecsSinceEpoch(1'790'000'900'456),
+            .clips = {QStringLiteral("/clips/Ağ ünü.mp4")},
+            .montage = std::nullopt};
+}
+
+TEST(MatchStore, ReadsEveryField)
+{
+    const auto matches = decodedMatches(WholeMatch);
+    ASSERT_TRUE(matches);
+    ASSERT_EQ(matches->size(), 1);
+    const auto& match = matches->first();
+    EXPECT_EQ(matchIdText(match.id), QStringLiteral("8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F"));
+    EXPECT_EQ(match.game, QStringLiteral("Dota 2"));
+    EXPECT_EQ(match.hero, QStringLiteral("Zeus"));
+    // 800,000,000.5 s after the first instant of 2001.
+    EXPECT_EQ(match.start.toMSecsSinceEpoch(), 978'307'200'000 + 800'000'000'500);
+    EXPECT_EQ(match.end->toMSecsSinceEpoch(), 978'307'200'000 + 800'001'800'000);
+    EXPECT_EQ(match.clips.join(u' '), QStringLiteral("/a.mp4 /b.mp4"));
+    EXPECT_EQ(match.montage, QStringLiteral("/m.mp4"));
+}
+
+TEST(MatchStore, WritesTheKeysAndLeavesOutWhatIsAbsent)
+{
+    auto match = aMatch();
+    match.end = std::nullopt;
+    const auto object = QJsonDocument::fromJson(encodedMatches({match})).array().first().toObject();
+    EXPECT_EQ(object.keys().join(u' '), QStringLiteral("clips game hero id start"));
+    EXPECT_EQ(object.value(QStringLiteral("start")).toDouble(), 1'790'000'000.123 - 978'307'200);
+    EXPECT_EQ(object.value(QStringLiteral("id")).toString(), match.id.toString(QUuid::WithoutBraces).toUpper());
+}
+
+TEST(MatchStore, KeepsEverythingOverARoundTrip)
+{
+    auto withMontage = aMatch();
+    withMontage.montage = QStringLiteral("/clips/montage.mp4");
+    const QList matches{withMontage, aMatch(QStringLiteral("League of Legends"))};
+    EXPECT_EQ(decodedMatches(encodedMatches(matches)), matches);
+}
+
+struct BadStore {
+    const char* name;
+    const char* json;
+};
+
+class BadStoreTest : public testing::TestWithParam<BadStore> { };
+
+TEST_P(BadStoreTest, IsUnreadableAsAWhole)
+{
+    EXPECT_EQ(decodedMatches(GetParam().json), std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    MatchStore, BadStoreTest,
+    testing::Values(
+        BadStore{"NoJson", "["}, BadStore{"NoArray", "{}"}, BadStore{"NoObject", "[7]"},
+        BadStore{"NoId", R"([{"game":"g","hero":"","start":1,"clips":[]}])"},
+        BadStore{"OddId", R"([{"id":"7","game":"g","hero":"","start":1,"clips":[]}])"},
+        BadStore{"NoClips", R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1}])"},
+        BadStore{"OddClip",
+                 R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[1]}])"},
+        BadStore{
+            "OddEnd",
+            R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[],"end":"now"}])"},
+        BadStore{"EndlessStart",
+                 R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1e300,"clips":[]}])"},
+        BadStore{"OneBadAmongGood",
+                 R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[]},{}])"}),
+    [](const auto& bad) { return bad.param.name; });
+
+TEST(MatchStore, TakesNullForAbsent)
+{
+    EXPECT_TRUE(decodedMatches(R"([{"id":"8f14e45f-ceea-467f-9575-1b2a3c4d5e6f","game":"g","hero":"","start":1,
+                                    "clips":[],"end":null,"montage":null}])"));
+}
+
+class MatchStoreFile : public testing::Test {
+protected:
+    QTemporaryDir folder;
+    QString path = folder.filePath(QStringLiteral("deep/er/matches.json"));
+    MatchStore store{path};
+};
+
+TEST_F(MatchStoreFile, NoFileIsNoMatches)
+{
+    EXPECT_TRUE(store.load().isEmpty());
+}
+
+TEST_F(MatchStoreFile, MakesItsFolderAndReplacesTheFile)
+{
+    store.save({aMatch(), aMatch()});
+    const auto newer = aMatch();
+    store.save({newer});
+    EXPECT_EQ(store.load(), QList{newer});
+}
+
+TEST_F(MatchStoreFile, HoldsTheSixtyNewest)
+{
+    QList<MatchSession> matches;
+    for (int i = 0; i < 61; ++i) {
+        matches.append(aMatch());
+    }
+    store.save(matches);
+    EXPECT_EQ(store.load(), matches.first(60));
+}
+
+TEST_F(MatchStoreFile, PutsAFileAsideThatItCannotRead)
+{
+    store.save({aMatch()});
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[{]");
+    file.close();
+    EXPECT_TRUE(store.load().isEmpty());
+    store.save({aMatch()});
+    QFile aside(path + QStringLiteral(".unreadable"));
+    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+    EXPECT_EQ(aside.readAll(), "[{]");
+}
+
+TEST_F(MatchStoreFile, AFullDiskLeavesTheOldFile)
+{
+    const auto old = aMatch();
+    store.save({old});
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit tiny{.rlim_cur = 10, .rlim_max = before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tiny), 0);
+    store.save({aMatch(), aMatch()});
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(store.load(), QList{old});
+}
+
+TEST(MatchStorePath, IsTheFolderThatTheEnvironmentNames)
+{
+    qputenv("QUELTO_DATA_DIR", "/somewhere");
+    EXPECT_EQ(MatchStore::defaultPath(), QStringLiteral("/somewhere/matches.json"));
+    qunsetenv("QUELTO_DATA_DIR");
+    qputenv("XDG_DATA_HOME", "/data");
+    EXPECT_EQ(MatchStore::defaultPath(), QStringLiteral("/data/Quelto/matches.json"));
+    qunsetenv("XDG_DATA_HOME");
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "library/matches/MatchTracker.h"
+#include "tests/library/clips/LibraryFixture.h"
+#include "tests/queues/ManualQueue.h"
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+const auto League = QStringLiteral("League of Legends");
+const auto Dota = QStringLiteral("Dota 2");
+
+class MatchTrackerTest : public test::LibraryFixture {
+protected:
+    std::unique_ptr<MatchTracker> makeTracker()
+    {
+        auto made = std::make_unique<MatchTracker>(MatchTracker::Parts{
+            .library = library, .main = queue, .store = MatchStore(storePath), .now = [this] { return date(); }});
+        QObject::connect(made.get(), &MatchTracker::matchOver,
+                         [this](const MatchNotice& notice) { notices.append(notice); });
+        return made;
+    }
+
+    QDateTime date() const { return QDateTime::fromMSecsSinceEpoch(1'790'000'000'000 + (time.now() - begin) / 1ms); }
+
+    /// A finished match with that many clips.
+    MatchSession played(int clips)
+    {
+        tracker->gameStarted(Dota, QStringLiteral("Zeus"));
+        for (int i = 0; i < clips; ++i) {
+            tracker->clipSaved(makeFile(QByteArray::number(++clipCount) + " - x.mp4"));
+        }
+        tracker->gameEnded(Dota);
+        time.advance(10s);
+        return clips == 0 ? MatchSession() : tracker->sessions().first();
+    }
+
+    test::ManualTime time;
+    HostTime begin = time.now();
+    test::ManualQueue queue{time};
+    QString storePath = folder.filePath(QStringLiteral("matches.json"));
+    QList<MatchNotice> notices;
+    std::unique_ptr<MatchTracker> tracker = makeTracker();
+    int clipCount = 0;
+};
+
+TEST_F(MatchTrackerTest, AMatchEndsTenSecondsAfterItsLastEnd)
+{
+    tracker->gameStarted(League, QStringLiteral("Ahri"));
+    tracker->clipSaved(makeFile("a.mp4"));
+    tracker->gameEnded(League);
+    time.advance(5s);
+    tracker->gameEnded(League);
+    time.advance(9999ms);
+    EXPECT_TRUE(tracker->inMatch());
+    time.advance(1ms);
+    EXPECT_FALSE(tracker->inMatch());
+    ASSERT_EQ(tracker->sessions().size(), 1);
+    EXPECT_EQ(tracker->sessions().first().start.msecsTo(*tracker->sessions().first().end), 15'000);
+    time.advance(60s);
+    EXPECT_EQ(notices.size(), 1);
+}
+
+TEST_F(MatchTrackerTest, AGameThatComesBackInTimeGoesOn)
+{
+    tracker->gameStarted(League, QStringLiteral("Ahri"));
+    tracker->clipSaved(makeFile("a.mp4"));
+    const auto before = *tracker->current();
+    time.advance(60s);
+    tracker->gameEnded(League);
+    time.advance(9s);
+    tracker->gameStarted(League, QStringLiteral("Annie"));
+    time.advance(60s);
+    EXPECT_EQ(tracker->current(), before);
+    EXPECT_TRUE(notices.isEmpty());
+}
+
+TEST_F(MatchTrackerTest, TheEndOfAnotherGameIsIgnored)
+{
+    tracker->gameStarted(League, {});
+    tracker->gameEnded(Dota);
+    time.advance(60s);
+    EXPECT_TRUE(tracker->inMatch());
+}
+
+TEST_F(MatchTrackerTest, AnotherGameEndsTheMatchAtOnce)
+{
+    tracker->gameStarted(League, {});
+    tracker->clipSaved(makeFile("a.mp4"));
+    tracker->gameEnded(League);
+    tracker->gameStarted(Dota, QStringLiteral("Zeus"));
+    ASSERT_EQ(tracker->sessions().size(), 1);
+    EXPECT_EQ(tracker->sessions().first().game, League);
+    EXPECT_EQ(tracker->current()->game, Dota);
+    time.advance(60s);
+    EXPECT_TRUE(tracker->inMatch()) << "the other game's pending end is not this one's";
+    EXPECT_EQ(notices.size(), 1);
+}
+
+TEST_F(MatchTrackerTest, AMatchWithoutClipsLeavesNoTrace)
+{
+    played(0);
+    EXPECT_FALSE(tracker->inMatch());
+    EXPECT_TRUE(tracker->sessions().isEmpty());
+    EXPECT_TRUE(notices.isEmpty());
+    EXPECT_FALSE(QFile::exists(storePath));
+}
+
+TEST_F(MatchTrackerTest, TheNewestMatchComesFirstAndIsStored)
+{
+    const auto first = played(1);
+    const auto second = played(2);
+    EXPECT_EQ(tracker->sessions(), (QList{second, first}));
+    EXPECT_EQ(makeTracker()->sessions(), (QList{second, first}));
+    EXPECT_NE(first.id, second.id);
+}
+
+TEST_F(MatchTrackerTest, OnlyTheFileIsCutToSixty)
+{
+    const auto oldest = played(1);
+    for (int i = 0; i < 60; ++i) {
+        played(1);
+    }
+    EXPECT_EQ(tracker->sessions().size(), 61);
+    EXPECT_TRUE(tracker->session(oldest.id));
+    const auto restarted = makeTracker();
+    EXPECT_EQ(restarted->sessions().size(), 60);
+    EXPECT_FALSE(restarted->session(oldest.id));
+    EXPECT_TRUE(QFile::exists(oldest.clips.first()));
+}
+
+TEST_F(MatchTrackerTest, TheSameClipTwiceIsOneEntry)
+{
+    tracker->gameStarted(Dota, {});
+    tracker->clipSaved(QStringLiteral("/a.mp4"));
+    tracker->clipSaved(QStringLiteral("/a.mp4"));
+    tracker->clipSaved(QStringLiteral("/b.mp4"));
+    EXPECT_EQ(tracker->current()->clips.join(u' '), QStringLiteral("/a.mp4 /b.mp4"));
+}
+
+TEST_F(MatchTrackerTest, WithoutAMatchAClipAndAHeroAreIgnored)
+{
+    tracker->clipSaved(QStringLiteral("/a.mp4"));
+    tracker->heroChanged(QStringLiteral("Zeus"));
+    tracker->gameEnded(Dota);
+    EXPECT_FALSE(tracker->inMatch());
+}
+
+TEST_F(MatchTrackerTest, AHeroIsLearntLaterAndNeverForgotten)
+{
+    tracker->gameStarted(Dota, {});
+    tracker->heroChanged(QStringLiteral("Zeus"));
+    EXPECT_EQ(tracker->current()->hero, QStringLiteral("Zeus"));
+    tracker->heroChanged({});
+    EXPECT_EQ(tracker->current()->hero, QStringLiteral("Zeus"));
+    tracker->heroChanged(QStringLiteral("Io"));
+    EXPECT_EQ(tracker->current()->hero, QStringLiteral("Io"));
+}
+
+TEST_F(MatchTrackerTest, ARepeatedStartFillsAnEmptyHeroOnly)
+{
+    tracker->gameStarted(Dota, {});
+    tracker->gameStarted(Dota, QStringLiteral("Zeus"));
+    EXPECT_EQ(tracker->current()->hero, QStringLiteral("Zeus"));
+    tracker->gameStarted(Dota, QStringLiteral("Io"));
+    EXPECT_EQ(tracker->current()->hero, QStringLiteral("Zeus"));
+}
+
+TEST_F(MatchTrackerTest, DeletingItsOnlyClipKeepsTheMatch)
+{
+    const auto match = played(1);
+    tracker->deleteClips(match.clips, match.id);
+    EXPECT_EQ(trash.recycled, match.clips);
+    ASSERT_EQ(tracker->sessions().size(), 1);
+    EXPECT_TRUE(tracker->sessions().first().clips.isEmpty());
+    EXPECT_TRUE(makeTracker()->sessions().first().clips.isEmpty());
+}
+
+TEST_F(MatchTrackerTest, ClipsOfAnUnknownMatchGoToTheTrashToo)
+{
+    const auto match = played(1);
+    tracker->deleteClips(match.clips, QUuid::createUuid());
+    EXPECT_EQ(trash.recycled, match.clips);
+    EXPECT_EQ(tracker->sessions(), QList{match});
+}
+
+TEST_F(MatchTrackerTest, DeletingAMatchTakesItsLivingClipsAlongIfAsked)
+{
+    const auto match = played(2);
+    QFile::remove(match.clips.first());
+    QList<QUuid> going;
+    QObject::connect(tracker.get(), &MatchTracker::sessionIsGoing, [&](const QUuid& id) {
+        going.append(id);
+        EXPECT_TRUE(tracker->session(id)) << "told before it goes";
+    });
+    tracker->deleteSession(match.id, MatchTracker::WithClips::yes);
+    EXPECT_EQ(trash.recycled, QStringList(match.clips.last()));
+    EXPECT_EQ(going, QList{match.id});
+    EXPECT_TRUE(tracker->sessions().isEmpty());
+    EXPECT_TRUE(makeTracker()->sessions().isEmpty());
+}
+
+TEST_F(MatchTrackerTest, DeletingAMatchAloneKeepsItsClips)
+{
+    const auto match = played(1);
+    tracker->deleteSession(match.id, MatchTracker::WithClips::no);
+    EXPECT_EQ(trash.calls, 0);
+    EXPECT_TRUE(QFile::exists(match.clips.first()));
+    tracker->deleteSession(match.id, MatchTracker::WithClips::yes);
+    EXPECT_EQ(trash.calls, 0) << "it is gone already";
+}
+
+TEST_F(MatchTrackerTest, RemovingAMatchIsStored)
+{
+    const auto first = played(1);
+    const auto second = played(1);
+    tracker->removeSession(second.id);
+    EXPECT_EQ(makeTracker()->sessions(), QList{first});
+}
+
+TEST_F(MatchTrackerTest, AMatchKeepsPathsOfLostClipsButShowsOnlyFiles)
+{
+    const auto match = played(2);
+    QFile::remove(match.clips.first());
+    EXPECT_EQ(match.clipFiles(), QStringList(match.clips.last()));
+    EXPECT_EQ(match.clips.size(), 2);
+}
+
+TEST_F(MatchTrackerTest, TheNoticeCountsClipsAndEpicOnes)
+{
+    tracker->gameStarted(League, QStringLiteral("Ahri"));
+    tracker->clipSaved(makeFile("League of Legends - 2026-03-01 20.15.07 [EFSANE 170] PENTAKILL (Ahri).mp4"));
+    tracker->clipSaved(makeFile("League of Legends - 2026-03-01 20.16.07 [BASIT 15] Solo Kill (Ahri).mp4"));
+    tracker->clipSaved(QStringLiteral("/gone [EFSANE 90] x.mp4"));
+    tracker->gameEnded(League);
+    time.advance(10s);
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_EQ(notices.first().id, tracker->sessions().first().id);
+    EXPECT_EQ(notices.first().title, QStringLiteral("Maç bitti • League of Legends • Ahri"));
+    EXPECT_EQ(notices.first().line, QStringLiteral("2 klip • 1 Efsane • incelemek için tıkla"));
+    EXPECT_EQ(notices.first().body,
+              QStringLiteral("2 klip • 1 Efsane • incelemek için tıkla — özeti görmek için tıkla"));
+    EXPECT_EQ(notices.first().tier, ClipTier::epic);
+}
+
+TEST_F(MatchTrackerTest, TheNoticeOfAMatchWithoutHeroAndEpicsIsPlain)
+{
+    tracker->gameStarted(Dota, {});
+    tracker->clipSaved(makeFile("Dota 2 - 2026-03-01 20.15.07.mp4"));
+    tracker->gameEnded(Dota);
+    time.advance(10s);
+    EXPECT_EQ(notices.first().title, QStringLiteral("Maç bitti • Dota 2"));
+    EXPECT_EQ(notices.first().line, QStringLiteral("1 klip • incelemek için tıkla"));
+    EXPECT_EQ(notices.first().tier, ClipTier::medium);
+}
+
+TEST_F(MatchTrackerTest, ATrackerThatIsGoneEndsNothing)
+{
+    tracker->gameStarted(Dota, {});
+    tracker->clipSaved(makeFile("a.mp4"));
+    tracker->gameEnded(Dota);
+    tracker.reset();
+    time.advance(10s);
+    EXPECT_FALSE(QFile::exists(storePath));
+}
+
+} // namespace
+} // namespace quelto
