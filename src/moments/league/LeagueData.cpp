@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/league/LeagueData.h"
+
+#include "moments/watcher/JsonReading.h"
+
+#include <QJsonArray>
+
+namespace quelto {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A long match has some hundred events.
+constexpr qsizetype MostEvents = 10'000;
+constexpr int LargestKillStreak = 1'000;
+constexpr qsizetype LongestText = 1'024;
+// Thirty years: far enough off for any match, near enough for sums to stay finite and exact.
+constexpr double LatestTime = 1e9;
+
+std::optional<QString> shortTextIn(const QJsonObject& object, QLatin1StringView key)
+{
+    auto text = textIn(object, key);
+    return text && text->size() <= LongestText ? text : std::nullopt;
+}
+
+QString nameIn(const QJsonObject& object, QLatin1StringView key)
+{
+    return shortTextIn(object, key).value_or(QString());
+}
+
+std::optional<double> timeIn(const QJsonObject& object, QLatin1StringView key)
+{
+    const auto time = numberIn(object, key);
+    return time && std::abs(*time) <= LatestTime ? time : std::nullopt;
+}
+
+std::optional<int> killStreakIn(const QJsonObject& event)
+{
+    const auto streak = integerIn(event, "KillStreak"_L1);
+    return streak && *streak >= 0 && *streak <= LargestKillStreak ? streak : std::nullopt;
+}
+
+/// The client writes the word as a text.
+bool isStolenIn(const QJsonObject& event)
+{
+    return booleanIn(event, "Stolen"_L1).value_or(nameIn(event, "Stolen"_L1).toLower() == u"true");
+}
+
+LeagueNames namesIn(const QJsonObject& player)
+{
+    return {nameIn(player, "riotId"_L1), nameIn(player, "riotIdGameName"_L1), nameIn(player, "summonerName"_L1)};
+}
+
+QStringList assistersIn(const QJsonObject& event)
+{
+    QStringList names;
+    for (const auto& name : event["Assisters"_L1].toArray()) {
+        if (name.isString()) {
+            names.append(name.toString());
+        }
+    }
+    return names;
+}
+
+std::optional<LeagueEvent> readEvent(const QJsonObject& event)
+{
+    const auto id = integerIn(event, "EventID"_L1);
+    if (!id) {
+        return std::nullopt;
+    }
+    return LeagueEvent{.id = *id,
+                       .name = nameIn(event, "EventName"_L1),
+                       .time = timeIn(event, "EventTime"_L1),
+                       .killer = nameIn(event, "KillerName"_L1),
+                       .victim = nameIn(event, "VictimName"_L1),
+                       .assisters = assistersIn(event),
+                       .killStreak = killStreakIn(event),
+                       .acingTeam = shortTextIn(event, "AcingTeam"_L1),
+                       .acer = nameIn(event, "Acer"_L1),
+                       .recipient = nameIn(event, "Recipient"_L1),
+                       .dragonType = nameIn(event, "DragonType"_L1),
+                       .isStolen = isStolenIn(event)};
+}
+
+LeaguePlayer readPlayer(const QJsonObject& player)
+{
+    return {.names = namesIn(player),
+            .team = shortTextIn(player, "team"_L1),
+            .champion = nameIn(player, "championName"_L1)};
+}
+
+} // namespace
+
+std::optional<LeagueData> readLeagueData(const QByteArray& body)
+{
+    const auto root = jsonObject(body).value_or(QJsonObject());
+    const auto gameTime = timeIn(root["gameData"_L1].toObject(), "gameTime"_L1);
+    const auto events = root["events"_L1].toObject()["Events"_L1].toArray();
+    if (!gameTime || events.size() > MostEvents) {
+        return std::nullopt;
+    }
+    const auto activePlayer = root["activePlayer"_L1].toObject();
+    const auto stats = activePlayer["championStats"_L1].toObject();
+    LeagueData data{.gameTime = *gameTime,
+                    .activePlayer = namesIn(activePlayer),
+                    .currentHealth = numberIn(stats, "currentHealth"_L1),
+                    .maxHealth = numberIn(stats, "maxHealth"_L1)};
+    for (const auto& player : root["allPlayers"_L1].toArray()) {
+        if (player.isObject()) {
+            data.players.append(readPlayer(player.toObject()));
+        }
+    }
+    data.events.reserve(events.size());
+    for (const auto& entry : events) {
+        if (auto event = readEvent(entry.toObject())) {
+            data.events.append(*std::move(event));
+        }
+    }
+    return data;
+}
+
+} // namespace quelto

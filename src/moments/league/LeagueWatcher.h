@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "moments/league/LeagueMatch.h"
+#include "moments/league/LeaguePoll.h"
+#include "moments/scoring/GameNames.h"
+#include "moments/watcher/MatchWatcher.h"
+
+namespace quelto {
+
+/// Follows League of Legends by the live data that its client gives to programs on the same machine. The game itself is
+/// never touched.
+///
+/// Thread: main.
+class LeagueWatcher final : public MatchWatcher {
+    Q_OBJECT
+    Q_PROPERTY(QString champion READ champion NOTIFY championChanged)
+    Q_PROPERTY(int autoClipCount READ autoClipCount NOTIFY autoClipCountChanged)
+
+public:
+    explicit LeagueWatcher(const QUrl& address = clientAddress(), QObject* parent = nullptr,
+                           LeaguePollTimes times = {});
+    ~LeagueWatcher() override;
+
+    static QString gameName() { return gameNames::leagueOfLegends; }
+    /// Where the game's client answers.
+    static QUrl clientAddress();
+
+    QString champion() const { return character(); }
+    int autoClipCount() const { return m_autoClipCount; }
+    void noteAutoClipSaved();
+
+Q_SIGNALS:
+    void championChanged();
+    void autoClipCountChanged();
+
+private:
+    void open() override;
+    void close() override;
+
+    QUrl m_address;
+    LeaguePollTimes m_times;
+    int m_autoClipCount = 0;
+    /// The queue's, like the poll.
+    LeagueMatch m_match;
+    std::unique_ptr<LeaguePoll> m_poll;
+};
+
+} // namespace quelto
