@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/factory/PlatformFactory.h"
 
+#include "platform/freedesktop/EventSounds.h"
+#include "platform/freedesktop/FreedesktopNotices.h"
+#include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/pipewire/PipeWireSoundServer.h"
 #include "platform/x11/X11Platform.h"
 
@@ -12,7 +15,10 @@ Platform makePlatform()
             .frames = makeX11FrameSource(),
             .sound = makePipeWireSoundServer(),
             .globalKey = makeX11GlobalKey(),
-            .frontApplication = makeX11FrontApplication()};
+            .frontApplication = makeX11FrontApplication(),
+            .notices = std::make_unique<FreedesktopNotices>(),
+            .trash = std::make_unique<FreedesktopTrash>(),
+            .sounds = std::make_unique<EventSounds>()};
 }
 
 } // namespace quelto

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Trash.h"
+#include "queues/SerialQueue.h"
+
+namespace quelto {
+
+/// The bin of the freedesktop.org specification: the home folder's own, and one on each other volume, since a file is
+/// only ever renamed into it.
+///
+/// Destruction waits for the file being moved. Files whose turn has not come stay where they are.
+class FreedesktopTrash final : public Trash {
+public:
+    void recycle(const QStringList& paths, std::function<void()> done) override;
+
+private:
+    SerialQueue m_queue{QStringLiteral("quelto.trash")};
+};
+
+} // namespace quelto
