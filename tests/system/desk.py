@@ -46,7 +46,10 @@ def sound_server(order):
 
 
 class Scene:
-    """The test scene; `missed` and `late` are known once it has stopped."""
+    """The test scene; `missed` and `late` are known once it has stopped. Frame n is shown n sixtieths of a second after
+    `start`, a time of time.monotonic()."""
+
+    LEAD = 0.2
 
     def __init__(self, *options):
         self.process = subprocess.Popen([os.environ["QUELTO_SCENE"], *map(str, options)], stdout=subprocess.PIPE,
@@ -54,6 +57,7 @@ class Scene:
         line = self.process.stdout.readline()
         if line.strip() != "scene ready":
             raise AssertionError("the scene did not start: " + self.process.stderr.read())
+        self.start = time.monotonic() + self.LEAD
         self.missed = set()
         self.late = set()
 
