@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/wow/LogLines.h"
+
+#include "tests/moments/wow/Fixtures.h"
+
+#include <QByteArrayList>
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace quelto {
+namespace {
+
+/// The rule as it is told, with no regard to speed.
+QByteArrayList pickedLineByLine(const QByteArray& log)
+{
+    QByteArrayList picked;
+    auto lines = log.split('\n');
+    lines.removeLast();
+    for (const auto& line : lines) {
+        const bool hasWord = std::any_of(LogEventWords.begin(), LogEventWords.end(), [&](auto word) {
+            return line.contains(QByteArrayView(word.data(), static_cast<qsizetype>(word.size())));
+        });
+        if (hasWord && line.size() < 4096) {
+            picked.append(line);
+        }
+    }
+    return picked;
+}
+
+QByteArrayList pickedFromBlocks(const QByteArrayList& blocks)
+{
+    QByteArrayList picked;
+    LogLines lines;
+    for (const auto& block : blocks) {
+        lines.take(block, [&](QByteArrayView line) { picked.append(line.toByteArray()); });
+    }
+    return picked;
+}
+
+QByteArray lineOf(qsizetype length)
+{
+    const QByteArray begin = "8/3 22:09:58.548  UNIT_DIED,";
+    return begin + QByteArray(length - begin.size(), 'x');
+}
+
+TEST(LogLines, PicksTheLinesWithAnEventsWordOnly)
+{
+    const QByteArray log = "a  SPELL_DAMAGE\r\n"
+                           "b  PARTY_KILL,1\r\n"
+                           "\n"
+                           "c  UNIT_DIE\nD,1\r\n"
+                           "d  UNIT_DIED\n"
+                           "UNIT_DIED\n"
+                           "xENCOUNTER_ENDx\r\n"
+                           "e  CHALLENGE_MODE_END,1\r\n"
+                           "f  PARTY_KILL,UNIT_DIED,PARTY_KILL\n"
+                           "g  PARTY_KILL";
+    EXPECT_EQ(pickedFromBlocks({log}),
+              (QByteArrayList{"b  PARTY_KILL,1\r", "d  UNIT_DIED", "UNIT_DIED", "xENCOUNTER_ENDx\r",
+                              "e  CHALLENGE_MODE_END,1\r", "f  PARTY_KILL,UNIT_DIED,PARTY_KILL"}));
+    EXPECT_EQ(pickedFromBlocks({log}), pickedLineByLine(log));
+}
+
+TEST(LogLines, ALineIsNotHandedOutBeforeItsEnd)
+{
+    EXPECT_EQ(pickedFromBlocks({"a  UNIT_DIED,1"}), QByteArrayList());
+    EXPECT_EQ(pickedFromBlocks({"a  UNIT_DIED,1", "", "2\n"}), QByteArrayList{"a  UNIT_DIED,12"});
+}
+
+TEST(LogLines, ClearingForgetsTheBeginningOfALine)
+{
+    QByteArrayList picked;
+    const auto note = [&](QByteArrayView line) { picked.append(line.toByteArray()); };
+    LogLines lines;
+    lines.take("old  PARTY_KI", note);
+    lines.clear();
+    lines.take("new  UNIT_DIED\n", note);
+    lines.take(QByteArray(10'000, 'x'), note);
+    lines.clear();
+    lines.take("newer  UNIT_DIED\n", note);
+    EXPECT_EQ(picked, (QByteArrayList{"new  UNIT_DIED", "newer  UNIT_DIED"}));
+}
+
+TEST(LogLines, ALineOf4095BytesIsTheLongest)
+{
+    for (const auto length : {4094, 4095}) {
+        const auto line = lineOf(length);
+        EXPECT_EQ(pickedFromBlocks({line + '\n'}), QByteArrayList{line});
+        EXPECT_EQ(pickedFromBlocks({line, "\n"}), QByteArrayList{line});
+    }
+    for (const auto length : {4096, 4097, 10'000}) {
+        const auto line = lineOf(length);
+        EXPECT_EQ(pickedFromBlocks({line + "\nUNIT_DIED\n"}), QByteArrayList{"UNIT_DIED"}) << length;
+        EXPECT_EQ(pickedFromBlocks({line, "\nUNIT_DIED\n"}), QByteArrayList{"UNIT_DIED"}) << length;
+        EXPECT_EQ(pickedFromBlocks({line.left(4000), line.mid(4000) + "\nUNIT_DIED\n"}), QByteArrayList{"UNIT_DIED"})
+            << length;
+    }
+}
+
+TEST(LogLines, CutAtEveryByteALogGivesTheSame)
+{
+    for (const auto* name : {"battleground.log", "keystones.log"}) {
+        const auto log = readFixture(QString::fromLatin1(name));
+        const auto expected = pickedLineByLine(log);
+        ASSERT_GE(expected.size(), 6);
+        for (qsizetype cut = 0; cut <= log.size(); ++cut) {
+            ASSERT_EQ(pickedFromBlocks({log.left(cut), log.mid(cut)}), expected) << name << " cut at " << cut;
+        }
+    }
+}
+
+TEST(LogLines, ByteByByteALogGivesTheSame)
+{
+    const auto log = readFixture(QStringLiteral("raid-night.log"));
+    QByteArrayList bytes;
+    for (const auto byte : log) {
+        bytes.append(QByteArray(1, byte));
+    }
+    EXPECT_EQ(pickedFromBlocks(bytes), pickedLineByLine(log));
+}
+
+TEST(LogLines, AnyMixtureOfPiecesGivesTheSameAsLineByLine)
+{
+    std::mt19937 random(20261121);
+    const QByteArrayList pieces{"PARTY_KILL",
+                                "UNIT_DIED",
+                                "ENCOUNTER_END",
+                                "CHALLENGE_MODE_END",
+                                "\n",
+                                "\r\n",
+                                "PARTY_KIL",
+                                "NIT_DIED",
+                                "UNIT_",
+                                "ENCOUNTER_",
+                                "_END",
+                                "\n",
+                                "\xff",
+                                ",",
+                                "CHALLENGE_MO",
+                                "DE_END",
+                                lineOf(4090),
+                                "PARTY_",
+                                "\n",
+                                "KILL",
+                                "UNIT_DIED\n",
+                                "DIED",
+                                QByteArray(1, '\0')};
+    for (int round = 0; round < 2000; ++round) {
+        QByteArrayList blocks;
+        const auto count = random() % 40;
+        for (unsigned i = 0; i < count; ++i) {
+            blocks.append(pieces[static_cast<qsizetype>(random() % static_cast<unsigned>(pieces.size()))]);
+        }
+        const auto log = blocks.join();
+        ASSERT_EQ(pickedFromBlocks(blocks), pickedLineByLine(log)) << log.toStdString();
+        ASSERT_EQ(pickedFromBlocks({log}), pickedLineByLine(log)) << log.toStdString();
+    }
+}
+
+TEST(LogLines, ALineOf100MegabytesIsPassedOverInTheSpaceOfOneLine)
+{
+    // What it may hold is a part of itself.
+    static_assert(sizeof(LogLines) < 2 * LogLines::LongestLogLine);
+    static_assert(std::is_trivially_copyable_v<LogLines>);
+    int picked = 0;
+    LogLines lines;
+    const auto count = [&](QByteArrayView /*line*/) { ++picked; };
+    const QByteArray block = QByteArray("PARTY_KILL").repeated(10'000);
+    for (int i = 0; i < 1000; ++i) {
+        lines.take(block, count);
+    }
+    EXPECT_EQ(picked, 0);
+    lines.take("\na  UNIT_DIED\n", count);
+    EXPECT_EQ(picked, 1);
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/wow/LogTail.h"
+
+#include "tests/moments/wow/TestFolder.h"
+
+#include <QByteArrayList>
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace quelto {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double JustWritten = 0.5;
+constexpr double LongAgo = 60;
+
+QByteArray line(int number)
+{
+    return "8/3 22:09:58.548  UNIT_DIED," + QByteArray::number(number);
+}
+
+class LogTailTest : public testing::Test {
+protected:
+    fs::path file(const fs::path& name = "WoWCombatLog.txt") const { return folder.path() / name; }
+
+    /// What one more tick reads.
+    QByteArrayList follow(double age = JustWritten)
+    {
+        if (const auto log = newestLog({folder.path()})) {
+            tail.follow(*log, age);
+        }
+        return std::exchange(m_read, {});
+    }
+
+    TestFolder folder;
+    LogTail tail{[this](QByteArrayView text) { m_read.append(text.toByteArray()); }};
+
+private:
+    QByteArrayList m_read;
+};
+
+TEST_F(LogTailTest, AJustBegunLogIsReadFromItsStart)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    EXPECT_EQ(follow(4.9), QByteArrayList{line(1)});
+    EXPECT_EQ(follow(), QByteArrayList());
+    TestFolder::append(file(), line(2) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(2)});
+}
+
+TEST_F(LogTailTest, AnOldLogIsReadFromItsEnd)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    EXPECT_EQ(follow(5.0), QByteArrayList());
+    TestFolder::append(file(), line(2) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(2)});
+}
+
+TEST_F(LogTailTest, ALongLogIsReadFromItsEnd)
+{
+    const auto first = line(1) + '\n';
+    TestFolder::write(file(), first + QByteArray(64'000 - first.size(), '\n'));
+    EXPECT_EQ(follow(), QByteArrayList());
+    tail.close();
+    TestFolder::write(file(), first + QByteArray(63'999 - first.size(), '\n'));
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+}
+
+TEST_F(LogTailTest, ALineInTwoWritesIsReadOnceWhole)
+{
+    TestFolder::write(file(), "");
+    EXPECT_EQ(follow(), QByteArrayList());
+    TestFolder::append(file(), line(1).left(22));
+    EXPECT_EQ(follow(), QByteArrayList());
+    TestFolder::append(file(), line(1).mid(22));
+    EXPECT_EQ(follow(), QByteArrayList());
+    TestFolder::append(file(), "\n" + line(2));
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+    TestFolder::append(file(), "\n");
+    EXPECT_EQ(follow(), QByteArrayList{line(2)});
+}
+
+TEST_F(LogTailTest, ATruncatedLogIsReadFromItsStart)
+{
+    TestFolder::write(file(), line(1) + '\n' + line(2) + '\n' + line(3).left(20));
+    EXPECT_EQ(follow().size(), 2);
+    TestFolder::write(file(), line(4) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(4)});
+    TestFolder::write(file(), "");
+    EXPECT_EQ(follow(), QByteArrayList());
+    TestFolder::append(file(), line(5) + '\n' + line(6) + '\n');
+    EXPECT_EQ(follow(), (QByteArrayList{line(5), line(6)}));
+}
+
+TEST_F(LogTailTest, ALogDeletedAndMadeAgainIsReadFromItsStart)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    fs::remove(file());
+    EXPECT_EQ(follow(), QByteArrayList());
+    const auto first = line(2) + '\n';
+    TestFolder::write(file(), first + QByteArray(100'000, '\n'));
+    EXPECT_EQ(follow(LongAgo), QByteArrayList{line(2)});
+}
+
+TEST_F(LogTailTest, ALogReplacedByRenameIsReadFromItsStartOnceTheOldOneIsReadToItsEnd)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    TestFolder::append(file(), line(2) + '\n' + line(3).left(20));
+    TestFolder::write(file("new"), line(4) + '\n' + QByteArray(100'000, '\n'));
+    fs::rename(file("new"), file());
+    EXPECT_EQ(follow(LongAgo), (QByteArrayList{line(2), line(4)}));
+}
+
+TEST_F(LogTailTest, ARenamedLogGoesOnWhereItWas)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+    fs::rename(file(), file("WoWCombatLog-archive.txt"));
+    EXPECT_EQ(follow(), QByteArrayList());
+    TestFolder::append(file("WoWCombatLog-archive.txt"), line(2) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(2)});
+}
+
+TEST_F(LogTailTest, ANewerLogTakesTheOldOnesPlaceOnceThatIsReadToItsEnd)
+{
+    TestFolder::write(file("WoWCombatLog-1.txt"), line(1) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+    TestFolder::append(file("WoWCombatLog-1.txt"), line(2) + '\n');
+    TestFolder::setModified(file("WoWCombatLog-1.txt"), 1000);
+    TestFolder::write(file("WoWCombatLog-2.txt"), line(3) + '\n');
+    EXPECT_EQ(follow(), (QByteArrayList{line(2), line(3)}));
+    TestFolder::append(file("WoWCombatLog-2.txt"), line(4) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(4)});
+}
+
+TEST_F(LogTailTest, ANewerLogWithAPastIsReadFromItsEnd)
+{
+    TestFolder::write(file("WoWCombatLog-1.txt"), line(1) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+    TestFolder::setModified(file("WoWCombatLog-1.txt"), 1000);
+    TestFolder::write(file("WoWCombatLog-2.txt"), line(3) + '\n');
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    TestFolder::setModified(file("WoWCombatLog-2.txt"), 900);
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    TestFolder::append(file("WoWCombatLog-1.txt"), line(2) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(2)});
+}
+
+TEST_F(LogTailTest, AtMost33554432BytesAreReadAtOnceAndNothingIsLost)
+{
+    TestFolder::write(file(), "");
+    EXPECT_EQ(follow(), QByteArrayList());
+    QByteArray log;
+    while (log.size() < 40'000'000) {
+        log += line(1) + '\n' + QByteArray(1'000'000, '\n');
+    }
+    TestFolder::append(file(), log + line(2) + '\n');
+    const auto first = follow();
+    EXPECT_EQ(first.size(), log.left(33'554'432).count("UNIT_DIED"));
+    const auto second = follow();
+    EXPECT_EQ(first.size() + second.size(), log.count("UNIT_DIED") + 1);
+    EXPECT_EQ(second.last(), line(2));
+    EXPECT_EQ(follow(), QByteArrayList());
+}
+
+TEST_F(LogTailTest, AfterAPauseWhatCameMeanwhileIsThePast)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    tail.close();
+    TestFolder::append(file(), line(2) + '\n');
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    TestFolder::append(file(), line(3) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(3)});
+}
+
+TEST_F(LogTailTest, WhatTakesTheLogsPlaceBetweenFindingAndOpeningIsNotRead)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    const auto found = newestLog({folder.path()});
+    fs::rename(file(), file("kept"));
+    ASSERT_EQ(::mkfifo(file().c_str(), 0600), 0);
+    tail.follow(*found, JustWritten);
+    EXPECT_EQ(follow(), QByteArrayList());
+    fs::remove(file());
+    tail.follow(*found, JustWritten);
+    fs::rename(file("kept"), file());
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+}
+
+TEST_F(LogTailTest, AnUnreadableLogIsTriedAgain)
+{
+    if (::geteuid() == 0) {
+        GTEST_SKIP() << "the superuser may read everything";
+    }
+    TestFolder::write(file(), line(1) + '\n');
+    fs::permissions(file(), fs::perms::none);
+    EXPECT_EQ(follow(), QByteArrayList());
+    fs::permissions(file(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/wow/WoWWatcher.h"
+
+#include "tests/moments/wow/TestFolder.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+namespace fs = std::filesystem;
+
+const QByteArray MythicBoss = "11/21/2026 20:15:02.114-4  ENCOUNTER_END,2708,\"Nymue, Weaver\",16,20,1,311000\r\n";
+
+class WoWWatcherTest : public testing::Test {
+protected:
+    WoWWatcherTest()
+    {
+        QObject::connect(&watcher, &GameWatcher::momentDetected, [this](const Moment& moment) {
+            EXPECT_EQ(QThread::currentThread(), m_application.thread());
+            EXPECT_TRUE(watcher.lastMoment().contains(moment.label));
+            told.append(moment.label);
+        });
+        QObject::connect(&watcher, &GameWatcher::gameDetected, [this] { told.append(QStringLiteral("detected")); });
+        QObject::connect(&watcher, &WoWWatcher::logFoundChanged, [this] {
+            told.append(watcher.logFound() ? QStringLiteral("found") : QStringLiteral("lost"));
+        });
+        QObject::connect(&watcher, &WoWWatcher::activeChanged,
+                         [this] { told.append(watcher.active() ? QStringLiteral("active") : QStringLiteral("idle")); });
+    }
+
+    fs::path makeLogs() const
+    {
+        return home.makeFolder(".wine/drive_c/Program Files (x86)/World of Warcraft/_retail_/Logs");
+    }
+
+    template <typename Condition> static bool waitFor(Condition condition)
+    {
+        const QDeadlineTimer deadline(10'000);
+        while (!condition() && !deadline.hasExpired()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+        }
+        return condition();
+    }
+
+    bool waitFor(const QString& news)
+    {
+        return waitFor([&] { return told.contains(news); });
+    }
+
+private:
+    int m_count = 0;
+    QCoreApplication m_application{m_count, nullptr};
+
+protected:
+    TestFolder home;
+    QStringList told;
+    WoWWatcher watcher{QString::fromStdString(home.path().string())};
+};
+
+TEST_F(WoWWatcherTest, TellsAFreshLogsBossInOrder)
+{
+    TestFolder::write(makeLogs() / "WoWCombatLog-112126_201500.txt", MythicBoss);
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("Boss: Nymue, Weaver")));
+    EXPECT_EQ(told,
+              (QStringList{QStringLiteral("found"), QStringLiteral("active"), QStringLiteral("detected"),
+                           QStringLiteral("Boss: Nymue, Weaver")}));
+    EXPECT_EQ(watcher.lastMoment(), QStringLiteral("Efsane • Boss: Nymue, Weaver • 110 puan"));
+    EXPECT_TRUE(watcher.isRunning());
+}
+
+TEST_F(WoWWatcherTest, GoesOnReadingOnceASecond)
+{
+    const auto log = makeLogs() / "WoWCombatLog.txt";
+    TestFolder::write(log, MythicBoss);
+    TestFolder::setModified(log, std::floor(static_cast<double>(QDateTime::currentSecsSinceEpoch())) - 60);
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("detected")));
+    TestFolder::append(log, "11/21 20:15:02.114  CHALLENGE_MODE_END,2660,1,15,1512330\r\n");
+    EXPECT_TRUE(waitFor(QStringLiteral("Mythic+ 15")));
+    EXPECT_FALSE(told.contains(QStringLiteral("Boss: Nymue, Weaver")));
+}
+
+TEST_F(WoWWatcherTest, AFolderWithoutALogIsFoundButNotActive)
+{
+    makeLogs();
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("found")));
+    EXPECT_FALSE(watcher.active());
+}
+
+TEST_F(WoWWatcherTest, IsIdleWhenNothingWasWrittenForNinetySeconds)
+{
+    const auto log = makeLogs() / "WoWCombatLog.txt";
+    TestFolder::write(log, MythicBoss);
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("active")));
+    TestFolder::setModified(log, static_cast<double>(QDateTime::currentSecsSinceEpoch()) - 91);
+    EXPECT_TRUE(waitFor(QStringLiteral("idle")));
+    TestFolder::append(log, "\n");
+    EXPECT_TRUE(waitFor([&] { return watcher.active(); }));
+    EXPECT_EQ(told.count(QStringLiteral("detected")), 2);
+}
+
+TEST_F(WoWWatcherTest, WithoutTheGameNothingIsTold)
+{
+    watcher.start();
+    watcher.stop();
+    EXPECT_EQ(told, QStringList());
+    EXPECT_FALSE(watcher.logFound());
+}
+
+TEST_F(WoWWatcherTest, AStopClearsActiveAndKeepsLogFound)
+{
+    TestFolder::write(makeLogs() / "WoWCombatLog.txt", MythicBoss);
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("Boss: Nymue, Weaver")));
+    watcher.stop();
+    EXPECT_FALSE(watcher.active());
+    EXPECT_TRUE(watcher.logFound());
+    EXPECT_FALSE(watcher.isRunning());
+    told.clear();
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("detected")));
+    EXPECT_EQ(told.first(), QStringLiteral("active"));
+}
+
+TEST_F(WoWWatcherTest, StartsAndStopsAtOnce)
+{
+    TestFolder::write(makeLogs() / "WoWCombatLog.txt", MythicBoss);
+    for (int i = 0; i < 50; ++i) {
+        watcher.start();
+        watcher.start();
+        watcher.stop();
+        watcher.stop();
+    }
+    EXPECT_FALSE(watcher.active());
+}
+
+TEST_F(WoWWatcherTest, APipeUnderTheLogsNameHoldsNobodyUp)
+{
+    ASSERT_EQ(::mkfifo((makeLogs() / "WoWCombatLog.txt").c_str(), 0600), 0);
+    TestFolder::write(makeLogs() / "WoWCombatLog-1.txt", MythicBoss);
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("Boss: Nymue, Weaver")));
+}
+
+TEST_F(WoWWatcherTest, ALogThatIsGoneIsFollowedAgainWhenItComesBack)
+{
+    const auto log = makeLogs() / "WoWCombatLog.txt";
+    TestFolder::write(log, "\n");
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("active")));
+    fs::remove(log);
+    TestFolder::write(log, MythicBoss);
+    EXPECT_TRUE(waitFor(QStringLiteral("Boss: Nymue, Weaver")));
+    EXPECT_EQ(told.count(QStringLiteral("detected")), 1);
+}
+
+TEST_F(WoWWatcherTest, ALogOfNothingButBossesLeavesTheMainThreadResponsive)
+{
+    TestFolder::write(makeLogs() / "WoWCombatLog.txt", QByteArray());
+    watcher.start();
+    EXPECT_TRUE(waitFor(QStringLiteral("active")));
+    TestFolder::append(makeLogs() / "WoWCombatLog.txt", MythicBoss.repeated(100'000));
+    EXPECT_TRUE(waitFor(QStringLiteral("Boss: Nymue, Weaver")));
+    EXPECT_TRUE(waitFor([&] { return told.count(QStringLiteral("Boss: Nymue, Weaver")) >= 1000; }));
+    watcher.stop();
+    EXPECT_EQ(told.count(QStringLiteral("Boss: Nymue, Weaver")), 1000);
+}
+
+} // namespace
+} // namespace quelto
