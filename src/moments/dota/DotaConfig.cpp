@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/dota/DotaConfig.h"
+
+#include "moments/steam/SteamLibraries.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+
+namespace quelto {
+
+namespace {
+
+const QString Subfolder = QStringLiteral("/gamestate_integration");
+
+QString fileIn(const QString& cfgFolder)
+{
+    return cfgFolder + Subfolder + u'/' + DotaConfig::configName;
+}
+
+bool holds(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) && file.read(content.size() + 1) == content;
+}
+
+bool writeWhole(const QString& path, const QByteArray& content)
+{
+    QSaveFile file(path);
+    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
+        file.write(content) == content.size() && file.commit();
+}
+
+} // namespace
+
+DotaConfig::DotaConfig(const QString& homeFolder, quint16 port)
+    : m_homeFolder(homeFolder)
+    , m_port(port)
+{
+}
+
+QString DotaConfig::configText() const
+{
+    return QStringLiteral(R"("Quelto"
+{
+    "uri"           "http://127.0.0.1:%1/"
+    "timeout"       "5.0"
+    "buffer"        "0.1"
+    "throttle"      "0.1"
+    "heartbeat"     "10.0"
+    "data"
+    {
+        "provider"      "1"
+        "map"           "1"
+        "player"        "1"
+        "hero"          "1"
+        "items"         "1"
+    }
+}
+)")
+        .arg(m_port);
+}
+
+QStringList DotaConfig::cfgFolders() const
+{
+    QStringList folders;
+    for (const auto& library : steamLibraries(m_homeFolder)) {
+        const auto game = library + QStringLiteral("/steamapps/common/dota 2 beta/game");
+        const QFileInfo cfg(game + QStringLiteral("/dota/cfg"));
+        if (QFileInfo::exists(game + QStringLiteral("/bin")) && cfg.isDir()) {
+            // Two libraries may lead to one game by a symbolic link.
+            if (const auto folder = cfg.canonicalFilePath(); !folders.contains(folder)) {
+                folders.append(folder);
+            }
+        }
+    }
+    return folders;
+}
+
+DotaConfig::InstallState DotaConfig::installState() const
+{
+    const auto folders = cfgFolders();
+    if (folders.isEmpty()) {
+        return InstallState::NotFound;
+    }
+    const auto content = configText().toUtf8();
+    const bool areAllRight =
+        std::all_of(folders.begin(), folders.end(), [&](const auto& folder) { return holds(fileIn(folder), content); });
+    return areAllRight ? InstallState::Installed : InstallState::NotInstalled;
+}
+
+bool DotaConfig::install() const
+{
+    bool hasAny = false;
+    for (const auto& folder : cfgFolders()) {
+        hasAny = writeWhole(fileIn(folder), configText().toUtf8()) || hasAny;
+    }
+    return hasAny;
+}
+
+} // namespace quelto

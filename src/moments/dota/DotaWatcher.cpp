@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "moments/dota/DotaWatcher.h"
+
+#include "moments/dota/DotaListener.h"
+#include "samples/HostClock.h"
+
+#include <QTimer>
+
+namespace quelto {
+
+namespace {
+
+constexpr std::chrono::seconds TickPeriod{1};
+
+double secondsNow()
+{
+    return inSeconds(HostClock::now().time_since_epoch());
+}
+
+} // namespace
+
+DotaWatcher::DotaWatcher(const QString& homeFolder, quint16 port, QObject* parent)
+    : MatchWatcher(QStringLiteral("quelto.dota"), parent)
+    , m_config(homeFolder, port)
+    , m_port(port)
+{
+}
+
+DotaWatcher::~DotaWatcher()
+{
+    stop();
+}
+
+void DotaWatcher::refreshInstallState()
+{
+    setInstallState(m_config.installState());
+}
+
+bool DotaWatcher::install()
+{
+    const bool hasAny = m_config.install();
+    refreshInstallState();
+    return hasAny;
+}
+
+void DotaWatcher::open()
+{
+    putConfigRight();
+    if (!m_listener) {
+        listen();
+    }
+    if (!m_timer) {
+        m_timer = std::make_unique<QTimer>();
+        QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this] { tick(); });
+    }
+}
+
+void DotaWatcher::close()
+{
+    m_listener.reset();
+    m_timer.reset();
+    m_match.reset();
+}
+
+void DotaWatcher::putConfigRight()
+{
+    auto state = m_config.installState();
+    if (state == InstallState::NotInstalled) {
+        m_config.install();
+        state = m_config.installState();
+    }
+    publish([this, state] { setInstallState(state); });
+}
+
+void DotaWatcher::listen()
+{
+    auto listener = std::make_unique<DotaListener>([this](const QByteArray& body) { takePost(body); });
+    QString error;
+    if (listener->listen(m_port)) {
+        m_listener = std::move(listener);
+    } else {
+        error = listener->errorText();
+    }
+    publish([this, error] { setListenerError(error); });
+}
+
+void DotaWatcher::takePost(const QByteArray& body)
+{
+    if (const auto state = readDotaState(body)) {
+        publishNews(m_match.posted(*state, secondsNow()));
+        tickWhileNeeded();
+    }
+}
+
+void DotaWatcher::tick()
+{
+    publishNews(m_match.tick(secondsNow()));
+    tickWhileNeeded();
+}
+
+void DotaWatcher::tickWhileNeeded()
+{
+    // Without a game nothing wakes the queue.
+    if (!m_match.needsTick()) {
+        m_timer->stop();
+    } else if (!m_timer->isActive()) {
+        m_timer->start(TickPeriod);
+    }
+}
+
+void DotaWatcher::setInstallState(InstallState state)
+{
+    if (std::exchange(m_installState, state) != state) {
+        Q_EMIT installStateChanged();
+    }
+}
+
+void DotaWatcher::setListenerError(const QString& text)
+{
+    if (std::exchange(m_listenerError, text) != text) {
+        Q_EMIT listenerErrorChanged();
+    }
+}
+
+} // namespace quelto

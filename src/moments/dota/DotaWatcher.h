@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "moments/dota/DotaConfig.h"
+#include "moments/dota/DotaMatch.h"
+#include "moments/scoring/GameNames.h"
+#include "moments/watcher/MatchWatcher.h"
+
+#include <QDir>
+
+#include <memory>
+
+class QTimer;
+
+namespace quelto {
+
+class DotaListener;
+
+/// Follows Dota 2 by what the game posts to us, and sees to it that it does: starting puts the configuration file right
+/// in every Dota 2 that Steam has. The game must also be started with "-gamestateintegration", which only the user can
+/// set in Steam.
+class DotaWatcher final : public MatchWatcher {
+    Q_OBJECT
+    Q_PROPERTY(quelto::DotaConfig::InstallState installState READ installState NOTIFY installStateChanged)
+    /// Why posts cannot be received; empty when they can.
+    Q_PROPERTY(QString listenerError READ listenerError NOTIFY listenerErrorChanged)
+
+public:
+    using InstallState = DotaConfig::InstallState;
+
+    static inline const QString gameName = gameNames::dota2;
+    static inline const QString configName = DotaConfig::configName;
+    static constexpr quint16 ListeningPort = 37231;
+
+    explicit DotaWatcher(const QString& homeFolder = QDir::homePath(), quint16 port = ListeningPort,
+                         QObject* parent = nullptr);
+    ~DotaWatcher() override;
+
+    QString hero() const { return character(); }
+    InstallState installState() const { return m_installState; }
+    QString listenerError() const { return m_listenerError; }
+    const DotaConfig& config() const { return m_config; }
+
+    /// Looks at the disk again.
+    Q_INVOKABLE void refreshInstallState();
+    /// True if a Dota 2 got the file.
+    Q_INVOKABLE bool install();
+
+Q_SIGNALS:
+    void installStateChanged();
+    void listenerErrorChanged();
+
+private:
+    void open() override;
+    void close() override;
+
+    void putConfigRight();
+    void listen();
+    void takePost(const QByteArray& body);
+    void tick();
+    void tickWhileNeeded();
+
+    void setInstallState(InstallState state);
+    void setListenerError(const QString& text);
+
+    const DotaConfig m_config;
+    const quint16 m_port;
+    InstallState m_installState = InstallState::NotFound;
+    QString m_listenerError;
+
+    // On the queue.
+    DotaMatch m_match;
+    std::unique_ptr<DotaListener> m_listener;
+    std::unique_ptr<QTimer> m_timer;
+};
+
+} // namespace quelto
