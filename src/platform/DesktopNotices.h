@@ -24,8 +24,8 @@ public:
     virtual void show(const DesktopNotice& notice) = 0;
 
 Q_SIGNALS:
-    /// The user answered the notice of that id by its default action. A window that is raised from within the slots
-    /// counts as asked for by the user.
+    /// The user answered the notice of that id by its default action. Where the desktop gave a token for raising a
+    /// window on that account, it is in the environment (XDG_ACTIVATION_TOKEN, DESKTOP_STARTUP_ID) by now.
     void clicked(const QString& id);
 };
 

@@ -39,7 +39,9 @@ void FreedesktopTrash::recycle(const QStringList& paths, std::function<void()> d
 {
     m_queue.post([paths, done = std::move(done)] {
         for (const QString& path : paths) {
-            moveToTrash(path);
+            if (!path.isEmpty()) {
+                moveToTrash(path);
+            }
         }
         if (done) {
             done();

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/FreedesktopTrash.h"
+
+#include "ChildProcess.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <semaphore>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quelto {
+namespace {
+
+using pipewire::ChildProcess;
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+dev_t volumeOf(const QString& path)
+{
+    struct stat status = {};
+    EXPECT_EQ(stat(QFile::encodeName(path).constData(), &status), 0) << path.toStdString();
+    return status.st_dev;
+}
+
+class FreedesktopTrashTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsEmpty("QUELTO_TEST_DIR")) {
+            GTEST_SKIP() << "runs on the private desktop only";
+        }
+    }
+
+    QString makeFile(const QString& name, const QByteArray& content = "film") const
+    {
+        const QString path = m_folder.filePath(name);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(content), content.size());
+        return path;
+    }
+
+    void recycle(const QStringList& paths)
+    {
+        std::binary_semaphore isDone(0);
+        m_trash.recycle(paths, [&] { isDone.release(); });
+        ASSERT_TRUE(isDone.try_acquire_for(std::chrono::seconds(10)));
+    }
+
+    /// Another program brings the newest file back that was at that path.
+    static void restore(const QString& path)
+    {
+        ChildProcess process(
+            QStringLiteral("sh"),
+            {QStringLiteral("-c"), QStringLiteral("echo 0 | trash-restore \"$1\""), QStringLiteral("sh"), path});
+        const QByteArray said = process.readAll();
+        EXPECT_EQ(process.wait(), 0) << said.toStdString();
+    }
+
+    QTemporaryDir m_folder{QString::fromUtf8(qgetenv("QUELTO_TEST_DIR")) + QStringLiteral("/Videos/XXXXXX")};
+    FreedesktopTrash m_trash;
+};
+
+TEST_F(FreedesktopTrashTest, GivesAFileBackToAnotherProgramUnderItsOwnName)
+{
+    for (const QString& name : {QStringLiteral("Dota 2 - Rampage (2026-11-21 02.00.00) [epic 98].mp4"),
+                                QStringLiteral("50%20 Şampiyon 100% ü.mp4"), QStringLiteral("a \"b\" 'c' $(d) #e?.mp4"),
+                                QStringLiteral("-f.mp4")}) {
+        const QString path = makeFile(name, name.toUtf8());
+        recycle({path});
+        EXPECT_FALSE(QFileInfo::exists(path)) << name.toStdString();
+        restore(path);
+        EXPECT_EQ(contentOf(path), name.toUtf8()) << name.toStdString();
+    }
+}
+
+TEST_F(FreedesktopTrashTest, KeepsEveryFileOfOneName)
+{
+    const QDir files(QString::fromUtf8(qgetenv("XDG_DATA_HOME")) + QStringLiteral("/Trash/files"));
+    for (const QByteArray content : {"first", "second", "third"}) {
+        recycle({makeFile(QStringLiteral("same.mp4"), content)});
+    }
+    QList<QByteArray> kept;
+    for (const QFileInfo& file : files.entryInfoList({QStringLiteral("same*")}, QDir::Files)) {
+        kept.append(contentOf(file.filePath()));
+    }
+    std::ranges::sort(kept);
+    EXPECT_EQ(kept, (QList<QByteArray>{"first", "second", "third"}));
+}
+
+TEST_F(FreedesktopTrashTest, PassesOverAMissingFile)
+{
+    const QString first = makeFile(QStringLiteral("first.mp4"));
+    const QString last = makeFile(QStringLiteral("last.mp4"));
+    recycle({first, m_folder.filePath(QStringLiteral("none.mp4")), QString(), last});
+    EXPECT_FALSE(QFileInfo::exists(first));
+    EXPECT_FALSE(QFileInfo::exists(last));
+    recycle({});
+    m_trash.recycle({m_folder.filePath(QStringLiteral("none.mp4"))}, {});
+}
+
+TEST_F(FreedesktopTrashTest, MovesALinkAndNotWhatItPointsTo)
+{
+    const QString target = makeFile(QStringLiteral("target.mp4"));
+    const QString link = m_folder.filePath(QStringLiteral("link.mp4"));
+    ASSERT_TRUE(QFile::link(target, link));
+    recycle({link});
+    EXPECT_FALSE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(contentOf(target), "film");
+}
+
+TEST_F(FreedesktopTrashTest, LeavesAFileWhereItsFolderMayNotBeChanged)
+{
+    const QString path = QStringLiteral("/proc/self/status");
+    recycle({path});
+    EXPECT_FALSE(contentOf(path).isEmpty());
+}
+
+TEST_F(FreedesktopTrashTest, KeepsAFileOfAnotherVolumeOnThatVolume)
+{
+    const QString volume = QStringLiteral("/dev/shm");
+    if (!QFileInfo(volume).isWritable() || volumeOf(volume) == volumeOf(m_folder.path())) {
+        GTEST_SKIP() << "there is no second volume";
+    }
+    const QTemporaryDir folder(volume + QStringLiteral("/quelto-XXXXXX"));
+    const QString name = QFileInfo(folder.path()).fileName() + QStringLiteral(".mp4");
+    const QString path = folder.filePath(name);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("film");
+    file.close();
+    const QString bin = QStringLiteral("%1/.Trash-%2/").arg(volume).arg(getuid());
+    recycle({path});
+    EXPECT_FALSE(QFileInfo::exists(path));
+    EXPECT_EQ(contentOf(bin + QStringLiteral("files/") + name), "film");
+    EXPECT_TRUE(contentOf(bin + QStringLiteral("info/") + name + QStringLiteral(".trashinfo")).contains(name.toUtf8()));
+    // The volume is the machine's, not the private desktop's.
+    QFile::remove(bin + QStringLiteral("files/") + name);
+    QFile::remove(bin + QStringLiteral("info/") + name + QStringLiteral(".trashinfo"));
+    for (const char* left : {"files", "info", ""}) {
+        QDir().rmdir(bin + QString::fromUtf8(left));
+    }
+}
+
+} // namespace
+} // namespace quelto
