@@ -28,7 +28,7 @@ class DotaWatcher final : public MatchWatcher {
 public:
     using InstallState = DotaConfig::InstallState;
 
-    static inline const QString gameName = gameNames::dota2;
+    static QString gameName() { return gameNames::dota2; }
     static inline const QString configName = DotaConfig::configName;
     static constexpr quint16 ListeningPort = 37231;
 
