@@ -61,10 +61,9 @@ struct EventSounds::Player {
             if (!context) {
                 context = connectedContext();
             }
-            // Not from the server's cache of samples: it would play them in its own name, into the clips.
             if (!context ||
                 ca_context_play(context.get(), 0, CA_PROP_EVENT_ID, eventName(sound), CA_PROP_MEDIA_ROLE, "event",
-                                CA_PROP_CANBERRA_CACHE_CONTROL, "never", nullptr) == CA_SUCCESS) {
+                                nullptr) == CA_SUCCESS) {
                 return;
             }
             context.reset();
