@@ -165,8 +165,10 @@ void MatchStore::save(const QList<MatchSession>& sessions) const
 {
     QDir().mkpath(QFileInfo(m_path).path());
     QSaveFile file(m_path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(encodedMatches(sessions.first(std::min(sessions.size(), MostSessions))));
+    const auto json = encodedMatches(sessions.first(std::min(sessions.size(), MostSessions)));
+    // Only what was written whole may replace the file. QSaveFile takes a write that a full disk cut short for a good
+    // one, and a buffer would hide it from us as well.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(json) == json.size()) {
         file.commit();
     }
 }

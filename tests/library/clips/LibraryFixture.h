@@ -34,7 +34,9 @@ protected:
 
     QTemporaryDir folder;
     int argumentCount = 0;
-    QCoreApplication application{argumentCount, nullptr};
+    /// Unless the program has one of its own.
+    std::unique_ptr<QCoreApplication> application{
+        QCoreApplication::instance() == nullptr ? new QCoreApplication(argumentCount, nullptr) : nullptr};
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
     RecordingTrash trash;
     ClipLibrary library{settings, trash};
