@@ -83,6 +83,8 @@ class Quelto:
         self.folder = pathlib.Path(settings.setdefault("saveFolder", str(TEST_FOLDER / f"clips-{time.monotonic_ns()}")) or TEST_FOLDER / "Videos/Quelto")
         settings.setdefault("clipLength", 15)
         settings.setdefault("playSound", False)
+        # The notice would stand in the picture whose frames are counted.
+        settings.setdefault("showOverlay", False)
         self.write_settings(settings)
         self.log = TEST_FOLDER / "logs" / f"quelto-{time.monotonic_ns()}"
         self.saved, self.failed = [], []

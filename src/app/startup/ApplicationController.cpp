@@ -13,7 +13,6 @@
 #include <QDBusConnection>
 #include <QDesktopServices>
 #include <QDir>
-#include <QFileInfo>
 #include <QTimer>
 
 namespace quelto {
@@ -39,6 +38,8 @@ ApplicationController::ApplicationController()
     , m_settings(AppSettings::defaultPath(), sizesOf(*m_platform.displays))
     , m_sessionQueue(QStringLiteral("quelto.session"))
     , m_saveQueue(QStringLiteral("quelto.save"))
+    , m_library(m_settings, *m_platform.trash)
+    , m_matches({.library = m_library, .main = m_main, .store = MatchStore()})
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)
     , m_commands({.openFolder = [this] { openFolder(); },
@@ -47,6 +48,22 @@ ApplicationController::ApplicationController()
                   .close = [this] { m_window->close(); },
                   .quit = [this] { quit(); }},
                  AppSettings::defaultPath())
+    , m_navigation(m_main)
+    , m_shownMatch(m_matches, m_navigation)
+    , m_hud(m_engine, m_main)
+    , m_routing(m_settings, m_matches,
+                {.isRecording = [this] { return m_recorder->isActive(); },
+                 .startRecording = [this] { m_recorder->start(); },
+                 .saveAutoClip = [this](const Moment& moment) { m_recorder->saveAutoClip(moment, moment.game); },
+                 .reloadLibrary = [this] { m_library.reload(); },
+                 .playSound = [this](NoticeSound sound) { m_platform.sounds->play(sound); },
+                 .showHud = [this](const HudNotice& notice) { m_hud.show(notice); },
+                 .showToast = [this](const QString& text) { m_navigation.showToast(text); },
+                 .notifyDesktop =
+                     [this](const MatchNotice& notice) {
+                         m_platform.notices->show(
+                             {.id = matchIdText(notice.id), .title = notice.title, .body = notice.body});
+                     }})
 {
     m_recorder = std::make_unique<Recorder>(Recorder::Parts{.settings = m_settings,
                                                             .platform = m_platform,
@@ -69,14 +86,17 @@ void ApplicationController::applicationDidFinishLaunching()
                                                               .showSettings = [this] { showSettings(); },
                                                               .openFolder = [this] { openFolder(); },
                                                               .quit = [this] { quit(); }});
+    m_library.reload();
     m_hotKeys.action = [this] { m_recorder->saveClip(); };
     m_hotKeys.registerFromSettings();
     m_hotKeys.followSettings();
     joinSavedClips();
+    joinMatches();
+    followGames();
     connect(m_recorder.get(), &Recorder::stateChanged, m_statusItem.get(), &StatusItem::updateIcon);
 
     // What others may ask over the session bus, once there is something to answer with.
-    new RecorderOnBus(*m_recorder, m_settings, this);
+    new ProgramOnBus(*m_recorder, m_settings, m_navigation, this);
     new ApplicationOnBus([this] { showWindow(); }, this);
     QDBusConnection::sessionBus().registerObject(busNames::path, this);
 
@@ -91,6 +111,8 @@ void ApplicationController::buildWindow()
     RecorderForQml::instance = m_recorder.get();
     AppSettingsForQml::instance = &m_settings;
     WindowCommandsForQml::instance = &m_commands;
+    NavigationForQml::instance = &m_navigation;
+    ShownMatchForQml::instance = &m_shownMatch;
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     m_engine.loadData("import Quelto.Shell\nMainWindow {}\n");
@@ -107,18 +129,37 @@ void ApplicationController::buildWindow()
 
 void ApplicationController::joinSavedClips()
 {
-    connect(m_recorder.get(), &Recorder::clipSaved, this, [this](const QString& path) {
-        m_commands.clipSaved(path);
-        if (m_settings.showOverlay()) {
-            m_statusItem->notify(T("Klip kaydedildi"), QFileInfo(path).completeBaseName(), false);
+    connect(m_recorder.get(), &Recorder::clipSaved, &m_commands, &WindowCommands::clipSaved);
+    connect(m_recorder.get(), &Recorder::saveFailed, &m_commands, &WindowCommands::saveFailed);
+    connect(m_recorder.get(), &Recorder::clipSaved, &m_routing, &MomentRouting::clipSaved);
+    connect(m_recorder.get(), &Recorder::saveFailed, &m_routing, &MomentRouting::saveFailed);
+}
+
+void ApplicationController::joinMatches()
+{
+    connect(&m_matches, &MatchTracker::sessionIsGoing, &m_navigation, [this](const QUuid& match) {
+        if (m_navigation.page().match == match) {
+            m_navigation.setPage({.kind = Pages::Kind::Matches, .match = {}});
         }
     });
-    connect(m_recorder.get(), &Recorder::saveFailed, this, [this](const QString& message) {
-        m_commands.saveFailed(message);
-        if (m_settings.showOverlay()) {
-            m_statusItem->notify(T("Klip kaydedilemedi"), message, true);
+    connect(m_platform.notices.get(), &DesktopNotices::clicked, this, [this](const QString& id) {
+        if (const auto match = QUuid::fromString(id); !match.isNull()) {
+            openReview(match);
         }
     });
+}
+
+void ApplicationController::followGames()
+{
+    m_routing.followMatches(m_league, LeagueWatcher::gameName());
+    m_routing.followMatches(m_dota, DotaWatcher::gameName());
+    m_routing.follow(m_wow, WoWWatcher::gameName());
+}
+
+void ApplicationController::openReview(const QUuid& match)
+{
+    m_navigation.setPage({.kind = Pages::Kind::Review, .match = match});
+    showWindow();
 }
 
 void ApplicationController::showWindow()

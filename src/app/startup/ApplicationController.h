@@ -3,11 +3,20 @@
 
 #include "app/settings/AppSettings.h"
 #include "app/startup/HotKeyManager.h"
+#include "app/startup/MomentRouting.h"
 #include "app/startup/StatusItem.h"
 #include "capture/recorder/Recorder.h"
+#include "library/clips/ClipLibrary.h"
+#include "library/matches/MatchTracker.h"
+#include "moments/dota/DotaWatcher.h"
+#include "moments/league/LeagueWatcher.h"
+#include "moments/wow/WoWWatcher.h"
 #include "platform/Platform.h"
 #include "queues/MainQueue.h"
 #include "queues/SerialQueue.h"
+#include "ui/shell/Hud.h"
+#include "ui/shell/Navigation.h"
+#include "ui/shell/ShownMatch.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
 
@@ -48,6 +57,10 @@ public:
 private:
     void buildWindow();
     void joinSavedClips();
+    void joinMatches();
+    void followGames();
+    /// Shows the review of a match, which may be gone by now.
+    void openReview(const QUuid& match);
 
     Platform m_platform;
     AppSettings m_settings;
@@ -56,12 +69,21 @@ private:
     // They end before the recorder that their tasks refer to.
     SerialQueue m_sessionQueue;
     SerialQueue m_saveQueue;
+    ClipLibrary m_library;
+    MatchTracker m_matches;
     HotKeyManager m_hotKeys;
     std::unique_ptr<StatusItem> m_statusItem;
     Theme m_theme;
     WindowCommands m_commands;
+    Navigation m_navigation;
+    ShownMatch m_shownMatch;
     QQmlApplicationEngine m_engine;
+    Hud m_hud;
     QQuickWindow* m_window = nullptr;
+    MomentRouting m_routing;
+    LeagueWatcher m_league;
+    DotaWatcher m_dota;
+    WoWWatcher m_wow;
 };
 
 } // namespace quelto

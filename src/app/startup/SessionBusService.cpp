@@ -14,39 +14,40 @@ constexpr int AnswerMilliseconds = 5000;
 
 } // namespace
 
-RecorderOnBus::RecorderOnBus(Recorder& recorder, AppSettings& settings, QObject* object)
+ProgramOnBus::ProgramOnBus(Recorder& recorder, AppSettings& settings, const Navigation& navigation, QObject* object)
     : QDBusAbstractAdaptor(object)
     , m_recorder(recorder)
     , m_settings(settings)
+    , m_navigation(navigation)
 {
     // SetSetting's argument is looked up by this name.
     qRegisterMetaType<QDBusVariant>("QDBusVariant");
-    connect(&recorder, &Recorder::clipSaved, this, &RecorderOnBus::ClipSaved);
-    connect(&recorder, &Recorder::saveFailed, this, &RecorderOnBus::SaveFailed);
+    connect(&recorder, &Recorder::clipSaved, this, &ProgramOnBus::ClipSaved);
+    connect(&recorder, &Recorder::saveFailed, this, &ProgramOnBus::SaveFailed);
 }
 
-QString RecorderOnBus::stateName() const
+QString ProgramOnBus::stateName() const
 {
     return QString::fromLatin1(QMetaEnum::fromType<CaptureState>().valueToKey(static_cast<int>(m_recorder.stateKind())))
         .toLower();
 }
 
-void RecorderOnBus::SaveClip()
+void ProgramOnBus::SaveClip()
 {
     m_recorder.saveClip();
 }
 
-void RecorderOnBus::Start()
+void ProgramOnBus::Start()
 {
     m_recorder.start();
 }
 
-void RecorderOnBus::Stop()
+void ProgramOnBus::Stop()
 {
     m_recorder.stop();
 }
 
-void RecorderOnBus::SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call)
+void ProgramOnBus::SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call)
 {
     const auto* type = m_settings.metaObject();
     const auto property = type->property(type->indexOfProperty(key.toUtf8().constData()));

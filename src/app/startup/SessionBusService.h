@@ -3,6 +3,7 @@
 
 #include "app/settings/AppSettings.h"
 #include "capture/recorder/Recorder.h"
+#include "ui/shell/Navigation.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusContext>
@@ -20,7 +21,7 @@ inline const QString path = QStringLiteral("/app/quelto/Quelto");
 
 /// What other programs can ask of Quelto on the session bus: the way to the key's action where the desktop keeps global
 /// keys to itself, and to scripts.
-class RecorderOnBus : public QDBusAbstractAdaptor {
+class ProgramOnBus : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "app.quelto.Quelto")
     /// "idle", "starting", "recording" or "error".
@@ -31,9 +32,11 @@ class RecorderOnBus : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString MicWarning READ micWarning)
     Q_PROPERTY(double BufferMB READ bufferMB)
     Q_PROPERTY(bool IsSaving READ isSaving)
+    /// The page in the window: "library", "review" and the match's id.
+    Q_PROPERTY(QString Page READ pageName)
 
 public:
-    RecorderOnBus(Recorder& recorder, AppSettings& settings, QObject* object);
+    ProgramOnBus(Recorder& recorder, AppSettings& settings, const Navigation& navigation, QObject* object);
 
     QString stateName() const;
     QString message() const { return m_recorder.errorMessage(); }
@@ -41,6 +44,7 @@ public:
     QString micWarning() const { return m_recorder.micWarningText(); }
     double bufferMB() const { return m_recorder.bufferMB(); }
     bool isSaving() const { return m_recorder.isSaving(); }
+    QString pageName() const { return pageText(m_navigation.page()); }
 
 public Q_SLOTS:
     /// Does what the key does.
@@ -57,6 +61,7 @@ Q_SIGNALS:
 private:
     Recorder& m_recorder;
     AppSettings& m_settings;
+    const Navigation& m_navigation;
 };
 
 /// The desktop's own interface for programs that run once: a second start raises the first one's window.

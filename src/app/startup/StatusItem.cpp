@@ -36,7 +36,6 @@ StatusItem::StatusItem(Recorder& recorder, const AppSettings& settings, ShellCom
             m_commands.showWindow();
         }
     });
-    connect(&m_icon, &QSystemTrayIcon::messageClicked, this, [this] { m_commands.openFolder(); });
     connect(&settings, &AppSettings::colorThemeChanged, this, &StatusItem::updateIcon);
     rebuildMenu();
     m_icon.setContextMenu(&m_menu);
@@ -50,11 +49,6 @@ void StatusItem::updateIcon()
     // Panels are light or dark, and do not tell; the accent can be seen on both.
     const auto color = Palette::find(m_settings.colorTheme()).accent;
     m_icon.setIcon(symbolIcon(symbolFor(m_recorder.stateKind()), color));
-}
-
-void StatusItem::notify(const QString& title, const QString& text, bool isError)
-{
-    m_icon.showMessage(title, text, isError ? QSystemTrayIcon::Warning : QSystemTrayIcon::Information);
 }
 
 void StatusItem::rebuildMenu()

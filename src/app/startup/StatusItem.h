@@ -30,8 +30,6 @@ public:
 
     QMenu& menu() { return m_menu; }
     void updateIcon();
-    /// A short note beside the icon, for what happens while the window is hidden.
-    void notify(const QString& title, const QString& text, bool isError);
 
 private:
     void rebuildMenu();

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QTimer>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <csignal>
@@ -17,6 +18,8 @@ Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
 namespace {
 
+constexpr std::chrono::seconds UntilAllRuns{2};
+
 /// Qt leaves by exit() when the display server goes away, from within the event loop, with all threads running: what
 /// they use would be torn down under them. A clip that is being written is finished, and then the process ends at once.
 class AbruptExit {
@@ -25,9 +28,10 @@ public:
     {
         running = &controller;
         comeFirst();
-        // What Qt makes on its way to the first picture would be torn down before.
+        // What Qt makes on its way to the first picture, and the watchers on theirs, would be torn down before.
         QObject::connect(controller.window(), &QQuickWindow::frameSwapped, &m_context, &comeFirst,
                          Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+        QTimer::singleShot(UntilAllRuns, &m_context, &comeFirst);
     }
     ~AbruptExit() { running = nullptr; }
     AbruptExit(const AbruptExit&) = delete;

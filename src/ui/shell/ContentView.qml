@@ -9,6 +9,8 @@ import Quelto.Theme
 Item {
     id: content
 
+    readonly property bool isReview: Navigation.pageKind === Pages.Review
+
     Backdrop {
         anchors.fill: parent
     }
@@ -30,6 +32,7 @@ Item {
             Column {
                 anchors.centerIn: parent
                 width: 440
+                visible: !content.isReview
                 spacing: 26
 
                 Brand {
@@ -44,6 +47,15 @@ Item {
                     width: parent.width
                 }
             }
+
+            ReviewPage {
+                anchors.centerIn: parent
+                width: 560
+                visible: content.isReview
+                focus: visible
+            }
+
+            Toast {}
         }
     }
 

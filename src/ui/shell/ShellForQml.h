@@ -3,6 +3,8 @@
 
 #include "app/settings/AppSettings.h"
 #include "capture/recorder/Recorder.h"
+#include "ui/shell/Navigation.h"
+#include "ui/shell/ShownMatch.h"
 #include "ui/shell/WindowCommands.h"
 
 #include <QJSEngine>
@@ -42,6 +44,27 @@ struct WindowCommandsForQml : SharedForQml<WindowCommands> {
     QML_FOREIGN(quelto::WindowCommands)
     QML_NAMED_ELEMENT(WindowCommands)
     QML_SINGLETON
+};
+
+struct NavigationForQml : SharedForQml<Navigation> {
+    Q_GADGET
+    QML_FOREIGN(quelto::Navigation)
+    QML_NAMED_ELEMENT(Navigation)
+    QML_SINGLETON
+};
+
+struct ShownMatchForQml : SharedForQml<ShownMatch> {
+    Q_GADGET
+    QML_FOREIGN(quelto::ShownMatch)
+    QML_NAMED_ELEMENT(ShownMatch)
+    QML_SINGLETON
+};
+
+struct PagesForQml {
+    Q_GADGET
+    QML_FOREIGN(quelto::Pages)
+    QML_NAMED_ELEMENT(Pages)
+    QML_UNCREATABLE("It only holds names")
 };
 
 struct CaptureStateForQml {

@@ -20,9 +20,11 @@ struct SymbolRow {
 
 // The icons are named for what they show, the symbols for what they mean.
 constexpr std::array Symbols{
+    SymbolRow{"bolt.fill", "bolt-filled"},
     SymbolRow{"checkmark", "checkmark"},
     SymbolRow{"exclamationmark.circle", "circle-exclamation"},
     SymbolRow{"exclamationmark.triangle.fill", "triangle-exclamation-filled"},
+    SymbolRow{"flame.fill", "flame-filled"},
     SymbolRow{"folder.fill", "folder-filled"},
     SymbolRow{"mic.fill", "microphone-filled"},
     SymbolRow{"mic.slash.fill", "microphone-slashed"},
@@ -30,6 +32,8 @@ constexpr std::array Symbols{
     SymbolRow{"record.circle", "circle-dot"},
     SymbolRow{"record.circle.fill", "circle-dot-filled"},
     SymbolRow{"scissors", "scissors"},
+    SymbolRow{"star.fill", "star-filled"},
+    SymbolRow{"xmark", "cross"},
 };
 
 QImage drawn(const QString& symbol, const QColor& color, QSize size)

@@ -10,7 +10,7 @@
 
 namespace quelto {
 
-/// The colours of the chosen palette, by role, and the four that every palette shares.
+/// The colours of the chosen palette, by role, and those that every palette shares.
 ///
 /// Thread: main.
 class Theme : public QObject {
@@ -30,6 +30,10 @@ class Theme : public QObject {
     Q_PROPERTY(QColor onAccent READ onAccent CONSTANT)
     Q_PROPERTY(QColor live READ live CONSTANT)
     Q_PROPERTY(QColor good READ good CONSTANT)
+    Q_PROPERTY(QColor gold READ gold CONSTANT)
+    Q_PROPERTY(QColor violet READ violet CONSTANT)
+    Q_PROPERTY(QColor onGold READ onGold CONSTANT)
+    Q_PROPERTY(QColor notice READ notice CONSTANT)
 
 public:
     explicit Theme(const AppSettings& settings, QObject* parent = nullptr);
@@ -52,6 +56,14 @@ public:
     static QColor live() { return {0xFF, 0x3B, 0x3B}; }
     /// Success.
     static QColor good() { return {0x33, 0xD1, 0x7A}; }
+    /// The best moments.
+    static QColor gold() { return {0xFF, 0xC5, 0x3D}; }
+    /// What stands on gold.
+    static QColor onGold() { return Qt::black; }
+    /// The ground of the on-screen notice.
+    static QColor notice() { return {0x16, 0x16, 0x1C, 245}; }
+    /// The plain ones.
+    static QColor violet() { return {0x8B, 0x7C, 0xFF}; }
 
 Q_SIGNALS:
     void changed();

@@ -46,6 +46,13 @@ void ShellFixture::SetUp()
                                                                         .close = ask("close"),
                                                                         .quit = ask("quit")},
                                                 QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
+    library = std::make_unique<ClipLibrary>(settings, trash);
+    matches = std::make_unique<MatchTracker>(MatchTracker::Parts{
+        .library = *library, .main = main, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
+    navigation = std::make_unique<Navigation>(main);
+    shownMatch = std::make_unique<ShownMatch>(*matches, *navigation);
+    NavigationForQml::instance = navigation.get();
+    ShownMatchForQml::instance = shownMatch.get();
     ThemeForQml::instance = theme.get();
     RecorderForQml::instance = recorder.get();
     AppSettingsForQml::instance = &settings;

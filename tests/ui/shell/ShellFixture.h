@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "library/matches/MatchTracker.h"
+#include "ui/shell/Navigation.h"
+#include "ui/shell/ShownMatch.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
 
 #include "tests/capture/recorder/RecorderFixture.h"
+#include "tests/library/clips/RecordingTrash.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
@@ -28,6 +32,11 @@ protected:
 
     std::unique_ptr<Theme> theme;
     std::unique_ptr<WindowCommands> commands;
+    RecordingTrash trash;
+    std::unique_ptr<ClipLibrary> library;
+    std::unique_ptr<MatchTracker> matches;
+    std::unique_ptr<Navigation> navigation;
+    std::unique_ptr<ShownMatch> shownMatch;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
     /// What the window asked for, in order.

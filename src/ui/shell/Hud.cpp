@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/shell/Hud.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+#include <QQuickItem>
+#include <QScreen>
+
+namespace quelto {
+
+namespace {
+
+constexpr QSize PanelSize{330, 66};
+constexpr int FromRight = 24;
+constexpr int FromTop = 48;
+constexpr std::chrono::milliseconds Standing{2600};
+constexpr std::chrono::milliseconds FadingOut{300};
+
+struct TierSymbol {
+    ClipTier tier;
+    const char* symbol;
+};
+constexpr std::array TierSymbols{TierSymbol{ClipTier::epic, "flame.fill"}, TierSymbol{ClipTier::medium, "bolt.fill"},
+                                 TierSymbol{ClipTier::basic, "star.fill"}};
+
+QString symbolOf(const HudNotice& notice)
+{
+    if (notice.error) {
+        return QStringLiteral("xmark");
+    }
+    if (!notice.tier) {
+        return QStringLiteral("checkmark");
+    }
+    return QLatin1String(std::ranges::find(TierSymbols, *notice.tier, &TierSymbol::tier)->symbol);
+}
+
+} // namespace
+
+Hud::Hud(QQmlEngine& engine, TaskQueue& main)
+    : m_engine(engine)
+    , m_main(main)
+{
+}
+
+Hud::~Hud() = default;
+
+void Hud::show(const HudNotice& notice)
+{
+    m_window = std::make_unique<QQuickView>(&m_engine, nullptr);
+    // Past the window manager: nothing else puts a window above a full-screen one without its taking the focus.
+    m_window->setFlags(Qt::ToolTip | Qt::BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                       Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
+    m_window->setColor(Qt::transparent);
+    m_window->setResizeMode(QQuickView::SizeRootObjectToView);
+    m_window->setInitialProperties({{QStringLiteral("title"), notice.title},
+                                    {QStringLiteral("subtitle"), notice.subtitle},
+                                    {QStringLiteral("symbol"), symbolOf(notice)},
+                                    {QStringLiteral("error"), notice.error},
+                                    {QStringLiteral("tier"), notice.tier ? tagOf(*notice.tier) : QString()}});
+    m_window->setSource(QUrl(QStringLiteral("qrc:/Quelto/Shell/HudView.qml")));
+    m_window->resize(PanelSize);
+    if (const auto* screen = QGuiApplication::primaryScreen()) {
+        const auto whole = screen->geometry();
+        m_window->setPosition(whole.right() + 1 - PanelSize.width() - FromRight, whole.top() + FromTop);
+    }
+    m_window->show();
+    later(Standing, [this] {
+        m_window->rootObject()->setProperty("leaving", true);
+        later(FadingOut, [this] { m_window.reset(); });
+    });
+}
+
+void Hud::later(HostDuration delay, std::function<void()> task)
+{
+    const QPointer<QQuickView> window(m_window.get());
+    m_main.postAfter(delay, [window, task = std::move(task)] {
+        if (!window.isNull()) {
+            task();
+        }
+    });
+}
+
+} // namespace quelto

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Theme
+
+// The on-screen notice. Its ground is the same in every palette: it stands above a game, not in our window.
+Rectangle {
+    id: hud
+
+    required property string title
+    required property string subtitle
+    required property string symbol
+    required property bool error
+    // The tier's tag, or nothing.
+    required property string tier
+    property bool standing: false
+    property bool leaving: false
+
+    readonly property var tileColors: ({
+            "EFSANE": Theme.gold,
+            "ORTA": Theme.accent,
+            "BASIT": Theme.violet
+        })
+
+    opacity: standing && !leaving ? 1 : 0
+    radius: 10
+    color: Theme.notice
+    border.width: 1
+    border.color: Theme.border
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: hud.title + "\n" + hud.subtitle
+
+    Row {
+        anchors.verticalCenter: parent.verticalCenter
+        x: 14
+        spacing: 12
+
+        Rectangle {
+            width: 36
+            height: 36
+            radius: 7
+            color: hud.error ? Theme.live : hud.tileColors[hud.tier] ?? Theme.accent
+
+            SymbolIcon {
+                anchors.centerIn: parent
+                symbol: hud.symbol
+                side: 20
+                color: hud.tier === "EFSANE" ? Theme.onGold : Theme.onAccent
+            }
+        }
+
+        Column {
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 2
+
+            Text {
+                width: hud.width - 76
+                text: hud.title
+                color: Theme.onAccent
+                font.pixelSize: 13
+                font.weight: Font.Bold
+                elide: Text.ElideRight
+                textFormat: Text.PlainText
+            }
+
+            Text {
+                width: hud.width - 76
+                text: hud.subtitle
+                color: Theme.muted
+                font.pixelSize: 11
+                elide: Text.ElideRight
+                textFormat: Text.PlainText
+            }
+        }
+    }
+
+    Behavior on opacity {
+        NumberAnimation {
+            duration: hud.leaving ? 300 : 150
+        }
+    }
+
+    Component.onCompleted: hud.standing = true
+}

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/shell/Navigation.h"
+
+#include <QMetaEnum>
+#include <QPointer>
+
+namespace quelto {
+
+namespace {
+
+constexpr std::chrono::milliseconds ToastTime{2500};
+
+} // namespace
+
+Navigation::Navigation(TaskQueue& main, QObject* parent)
+    : QObject(parent)
+    , m_main(main)
+{
+}
+
+void Navigation::setPage(const Page& page)
+{
+    if (m_page != page) {
+        m_page = page;
+        Q_EMIT pageChanged();
+    }
+}
+
+void Navigation::showToast(const QString& text)
+{
+    setToast(text);
+    const QPointer<Navigation> navigation(this);
+    m_main.postAfter(ToastTime, [navigation, text] {
+        auto* const self = navigation.data();
+        if (self != nullptr && self->m_toast == text) {
+            self->setToast({});
+        }
+    });
+}
+
+void Navigation::setToast(const QString& text)
+{
+    if (m_toast != text) {
+        m_toast = text;
+        Q_EMIT toastChanged();
+    }
+}
+
+QString pageText(const Page& page)
+{
+    const auto kind =
+        QString::fromLatin1(QMetaEnum::fromType<Pages::Kind>().valueToKey(static_cast<int>(page.kind))).toLower();
+    return page.match.isNull() ? kind : kind + u' ' + page.match.toString(QUuid::WithoutBraces).toUpper();
+}
+
+} // namespace quelto

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/shell/ShellFixture.h"
+
+#include <QTest>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+class ReviewPageTest : public test::ShellFixture {
+protected:
+    QUuid playedMatch()
+    {
+        QDir().mkpath(folder.filePath(QStringLiteral("clips")));
+        matches->gameStarted(QStringLiteral("League of Legends"), QStringLiteral("Ahri"));
+        for (const auto* label : {"[EFSANE 170] PENTAKILL (Ahri)", "[BASIT 15] Solo Kill (Ahri)"}) {
+            QFile file(folder.filePath(QStringLiteral("clips/League of Legends - 2026-03-01 20.15.07 ") +
+                                       QString::fromUtf8(label) + QStringLiteral(".mp4")));
+            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+            matches->clipSaved(file.fileName());
+        }
+        matches->gameEnded(QStringLiteral("League of Legends"));
+        time.advance(10s);
+        return matches->sessions().first().id;
+    }
+};
+
+TEST_F(ReviewPageTest, ShowsTheMatchAndItsClips)
+{
+    navigation->setPage({.kind = Pages::Kind::Review, .match = playedMatch()});
+    QTest::qWait(50);
+    EXPECT_TRUE(shows(QStringLiteral("League of Legends • Ahri")));
+    EXPECT_TRUE(shows(QStringLiteral("PENTAKILL (Ahri)")));
+    EXPECT_TRUE(shows(QStringLiteral("Solo Kill (Ahri)")));
+    EXPECT_FALSE(picture(QStringLiteral("review")).isNull());
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_EQ(navigation->page(), Page{});
+}
+
+TEST_F(ReviewPageTest, CopesWithAMatchThatIsGone)
+{
+    const auto id = playedMatch();
+    navigation->setPage({.kind = Pages::Kind::Review, .match = id});
+    matches->deleteSession(id, MatchTracker::WithClips::no);
+    QTest::qWait(50);
+    EXPECT_TRUE(shows(QStringLiteral("Bu maç artık listede yok")));
+    EXPECT_FALSE(shows(QStringLiteral("PENTAKILL (Ahri)")));
+    picture(QStringLiteral("review-gone"));
+    click(QStringLiteral("Kapat"));
+    EXPECT_EQ(navigation->page(), Page{});
+}
+
+TEST_F(ReviewPageTest, AToastFloatsOverThePage)
+{
+    navigation->showToast(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)"));
+    QTest::qWait(300);
+    EXPECT_TRUE(shows(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)")));
+    picture(QStringLiteral("toast"));
+    time.advance(2500ms);
+    QTest::qWait(300);
+    EXPECT_FALSE(shows(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)")));
+}
+
+} // namespace
+} // namespace quelto
