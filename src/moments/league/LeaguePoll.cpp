@@ -92,22 +92,19 @@ void LeaguePoll::ask()
 
 void LeaguePoll::read()
 {
-    if (m_body.size() + m_reply->bytesAvailable() > LongestBody) {
-        end(std::nullopt);
-        return;
-    }
     m_body += m_reply->readAll();
+    if (m_body.size() > LongestBody) {
+        end(std::nullopt);
+    }
 }
 
 void LeaguePoll::answered()
 {
-    if (m_reply->error() != QNetworkReply::NoError ||
-        m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != Success) {
-        end(std::nullopt);
-        return;
-    }
+    const auto status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     m_body += m_reply->readAll();
-    end(readLeagueData(m_body));
+    const bool isAnswer =
+        m_reply->error() == QNetworkReply::NoError && status == Success && m_body.size() <= LongestBody;
+    end(isAnswer ? readLeagueData(m_body) : std::nullopt);
 }
 
 void LeaguePoll::end(const std::optional<LeagueData>& data)
