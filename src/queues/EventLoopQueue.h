@@ -18,7 +18,7 @@ class EventLoopQueue final : public TaskQueue {
 public:
     /// The name shows in debuggers and "top"; the kernel keeps its first 15 bytes.
     explicit EventLoopQueue(const QString& name);
-    ~EventLoopQueue();
+    ~EventLoopQueue() override;
     EventLoopQueue(const EventLoopQueue&) = delete;
     EventLoopQueue& operator=(const EventLoopQueue&) = delete;
 
