@@ -156,11 +156,8 @@ int grep(const fs::path& file)
         words.insert(words.end(), {"-e", std::string(word)});
     }
     words.push_back(path);
-    std::vector<char*> arguments;
-    for (auto& word : words) {
-        arguments.push_back(word.data());
-    }
-    arguments.push_back(nullptr);
+    std::vector<char*> arguments(words.size() + 1);
+    std::transform(words.begin(), words.end(), arguments.begin(), [](auto& word) { return word.data(); });
     // Bytes, not letters: its faster way.
     std::string locale = "LC_ALL=C";
     char* const environment[]{locale.data(), nullptr};

@@ -61,10 +61,14 @@ private:
     void lookOnDrive(const fs::path& drive)
     {
         for (const auto* place : PlacesOnDrive) {
+            const auto folder = drive / place / "World of Warcraft";
+            if (!isFolder(folder)) {
+                continue;
+            }
             std::error_code error;
-            const auto folder = fs::canonical(drive / place / "World of Warcraft", error);
-            if (!error && isFolder(folder) && std::find(found.begin(), found.end(), folder) == found.end()) {
-                found.push_back(folder);
+            const auto canonical = fs::canonical(folder, error);
+            if (!error && std::find(found.begin(), found.end(), canonical) == found.end()) {
+                found.push_back(canonical);
             }
         }
     }

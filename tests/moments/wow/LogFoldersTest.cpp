@@ -71,7 +71,7 @@ class NewestLog : public testing::Test {
 protected:
     fs::path make(const fs::path& name, double modified) const
     {
-        const auto file = folder.path() / name;
+        auto file = folder.path() / name;
         TestFolder::write(file, "x");
         TestFolder::setModified(file, modified);
         return file;
