@@ -9,11 +9,13 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <chrono>
 #include <mutex>
+#include <optional>
 #include <random>
-#include <set>
 #include <thread>
 
 namespace quelto {
@@ -262,6 +264,24 @@ TEST_F(DotaListenerTest, ListensAgainAtOnceOnTheSamePort)
     passAPost();
 }
 
+TEST_F(DotaListenerTest, GoesOnWhenThereAreFreeDescriptorsAgain)
+{
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    std::optional<LoopbackClient> client;
+    m_queue.sync([&] {
+        client.emplace(m_port);
+        client->send(postOf("{}"));
+        const int firstFree = dup(0);
+        close(firstFree);
+        const rlimit tight{.rlim_cur = static_cast<rlim_t>(firstFree), .rlim_max = before.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &tight), 0);
+    });
+    EXPECT_FALSE(client->hasNews(100));
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(client->receiveAll(), WholeAnswer);
+}
+
 TEST_F(DotaListenerTest, CannotBeReachedUnderAnotherAddress)
 {
     EXPECT_FALSE(LoopbackClient(m_port, "127.0.0.2").isConnected());
@@ -286,6 +306,7 @@ private:
     {
         std::mt19937 random(1);
         std::vector<LoopbackClient> slow;
+        slow.reserve(200);
         for (int i = 0; i < 200; ++i) {
             slow.emplace_back(port);
         }
