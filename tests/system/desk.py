@@ -40,6 +40,13 @@ def press(keys="alt+shift+c"):
     run("xdotool", "key", keys)
 
 
+def close_window():
+    """Quelto's window goes, as by its own button; the program stays."""
+    run("wmctrl", "-F", "-c", "Quelto")
+    wait_until(lambda: subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Quelto$"],
+                                      capture_output=True).returncode, 5, "the window to go")
+
+
 def sound_server(order):
     """kill | stop | start | restart | pause | resume"""
     run(os.environ["QUELTO_TEST_SOUND"], order)

@@ -306,17 +306,22 @@ def install_dota(home):
     return game / "dota/cfg/gamestate_integration/gamestate_integration_quelto.cfg"
 
 
+def install_wow(home):
+    """World of Warcraft in a Wine prefix; gives back where it will write its logs."""
+    folder = home / ".wine/drive_c/Program Files (x86)/World of Warcraft/_retail_/Logs"
+    folder.mkdir(parents=True)
+    return folder
+
+
 class WowLog:
-    """The combat log, as the game writes it in its Wine prefix: in blocks of whole lines and of parts of lines."""
+    """The combat log, as the game writes it: in blocks of whole lines and of parts of lines."""
 
     ME = 'Player-1403-0A1B2C3D,"Oyuncu-Tarren Mill",0x511,0x0'
     FOE = 'Player-1305-0F0E0D0C,"Düşman-Draenor",0x548,0x0'
     WOLF = 'Creature-0-3770-2444-12-189901-00002D8F1A,"Wolf",0xa48,0x0'
 
-    def __init__(self, home):
+    def __init__(self, folder):
         now = datetime.datetime.now()
-        folder = home / ".wine/drive_c/Program Files (x86)/World of Warcraft/_retail_/Logs"
-        folder.mkdir(parents=True, exist_ok=True)
         self.path = folder / f"WoWCombatLog-{now:%m%d%y_%H%M%S}.txt"
         self.write("COMBAT_LOG_VERSION,20,ADVANCED_LOG_ENABLED,1,BUILD_VERSION,10.2.5,PROJECT_ID,1")
 

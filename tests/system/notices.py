@@ -18,11 +18,12 @@ class Notice:
 
 
 class Notices:
-    """Every notification since it was made."""
+    """Every notification since it was made; what was shown before is gone."""
 
     MARK = "member=Notify"
 
     def __init__(self):
+        desk.run("dunstctl", "close-all")
         self.all = []
         self._monitor = subprocess.Popen(
             ["dbus-monitor", "--session", "type='method_call',interface='org.freedesktop.Notifications',member='Notify'"],
@@ -59,7 +60,7 @@ class Notices:
 
     @staticmethod
     def click():
-        """The default action of the newest notice that is on the screen."""
+        """The default action of the notice that is on the screen."""
         desk.wait_until(lambda: desk.run("dunstctl", "count", "displayed").strip() != "0", 3, "a notice on the screen")
         desk.run("dunstctl", "action", "0")
 
