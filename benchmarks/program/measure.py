@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Measures Quelto beside the ffmpeg command line and prints one table. Started by ./bench on a private desktop."""
+"""Measures Quelto beside public tools and prints one table. Started by ./bench on a private desktop."""
 import argparse
 import pathlib
 import sys
@@ -8,7 +8,10 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "tests/system"))
 
+import moment_rows  # noqa: E402
 import rows  # noqa: E402
+
+ALL = {**rows.ALL, **moment_rows.ALL}
 
 
 def parse():
@@ -18,9 +21,9 @@ def parse():
     parser.add_argument("--seconds", type=int, default=15, help="length of each capture run")
     parser.add_argument("--long", dest="sync_minutes", action="store_const", const=30, default=1,
                         help="watch sound against picture for 30 minutes instead of one")
-    parser.add_argument("rows", nargs="*", metavar="ROW", help="of " + ", ".join(rows.ALL))
+    parser.add_argument("rows", nargs="*", metavar="ROW", help="of " + ", ".join(ALL))
     options = parser.parse_args()
-    unknown = set(options.rows) - set(rows.ALL)
+    unknown = set(options.rows) - set(ALL)
     if unknown:
         parser.error("no such row: " + ", ".join(unknown))
     return options
@@ -32,11 +35,11 @@ def line(cells):
 
 def main():
     options = parse()
-    print(line(("Work", "Quelto", "ffmpeg", "Figure", "Budget", "")))
+    print(line(("Work", "Quelto", "Beside it", "Figure", "Budget", "")))
     print(line(["---"] * 6), flush=True)
     is_short = False
-    for name in options.rows or rows.ALL:
-        row = rows.ALL[name](options)
+    for name in options.rows or ALL:
+        row = ALL[name](options)
         is_short |= not row.is_within
         print(line((row.work, row.ours, row.peer, row.figure, row.budget, "pass" if row.is_within else "short")), flush=True)
     return 1 if is_short else 0
