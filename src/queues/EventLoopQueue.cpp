@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "queues/EventLoopQueue.h"
 
-#include <QTimer>
+#include <future>
 
 namespace quelto {
 
 EventLoopQueue::EventLoopQueue(const QString& name)
-    : m_context(std::make_unique<QObject>())
 {
     m_thread.setObjectName(name);
-    m_context->moveToThread(&m_thread);
+    m_tasks.moveToThread(&m_thread);
     m_thread.start();
 }
 
@@ -21,22 +20,23 @@ EventLoopQueue::~EventLoopQueue()
 
 void EventLoopQueue::post(Task task)
 {
-    QMetaObject::invokeMethod(m_context.get(), std::move(task), Qt::QueuedConnection);
+    m_tasks.post(std::move(task));
 }
 
 void EventLoopQueue::postAfter(HostDuration delay, Task task)
 {
-    // A timer belongs to the thread that starts it.
-    post([this, delay, task = std::move(task)]() mutable {
-        QTimer::singleShot(std::chrono::ceil<std::chrono::milliseconds>(delay), Qt::PreciseTimer, m_context.get(),
-                           std::move(task));
-    });
+    m_tasks.postAfter(delay, std::move(task));
 }
 
 void EventLoopQueue::sync(const Task& task)
 {
     Q_ASSERT(!isCurrent());
-    QMetaObject::invokeMethod(m_context.get(), task, Qt::BlockingQueuedConnection);
+    std::promise<void> done;
+    post([&] {
+        task();
+        done.set_value();
+    });
+    done.get_future().wait();
 }
 
 bool EventLoopQueue::isCurrent() const noexcept

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "queues/TaskQueue.h"
+#include "queues/EventLoopTasks.h"
 
 #include <QThread>
-
-#include <memory>
 
 namespace quelto {
 
@@ -32,7 +30,7 @@ public:
 
 private:
     QThread m_thread;
-    std::unique_ptr<QObject> m_context;
+    EventLoopTasks m_tasks;
 };
 
 } // namespace quelto

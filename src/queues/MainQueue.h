@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "queues/TaskQueue.h"
-
-#include <QObject>
+#include "queues/EventLoopTasks.h"
 
 namespace quelto {
 
@@ -14,7 +12,7 @@ public:
     void postAfter(HostDuration delay, Task task) override;
 
 private:
-    QObject m_context;
+    EventLoopTasks m_tasks;
 };
 
 } // namespace quelto

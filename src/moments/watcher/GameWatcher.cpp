@@ -40,14 +40,11 @@ void GameWatcher::stop()
 void GameWatcher::publish(std::function<void()> task)
 {
     Q_ASSERT(m_queue.isCurrent());
-    QMetaObject::invokeMethod(
-        this,
-        [this, run = m_run.load(), task = std::move(task)] {
-            if (run == m_run) {
-                task();
-            }
-        },
-        Qt::QueuedConnection);
+    m_main.post([this, run = m_run.load(), task = std::move(task)] {
+        if (run == m_run) {
+            task();
+        }
+    });
 }
 
 void GameWatcher::tell(const Moment& moment)

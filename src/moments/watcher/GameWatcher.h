@@ -3,6 +3,7 @@
 
 #include "moments/scoring/Moment.h"
 #include "queues/EventLoopQueue.h"
+#include "queues/MainQueue.h"
 
 #include <QObject>
 
@@ -58,6 +59,7 @@ private:
     QString m_lastMoment;
     /// Counts stops, so that what is still under way from before is not taken for news.
     std::atomic<std::uint64_t> m_run{0};
+    MainQueue m_main;
     EventLoopQueue m_queue;
 };
 
