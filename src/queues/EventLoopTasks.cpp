@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "queues/EventLoopTasks.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QTimer>
 
 namespace quelto {
@@ -13,7 +11,7 @@ void EventLoopTasks::post(Task task)
         const std::scoped_lock guard(m_lock);
         m_tasks.push_back(std::move(task));
     }
-    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    QMetaObject::invokeMethod(this, "runNext", Qt::QueuedConnection);
 }
 
 void EventLoopTasks::postAfter(HostDuration delay, Task task)
@@ -25,11 +23,8 @@ void EventLoopTasks::postAfter(HostDuration delay, Task task)
     });
 }
 
-bool EventLoopTasks::event(QEvent* event)
+void EventLoopTasks::runNext()
 {
-    if (event->type() != QEvent::User) {
-        return QObject::event(event);
-    }
     Task task;
     {
         const std::scoped_lock guard(m_lock);
@@ -38,7 +33,6 @@ bool EventLoopTasks::event(QEvent* event)
     }
     // It may delete this object.
     task();
-    return true;
 }
 
 } // namespace quelto
