@@ -191,7 +191,9 @@ TEST_F(LeaguePollTest, AnEndlessAnswerCostsNoMoreMemoryThanTheLargestBody)
         server.setAnswer([first = first, more = more](QSslSocket& client) { flood(client, first, more); });
         EXPECT_FALSE(polledOnce(server.address())) << first.toStdString();
         EXPECT_LT(m_took, 2500ms) << first.toStdString();
+#ifndef __SANITIZE_ADDRESS__ // which keeps what was freed
         EXPECT_LT(residentBytes() - before, 100'000'000) << first.toStdString();
+#endif
     }
 }
 
