@@ -8,10 +8,11 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "tests/system"))
 
+import language_rows  # noqa: E402
 import moment_rows  # noqa: E402
 import rows  # noqa: E402
 
-ALL = {**rows.ALL, **moment_rows.ALL}
+ALL = {**rows.ALL, **moment_rows.ALL, **language_rows.ALL}
 
 
 def parse():

@@ -90,6 +90,7 @@ class Quelto:
         self.folder = pathlib.Path(settings.setdefault("saveFolder", str(TEST_FOLDER / f"clips-{time.monotonic_ns()}")) or TEST_FOLDER / "Videos/Quelto")
         settings.setdefault("clipLength", 15)
         settings.setdefault("playSound", False)
+        settings.setdefault("language", "tr")
         # The notice would stand in the picture whose frames are counted.
         settings.setdefault("showOverlay", False)
         self.write_settings(settings)

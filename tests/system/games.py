@@ -12,6 +12,8 @@ import subprocess
 import threading
 import time
 
+import desk
+
 LEAGUE_PORT = 2999
 DOTA_PORT = 37231
 
@@ -31,9 +33,7 @@ class League:
         self._start = time.monotonic() - game_time
         self._events = []
         self._lock = threading.Lock()
-        self.health = 1.0
         self.is_failing = False
-        self.is_hanging = threading.Event()
         self.polls = 0
         self._server = _HttpsServer(LEAGUE_PORT, _certificate(folder), self)
         self._thread = threading.Thread(target=self._server.serve_forever, kwargs={"poll_interval": 0.05}, daemon=True)
@@ -47,8 +47,8 @@ class League:
         with self._lock:
             self._events.append({"EventID": len(self._events), "EventName": name, "EventTime": round(game_time, 6), **fields})
 
-    def kill(self, victim, game_time, assisters=(), killer=ME):
-        self.add("ChampionKill", game_time, KillerName=killer, VictimName=victim, Assisters=list(assisters))
+    def kill(self, victim, game_time, killer=ME):
+        self.add("ChampionKill", game_time, KillerName=killer, VictimName=victim, Assisters=[])
 
     def multikill(self, streak, game_time):
         self.add("Multikill", game_time, KillerName=self.ME, KillStreak=streak)
@@ -60,12 +60,16 @@ class League:
             if number > 1:
                 self.multikill(number, game_time)
 
-    def end(self, result="Win"):
-        self.add("GameEnd", self.clock(), Result=result)
+    def end(self):
+        self.add("GameEnd", self.clock(), Result="Win")
+
+    def wait_for_polls(self, count):
+        """So many more than there were."""
+        wanted = self.polls + count
+        desk.wait_until(lambda: self.polls >= wanted, 10, "a poll of the League client")
 
     def stop(self):
         """The client closes: nobody answers any more."""
-        self.is_hanging.clear()
         self._server.shutdown()
         self._server.server_close()
         self._thread.join()
@@ -81,7 +85,7 @@ class League:
 
     def _active_player(self):
         return {"abilities": {key: {"abilityLevel": 3, "displayName": key, "id": f"Ahri{key}"} for key in "QWER"},
-                "championStats": {"abilityPower": 311.5, "armor": 71.2, "attackSpeed": 0.84, "currentHealth": 1800 * self.health,
+                "championStats": {"abilityPower": 311.5, "armor": 71.2, "attackSpeed": 0.84, "currentHealth": 1620.5,
                                   "maxHealth": 1800.0, "resourceType": "MANA"},
                 "currentGold": 1325.6, "level": 14,
                 "riotId": f"{self.ME}#{self.TAG}", "riotIdGameName": self.ME, "riotIdTagLine": self.TAG,
@@ -116,14 +120,9 @@ class _HttpsServer(http.server.ThreadingHTTPServer):
 
 
 class _LeagueRequest(http.server.BaseHTTPRequestHandler):
-    timeout = 10
-
     def do_GET(self):
         league = self.server.league
         league.polls += 1
-        if league.is_hanging.is_set():
-            time.sleep(self.timeout)
-            return
         is_found = self.path == League.PATH and not league.is_failing
         body = league.body() if is_found else b'{"errorCode":"RESOURCE_NOT_FOUND","httpStatus":404,"message":"Invalid URI format"}'
         self.send_response(200 if is_found else 404)
@@ -220,14 +219,14 @@ class Dota:
 
 
 def dota_post(body, headers=None):
-    """The answer's status; None where there was none."""
+    """The answer's status, or what went wrong."""
     connection = http.client.HTTPConnection("127.0.0.1", DOTA_PORT, timeout=5)
     try:
         connection.request("POST", "/", body, {"User-Agent": "Valve/Steam HTTP Client 1.0 (570)",
                                                 "Content-Type": "application/json", **(headers or {})})
         return connection.getresponse().status
-    except OSError:
-        return None
+    except (OSError, http.client.HTTPException) as error:
+        return repr(error)
     finally:
         connection.close()
 
@@ -254,9 +253,12 @@ class Nuisance:
                 each.close()
 
     def _stall(self):
-        """Each socket sends one more byte of an endless header a second, and comes back when it was cut off."""
-        while not self._is_ending.wait(1):
+        """Each socket sends one more byte of an endless header a second, and comes back when it was cut off. They take
+        turns: all at once they would keep the client in this process from its own sending."""
+        while True:
             for index, each in enumerate(self._sockets):
+                if self._is_ending.wait(1 / len(self._sockets)):
+                    return
                 try:
                     if each is None:
                         raise ConnectionError
@@ -317,7 +319,6 @@ class WowLog:
     """The combat log, as the game writes it: in blocks of whole lines and of parts of lines."""
 
     ME = 'Player-1403-0A1B2C3D,"Oyuncu-Tarren Mill",0x511,0x0'
-    FOE = 'Player-1305-0F0E0D0C,"Düşman-Draenor",0x548,0x0'
     WOLF = 'Creature-0-3770-2444-12-189901-00002D8F1A,"Wolf",0xa48,0x0'
 
     def __init__(self, folder):
@@ -341,6 +342,3 @@ class WowLog:
 
     def boss_kill(self, name, difficulty):
         self.write(f'ENCOUNTER_END,2688,"{name}",{difficulty},20,1,294812')
-
-    def player_kill(self):
-        self.write(f"PARTY_KILL,{self.ME},{self.FOE},0")

@@ -112,6 +112,11 @@ class Moments(desk.DeskTest):
         boss, penta = program.wait_for_clips(2)
         desk.press()
         by_hand = program.wait_for_clips(3)[2]
+        # A client that drops out for a moment comes back to the same match.
+        league.is_failing = True
+        league.wait_for_polls(1)
+        league.is_failing = False
+        league.wait_for_polls(2)
         league.end()
         time.sleep(1.2)
         league.stop()
