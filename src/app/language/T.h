@@ -8,6 +8,8 @@ namespace quelto {
 
 /// T for a caller that has its arguments in a list.
 QString translated(const char* key, const QStringList& arguments);
+/// TOnDesktop for a caller that has its arguments in a list.
+QString translatedForDesktop(const char* key, const QStringList& arguments);
 
 namespace detail {
 inline QString argumentText(const QString& text)
@@ -32,6 +34,13 @@ inline QString argumentText(int number)
 template <typename... Arguments> QString T(const char* key, const Arguments&... arguments)
 {
     return translated(key, {detail::argumentText(arguments)...});
+}
+
+/// The same for a text that speaks of the platform's own places and keys: it reads as this desktop calls them, where it
+/// has a word of its own for them, and as T otherwise.
+template <typename... Arguments> QString TOnDesktop(const char* key, const Arguments&... arguments)
+{
+    return translatedForDesktop(key, {detail::argumentText(arguments)...});
 }
 
 } // namespace quelto

@@ -2,6 +2,7 @@
 #include "app/settings/AppSettings.h"
 
 #include "app/hotkey/HotKeyText.h"
+#include "app/language/L10n.h"
 #include "moments/scoring/GameNames.h"
 
 #include <QHash>
@@ -315,6 +316,8 @@ void AppSettings::setAutoClipWoW(bool value)
 void AppSettings::setLanguage(const QString& value)
 {
     m_language = value;
+    // Before anyone is told: bindings in QML hear of a change before every slot does, and read texts at once.
+    L10n::use(value);
     Q_EMIT languageChanged();
     publish(QStringLiteral("language"), value);
 }

@@ -117,6 +117,7 @@ public:
     bool autoClipWoW() const { return m_autoClipWoW; }
     void setAutoClipWoW(bool value);
     QString language() const { return m_language; }
+    /// All texts are in the new language before its change is told.
     void setLanguage(const QString& value);
     QString colorTheme() const { return m_colorTheme; }
     void setColorTheme(const QString& value);

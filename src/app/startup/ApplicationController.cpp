@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/startup/ApplicationController.h"
 
-#include "app/language/T.h"
+#include "app/language/L10n.h"
 #include "app/startup/SessionBusService.h"
 #include "app/startup/WindowFrame.h"
 #include "platform/factory/PlatformFactory.h"
@@ -65,6 +65,7 @@ ApplicationController::ApplicationController()
                              {.id = matchIdText(notice.id), .title = notice.title, .body = notice.body});
                      }})
 {
+    L10n::use(m_settings.language());
     m_recorder = std::make_unique<Recorder>(Recorder::Parts{.settings = m_settings,
                                                             .platform = m_platform,
                                                             .main = m_main,

@@ -37,6 +37,7 @@ StatusItem::StatusItem(Recorder& recorder, const AppSettings& settings, ShellCom
         }
     });
     connect(&settings, &AppSettings::colorThemeChanged, this, &StatusItem::updateIcon);
+    connect(&settings, &AppSettings::languageChanged, this, &StatusItem::rebuildMenu);
     rebuildMenu();
     m_icon.setContextMenu(&m_menu);
     m_icon.setToolTip(QStringLiteral("Quelto"));

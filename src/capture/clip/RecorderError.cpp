@@ -23,8 +23,9 @@ RecorderError RecorderError::writer(const QString& text)
 
 RecorderError RecorderError::permission()
 {
-    return RecorderError(T("Ekran kaydı izni yok. Sistem Ayarları › Gizlilik ve Güvenlik › Ekran ve Sistem Sesi Kaydı "
-                           "bölümünden Quelto'ye izin verip uygulamayı yeniden başlatın."));
+    return RecorderError(
+        TOnDesktop("Ekran kaydı izni yok. Sistem Ayarları › Gizlilik ve Güvenlik › Ekran ve Sistem Sesi Kaydı "
+                   "bölümünden Quelto'ye izin verip uygulamayı yeniden başlatın."));
 }
 
 RecorderError RecorderError::noDisplay()

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/startup/StatusItem.h"
 
+#include "app/language/L10n.h"
+#include "app/language/T.h"
+
 #include "tests/capture/recorder/RecorderFixture.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 
 namespace quelto {
 namespace {
@@ -96,6 +100,21 @@ TEST_F(StatusItemTest, DoesWhatItsRowsSay)
     const QStringList expected{QStringLiteral("showWindow"), QStringLiteral("openFolder"),
                                QStringLiteral("showSettings"), QStringLiteral("quit")};
     EXPECT_EQ(asked, expected);
+}
+
+TEST_F(StatusItemTest, SpeaksAnotherLanguageAtOnce)
+{
+    for (const auto language : AllLanguages) {
+        settings.setLanguage(rawValueOf(language));
+        // Without the menu's having been opened anew.
+        EXPECT_EQ(menu().actions().at(0)->text(), T("Kayıt kapalı"));
+        EXPECT_EQ(menu().actions().last()->text(), T("Çıkış"));
+        const QDir pictures(QStringLiteral(QUELTO_PICTURES));
+        pictures.mkpath(QStringLiteral("."));
+        menu().adjustSize();
+        menu().grab().save(pictures.filePath(QStringLiteral("language-%1-tray.png").arg(rawValueOf(language))));
+    }
+    L10n::use(QStringLiteral("tr"));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/shell/ShellFixture.h"
 
+#include "app/language/L10n.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
@@ -38,6 +39,7 @@ template <typename Predicate> QQuickItem* tryFind(QQuickItem* root, const Predic
 void ShellFixture::SetUp()
 {
     RecorderFixture::SetUp();
+    settings.setLanguage(QStringLiteral("tr"));
     theme = std::make_unique<Theme>(settings);
     const auto ask = [this](const char* what) { return [this, what] { asked.append(QLatin1String(what)); }; };
     commands = std::make_unique<WindowCommands>(WindowCommands::Actions{.openFolder = ask("openFolder"),
@@ -68,6 +70,7 @@ void ShellFixture::SetUp()
 
 void ShellFixture::TearDown()
 {
+    L10n::use(QStringLiteral("tr"));
     engine.reset();
     // What Qt deletes later is to be gone before the objects that it looks at.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -87,6 +90,18 @@ bool ShellFixture::shows(const QString& text) const
 {
     return tryFind(window->contentItem(),
                    [&](QQuickItem* each) { return each->property("text").toString() == text; }) != nullptr;
+}
+
+QStringList ShellFixture::cutTexts() const
+{
+    QStringList cut;
+    tryFind(window->contentItem(), [&](QQuickItem* each) {
+        if (each->property("truncated").toBool()) {
+            cut.append(each->property("text").toString());
+        }
+        return false;
+    });
+    return cut;
 }
 
 void ShellFixture::click(const QString& accessibleName)

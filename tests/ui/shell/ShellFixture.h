@@ -26,6 +26,8 @@ protected:
     /// The visible item that screen readers call by that name; a failed expectation if there is none.
     QQuickItem* item(const QString& accessibleName) const;
     bool shows(const QString& text) const;
+    /// The visible texts that do not fit their place.
+    QStringList cutTexts() const;
     void click(const QString& accessibleName);
     /// Draws the window and keeps it as pictures/NAME.png in the build folder.
     QImage picture(const QString& name);

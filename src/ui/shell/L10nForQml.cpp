@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/shell/L10n.h"
+#include "ui/shell/L10nForQml.h"
 
 #include "app/language/T.h"
 
 namespace quelto {
 
-QString L10n::T(const QString& key, const QVariantList& arguments)
+QString L10nForQml::T(const QString& key, const QVariantList& arguments)
 {
     QStringList texts;
     for (const auto& argument : arguments) {

@@ -9,9 +9,9 @@
 namespace quelto {
 
 /// The lookup of user texts for QML.
-class L10n : public QObject {
+class L10nForQml : public QObject {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(L10n)
     QML_SINGLETON
 
 public:

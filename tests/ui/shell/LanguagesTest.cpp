@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/language/L10n.h"
+#include "app/language/T.h"
+#include "tests/ui/shell/ShellFixture.h"
+
+#include <QTest>
+
+namespace quelto {
+namespace {
+
+/// The window in each language.
+class LanguagesTest : public test::ShellFixture, public testing::WithParamInterface<Language> {
+protected:
+    QString name() const { return rawValueOf(GetParam()); }
+
+    void SetUp() override
+    {
+        ShellFixture::SetUp();
+        window->resize(window->minimumSize());
+        settings.setLanguage(name());
+    }
+};
+
+TEST_P(LanguagesTest, SpeakAtOnceAndFitTheSmallestWindow)
+{
+    record();
+    EXPECT_TRUE(shows(T("KAYITTA")));
+    picture(QStringLiteral("language-%1-recording").arg(name()));
+    EXPECT_EQ(cutTexts(), QStringList());
+}
+
+TEST_P(LanguagesTest, FitTheMenus)
+{
+    for (const auto* menu : {"Quelto", "Dosya", "Düzen", "Pencere"}) {
+        click(T(menu));
+        picture(QStringLiteral("language-%1-menu-%2").arg(name(), QString::fromUtf8(menu)));
+        EXPECT_EQ(cutTexts(), QStringList());
+        QTest::keyClick(window, Qt::Key_Escape);
+    }
+}
+
+TEST_P(LanguagesTest, FitTheirLongestError)
+{
+    fakes.sound->systemError = T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire "
+                                 "wireplumber” komutunu çalıştırıp yeniden deneyin ya da ayarlardan sistem sesini "
+                                 "kapatın.");
+    recorder->start();
+    time.settle();
+    EXPECT_TRUE(shows(*fakes.sound->systemError));
+    picture(QStringLiteral("language-%1-error").arg(name()));
+    EXPECT_EQ(cutTexts(), QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LanguagesTest, testing::ValuesIn(AllLanguages),
+                         [](const auto& language) { return rawValueOf(language.param).toStdString(); });
+
+} // namespace
+} // namespace quelto
