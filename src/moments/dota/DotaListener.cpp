@@ -2,7 +2,6 @@
 #include "moments/dota/DotaListener.h"
 
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -18,6 +17,8 @@ constexpr qsizetype MostHeld = 16 * 1024 * 1024;
 /// Many may knock between two turns of the event loop.
 constexpr int Backlog = 256;
 constexpr std::chrono::seconds AcceptPause{1};
+/// Between a program's connecting and its first byte lies far less, also on a busy machine.
+constexpr std::chrono::milliseconds LeastIdle{50};
 
 constexpr auto Answer = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
 
@@ -27,6 +28,11 @@ DotaListener::DotaListener(std::function<void(const QByteArray& body)> onPost)
     : m_onPost(std::move(onPost))
 {
     m_server.setListenBacklogSize(Backlog);
+    m_untilRoom.setSingleShot(true);
+    m_untilRoom.callOnTimeout([this] {
+        m_server.resumeAccepting();
+        admitWaiting();
+    });
     QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] { admitWaiting(); });
     // Without a free descriptor the server stops taking connections altogether. That passes.
     QObject::connect(&m_server, &QTcpServer::acceptError, &m_server,
@@ -42,36 +48,55 @@ bool DotaListener::listen(quint16 port)
 
 void DotaListener::admitWaiting()
 {
-    while (auto* socket = m_server.nextPendingConnection()) {
-        admit(socket);
+    while (m_server.hasPendingConnections()) {
+        if (!makeRoom()) {
+            m_server.pauseAccepting();
+            m_untilRoom.start(LeastIdle);
+            return;
+        }
+        admit(m_server.nextPendingConnection());
     }
 }
 
 void DotaListener::admit(QTcpSocket* socket)
 {
-    makeRoom();
     socket->setReadBufferSize(LargestRead);
-    const auto connection = m_connections.insert(m_connections.end(), Connection{.socket = socket});
+    const auto connection = m_connections.insert(
+        m_connections.end(), Connection{.socket = socket, .reader = {}, .lastSign = HostClock::now()});
     QObject::connect(socket, &QTcpSocket::readyRead, &m_server, [this, connection] { read(connection); });
     QObject::connect(socket, &QTcpSocket::disconnected, &m_server, [this, connection] { drop(connection); });
+    // What happened while it waited to be let in is told by no signal any more.
+    if (socket->bytesAvailable() > 0) {
+        read(connection);
+    }
+    const bool isStillThere = std::ranges::find(m_connections, socket, &Connection::socket) != m_connections.end();
+    if (isStillThere && socket->state() == QAbstractSocket::UnconnectedState) {
+        drop(connection);
+    }
 }
 
-void DotaListener::makeRoom()
+bool DotaListener::makeRoom()
 {
     for (std::size_t tries = 0; m_connections.size() >= MostConnections; ++tries) {
         // Many may have been admitted at once, before anything was read: who seems idle may have sent a whole post.
         auto* idlest = m_connections.front().socket;
         const bool hasSent = tries < MostConnections && idlest->waitForReadyRead(0);
         const bool isStillThere = !m_connections.empty() && m_connections.front().socket == idlest;
-        if (!hasSent && isStillThere) {
-            drop(m_connections.begin());
+        if (hasSent || !isStillThere) {
+            continue;
         }
+        if (HostClock::now() - m_connections.front().lastSign < LeastIdle) {
+            return false;
+        }
+        drop(m_connections.begin());
     }
+    return true;
 }
 
 void DotaListener::read(Connections::iterator connection)
 {
     m_connections.splice(m_connections.end(), m_connections, connection);
+    connection->lastSign = HostClock::now();
     const auto before = connection->reader.size();
     const auto state = connection->reader.add(connection->socket->read(LargestRead));
     m_held += connection->reader.size() - before;

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "moments/dota/HttpPostReader.h"
+#include "samples/HostClock.h"
 
 #include <QTcpServer>
+#include <QTimer>
 
 #include <functional>
 #include <list>
@@ -40,13 +42,16 @@ private:
         /// The server's child.
         QTcpSocket* socket = nullptr;
         HttpPostReader reader;
+        /// When it came or last sent something.
+        HostTime lastSign;
     };
     /// Idle longest first.
     using Connections = std::list<Connection>;
 
     void admitWaiting();
     void admit(QTcpSocket* socket);
-    void makeRoom();
+    /// False if nobody has been idle for long enough to go.
+    bool makeRoom();
     void read(Connections::iterator connection);
     void answer(Connections::iterator connection);
     void drop(Connections::iterator connection);
@@ -59,6 +64,8 @@ private:
     /// What all connections hold together.
     qsizetype m_held = 0;
     QTcpServer m_server;
+    /// Runs while those who want in must wait.
+    QTimer m_untilRoom;
 };
 
 } // namespace quelto

@@ -218,6 +218,25 @@ TEST_F(DotaListenerTest, LosesNoPostAmongManyThatKnockAtOnce)
     EXPECT_EQ(bodies(), QByteArrayList{"{}"});
 }
 
+TEST_F(DotaListenerTest, GivesWhoJustCameTheMomentThatARequestTakes)
+{
+    // Many more than may be open come between a client's connecting and its first byte.
+    std::vector<LoopbackClient> idle;
+    std::optional<LoopbackClient> client;
+    m_queue.sync([&] {
+        client.emplace(m_port);
+        for (std::size_t i = 0; i < DotaListener::MostConnections * 2; ++i) {
+            idle.emplace_back(m_port);
+        }
+    });
+    // The queue has seen them all.
+    m_queue.sync([] {});
+    m_queue.sync([] {});
+    ASSERT_TRUE(client->send(postOf("{}")));
+    EXPECT_EQ(client->receiveAll(), WholeAnswer);
+    EXPECT_EQ(bodies(), QByteArrayList{"{}"});
+}
+
 TEST_F(DotaListenerTest, HoldsABoundedAmountForAllTogether)
 {
     // Each of them alone might send this much.
