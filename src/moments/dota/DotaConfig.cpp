@@ -29,8 +29,9 @@ bool holds(const QString& path, const QByteArray& content)
 
 bool writeWhole(const QString& path, const QByteArray& content)
 {
+    // A buffer would hide that a full disk has cut the file short.
     QSaveFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
+    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
         file.write(content) == content.size() && file.commit();
 }
 

@@ -18,7 +18,7 @@ constexpr qsizetype MostHeld = 16 * 1024 * 1024;
 constexpr int Backlog = 256;
 constexpr std::chrono::seconds AcceptPause{1};
 /// Between a program's connecting and its first byte lies far less, also on a busy machine.
-constexpr std::chrono::milliseconds LeastIdle{50};
+constexpr std::chrono::milliseconds TimeToSpeak{50};
 
 constexpr auto Answer = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
 
@@ -51,7 +51,7 @@ void DotaListener::admitWaiting()
     while (m_server.hasPendingConnections()) {
         if (!makeRoom()) {
             m_server.pauseAccepting();
-            m_untilRoom.start(LeastIdle);
+            m_untilRoom.start(TimeToSpeak);
             return;
         }
         admit(m_server.nextPendingConnection());
@@ -62,7 +62,7 @@ void DotaListener::admit(QTcpSocket* socket)
 {
     socket->setReadBufferSize(LargestRead);
     const auto connection = m_connections.insert(
-        m_connections.end(), Connection{.socket = socket, .reader = {}, .lastSign = HostClock::now()});
+        m_connections.end(), Connection{.socket = socket, .reader = {}, .admitted = HostClock::now()});
     QObject::connect(socket, &QTcpSocket::readyRead, &m_server, [this, connection] { read(connection); });
     QObject::connect(socket, &QTcpSocket::disconnected, &m_server, [this, connection] { drop(connection); });
     // What happened while it waited to be let in is told by no signal any more.
@@ -85,10 +85,13 @@ bool DotaListener::makeRoom()
         if (hasSent || !isStillThere) {
             continue;
         }
-        if (HostClock::now() - m_connections.front().lastSign < LeastIdle) {
+        const auto leaver = std::ranges::find_if(m_connections, [now = HostClock::now()](const Connection& each) {
+            return each.reader.size() > 0 || now - each.admitted >= TimeToSpeak;
+        });
+        if (leaver == m_connections.end()) {
             return false;
         }
-        drop(m_connections.begin());
+        drop(leaver);
     }
     return true;
 }
@@ -96,7 +99,6 @@ bool DotaListener::makeRoom()
 void DotaListener::read(Connections::iterator connection)
 {
     m_connections.splice(m_connections.end(), m_connections, connection);
-    connection->lastSign = HostClock::now();
     const auto before = connection->reader.size();
     const auto state = connection->reader.add(connection->socket->read(LargestRead));
     m_held += connection->reader.size() - before;

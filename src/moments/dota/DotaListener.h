@@ -42,15 +42,14 @@ private:
         /// The server's child.
         QTcpSocket* socket = nullptr;
         HttpPostReader reader;
-        /// When it came or last sent something.
-        HostTime lastSign;
+        HostTime admitted;
     };
     /// Idle longest first.
     using Connections = std::list<Connection>;
 
     void admitWaiting();
     void admit(QTcpSocket* socket);
-    /// False if nobody has been idle for long enough to go.
+    /// False if all have just come and not yet said a word.
     bool makeRoom();
     void read(Connections::iterator connection);
     void answer(Connections::iterator connection);

@@ -28,7 +28,7 @@ DotaWatcher::DotaWatcher(const QString& homeFolder, quint16 port, QObject* paren
 
 DotaWatcher::~DotaWatcher()
 {
-    stop();
+    finish();
 }
 
 void DotaWatcher::refreshInstallState()

@@ -237,6 +237,32 @@ TEST_F(DotaListenerTest, GivesWhoJustCameTheMomentThatARequestTakes)
     EXPECT_EQ(bodies(), QByteArrayList{"{}"});
 }
 
+TEST_F(DotaListenerTest, IsNotHeldShutByThoseWhoNeverStopTrickling)
+{
+    std::vector<LoopbackClient> trickling;
+    for (std::size_t i = 0; i < DotaListener::MostConnections; ++i) {
+        trickling.emplace_back(m_port);
+    }
+    std::atomic<bool> isOver{false};
+    std::thread thread([&] {
+        while (!isOver) {
+            for (auto& each : trickling) {
+                each.send("x");
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+    });
+    for (int i = 0; i < 20; ++i) {
+        LoopbackClient client(m_port);
+        client.send(postOf(QByteArray::number(i)));
+        EXPECT_EQ(client.receiveAll(), WholeAnswer) << i;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    isOver = true;
+    thread.join();
+    EXPECT_EQ(bodies().size(), 20);
+}
+
 TEST_F(DotaListenerTest, HoldsABoundedAmountForAllTogether)
 {
     // Each of them alone might send this much.
