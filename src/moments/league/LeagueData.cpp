@@ -13,6 +13,8 @@ namespace {
 
 // A long match has some hundred events.
 constexpr qsizetype MostEvents = 10'000;
+// Ten play, and nobody knows what modes are to come.
+constexpr qsizetype MostPlayers = 100;
 constexpr int LargestKillStreak = 1'000;
 constexpr qsizetype LongestText = 1'024;
 // Thirty years: far enough off for any match, near enough for sums to stay finite and exact.
@@ -56,7 +58,7 @@ QStringList assistersIn(const QJsonObject& event)
 {
     QStringList names;
     for (const auto& name : event["Assisters"_L1].toArray()) {
-        if (name.isString()) {
+        if (names.size() < MostPlayers && name.isString() && name.toString().size() <= LongestText) {
             names.append(name.toString());
         }
     }
@@ -97,7 +99,8 @@ std::optional<LeagueData> readLeagueData(const QByteArray& body)
     const auto root = jsonObject(body).value_or(QJsonObject());
     const auto gameTime = timeIn(root["gameData"_L1].toObject(), "gameTime"_L1);
     const auto events = root["events"_L1].toObject()["Events"_L1].toArray();
-    if (!gameTime || events.size() > MostEvents) {
+    const auto players = root["allPlayers"_L1].toArray();
+    if (!gameTime || events.size() > MostEvents || players.size() > MostPlayers) {
         return std::nullopt;
     }
     const auto activePlayer = root["activePlayer"_L1].toObject();
@@ -106,7 +109,7 @@ std::optional<LeagueData> readLeagueData(const QByteArray& body)
                     .activePlayer = namesIn(activePlayer),
                     .currentHealth = numberIn(stats, "currentHealth"_L1),
                     .maxHealth = numberIn(stats, "maxHealth"_L1)};
-    for (const auto& player : root["allPlayers"_L1].toArray()) {
+    for (const auto& player : players) {
         if (player.isObject()) {
             data.players.append(readPlayer(player.toObject()));
         }

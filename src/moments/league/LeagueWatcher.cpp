@@ -13,7 +13,7 @@ LeagueWatcher::LeagueWatcher(const QUrl& address, QObject* parent, LeaguePollTim
 
 LeagueWatcher::~LeagueWatcher()
 {
-    stop();
+    finish();
 }
 
 QUrl LeagueWatcher::clientAddress()

@@ -187,5 +187,23 @@ TEST(LeagueData, AnEndlessEventListIsNone)
     EXPECT_FALSE(readLeagueData(body(10'001)));
 }
 
+TEST(LeagueData, AnEndlessListOfPlayersIsNone)
+{
+    const auto body = [](int players) {
+        return R"({"gameData":{"gameTime":1},"allPlayers":[)" + QByteArray("{},").repeated(players - 1) + "{}]}";
+    };
+    ASSERT_TRUE(readLeagueData(body(100)));
+    EXPECT_EQ(readLeagueData(body(100))->players.size(), 100);
+    EXPECT_FALSE(readLeagueData(body(101)));
+}
+
+TEST(LeagueData, AssistersAreBounded)
+{
+    const auto data = readLeagueData(R"({"gameData":{"gameTime":1},"events":{"Events":[{"EventID":1,"Assisters":[)" +
+                                     QByteArray(R"("x",)").repeated(5000) + '"' + QByteArray(2000, 'y') + R"("]}]}})");
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->events.first().assisters, QStringList(100, QStringLiteral("x")));
+}
+
 } // namespace
 } // namespace quelto
