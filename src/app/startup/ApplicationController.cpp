@@ -185,6 +185,10 @@ void ApplicationController::openFolder()
 void ApplicationController::quit()
 {
     m_window->hide();
+    // Whatever happens in a game from now on, the clips that are asked for already are the last.
+    for (GameWatcher* watcher : std::initializer_list<GameWatcher*>{&m_league, &m_dota, &m_wow}) {
+        watcher->stop();
+    }
     if (m_recorder->hasSavesToFinish()) {
         QTimer::singleShot(SaveCheckAtQuit, this, &ApplicationController::quit);
     } else {

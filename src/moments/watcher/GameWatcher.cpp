@@ -18,7 +18,10 @@ GameWatcher::~GameWatcher()
 
 void GameWatcher::start()
 {
-    m_queue.post([this] { open(); });
+    m_queue.post([this, run = m_run] {
+        m_runOfQueue = run;
+        open();
+    });
     if (!m_isRunning) {
         m_isRunning = true;
         Q_EMIT isRunningChanged();
@@ -30,17 +33,23 @@ void GameWatcher::stop()
     if (!m_isRunning) {
         return;
     }
-    m_queue.sync([this] { close(); });
     ++m_run;
+    m_queue.post([this] { close(); });
     m_isRunning = false;
     clear();
     Q_EMIT isRunningChanged();
 }
 
+void GameWatcher::finish()
+{
+    stop();
+    m_queue.sync([] {});
+}
+
 void GameWatcher::publish(std::function<void()> task)
 {
     Q_ASSERT(m_queue.isCurrent());
-    m_main.post([this, run = m_run.load(), task = std::move(task)] {
+    m_main.post([this, run = m_runOfQueue, task = std::move(task)] {
         if (run == m_run) {
             task();
         }

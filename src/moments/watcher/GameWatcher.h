@@ -27,7 +27,7 @@ public:
 
     /// Harmless while it runs; a part that failed to open is then tried again.
     void start();
-    /// What the watcher has seen but not yet told is dropped, an open fight among it.
+    /// What the watcher has seen but not yet told is dropped, an open fight among it. Waits for nothing.
     void stop();
     bool isRunning() const { return m_isRunning; }
     QString lastMoment() const { return m_lastMoment; }
@@ -49,6 +49,8 @@ protected:
     /// On the main thread: publishes that nothing is followed any more. Nothing is told as ended.
     virtual void clear() = 0;
 
+    /// Stops and waits until the queue has nothing to do with this object any more.
+    void finish();
     /// From the queue: runs the task on the main thread, in order, unless the watcher was stopped by then.
     void publish(std::function<void()> task);
     /// On the main thread.
@@ -58,7 +60,9 @@ private:
     bool m_isRunning = false;
     QString m_lastMoment;
     /// Counts stops, so that what is still under way from before is not taken for news.
-    std::atomic<std::uint64_t> m_run{0};
+    std::uint64_t m_run = 0;
+    /// On the queue: the run that it works for.
+    std::uint64_t m_runOfQueue = 0;
     MainQueue m_main;
     EventLoopQueue m_queue;
 };

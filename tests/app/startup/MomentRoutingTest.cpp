@@ -12,6 +12,8 @@ namespace {
 using namespace std::chrono_literals;
 
 const auto EpicClip = "Dota 2 - 2026-03-01 20.15.07 [EFSANE 95] RAMPAGE (Zeus).mp4";
+const auto MediumClip = "Dota 2 - 2026-03-01 20.15.07 [ORTA 45] Triple Kill (Zeus).mp4";
+const auto BossClip = "World of Warcraft - 2026-03-01 20.15.07 [EFSANE 110] Boss- Fyrakk.mp4";
 const auto BasicClip = "Dota 2 - 2026-03-01 20.15.07 [BASIT 15] Kill (Zeus).mp4";
 const auto HotKeyClip = "Dota 2 - 2026-03-01 20.15.07.mp4";
 
@@ -234,6 +236,10 @@ INSTANTIATE_TEST_SUITE_P(
         SavedCase{"EpicOutsideAMatch", EpicClip, false, true, true,
                   "reload / Hero / hud Oto klip • Efsane|RAMPAGE (Zeus)||EFSANE / toast Oto klip (Efsane): RAMPAGE "
                   "(Zeus)"},
+        SavedCase{"MediumOutsideAMatch", MediumClip, false, true, true,
+                  "reload / Glass / hud Oto klip • Orta|Triple Kill (Zeus)||ORTA / toast Oto klip (Orta): Triple Kill "
+                  "(Zeus)"},
+        SavedCase{"AnotherGamesInAMatch", BossClip, true, true, true, "reload"},
         SavedCase{"BasicOutsideAMatch", BasicClip, false, true, true,
                   "reload / Glass / hud Oto klip • Basit|Kill (Zeus)||BASIT / toast Oto klip (Basit): Kill (Zeus)"},
         SavedCase{"HotKeyOutsideAMatch", HotKeyClip, false, true, true,

@@ -43,10 +43,25 @@ TEST_F(MatchWatcherTest, AStopDropsWhatWasStillUnderWay)
 {
     ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}, GameDetected{}});
     watcher.start();
-    watcher.stop();
+    watcher.finish();
     EXPECT_EQ(watcher.closed, 1);
     EXPECT_EQ(watcher.told(), QStringList());
     EXPECT_FALSE(watcher.inGame());
+}
+
+TEST_F(MatchWatcherTest, NewsOfAnEarlierRunAreNotTakenForTheNextOnes)
+{
+    ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}});
+    watcher.start();
+    watcher.stop();
+    watcher.start();
+    watcher.finish();
+    EXPECT_EQ(watcher.opened, 2);
+    EXPECT_EQ(watcher.told(), QStringList());
+    watcher.start();
+    while (!watcher.inGame()) {
+        watcher.told();
+    }
 }
 
 TEST_F(MatchWatcherTest, AStopClearsTheStateAndEndsNothing)
@@ -67,9 +82,9 @@ TEST_F(MatchWatcherTest, ASecondStartOpensWhatIsMissing)
     ScriptedWatcher watcher;
     watcher.start();
     watcher.start();
-    watcher.stop();
+    watcher.finish();
     EXPECT_EQ(watcher.opened, 2);
-    watcher.stop();
+    watcher.finish();
     EXPECT_EQ(watcher.closed, 1);
 }
 

@@ -23,7 +23,9 @@ public:
                 [this](const Moment& moment) { m_told.append(QStringLiteral("moment ") + moment.label); });
     }
 
-    ~ScriptedWatcher() override { stop(); }
+    ~ScriptedWatcher() override { finish(); }
+
+    using GameWatcher::finish;
 
     QStringList told()
     {
