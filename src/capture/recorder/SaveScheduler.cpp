@@ -21,6 +21,8 @@ constexpr milliseconds RetryInterval{500};
 // From reaching the recording state to the saves that waited for it.
 constexpr milliseconds FlushDelay{1000};
 constexpr int LastRetriedAttempt = 5;
+// A match that is watched asks for a few in a minute. What asks for more has gone wild, and must not fill the disk.
+constexpr qsizetype MostWaitingMoments = 20;
 
 bool hasKeyframe(const VideoSamples& video)
 {
@@ -56,6 +58,9 @@ QString SaveScheduler::nameOfWhatIsInFront() const
 
 void SaveScheduler::saveAutoClip(const Moment& moment, const QString& game)
 {
+    if (m_waiting + m_pending.size() >= MostWaitingMoments) {
+        return;
+    }
     const auto suffix = QStringLiteral("[%1 %2] ").arg(tagOf(moment.tier)).arg(moment.score) + moment.label;
     dispatch({.seconds = std::min(m_parts.settings.bufferSeconds(), moment.seconds),
               .game = game,

@@ -49,7 +49,8 @@ public:
 
     /// A clip of the last seconds, named after the program in front.
     void saveClip();
-    /// A clip for a moment, as long as the moment asks for and the buffer reaches.
+    /// A clip for a moment, as long as the moment asks for and the buffer reaches. Of more than a game can bring about
+    /// the rest is dropped.
     void saveAutoClip(const Moment& moment, const QString& game);
 
     /// The session's state decides what becomes of a request. Reaching Recording lets the waiting ones run; leaving

@@ -300,5 +300,19 @@ TEST_F(SaveSchedulerTest, ServesTheNextRequestAfterAFailure)
     EXPECT_EQ(savedPaths.size(), 1);
 }
 
+TEST_F(SaveSchedulerTest, MomentsThatNeverEndDoNotPileUp)
+{
+    record();
+    for (int i = 0; i < 1000; ++i) {
+        recorder->saveAutoClip(pentakill(), QStringLiteral("League of Legends"));
+    }
+    time.advance(std::chrono::seconds(60));
+    EXPECT_EQ(written.size(), 21U) << "one at once and those that may wait";
+    EXPECT_FALSE(recorder->hasSavesToFinish());
+    recorder->saveClip();
+    time.advance(std::chrono::seconds(2));
+    EXPECT_EQ(written.size(), 22U);
+}
+
 } // namespace
 } // namespace quelto
