@@ -13,7 +13,6 @@ Rectangle {
     required property bool error
     // The tier's tag, or nothing.
     required property string tier
-    property bool standing: false
     property bool leaving: false
 
     readonly property var tileColors: ({
@@ -22,7 +21,7 @@ Rectangle {
             "BASIT": Theme.violet
         })
 
-    opacity: standing && !leaving ? 1 : 0
+    opacity: 0
     radius: 10
     color: Theme.notice
     border.width: 1
@@ -74,11 +73,27 @@ Rectangle {
         }
     }
 
-    Behavior on opacity {
-        NumberAnimation {
-            duration: hud.leaving ? 300 : 150
-        }
+    onLeavingChanged: {
+        entering.stop();
+        fadingOut.start();
     }
 
-    Component.onCompleted: hud.standing = true
+    NumberAnimation {
+        id: entering
+
+        target: hud
+        property: "opacity"
+        to: 1
+        duration: 150
+        running: true
+    }
+
+    NumberAnimation {
+        id: fadingOut
+
+        target: hud
+        property: "opacity"
+        to: 0
+        duration: 300
+    }
 }

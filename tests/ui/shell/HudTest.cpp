@@ -4,6 +4,7 @@
 #include "tests/ui/shell/ShellFixture.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QScreen>
 #include <QTest>
 
@@ -59,6 +60,19 @@ TEST_F(HudTest, StandsForItsTimeThenFadesAndGoes)
     EXPECT_NE(hud->window(), nullptr);
     time.advance(1ms);
     EXPECT_EQ(hud->window(), nullptr);
+}
+
+TEST_F(HudTest, FadesInQuicklyAndOutSlowly)
+{
+    hud->show({.title = QStringLiteral("A"), .subtitle = QString()});
+    const auto opacity = [this] { return shown("opacity").toDouble(); };
+    EXPECT_LT(opacity(), 1);
+    QTRY_COMPARE(opacity(), 1.0);
+    time.advance(2600ms);
+    QElapsedTimer sinceLeaving;
+    sinceLeaving.start();
+    QTRY_COMPARE(opacity(), 0.0);
+    EXPECT_GE(sinceLeaving.elapsed(), 270);
 }
 
 TEST_F(HudTest, ANewNoticeTakesThePlaceAtOnceAndHasItsWholeTime)
