@@ -102,8 +102,8 @@ void EventSounds::play(NoticeSound sound)
     Player& player = *m_player;
     {
         const std::lock_guard guard(player.mutex);
-        // Sounds that pile up while the server is away would only come late.
-        if (player.waiting > 0) {
+        // One may wait while another is handed over; what piles up while the server is away would only come late.
+        if (player.waiting > 1) {
             return;
         }
         ++player.waiting;

@@ -168,6 +168,9 @@ void FreedesktopNotices::onActionInvoked(uint number, const QString& action, con
         qputenv("DESKTOP_STARTUP_ID", token);
     }
     Q_EMIT clicked(*id);
+    // It is good for one activation only; programs that are started later must not inherit it.
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+    qunsetenv("DESKTOP_STARTUP_ID");
 }
 
 void FreedesktopNotices::onClosed(uint number, uint reason, const QDBusMessage& message)

@@ -9,7 +9,7 @@ namespace quelto {
 /// The bin of the freedesktop.org specification: the home folder's own, and one on each other volume, since a file is
 /// only ever renamed into it.
 ///
-/// Destruction waits for the file being moved. Files whose turn has not come stay where they are.
+/// Destruction waits for the files of the call that is being worked on. Those of later calls stay where they are.
 class FreedesktopTrash final : public Trash {
 public:
     void recycle(const QStringList& paths, std::function<void()> done) override;

@@ -44,11 +44,10 @@ protected:
 
     QString makeFile(const QString& name, const QByteArray& content = "film") const
     {
-        const QString path = m_folder.filePath(name);
-        QFile file(path);
+        QFile file(m_folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         EXPECT_EQ(file.write(content), content.size());
-        return path;
+        return file.fileName();
     }
 
     void recycle(const QStringList& paths)
