@@ -18,7 +18,7 @@ icu::UnicodeString unicode(const QString& text)
     return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::int32_t>(text.size())};
 }
 
-QString text(const icu::UnicodeString& unicode)
+QString fromUnicode(const icu::UnicodeString& unicode)
 {
     return QString::fromUtf16(unicode.getBuffer(), unicode.length());
 }
@@ -57,12 +57,12 @@ QString L10n::date(const QDateTime& date, const QString& dateTemplate)
     }
     const icu::SimpleDateFormat format(patterns->getBestPattern(unicode(dateTemplate), error), locale, error);
     icu::UnicodeString result;
-    return text(format.format(static_cast<UDate>(date.toMSecsSinceEpoch()), result));
+    return fromUnicode(format.format(static_cast<UDate>(date.toMSecsSinceEpoch()), result));
 }
 
-QString L10n::upperCased(const QString& lower)
+QString L10n::upperCased(const QString& text)
 {
-    return text(unicode(lower).toUpper(icuLocale()));
+    return fromUnicode(unicode(text).toUpper(icuLocale()));
 }
 
 } // namespace quelto
