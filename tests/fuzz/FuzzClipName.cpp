@@ -3,18 +3,12 @@
 #include "library/naming/Clip.h"
 #include "library/naming/ClipName.h"
 
-#include <cstdlib>
+#include "tests/fuzz/Require.h"
 
 namespace {
 
 using namespace quelto;
-
-void require(bool isTrue)
-{
-    if (!isTrue) {
-        std::abort();
-    }
-}
+using namespace quelto::fuzz;
 
 void readAnyName(const QString& name)
 {

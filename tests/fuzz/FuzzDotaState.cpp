@@ -3,53 +3,14 @@
 // after the last it comes.
 #include "moments/dota/DotaMatch.h"
 
-#include <cmath>
-#include <cstdlib>
+#include "tests/fuzz/NewsListener.h"
 
 namespace {
 
 using namespace quelto;
+using namespace quelto::fuzz;
 
 constexpr std::array Steps{0.1, 1.0, 5.0, 8.0, 12.0, 12.1, 18.0, 18.1, 30.0, 35.1};
-
-void require(bool isTrue)
-{
-    if (!isTrue) {
-        std::abort();
-    }
-}
-
-void checkMoment(const Moment& moment)
-{
-    require(moment.score >= 8 && moment.seconds >= 15 && moment.seconds <= 90 && !moment.label.isEmpty());
-    for (const auto& event : moment.events) {
-        require(std::isfinite(event.secondsBeforeEnd) && event.secondsBeforeEnd >= 0 && !event.name.isEmpty());
-    }
-}
-
-/// As the one who hears the news sees it.
-class Listener {
-public:
-    void hear(const MatchNewsList& news)
-    {
-        for (const auto& each : news) {
-            if (const auto* const state = std::get_if<MatchState>(&each)) {
-                require(state->inGame || state->character.isEmpty());
-                m_isNew = !m_isInGame && state->inGame;
-                m_isInGame = state->inGame;
-            } else if (std::holds_alternative<GameDetected>(each)) {
-                require(std::exchange(m_isNew, false));
-            } else if (const auto* const moment = std::get_if<Moment>(&each)) {
-                checkMoment(*moment);
-            }
-        }
-        require(!m_isNew);
-    }
-
-private:
-    bool m_isInGame = false;
-    bool m_isNew = false;
-};
 
 double stepOf(QByteArrayView& line)
 {
@@ -66,7 +27,7 @@ double stepOf(QByteArrayView& line)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     DotaMatch match;
-    Listener listener;
+    NewsListener listener;
     double now = 1000;
     for (const auto& each : QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)).split('\n')) {
         QByteArrayView line(each);

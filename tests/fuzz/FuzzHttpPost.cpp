@@ -2,20 +2,15 @@
 // However a request is cut into pieces, the same comes out of it. The first byte says how it is cut.
 #include "moments/dota/HttpPostReader.h"
 
-#include <cstdlib>
+#include "tests/fuzz/Require.h"
+
 #include <random>
 
 namespace {
 
 using namespace quelto;
+using namespace quelto::fuzz;
 using State = HttpPostReader::State;
-
-void require(bool isTrue)
-{
-    if (!isTrue) {
-        std::abort();
-    }
-}
 
 State feed(HttpPostReader& reader, QByteArrayView bytes, std::uint8_t seed)
 {

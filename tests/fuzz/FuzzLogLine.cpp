@@ -4,40 +4,19 @@
 #include "moments/wow/LogLines.h"
 #include "moments/wow/WowFights.h"
 
-#include <QByteArrayList>
+#include "tests/fuzz/NewsListener.h"
+#include "tests/moments/wow/PickedLineByLine.h"
 
-#include <cstdlib>
+#include <QByteArrayList>
 
 namespace {
 
 using namespace quelto;
+using namespace quelto::fuzz;
 
 // Stands for many bytes, as lines that are too long are out of a fuzzer's reach.
 constexpr char Filler = '\x01';
 constexpr qsizetype FillerLength = 1021;
-
-void require(bool isTrue)
-{
-    if (!isTrue) {
-        std::abort();
-    }
-}
-
-QByteArrayList pickedLineByLine(const QByteArray& log)
-{
-    QByteArrayList picked;
-    auto lines = log.split('\n');
-    lines.removeLast();
-    for (const auto& line : lines) {
-        const bool hasWord = std::any_of(LogEventWords.begin(), LogEventWords.end(), [&](auto word) {
-            return line.contains(QByteArrayView(word.data(), static_cast<qsizetype>(word.size())));
-        });
-        if (hasWord && line.size() < 4096) {
-            picked.append(line);
-        }
-    }
-    return picked;
-}
 
 /// The sizes are repeated until all of the log is read.
 QByteArrayList pickedInPieces(const QByteArray& log, const QByteArray& sizes)
@@ -54,17 +33,6 @@ QByteArrayList pickedInPieces(const QByteArray& log, const QByteArray& sizes)
     return picked;
 }
 
-void check(const Moment& moment)
-{
-    require(tierFromScore(moment.score) == moment.tier);
-    require(!moment.label.isEmpty());
-    require(moment.seconds >= 15 && moment.seconds <= 90);
-    require(!moment.events.isEmpty());
-    for (const auto& event : moment.events) {
-        require(event.secondsBeforeEnd >= 0);
-    }
-}
-
 void score(const QByteArrayList& lines)
 {
     WowFights fights;
@@ -78,7 +46,7 @@ void score(const QByteArrayList& lines)
         now += static_cast<double>(line.size() % 13);
         moments += fights.tick(now);
         for (const auto& moment : moments) {
-            check(moment);
+            checkMoment(moment);
         }
     }
 }
@@ -92,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto end = std::max<qsizetype>(input.indexOf('\n'), 0);
     auto log = input.mid(end);
     log.replace(Filler, QByteArray(FillerLength, 'x'));
-    const auto lines = pickedLineByLine(log);
+    const auto lines = test::pickedLineByLine(log);
     require(pickedInPieces(log, input.left(end)) == lines);
     score(lines);
     return 0;

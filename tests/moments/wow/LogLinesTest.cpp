@@ -3,6 +3,8 @@
 
 #include "tests/moments/wow/Fixtures.h"
 
+#include "tests/moments/wow/PickedLineByLine.h"
+
 #include <QByteArrayList>
 
 #include <gtest/gtest.h>
@@ -12,22 +14,7 @@
 namespace quelto {
 namespace {
 
-/// The rule as it is told, with no regard to speed.
-QByteArrayList pickedLineByLine(const QByteArray& log)
-{
-    QByteArrayList picked;
-    auto lines = log.split('\n');
-    lines.removeLast();
-    for (const auto& line : lines) {
-        const bool hasWord = std::any_of(LogEventWords.begin(), LogEventWords.end(), [&](auto word) {
-            return line.contains(QByteArrayView(word.data(), static_cast<qsizetype>(word.size())));
-        });
-        if (hasWord && line.size() < 4096) {
-            picked.append(line);
-        }
-    }
-    return picked;
-}
+using test::pickedLineByLine;
 
 QByteArrayList pickedFromBlocks(const QByteArrayList& blocks)
 {
