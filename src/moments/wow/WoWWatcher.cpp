@@ -13,8 +13,8 @@ namespace {
 constexpr std::chrono::seconds TickLength{1};
 constexpr double ActiveSeconds = 90;
 
-// Nobody achieves this in a second, but a file can hold anything, and the main thread is to stay responsive.
-constexpr int MostMomentsInTick = 1000;
+// Nobody achieves this in a second, but a file can hold anything, and each moment asks for a clip.
+constexpr int MostMomentsInTick = 20;
 
 double machineSeconds()
 {
@@ -33,7 +33,7 @@ WoWWatcher::WoWWatcher(const QString& homeFolder, QObject* parent)
     , m_folders(QFile::encodeName(homeFolder).toStdString())
     , m_tail([this](QByteArrayView line) {
         if (const auto event = logEvent(line)) {
-            tellAll(m_fights.take(*event, m_now));
+            tellAll(m_fights.take(*event, m_readingTime));
         }
     })
 {
@@ -41,7 +41,7 @@ WoWWatcher::WoWWatcher(const QString& homeFolder, QObject* parent)
 
 WoWWatcher::~WoWWatcher()
 {
-    stop();
+    finish();
 }
 
 QString WoWWatcher::gameName()
@@ -79,9 +79,8 @@ void WoWWatcher::clear()
 
 void WoWWatcher::tick()
 {
-    m_now = machineSeconds();
     m_momentsInTick = 0;
-    const auto folders = m_folders.existing(m_now);
+    const auto folders = m_folders.existing(machineSeconds());
     tellLogFound(!folders.empty());
     const auto log = newestLog(folders);
     // A log that was deleted counts on as the one written last, until it is long ago.
@@ -89,9 +88,11 @@ void WoWWatcher::tick()
     const auto age = wallSeconds() - m_lastWrite;
     tellActive(age < ActiveSeconds);
     if (log) {
+        // Not before: slow disks may have taken their time over the folders.
+        m_readingTime = machineSeconds();
         m_tail.follow(*log, age);
     }
-    tellAll(m_fights.tick(m_now));
+    tellAll(m_fights.tick(machineSeconds()));
 }
 
 void WoWWatcher::tellLogFound(bool logFound)

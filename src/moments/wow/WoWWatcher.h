@@ -57,8 +57,8 @@ private:
     LogFolders m_folders;
     LogTail m_tail;
     WowFights m_fights;
-    /// Of the tick at hand.
-    double m_now = 0;
+    /// Of the tick at hand, by the machine's clock.
+    double m_readingTime = 0;
     int m_momentsInTick = 0;
     /// Seconds of the wall clock.
     double m_lastWrite = 0;

@@ -126,6 +126,97 @@ TEST_F(LogTailTest, ARenamedLogGoesOnWhereItWas)
     EXPECT_EQ(follow(), QByteArrayList{line(2)});
 }
 
+TEST_F(LogTailTest, ALogMadeAgainIsReadFromItsStartAlsoWhenAnotherOneWasNewestMeanwhile)
+{
+    TestFolder::write(file("WoWCombatLog-old.txt"), line(1) + '\n');
+    TestFolder::setModified(file("WoWCombatLog-old.txt"), 1000);
+    TestFolder::write(file(), line(2) + '\n');
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    fs::remove(file());
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    TestFolder::write(file(), line(3) + '\n' + QByteArray(100'000, '\n'));
+    EXPECT_EQ(follow(), QByteArrayList{line(3)});
+}
+
+TEST_F(LogTailTest, ALogInTheOldPlaceOfARenamedOneIsReadFromItsStart)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    const auto archive = file("WoWCombatLog-archive.txt");
+    fs::rename(file(), archive);
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+    TestFolder::append(archive, line(2) + '\n');
+    TestFolder::setModified(archive, 1000);
+    TestFolder::write(file(), line(3) + '\n' + QByteArray(100'000, '\n'));
+    EXPECT_EQ(follow(), (QByteArrayList{line(2), line(3)}));
+    TestFolder::append(archive, line(4) + '\n');
+    TestFolder::setModified(file(), 1000);
+    EXPECT_EQ(follow(), QByteArrayList{line(4)});
+}
+
+TEST_F(LogTailTest, LogsThatTakeTurnsAreEachReadOnceAndWhole)
+{
+    const std::array logs{file("WoWCombatLog-1.txt"), file("WoWCombatLog-2.txt")};
+    double time = 1000;
+    for (const auto& log : logs) {
+        TestFolder::write(log, line(0) + '\n' + QByteArray(100'000, '\n'));
+        TestFolder::setModified(log, ++time);
+        EXPECT_EQ(follow(), QByteArrayList());
+    }
+    // Each line comes in two writes, with a turn of the other log between them.
+    for (int turn = 1; turn <= 10; ++turn) {
+        const auto& log = logs[static_cast<std::size_t>(turn % 2)];
+        const auto completed = turn > 2 ? line(turn - 2) : QByteArray();
+        TestFolder::append(log, completed.mid(20) + (turn > 2 ? "\n" : "") + line(turn).left(20));
+        TestFolder::setModified(log, ++time);
+        EXPECT_EQ(follow(), turn > 2 ? QByteArrayList{completed} : QByteArrayList()) << turn;
+    }
+}
+
+TEST_F(LogTailTest, WhatWasWrittenWhileAnotherLogWasNewestIsNotLost)
+{
+    const auto first = file("WoWCombatLog-1.txt");
+    const auto second = file("WoWCombatLog-2.txt");
+    TestFolder::write(first, "");
+    EXPECT_EQ(follow(), QByteArrayList());
+    TestFolder::setModified(first, 1000);
+    TestFolder::write(second, line(1) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+    TestFolder::append(first, line(2) + '\n');
+    TestFolder::setModified(first, 1000);
+    EXPECT_EQ(follow(), QByteArrayList());
+    // Its last lines are read even though it is gone.
+    fs::remove(first);
+    EXPECT_EQ(follow(), QByteArrayList{line(2)});
+    EXPECT_EQ(follow(), QByteArrayList());
+}
+
+TEST_F(LogTailTest, OfManyLogsTheOneFollowedLongestAgoIsForgottenAndNotReadTwice)
+{
+    const auto name = [this](int number) { return file("WoWCombatLog-" + std::to_string(number) + ".txt"); };
+    const auto count = static_cast<int>(LogTail::MostKnown) + 1;
+    for (int i = 0; i < count; ++i) {
+        TestFolder::write(name(i), line(i) + '\n');
+        TestFolder::setModified(name(i), 1000 + i);
+        EXPECT_EQ(follow(), QByteArrayList{line(i)});
+    }
+    for (const auto number : {1, 0}) {
+        TestFolder::append(name(number), line(100 + number) + '\n');
+        EXPECT_EQ(follow(LongAgo), number == 1 ? QByteArrayList{line(101)} : QByteArrayList());
+        TestFolder::setModified(name(number), 1000);
+    }
+}
+
+TEST_F(LogTailTest, AfterAPauseNoPlaceIsKnown)
+{
+    TestFolder::write(file(), line(1) + '\n');
+    EXPECT_EQ(follow(), QByteArrayList{line(1)});
+    tail.close();
+    TestFolder::write(file("new"), line(2) + '\n');
+    fs::rename(file("new"), file());
+    EXPECT_EQ(follow(LongAgo), QByteArrayList());
+}
+
 TEST_F(LogTailTest, ANewerLogTakesTheOldOnesPlaceOnceThatIsReadToItsEnd)
 {
     TestFolder::write(file("WoWCombatLog-1.txt"), line(1) + '\n');
