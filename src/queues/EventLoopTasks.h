@@ -11,8 +11,8 @@ namespace quelto {
 
 /// Tasks that the event loop of this object's thread runs, one an event. Left-over tasks are dropped with the object.
 ///
-/// They lie under a lock of our own, and the event carries nothing: how a task gets from thread to thread can then be seen
-/// by tools that cannot look into Qt.
+/// They lie under a lock of our own, and the event carries nothing: how a task gets from thread to thread can then be
+/// seen by tools that cannot look into Qt.
 class EventLoopTasks final : public QObject {
     Q_OBJECT
 
