@@ -6,7 +6,7 @@
 
 namespace quelto {
 
-/// The bin of the freedesktop.org specification: the home folder's own, and one on each other volume, since a file is
+/// The bin as freedesktop.org lays it out: the home folder's own, and one on each other volume, since a file is
 /// only ever renamed into it.
 ///
 /// Destruction waits for the files of the call that is being worked on. Those of later calls stay where they are.
