@@ -186,7 +186,7 @@ TEST_F(LeaguePollTest, AnEndlessAnswerCostsNoMoreMemoryThanTheLargestBody)
         {"HTTP/1.1 200 ", megabyte},
         {"HTTP/1.1 100 Continue\r\n\r\n", QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(1000)},
     };
-    const auto before = residentBytes();
+    [[maybe_unused]] const auto before = residentBytes();
     for (const auto& [first, more] : answers) {
         server.setAnswer([first = first, more = more](QSslSocket& client) { flood(client, first, more); });
         EXPECT_FALSE(polledOnce(server.address())) << first.toStdString();
