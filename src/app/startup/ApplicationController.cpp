@@ -140,7 +140,7 @@ void ApplicationController::joinMatches()
 {
     connect(&m_matches, &MatchTracker::sessionIsGoing, &m_navigation, [this](const QUuid& match) {
         if (m_navigation.page().match == match) {
-            m_navigation.setPage({.kind = Pages::Kind::Matches, .match = {}});
+            m_navigation.setPage({.kind = Pages::Kind::Matches});
         }
     });
     connect(m_platform.notices.get(), &DesktopNotices::clicked, this, [this](const QString& id) {

@@ -15,7 +15,7 @@
 #include "queues/MainQueue.h"
 #include "queues/SerialQueue.h"
 #include "ui/shell/Hud.h"
-#include "ui/shell/Navigation.h"
+#include "ui/shared/Navigation.h"
 #include "ui/shell/ShownMatch.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"

@@ -3,7 +3,7 @@
 
 #include "app/settings/AppSettings.h"
 #include "capture/recorder/Recorder.h"
-#include "ui/shell/Navigation.h"
+#include "ui/shared/Navigation.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusContext>

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import Quelto.Shell
 import Quelto.Theme
 
 // The program's mark and name.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
-import Quelto.Shell
+import Quelto.Shared
 import Quelto.Theme
 
 // What is being recorded: how far back, how much memory, at what size, and whether the microphone is heard.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
-import Quelto.Shell
+import Quelto.Shared
 import Quelto.Theme
 
 // The recorder's state in a word, and its switch.

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 

@@ -2,7 +2,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
-import Quelto.Shell
 import Quelto.Theme
 
 // One line of a menu: what it does on the left, its key on the right.

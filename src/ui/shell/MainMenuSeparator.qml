@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Controls.Basic
-import Quelto.Shell
 import Quelto.Theme
 
 MenuSeparator {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
-import Quelto.Shell
 import Quelto.Theme
 
 // A sentence that something is wrong, with a sign before it. It wraps; nothing of it is cut off.

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Templates as T
-import Quelto.Shell
+import Quelto.Shared
 import Quelto.Theme
 
 // A short text over the window, closed with Escape, Enter or its button.

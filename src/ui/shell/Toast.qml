@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
-import Quelto.Shell
+import Quelto.Shared
 import Quelto.Theme
 
 // A short text that floats up over the page for a moment.

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "library/matches/MatchTracker.h"
-#include "ui/shell/Navigation.h"
+#include "ui/shared/Navigation.h"
 #include "ui/shell/ShownMatch.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/shell/L10nForQml.h"
+#include "ui/shared/L10nForQml.h"
 
 #include "app/language/T.h"
 

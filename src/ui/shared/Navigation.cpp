@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/shell/Navigation.h"
+#include "ui/shared/Navigation.h"
 
 #include <QMetaEnum>
 #include <QPointer>
@@ -26,6 +26,20 @@ void Navigation::setPage(const Page& page)
     }
 }
 
+void Navigation::setSelected(const std::optional<Clip>& clip)
+{
+    if (m_selected != clip) {
+        m_selected = clip;
+        Q_EMIT selectedChanged();
+    }
+}
+
+void Navigation::show(const Page& page)
+{
+    setSelected(std::nullopt);
+    setPage(page);
+}
+
 void Navigation::showToast(const QString& text)
 {
     setToast(text);
@@ -50,6 +64,9 @@ QString pageText(const Page& page)
 {
     const auto kind =
         QString::fromLatin1(QMetaEnum::fromType<Pages::Kind>().valueToKey(static_cast<int>(page.kind))).toLower();
+    if (page.game) {
+        return kind + u' ' + *page.game;
+    }
     return page.match.isNull() ? kind : kind + u' ' + page.match.toString(QUuid::WithoutBraces).toUpper();
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/shell/Navigation.h"
+#include "ui/shared/Navigation.h"
 
 #include "tests/queues/ManualQueue.h"
 
