@@ -41,6 +41,11 @@ void Free::operator()(SwrContext* resampler) const noexcept
     swr_free(&resampler);
 }
 
+void Free::operator()(SwsContext* scaler) const noexcept
+{
+    sws_freeContext(scaler);
+}
+
 void Free::operator()(AVDictionary* dictionary) const noexcept
 {
     av_dict_free(&dictionary);

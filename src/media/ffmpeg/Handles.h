@@ -8,6 +8,7 @@ extern "C" {
 #include <libavutil/dict.h>
 #include <libavutil/frame.h>
 #include <libswresample/swresample.h>
+#include <libswscale/swscale.h>
 }
 
 #include <memory>
@@ -23,6 +24,7 @@ struct Free {
     void operator()(AVBufferRef* buffer) const noexcept;
     void operator()(AVIOContext* io) const noexcept;
     void operator()(SwrContext* resampler) const noexcept;
+    void operator()(SwsContext* scaler) const noexcept;
     void operator()(AVDictionary* dictionary) const noexcept;
 };
 struct CloseInput {
@@ -38,6 +40,7 @@ using Packet = std::unique_ptr<AVPacket, Free>;
 using BufferRef = std::unique_ptr<AVBufferRef, Free>;
 using Io = std::unique_ptr<AVIOContext, Free>;
 using Resampler = std::unique_ptr<SwrContext, Free>;
+using Scaler = std::unique_ptr<SwsContext, Free>;
 using Dictionary = std::unique_ptr<AVDictionary, Free>;
 using InputContext = std::unique_ptr<AVFormatContext, CloseInput>;
 using OutputContext = std::unique_ptr<AVFormatContext, FreeOutput>;

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/reader/StillDecoder.h"
+
+#include "media/ffmpeg/FfmpegError.h"
+
+#include <new>
+
+namespace quelto {
+
+namespace {
+
+constexpr int LargestSide = 16384;
+/// Two 8K screens beside each other fit.
+constexpr std::int64_t LargestArea = std::int64_t{1} << 26U;
+
+bool isWhole(const AVFrame& frame)
+{
+    return frame.decode_error_flags == 0 && (frame.flags & AV_FRAME_FLAG_CORRUPT) == 0;
+}
+
+void requireReasonableSize(int width, int height)
+{
+    if (width > LargestSide || height > LargestSide || std::int64_t{width} * height > LargestArea) {
+        throw ffmpeg::FfmpegError(AVERROR(EINVAL));
+    }
+}
+
+} // namespace
+
+StillDecoder::StillDecoder(const InputFile& file, AVStream& track)
+    : m_file(file)
+    , m_track(track)
+{
+    // The track's own say is checked before its parameter sets are read; the decoder checks what those say.
+    requireReasonableSize(track.codecpar->width, track.codecpar->height);
+    const auto* codec = avcodec_find_decoder(track.codecpar->codec_id);
+    if (codec == nullptr) {
+        throw ffmpeg::FfmpegError(AVERROR_DECODER_NOT_FOUND);
+    }
+    m_decoder.reset(avcodec_alloc_context3(codec));
+    if (!m_decoder) {
+        throw std::bad_alloc();
+    }
+    ffmpeg::checked(avcodec_parameters_to_context(m_decoder.get(), track.codecpar));
+    m_decoder->pkt_timebase = track.time_base;
+    m_decoder->max_pixels = LargestArea;
+    // For a single picture a second thread is more delay than help, and the caller has several files to read.
+    m_decoder->thread_count = 1;
+    ffmpeg::checked(avcodec_open2(m_decoder.get(), codec, nullptr));
+    for (unsigned i = 0; i < file.context().nb_streams; ++i) {
+        auto* stream = file.context().streams[i];
+        stream->discard = stream == &track ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+    }
+}
+
+ffmpeg::Frame StillDecoder::pictureAt(double seconds, double tolerance)
+{
+    const auto inTicks = [this](double value) {
+        return av_rescale_q(static_cast<std::int64_t>(value * AV_TIME_BASE), AV_TIME_BASE_Q, m_track.time_base);
+    };
+    const auto target = inTicks(seconds);
+    if (auto frame = keyFrameNear(target, inTicks(tolerance))) {
+        return frame;
+    }
+    return decodedUpTo(target, inTicks(tolerance));
+}
+
+ffmpeg::Frame StillDecoder::keyFrameNear(std::int64_t target, std::int64_t tolerance)
+{
+    const AVIndexEntry* nearest = nullptr;
+    for (const int direction : {AVSEEK_FLAG_BACKWARD, 0}) {
+        const auto* entry = avformat_index_get_entry_from_timestamp(&m_track, target, direction);
+        if (entry != nullptr &&
+            (nearest == nullptr || std::abs(entry->timestamp - target) < std::abs(nearest->timestamp - target))) {
+            nearest = entry;
+        }
+    }
+    if (nearest == nullptr || std::abs(nearest->timestamp - target) > tolerance) {
+        return nullptr;
+    }
+    if (!seek(nearest->timestamp) || !sendNext()) {
+        return nullptr;
+    }
+    // Nothing follows: a decoder that reorders pictures gives this one out at once.
+    m_isDraining = true;
+    avcodec_send_packet(m_decoder.get(), nullptr);
+    auto frame = receive();
+    return frame && isWhole(*frame) ? std::move(frame) : nullptr;
+}
+
+ffmpeg::Frame StillDecoder::decodedUpTo(std::int64_t target, std::int64_t tolerance)
+{
+    if (!seek(target)) {
+        return nullptr;
+    }
+    ffmpeg::Frame shown;
+    do {
+        while (auto frame = receive()) {
+            if (!isWhole(*frame)) {
+                continue;
+            }
+            const auto time = frame->best_effort_timestamp;
+            if (time != AV_NOPTS_VALUE && time > target) {
+                return shown ? std::move(shown) : std::move(frame);
+            }
+            shown = std::move(frame);
+            if (time != AV_NOPTS_VALUE && time >= target - tolerance) {
+                return shown;
+            }
+        }
+    } while (sendNext());
+    return shown;
+}
+
+bool StillDecoder::seek(std::int64_t target) noexcept
+{
+    avcodec_flush_buffers(m_decoder.get());
+    m_isDraining = false;
+    return av_seek_frame(&m_file.context(), m_track.index, target, AVSEEK_FLAG_BACKWARD) >= 0;
+}
+
+bool StillDecoder::sendNext()
+{
+    while (!m_isDraining && !m_file.patience().isOver()) {
+        av_packet_unref(m_packet.get());
+        if (av_read_frame(&m_file.context(), m_packet.get()) < 0) {
+            m_isDraining = true;
+            return avcodec_send_packet(m_decoder.get(), nullptr) >= 0;
+        }
+        // What the decoder refuses is left out; the pictures behind it may be good.
+        if (m_packet->stream_index == m_track.index && avcodec_send_packet(m_decoder.get(), m_packet.get()) >= 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+ffmpeg::Frame StillDecoder::receive()
+{
+    auto frame = ffmpeg::makeFrame();
+    const int status = avcodec_receive_frame(m_decoder.get(), frame.get());
+    return status >= 0 ? std::move(frame) : nullptr;
+}
+
+} // namespace quelto
