@@ -10,32 +10,47 @@ Item {
     property string symbol: ""
     property string text: ""
     property string trailingText: ""
+    // Work goes on: a turning mark takes the symbol's place.
+    property bool busy: false
+    property bool isCentered: false
     property alias font: main.font
     property color color: Theme.text
+    readonly property real trailingWidth: trailing.visible ? 20 + trailing.implicitWidth : 0
+    readonly property real symbolWidth: leading.width > 0 ? leading.width + 8 : 0
 
-    implicitWidth: leading.implicitWidth + (trailing.visible ? 20 + trailing.implicitWidth : 0)
-    implicitHeight: leading.implicitHeight
+    implicitWidth: symbolWidth + main.implicitWidth + trailingWidth
+    implicitHeight: Math.max(main.implicitHeight, leading.height)
 
-    Row {
+    Item {
         id: leading
 
-        spacing: 8
+        x: label.isCentered ? Math.max(0, Math.round((label.width - label.symbolWidth - main.width) / 2)) : 0
+        anchors.verticalCenter: parent.verticalCenter
+        width: label.busy || label.symbol !== "" ? 16 : 0
+        height: width
 
         SymbolIcon {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: label.symbol !== ""
+            visible: label.symbol !== "" && !label.busy
             symbol: label.symbol
-            side: 16
             color: label.color
         }
 
-        Text {
-            id: main
-
-            anchors.verticalCenter: parent.verticalCenter
-            text: label.text
+        Spinner {
+            visible: label.busy
             color: label.color
         }
+    }
+
+    Text {
+        id: main
+
+        x: leading.x + label.symbolWidth
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, label.width - label.symbolWidth - label.trailingWidth)
+        text: label.text
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        color: label.color
     }
 
     Text {
@@ -45,6 +60,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         visible: label.trailingText !== ""
         text: label.trailingText
+        textFormat: Text.PlainText
         color: label.color
         opacity: 0.85
         font.pixelSize: 11

@@ -16,11 +16,20 @@ T.AbstractButton {
     implicitHeight: 21
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : 0.45
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: isOn
     Accessible.name: text
+    Keys.onReturnPressed: event => toggle.actOn(event)
+    Keys.onEnterPressed: event => toggle.actOn(event)
     onClicked: flipped(!isOn)
+
+    function actOn(event: KeyEvent) {
+        if (!event.isAutoRepeat) {
+            toggle.click()
+        }
+    }
 
     background: Rectangle {
         radius: height / 2

@@ -34,6 +34,8 @@ class Theme : public QObject {
     Q_PROPERTY(QColor violet READ violet CONSTANT)
     Q_PROPERTY(QColor onGold READ onGold CONSTANT)
     Q_PROPERTY(QColor notice READ notice CONSTANT)
+    Q_PROPERTY(QColor shadow READ shadow CONSTANT)
+    Q_PROPERTY(QColor discord READ discord CONSTANT)
 
 public:
     explicit Theme(const AppSettings& settings, QObject* parent = nullptr);
@@ -62,6 +64,10 @@ public:
     static QColor onGold() { return Qt::black; }
     /// The ground of the on-screen notice.
     static QColor notice() { return {0x16, 0x16, 0x1C, 245}; }
+    /// Shadows, and veils over pictures; thinned by whoever uses it.
+    static QColor shadow() { return Qt::black; }
+    /// The chat program's own colour, on hints that lead there.
+    static QColor discord() { return {0x58, 0x65, 0xF2}; }
     /// The plain ones.
     static QColor violet() { return {0x8B, 0x7C, 0xFF}; }
 

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Quelto.Theme
+
+// How a tier of moments looks, by the tag that clip names carry.
+QtObject {
+    required property string tier
+    readonly property bool isEpic: tier === "EFSANE"
+    readonly property color color: isEpic ? Theme.gold : tier === "ORTA" ? Theme.accent : Theme.violet
+    readonly property color foreground: isEpic ? Theme.onGold : Theme.onAccent
+    readonly property string symbol: isEpic ? "flame.fill" : tier === "ORTA" ? "bolt.fill" : "star.fill"
+}
