@@ -27,7 +27,7 @@ T.AbstractButton {
 
     function actOn(event: KeyEvent) {
         if (!event.isAutoRepeat) {
-            button.click()
+            button.clicked()
         }
     }
 
