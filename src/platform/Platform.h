@@ -3,10 +3,12 @@
 
 #include "platform/DesktopNotices.h"
 #include "platform/Displays.h"
+#include "platform/FileManager.h"
 #include "platform/FrameSource.h"
 #include "platform/FrontApplication.h"
 #include "platform/GlobalKey.h"
 #include "platform/NoticeSounds.h"
+#include "platform/Pasteboard.h"
 #include "platform/Sound.h"
 #include "platform/Trash.h"
 
@@ -24,6 +26,8 @@ struct Platform {
     std::unique_ptr<DesktopNotices> notices;
     std::unique_ptr<Trash> trash;
     std::unique_ptr<NoticeSounds> sounds;
+    std::unique_ptr<FileManager> files;
+    std::unique_ptr<Pasteboard> pasteboard;
 };
 
 } // namespace quelto

@@ -17,12 +17,18 @@ public:
     {
         const auto end = m_now + duration;
         while (!m_tasks.empty() && m_tasks.begin()->first <= end) {
-            m_now = std::max(m_now, m_tasks.begin()->first);
-            const auto task = std::move(m_tasks.begin()->second);
-            m_tasks.erase(m_tasks.begin());
-            task();
+            runNext();
         }
         m_now = end;
+    }
+
+    /// Runs the one task that is due first.
+    void runNext()
+    {
+        const auto task = std::move(m_tasks.begin()->second);
+        m_now = std::max(m_now, m_tasks.begin()->first);
+        m_tasks.erase(m_tasks.begin());
+        task();
     }
 
     /// Runs what is due now.
@@ -43,11 +49,19 @@ public:
     {
     }
 
-    void post(Task task) override { m_time.schedule(HostDuration::zero(), std::move(task)); }
+    void post(Task task) override
+    {
+        ++m_posted;
+        m_time.schedule(HostDuration::zero(), std::move(task));
+    }
     void postAfter(HostDuration delay, Task task) override { m_time.schedule(delay, std::move(task)); }
+
+    /// How many tasks came without a delay, so far.
+    int posted() const { return m_posted; }
 
 private:
     ManualTime& m_time;
+    int m_posted = 0;
 };
 
 } // namespace quelto::test

@@ -23,6 +23,8 @@ public:
     /// The date in the words and the order of the language. The template tells which parts are wanted, in the letters
     /// of Unicode's date patterns ("dMMMyyyyHHmm"); their order in it means nothing. Local time.
     static QString date(const QDateTime& date, const QString& dateTemplate);
+    /// A file's size in decimal units, as exact as one cares to know: "312 kB", "12,4 MB", "1,25 GB". Units: bytes.
+    static QString fileSize(qint64 bytes);
     /// In capitals as the language writes them: Turkish has two kinds of i.
     static QString upperCased(const QString& text);
 };

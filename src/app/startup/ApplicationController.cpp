@@ -38,7 +38,13 @@ ApplicationController::ApplicationController()
     , m_settings(AppSettings::defaultPath(), sizesOf(*m_platform.displays))
     , m_sessionQueue(QStringLiteral("quelto.session"))
     , m_saveQueue(QStringLiteral("quelto.save"))
-    , m_library(m_settings, *m_platform.trash)
+    , m_libraryQueue(QStringLiteral("quelto.library"))
+    , m_library({.settings = m_settings,
+                 .trash = *m_platform.trash,
+                 .files = *m_platform.files,
+                 .pasteboard = *m_platform.pasteboard,
+                 .main = m_main,
+                 .work = m_libraryQueue})
     , m_matches({.library = m_library, .main = m_main, .store = MatchStore()})
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)

@@ -69,6 +69,7 @@ private:
     // They end before the recorder that their tasks refer to.
     SerialQueue m_sessionQueue;
     SerialQueue m_saveQueue;
+    SerialQueue m_libraryQueue;
     ClipLibrary m_library;
     MatchTracker m_matches;
     HotKeyManager m_hotKeys;

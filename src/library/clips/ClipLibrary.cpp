@@ -1,37 +1,218 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/ClipLibrary.h"
 
+#include "files/RenameToFreeName.h"
+#include "library/clips/ClipScan.h"
 #include "library/naming/ClipMeta.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QHash>
 #include <QPointer>
+
+#include <climits>
+
+#include <fcntl.h>
 
 namespace quelto {
 
-const QStringList ClipLibrary::videoExtensions{QStringLiteral("mp4"), QStringLiteral("mov"), QStringLiteral("m4v")};
+namespace {
 
-ClipLibrary::ClipLibrary(const AppSettings& settings, Trash& trash, QObject* parent)
-    : QObject(parent)
-    , m_settings(settings)
-    , m_trash(trash)
+constexpr std::chrono::milliseconds QuietTime{400};
+
+/// The title as a part of a file's name; nothing if none is left of it.
+std::optional<QString> titleForName(const QString& text)
 {
-    connect(&settings, &AppSettings::saveFolderChanged, this, &ClipLibrary::reload);
+    auto title = text.trimmed();
+    title.replace(u'/', u'-').replace(u':', u'-');
+    return title.isEmpty() || title.contains(QChar(u'\0')) ? std::nullopt : std::optional(title);
 }
 
-void ClipLibrary::reload()
+/// The sidecar's name is the longer one; a clip must not lose its markers to its own title.
+bool isTooLongForSidecar(const QString& oldPath, const QString& newPath)
 {
-    const QDir folder(m_settings.saveFolder());
-    folder.mkpath(QStringLiteral("."));
+    const auto name = QFile::encodeName(QFileInfo(ClipMeta::pathFor(newPath)).fileName());
+    return name.size() > NAME_MAX && QFile::exists(ClipMeta::pathFor(oldPath));
+}
+
+} // namespace
+
+/// One reading of the folder: what it is to do, and then what it found.
+struct ClipLibrary::Reading {
+    QString folder;
+    bool isToWatch = false;
     QList<Clip> clips;
-    for (const auto& file : folder.entryInfoList(QDir::Files, QDir::Unsorted)) {
-        if (videoExtensions.contains(file.suffix().toLower())) {
-            clips.append(Clip(file.absoluteFilePath()));
+    std::optional<WatchedFolder> watch;
+
+    void read()
+    {
+        QDir().mkpath(folder);
+        // Before the list, so that nothing can happen unseen in between.
+        if (isToWatch) {
+            watch.emplace(folder);
         }
+        clips = clipsIn(folder);
     }
-    std::ranges::stable_sort(clips, std::ranges::greater(), &Clip::date);
-    m_clips = clips;
-    Q_EMIT clipsChanged();
+};
+
+ClipLibrary::ClipLibrary(Parts parts, QObject* parent)
+    : QObject(parent)
+    , m_parts(parts)
+{
+    connect(&m_watch, &FolderWatch::entriesChanged, this, &ClipLibrary::scheduleReload);
+    connect(&m_watch, &FolderWatch::contentsChanged, this, [this] {
+        // A file that is written to again and again must not put the list off for ever.
+        if (!m_isReloadScheduled) {
+            scheduleReload();
+        }
+    });
+    connect(&m_watch, &FolderWatch::lost, this, &ClipLibrary::watchAnew);
+    connect(&m_parts.settings, &AppSettings::saveFolderChanged, this, &ClipLibrary::followFolder);
+    // The game of a clip that names none is a word of the language.
+    connect(&m_parts.settings, &AppSettings::languageChanged, this, [this] { reload(); });
+    followFolder();
+}
+
+void ClipLibrary::followFolder()
+{
+    const auto folder = QDir(m_parts.settings.saveFolder()).absolutePath();
+    if (folder == m_folder) {
+        return;
+    }
+    m_folder = folder;
+    m_isReadingStale = m_isReading;
+    m_isWatchWanted = true;
+    reload();
+}
+
+void ClipLibrary::watchAnew()
+{
+    m_isWatchWanted = true;
+    scheduleReload();
+}
+
+QList<GameCount> ClipLibrary::games() const
+{
+    QHash<QString, qsizetype> counts;
+    for (const auto& clip : m_clips) {
+        ++counts[clip.game];
+    }
+    QList<GameCount> games;
+    for (auto each = counts.cbegin(); each != counts.cend(); ++each) {
+        games.append({.name = each.key(), .count = each.value()});
+    }
+    std::ranges::sort(games, [](const GameCount& left, const GameCount& right) {
+        return left.count != right.count ? left.count > right.count : left.name < right.name;
+    });
+    return games;
+}
+
+void ClipLibrary::reload(std::function<void()> done)
+{
+    if (done) {
+        m_waitingForNext.append(std::move(done));
+    }
+    m_isReadingWanted = true;
+    startReading();
+}
+
+void ClipLibrary::startReading()
+{
+    if (m_isReading || !m_isReadingWanted) {
+        return;
+    }
+    m_isReadingWanted = false;
+    m_isReading = true;
+    m_isReadingStale = false;
+    m_waiting += std::exchange(m_waitingForNext, {});
+    auto reading = std::make_shared<Reading>();
+    reading->folder = m_folder;
+    reading->isToWatch = std::exchange(m_isWatchWanted, false);
+    m_parts.work.post([reading = std::move(reading), self = QPointer(this), &main = m_parts.main] {
+        reading->read();
+        main.post([reading, self] {
+            if (auto* const library = self.data()) {
+                library->finishReading(*reading);
+            }
+        });
+    });
+}
+
+void ClipLibrary::finishReading(Reading& reading)
+{
+    m_isReading = false;
+    if (m_isReadingStale) {
+        m_isReadingWanted = true;
+        m_isWatchWanted |= reading.isToWatch;
+        startReading();
+        return;
+    }
+    if (reading.watch) {
+        m_watch.follow(std::move(*reading.watch));
+    }
+    const auto served = std::exchange(m_waiting, {});
+    const QPointer<ClipLibrary> self(this);
+    publish(reading.clips);
+    for (const auto& done : served) {
+        done();
+    }
+    if (self) {
+        startReading();
+    }
+}
+
+void ClipLibrary::publish(const QList<Clip>& clips)
+{
+    const bool isFirst = !std::exchange(m_isLoaded, true);
+    if (isFirst || clips != m_clips) {
+        m_clips = clips;
+        Q_EMIT clipsChanged();
+    }
+}
+
+void ClipLibrary::scheduleReload()
+{
+    m_isReloadScheduled = true;
+    m_parts.main.postAfter(QuietTime, [self = QPointer(this), schedule = ++m_schedule] {
+        auto* const library = self.data();
+        if (library != nullptr && library->m_schedule == schedule) {
+            library->m_isReloadScheduled = false;
+            library->reload();
+        }
+    });
+}
+
+std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& text)
+{
+    const auto title = titleForName(text);
+    if (!title) {
+        return std::nullopt;
+    }
+    const QFileInfo file(clip.path);
+    const auto path = QStringLiteral("%1/%2 - %3.%4").arg(file.path(), clip.game, *title, file.suffix());
+    if (isTooLongForSidecar(clip.path, path) ||
+        renameToFreeName(AT_FDCWD, QFile::encodeName(clip.path).constData(), QFile::encodeName(path).constData()) !=
+            0) {
+        return std::nullopt;
+    }
+    ClipMeta::move(clip.path, path);
+    const Clip renamed(path);
+    // At once, and not taken back by a reading that began before.
+    m_isReadingStale = m_isReading;
+    auto clips = m_clips;
+    if (const auto listed = std::ranges::find(clips, clip.path, &Clip::path); listed != clips.end()) {
+        *listed = renamed;
+        m_clips = clips;
+        Q_EMIT clipsChanged();
+    }
+    reload();
+    return renamed;
+}
+
+void ClipLibrary::trash(const Clip& clip)
+{
+    trash(QStringList(clip.path));
 }
 
 void ClipLibrary::trash(const QStringList& paths, const std::function<void()>& completion)
@@ -45,20 +226,29 @@ void ClipLibrary::trash(const QStringList& paths, const std::function<void()>& c
     for (const auto& path : paths) {
         ClipMeta::remove(path);
     }
-    m_trash.recycle(paths, [self = QPointer(this), completion] {
-        // The trash answers on a thread of its own.
+    m_parts.trash.recycle(paths, [self = QPointer(this), completion] {
+        // The trash answers on a thread of its own, and may outlive the main queue.
         QMetaObject::invokeMethod(
             qApp,
             [self, completion] {
                 if (self) {
-                    self->reload();
-                }
-                if (completion) {
+                    self->reload(completion);
+                } else if (completion) {
                     completion();
                 }
             },
             Qt::QueuedConnection);
     });
+}
+
+void ClipLibrary::copyToPasteboard(const QString& path)
+{
+    m_parts.pasteboard.setFile(path);
+}
+
+void ClipLibrary::revealInFinder(const QString& path)
+{
+    m_parts.files.reveal(path);
 }
 
 } // namespace quelto

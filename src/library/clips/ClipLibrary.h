@@ -2,45 +2,106 @@
 #pragma once
 
 #include "app/settings/AppSettings.h"
+#include "library/clips/FolderWatch.h"
 #include "library/naming/Clip.h"
+#include "platform/FileManager.h"
+#include "platform/Pasteboard.h"
 #include "platform/Trash.h"
+#include "queues/TaskQueue.h"
 
 #include <QList>
 #include <QObject>
 
 #include <functional>
+#include <optional>
 
 namespace quelto {
 
+struct GameCount {
+    QString name;
+    qsizetype count = 0;
+
+    bool operator==(const GameCount&) const = default;
+};
+
 /// The clips in the save folder. It has no store of its own: the folder is the database, and a reload rebuilds the list
-/// from the names in it.
+/// from the names in it. What others change in the folder shows shortly after.
 ///
-/// Thread: main.
+/// Thread: main. The folder is read on the work queue, so that a large or slow one does not hold the window up.
 class ClipLibrary : public QObject {
     Q_OBJECT
 
 public:
-    /// What the list takes up; compared in lower case.
-    static const QStringList videoExtensions;
+    /// All outlive the library, and `main` the work queue as well.
+    struct Parts {
+        const AppSettings& settings;
+        Trash& trash;
+        FileManager& files;
+        Pasteboard& pasteboard;
+        TaskQueue& main;
+        TaskQueue& work;
+    };
 
-    ClipLibrary(const AppSettings& settings, Trash& trash, QObject* parent = nullptr);
+    /// Reads the save folder of the settings for the first time, and again whenever they name another.
+    explicit ClipLibrary(Parts parts, QObject* parent = nullptr);
 
     /// Newest first.
     const QList<Clip>& clips() const { return m_clips; }
+    /// Whether the list was read at least once; until then an empty one says nothing.
+    bool isLoaded() const { return m_isLoaded; }
+    /// The one with most clips first.
+    QList<GameCount> games() const;
 
-    /// Makes the folder if it is missing. A folder that cannot be read is like an empty one.
-    void reload();
+    /// Reads the folder anew, and makes it if it is missing. A folder that cannot be read is like an empty one.
+    /// Returns at once; `done` is called when a list is in force that was read from now on. Requests that come while
+    /// the folder is being read share the next reading.
+    void reload(std::function<void()> done = {});
+    /// Reloads when nobody has asked for it any more for 0.4 s.
+    void scheduleReload();
+
+    /// Gives the file another title. The name holds the game and the title only: the date, and the tier of an automatic
+    /// clip, go unless the title has them. The clip under its new name, which is in the list at once; nothing if the
+    /// title is empty, the name is taken or the file system does not want it.
+    std::optional<Clip> rename(const Clip& clip, const QString& title);
+    /// Moves the file to the trash.
+    void trash(const Clip& clip);
     /// Moves files to the trash, all in one go, without their sidecars. The completion runs on the main thread after
     /// the list was rebuilt; at once where there is nothing to do. What fails stays where it is.
     void trash(const QStringList& paths, const std::function<void()>& completion = {});
+    /// What is pasted then is the file.
+    void copyToPasteboard(const QString& path);
+    void revealInFinder(const QString& path);
 
 Q_SIGNALS:
+    /// Only when the list is another one than before, and once when it was read for the first time.
     void clipsChanged();
 
 private:
-    const AppSettings& m_settings;
-    Trash& m_trash;
+    struct Reading;
+
+    void followFolder();
+    void startReading();
+    void finishReading(Reading& reading);
+    void watchAnew();
+    void publish(const QList<Clip>& clips);
+
+    Parts m_parts;
+    FolderWatch m_watch;
+    QString m_folder;
     QList<Clip> m_clips;
+    bool m_isLoaded = false;
+    bool m_isReading = false;
+    /// Somebody asked for a reading that has not begun.
+    bool m_isReadingWanted = false;
+    /// What is being read is of another folder, or of before a change that the list shows already.
+    bool m_isReadingStale = false;
+    bool m_isWatchWanted = true;
+    /// Of the requests that the reading under way answers, and of the later ones.
+    QList<std::function<void()>> m_waiting;
+    QList<std::function<void()>> m_waitingForNext;
+    /// Counts scheduled reloads, so that only the latest one that still stands is acted on.
+    std::uint64_t m_schedule = 0;
+    bool m_isReloadScheduled = false;
 };
 
 } // namespace quelto

@@ -1,65 +1,107 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/Clip.h"
 
+#include "app/language/L10n.h"
 #include "app/language/T.h"
 
-#include <QFileInfo>
-#include <QRegularExpression>
+#include <QFile>
+
+#include <fcntl.h>
 
 namespace quelto {
 
 namespace {
 
-const QRegularExpression& datePattern()
+constexpr QStringView Separator = u" - ";
+constexpr qint64 NanosecondsInAMillisecond = 1'000'000;
+
+bool isDigit(QChar letter)
 {
-    static const QRegularExpression pattern(QStringLiteral(R"(^\d{4}-\d{2}-\d{2} \d{2}\.\d{2}\.\d{2})"));
-    return pattern;
+    return letter >= u'0' && letter <= u'9';
 }
 
-const QRegularExpression& momentPattern()
+/// The length of the date at the text's beginning, 0 if there is none.
+qsizetype dateLength(QStringView text)
 {
-    static const QRegularExpression pattern(QStringLiteral(R"(\[(EFSANE|ORTA|BASIT) (\d+)\] (.+)$)"));
-    return pattern;
+    constexpr QStringView Form = u"dddd-dd-dd dd.dd.dd";
+    const auto fits = [](QChar letter, QChar wanted) { return wanted == u'd' ? isDigit(letter) : letter == wanted; };
+    return text.size() >= Form.size() && std::ranges::equal(text.first(Form.size()), Form, fits) ? Form.size() : 0;
 }
 
-/// The earlier of the times of birth and of the last change; not every file system knows a birth.
-QDateTime creationDate(const QFileInfo& file)
+/// The name of a file without its last extension.
+QStringView stemOf(QStringView path)
 {
-    const auto birth = file.birthTime();
-    const auto change = file.lastModified();
-    if (birth.isValid() && change.isValid()) {
-        return std::min(birth, change);
+    const auto name = path.sliced(path.lastIndexOf(u'/') + 1);
+    const auto dot = name.lastIndexOf(u'.');
+    return dot < 0 ? name : name.first(dot);
+}
+
+struct MomentMark {
+    ClipTier tier;
+    qint64 score;
+    QString label;
+};
+
+/// What stands behind a bracket if it is "TIER SCORE] LABEL" up to the end.
+std::optional<MomentMark> momentMarkIn(QStringView text)
+{
+    const auto blank = text.indexOf(u' ');
+    const auto tier = blank < 0 ? std::nullopt : tierFromTag(text.first(blank).toString());
+    if (!tier) {
+        return std::nullopt;
     }
-    return change.isValid() ? change : QDateTime::currentDateTime();
+    text = text.sliced(blank + 1);
+    const auto digits = std::ranges::find_if_not(text, isDigit) - text.begin();
+    const auto label = text.sliced(digits);
+    constexpr QStringView Between = u"] ";
+    if (digits == 0 || !label.startsWith(Between) || label.size() == Between.size()) {
+        return std::nullopt;
+    }
+    return MomentMark{
+        .tier = *tier, .score = text.first(digits).toLongLong(), .label = label.sliced(Between.size()).toString()};
+}
+
+std::optional<MomentMark> firstMomentMark(QStringView title)
+{
+    for (auto at = title.indexOf(u'['); at >= 0; at = title.indexOf(u'[', at + 1)) {
+        if (auto found = momentMarkIn(title.sliced(at + 1))) {
+            return found;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace
 
 Clip::Clip(const QString& filePath)
-    : path(filePath)
+    : Clip(filePath, factsOf(AT_FDCWD, QFile::encodeName(filePath).constData()))
 {
-    const QFileInfo file(filePath);
-    date = creationDate(file);
-    size = file.size();
-    const auto name = file.completeBaseName();
-    const auto separator = QStringLiteral(" - ");
-    if (const auto at = name.indexOf(separator); at >= 0) {
-        game = name.left(at);
-        title = name.mid(at + separator.size());
+}
+
+Clip::Clip(const QString& filePath, const std::optional<FileFacts>& facts)
+    : path(filePath)
+    , date(facts ? QDateTime::fromMSecsSinceEpoch(facts->madeAt / NanosecondsInAMillisecond)
+                 : QDateTime::currentDateTime())
+    , size(facts ? facts->size : 0)
+{
+    const auto name = stemOf(path);
+    if (const auto at = name.indexOf(Separator); at >= 0) {
+        game = name.first(at).toString();
+        title = name.sliced(at + Separator.size()).toString();
     } else {
         game = T("Diğer");
-        title = name;
+        title = name.toString();
     }
-    if (const auto match = momentPattern().match(title); match.hasMatch()) {
-        autoTier = tierFromTag(match.captured(1));
-        autoScore = match.captured(2).toLongLong();
-        autoLabel = match.captured(3);
+    if (const auto mark = firstMomentMark(title)) {
+        autoTier = mark->tier;
+        autoScore = mark->score;
+        autoLabel = mark->label;
     }
 }
 
 bool Clip::hasDefaultTitle() const
 {
-    return datePattern().match(title).hasMatch();
+    return dateLength(title) > 0;
 }
 
 QString Clip::displayTitle() const
@@ -67,8 +109,8 @@ QString Clip::displayTitle() const
     if (autoLabel) {
         return *autoLabel;
     }
-    if (const auto match = datePattern().match(title); match.hasMatch()) {
-        return T("{0} klibi", game) + title.mid(match.capturedLength());
+    if (const auto length = dateLength(title); length > 0) {
+        return T("{0} klibi", game) + title.mid(length);
     }
     return title;
 }
@@ -76,6 +118,16 @@ QString Clip::displayTitle() const
 bool Clip::isTall() const
 {
     return title.contains(QStringLiteral("(9x16)")) || title.contains(QStringLiteral("(4x5)"));
+}
+
+QString Clip::sizeText() const
+{
+    return L10n::fileSize(size);
+}
+
+QString Clip::timeText() const
+{
+    return L10n::date(date, QStringLiteral("H:mm"));
 }
 
 } // namespace quelto

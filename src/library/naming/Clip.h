@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "files/FileFacts.h"
 #include "moments/scoring/ClipTier.h"
 
 #include <QDateTime>
@@ -14,6 +15,8 @@ namespace quelto {
 struct Clip {
     /// Never fails: a name without " - " belongs to the game "Other" and is a title as a whole.
     explicit Clip(const QString& path);
+    /// The same of a file that was looked at already.
+    Clip(const QString& path, const std::optional<FileFacts>& facts);
 
     QString path;
     QString game;
@@ -35,6 +38,10 @@ struct Clip {
     QString displayTitle() const;
     /// The aspect export marks upright pictures in the name.
     bool isTall() const;
+    /// In decimal units and the language's numbers: "12,4 MB".
+    QString sizeText() const;
+    /// Hour and minute in the language's order.
+    QString timeText() const;
 };
 
 } // namespace quelto

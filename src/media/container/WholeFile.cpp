@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/container/WholeFile.h"
 
+#include "files/RenameToFreeName.h"
+
 #include <QFile>
 #include <QRandomGenerator>
 
@@ -40,36 +42,6 @@ template <typename Call> auto retried(Call call)
 struct CloseFolder {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
 };
-
-/// A rename that fails with EEXIST instead of replacing a file, in every file system: not all of them know the flag.
-int renameToFreeName(int folder, const char* from, const char* to)
-{
-    if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) {
-        return 0;
-    }
-    if (errno != EINVAL && errno != ENOSYS) {
-        return errno;
-    }
-    if (::linkat(folder, from, folder, to, 0) == 0) {
-        ::unlinkat(folder, from, 0);
-        return 0;
-    }
-    if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS && errno != EMLINK) {
-        return errno;
-    }
-    // No links either: an empty file takes the name, and only who made it may put the clip in its place.
-    const auto claim = ::openat(folder, to, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, NewFileMode);
-    if (claim < 0) {
-        return errno;
-    }
-    ::close(claim);
-    if (::renameat(folder, from, folder, to) == 0) {
-        return 0;
-    }
-    const auto reason = errno;
-    ::unlinkat(folder, to, 0);
-    return reason;
-}
 
 } // namespace
 

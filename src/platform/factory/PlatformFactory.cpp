@@ -2,7 +2,9 @@
 #include "platform/factory/PlatformFactory.h"
 
 #include "platform/freedesktop/EventSounds.h"
+#include "platform/freedesktop/FreedesktopFileManager.h"
 #include "platform/freedesktop/FreedesktopNotices.h"
+#include "platform/freedesktop/FreedesktopPasteboard.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/pipewire/PipeWireSoundServer.h"
 #include "platform/x11/X11Platform.h"
@@ -18,7 +20,9 @@ Platform makePlatform()
             .frontApplication = makeX11FrontApplication(),
             .notices = std::make_unique<FreedesktopNotices>(),
             .trash = std::make_unique<FreedesktopTrash>(),
-            .sounds = std::make_unique<EventSounds>()};
+            .sounds = std::make_unique<EventSounds>(),
+            .files = std::make_unique<FreedesktopFileManager>(),
+            .pasteboard = std::make_unique<FreedesktopPasteboard>()};
 }
 
 } // namespace quelto

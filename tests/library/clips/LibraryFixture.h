@@ -2,7 +2,9 @@
 #pragma once
 
 #include "library/clips/ClipLibrary.h"
+#include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
+#include "tests/queues/ManualQueue.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -32,6 +34,16 @@ protected:
         return file.fileName();
     }
 
+    ClipLibrary::Parts parts()
+    {
+        return {.settings = settings,
+                .trash = trash,
+                .files = files,
+                .pasteboard = pasteboard,
+                .main = libraryMain,
+                .work = libraryWork};
+    }
+
     QTemporaryDir folder;
     int argumentCount = 0;
     /// Unless the program has one of its own.
@@ -39,7 +51,13 @@ protected:
         QCoreApplication::instance() == nullptr ? new QCoreApplication(argumentCount, nullptr) : nullptr};
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
     RecordingTrash trash;
-    ClipLibrary library{settings, trash};
+    RecordingFileManager files;
+    RecordingPasteboard pasteboard;
+    /// The library's own: what it posts runs when the test settles it.
+    ManualTime libraryTime;
+    ManualQueue libraryMain{libraryTime};
+    ManualQueue libraryWork{libraryTime};
+    ClipLibrary library{parts()};
 };
 
 } // namespace quelto::test

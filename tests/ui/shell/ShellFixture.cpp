@@ -49,7 +49,12 @@ void ShellFixture::SetUp()
                                                                         .close = ask("close"),
                                                                         .quit = ask("quit")},
                                                 QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
-    library = std::make_unique<ClipLibrary>(settings, trash);
+    library = std::make_unique<ClipLibrary>(ClipLibrary::Parts{.settings = settings,
+                                                               .trash = trash,
+                                                               .files = files,
+                                                               .pasteboard = pasteboard,
+                                                               .main = main,
+                                                               .work = main});
     matches = std::make_unique<MatchTracker>(MatchTracker::Parts{
         .library = *library, .main = main, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
     navigation = std::make_unique<Navigation>(main);

@@ -8,6 +8,7 @@
 #include "ui/theme/Theme.h"
 
 #include "tests/capture/recorder/RecorderFixture.h"
+#include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
 
 #include <QQmlApplicationEngine>
@@ -35,6 +36,8 @@ protected:
     std::unique_ptr<Theme> theme;
     std::unique_ptr<WindowCommands> commands;
     RecordingTrash trash;
+    RecordingFileManager files;
+    RecordingPasteboard pasteboard;
     std::unique_ptr<ClipLibrary> library;
     std::unique_ptr<MatchTracker> matches;
     std::unique_ptr<Navigation> navigation;

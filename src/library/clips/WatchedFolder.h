@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+struct inotify_event;
+
+namespace quelto {
+
+/// What happened in a watched folder since it was asked the last time.
+struct FolderNews {
+    /// Clips appeared, vanished or got another name.
+    bool hasNewEntries = false;
+    /// A clip's file was written and closed, or got another date.
+    bool hasNewContents = false;
+    /// The path leads elsewhere now, or nowhere: it has to be watched anew.
+    bool isLost = false;
+};
+
+/// The kernel's watch of one folder, from the time on at which it is made. What happens to files that are no clips is
+/// no news.
+///
+/// Where there is no such folder, or none that may be read, it watches for one to appear.
+///
+/// Thread: any, one at a time.
+class WatchedFolder {
+public:
+    explicit WatchedFolder(const QString& path);
+    ~WatchedFolder();
+    WatchedFolder(WatchedFolder&& other) noexcept;
+    WatchedFolder& operator=(WatchedFolder&& other) noexcept;
+
+    /// Readable when there is news. Negative where the system has no watches left: then there never is any.
+    int descriptor() const noexcept { return m_descriptor; }
+    FolderNews takeNews();
+
+private:
+    void watch(const QByteArray& folder);
+    void add(const inotify_event& event, FolderNews& news) const;
+
+    int m_descriptor = -1;
+    /// The folder's own; negative where it cannot be watched.
+    int m_folder = -1;
+    /// Those of the folders above, with the name of what the path goes on with there.
+    QHash<int, QByteArray> m_above;
+};
+
+} // namespace quelto

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/FreedesktopFileManager.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace quelto {
+
+namespace {
+
+const QString Service = QStringLiteral("org.freedesktop.FileManager1");
+const QString ObjectPath = QStringLiteral("/org/freedesktop/FileManager1");
+
+} // namespace
+
+FreedesktopFileManager::FreedesktopFileManager(const QDBusConnection& bus)
+    : m_bus(bus)
+{
+}
+
+void FreedesktopFileManager::reveal(const QString& path)
+{
+    const auto uri = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded(QUrl::FullyEncoded));
+    QDBusMessage message = QDBusMessage::createMethodCall(Service, ObjectPath, Service, QStringLiteral("ShowItems"));
+    const QString noStartupId = QStringLiteral("");
+    message.setArguments({QStringList(uri), noStartupId});
+    auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(message), &m_calls);
+    QObject::connect(call, &QDBusPendingCallWatcher::finished, &m_calls, [call, path] {
+        call->deleteLater();
+        if (call->isError()) {
+            QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).path()));
+        }
+    });
+}
+
+void FreedesktopFileManager::openFolder(const QString& path)
+{
+    QDir().mkpath(path);
+    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+} // namespace quelto

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/FreedesktopPasteboard.h"
+
+#include "platform/FileMimeData.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace quelto {
+
+void FreedesktopPasteboard::setFile(const QString& path)
+{
+    QGuiApplication::clipboard()->setMimeData(fileMimeData(path).release());
+}
+
+} // namespace quelto

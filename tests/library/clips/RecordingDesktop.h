@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/FileManager.h"
+#include "platform/Pasteboard.h"
+
+#include <QStringList>
+
+namespace quelto::test {
+
+/// Writes down what it is to show.
+class RecordingFileManager final : public FileManager {
+public:
+    void reveal(const QString& path) override { revealed.append(path); }
+    void openFolder(const QString& path) override { opened.append(path); }
+
+    QStringList revealed;
+    QStringList opened;
+};
+
+/// Holds what was copied last.
+class RecordingPasteboard final : public Pasteboard {
+public:
+    void setFile(const QString& path) override { file = path; }
+
+    QString file;
+};
+
+} // namespace quelto::test
