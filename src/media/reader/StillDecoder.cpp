@@ -67,22 +67,26 @@ ffmpeg::Frame StillDecoder::pictureAt(double seconds, double tolerance)
 
 ffmpeg::Frame StillDecoder::keyFrameNear(std::int64_t target, std::int64_t tolerance)
 {
-    const AVIndexEntry* nearest = nullptr;
+    ffmpeg::Packet nearest;
+    auto distance = tolerance;
     for (const int direction : {AVSEEK_FLAG_BACKWARD, 0}) {
-        const auto* entry = avformat_index_get_entry_from_timestamp(&m_track, target, direction);
-        if (entry != nullptr &&
-            (nearest == nullptr || std::abs(entry->timestamp - target) < std::abs(nearest->timestamp - target))) {
-            nearest = entry;
+        if (av_seek_frame(&m_file.context(), m_track.index, target, direction) < 0) {
+            continue;
+        }
+        auto packet = next();
+        if (!packet || (packet->flags & AV_PKT_FLAG_KEY) == 0 || packet->pts == AV_NOPTS_VALUE) {
+            continue;
+        }
+        if (const auto apart = std::abs(packet->pts - target); apart <= distance) {
+            distance = apart;
+            nearest = std::move(packet);
         }
     }
-    if (nearest == nullptr || std::abs(nearest->timestamp - target) > tolerance) {
+    if (!nearest) {
         return nullptr;
     }
-    if (!seek(nearest->timestamp) || !sendNext()) {
-        return nullptr;
-    }
+    avcodec_send_packet(m_decoder.get(), nearest.get());
     // Nothing follows: a decoder that reorders pictures gives this one out at once.
-    m_isDraining = true;
     avcodec_send_packet(m_decoder.get(), nullptr);
     auto frame = receive();
     return frame && isWhole(*frame) ? std::move(frame) : nullptr;
@@ -90,11 +94,16 @@ ffmpeg::Frame StillDecoder::keyFrameNear(std::int64_t target, std::int64_t toler
 
 ffmpeg::Frame StillDecoder::decodedUpTo(std::int64_t target, std::int64_t tolerance)
 {
-    if (!seek(target)) {
+    avcodec_flush_buffers(m_decoder.get());
+    if (av_seek_frame(&m_file.context(), m_track.index, target, AVSEEK_FLAG_BACKWARD) < 0) {
         return nullptr;
     }
     ffmpeg::Frame shown;
+    ffmpeg::Packet packet;
     do {
+        packet = next();
+        // What the decoder refuses is left out; the pictures behind it may be good. Null gets out what it holds back.
+        avcodec_send_packet(m_decoder.get(), packet.get());
         while (auto frame = receive()) {
             if (!isWhole(*frame)) {
                 continue;
@@ -108,31 +117,20 @@ ffmpeg::Frame StillDecoder::decodedUpTo(std::int64_t target, std::int64_t tolera
                 return shown;
             }
         }
-    } while (sendNext());
+    } while (packet);
     return shown;
 }
 
-bool StillDecoder::seek(std::int64_t target) noexcept
+ffmpeg::Packet StillDecoder::next()
 {
-    avcodec_flush_buffers(m_decoder.get());
-    m_isDraining = false;
-    return av_seek_frame(&m_file.context(), m_track.index, target, AVSEEK_FLAG_BACKWARD) >= 0;
-}
-
-bool StillDecoder::sendNext()
-{
-    while (!m_isDraining && !m_file.patience().isOver()) {
-        av_packet_unref(m_packet.get());
-        if (av_read_frame(&m_file.context(), m_packet.get()) < 0) {
-            m_isDraining = true;
-            return avcodec_send_packet(m_decoder.get(), nullptr) >= 0;
+    auto packet = ffmpeg::makePacket();
+    while (!m_file.patience().isOver() && av_read_frame(&m_file.context(), packet.get()) >= 0) {
+        if (packet->stream_index == m_track.index) {
+            return packet;
         }
-        // What the decoder refuses is left out; the pictures behind it may be good.
-        if (m_packet->stream_index == m_track.index && avcodec_send_packet(m_decoder.get(), m_packet.get()) >= 0) {
-            return true;
-        }
+        av_packet_unref(packet.get());
     }
-    return false;
+    return nullptr;
 }
 
 ffmpeg::Frame StillDecoder::receive()

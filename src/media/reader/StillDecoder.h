@@ -20,17 +20,14 @@ public:
 private:
     ffmpeg::Frame keyFrameNear(std::int64_t target, std::int64_t tolerance);
     ffmpeg::Frame decodedUpTo(std::int64_t target, std::int64_t tolerance);
-    bool seek(std::int64_t target) noexcept;
-    /// Nothing more at the end of the track, or when patience is over.
-    bool sendNext();
+    /// Null at the end of the track, for a packet that is not whole, and when patience is over.
+    ffmpeg::Packet next();
     /// Null if the decoder needs more.
     ffmpeg::Frame receive();
 
     const InputFile& m_file;
     AVStream& m_track;
     ffmpeg::CodecContext m_decoder;
-    ffmpeg::Packet m_packet = ffmpeg::makePacket();
-    bool m_isDraining = false;
 };
 
 } // namespace quelto

@@ -55,11 +55,9 @@ bool isFullRange(const AVFrame& frame)
 
 QSize fittedSize(const AVFrame& frame, AVRational pixelAspect, int longestSide)
 {
-    auto width = static_cast<double>(frame.width);
-    auto height = static_cast<double>(frame.height);
-    if (const auto aspect = av_q2d(pixelAspect); pixelAspect.num > 0 && pixelAspect.den > 0) {
-        aspect > 1 ? width *= aspect : height /= aspect;
-    }
+    const auto stretch = pixelAspect.num > 0 && pixelAspect.den > 0 ? av_q2d(pixelAspect) : 1.0;
+    const auto width = frame.width * stretch;
+    const auto height = static_cast<double>(frame.height);
     const auto scale = std::min(1.0, longestSide / std::max(width, height));
     const auto pixels = [scale](double side) { return std::max(1, static_cast<int>(std::lround(side * scale))); };
     return {pixels(width), pixels(height)};

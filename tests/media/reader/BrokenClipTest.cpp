@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/reader/ClipReading.h"
+
+#include "tests/media/reader/MadeClips.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <random>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+class BrokenClipTest : public testing::Test {
+protected:
+    BrokenClipTest() { testing::internal::CaptureStderr(); }
+
+    /// No library may talk about what it found.
+    void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
+
+    static void expectNothing(const ClipReading& reading)
+    {
+        EXPECT_TRUE(reading.picture.isNull());
+        EXPECT_EQ(reading.facts.duration, 0);
+        EXPECT_EQ(reading.facts.width, 0);
+        EXPECT_EQ(reading.facts.height, 0);
+        EXPECT_EQ(reading.facts.fps, 0);
+    }
+
+    QByteArray goodClip(const QString& encoding = {}) const
+    {
+        return test::MadeClips::read(
+            clips.make(QStringLiteral("good.mp4"),
+                       QStringLiteral("-f lavfi -i testsrc=s=320x180:r=30:d=4 -f lavfi -i sine=d=4 "
+                                      "-c:v libx264 -g 30 -c:a aac ") +
+                           encoding));
+    }
+
+    test::MadeClips clips;
+};
+
+TEST_F(BrokenClipTest, WhatIsNoClipHasNothing)
+{
+    expectNothing(readClip(QString()));
+    expectNothing(readClip(clips.path(QStringLiteral("none.mp4"))));
+    expectNothing(readClip(clips.path(QStringLiteral("."))));
+    expectNothing(readClip(QStringLiteral("/dev/zero")));
+    expectNothing(readClip(clips.write(QStringLiteral("empty.mp4"), {})));
+    expectNothing(readClip(clips.write(QStringLiteral("text.mp4"), QByteArray(100000, 'x'))));
+    expectNothing(readClip(clips.write(QStringLiteral("zeros.mp4"), QByteArray(100000, '\0'))));
+}
+
+TEST_F(BrokenClipTest, PipeDoesNotMakeItWait)
+{
+    const auto path = clips.path(QStringLiteral("pipe.mp4"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    expectNothing(readClip(path));
+}
+
+TEST_F(BrokenClipTest, PlayListLeadsNowhere)
+{
+    clips.write(QStringLiteral("real.mp4"), goodClip());
+    expectNothing(readClip(clips.write(QStringLiteral("hls.mp4"),
+                                       "#EXTM3U\n#EXT-X-TARGETDURATION:4\n#EXTINF:4,\nreal.mp4\n#EXT-X-ENDLIST\n")));
+    expectNothing(readClip(clips.write(QStringLiteral("concat.mp4"), "ffconcat version 1.0\nfile real.mp4\n")));
+}
+
+TEST_F(BrokenClipTest, SoundAloneHasALengthAndNothingElse)
+{
+    const auto reading = readClip(clips.make(QStringLiteral("a.mp4"), QStringLiteral("-f lavfi -i sine=d=2 -c:a aac")));
+    EXPECT_NEAR(reading.facts.duration, 2, 0.1);
+    EXPECT_EQ(reading.facts.width, 0);
+    EXPECT_TRUE(reading.picture.isNull());
+}
+
+TEST_F(BrokenClipTest, ClipWithoutItsIndexHasNothing)
+{
+    const auto bytes = goodClip();
+    expectNothing(readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.size() / 2))));
+}
+
+TEST_F(BrokenClipTest, ClipWithoutItsDataHasItsFacts)
+{
+    const auto bytes = goodClip(QStringLiteral("-movflags faststart"));
+    const auto reading = readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.indexOf("mdat") + 100)));
+    EXPECT_NEAR(reading.facts.duration, 4, 0.1);
+    EXPECT_EQ(reading.facts.width, 320);
+    EXPECT_TRUE(reading.picture.isNull());
+}
+
+TEST_F(BrokenClipTest, ClipWhoseEndIsMissingHasItsPicture)
+{
+    const auto bytes = goodClip(QStringLiteral("-movflags faststart"));
+    const auto reading = readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.size() * 3 / 4)));
+    EXPECT_EQ(reading.picture.size(), QSize(320, 180));
+}
+
+TEST_F(BrokenClipTest, ClipThatVanishesHasNothing)
+{
+    const auto path = clips.write(QStringLiteral("a.mp4"), goodClip());
+    ASSERT_FALSE(readClip(path).picture.isNull());
+    ASSERT_TRUE(QFile::remove(path));
+    expectNothing(readClip(path));
+}
+
+TEST_F(BrokenClipTest, HugePictureIsNotDecoded)
+{
+    auto bytes = goodClip();
+    auto* entry = bytes.data() + bytes.indexOf("avc1", bytes.indexOf("stsd"));
+    qToBigEndian<quint16>(20000, entry + 28);
+    qToBigEndian<quint16>(20000, entry + 30);
+    const auto reading = readClip(clips.write(QStringLiteral("huge.mp4"), bytes));
+    EXPECT_EQ(reading.facts.width, 20000);
+    EXPECT_TRUE(reading.picture.isNull());
+}
+
+TEST_F(BrokenClipTest, HugePictureThatTheIndexHidesIsNotDecoded)
+{
+    auto bytes = test::MadeClips::read(
+        clips.make(QStringLiteral("a.mov"),
+                   QStringLiteral("-f lavfi -i testsrc=s=64x64:r=10:d=0.5 -c:v mjpeg -pix_fmt yuvj420p")));
+    for (auto frame = bytes.indexOf("\xff\xc0"); frame >= 0; frame = bytes.indexOf("\xff\xc0", frame + 1)) {
+        qToBigEndian<quint16>(60000, bytes.data() + frame + 5);
+        qToBigEndian<quint16>(60000, bytes.data() + frame + 7);
+    }
+    const auto reading = readClip(clips.write(QStringLiteral("huge.mov"), bytes));
+    EXPECT_EQ(reading.facts.width, 64);
+    EXPECT_TRUE(reading.picture.isNull());
+}
+
+TEST_F(BrokenClipTest, StopAndTheEndOfTheTimeEndTheReading)
+{
+    const auto path = clips.write(QStringLiteral("a.mp4"), goodClip());
+    std::stop_source stop;
+    EXPECT_FALSE(readClip(path, stop.get_token()).picture.isNull());
+    stop.request_stop();
+    expectNothing(readClip(path, stop.get_token()));
+    expectNothing(readClip(path, {}, 0s));
+}
+
+TEST_F(BrokenClipTest, DamageAnywhereIsSurvived)
+{
+    const auto bytes = goodClip(QStringLiteral("-movflags faststart"));
+    const auto indexEnd = bytes.indexOf("mdat");
+    std::minstd_rand random(5);
+    for (int round = 0; round < 150; ++round) {
+        auto damaged = bytes;
+        // The first rounds hit the index, where it hurts most.
+        const auto reach = static_cast<unsigned>(round < 100 ? indexEnd : bytes.size());
+        for (int i = 0; i < 1 + round % 8; ++i) {
+            damaged[static_cast<qsizetype>(random() % reach)] = static_cast<char>(random());
+        }
+        const auto reading = readClip(clips.write(QStringLiteral("damaged.mp4"), damaged));
+        EXPECT_GE(reading.facts.duration, 0);
+        EXPECT_LE(std::max(reading.picture.width(), reading.picture.height()), 640);
+    }
+}
+
+} // namespace
+} // namespace quelto
