@@ -20,23 +20,80 @@ struct SymbolRow {
 
 // The icons are named for what they show, the symbols for what they mean.
 constexpr std::array Symbols{
+    SymbolRow{"arrow.down.circle.fill", "circle-arrow-down-filled"},
+    SymbolRow{"arrow.up.left.and.arrow.down.right", "arrows-apart"},
     SymbolRow{"bolt.fill", "bolt-filled"},
+    SymbolRow{"building.columns.fill", "temple-filled"},
     SymbolRow{"checkmark", "checkmark"},
+    SymbolRow{"checkmark.circle.fill", "circle-checkmark-filled"},
+    SymbolRow{"checkmark.seal.fill", "seal-checkmark-filled"},
+    SymbolRow{"chevron.left", "chevron-left"},
+    SymbolRow{"chevron.right", "chevron-right"},
+    SymbolRow{"circle", "circle"},
+    SymbolRow{"circle.fill", "circle-filled"},
+    SymbolRow{"crown.fill", "crown-filled"},
+    SymbolRow{"drop.fill", "drop-filled"},
+    SymbolRow{"ellipsis", "dots-three"},
     SymbolRow{"exclamationmark.circle", "circle-exclamation"},
     SymbolRow{"exclamationmark.triangle.fill", "triangle-exclamation-filled"},
+    SymbolRow{"externaldrive", "drive"},
+    SymbolRow{"face.smiling.inverse", "circle-smile-filled"},
+    SymbolRow{"film", "film"},
+    SymbolRow{"film.stack", "films"},
+    SymbolRow{"flag.checkered", "flag-checkered"},
+    SymbolRow{"flag.fill", "flag-filled"},
+    SymbolRow{"flame", "flame"},
     SymbolRow{"flame.fill", "flame-filled"},
+    SymbolRow{"folder", "folder"},
     SymbolRow{"folder.fill", "folder-filled"},
+    SymbolRow{"gamecontroller.fill", "gamepad-filled"},
+    SymbolRow{"gearshape.fill", "gear-filled"},
+    SymbolRow{"gobackward.5", "arrow-round-left-5"},
+    SymbolRow{"goforward.5", "arrow-round-right-5"},
+    SymbolRow{"hand.draw.fill", "hand-drawing-filled"},
+    SymbolRow{"hand.raised.fill", "hand-filled"},
+    SymbolRow{"keyboard", "keyboard"},
+    SymbolRow{"line.3.horizontal", "lines-three"},
+    SymbolRow{"line.3.horizontal.decrease", "lines-shrinking"},
+    SymbolRow{"magnifyingglass", "lens"},
     SymbolRow{"mic.fill", "microphone-filled"},
     SymbolRow{"mic.slash.fill", "microphone-slashed"},
-    SymbolRow{"magnifyingglass", "lens"},
+    SymbolRow{"paintpalette.fill", "palette-filled"},
+    SymbolRow{"paperplane.fill", "paper-plane-filled"},
+    SymbolRow{"pause.fill", "bars-two-filled"},
+    SymbolRow{"pencil", "pencil"},
     SymbolRow{"play.fill", "triangle-right-filled"},
+    SymbolRow{"play.rectangle.on.rectangle.fill", "frames-triangle-right-filled"},
     SymbolRow{"progress", "arc"},
     SymbolRow{"record.circle", "circle-dot"},
     SymbolRow{"record.circle.fill", "circle-dot-filled"},
     SymbolRow{"scissors", "scissors"},
+    SymbolRow{"scope", "crosshair"},
+    SymbolRow{"shield.checkered", "shield-checkered"},
+    SymbolRow{"shield.lefthalf.filled", "shield-half-filled"},
+    SymbolRow{"slider.horizontal.3", "sliders"},
+    SymbolRow{"sparkles", "sparkles"},
+    SymbolRow{"speaker.slash.fill", "speaker-slashed"},
+    SymbolRow{"speaker.wave.2.fill", "speaker-waves-filled"},
+    SymbolRow{"square.grid.2x2.fill", "squares-four-filled"},
     SymbolRow{"star.fill", "star-filled"},
+    SymbolRow{"trash", "bin"},
+    SymbolRow{"trophy.fill", "cup-filled"},
     SymbolRow{"xmark", "cross"},
+    SymbolRow{"xmark.circle.fill", "circle-cross-filled"},
 };
+
+/// The drawings are black on nothing; what is white on the black is a hole in it.
+void cutOutWhite(QImage& image)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            // Premultiplied: black leaves the other channels at nothing, white raises them to the alpha.
+            line[x] = qRgba(0, 0, 0, qAlpha(line[x]) - qRed(line[x]));
+        }
+    }
+}
 
 QImage drawn(const QString& symbol, const QColor& color, QSize size)
 {
@@ -50,13 +107,24 @@ QImage drawn(const QString& symbol, const QColor& color, QSize size)
     QSvgRenderer renderer(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(row->file)));
     QPainter painter(&image);
     renderer.render(&painter);
-    // The drawings are black on nothing; only their shape counts.
+    painter.end();
+    cutOutWhite(image);
+    painter.begin(&image);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), color);
     return image;
 }
 
 } // namespace
+
+QStringList symbolNames()
+{
+    QStringList names;
+    for (const auto& row : Symbols) {
+        names.append(QLatin1String(row.symbol));
+    }
+    return names;
+}
 
 QIcon symbolIcon(const QString& symbol, const QColor& color)
 {

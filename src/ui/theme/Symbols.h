@@ -5,8 +5,12 @@
 #include <QIcon>
 #include <QQuickImageProvider>
 #include <QString>
+#include <QStringList>
 
 namespace quelto {
+
+/// Every symbol that has a drawing, in alphabetical order.
+QStringList symbolNames();
 
 /// The icon of that symbol name in one colour, for what the desktop draws. An unknown name gives an empty icon.
 QIcon symbolIcon(const QString& symbol, const QColor& color);
