@@ -18,7 +18,7 @@ constexpr std::uint32_t Entries = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOV
 // Not every write: a long copy is to be seen when it is done, not all the while.
 constexpr std::uint32_t Contents = IN_CLOSE_WRITE | IN_ATTRIB;
 constexpr std::uint32_t Gone = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT;
-constexpr std::uint32_t Coming = IN_CREATE | IN_MOVED_TO | IN_MOVED_FROM | IN_ATTRIB;
+constexpr std::uint32_t Coming = Entries | IN_ATTRIB;
 
 constexpr std::size_t RoomForEvents = 64 * 1024;
 

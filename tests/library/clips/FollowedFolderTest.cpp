@@ -1,0 +1,354 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The library on real queues, over a folder in which others are at work.
+#include "library/clips/ClipLibrary.h"
+#include "queues/MainQueue.h"
+#include "queues/SerialQueue.h"
+#include "tests/library/clips/RecordingDesktop.h"
+#include "tests/library/clips/RecordingTrash.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+class FollowedFolderTest : public testing::Test {
+protected:
+    void SetUp() override { start(); }
+
+    void start()
+    {
+        settings.setSaveFolder(folder.filePath(QStringLiteral("clips")));
+        library = std::make_unique<ClipLibrary>(ClipLibrary::Parts{.settings = settings,
+                                                                   .trash = trash,
+                                                                   .files = files,
+                                                                   .pasteboard = pasteboard,
+                                                                   .main = main,
+                                                                   .work = work});
+        QObject::connect(library.get(), &ClipLibrary::clipsChanged, [this] { ++changes; });
+        ASSERT_TRUE(isSoon([this] { return library->isLoaded(); }));
+        changes = 0;
+    }
+
+    QString path(const QString& name) const { return QDir(settings.saveFolder()).filePath(name); }
+
+    static void write(const QString& path, const QByteArray& content = "clip")
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    static void letTimePass(std::chrono::milliseconds duration)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (!timer.hasExpired(duration.count())) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+            ::usleep(1000);
+        }
+    }
+
+    /// Within a second: that long may a change go unseen.
+    static bool isSoon(const std::function<bool()>& predicate)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (!predicate() && !timer.hasExpired(1000)) {
+            letTimePass(5ms);
+        }
+        return predicate();
+    }
+
+    bool showsSoon(const QStringList& names) const
+    {
+        return isSoon([&] {
+            QStringList shown;
+            for (const auto& clip : library->clips()) {
+                shown.append(QFileInfo(clip.path).fileName());
+            }
+            shown.sort();
+            return shown == names;
+        });
+    }
+
+    int argumentCount = 0;
+    QCoreApplication application{argumentCount, nullptr};
+    QTemporaryDir folder;
+    AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
+    test::RecordingTrash trash;
+    test::RecordingFileManager files;
+    test::RecordingPasteboard pasteboard;
+    MainQueue main;
+    std::unique_ptr<ClipLibrary> library;
+    SerialQueue work{QStringLiteral("quelto.library")};
+    int changes = 0;
+};
+
+const auto A = QStringLiteral("a.mp4");
+const auto B = QStringLiteral("b.mp4");
+
+TEST_F(FollowedFolderTest, ShowsWhatComesMovesAndGoes)
+{
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+    ASSERT_TRUE(QFile::rename(path(A), path(B)));
+    EXPECT_TRUE(showsSoon({B}));
+    ASSERT_TRUE(QFile::remove(path(B)));
+    EXPECT_TRUE(showsSoon({}));
+}
+
+TEST_F(FollowedFolderTest, ABurstIsOneReload)
+{
+    for (int i = 0; i < 50; ++i) {
+        for (int j = 0; j < 100; ++j) {
+            write(path(QStringLiteral("%1-%2.mp4").arg(i).arg(j)), {});
+        }
+        letTimePass(10ms);
+    }
+    EXPECT_TRUE(isSoon([this] { return library->clips().size() == 5000; }));
+    letTimePass(600ms);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(FollowedFolderTest, ALongCopyShowsItsWholeSizeWhenItIsDone)
+{
+    QFile copy(path(A));
+    ASSERT_TRUE(copy.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 100; ++i) {
+        copy.write(QByteArray(1000, 'x'));
+        copy.flush();
+        letTimePass(10ms);
+    }
+    EXPECT_EQ(library->clips().size(), 1) << "it is there from its beginning";
+    EXPECT_LE(changes, 1);
+    copy.close();
+    EXPECT_TRUE(isSoon([this] { return library->clips().first().size == 100'000; }));
+}
+
+TEST_F(FollowedFolderTest, AFileThatIsNeverLeftAloneDoesNotHoldTheListUp)
+{
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+    for (int i = 0; i < 60; ++i) {
+        write(path(A), QByteArray(100 + i, 'x'));
+        letTimePass(20ms);
+    }
+    EXPECT_GT(library->clips().first().size, 100);
+    EXPECT_LE(changes, 5);
+}
+
+TEST_F(FollowedFolderTest, FollowsAFolderThatWasDeletedAndMadeAgain)
+{
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+    ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
+    EXPECT_TRUE(showsSoon({}));
+    EXPECT_TRUE(isSoon([this] { return QDir(settings.saveFolder()).exists(); }));
+    letTimePass(100ms);
+    write(path(B));
+    EXPECT_TRUE(showsSoon({B}));
+}
+
+TEST_F(FollowedFolderTest, FollowsTheFolderOfThatNameAndNotTheOneThatMovedAway)
+{
+    const auto elsewhere = folder.filePath(QStringLiteral("elsewhere"));
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+    ASSERT_TRUE(QDir().rename(settings.saveFolder(), elsewhere));
+    EXPECT_TRUE(showsSoon({}));
+    ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
+    ASSERT_TRUE(QDir().rename(elsewhere, settings.saveFolder()));
+    EXPECT_TRUE(showsSoon({A}));
+    write(path(B));
+    EXPECT_TRUE(showsSoon({A, B}));
+}
+
+TEST_F(FollowedFolderTest, WatchesOneFolderAtATime)
+{
+    const auto openFiles = [] { return QDir(QStringLiteral("/proc/self/fd")).count(); };
+    const auto before = openFiles();
+    const auto first = path(A);
+    for (int i = 0; i < 20; ++i) {
+        settings.setSaveFolder(folder.filePath(QString::number(i)));
+        ASSERT_TRUE(isSoon([this] { return QDir(settings.saveFolder()).exists(); }));
+        letTimePass(10ms);
+    }
+    EXPECT_EQ(openFiles(), before);
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+    changes = 0;
+    write(first);
+    letTimePass(600ms);
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(FollowedFolderTest, AFileInTheFoldersPlaceIsAnEmptyFolderUntilItGoes)
+{
+    ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
+    write(settings.saveFolder());
+    letTimePass(600ms);
+    EXPECT_TRUE(library->clips().isEmpty());
+    ASSERT_TRUE(QFile::remove(settings.saveFolder()));
+    ASSERT_TRUE(isSoon([this] { return QDir(settings.saveFolder()).exists(); }));
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+}
+
+/// As somebody whom permissions hold back.
+class ForbiddenFolderTest : public FollowedFolderTest {
+protected:
+    void SetUp() override
+    {
+        constexpr uid_t Nobody = 65534;
+        if (::geteuid() == 0) {
+            QFile(folder.path()).setPermissions(QFile::Permissions(0x7777));
+            ASSERT_EQ(::seteuid(Nobody), 0);
+            isNobody = true;
+        }
+        start();
+    }
+
+    void TearDown() override
+    {
+        permit(true);
+        if (isNobody) {
+            ASSERT_EQ(::seteuid(0), 0);
+        }
+    }
+
+    void permit(bool isPermitted) const
+    {
+        QFile(settings.saveFolder())
+            .setPermissions(isPermitted ? QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
+                                        : QFile::Permissions());
+    }
+
+    bool isNobody = false;
+};
+
+TEST_F(ForbiddenFolderTest, IsEmptyUntilItMayBeReadAgain)
+{
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+    permit(false);
+    EXPECT_TRUE(showsSoon({}));
+    permit(true);
+    EXPECT_TRUE(showsSoon({A}));
+}
+
+TEST_F(ForbiddenFolderTest, IsFollowedFromTheTimeOnWhenItMayBeRead)
+{
+    write(path(A));
+    permit(false);
+    const auto forbidden = settings.saveFolder();
+    settings.setSaveFolder(folder.filePath(QStringLiteral("other")));
+    letTimePass(100ms);
+    settings.setSaveFolder(forbidden);
+    letTimePass(600ms);
+    EXPECT_TRUE(library->clips().isEmpty());
+    permit(true);
+    EXPECT_TRUE(showsSoon({A}));
+    write(path(B));
+    EXPECT_TRUE(showsSoon({A, B}));
+}
+
+TEST_F(ForbiddenFolderTest, ThatMayBeListedButNotEnteredShowsNames)
+{
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+    const auto size = library->clips().first().size;
+    QFile(settings.saveFolder()).setPermissions(QFile::ReadOwner);
+    EXPECT_TRUE(isSoon([&] { return library->clips().size() == 1 && library->clips().first().size != size; }));
+    EXPECT_EQ(library->clips().first().size, 0);
+}
+
+/// Volumes come and go in a namespace that is the test's own.
+class MountedFolderTest : public FollowedFolderTest {
+protected:
+    void SetUp() override
+    {
+        if (::unshare(CLONE_NEWNS) != 0 && ::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
+            GTEST_SKIP() << "nothing may be mounted here";
+        }
+        if (::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
+            GTEST_SKIP() << "nothing may be mounted here";
+        }
+        // The queue's thread is of the old namespace.
+        inside = std::make_unique<SerialQueue>(QStringLiteral("inside"));
+        mountPoint = folder.filePath(QStringLiteral("volume"));
+        QDir().mkpath(mountPoint);
+        settings.setSaveFolder(mountPoint + QStringLiteral("/clips"));
+        library = std::make_unique<ClipLibrary>(ClipLibrary::Parts{.settings = settings,
+                                                                   .trash = trash,
+                                                                   .files = files,
+                                                                   .pasteboard = pasteboard,
+                                                                   .main = main,
+                                                                   .work = *inside});
+        ASSERT_TRUE(isSoon([this] { return library->isLoaded(); }));
+    }
+
+    void TearDown() override
+    {
+        library.reset();
+        inside.reset();
+        unmount();
+    }
+
+    void mountVolume() const
+    {
+        ASSERT_EQ(::mount("none", QFile::encodeName(mountPoint).constData(), "tmpfs", 0, nullptr), 0);
+    }
+
+    void unmount() const { ::umount2(QFile::encodeName(mountPoint).constData(), MNT_DETACH); }
+
+    QString mountPoint;
+    std::unique_ptr<SerialQueue> inside;
+};
+
+TEST_F(MountedFolderTest, AVolumeThatComesInTheFoldersPlaceIsShownAndFollowed)
+{
+    write(path(A));
+    EXPECT_TRUE(showsSoon({A}));
+    mountVolume();
+    EXPECT_TRUE(showsSoon({}));
+    write(path(B));
+    EXPECT_TRUE(showsSoon({B}));
+    unmount();
+    EXPECT_TRUE(showsSoon({A}));
+    ASSERT_TRUE(QFile::remove(path(A)));
+    EXPECT_TRUE(showsSoon({}));
+}
+
+TEST_F(MountedFolderTest, AVolumeThatGoesAndComesBackShowsItsClipsAgain)
+{
+    const auto image = folder.filePath(QStringLiteral("disk"));
+    ASSERT_TRUE(QDir().mkpath(image + QStringLiteral("/clips")));
+    write(image + QStringLiteral("/clips/a.mp4"));
+    const auto plugIn = [&] {
+        ASSERT_EQ(::mount(QFile::encodeName(image).constData(), QFile::encodeName(mountPoint).constData(), nullptr,
+                          MS_BIND, nullptr),
+                  0);
+    };
+    plugIn();
+    EXPECT_TRUE(showsSoon({A}));
+    unmount();
+    EXPECT_TRUE(showsSoon({}));
+    plugIn();
+    EXPECT_TRUE(showsSoon({A}));
+    write(path(B));
+    EXPECT_TRUE(showsSoon({A, B}));
+}
+
+} // namespace
+} // namespace quelto
