@@ -95,13 +95,19 @@ class Quelto:
         settings.setdefault("showOverlay", False)
         self.write_settings(settings)
         self.log = TEST_FOLDER / "logs" / f"quelto-{time.monotonic_ns()}"
+        self._environment = {**os.environ, **(environment or {})}
         self.saved, self.failed = [], []
         self._monitor = subprocess.Popen(["gdbus", "monitor", "--session", "--dest", self.NAME, "--object-path", self.PATH],
                                          stdout=subprocess.PIPE, text=True)
         self._listener = threading.Thread(target=self._listen, daemon=True)
         self._listener.start()
-        with open(self.log, "w") as log:
-            self.process = subprocess.Popen([self.PROGRAM], stdout=log, stderr=log, env={**os.environ, **(environment or {})})
+        self.start()
+
+    def start(self):
+        """Once more, after its end, with the settings as they stand in the file."""
+        with open(self.log, "a") as log:
+            self.started = time.monotonic()
+            self.process = subprocess.Popen([self.PROGRAM], stdout=log, stderr=log, env=self._environment)
 
     settings_file = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "Quelto" / "Quelto.conf"
 
@@ -192,7 +198,7 @@ class Quelto:
         self.process.send_signal(signal.SIGKILL)
         self.process.wait()
 
-    def stop(self):
+    def end(self):
         if self.process.poll() is None:
             self.process.terminate()
             try:
@@ -200,6 +206,9 @@ class Quelto:
             except subprocess.TimeoutExpired:
                 self.kill()
                 raise AssertionError("the program does not end when it is told to")
+
+    def stop(self):
+        self.end()
         if self._monitor.poll() is None:
             self._monitor.terminate()
             self._monitor.wait()

@@ -1,0 +1,39 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Other programs of the desktop, which tell on their standard output what they were handed."""
+import pathlib
+import subprocess
+import sys
+import threading
+
+import desk
+
+
+class Neighbour:
+    """One of them, ready to be used. Its lines so far are in `lines`."""
+
+    def __init__(self, script, *arguments):
+        self.lines = []
+        self._process = subprocess.Popen(
+            [sys.executable, "-B", pathlib.Path(__file__).parent / script, *map(str, arguments)], stdout=subprocess.PIPE,
+            text=True)
+        self._reader = threading.Thread(target=self._read, daemon=True)
+        self._reader.start()
+        self.wait_for("ready", 10)
+
+    def _read(self):
+        for line in self._process.stdout:
+            self.lines.append(line.rstrip("\n"))
+
+    def told(self, word):
+        """The rests of the lines that begin with that word."""
+        return [line[len(word) + 1:] for line in list(self.lines) if line.split(" ", 1)[0] == word]
+
+    def wait_for(self, word, seconds=5):
+        return desk.wait_until(lambda: self.told(word), seconds, f"“{word}” from the other program, which said {self.lines}")
+
+    def stop(self):
+        if self._process.poll() is None:
+            self._process.terminate()
+            self._process.wait(10)
+            self._reader.join()
+            self._process.stdout.close()

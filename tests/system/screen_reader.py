@@ -1,0 +1,139 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What a screen reader sees of a program: tests find things by their roles and names, and click where they stand.
+
+Needs the private desktop's --accessibility. Asks over the bus for everything anew, so nothing it tells is outdated.
+"""
+import dataclasses
+import re
+import time
+
+import gi
+
+import desk
+
+gi.require_version("Gio", "2.0")
+from gi.repository import Gio, GLib  # noqa: E402
+
+_ACCESSIBLE = "org.a11y.atspi.Accessible"
+_ROOT = "/org/a11y/atspi/accessible/root"
+_STATES = {1: "active", 4: "checked", 11: "focusable", 12: "focused", 16: "modal", 20: "pressed", 22: "selectable",
+           23: "selected", 25: "showing", 8: "enabled"}
+_TIMEOUT = 5000
+
+
+@dataclasses.dataclass(frozen=True)
+class Item:
+    """What was at one place when it was looked at; `bounds` are x, y, width, height on the screen, or None."""
+    address: tuple
+    role: str
+    name: str
+    states: frozenset
+    bounds: tuple
+
+    @property
+    def middle(self):
+        x, y, width, height = self.bounds
+        return x + width // 2, y + height // 2
+
+    def __str__(self):
+        return f"{self.role} “{self.name}” {self.bounds} {' '.join(sorted(self.states))}"
+
+
+class ScreenReader:
+    def __init__(self, application="Quelto"):
+        session = Gio.bus_get_sync(Gio.BusType.SESSION)
+        address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, 0, _TIMEOUT)
+        self._application = application
+        self._bus = Gio.DBusConnection.new_for_address_sync(
+            address[0], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+
+    def close(self):
+        self._bus.close_sync()
+
+    def _call(self, address, interface, method, *arguments):
+        signature, values = arguments or ("()", ())
+        return self._bus.call_sync(*address, interface, method, GLib.Variant(signature, values), None, 0, _TIMEOUT)
+
+    def _property(self, address, name):
+        return self._call(address, "org.freedesktop.DBus.Properties", "Get", "(ss)", (_ACCESSIBLE, name))[0]
+
+    def _children(self, address):
+        return self._call(address, _ACCESSIBLE, "GetChildren")[0]
+
+    def _item(self, address):
+        low, _ = self._call(address, _ACCESSIBLE, "GetState")[0]
+        states = frozenset(name for bit, name in _STATES.items() if low & 1 << bit)
+        bounds = None
+        if "showing" in states:
+            try:
+                bounds = self._call(address, "org.a11y.atspi.Component", "GetExtents", "(u)", (0,))[0]
+            except GLib.Error:
+                pass
+        return Item(tuple(address), self._call(address, _ACCESSIBLE, "GetRoleName")[0], self._property(address, "Name"),
+                    states, bounds)
+
+    def _walk(self, address):
+        try:
+            item = self._item(address)
+            children = self._children(address)
+        except GLib.Error:
+            # It went while it was looked at.
+            return
+        yield item
+        for child in children:
+            yield from self._walk(child)
+
+    def everything(self):
+        """Every item of the program, in the order in which it tells of them; empty while the program is not there."""
+        applications = self._children(("org.a11y.atspi.Registry", _ROOT))
+        for address in applications:
+            try:
+                is_ours = self._property(address, "Name") == self._application
+            except GLib.Error:
+                continue
+            if is_ours:
+                for child in self._children(address):
+                    yield from self._walk(child)
+
+    def showing(self, role=None, name=None):
+        """Those on the screen, of that role, whose whole name fits the pattern."""
+        return [item for item in self.everything()
+                if item.bounds and role in (None, item.role) and (name is None or re.fullmatch(name, item.name))]
+
+    def find(self, role, name, seconds=5):
+        """The first such item, once there is one."""
+        def first():
+            return next(iter(self.showing(role, name)), None)
+
+        try:
+            return desk.wait_until(first, seconds, f"{role} “{name}”")
+        except AssertionError as error:
+            seen = "\n".join(map(str, self.showing()))
+            raise AssertionError(f"{error}; there is\n{seen}") from None
+
+    def wait_for(self, condition, seconds, what):
+        """The first true value of `condition`, which is handed this reader."""
+        return desk.wait_until(lambda: condition(self), seconds, what)
+
+    def wait_until_gone(self, role, name, seconds=5):
+        desk.wait_until(lambda: not self.showing(role, name), seconds, f"{role} “{name}” to go")
+        return time.monotonic()
+
+    def focused(self):
+        """What the keyboard speaks to; the innermost."""
+        found = [item for item in self.showing() if "focused" in item.states]
+        return found[-1] if found else None
+
+    def tree(self):
+        return "\n".join(map(str, self.showing()))
+
+    def click(self, role, name, button=1, seconds=5):
+        """A real click in the item's middle."""
+        item = self.find(role, name, seconds)
+        move_pointer(*item.middle)
+        desk.run("xdotool", "click", button)
+        return item
+
+
+def move_pointer(x, y):
+    desk.run("xdotool", "mousemove", "--sync", x, y)

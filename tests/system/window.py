@@ -1,0 +1,54 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Tests of the program's window, in which things are found as a screen reader finds them."""
+import os
+import pathlib
+import tempfile
+
+import clip_folder
+import desk
+import neighbour
+import screen_reader
+
+
+class WindowTest(desk.DeskTest):
+    def setUp(self):
+        self.reader = screen_reader.ScreenReader()
+        self.addCleanup(self.reader.close)
+        self.folder = self.new_folder("clips")
+
+    def new_folder(self, name):
+        folder = pathlib.Path(tempfile.mkdtemp(dir=desk.TEST_FOLDER)) / name
+        folder.mkdir()
+        return folder
+
+    def put(self, stem, age=0, **size):
+        return clip_folder.put_clip(self.folder, stem, age, **size)
+
+    def window(self, environment=None, **settings):
+        """The program with its recorder stopped and its window in front."""
+        settings.setdefault("saveFolder", str(self.folder))
+        program = self.quelto(environment, autoStart=False, **settings)
+        program.wait_for_state("idle")
+        self.reader.find("frame", "Quelto", 10)
+        return program
+
+    def neighbour(self, script, *arguments):
+        program = neighbour.Neighbour(script, *arguments)
+        self.addCleanup(program.stop)
+        return program
+
+    def command_in_path(self, name):
+        """An environment in which that command only notes what it was called with, and the file of the notes."""
+        folder = self.new_folder("bin")
+        notes = folder / "notes"
+        script = folder / name
+        script.write_text(f'#!/bin/sh\nprintf "%s\\n" "$*" >>"{notes}"\n')
+        script.chmod(0o755)
+        return {"PATH": f"{folder}:{os.environ['PATH']}"}, notes
+
+    def wait_for_count(self, place, count, seconds=5):
+        """The sidebar's row of that place shows so many."""
+        return self.reader.find("push button", f"{place}, {count}", seconds)
+
+    def frame(self):
+        return self.reader.find("frame", "Quelto").bounds
