@@ -4,7 +4,9 @@
 Needs the private desktop's --accessibility. Asks over the bus for everything anew, so nothing it tells is outdated.
 """
 import dataclasses
+import os
 import re
+import subprocess
 import time
 
 import gi
@@ -137,3 +139,12 @@ class ScreenReader:
 
 def move_pointer(x, y):
     desk.run("xdotool", "mousemove", "--sync", x, y)
+
+
+def colours(x, y, width, height):
+    """The colours in that part of the screen, as six digits."""
+    picture = subprocess.run(
+        ["ffmpeg", "-v", "error", "-f", "x11grab", "-draw_mouse", "0", "-video_size", f"{width}x{height}", "-i",
+         f"{os.environ['DISPLAY']}+{x},{y}", "-frames:v", "1", "-f", "rawvideo", "-pix_fmt", "rgb24", "-"],
+        check=True, capture_output=True).stdout
+    return {picture[start:start + 3].hex() for start in range(0, len(picture), 3)}

@@ -1,0 +1,122 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The window keeps its place, its menu opens the folder, and it speaks the language and wears the colours of the moment."""
+import re
+
+import desk
+import screen_reader
+import window
+
+SCREEN = (1920, 1080)
+CLIPS = "Tüm Klipler"
+
+
+class Window(window.WindowTest):
+    def put_window(self, x, y, width, height):
+        number = desk.run("xdotool", "search", "--onlyvisible", "--name", "^Quelto$").split()[0]
+        desk.run("xdotool", "windowsize", "--sync", number, width, height)
+        desk.run("xdotool", "windowmove", "--sync", number, x, y)
+        return desk.wait_until(lambda: self.settled((width, height)), 5, "the window in its new place")
+
+    def settled(self, size):
+        """The window's place, if it has that size and stays where it is."""
+        bounds = self.frame()
+        return bounds if bounds[2:] == size and self.frame() == bounds else None
+
+    def again(self, program):
+        """The window's place at the next start."""
+        program.start()
+        program.wait_for_state("idle")
+        return self.reader.find("frame", "Quelto", 10).bounds
+
+    def test_frame_comes_back_at_the_next_start(self):
+        program = self.window()
+        before = self.frame()
+        placed = self.put_window(200, 90, 1100, 700)
+        self.assertNotEqual(placed, before)
+        program.end()
+        self.assertEqual(self.again(program), placed)
+        # And it does not creep from start to start.
+        program.end()
+        self.assertEqual(self.again(program), placed)
+
+    def test_first_start_is_in_the_middle_of_the_screen(self):
+        self.window()
+        x, y, width, height = self.frame()
+        self.assertEqual((width, height), (1240, 780))
+        self.assertAlmostEqual(x + width / 2, SCREEN[0] / 2, delta=20)
+        self.assertAlmostEqual(y + height / 2, SCREEN[1] / 2, delta=40)
+
+    def test_frame_on_a_screen_that_is_gone_comes_back_visible(self):
+        program = self.window()
+        for frame in ("5000 200 1240 780", "-4000 -900 1240 780", "1900 1060 1240 780"):
+            with self.subTest(frame):
+                program.end()
+                text = program.settings_file.read_text()
+                changed = re.sub(r"QueltoMain=.*", f"QueltoMain=@Rect({frame})", text)
+                self.assertNotEqual(changed, text, "no frame was saved")
+                program.settings_file.write_text(changed)
+                x, y, width, height = self.again(program)
+                self.assertGreaterEqual(min(x, y), 0)
+                self.assertLessEqual(x + width, SCREEN[0])
+                self.assertLessEqual(y + height, SCREEN[1])
+
+    def test_window_is_never_smaller_than_its_contents(self):
+        self.window()
+        number = desk.run("xdotool", "search", "--onlyvisible", "--name", "^Quelto$").split()[0]
+        desk.run("xdotool", "windowsize", number, 300, 200)
+        desk.wait_until(lambda: self.settled((1020, 640)), 5, "the smallest window")
+
+    def test_closed_window_leaves_the_program_and_comes_back(self):
+        program = self.window()
+        placed = self.put_window(200, 90, 1100, 700)
+        desk.close_window()
+        self.assertEqual(program.get("State"), "idle")
+        desk.run("gdbus", "call", "--session", "--dest", program.NAME, "--object-path", program.PATH, "--method",
+                 "org.freedesktop.Application.Activate", "{}")
+        self.assertEqual(self.reader.find("frame", "Quelto").bounds, placed)
+
+    def test_language_rebuilds_the_window_at_once(self):
+        self.put("Dota 2 - 2026-03-01 20.15.07")
+        program = self.window()
+        self.wait_for_count(CLIPS, 1)
+        for language, words in (("de", "Alle Clips"), ("ru", "Все клипы"), ("tr", CLIPS)):
+            program.set("language", language)
+            self.wait_for_count(words, 1, 2)
+        self.put("Dota 2 - 2026-03-01 20.16.07")
+        self.wait_for_count(CLIPS, 2)
+
+    def test_theme_rebuilds_the_window_and_it_keeps_working(self):
+        self.put("Dota 2 - 2026-03-01 20.15.07")
+        program = self.window()
+        for theme, accent in (("ocean", "22d3c5"), ("blurple", "5865f2"), ("no such palette", "ff5a1f"), ("neon", "b14bff")):
+            program.set("colorTheme", theme)
+            desk.wait_until(lambda: accent in self.colours(), 3, f"the accent of {theme}")
+        self.reader.click("push button", "Dota 2, 1")
+        desk.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
+        self.put("Dota 2 - 2026-03-01 20.16.07")
+        self.wait_for_count("Dota 2", 2)
+
+    def colours(self):
+        """Those of the tile at the head of the sidebar and what is around it."""
+        x, y, *_ = self.frame()
+        return screen_reader.colours(x, y, 60, 120)
+
+    def test_control_o_opens_the_folder(self):
+        environment, notes = self.command_in_path("xdg-open")
+        self.window(environment)
+        desk.press("ctrl+o")
+        desk.wait_until(notes.exists, 5, "the folder to be opened")
+        desk.wait_until(lambda: str(self.folder) in notes.read_text(), 2, "the folder's name")
+
+    def test_settings_by_their_key_and_back_by_the_sidebar(self):
+        program = self.window()
+        desk.press("ctrl+comma")
+        desk.wait_until(lambda: program.get("Page") == "settings", 3, "the settings")
+        self.assertIn("selected", self.reader.find("push button", "Ayarlar").states)
+        self.reader.click("push button", f"{CLIPS}, 0")
+        desk.wait_until(lambda: program.get("Page") == "library", 3, "the library")
+
+
+if __name__ == "__main__":
+    desk.main()
