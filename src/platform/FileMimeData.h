@@ -11,7 +11,7 @@ namespace quelto {
 /// A file as other programs take it from a clipboard or a drag: as a URI, and in the forms by which file managers know
 /// that it is to be copied and not moved.
 ///
-/// Not as text: a chat that is offered both would send the name instead of the file.
+/// Not as text: a chat that is offered both might send the name instead of the file.
 std::unique_ptr<QMimeData> fileMimeData(const QString& path);
 
 } // namespace quelto

@@ -42,7 +42,7 @@ struct MomentMark {
     QString label;
 };
 
-/// What stands behind a bracket if it is "TIER SCORE] LABEL" up to the end.
+/// What stands behind a bracket if it is "TIER SCORE] LABEL" up to the end; a label is one line.
 std::optional<MomentMark> momentMarkIn(QStringView text)
 {
     const auto blank = text.indexOf(u' ');
@@ -54,7 +54,7 @@ std::optional<MomentMark> momentMarkIn(QStringView text)
     const auto digits = std::ranges::find_if_not(text, isDigit) - text.begin();
     const auto label = text.sliced(digits);
     constexpr QStringView Between = u"] ";
-    if (digits == 0 || !label.startsWith(Between) || label.size() == Between.size()) {
+    if (digits == 0 || !label.startsWith(Between) || label.size() == Between.size() || label.contains(u'\n')) {
         return std::nullopt;
     }
     return MomentMark{

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/Clip.h"
 
+#include "app/language/L10n.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -112,6 +114,78 @@ TEST(Clip, ACopyKeepsTheDayOfItsModification)
     ASSERT_TRUE(file.setFileTime(old, QFileDevice::FileModificationTime));
     file.close();
     EXPECT_EQ(Clip(path).date, old);
+}
+
+TEST(Clip, TakesOnlyAMarkThatEndsTheTitle)
+{
+    for (const char* name : {"Game - [EFSANE 95].mp4", "Game - [EFSANE 95] .mp4", "Game - [EFSANE 95]x.mp4",
+                             "Game - [EFSANE] x.mp4", "Game - [EFSANE -5] x.mp4", "Game - [EFSANE  5] x.mp4",
+                             "Game - [EPIC 5] x.mp4", "Game - EFSANE 5] x.mp4", "[EFSANE 95] a - b [ORTA] c.mp4",
+                             "Game - [", "Game - [EFSANE 5", "Game - [EFSANE 5]", "Game - [EFSANE 5] a\nb.mp4"}) {
+        EXPECT_EQ(clip(name).autoTier, std::nullopt) << name;
+        EXPECT_EQ(clip(name).autoLabel, std::nullopt) << name;
+    }
+    const auto second = clip("Game - [x] [[BASIT 007] [ORTA 5] y.mp4");
+    EXPECT_EQ(second.autoTier, ClipTier::basic);
+    EXPECT_EQ(second.autoScore, 7);
+    EXPECT_EQ(second.autoLabel, QStringLiteral("[ORTA 5] y"));
+}
+
+TEST(Clip, BeginsWithADateOnlyIfAllOfItIsThere)
+{
+    EXPECT_TRUE(clip("G - 0000-99-99 99.99.99x.mp4").hasDefaultTitle());
+    EXPECT_FALSE(clip("G - 2026-03-01 20.15.0.mp4").hasDefaultTitle());
+    EXPECT_FALSE(clip("G - 2026-03-01 20:15:07.mp4").hasDefaultTitle());
+    EXPECT_FALSE(clip("G - x 2026-03-01 20.15.07.mp4").hasDefaultTitle());
+}
+
+TEST(Clip, TellsSizesAsCloselyAsOneCaresToKnow)
+{
+    const auto text = [](qint64 bytes) {
+        return Clip(QStringLiteral("/x.mp4"), FileFacts{.madeAt = 0, .size = bytes, .isFile = true})
+            .sizeText()
+            .replace(QChar(0xA0), u' ')
+            .replace(QChar(0x202F), u' ');
+    };
+    struct Case {
+        const char* language;
+        const char* nothing;
+        const char* one;
+        const char* megabytes;
+    };
+    for (const Case& each : {Case{"tr", "0 bayt", "1 bayt", "12,4 MB"}, Case{"en", "0 bytes", "1 byte", "12.4 MB"},
+                             Case{"de", "0 Byte", "1 Byte", "12,4 MB"}, Case{"es", "0 bytes", "1 byte", "12,4 MB"},
+                             Case{"fr", "0 octet", "1 octet", "12,4 Mo"}, Case{"pt", "0 byte", "1 byte", "12,4 MB"},
+                             Case{"ru", "0 байт", "1 байт", "12,4 МБ"}}) {
+        L10n::use(QString::fromUtf8(each.language));
+        EXPECT_EQ(text(0).toStdString(), each.nothing) << each.language;
+        EXPECT_EQ(text(1).toStdString(), each.one) << each.language;
+        EXPECT_EQ(text(12'412'345).toStdString(), each.megabytes) << each.language;
+    }
+    L10n::use(QStringLiteral("en"));
+    EXPECT_EQ(text(999), QStringLiteral("999 bytes"));
+    EXPECT_EQ(text(1000), QStringLiteral("1 kB"));
+    EXPECT_EQ(text(512'499), QStringLiteral("512 kB"));
+    EXPECT_EQ(text(999'499), QStringLiteral("999 kB"));
+    EXPECT_EQ(text(999'500), QStringLiteral("1 MB")) << "never a thousand of something";
+    EXPECT_EQ(text(48'000'000), QStringLiteral("48 MB"));
+    EXPECT_EQ(text(999'960'000), QStringLiteral("1 GB"));
+    EXPECT_EQ(text(1'254'000'000), QStringLiteral("1.25 GB"));
+    EXPECT_EQ(text(2'000'000'000'000), QStringLiteral("2 TB"));
+    EXPECT_EQ(text(5'000'000'000'000'000), QStringLiteral("5,000 TB"));
+    L10n::use(QStringLiteral("tr"));
+}
+
+TEST(Clip, TellsTheTimeAsTheLanguageDoes)
+{
+    const QDateTime date(QDate(2026, 3, 1), QTime(9, 5, 7));
+    const Clip found(QStringLiteral("/x.mp4"),
+                     FileFacts{.madeAt = date.toMSecsSinceEpoch() * 1'000'000, .size = 1, .isFile = true});
+    EXPECT_EQ(found.date, date);
+    L10n::use(QStringLiteral("de"));
+    EXPECT_EQ(found.timeText(), L10n::date(date, QStringLiteral("H:mm")));
+    EXPECT_TRUE(found.timeText().contains(QStringLiteral("09:05"))) << found.timeText().toStdString();
+    L10n::use(QStringLiteral("tr"));
 }
 
 TEST(Clip, AMissingFileHasThePresentTimeAndNoSize)

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/FreedesktopFileManager.h"
+
+#include "FakeFileManager.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+class FreedesktopFileManagerTest : public testing::Test {
+protected:
+    /// What the desktop opens folders with writes down which.
+    static void SetUpTestSuite()
+    {
+        QFile program(programs().filePath(QStringLiteral("xdg-open")));
+        ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+        program.write("#!/bin/sh\necho \"$1\" >>\"" + QFile::encodeName(opened()) + "\"\n");
+        program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        qputenv("PATH", QFile::encodeName(programs().path()) + ':' + qgetenv("PATH"));
+    }
+
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsEmpty("QUELTO_TEST_DIR")) {
+            GTEST_SKIP() << "runs on the private desktop only";
+        }
+        QFile::remove(opened());
+    }
+
+    static const QTemporaryDir& programs()
+    {
+        static const QTemporaryDir folder;
+        return folder;
+    }
+    static QString opened() { return programs().filePath(QStringLiteral("opened")); }
+
+    static QString openedSoon()
+    {
+        QFile file(opened());
+        static_cast<void>(QTest::qWaitFor([&] { return file.exists() && file.size() > 0; }, 5000));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll().trimmed()) : QString();
+    }
+
+    FreedesktopFileManager m_files;
+};
+
+TEST_F(FreedesktopFileManagerTest, ShowsTheFileInTheDesktopsFileManager)
+{
+    const FakeFileManager manager;
+    for (const char* path : {"/clips/a.mp4", "/clips/50% #1 ?;&=+.mp4", "/clips/Şampiyon \U0001F3C6.mp4",
+                             "/clips/two\nlines.mp4", "/clips/%20.mp4"}) {
+        m_files.reveal(QString::fromUtf8(path));
+    }
+    EXPECT_TRUE(manager.shown.isEmpty()) << "the call is not waited for";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return manager.shown.size() == 5; }));
+    EXPECT_EQ(manager.shown.join(u'|').toStdString(),
+              "file:///clips/a.mp4 |file:///clips/50%25%20%231%20%3F;&=+.mp4 "
+              "|file:///clips/%C5%9Eampiyon%20%F0%9F%8F%86.mp4 |file:///clips/two%0Alines.mp4 "
+              "|file:///clips/%2520.mp4 ");
+    EXPECT_FALSE(QFile::exists(opened()));
+}
+
+TEST_F(FreedesktopFileManagerTest, OpensTheFolderWhereNoFileManagerAnswers)
+{
+    const QTemporaryDir folder;
+    m_files.reveal(folder.filePath(QStringLiteral("a.mp4")));
+    EXPECT_EQ(openedSoon(), QUrl::fromLocalFile(folder.path()).toString());
+}
+
+TEST_F(FreedesktopFileManagerTest, MakesAFolderThatItIsToOpen)
+{
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(QStringLiteral("a b/clips"));
+    m_files.openFolder(path);
+    EXPECT_TRUE(QDir(path).exists());
+    EXPECT_EQ(openedSoon(), QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+}
+
+TEST_F(FreedesktopFileManagerTest, MayEndWhileACallIsUnderWay)
+{
+    {
+        FreedesktopFileManager other;
+        other.reveal(QStringLiteral("/clips/a.mp4"));
+    }
+    QTest::qWait(200);
+    EXPECT_FALSE(QFile::exists(opened()));
+}
+
+} // namespace
+} // namespace quelto

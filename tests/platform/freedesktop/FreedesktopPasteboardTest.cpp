@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/FreedesktopPasteboard.h"
+
+#include "ChildProcess.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+using pipewire::ChildProcess;
+
+class FreedesktopPasteboardTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsEmpty("QUELTO_TEST_DIR")) {
+            GTEST_SKIP() << "runs on the private desktop only";
+        }
+    }
+
+    /// What another program is given that asks the X server for it in that form.
+    static QByteArray pasted(const char* form)
+    {
+        ChildProcess program(QStringLiteral("sh"),
+                             {QStringLiteral("-c"),
+                              QStringLiteral("xclip -out -selection clipboard -target \"$1\"; echo end"),
+                              QStringLiteral("sh"), QString::fromUtf8(form)});
+        QByteArray said;
+        // It is this program that answers, so it may not wait.
+        static_cast<void>(QTest::qWaitFor([&] { return (said += program.readAvailable()).endsWith("end\n"); }));
+        return said.chopped(4);
+    }
+
+    FreedesktopPasteboard m_pasteboard;
+};
+
+TEST_F(FreedesktopPasteboardTest, GivesTheFileToOtherPrograms)
+{
+    m_pasteboard.setFile(QStringLiteral("/clips/Dota 2 - 50% #1 ü.mp4"));
+    const QByteArray uri = "file:///clips/Dota%202%20-%2050%25%20%231%20%C3%BC.mp4";
+    EXPECT_EQ(pasted("text/uri-list"), uri + "\r\n");
+    EXPECT_EQ(pasted("x-special/gnome-copied-files"), "copy\n" + uri);
+    EXPECT_EQ(pasted("application/x-kde-cutselection"), "0");
+}
+
+TEST_F(FreedesktopPasteboardTest, OffersTheFileFirstAndNoMoreTextThanQtMakesOfAUri)
+{
+    m_pasteboard.setFile(QStringLiteral("/clips/a.mp4"));
+    const auto forms = pasted("TARGETS").split('\n');
+    EXPECT_EQ(forms.first(), "text/uri-list");
+    for (const char* text : {"text/plain;charset=utf-8", "UTF8_STRING", "STRING", "TEXT"}) {
+        EXPECT_FALSE(forms.contains(text)) << text;
+    }
+}
+
+TEST_F(FreedesktopPasteboardTest, HoldsTheFileThatWasCopiedLast)
+{
+    m_pasteboard.setFile(QStringLiteral("/clips/a.mp4"));
+    m_pasteboard.setFile(QStringLiteral("/clips/b.mp4"));
+    EXPECT_EQ(pasted("text/uri-list"), "file:///clips/b.mp4\r\n");
+}
+
+} // namespace
+} // namespace quelto
