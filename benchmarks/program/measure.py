@@ -11,8 +11,9 @@ sys.path.append(str(ROOT / "tests/system"))
 import language_rows  # noqa: E402
 import moment_rows  # noqa: E402
 import rows  # noqa: E402
+import thumbnail_rows  # noqa: E402
 
-ALL = {**rows.ALL, **moment_rows.ALL, **language_rows.ALL}
+ALL = {**rows.ALL, **moment_rows.ALL, **language_rows.ALL, **thumbnail_rows.ALL}
 
 
 def parse():

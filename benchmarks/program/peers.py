@@ -36,3 +36,15 @@ def copy_and_encode_mix(clip, mix, target):
     """Copies the picture and encodes one audio track, as the least that anybody has to do for a clip."""
     subprocess.run(["ffmpeg", "-v", "error", "-y", "-i", clip, "-i", mix, "-map", "0:v:0", "-map", "1:a:0", "-c:v", "copy",
                     "-c:a", "aac", "-b:a", "192k", target], check=True)
+
+
+def make_clip(target, seconds):
+    """A moving picture with a key frame a second, as large as a recorded one."""
+    subprocess.run(["ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", f"testsrc2=s={WIDTH}x{HEIGHT}:r={FPS}:d={seconds}",
+                    "-c:v", "libx264", "-preset", "ultrafast", "-b:v", str(BITRATE), "-g", str(FPS), "-pix_fmt", "yuv420p",
+                    "-movflags", "faststart", target], check=True)
+
+
+def thumbnail(clip, target):
+    subprocess.run(["ffmpeg", "-v", "error", "-y", "-ss", "1", "-i", clip, "-frames:v", "1", "-vf", "scale=640:-1", target],
+                   check=True)
