@@ -5,13 +5,27 @@
 
 namespace quelto {
 
-QString L10nForQml::T(const QString& key, const QVariantList& arguments)
+namespace {
+
+QStringList textsOf(const QVariantList& arguments)
 {
     QStringList texts;
     for (const auto& argument : arguments) {
         texts.append(argument.toString());
     }
-    return translated(key.toUtf8().constData(), texts);
+    return texts;
+}
+
+} // namespace
+
+QString L10nForQml::T(const QString& key, const QVariantList& arguments)
+{
+    return translated(key.toUtf8().constData(), textsOf(arguments));
+}
+
+QString L10nForQml::TOnDesktop(const QString& key, const QVariantList& arguments)
+{
+    return translatedForDesktop(key.toUtf8().constData(), textsOf(arguments));
 }
 
 } // namespace quelto

@@ -17,6 +17,8 @@ class L10nForQml : public QObject {
 public:
     /// The same as T in C++; numbers among the arguments appear without grouping.
     Q_INVOKABLE static QString T(const QString& key, const QVariantList& arguments = {});
+    /// The same as TOnDesktop in C++.
+    Q_INVOKABLE static QString TOnDesktop(const QString& key, const QVariantList& arguments = {});
 };
 
 } // namespace quelto

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Quelto.Library
+import Quelto.Shared
+import Quelto.Theme
+
+// All days and their cards, of which only those in view exist. One stop for the keyboard, with a current card.
+Flickable {
+    id: grid
+
+    required property LibraryModel library
+    // Whoever used the keyboard last wants to see where it is.
+    property bool isByKeyboard: false
+
+    signal deleteRequested(string path, string title)
+
+    // The menu's "copy" asks the item that has the focus.
+    function copy() {
+        if (grid.library.currentPath !== "") {
+            ClipCommands.copy(grid.library.currentPath);
+        }
+    }
+
+    function openCurrentMenu() {
+        for (let i = 0; i < cards.count; ++i) {
+            const card = cards.itemAt(i) as ClipCard;
+            if (card && card.path === grid.library.currentPath) {
+                card.openMenu(Qt.point(card.width / 2, card.height / 2));
+            }
+        }
+    }
+
+    function actOn(key: int): bool {
+        const path = grid.library.currentPath;
+        if (grid.library.moveCurrent(key)) {
+            return true;
+        }
+        if (path === "") {
+            return false;
+        }
+        switch (key) {
+        case Qt.Key_Return:
+        case Qt.Key_Enter:
+        case Qt.Key_Space:
+            Navigation.openClip(path);
+            return true;
+        case Qt.Key_Delete:
+            grid.deleteRequested(path, grid.library.currentTitle());
+            return true;
+        case Qt.Key_Menu:
+            grid.openCurrentMenu();
+            return true;
+        }
+        return false;
+    }
+
+    contentWidth: width
+    contentHeight: library.contentHeight
+    boundsBehavior: Flickable.StopAtBounds
+    flickableDirection: Flickable.VerticalFlick
+    // A mouse drags cards, not the view.
+    interactive: !mouse.active
+    clip: true
+    activeFocusOnTab: true
+    Accessible.role: Accessible.List
+    Accessible.name: L10n.T("Klipler")
+    onActiveFocusChanged: {
+        isByKeyboard = activeFocus && !mouse.active;
+        if (activeFocus && library.currentPosition < 0) {
+            library.selectFirstInView();
+        }
+    }
+    onMovementStarted: wheel.stop()
+    Keys.onPressed: event => {
+        const isMenuKey = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
+        const isPlain = event.modifiers === Qt.NoModifier || event.modifiers === Qt.KeypadModifier;
+        grid.isByKeyboard = true;
+        event.accepted = (isMenuKey || isPlain) && grid.actOn(isMenuKey ? Qt.Key_Menu : event.key);
+    }
+
+    T.ScrollBar.vertical: ThemedScrollBar {}
+
+    Connections {
+        target: grid.library
+
+        function onScrollWanted(viewTop: real) {
+            wheel.stop();
+            grid.cancelFlick();
+            grid.contentY = viewTop;
+        }
+    }
+
+    WheelScrolling {
+        id: wheel
+
+        view: grid
+    }
+
+    PointHandler {
+        id: mouse
+
+        acceptedDevices: PointerDevice.Mouse
+        acceptedButtons: Qt.AllButtons
+        onActiveChanged: {
+            if (active) {
+                grid.isByKeyboard = false;
+            }
+        }
+    }
+
+    Repeater {
+        model: grid.library.days
+        delegate: DayTitle {
+            required property string title
+            required property rect area
+
+            x: area.x
+            y: area.y
+            width: area.width
+            height: area.height
+            text: title
+            visible: text !== ""
+        }
+    }
+
+    Repeater {
+        id: cards
+
+        model: grid.library.cards
+        // Shows now this card and now that one, wherever it stands in the grid.
+        delegate: ClipCard {
+            required property int position
+            required property rect area
+            required path
+            required title
+            required game
+            required time
+            required size
+            required tier
+            required score
+            required label
+            required ratio
+
+            visible: position >= 0
+            x: area.x
+            y: area.y
+            width: area.width
+            height: area.height
+            isPassing: grid.library.isPassing
+            isCurrent: grid.activeFocus && grid.isByKeyboard && position >= 0 && position === grid.library.currentPosition
+            onOpenRequested: {
+                grid.library.select(position);
+                Navigation.openClip(path);
+            }
+            onDeleteRequested: grid.deleteRequested(path, title)
+        }
+    }
+}

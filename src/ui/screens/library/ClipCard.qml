@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Library
+import Quelto.Shared
+import Quelto.Theme
+
+// One clip: its picture, and below it what it is. A click opens it, and it can be dragged into another program.
+Item {
+    id: card
+
+    property string path: ""
+    property string title: ""
+    property string game: ""
+    property string time: ""
+    property string size: ""
+    // The tag of its tier; empty for none.
+    property string tier: ""
+    property var score: undefined
+    property string label: ""
+    property real ratio: 16 / 9
+    property bool isPassing: false
+    // The keyboard acts on it.
+    property bool isCurrent: false
+    readonly property bool isHovered: pointer.hovered
+    readonly property alias textHeight: words.implicitHeight
+
+    signal openRequested
+    signal deleteRequested
+
+    function openMenu(at: point) {
+        menu.active = true;
+        const shown = menu.item as ClipMenu;
+        shown.path = path;
+        shown.popup(card, at.x, at.y);
+    }
+
+    implicitHeight: picture.height + words.implicitHeight
+    scale: isHovered ? 1.015 : 1
+    z: isHovered ? 1 : 0
+    Accessible.role: Accessible.ListItem
+    Accessible.name: `${title}, ${game}, ${time}, ${size}`
+    Accessible.focusable: true
+    Accessible.focused: isCurrent
+    Accessible.onPressAction: openRequested()
+    onPathChanged: {
+        const open = menu.item as ClipMenu;
+        if (open) {
+            open.close();
+        }
+    }
+
+    Behavior on scale {
+        NumberAnimation {
+            duration: 120
+            easing.type: Easing.OutQuad
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 8
+        color: card.isHovered ? Theme.cardHover : Theme.card
+
+        Behavior on color {
+            ColorAnimation {
+                duration: 120
+                easing.type: Easing.OutQuad
+            }
+        }
+
+        FocusRing {
+            active: card.isCurrent
+            radius: 11
+        }
+    }
+
+    ClipThumbnail {
+        id: picture
+
+        width: card.width
+        height: Math.round(card.width / card.ratio)
+        path: card.path
+        ratio: card.ratio
+        showDuration: true
+        isPassing: card.isPassing
+        radius: 8
+    }
+
+    ClipHover {
+        anchors.fill: picture
+        visible: card.isHovered
+        radius: 8
+        reserved: badge.visible ? badge.width + 8 : 0
+    }
+
+    TierBadge {
+        id: badge
+
+        x: 8
+        y: 8
+        visible: card.tier !== ""
+        tier: card.tier
+        label: card.label
+        score: card.score
+    }
+
+    ClipCardText {
+        id: words
+
+        anchors.top: picture.bottom
+        width: card.width
+        title: card.title
+        game: card.game
+        time: card.time
+        size: card.size
+        reserved: more.width + 8
+    }
+
+    ClipMenuButton {
+        id: more
+
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        anchors.verticalCenter: words.verticalCenter
+        text: L10n.T("Klip menüsü")
+        onClicked: card.openMenu(Qt.point(x + width, y + height))
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 8
+        color: "transparent"
+        border.width: 1
+        border.color: card.isHovered ? Qt.alpha(Theme.accent, 0.7) : Theme.border
+
+        Behavior on border.color {
+            ColorAnimation {
+                duration: 120
+                easing.type: Easing.OutQuad
+            }
+        }
+    }
+
+    HoverHandler {
+        id: pointer
+    }
+
+    TapHandler {
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onTapped: card.openRequested()
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        gesturePolicy: TapHandler.WithinBounds
+        onPressedChanged: {
+            if (pressed) {
+                card.openMenu(point.position);
+            }
+        }
+    }
+
+    DragHandler {
+        target: null
+        acceptedDevices: PointerDevice.Mouse
+        onActiveChanged: {
+            if (active) {
+                ClipCommands.drag(picture.picture);
+            }
+        }
+    }
+
+    Loader {
+        id: menu
+
+        active: false
+        source: "ClipMenu.qml"
+    }
+
+    Connections {
+        target: menu.item as ClipMenu
+
+        function onOpenRequested() {
+            card.openRequested();
+        }
+
+        function onDeleteRequested() {
+            card.deleteRequested();
+        }
+    }
+}

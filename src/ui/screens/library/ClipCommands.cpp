@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/screens/library/ClipCommands.h"
+
+#include "app/language/T.h"
+#include "platform/FileMimeData.h"
+#include "ui/screens/library/ClipPicture.h"
+
+#include <QCoreApplication>
+#include <QDrag>
+#include <QPixmap>
+
+namespace quelto {
+
+namespace {
+
+// Units: logical pixels.
+constexpr int DragPictureSide = 200;
+
+} // namespace
+
+ClipCommands::ClipCommands(Parts parts, QObject* parent)
+    : QObject(parent)
+    , m_parts(std::move(parts))
+{
+}
+
+void ClipCommands::copy(const QString& path)
+{
+    m_parts.library.copyToPasteboard(path);
+    m_parts.navigation.showToast(TOnDesktop("Klip panoya kopyalandı — Discord'da ⌘V ile yapıştırın"));
+}
+
+void ClipCommands::reveal(const QString& path)
+{
+    m_parts.library.revealInFinder(path);
+}
+
+void ClipCommands::trash(const QString& path)
+{
+    m_parts.library.trash(Clip(path));
+}
+
+void ClipCommands::openFolder()
+{
+    m_parts.files.openFolder(m_parts.settings.saveFolder());
+}
+
+void ClipCommands::drag(const ClipPicture* picture)
+{
+    // A drag runs an event loop of its own; the handler that noticed the pointer's movement is to be done before.
+    QMetaObject::invokeMethod(
+        this, [this, path = picture->path(), image = picture->picture()] { m_parts.drag(path, image); },
+        Qt::QueuedConnection);
+}
+
+void ClipCommands::dragFile(const QString& path, const QImage& picture)
+{
+    // It outlives the card, which may show another clip by then, and deletes itself.
+    auto* drag = new QDrag(qApp);
+    drag->setMimeData(fileMimeData(path).release());
+    if (!picture.isNull()) {
+        const auto scaled =
+            picture.scaled(DragPictureSide, DragPictureSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        drag->setPixmap(QPixmap::fromImage(scaled));
+        drag->setHotSpot(scaled.rect().center());
+    }
+    drag->exec(Qt::CopyAction);
+}
+
+} // namespace quelto

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Shared
+import Quelto.Theme
+
+// Over a card's picture while the pointer is on the card: what a click does, and what else is possible.
+Item {
+    id: veil
+
+    // What already stands at the top left.
+    property real reserved: 0
+    // Of the upper corners.
+    property real radius: 0
+
+    clip: true
+
+    Rectangle {
+        width: parent.width
+        height: parent.height + radius
+        radius: veil.radius
+        color: Qt.alpha(Theme.shadow, 0.35)
+    }
+
+    Rectangle {
+        anchors.centerIn: parent
+        width: 48
+        height: 48
+        radius: 24
+        color: Theme.accent
+
+        Shadow {
+            radius: 8
+            offset: 2
+            cornerRadius: 24
+            color: Qt.alpha(Theme.shadow, 0.5)
+        }
+
+        SymbolIcon {
+            anchors.centerIn: parent
+            anchors.horizontalCenterOffset: 1
+            symbol: "play.fill"
+            side: 18
+            color: Theme.onAccent
+        }
+    }
+
+    Rectangle {
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: 8
+        width: Math.min(hint.implicitWidth + 14, veil.width - 16 - veil.reserved)
+        height: hint.implicitHeight + 8
+        visible: width > 34
+        radius: 4
+        color: Theme.discord
+
+        Row {
+            id: hint
+
+            anchors.verticalCenter: parent.verticalCenter
+            x: 7
+            spacing: 4
+
+            SymbolIcon {
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "hand.draw.fill"
+                side: 12
+                color: Theme.onAccent
+            }
+
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.max(0, Math.min(implicitWidth, veil.width - veil.reserved - 16 - 14 - 16))
+                text: L10n.T("Discord'a sürükle")
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+                color: Theme.onAccent
+                font.pixelSize: 10
+                font.weight: Font.Bold
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Quelto.Theme
+
+// Opens the menu of its card. The keyboard opens it from the card itself.
+T.AbstractButton {
+    id: button
+
+    implicitWidth: 22
+    implicitHeight: 22
+    hoverEnabled: true
+    focusPolicy: Qt.NoFocus
+    Accessible.role: Accessible.ButtonMenu
+    Accessible.name: text
+
+    contentItem: Item {
+        SymbolIcon {
+            anchors.centerIn: parent
+            symbol: "ellipsis"
+            side: 16
+            color: button.hovered || button.down ? Theme.text : Theme.muted
+        }
+    }
+
+    background: Rectangle {
+        radius: 5
+        visible: button.hovered || button.down
+        color: Theme.border
+    }
+}

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/screens/library/ClipPicture.h"
+
+#include "ui/screens/library/LibraryForQml.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QQuickWindow>
+#include <QSGImageNode>
+
+namespace quelto {
+
+QImage coveringPicture(const QImage& picture, QSize size, qreal radius)
+{
+    if (picture.isNull() || size.isEmpty()) {
+        return {};
+    }
+    const auto covering = picture.size().scaled(size, Qt::KeepAspectRatioByExpanding);
+    const auto scaled = picture.scaled(covering, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QPoint corner((covering.width() - size.width()) / 2, (covering.height() - size.height()) / 2);
+    if (radius <= 0) {
+        return scaled.copy(QRect(corner, size)).convertToFormat(QImage::Format_RGB32);
+    }
+    QImage cut(size, QImage::Format_ARGB32_Premultiplied);
+    cut.fill(Qt::transparent);
+    QPainterPath shape;
+    // The lower corners of the round shape lie below the picture.
+    shape.addRoundedRect(QRectF(0, 0, size.width(), size.height() + 2 * radius), radius, radius);
+    QPainter painter(&cut);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QBrush brush(scaled);
+    brush.setTransform(QTransform::fromTranslate(-corner.x(), -corner.y()));
+    painter.fillPath(shape, brush);
+    return cut;
+}
+
+ClipPicture::ClipPicture(QQuickItem* parent)
+    : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+}
+
+void ClipPicture::setPath(const QString& path)
+{
+    if (m_path == path) {
+        return;
+    }
+    m_path = path;
+    m_isAsked = false;
+    take({}, {});
+    m_ticket = {};
+    ask();
+    Q_EMIT pathChanged();
+}
+
+void ClipPicture::setPassing(bool isPassing)
+{
+    if (m_isPassing != isPassing) {
+        m_isPassing = isPassing;
+        ask();
+        Q_EMIT passingChanged();
+    }
+}
+
+void ClipPicture::setRadius(qreal radius)
+{
+    if (m_radius != radius) {
+        m_radius = radius;
+        redraw();
+        Q_EMIT radiusChanged();
+    }
+}
+
+QString ClipPicture::durationText() const
+{
+    return m_info.duration > 0 ? m_info.durationText() : QString();
+}
+
+void ClipPicture::ask()
+{
+    auto* const cache = ThumbnailsForQml::instance;
+    if (m_path.isEmpty() || m_isAsked || cache == nullptr) {
+        return;
+    }
+    if (m_isPassing) {
+        take(cache->cachedImage(m_path), cache->cachedInfo(m_path).value_or(ClipInfo{}));
+        return;
+    }
+    m_isAsked = true;
+    // The ticket goes with this item, and with it the callback.
+    m_ticket = cache->load(m_path, [this](const QImage& picture, const ClipInfo& info) { take(picture, info); });
+}
+
+void ClipPicture::take(const QImage& picture, const ClipInfo& info)
+{
+    if (m_picture.cacheKey() == picture.cacheKey() && m_info == info) {
+        return;
+    }
+    m_picture = picture;
+    m_info = info;
+    redraw();
+    Q_EMIT loaded();
+}
+
+void ClipPicture::redraw()
+{
+    m_isChanged = true;
+    update();
+}
+
+void ClipPicture::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (newGeometry.size() != oldGeometry.size()) {
+        redraw();
+    }
+}
+
+void ClipPicture::itemChange(ItemChange change, const ItemChangeData& data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) {
+        redraw();
+    }
+}
+
+QSGNode* ClipPicture::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*data*/)
+{
+    if (m_picture.isNull() || width() <= 0 || height() <= 0) {
+        delete oldNode;
+        return nullptr;
+    }
+    auto* node = static_cast<QSGImageNode*>(oldNode);
+    if (node == nullptr) {
+        node = window()->createImageNode();
+        node->setOwnsTexture(true);
+        node->setFiltering(QSGTexture::Linear);
+        m_isChanged = true;
+    }
+    if (m_isChanged) {
+        m_isChanged = false;
+        const auto scale = window()->effectiveDevicePixelRatio();
+        const auto image = coveringPicture(m_picture, (size() * scale).toSize(), m_radius * scale);
+        node->setTexture(window()->createTextureFromImage(image));
+        node->setRect(boundingRect());
+    }
+    return node;
+}
+
+} // namespace quelto

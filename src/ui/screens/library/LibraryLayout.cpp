@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/screens/library/LibraryLayout.h"
+
+#include <cmath>
+
+namespace quelto {
+
+namespace {
+
+constexpr qreal Margin = 28;
+constexpr qreal Spacing = 16;
+constexpr qreal PartSpacing = 14;
+constexpr qreal DaySpacing = 26;
+constexpr qreal TitleHeight = 14;
+
+struct Columns {
+    qreal leastWidth;
+    qreal mostWidth;
+    qreal ratio;
+};
+
+constexpr Columns TallColumns{.leastWidth = 170, .mostWidth = 230, .ratio = 9.0 / 16};
+constexpr Columns WideColumns{.leastWidth = 250, .mostWidth = 360, .ratio = 16.0 / 9};
+
+} // namespace
+
+qreal LibraryLayout::Grid::bottom() const
+{
+    return top + static_cast<qreal>(rows()) * (cardHeight + Spacing) - Spacing;
+}
+
+LibraryLayout::Grid LibraryLayout::gridOf(bool tall, qsizetype count, qreal top) const
+{
+    const auto& kind = tall ? TallColumns : WideColumns;
+    const qreal room = std::max(m_width - 2 * Margin, 1.0);
+    const auto columns =
+        std::max<qsizetype>(1, static_cast<qsizetype>(std::floor((room + Spacing) / (kind.leastWidth + Spacing))));
+    const qreal share = (room - static_cast<qreal>(columns - 1) * Spacing) / static_cast<qreal>(columns);
+    const qreal width = std::max(std::floor(std::min(share, kind.mostWidth)), 1.0);
+    return {.first = m_cardCount,
+            .count = count,
+            .columns = columns,
+            .top = top,
+            .cardWidth = width,
+            .cardHeight = std::round(width / kind.ratio) + m_cardTextHeight,
+            .ratio = kind.ratio};
+}
+
+LibraryLayout::LibraryLayout(const QList<DayCards>& days, qreal width, qreal cardTextHeight)
+    : m_width(width)
+    , m_cardTextHeight(cardTextHeight)
+{
+    qreal top = 0;
+    for (const auto& day : days) {
+        if (!m_days.isEmpty()) {
+            top += DaySpacing;
+        }
+        m_days.append(top);
+        top += TitleHeight;
+        for (const bool tall : {true, false}) {
+            if (const auto count = tall ? day.tall : day.wide; count > 0) {
+                m_grids.append(gridOf(tall, count, top + PartSpacing));
+                m_cardCount += count;
+                top = m_grids.last().bottom();
+            }
+        }
+    }
+    m_height = top + Margin;
+}
+
+qsizetype LibraryLayout::gridWith(qsizetype card) const
+{
+    const auto behind = std::ranges::upper_bound(m_grids, card, {}, &Grid::first);
+    return std::distance(m_grids.begin(), behind) - 1;
+}
+
+QRectF LibraryLayout::card(qsizetype index) const
+{
+    const auto& grid = m_grids.at(gridWith(index));
+    const auto row = (index - grid.first) / grid.columns;
+    const auto column = (index - grid.first) % grid.columns;
+    return {Margin + static_cast<qreal>(column) * (grid.cardWidth + Spacing),
+            grid.top + static_cast<qreal>(row) * (grid.cardHeight + Spacing), grid.cardWidth, grid.cardHeight};
+}
+
+qreal LibraryLayout::ratio(qsizetype index) const
+{
+    return m_grids.at(gridWith(index)).ratio;
+}
+
+QRectF LibraryLayout::dayTitle(qsizetype day) const
+{
+    return {Margin, m_days.at(day), std::max(m_width - 2 * Margin, 1.0), TitleHeight};
+}
+
+LibraryLayout::Range LibraryLayout::cardsBetween(qreal top, qreal bottom) const
+{
+    Range range;
+    const auto firstGrid =
+        std::ranges::partition_point(m_grids, [top](const Grid& grid) { return grid.bottom() <= top; });
+    for (auto grid = firstGrid; grid != m_grids.end() && grid->top < bottom; ++grid) {
+        const qreal pitch = grid->cardHeight + Spacing;
+        // A row counts from its top to its cards' bottom; the space below it shows nothing.
+        const auto firstRow = std::max<qsizetype>(
+            0, static_cast<qsizetype>(std::floor((top - grid->top - grid->cardHeight) / pitch)) + 1);
+        const auto endRow = std::min(grid->rows(), static_cast<qsizetype>(std::ceil((bottom - grid->top) / pitch)));
+        if (firstRow >= endRow) {
+            continue;
+        }
+        if (range.end == 0) {
+            range.first = grid->first + firstRow * grid->columns;
+        }
+        range.end = grid->first + std::min(grid->count, endRow * grid->columns);
+    }
+    return range;
+}
+
+LibraryLayout::Range LibraryLayout::dayTitlesBetween(qreal top, qreal bottom) const
+{
+    const auto first = std::ranges::upper_bound(m_days, top - TitleHeight);
+    const auto end = std::ranges::lower_bound(m_days, bottom);
+    if (first >= end) {
+        return {};
+    }
+    return {.first = std::distance(m_days.begin(), first), .end = std::distance(m_days.begin(), end)};
+}
+
+qsizetype LibraryLayout::mostCardsIn(qreal windowHeight) const
+{
+    qsizetype most = 0;
+    for (const bool tall : {true, false}) {
+        const auto grid = gridOf(tall, 1, 0);
+        const auto rows = static_cast<qsizetype>(std::ceil(windowHeight / (grid.cardHeight + Spacing))) + 1;
+        most = std::max(most, rows * grid.columns);
+    }
+    // Two grids that meet in the window can each begin a row more than one alone.
+    return most + gridOf(true, 1, 0).columns;
+}
+
+qsizetype LibraryLayout::mostDayTitlesIn(qreal windowHeight) const
+{
+    const auto least = gridOf(false, 1, 0).cardHeight;
+    return static_cast<qsizetype>(std::ceil(windowHeight / (TitleHeight + PartSpacing + least + DaySpacing))) + 1;
+}
+
+qsizetype LibraryLayout::nearest(Row row, qreal x) const
+{
+    const auto& grid = m_grids.at(row.grid);
+    const auto first = grid.first + row.row * grid.columns;
+    const auto count = std::min(grid.columns, grid.first + grid.count - first);
+    const auto column =
+        static_cast<qsizetype>(std::round((x - Margin - grid.cardWidth / 2) / (grid.cardWidth + Spacing)));
+    return first + std::clamp<qsizetype>(column, 0, count - 1);
+}
+
+qsizetype LibraryLayout::neighbour(qsizetype index, Step step, qreal pageHeight) const
+{
+    if (m_cardCount == 0) {
+        return -1;
+    }
+    const auto last = m_cardCount - 1;
+    if (index < 0) {
+        return step == Step::Last ? last : 0;
+    }
+    index = std::min(index, last);
+    const auto gridIndex = gridWith(index);
+    const auto& grid = m_grids.at(gridIndex);
+    const auto row = (index - grid.first) / grid.columns;
+    const auto here = card(index);
+    const auto x = here.center().x();
+    switch (step) {
+    case Step::Left:
+        return std::max<qsizetype>(index - 1, 0);
+    case Step::Right:
+        return std::min(index + 1, last);
+    case Step::First:
+        return 0;
+    case Step::Last:
+        return last;
+    case Step::Up:
+        if (row > 0) {
+            return nearest({gridIndex, row - 1}, x);
+        }
+        return gridIndex > 0 ? nearest({gridIndex - 1, m_grids.at(gridIndex - 1).rows() - 1}, x) : index;
+    case Step::Down:
+        if (row + 1 < grid.rows()) {
+            return nearest({gridIndex, row + 1}, x);
+        }
+        return gridIndex + 1 < m_grids.size() ? nearest({gridIndex + 1, 0}, x) : index;
+    case Step::PageUp:
+    case Step::PageDown: {
+        // The farthest row that shares a page with this one, but at least the next one.
+        const auto back = step == Step::PageUp;
+        auto at = index;
+        while (true) {
+            const auto next = neighbour(at, back ? Step::Up : Step::Down, pageHeight);
+            const auto there = card(next);
+            const auto spread = back ? here.bottom() - there.top() : there.bottom() - here.top();
+            if (next == at || (spread > pageHeight && at != index)) {
+                return at;
+            }
+            at = next;
+        }
+    }
+    }
+    return index;
+}
+
+} // namespace quelto

@@ -1,0 +1,347 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/screens/library/LibraryModel.h"
+
+#include "ui/shared/SharedForQml.h"
+
+namespace quelto {
+
+namespace {
+
+// Units: pixels a second. At this speed a card is in view for about a quarter of a second.
+constexpr qreal PassingSpeed = 2500;
+constexpr std::chrono::milliseconds RestTime{80};
+// The clock may be set, and the machine may sleep over midnight.
+constexpr std::chrono::minutes ClockInterval{1};
+// What is made ready above and below the view.
+constexpr qreal Reserve = 40;
+// Kept between the current card and the view's edges.
+constexpr qreal CurrentMargin = 18;
+
+std::optional<LibraryLayout::Step> stepOf(int key)
+{
+    using Step = LibraryLayout::Step;
+    switch (key) {
+    case Qt::Key_Left:
+        return Step::Left;
+    case Qt::Key_Right:
+        return Step::Right;
+    case Qt::Key_Up:
+        return Step::Up;
+    case Qt::Key_Down:
+        return Step::Down;
+    case Qt::Key_PageUp:
+        return Step::PageUp;
+    case Qt::Key_PageDown:
+        return Step::PageDown;
+    case Qt::Key_Home:
+        return Step::First;
+    case Qt::Key_End:
+        return Step::Last;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+LibraryModel::LibraryModel(QObject* parent)
+    : LibraryModel(
+          *ClipLibraryForQml::instance, [] { return QDateTime::currentDateTime(); }, parent)
+{
+}
+
+LibraryModel::LibraryModel(const ClipLibrary& library, Clock clock, QObject* parent)
+    : QObject(parent)
+    , m_library(library)
+    , m_clock(std::move(clock))
+    , m_today(m_clock().date())
+{
+    connect(&library, &ClipLibrary::clipsChanged, this, &LibraryModel::takeClips);
+    m_restTimer.setSingleShot(true);
+    m_restTimer.setInterval(RestTime);
+    connect(&m_restTimer, &QTimer::timeout, this, [this] {
+        m_scroll.rest();
+        setPassing(false);
+    });
+    m_clockTimer.setSingleShot(true);
+    m_clockTimer.setTimerType(Qt::CoarseTimer);
+    connect(&m_clockTimer, &QTimer::timeout, this, &LibraryModel::lookAtClock);
+    waitForClock();
+    takeClips();
+}
+
+bool LibraryModel::isLoaded() const
+{
+    return m_library.isLoaded();
+}
+
+void LibraryModel::setHasGame(bool hasGame)
+{
+    auto filter = m_filter;
+    filter.game = hasGame ? std::optional(m_game) : std::nullopt;
+    setFilter(filter);
+}
+
+void LibraryModel::setGame(const QString& game)
+{
+    m_game = game;
+    auto filter = m_filter;
+    if (filter.game) {
+        filter.game = game;
+    }
+    setFilter(filter);
+}
+
+void LibraryModel::setTierFilter(const QString& tierFilter)
+{
+    auto filter = m_filter;
+    filter.tier = tierFilter;
+    setFilter(filter);
+}
+
+void LibraryModel::setSearch(const QString& search)
+{
+    auto filter = m_filter;
+    filter.search = search;
+    setFilter(filter);
+}
+
+void LibraryModel::setFilter(const ClipFilter& filter)
+{
+    if (m_filter == filter) {
+        return;
+    }
+    m_filter = filter;
+    applyFilter(std::nullopt);
+    Q_EMIT filterChanged();
+    Q_EMIT scrollWanted(0);
+}
+
+void LibraryModel::setWidth(qreal width)
+{
+    if (m_width == width) {
+        return;
+    }
+    const auto seen = anchor();
+    m_width = width;
+    layOut();
+    Q_EMIT viewChanged();
+    if (seen) {
+        restore(*seen);
+    }
+}
+
+void LibraryModel::setViewTop(qreal viewTop)
+{
+    if (m_scroll.position() == viewTop) {
+        return;
+    }
+    m_scroll.moveTo(viewTop, std::chrono::steady_clock::now());
+    setPassing(m_scroll.speed() > PassingSpeed);
+    m_restTimer.start();
+    fillSlots();
+    Q_EMIT viewChanged();
+}
+
+void LibraryModel::setViewHeight(qreal viewHeight)
+{
+    if (m_viewHeight != viewHeight) {
+        m_viewHeight = viewHeight;
+        fillSlots();
+        Q_EMIT viewChanged();
+    }
+}
+
+void LibraryModel::setCardTextHeight(qreal cardTextHeight)
+{
+    if (m_cardTextHeight != cardTextHeight) {
+        m_cardTextHeight = cardTextHeight;
+        layOut();
+        Q_EMIT viewChanged();
+    }
+}
+
+void LibraryModel::setPassing(bool isPassing)
+{
+    if (m_isPassing != isPassing) {
+        m_isPassing = isPassing;
+        Q_EMIT passingChanged();
+    }
+}
+
+void LibraryModel::takeClips()
+{
+    const auto seen = anchor();
+    m_clips = FilterableClips(m_library.clips());
+    m_showsTierBar = std::ranges::any_of(m_clips.clips(), [](const Clip& clip) { return clip.autoTier.has_value(); });
+    applyFilter(seen);
+}
+
+void LibraryModel::applyFilter(std::optional<Anchor> anchor)
+{
+    m_groups = dayGroups(m_clips.clips(), m_clips.passing(m_filter));
+    m_order.clear();
+    m_dayCards.clear();
+    for (const auto& group : m_groups) {
+        QList<qsizetype> wide;
+        DayCards cards{.day = group.day};
+        for (const auto place : group.clips) {
+            if (m_clips.clips().at(place).isTall()) {
+                m_order.append(place);
+                ++cards.tall;
+            } else {
+                wide.append(place);
+            }
+        }
+        cards.wide = wide.size();
+        m_order.append(wide);
+        m_dayCards.append(cards);
+    }
+    const auto before = m_current;
+    layOut();
+    Q_EMIT clipsChanged();
+    if (anchor) {
+        restore(*anchor);
+    }
+    if (before >= 0) {
+        const auto now = positionOf(m_currentPath);
+        // A card that went leaves its place to the next one.
+        setCurrent(now >= 0 ? now : std::min(before, m_order.size() - 1));
+    }
+}
+
+void LibraryModel::layOut()
+{
+    m_layout = m_width > 0 ? LibraryLayout(m_dayCards, m_width, m_cardTextHeight) : LibraryLayout();
+    m_cards.forget();
+    m_days.forget();
+    Q_EMIT layoutChanged();
+    fillSlots();
+}
+
+void LibraryModel::fillSlots()
+{
+    if (m_width <= 0 || m_viewHeight <= 0) {
+        return;
+    }
+    const auto top = viewTop() - Reserve;
+    const auto bottom = viewTop() + m_viewHeight + Reserve;
+    m_cards.reserve(m_layout.mostCardsIn(bottom - top));
+    m_days.reserve(m_layout.mostDayTitlesIn(bottom - top));
+    const auto cards = m_layout.cardsBetween(top, bottom);
+    m_cards.show(cards.first, cards.end, [this](qsizetype position) {
+        return CardSlots::Card{
+            .clip = clipAt(position), .area = m_layout.card(position), .ratio = m_layout.ratio(position)};
+    });
+    const auto days = m_layout.dayTitlesBetween(top, bottom);
+    m_days.show(days.first, days.end, [this](qsizetype position) {
+        return DaySlots::Day{.title = dayTitle(m_groups.at(position).day, m_today),
+                             .area = m_layout.dayTitle(position)};
+    });
+}
+
+std::optional<LibraryModel::Anchor> LibraryModel::anchor() const
+{
+    if (viewTop() <= 0) {
+        return std::nullopt;
+    }
+    const auto cards = m_layout.cardsBetween(viewTop(), viewTop() + m_viewHeight);
+    if (cards.first == cards.end) {
+        return std::nullopt;
+    }
+    return Anchor{.path = clipAt(cards.first).path, .offset = m_layout.card(cards.first).top() - viewTop()};
+}
+
+void LibraryModel::restore(const Anchor& anchor)
+{
+    if (const auto position = positionOf(anchor.path); position >= 0 && m_width > 0) {
+        const auto top = m_layout.card(position).top() - anchor.offset;
+        if (top != viewTop()) {
+            Q_EMIT scrollWanted(std::clamp(top, 0.0, std::max(0.0, contentHeight() - m_viewHeight)));
+        }
+    }
+}
+
+qsizetype LibraryModel::positionOf(const QString& path) const
+{
+    const auto found =
+        std::ranges::find_if(m_order, [&](qsizetype place) { return m_clips.clips().at(place).path == path; });
+    return found == m_order.end() ? -1 : std::distance(m_order.begin(), found);
+}
+
+void LibraryModel::setCurrent(qsizetype position)
+{
+    const auto path = position < 0 ? QString() : clipAt(position).path;
+    if (m_current != position || m_currentPath != path) {
+        m_current = position;
+        m_currentPath = path;
+        Q_EMIT currentChanged();
+    }
+}
+
+void LibraryModel::select(int position)
+{
+    setCurrent(std::clamp<qsizetype>(position, -1, m_order.size() - 1));
+}
+
+void LibraryModel::selectFirstInView()
+{
+    const auto cards = m_layout.cardsBetween(viewTop(), viewTop() + m_viewHeight);
+    auto position = cards.first;
+    while (position + 1 < cards.end && m_layout.card(position).top() < viewTop()) {
+        ++position;
+    }
+    setCurrent(position < cards.end ? position : -1);
+}
+
+bool LibraryModel::moveCurrent(int key)
+{
+    const auto step = stepOf(key);
+    if (!step) {
+        return false;
+    }
+    if (m_order.isEmpty() || m_width <= 0) {
+        return true;
+    }
+    const auto page = m_viewHeight - 2 * CurrentMargin;
+    setCurrent(m_layout.neighbour(m_current, *step, page));
+    const auto card = m_layout.card(m_current);
+    // The first row takes its day's title along.
+    const auto top = m_current == 0 || card.top() <= m_layout.card(0).top() ? 0 : card.top() - CurrentMargin;
+    const auto bottom = card.bottom() + CurrentMargin;
+    if (top < viewTop()) {
+        Q_EMIT scrollWanted(top);
+    } else if (bottom > viewTop() + m_viewHeight) {
+        Q_EMIT scrollWanted(std::min(bottom - m_viewHeight, card.top() - CurrentMargin));
+    }
+    return true;
+}
+
+QRectF LibraryModel::currentArea() const
+{
+    return m_current < 0 || m_width <= 0 ? QRectF() : m_layout.card(m_current);
+}
+
+QString LibraryModel::currentTitle() const
+{
+    return m_current < 0 ? QString() : clipAt(m_current).displayTitle();
+}
+
+void LibraryModel::waitForClock()
+{
+    const auto now = m_clock();
+    const std::chrono::milliseconds toMidnight(now.msecsTo(now.date().addDays(1).startOfDay()));
+    // A moment behind midnight, so that a coarse timer does not come before it.
+    m_clockTimer.start(std::min<std::chrono::milliseconds>(ClockInterval, toMidnight + std::chrono::milliseconds(200)));
+}
+
+void LibraryModel::lookAtClock()
+{
+    if (const auto today = m_clock().date(); m_today != today) {
+        m_today = today;
+        applyFilter(anchor());
+    }
+    waitForClock();
+}
+
+} // namespace quelto

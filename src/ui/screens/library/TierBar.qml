@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Library
+import Quelto.Theme
+
+// Chooses the tier of the clips to show.
+Item {
+    id: bar
+
+    required property LibraryModel library
+
+    implicitHeight: pills.implicitHeight + 18
+
+    SymbolIcon {
+        x: 28
+        anchors.verticalCenter: pills.verticalCenter
+        symbol: "line.3.horizontal.decrease"
+        side: 16
+        color: Theme.muted
+    }
+
+    PillPicker {
+        id: pills
+
+        x: 28 + 16 + 10
+        options: bar.library.tierFilters
+        selection: bar.library.tierFilter
+        labelOf: option => bar.library.tierFilterLabel(option)
+        onPicked: option => bar.library.tierFilter = option
+    }
+}

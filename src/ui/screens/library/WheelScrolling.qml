@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+
+// Moves a view by wheel and touch pad: a wheel's notches glide, a touch pad's movement is followed as it comes.
+WheelHandler {
+    id: wheel
+
+    required property Flickable view
+    // Units: pixels a notch.
+    property real notch: 110
+    readonly property real furthest: Math.max(0, view.contentHeight - view.height)
+
+    function stop() {
+        glide.stop();
+    }
+
+    target: null
+    acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+    onWheel: event => {
+        view.cancelFlick();
+        const distance = event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 120 * notch;
+        const start = glide.running ? glide.to : view.contentY;
+        const goal = Math.max(0, Math.min(start - distance, furthest));
+        glide.stop();
+        if (event.pixelDelta.y !== 0) {
+            view.contentY = goal;
+        } else {
+            glide.to = goal;
+            glide.start();
+        }
+    }
+
+    property NumberAnimation glide: NumberAnimation {
+        id: glide
+
+        target: wheel.view
+        property: "contentY"
+        duration: 180
+        easing.type: Easing.OutCubic
+    }
+}

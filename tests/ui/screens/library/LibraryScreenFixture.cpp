@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/screens/library/LibraryScreenFixture.h"
+
+#include "app/language/L10n.h"
+#include "ui/screens/library/LibraryForQml.h"
+#include "ui/theme/Symbols.h"
+#include "ui/theme/ThemeForQml.h"
+
+#include <QAccessible>
+#include <QTest>
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
+
+namespace quelto::test {
+
+namespace {
+
+template <typename Visit> void visitVisible(QQuickItem* root, const Visit& visit)
+{
+    if (!root->isVisible()) {
+        return;
+    }
+    visit(root);
+    for (auto* child : root->childItems()) {
+        visitVisible(child, visit);
+    }
+}
+
+template <typename Predicate> QQuickItem* firstVisible(QQuickItem* root, const Predicate& isWanted)
+{
+    QQuickItem* found = nullptr;
+    visitVisible(root, [&](QQuickItem* each) {
+        if (found == nullptr && isWanted(each)) {
+            found = each;
+        }
+    });
+    return found;
+}
+
+QPointF cornerOf(const QQuickItem* item)
+{
+    return item->mapToScene({0, 0});
+}
+
+} // namespace
+
+void LibraryScreenFixture::SetUp()
+{
+    L10n::use(QStringLiteral("tr"));
+    settings.setLanguage(QStringLiteral("tr"));
+    thumbnails = std::make_unique<ThumbnailCache>(mainQueue);
+    commands =
+        std::make_unique<ClipCommands>(ClipCommands::Parts{.library = library,
+                                                           .files = files,
+                                                           .settings = settings,
+                                                           .navigation = navigation,
+                                                           .drag = [this](const QString& path, const QImage& picture) {
+                                                               dragged.append(path);
+                                                               draggedPicture = picture;
+                                                           }});
+    NavigationForQml::instance = &navigation;
+    ThemeForQml::instance = &theme;
+    AppSettingsForQml::instance = &settings;
+    ClipLibraryForQml::instance = &library;
+    ClipCommandsForQml::instance = commands.get();
+    ThumbnailsForQml::instance = thumbnails.get();
+}
+
+void LibraryScreenFixture::TearDown()
+{
+    engine.reset();
+    // What Qt deletes later is to be gone before the objects that it looks at.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ThumbnailsForQml::instance = nullptr;
+    thumbnails.reset();
+    L10n::use(QStringLiteral("tr"));
+}
+
+void LibraryScreenFixture::show(const QString& properties)
+{
+    engine = std::make_unique<QQmlApplicationEngine>();
+    engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
+    engine->addImportPath(QStringLiteral("qrc:/"));
+    engine->loadData(QStringLiteral("import QtQuick\nimport Quelto.Library\nimport Quelto.Theme\n"
+                                    "Window { visible: true; width: %1; height: %2; color: Theme.bg\n"
+                                    "Backdrop { anchors.fill: parent }\n"
+                                    "LibraryView { anchors.fill: parent; focus: true; %3 } }\n")
+                         .arg(size.width())
+                         .arg(size.height())
+                         .arg(properties)
+                         .toUtf8());
+    ASSERT_FALSE(engine->rootObjects().isEmpty());
+    window = qobject_cast<QQuickWindow*>(engine->rootObjects().first());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    window->requestActivate();
+    settle(50);
+}
+
+void LibraryScreenFixture::reload()
+{
+    library.reload();
+    libraryTime.settle();
+}
+
+void LibraryScreenFixture::settle(int milliseconds) const
+{
+    QTest::qWait(milliseconds);
+}
+
+QQuickItem* LibraryScreenFixture::find(const QString& accessibleName) const
+{
+    return firstVisible(window->contentItem(), [&](QQuickItem* each) {
+        const auto* interface = QAccessible::queryAccessibleInterface(each);
+        return interface != nullptr && interface->text(QAccessible::Name) == accessibleName;
+    });
+}
+
+QQuickItem* LibraryScreenFixture::item(const QString& accessibleName) const
+{
+    auto* found = find(accessibleName);
+    EXPECT_NE(found, nullptr) << "nothing visible is called " << accessibleName.toStdString();
+    return found;
+}
+
+QList<QQuickItem*> LibraryScreenFixture::itemsOf(const char* qmlType) const
+{
+    QList<QQuickItem*> items;
+    visitVisible(window->contentItem(), [&](QQuickItem* each) {
+        if (QByteArray(each->metaObject()->className()).startsWith(QByteArray(qmlType) + "_QMLTYPE")) {
+            items.append(each);
+        }
+    });
+    return items;
+}
+
+QQuickItem* LibraryScreenFixture::textItem(const QString& text) const
+{
+    return firstVisible(window->contentItem(), [&](QQuickItem* each) {
+        return each->inherits("QQuickText") && each->property("text").toString() == text;
+    });
+}
+
+QStringList LibraryScreenFixture::cardTitles() const
+{
+    auto cards = itemsOf("ClipCard");
+    std::ranges::sort(cards, [](const QQuickItem* a, const QQuickItem* b) {
+        return std::pair(cornerOf(a).y(), cornerOf(a).x()) < std::pair(cornerOf(b).y(), cornerOf(b).x());
+    });
+    QStringList titles;
+    for (const auto* each : cards) {
+        titles.append(each->property("title").toString());
+    }
+    return titles;
+}
+
+QQuickItem* LibraryScreenFixture::card(const QString& title) const
+{
+    for (auto* each : itemsOf("ClipCard")) {
+        if (each->property("title").toString() == title) {
+            return each;
+        }
+    }
+    ADD_FAILURE() << "no card is called " << title.toStdString();
+    return nullptr;
+}
+
+QPoint LibraryScreenFixture::middleOf(const QQuickItem* item) const
+{
+    return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+}
+
+void LibraryScreenFixture::click(QQuickItem* item, Qt::MouseButton button)
+{
+    QTest::mouseClick(window, button, {}, middleOf(item));
+}
+
+void LibraryScreenFixture::key(int key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(window, static_cast<Qt::Key>(key), modifiers);
+}
+
+QImage LibraryScreenFixture::picture(const QString& name)
+{
+    settle(400);
+    auto image = window->grabWindow();
+    const QDir pictures(QStringLiteral(QUELTO_PICTURES));
+    pictures.mkpath(QStringLiteral("."));
+    image.save(pictures.filePath(name + QStringLiteral(".png")));
+    return image;
+}
+
+} // namespace quelto::test
