@@ -9,11 +9,12 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "tests/system"))
 
 import language_rows  # noqa: E402
+import library_rows  # noqa: E402
 import moment_rows  # noqa: E402
 import rows  # noqa: E402
 import thumbnail_rows  # noqa: E402
 
-ALL = {**rows.ALL, **moment_rows.ALL, **language_rows.ALL, **thumbnail_rows.ALL}
+ALL = {**rows.ALL, **moment_rows.ALL, **language_rows.ALL, **thumbnail_rows.ALL, **library_rows.ALL}
 
 
 def parse():

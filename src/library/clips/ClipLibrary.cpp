@@ -2,7 +2,6 @@
 #include "library/clips/ClipLibrary.h"
 
 #include "files/RenameToFreeName.h"
-#include "library/clips/ClipScan.h"
 #include "library/naming/ClipMeta.h"
 
 #include <QCoreApplication>
@@ -42,7 +41,8 @@ bool isTooLongForSidecar(const QString& oldPath, const QString& newPath)
 struct ClipLibrary::Reading {
     QString folder;
     bool isToWatch = false;
-    QList<Clip> clips;
+    /// What the reading before found, and then this one.
+    ClipList list;
     std::optional<WatchedFolder> watch;
 
     void read()
@@ -52,7 +52,7 @@ struct ClipLibrary::Reading {
         if (isToWatch) {
             watch.emplace(folder);
         }
-        clips = clipsIn(folder);
+        list = clipsIn(folder, list);
     }
 };
 
@@ -95,7 +95,7 @@ void ClipLibrary::watchAnew()
 QList<GameCount> ClipLibrary::games() const
 {
     QHash<QString, qsizetype> counts;
-    for (const auto& clip : m_clips) {
+    for (const auto& clip : clips()) {
         ++counts[clip.game];
     }
     QList<GameCount> games;
@@ -129,6 +129,7 @@ void ClipLibrary::startReading()
     auto reading = std::make_shared<Reading>();
     reading->folder = m_folder;
     reading->isToWatch = std::exchange(m_isWatchWanted, false);
+    reading->list = m_list;
     m_parts.work.post([reading = std::move(reading), self = QPointer(this), &main = m_parts.main] {
         reading->read();
         main.post([reading, self] {
@@ -153,7 +154,7 @@ void ClipLibrary::finishReading(Reading& reading)
     }
     const auto served = std::exchange(m_waiting, {});
     const QPointer<ClipLibrary> self(this);
-    publish(reading.clips);
+    publish(reading.list);
     for (const auto& done : served) {
         done();
     }
@@ -162,11 +163,12 @@ void ClipLibrary::finishReading(Reading& reading)
     }
 }
 
-void ClipLibrary::publish(const QList<Clip>& clips)
+void ClipLibrary::publish(const ClipList& list)
 {
     const bool isFirst = !std::exchange(m_isLoaded, true);
-    if (isFirst || clips != m_clips) {
-        m_clips = clips;
+    const bool isChanged = list.clips != m_list.clips;
+    m_list = list;
+    if (isFirst || isChanged) {
         Q_EMIT clipsChanged();
     }
 }
@@ -200,10 +202,8 @@ std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& text)
     const Clip renamed(path);
     // At once, and not taken back by a reading that began before.
     m_isReadingStale = m_isReading;
-    auto clips = m_clips;
-    if (const auto listed = std::ranges::find(clips, clip.path, &Clip::path); listed != clips.end()) {
+    if (const auto listed = std::ranges::find(m_list.clips, clip.path, &Clip::path); listed != m_list.clips.end()) {
         *listed = renamed;
-        m_clips = clips;
         Q_EMIT clipsChanged();
     }
     reload();

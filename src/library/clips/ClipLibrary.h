@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/settings/AppSettings.h"
+#include "library/clips/ClipScan.h"
 #include "library/clips/FolderWatch.h"
 #include "library/naming/Clip.h"
 #include "platform/FileManager.h"
@@ -46,7 +47,7 @@ public:
     explicit ClipLibrary(Parts parts, QObject* parent = nullptr);
 
     /// Newest first.
-    const QList<Clip>& clips() const { return m_clips; }
+    const QList<Clip>& clips() const { return m_list.clips; }
     /// Whether the list was read at least once; until then an empty one says nothing.
     bool isLoaded() const { return m_isLoaded; }
     /// The one with most clips first.
@@ -83,12 +84,12 @@ private:
     void startReading();
     void finishReading(Reading& reading);
     void watchAnew();
-    void publish(const QList<Clip>& clips);
+    void publish(const ClipList& list);
 
     Parts m_parts;
     FolderWatch m_watch;
     QString m_folder;
-    QList<Clip> m_clips;
+    ClipList m_list;
     bool m_isLoaded = false;
     bool m_isReading = false;
     /// Somebody asked for a reading that has not begun.

@@ -2,6 +2,7 @@
 #include "library/clips/ClipScan.h"
 
 #include <QFile>
+#include <QHash>
 
 #include <array>
 #include <cerrno>
@@ -36,12 +37,12 @@ Folder opened(const QString& path)
 }
 
 struct Entry {
-    QString name;
+    QString path;
     /// Nothing where the folder may be listed but not entered.
     std::optional<FileFacts> facts;
 };
 
-std::optional<Entry> entryOf(int folder, const dirent& listed)
+std::optional<Entry> entryOf(int folder, const QString& prefix, const dirent& listed)
 {
     if (!isClipName(listed.d_name)) {
         return std::nullopt;
@@ -52,14 +53,40 @@ std::optional<Entry> entryOf(int folder, const dirent& listed)
     if (isGone || (facts && !facts->isFile)) {
         return std::nullopt;
     }
-    return Entry{.name = QFile::decodeName(listed.d_name), .facts = facts};
+    return Entry{.path = prefix + QFile::decodeName(listed.d_name), .facts = facts};
 }
 
-qint64 age(const Entry& entry)
+qint64 madeAt(const Entry& entry)
 {
     // Without facts it is of this very moment.
-    return entry.facts ? -entry.facts->madeAt : std::numeric_limits<qint64>::min();
+    return entry.facts ? entry.facts->madeAt : std::numeric_limits<qint64>::max();
 }
+
+/// Clips of an earlier reading, by their paths.
+class KnownClips {
+public:
+    explicit KnownClips(const ClipList& list)
+        : m_list(list)
+    {
+        m_places.reserve(list.clips.size());
+        for (qsizetype i = 0; i < list.clips.size(); ++i) {
+            m_places.insert(list.clips[i].path, i);
+        }
+    }
+
+    Clip clipOf(const Entry& entry) const
+    {
+        const auto place = m_places.value(entry.path, -1);
+        // The language may have changed since.
+        const bool isKnown = place >= 0 && entry.facts && entry.facts->madeAt == m_list.madeAt[place] &&
+            entry.facts->size == m_list.clips[place].size && m_list.clips[place].hasOwnGame();
+        return isKnown ? m_list.clips[place] : Clip(entry.path, entry.facts);
+    }
+
+private:
+    const ClipList& m_list;
+    QHash<QStringView, qsizetype> m_places;
+};
 
 } // namespace
 
@@ -75,26 +102,29 @@ bool isClipName(QByteArrayView fileName) noexcept
     });
 }
 
-QList<Clip> clipsIn(const QString& path)
+ClipList clipsIn(const QString& path, const ClipList& known)
 {
     const auto folder = opened(path);
     if (!folder) {
         return {};
     }
+    const auto prefix = path.endsWith(u'/') ? path : path + u'/';
     std::vector<Entry> entries;
     while (const auto* listed = ::readdir(folder.get())) {
-        if (auto entry = entryOf(::dirfd(folder.get()), *listed)) {
+        if (auto entry = entryOf(::dirfd(folder.get()), prefix, *listed)) {
             entries.push_back(std::move(*entry));
         }
     }
-    std::ranges::stable_sort(entries, std::ranges::less(), age);
-    const auto prefix = path.endsWith(u'/') ? path : path + u'/';
-    QList<Clip> clips;
-    clips.reserve(static_cast<qsizetype>(entries.size()));
+    std::ranges::stable_sort(entries, std::ranges::greater(), madeAt);
+    const KnownClips knownClips(known);
+    ClipList list;
+    list.clips.reserve(static_cast<qsizetype>(entries.size()));
+    list.madeAt.reserve(static_cast<qsizetype>(entries.size()));
     for (const auto& entry : entries) {
-        clips.append(Clip(prefix + entry.name, entry.facts));
+        list.clips.append(knownClips.clipOf(entry));
+        list.madeAt.append(madeAt(entry));
     }
-    return clips;
+    return list;
 }
 
 } // namespace quelto

@@ -12,10 +12,17 @@ namespace quelto {
 /// its case, and not hidden.
 bool isClipName(QByteArrayView fileName) noexcept;
 
-/// The clips right in a folder, newest first; of one age in the order in which the file system lists them. A folder
-/// that cannot be read is like an empty one.
+/// Clips, newest first.
+struct ClipList {
+    QList<Clip> clips;
+    /// Of each, when it was made; as FileFacts tells it.
+    QList<qint64> madeAt;
+};
+
+/// The clips right in a folder; of one age in the order in which the file system lists them. A folder that cannot be
+/// read is like an empty one. What is known from an earlier reading and has not changed since is not made anew.
 ///
 /// Thread: any. The folder is an absolute path.
-QList<Clip> clipsIn(const QString& folder);
+ClipList clipsIn(const QString& folder, const ClipList& known = {});
 
 } // namespace quelto

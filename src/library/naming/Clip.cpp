@@ -99,6 +99,11 @@ Clip::Clip(const QString& filePath, const std::optional<FileFacts>& facts)
     }
 }
 
+bool Clip::hasOwnGame() const
+{
+    return stemOf(path).contains(Separator);
+}
+
 bool Clip::hasDefaultTitle() const
 {
     return dateLength(title) > 0;

@@ -32,6 +32,9 @@ struct Clip {
 
     bool operator==(const Clip&) const = default;
 
+    /// Whether the name has a game in it; otherwise its game is a word of the present language.
+    bool hasOwnGame() const;
+
     /// The title still begins with the date that the recorder gave it.
     bool hasDefaultTitle() const;
     /// What a list shows: the moment's headline, a wording for an unnamed clip, or the title that the user gave.

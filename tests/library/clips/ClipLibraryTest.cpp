@@ -69,6 +69,23 @@ TEST_F(ClipLibraryTest, ListsTheSameClipsAsTheirPathsGive)
     EXPECT_EQ(library.clips().first().path, path("Dota 2 - 2026-03-01 20.15.07 [EFSANE 95] RAMPAGE.mp4"));
 }
 
+TEST_F(ClipLibraryTest, ReadsAnewWhatChangedUnderTheSameName)
+{
+    const auto file = makeFile("Dota 2 - a.mp4", 50);
+    makeFile("Dota 2 - b.mp4", 100);
+    EXPECT_EQ(names(), QStringLiteral("Dota 2 - a.mp4 Dota 2 - b.mp4"));
+    ASSERT_TRUE(QFile::resize(file, 10));
+    makeFile("Dota 2 - b.mp4", 200);
+    makeFile("Dota 2 - c.mp4", 300);
+    names();
+    for (const auto& clip : library.clips()) {
+        EXPECT_EQ(clip, Clip(clip.path)) << clip.path.toStdString();
+    }
+    makeFile("Dota 2 - a.mp4", 500);
+    EXPECT_EQ(names(), QStringLiteral("Dota 2 - b.mp4 Dota 2 - c.mp4 Dota 2 - a.mp4"));
+    EXPECT_EQ(library.clips().last(), Clip(file));
+}
+
 TEST_F(ClipLibraryTest, SaysNothingWhenNothingChanged)
 {
     makeFile("a.mp4");

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a reload of the library costs: from the request to the list, and how long the main thread is busy for it.
+//
+//   bench_library_reload make FOLDER COUNT    fills a folder with empty clips under names as the recorder gives them
+//   bench_library_reload run FOLDER           reloads it warm and prints medians in milliseconds, as JSON
+#include "library/clips/ClipLibrary.h"
+#include "queues/MainQueue.h"
+#include "queues/SerialQueue.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <array>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace quelto;
+using Clock = std::chrono::steady_clock;
+
+// Even, so that the folder holds at the end what it held before.
+constexpr int Runs = 16;
+
+class NoDesktop final : public Trash, public FileManager, public Pasteboard {
+public:
+    void recycle(const QStringList& /*paths*/, std::function<void()> /*done*/) override { }
+    void reveal(const QString& /*path*/) override { }
+    void openFolder(const QString& /*path*/) override { }
+    void setFile(const QString& /*path*/) override { }
+};
+
+/// The main queue, with a watch on how long its tasks take.
+class TimedMain final : public TaskQueue {
+public:
+    void post(Task task) override
+    {
+        m_queue.post([this, task = std::move(task)] {
+            const auto start = Clock::now();
+            task();
+            busy += Clock::now() - start;
+        });
+    }
+    void postAfter(HostDuration delay, Task task) override { m_queue.postAfter(delay, std::move(task)); }
+
+    Clock::duration busy{};
+
+private:
+    MainQueue m_queue;
+};
+
+double milliseconds(Clock::duration duration)
+{
+    return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+double median(std::vector<double> values)
+{
+    std::ranges::sort(values);
+    return values[values.size() / 2];
+}
+
+void makeClips(const QString& path, int count)
+{
+    constexpr std::array Games{"Dota 2", "League of Legends", "World of Warcraft", "Masaüstü"};
+    constexpr std::array Suffixes{"", " [EFSANE 95] RAMPAGE (Zeus)", " [BASIT 15] Solo Kill (Ahri)", " (Discord)"};
+    const QDateTime first(QDate(2024, 1, 1), QTime(0, 0));
+    QDir().mkpath(path);
+    for (int i = 0; i < count; ++i) {
+        const auto date = first.addSecs(600LL * i);
+        const auto kind = static_cast<std::size_t>(i) % Games.size();
+        const auto name =
+            QStringLiteral("%1/%2 - %3%4.mp4")
+                .arg(path, QString::fromUtf8(Games[kind]), date.toString(QStringLiteral("yyyy-MM-dd HH.mm.ss")),
+                     QString::fromUtf8(Suffixes[kind]));
+        const int file = ::open(QFile::encodeName(name).constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        const timespec time{.tv_sec = date.toSecsSinceEpoch(), .tv_nsec = 0};
+        const std::array times{time, time};
+        ::futimens(file, times.data());
+        ::close(file);
+    }
+}
+
+/// Reloads again and again; `between` is called before each.
+void measure(const char* what, ClipLibrary& library, TimedMain& main, const std::function<void()>& between)
+{
+    std::vector<double> whole;
+    std::vector<double> busy;
+    for (int i = 0; i < Runs; ++i) {
+        between();
+        bool isDone = false;
+        main.busy = {};
+        const auto start = Clock::now();
+        library.reload([&isDone] { isDone = true; });
+        while (!isDone) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+        whole.push_back(milliseconds(Clock::now() - start));
+        busy.push_back(milliseconds(main.busy));
+    }
+    std::printf(R"("%s": %.2f, "%s main": %.2f, )", what, median(whole), what, median(busy));
+}
+
+int run(const QString& folder)
+{
+    const QTemporaryDir configuration;
+    AppSettings settings(configuration.filePath(QStringLiteral("Quelto.conf")));
+    settings.setSaveFolder(folder);
+    NoDesktop desktop;
+    TimedMain main;
+    SerialQueue work(QStringLiteral("quelto.library"));
+    const auto launched = Clock::now();
+    ClipLibrary library(
+        {.settings = settings, .trash = desktop, .files = desktop, .pasteboard = desktop, .main = main, .work = work});
+    while (!library.isLoaded()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    std::printf(R"({"first": %.2f, )", milliseconds(Clock::now() - launched));
+    measure("unchanged", library, main, [] {});
+    const auto extra = QDir(folder).filePath(QStringLiteral("Dota 2 - 2026-11-01 20.15.07.mp4"));
+    measure("one more or less", library, main, [&] {
+        if (!QFile::remove(extra)) {
+            QFile(extra).open(QIODevice::WriteOnly);
+        }
+    });
+    QFile::remove(extra);
+    const auto start = Clock::now();
+    const auto games = library.games();
+    std::printf(R"("games": %.2f, "clips": %lld})"
+                "\n",
+                milliseconds(Clock::now() - start), static_cast<long long>(library.clips().size()));
+    return games.isEmpty() ? 1 : 0;
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    const QCoreApplication application(argumentCount, arguments);
+    const auto given = QCoreApplication::arguments();
+    if (given.size() == 4 && given[1] == u"make") {
+        makeClips(given[2], given[3].toInt());
+        return 0;
+    }
+    if (given.size() == 3 && given[1] == u"run") {
+        return run(given[2]);
+    }
+    std::fputs("bench_library_reload make FOLDER COUNT | run FOLDER\n", stderr);
+    return 64;
+}

@@ -1,0 +1,47 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The row of the library: what a reload costs, beside a public tool that lists names, sizes and dates."""
+import json
+import statistics
+import subprocess
+import tempfile
+import time
+
+from rows import Row
+
+COUNTS = (1_000, 10_000, 100_000)
+BUDGET_COUNT = 10_000
+BUDGET_MS = 100
+
+
+def _find_ms(folder):
+    started = time.monotonic()
+    subprocess.run(["find", folder, "-maxdepth", "1", "-type", "f", "-printf", r"%f %s %T@ %B@\n"], check=True,
+                   stdout=subprocess.DEVNULL)
+    return 1000 * (time.monotonic() - started)
+
+
+def library_reload(options):
+    program = options.build / "benchmarks/library/bench_library_reload"
+    ours, theirs, stall, first = {}, {}, {}, {}
+    for count in COUNTS:
+        with tempfile.TemporaryDirectory() as folder:
+            subprocess.run([program, "make", folder, str(count)], check=True)
+            runs, peers = [], []
+            for _ in range(options.runs):
+                runs.append(json.loads(subprocess.run([program, "run", folder], check=True, capture_output=True, text=True).stdout))
+                peers.append(_find_ms(folder))
+            assert all(run["clips"] == count for run in runs)
+            ours[count] = statistics.median(run["one more or less"] for run in runs)
+            stall[count] = statistics.median(run["one more or less main"] for run in runs)
+            first[count] = statistics.median(run["first"] for run in runs)
+            theirs[count] = statistics.median(peers)
+
+    def told(values):
+        return " / ".join(f"{values[count]:.1f}" for count in COUNTS)
+
+    return Row("Reload of " + " / ".join(f"{count:,}" for count in COUNTS) + " clips",
+               f"{told(ours)} ms, the first {told(first)} ms", f"find {told(theirs)} ms", f"main thread {told(stall)} ms",
+               f"{BUDGET_MS} ms at {BUDGET_COUNT:,}", ours[BUDGET_COUNT] <= BUDGET_MS)
+
+
+ALL = {"library-reload": library_reload}
