@@ -14,7 +14,7 @@ T.AbstractButton {
     property bool compact: false
     // What it does cannot be taken back.
     property bool destructive: false
-    // At work: it takes no clicks but is not switched off.
+    // At work: it shows so, and where it is disabled meanwhile it is not dimmed.
     property bool busy: false
     property string symbol: ""
     property string trailingText: ""
@@ -48,6 +48,8 @@ T.AbstractButton {
         text: button.text
         trailingText: button.trailingText
         busy: button.busy
+        gap: 8
+        canShrink: true
         isCentered: button.trailingText === ""
         font: button.font
         color: button.foreground

@@ -13,9 +13,13 @@ Item {
     // Work goes on: a turning mark takes the symbol's place.
     property bool busy: false
     property bool isCentered: false
+    // Between the text and what follows it.
+    property real gap: 20
+    // A long word of another language becomes a little smaller before it is cut.
+    property bool canShrink: false
     property alias font: main.font
     property color color: Theme.text
-    readonly property real trailingWidth: trailing.visible ? 20 + trailing.implicitWidth : 0
+    readonly property real trailingWidth: trailingText !== "" ? gap + trailing.implicitWidth : 0
     readonly property real symbolWidth: leading.width > 0 ? leading.width + 8 : 0
 
     implicitWidth: symbolWidth + main.implicitWidth + trailingWidth
@@ -49,6 +53,8 @@ Item {
         width: Math.min(implicitWidth, label.width - label.symbolWidth - label.trailingWidth)
         text: label.text
         textFormat: Text.PlainText
+        fontSizeMode: label.canShrink ? Text.HorizontalFit : Text.FixedSize
+        minimumPixelSize: 10
         elide: Text.ElideRight
         color: label.color
     }

@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Quelto.Theme
 
 // One choice of a PillPicker.
-T.AbstractButton {
+T.RadioButton {
     id: pill
 
     property bool isSelected: false
@@ -20,9 +20,10 @@ T.AbstractButton {
     focus: isTabStop
     focusPolicy: isTabStop ? Qt.StrongFocus : Qt.ClickFocus
     opacity: enabled ? 1 : 0.45
-    Accessible.role: Accessible.RadioButton
-    Accessible.checkable: true
-    Accessible.checked: isSelected
+    autoExclusive: false
+    checked: isSelected
+    // A click checks it at once; what counts is the selection.
+    onToggled: checked = Qt.binding(() => pill.isSelected)
     Accessible.name: text
 
     contentItem: Text {

@@ -25,10 +25,10 @@ FocusScope {
 
     function pickAt(index: int) {
         const within = Math.max(0, Math.min(index, options.length - 1))
+        pills.itemAt(within)?.forceActiveFocus(Qt.TabFocusReason)
         if (within !== selectedIndex) {
             picker.picked(options[within])
         }
-        pills.itemAt(within)?.forceActiveFocus(Qt.TabFocusReason)
     }
 
     implicitWidth: row.implicitWidth

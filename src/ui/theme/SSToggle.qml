@@ -5,10 +5,12 @@ import QtQuick.Templates as T
 import Quelto.Theme
 
 // A switch. It shows what it is bound to and asks for a change by flipped(); the owner decides.
-T.AbstractButton {
+T.CheckBox {
     id: toggle
 
     property bool isOn: false
+    // Drawn smaller or larger in the same place; an item's own scale makes round corners ragged without a GPU.
+    property real drawnScale: 1
 
     signal flipped(bool isOn)
 
@@ -17,9 +19,8 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
-    Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: isOn
+    checked: isOn
+    nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
     Accessible.name: text
     Keys.onReturnPressed: event => toggle.actOn(event)
     Keys.onEnterPressed: event => toggle.actOn(event)
@@ -31,36 +32,43 @@ T.AbstractButton {
         }
     }
 
-    background: Rectangle {
-        radius: height / 2
-        color: toggle.isOn ? Theme.accent : Theme.border
-
-        Behavior on color {
-            ColorAnimation {
-                duration: 150
-                easing.type: Easing.OutQuad
-            }
-        }
-
+    background: Item {
         Rectangle {
-            width: 15
-            height: 15
-            y: 3
-            x: toggle.isOn ? parent.width - width - 3 : 3
+            anchors.centerIn: parent
+            width: Math.round(38 * toggle.drawnScale)
+            height: Math.round(21 * toggle.drawnScale)
             radius: height / 2
-            color: Theme.onAccent
+            color: toggle.isOn ? Theme.accent : Theme.border
 
-            Behavior on x {
-                NumberAnimation {
+            Behavior on color {
+                ColorAnimation {
                     duration: 150
                     easing.type: Easing.OutQuad
                 }
             }
-        }
 
-        FocusRing {
-            active: toggle.visualFocus
-            radius: 13
+            Rectangle {
+                readonly property real margin: (parent.height - height) / 2
+
+                width: Math.round(15 * toggle.drawnScale)
+                height: width
+                y: margin
+                x: toggle.isOn ? parent.width - width - margin : margin
+                radius: height / 2
+                color: Theme.onAccent
+
+                Behavior on x {
+                    NumberAnimation {
+                        duration: 150
+                        easing.type: Easing.OutQuad
+                    }
+                }
+            }
+
+            FocusRing {
+                active: toggle.visualFocus
+                radius: 13
+            }
         }
     }
 }

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Quelto.Theme
 
-// One line of a ThemedMenu.
+// One line of a ThemedMenu: what it does on the left, its key on the right.
 T.MenuItem {
     id: entry
 
@@ -24,6 +24,8 @@ T.MenuItem {
         readonly property color ground: entry.destructive ? Theme.live : Theme.text
 
         text: entry.text
+        trailingText: entry.action ? entry.action.shortcut ?? "" : ""
+        gap: 32
         font: entry.font
         color: entry.destructive && entry.highlighted ? Theme.onAccent : ground
     }

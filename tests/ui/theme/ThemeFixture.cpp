@@ -71,6 +71,8 @@ void ThemeFixture::takeWindow()
     window = qobject_cast<QQuickWindow*>(engine->rootObjects().last());
     window->requestActivate();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    // The pointer stays where the last window had it.
+    QTest::mouseMove(window, QPoint(window->width() - 1, window->height() - 1));
 }
 
 QObject* ThemeFixture::object(const QString& name) const

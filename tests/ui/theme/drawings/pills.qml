@@ -15,7 +15,6 @@ Window {
         objectName: "focus"
         options: ["Tümü", "Efsane", "Orta", "Basit", "Manuel"]
         selection: "Orta"
-        focus: true
     }
     PillPicker { x: 24; y: 104; options: [30, 60]; labelOf: fps => fps + " FPS"; selection: 60; enabled: false }
 }
