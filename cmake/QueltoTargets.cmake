@@ -46,18 +46,23 @@ endfunction()
 # quelto_test(name SOURCES … LINK …): one GoogleTest program, one ctest entry for each test in it.
 # DESKTOP: runs on the private desktop (X server, session bus, PipeWire) that tools/private-desktop starts;
 # such tests share one desktop for the program, so the program is one ctest entry.
+# PICTURES: draws screens and keeps them in the folder that QUELTO_PICTURES names.
 function(quelto_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP" "TIMEOUT" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;PICTURES" "TIMEOUT" "SOURCES;LINK")
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
     quelto_program(${name} SOURCES ${arg_SOURCES} LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main)
+    if(arg_PICTURES)
+        target_compile_definitions(${name} PRIVATE QUELTO_PICTURES="${CMAKE_BINARY_DIR}/pictures")
+        set(labels LABELS pictures)
+    endif()
     if(arg_DESKTOP)
         add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/private-desktop $<TARGET_FILE:${name}>)
         set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS desktop)
     else()
         include(GoogleTest)
-        gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT})
+        gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT} ${labels})
     endif()
 endfunction()
 

@@ -5,6 +5,7 @@
 #include "app/startup/SessionBusService.h"
 #include "app/startup/WindowFrame.h"
 #include "platform/factory/PlatformFactory.h"
+#include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
@@ -12,7 +13,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDesktopServices>
-#include <QDir>
+#include <QGuiApplication>
 #include <QTimer>
 
 namespace quelto {
@@ -49,6 +50,7 @@ ApplicationController::ApplicationController()
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)
     , m_commands({.openFolder = [this] { openFolder(); },
+                  .play = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(path)); },
                   .hide = [this] { m_window->hide(); },
                   .minimize = [this] { m_window->showMinimized(); },
                   .close = [this] { m_window->close(); },
@@ -56,6 +58,10 @@ ApplicationController::ApplicationController()
                  AppSettings::defaultPath())
     , m_navigation(m_main)
     , m_shownMatch(m_matches, m_navigation)
+    , m_overview(m_library, m_matches)
+    , m_thumbnails(m_main)
+    , m_clipCommands(
+          {.library = m_library, .files = *m_platform.files, .settings = m_settings, .navigation = m_navigation})
     , m_hud(m_engine, m_main)
     , m_routing(m_settings, m_matches,
                 {.isRecording = [this] { return m_recorder->isActive(); },
@@ -63,7 +69,7 @@ ApplicationController::ApplicationController()
                  .saveAutoClip = [this](const Moment& moment) { m_recorder->saveAutoClip(moment, moment.game); },
                  .reloadLibrary = [this] { m_library.reload(); },
                  .playSound = [this](NoticeSound sound) { m_platform.sounds->play(sound); },
-                 .showHud = [this](const HudNotice& notice) { m_hud.show(notice); },
+                 .showHud = [this](const HudNotice& notice) { showHud(notice); },
                  .showToast = [this](const QString& text) { m_navigation.showToast(text); },
                  .notifyDesktop =
                      [this](const MatchNotice& notice) {
@@ -120,6 +126,10 @@ void ApplicationController::buildWindow()
     WindowCommandsForQml::instance = &m_commands;
     NavigationForQml::instance = &m_navigation;
     ShownMatchForQml::instance = &m_shownMatch;
+    LibraryOverviewForQml::instance = &m_overview;
+    ClipLibraryForQml::instance = &m_library;
+    ClipCommandsForQml::instance = &m_clipCommands;
+    ThumbnailsForQml::instance = &m_thumbnails;
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     m_engine.loadData("import Quelto.Shell\nMainWindow {}\n");
@@ -165,8 +175,19 @@ void ApplicationController::followGames()
 
 void ApplicationController::openReview(const QUuid& match)
 {
+    m_navigation.closeClip();
     m_navigation.setPage({.kind = Pages::Kind::Review, .match = match});
     showWindow();
+}
+
+void ApplicationController::showHud(const HudNotice& notice)
+{
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        m_hud.show(notice);
+    } else {
+        // Without X11 no window gets above a full-screen one; the desktop's own notices may.
+        m_platform.notices->show({.id = QStringLiteral("hud"), .title = notice.title, .body = notice.subtitle});
+    }
 }
 
 void ApplicationController::showWindow()
@@ -178,14 +199,13 @@ void ApplicationController::showWindow()
 
 void ApplicationController::showSettings()
 {
+    m_navigation.showSettings();
     showWindow();
-    Q_EMIT m_commands.settingsRequested();
 }
 
 void ApplicationController::openFolder()
 {
-    QDir().mkpath(m_settings.saveFolder());
-    QDesktopServices::openUrl(QUrl::fromLocalFile(m_settings.saveFolder()));
+    m_platform.files->openFolder(m_settings.saveFolder());
 }
 
 void ApplicationController::quit()

@@ -8,14 +8,17 @@
 #include "capture/recorder/Recorder.h"
 #include "library/clips/ClipLibrary.h"
 #include "library/matches/MatchTracker.h"
+#include "library/thumbnails/ThumbnailCache.h"
 #include "moments/dota/DotaWatcher.h"
 #include "moments/league/LeagueWatcher.h"
 #include "moments/wow/WoWWatcher.h"
 #include "platform/Platform.h"
 #include "queues/MainQueue.h"
 #include "queues/SerialQueue.h"
-#include "ui/shell/Hud.h"
+#include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
+#include "ui/shell/Hud.h"
+#include "ui/shell/LibraryOverview.h"
 #include "ui/shell/ShownMatch.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
@@ -59,6 +62,7 @@ private:
     void joinSavedClips();
     void joinMatches();
     void followGames();
+    void showHud(const HudNotice& notice);
     /// Shows the review of a match, which may be gone by now.
     void openReview(const QUuid& match);
 
@@ -78,6 +82,9 @@ private:
     WindowCommands m_commands;
     Navigation m_navigation;
     ShownMatch m_shownMatch;
+    LibraryOverview m_overview;
+    ThumbnailCache m_thumbnails;
+    ClipCommands m_clipCommands;
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;

@@ -14,6 +14,7 @@
 #include <cstdlib>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 

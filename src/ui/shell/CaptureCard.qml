@@ -8,7 +8,7 @@ import Quelto.Theme
 
 // Shows the recorder's state, switches it, and saves a clip.
 Rectangle {
-    implicitHeight: lines.implicitHeight + 32
+    implicitHeight: lines.implicitHeight + 24
     radius: 10
     color: Theme.panel
     border.width: 1
@@ -18,8 +18,8 @@ Rectangle {
         id: lines
 
         anchors.fill: parent
-        anchors.margins: 16
-        spacing: 12
+        anchors.margins: 12
+        spacing: 10
 
         CaptureStatus {
             Layout.fillWidth: true
@@ -33,27 +33,35 @@ Rectangle {
         MessageLine {
             Layout.fillWidth: true
             visible: Recorder.state === CaptureState.Error
-            symbol: "exclamationmark.circle"
             color: Theme.live
             text: Recorder.errorMessage
+        }
+
+        // What stands in the way is mended elsewhere; here it is tried again.
+        AccentButton {
+            visible: Recorder.state === CaptureState.Error
+            compact: true
+            filled: false
+            text: L10n.T("Tekrar Dene")
+            onClicked: Recorder.start()
         }
 
         MessageLine {
             Layout.fillWidth: true
             visible: Recorder.isActive && Recorder.micWarning !== ""
-            symbol: "exclamationmark.triangle.fill"
             color: Theme.muted
             text: Recorder.micWarning
         }
 
-        AccentButton {
+        MessageLine {
             Layout.fillWidth: true
-            symbol: "scissors"
-            text: L10n.T("Klip Kaydet")
-            trailingText: AppSettings.hotkeyDisplay
-            enabled: Recorder.isActive && !Recorder.isSaving
-            busy: Recorder.isSaving
-            onClicked: Recorder.saveClip()
+            visible: WindowCommands.lastFailure !== ""
+            color: Theme.live
+            text: WindowCommands.lastFailure
+        }
+
+        SaveButton {
+            Layout.fillWidth: true
         }
     }
 }

@@ -4,36 +4,38 @@ import QtQuick.Layouts
 import Quelto.Shared
 import Quelto.Theme
 
-// What is being recorded: how far back, how much memory, at what size, and whether the microphone is heard.
-ColumnLayout {
-    spacing: 6
-
-    RowLayout {
-        Layout.fillWidth: true
-        spacing: 5
-
-        Text {
-            Layout.fillWidth: true
-            text: L10n.T("Son {0} sn • {1} MB", [AppSettings.clipLength, Math.floor(Recorder.bufferMB)])
-            color: Theme.muted
-            font.pixelSize: 12
-        }
-
-        SymbolIcon {
-            symbol: Recorder.micActive ? "mic.fill" : "mic.slash.fill"
-            color: Recorder.micActive ? Theme.good : Theme.dim
-            side: 14
-            Accessible.ignored: false
-            Accessible.role: Accessible.Graphic
-            Accessible.name: Recorder.micActive ? L10n.T("Mikrofon kaydediliyor") : L10n.T("Mikrofon kapalı")
-        }
-    }
+// What is being recorded: how far back, how much memory, and whether the microphone is heard. At which size and rate,
+// under the pointer.
+RowLayout {
+    spacing: 5
 
     Text {
         Layout.fillWidth: true
-        text: Recorder.captureSummary
-        color: Theme.dim
-        font.pixelSize: 11
+        text: L10n.T("Son {0} sn • {1} MB", [AppSettings.clipLength, Math.floor(Recorder.bufferMB)])
+        color: Theme.muted
+        font.pixelSize: 10
         elide: Text.ElideRight
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+        Accessible.description: Recorder.captureSummary
+
+        ThemedToolTip {
+            text: Recorder.captureSummary
+        }
+    }
+
+    SymbolIcon {
+        symbol: Recorder.micActive ? "mic.fill" : "mic.slash.fill"
+        color: Recorder.micActive ? Theme.good : Theme.dim
+        side: 14
+        Accessible.ignored: false
+        Accessible.role: Accessible.Graphic
+        Accessible.name: micTip.text
+
+        ThemedToolTip {
+            id: micTip
+
+            text: Recorder.micActive ? L10n.T("Mikrofon kaydediliyor") : L10n.T("Mikrofon kapalı")
+        }
     }
 }

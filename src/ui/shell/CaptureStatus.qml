@@ -18,6 +18,13 @@ RowLayout {
         implicitHeight: 8
         radius: 4
         color: status.isRecording ? Theme.live : Theme.dim
+
+        Shadow {
+            visible: status.isRecording
+            radius: 4
+            color: Theme.live
+            cornerRadius: 4
+        }
     }
 
     Text {
@@ -34,6 +41,7 @@ RowLayout {
     }
 
     SSToggle {
+        drawnScale: 0.85
         text: L10n.T("Kaydı Başlat / Durdur")
         isOn: Recorder.isActive
         onFlipped: isOn => isOn ? Recorder.start() : Recorder.stop()

@@ -6,58 +6,42 @@ import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 
-// The window's inside: menus above, the capture card in the middle.
+// All that stands in the window: the sidebar, the page beside it, and the menus over the free strip at the top.
 Item {
-    id: content
-
-    readonly property bool isReview: Navigation.pageKind === Pages.Review
+    id: root
 
     Backdrop {
         anchors.fill: parent
     }
 
-    ColumnLayout {
+    RowLayout {
         anchors.fill: parent
         spacing: 0
 
-        MainMenu {
-            Layout.fillWidth: true
-            onAboutRequested: about.open()
-            onSettingsRequested: settingsNotice.open()
+        Sidebar {
+            Layout.preferredWidth: 240
+            Layout.fillHeight: true
         }
 
-        Item {
+        Rectangle {
+            Layout.preferredWidth: 1
+            Layout.fillHeight: true
+            color: Theme.border
+        }
+
+        ContentArea {
             Layout.fillWidth: true
             Layout.fillHeight: true
-
-            Column {
-                anchors.centerIn: parent
-                width: 440
-                visible: !content.isReview
-                spacing: 26
-
-                Brand {
-                    anchors.horizontalCenter: parent.horizontalCenter
-                }
-
-                CaptureCard {
-                    width: parent.width
-                }
-
-                LastSave {
-                    width: parent.width
-                }
-            }
-
-            ReviewPage {
-                anchors.centerIn: parent
-                width: 560
-                visible: content.isReview
-                focus: visible
-            }
-
-            Toast {}
+            focus: true
         }
+    }
+
+    // In line with the brand below it.
+    MainMenu {
+        x: 12
+        y: 4
+        width: 228
+        onAboutRequested: about.open()
     }
 
     Notice {
@@ -65,20 +49,5 @@ Item {
 
         title: "Quelto " + WindowCommands.version
         text: L10n.T("Linux için anlık tekrar kaydedici. GNU GPL 3 veya sonraki sürümüyle özgür yazılımdır.")
-    }
-
-    Notice {
-        id: settingsNotice
-
-        title: L10n.T("Ayarlar")
-        text: L10n.T("Ayarlar sayfası bir sonraki sürümde geliyor. Şimdilik Quelto'den çıkın, bu dosyayı düzenleyip Quelto'yi yeniden açın:") + "\n\n" + WindowCommands.settingsPath
-    }
-
-    Connections {
-        target: WindowCommands
-
-        function onSettingsRequested() {
-            settingsNotice.open();
-        }
     }
 }

@@ -11,40 +11,30 @@ MenuBar {
     id: bar
 
     signal aboutRequested
-    signal settingsRequested
 
     delegate: MainMenuTitle {}
-    background: Rectangle {
-        color: Theme.sidebar
+    background: null
 
-        Rectangle {
-            anchors.bottom: parent.bottom
-            width: parent.width
-            height: 1
-            color: Theme.border
-        }
-    }
-
-    MainMenuList {
+    ThemedMenu {
         title: "Quelto"
 
         Action {
             text: L10n.T("Quelto Hakkında")
             onTriggered: bar.aboutRequested()
         }
-        MainMenuSeparator {}
+        ThemedMenuSeparator {}
         Action {
             text: L10n.T("Ayarlar…")
             shortcut: "Ctrl+,"
-            onTriggered: bar.settingsRequested()
+            onTriggered: Navigation.showSettings()
         }
-        MainMenuSeparator {}
+        ThemedMenuSeparator {}
         Action {
             text: L10n.T("Quelto'yi Gizle")
             shortcut: "Ctrl+H"
             onTriggered: WindowCommands.hide()
         }
-        MainMenuSeparator {}
+        ThemedMenuSeparator {}
         Action {
             text: L10n.T("Quelto'den Çık")
             shortcut: "Ctrl+Q"
@@ -52,7 +42,7 @@ MenuBar {
         }
     }
 
-    MainMenuList {
+    ThemedMenu {
         title: L10n.T("Dosya")
 
         Action {
@@ -72,7 +62,7 @@ MenuBar {
         }
     }
 
-    MainMenuList {
+    ThemedMenu {
         title: L10n.T("Düzen")
 
         Action {
@@ -80,7 +70,7 @@ MenuBar {
             shortcut: "Ctrl+Z"
             onTriggered: WindowCommands.edit("undo")
         }
-        MainMenuSeparator {}
+        ThemedMenuSeparator {}
         Action {
             text: L10n.T("Kes")
             shortcut: "Ctrl+X"
@@ -103,7 +93,7 @@ MenuBar {
         }
     }
 
-    MainMenuList {
+    ThemedMenu {
         title: L10n.T("Pencere")
 
         Action {

@@ -7,9 +7,11 @@ import Quelto.Theme
 MenuBarItem {
     id: title
 
-    horizontalPadding: 12
-    verticalPadding: 8
-    font.pixelSize: 13
+    leftPadding: 6
+    rightPadding: 6
+    topPadding: 6
+    bottomPadding: 6
+    font.pixelSize: 12
     Accessible.role: Accessible.ButtonMenu
     Accessible.name: text
     contentItem: Text {
@@ -18,6 +20,7 @@ MenuBarItem {
         color: title.highlighted ? Theme.text : Theme.muted
     }
     background: Rectangle {
+        radius: 4
         color: title.highlighted ? Theme.card : "transparent"
     }
 }

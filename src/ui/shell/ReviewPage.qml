@@ -6,30 +6,20 @@ import Quelto.Shell
 import Quelto.Theme
 
 // The clips of one match. Playing and sorting them out here is still to come.
-Column {
-    id: page
+QuietPage {
+    symbol: "flag.checkered"
+    title: ShownMatch.isKnown ? ShownMatch.name : L10n.T("Bu maç artık listede yok")
+    text: ShownMatch.isKnown ? L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.") : ""
 
-    spacing: 18
-
-    Text {
+    details: ListView {
         width: parent.width
-        text: ShownMatch.isKnown ? ShownMatch.name : L10n.T("Bu maç artık listede yok")
-        color: Theme.text
-        font.pixelSize: 20
-        font.weight: Font.Bold
-        elide: Text.ElideRight
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.Heading
-        Accessible.name: text
-    }
-
-    ListView {
-        width: parent.width
-        height: Math.min(contentHeight, 300)
+        height: Math.min(contentHeight, 260)
         visible: count > 0
         clip: true
         spacing: 8
         model: ShownMatch.clipTitles
+        Accessible.role: Accessible.List
+        Accessible.name: ShownMatch.name
         delegate: Text {
             required property string modelData
 
@@ -37,6 +27,7 @@ Column {
             text: modelData
             color: Theme.text
             font.pixelSize: 13
+            horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             textFormat: Text.PlainText
             Accessible.role: Accessible.ListItem
@@ -44,33 +35,18 @@ Column {
         }
     }
 
-    Text {
-        width: parent.width
-        visible: ShownMatch.isKnown
-        text: L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.")
-        color: Theme.muted
-        font.pixelSize: 12
-        wrapMode: Text.Wrap
-        textFormat: Text.PlainText
+    AccentButton {
+        focus: true
+        compact: true
+        symbol: "folder"
+        text: L10n.T("Klip Klasörünü Aç")
+        onClicked: WindowCommands.openFolder()
     }
 
-    Row {
-        spacing: 12
-
-        AccentButton {
-            compact: true
-            symbol: "folder.fill"
-            text: L10n.T("Klip Klasörünü Aç")
-            onClicked: WindowCommands.openFolder()
-        }
-
-        AccentButton {
-            compact: true
-            filled: false
-            text: L10n.T("Kapat")
-            onClicked: Navigation.showLibrary()
-        }
+    AccentButton {
+        compact: true
+        filled: false
+        text: L10n.T("Kapat")
+        onClicked: Navigation.showLibrary()
     }
-
-    Keys.onEscapePressed: Navigation.showLibrary()
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ui/shared/SharedForQml.h"
+#include "ui/shell/LibraryOverview.h"
 #include "ui/shell/ShownMatch.h"
 #include "ui/shell/WindowCommands.h"
 
@@ -13,6 +14,19 @@ struct WindowCommandsForQml : SharedForQml<WindowCommands> {
     QML_FOREIGN(quelto::WindowCommands)
     QML_NAMED_ELEMENT(WindowCommands)
     QML_SINGLETON
+};
+
+struct LibraryOverviewForQml : SharedForQml<LibraryOverview> {
+    Q_GADGET
+    QML_FOREIGN(quelto::LibraryOverview)
+    QML_NAMED_ELEMENT(LibraryOverview)
+    QML_SINGLETON
+};
+
+struct GameListForQml {
+    Q_GADGET
+    QML_FOREIGN(quelto::GameList)
+    QML_ANONYMOUS
 };
 
 struct ShownMatchForQml : SharedForQml<ShownMatch> {

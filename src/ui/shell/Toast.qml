@@ -39,6 +39,13 @@ Item {
         border.width: 1
         border.color: Qt.alpha(Theme.accent, 0.6)
 
+        Shadow {
+            radius: 12
+            offset: 4
+            color: Qt.alpha(Theme.shadow, 0.5)
+            cornerRadius: capsule.radius
+        }
+
         Behavior on y {
             NumberAnimation {
                 duration: 200

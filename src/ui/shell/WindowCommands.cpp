@@ -2,7 +2,6 @@
 #include "ui/shell/WindowCommands.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QGuiApplication>
 
 namespace quelto {
@@ -28,9 +27,8 @@ void WindowCommands::edit(const QString& verb) const
     }
 }
 
-void WindowCommands::clipSaved(const QString& path)
+void WindowCommands::clipSaved()
 {
-    m_lastClipName = QFileInfo(path).completeBaseName();
     m_lastFailure.clear();
     Q_EMIT lastSaveChanged();
 }

@@ -13,7 +13,6 @@ namespace quelto {
 /// Thread: main.
 class WindowCommands : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString lastClipName READ lastClipName NOTIFY lastSaveChanged)
     Q_PROPERTY(QString lastFailure READ lastFailure NOTIFY lastSaveChanged)
     Q_PROPERTY(QString settingsPath READ settingsPath CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
@@ -21,6 +20,8 @@ class WindowCommands : public QObject {
 public:
     struct Actions {
         std::function<void()> openFolder;
+        /// In the desktop's own player.
+        std::function<void(const QString& path)> play;
         std::function<void()> hide;
         std::function<void()> minimize;
         std::function<void()> close;
@@ -29,13 +30,13 @@ public:
 
     WindowCommands(Actions actions, QString settingsPath, QObject* parent = nullptr);
 
-    QString lastClipName() const { return m_lastClipName; }
     /// Why the last save failed; empty if it did not.
     QString lastFailure() const { return m_lastFailure; }
     QString settingsPath() const { return m_settingsPath; }
     QString version() const;
 
     Q_INVOKABLE void openFolder() const { m_actions.openFolder(); }
+    Q_INVOKABLE void play(const QString& path) const { m_actions.play(path); }
     Q_INVOKABLE void hide() const { m_actions.hide(); }
     Q_INVOKABLE void minimize() const { m_actions.minimize(); }
     Q_INVOKABLE void close() const { m_actions.close(); }
@@ -43,18 +44,15 @@ public:
     /// Lets the text field that has the focus do "undo", "cut", "copy", "paste" or "selectAll".
     Q_INVOKABLE void edit(const QString& verb) const;
 
-    void clipSaved(const QString& path);
+    void clipSaved();
     void saveFailed(const QString& message);
 
 Q_SIGNALS:
     void lastSaveChanged();
-    /// The user asked for the settings.
-    void settingsRequested();
 
 private:
     Actions m_actions;
     QString m_settingsPath;
-    QString m_lastClipName;
     QString m_lastFailure;
 };
 

@@ -46,10 +46,45 @@ TEST_F(NavigationTest, TheSameToastAgainGoesWithTheFirst)
     EXPECT_EQ(navigation.toast(), QString());
 }
 
+TEST_F(NavigationTest, AnOpenClipLeavesThePageAsItIs)
+{
+    navigation.showGame(QStringLiteral("Dota 2"));
+    navigation.openClip(QStringLiteral("/clips/Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] RAMPAGE (Axe).mp4"));
+    EXPECT_EQ(navigation.selectedTitle(), QStringLiteral("RAMPAGE (Axe)"));
+    EXPECT_EQ(navigation.game(), QStringLiteral("Dota 2"));
+    navigation.closeClip();
+    EXPECT_FALSE(navigation.hasSelected());
+    EXPECT_EQ(navigation.page(), Page{.game = QStringLiteral("Dota 2")});
+}
+
+TEST_F(NavigationTest, EveryWayToAPageClosesTheClip)
+{
+    const std::array<std::pair<void (*)(Navigation&), Page>, 4> ways{{
+        {[](Navigation& each) { each.showLibrary(); }, Page{}},
+        {[](Navigation& each) { each.showGame(QString()); }, Page{.game = QString()}},
+        {[](Navigation& each) { each.showMatches(); }, Page{.kind = Pages::Kind::Matches}},
+        {[](Navigation& each) { each.showSettings(); }, Page{.kind = Pages::Kind::Settings}},
+    }};
+    for (const auto& [go, page] : ways) {
+        navigation.openClip(QStringLiteral("/clips/Dota 2 - a.mp4"));
+        go(navigation);
+        EXPECT_FALSE(navigation.hasSelected());
+        EXPECT_EQ(navigation.page(), page);
+    }
+}
+
+TEST_F(NavigationTest, AGameWithoutANameIsNotAllGames)
+{
+    navigation.showGame(QString());
+    EXPECT_TRUE(navigation.hasGame());
+    EXPECT_NE(navigation.page(), Page{});
+}
+
 TEST_F(NavigationTest, ItsPagesHaveTexts)
 {
     EXPECT_EQ(pageText({}), QStringLiteral("library"));
-    EXPECT_EQ(pageText({.kind = Pages::Kind::Matches, .match = {}}), QStringLiteral("matches"));
+    EXPECT_EQ(pageText({.game = QStringLiteral("Dota 2")}), QStringLiteral("library Dota 2"));
+    EXPECT_EQ(pageText({.kind = Pages::Kind::Matches}), QStringLiteral("matches"));
     EXPECT_EQ(
         pageText({.kind = Pages::Kind::Review, .match = QUuid(QStringLiteral("8f14e45f-ceea-467f-9575-1b2a3c4d5e6f"))}),
         QStringLiteral("review 8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F"));

@@ -2,6 +2,7 @@
 #include "tests/ui/shell/ShellFixture.h"
 
 #include "app/language/L10n.h"
+#include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
@@ -12,6 +13,7 @@
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
@@ -41,24 +43,29 @@ void ShellFixture::SetUp()
 {
     RecorderFixture::SetUp();
     settings.setLanguage(QStringLiteral("tr"));
+    settings.setSaveFolder(folder.filePath(QStringLiteral("clips")));
     theme = std::make_unique<Theme>(settings);
     const auto ask = [this](const char* what) { return [this, what] { asked.append(QLatin1String(what)); }; };
-    commands = std::make_unique<WindowCommands>(WindowCommands::Actions{.openFolder = ask("openFolder"),
-                                                                        .hide = ask("hide"),
-                                                                        .minimize = ask("minimize"),
-                                                                        .close = ask("close"),
-                                                                        .quit = ask("quit")},
-                                                QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
-    library = std::make_unique<ClipLibrary>(ClipLibrary::Parts{.settings = settings,
-                                                               .trash = trash,
-                                                               .files = files,
-                                                               .pasteboard = pasteboard,
-                                                               .main = main,
-                                                               .work = main});
+    commands = std::make_unique<WindowCommands>(
+        WindowCommands::Actions{.openFolder = ask("openFolder"),
+                                .play = [this](const QString& path) { asked.append(QStringLiteral("play ") + path); },
+                                .hide = ask("hide"),
+                                .minimize = ask("minimize"),
+                                .close = ask("close"),
+                                .quit = ask("quit")},
+        QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
+    library = std::make_unique<ClipLibrary>(ClipLibrary::Parts{
+        .settings = settings, .trash = trash, .files = files, .pasteboard = pasteboard, .main = main, .work = main});
     matches = std::make_unique<MatchTracker>(MatchTracker::Parts{
         .library = *library, .main = main, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
     navigation = std::make_unique<Navigation>(main);
     shownMatch = std::make_unique<ShownMatch>(*matches, *navigation);
+    overview = std::make_unique<LibraryOverview>(*library, *matches);
+    clipCommands = std::make_unique<ClipCommands>(ClipCommands::Parts{
+        .library = *library, .files = files, .settings = settings, .navigation = *navigation, .drag = {}});
+    ClipCommandsForQml::instance = clipCommands.get();
+    LibraryOverviewForQml::instance = overview.get();
+    ClipLibraryForQml::instance = library.get();
     NavigationForQml::instance = navigation.get();
     ShownMatchForQml::instance = shownMatch.get();
     ThemeForQml::instance = theme.get();
@@ -92,10 +99,30 @@ QQuickItem* ShellFixture::item(const QString& accessibleName) const
     return found;
 }
 
-bool ShellFixture::shows(const QString& text) const
+QString ShellFixture::descriptionOf(const QString& accessibleName) const
 {
-    return tryFind(window->contentItem(),
-                   [&](QQuickItem* each) { return each->property("text").toString() == text; }) != nullptr;
+    auto* const found = item(accessibleName);
+    return found == nullptr ? QString() : QAccessible::queryAccessibleInterface(found)->text(QAccessible::Description);
+}
+
+QQuickItem* ShellFixture::textItem(const QString& text) const
+{
+    // A control and the label within it have the same text; the label is what is seen.
+    return tryFind(window->contentItem(), [&](QQuickItem* each) {
+        return each->property("text").toString() == text && each->property("lineCount").isValid();
+    });
+}
+
+void ShellFixture::makeClips(const QList<QByteArray>& names)
+{
+    QDir().mkpath(settings.saveFolder());
+    for (const auto& name : names) {
+        QFile file(QDir(settings.saveFolder()).filePath(QString::fromUtf8(name)));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    library->reload();
+    time.settle();
+    QTest::qWait(20);
 }
 
 QStringList ShellFixture::cutTexts() const

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "library/matches/MatchTracker.h"
+#include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
+#include "ui/shell/LibraryOverview.h"
 #include "ui/shell/ShownMatch.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
@@ -26,7 +28,12 @@ protected:
 
     /// The visible item that screen readers call by that name; a failed expectation if there is none.
     QQuickItem* item(const QString& accessibleName) const;
-    bool shows(const QString& text) const;
+    bool shows(const QString& text) const { return textItem(text) != nullptr; }
+    QString descriptionOf(const QString& accessibleName) const;
+    /// The visible item with that text; nothing if there is none.
+    QQuickItem* textItem(const QString& text) const;
+    /// Files of a few bytes in the save folder, and the library that shows them.
+    void makeClips(const QList<QByteArray>& names);
     /// The visible texts that do not fit their place.
     QStringList cutTexts() const;
     void click(const QString& accessibleName);
@@ -42,6 +49,8 @@ protected:
     std::unique_ptr<MatchTracker> matches;
     std::unique_ptr<Navigation> navigation;
     std::unique_ptr<ShownMatch> shownMatch;
+    std::unique_ptr<LibraryOverview> overview;
+    std::unique_ptr<ClipCommands> clipCommands;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
     /// What the window asked for, in order.

@@ -10,6 +10,7 @@ Item {
     id: header
 
     required property LibraryModel library
+    required property string title
     readonly property alias searchField: search
 
     // The search is empty, and the user is done with it.
@@ -27,7 +28,7 @@ Item {
 
         Text {
             width: parent.width
-            text: header.library.hasGame ? header.library.game : L10n.T("Klipler")
+            text: header.title
             textFormat: Text.PlainText
             elide: Text.ElideRight
             color: Theme.text

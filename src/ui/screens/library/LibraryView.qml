@@ -69,6 +69,7 @@ FocusScope {
 
             Layout.fillWidth: true
             library: clips
+            title: view.Accessible.name
             onSearchDone: grid.forceActiveFocus(Qt.TabFocusReason)
         }
 

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Quelto.Shared
+import Quelto.Shell
+import Quelto.Theme
+
+// The clip that is open. Watching it in here is still to come; the desktop's player shows it meanwhile.
+QuietPage {
+    symbol: "film"
+    title: Navigation.selectedTitle
+
+    AccentButton {
+        focus: true
+        compact: true
+        symbol: "play.fill"
+        text: L10n.T("Oynat")
+        onClicked: WindowCommands.play(Navigation.selectedPath)
+    }
+
+    AccentButton {
+        compact: true
+        filled: false
+        symbol: "chevron.left"
+        text: L10n.T("Kütüphane")
+        onClicked: Navigation.closeClip()
+    }
+}

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/shell/GameList.h"
+
+namespace quelto {
+
+GameList::GameList(const ClipLibrary& library, QObject* parent)
+    : QAbstractListModel(parent)
+    , m_games(library.games())
+{
+    connect(&library, &ClipLibrary::clipsChanged, this, [this, &library] { follow(library.games()); });
+}
+
+int GameList::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_games.size());
+}
+
+QVariant GameList::data(const QModelIndex& index, int role) const
+{
+    const auto& game = m_games.at(index.row());
+    return role == NameRole ? QVariant(game.name) : QVariant::fromValue(game.count);
+}
+
+QHash<int, QByteArray> GameList::roleNames() const
+{
+    return {{NameRole, "name"}, {CountRole, "count"}};
+}
+
+void GameList::follow(const QList<GameCount>& games)
+{
+    for (int row = rowCount() - 1; row >= 0; --row) {
+        if (std::ranges::find(games, m_games.at(row).name, &GameCount::name) == games.end()) {
+            beginRemoveRows({}, row, row);
+            m_games.removeAt(row);
+            endRemoveRows();
+        }
+    }
+    for (int row = 0; row < games.size(); ++row) {
+        const auto& game = games.at(row);
+        const auto found = std::find_if(m_games.cbegin() + row, m_games.cend(),
+                                        [&](const GameCount& each) { return each.name == game.name; });
+        const auto present = static_cast<int>(found - m_games.cbegin());
+        if (found == m_games.cend()) {
+            beginInsertRows({}, row, row);
+            m_games.insert(row, game);
+            endInsertRows();
+        } else if (present != row) {
+            beginMoveRows({}, present, present, {}, row);
+            m_games.move(present, row);
+            endMoveRows();
+        }
+        if (m_games.at(row).count != game.count) {
+            m_games[row].count = game.count;
+            Q_EMIT dataChanged(index(row), index(row), {CountRole});
+        }
+    }
+}
+
+} // namespace quelto

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "library/clips/ClipLibrary.h"
+
+#include <QAbstractListModel>
+
+namespace quelto {
+
+/// The games of the library with their numbers of clips, in the library's order.
+///
+/// A new clip moves and changes rows instead of rebuilding the list, so that the keyboard stays where it is.
+///
+/// Thread: main.
+class GameList : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum Role { NameRole = Qt::UserRole, CountRole };
+
+    explicit GameList(const ClipLibrary& library, QObject* parent = nullptr);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+private:
+    void follow(const QList<GameCount>& games);
+
+    QList<GameCount> m_games;
+};
+
+} // namespace quelto

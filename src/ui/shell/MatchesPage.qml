@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Quelto.Shared
+import Quelto.Shell
+
+// The matches that were played. Showing them is still to come.
+QuietPage {
+    symbol: "flag.checkered"
+    title: L10n.T("Maç Özetleri")
+    text: L10n.T("Bu sayfa bir sonraki sürümde geliyor.")
+}

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/shell/ShellFixture.h"
+
+#include <QTest>
+
+namespace quelto {
+namespace {
+
+class ContentAreaTest : public test::ShellFixture {
+protected:
+    void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        window->requestActivate();
+        QTest::keyClick(window, key, modifiers);
+    }
+};
+
+TEST_F(ContentAreaTest, BeginsWithTheWholeLibrary)
+{
+    EXPECT_NE(item(QStringLiteral("Klipler")), nullptr);
+}
+
+TEST_F(ContentAreaTest, AnOpenClipStandsInThePagesPlaceAndEscapeClosesIt)
+{
+    makeClips({"Dota 2 - Roshan.mp4", "Counter - a.mp4"});
+    navigation->showGame(QStringLiteral("Dota 2"));
+    EXPECT_NE(item(QStringLiteral("Dota 2")), nullptr);
+    navigation->openClip(library->clips().last().path);
+    QTest::qWait(20);
+    EXPECT_TRUE(shows(navigation->selectedTitle()));
+    EXPECT_FALSE(shows(QStringLiteral("Ara")));
+    picture(QStringLiteral("clip-page"));
+    pressKey(Qt::Key_Escape);
+    EXPECT_FALSE(navigation->hasSelected());
+    EXPECT_NE(item(QStringLiteral("Dota 2")), nullptr);
+    EXPECT_EQ(navigation->page(), Page{.game = QStringLiteral("Dota 2")});
+}
+
+TEST_F(ContentAreaTest, TheClipPagePlaysWithTheDesktopsPlayerAndLeadsBack)
+{
+    makeClips({"Dota 2 - Roshan.mp4"});
+    navigation->openClip(library->clips().first().path);
+    QTest::qWait(20);
+    pressKey(Qt::Key_Return);
+    EXPECT_EQ(asked, QStringList{QStringLiteral("play ") + library->clips().first().path});
+    click(QStringLiteral("Kütüphane"));
+    EXPECT_FALSE(navigation->hasSelected());
+}
+
+TEST_F(ContentAreaTest, TheSettingsHaveAPageAndAKey)
+{
+    pressKey(Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Settings);
+    EXPECT_NE(item(QStringLiteral("Ayarlar sayfası bir sonraki sürümde geliyor. Şimdilik Quelto'den çıkın, bu dosyayı "
+                                  "düzenleyip Quelto'yi yeniden açın:\n\n/home/me/.config/Quelto/Quelto.conf")),
+              nullptr);
+    picture(QStringLiteral("settings-page"));
+    pressKey(Qt::Key_Escape);
+    EXPECT_EQ(navigation->page(), Page{});
+}
+
+TEST_F(ContentAreaTest, TheMatchesHaveAPage)
+{
+    navigation->showMatches();
+    QTest::qWait(20);
+    EXPECT_TRUE(shows(QStringLiteral("Bu sayfa bir sonraki sürümde geliyor.")));
+    picture(QStringLiteral("matches-page"));
+}
+
+TEST_F(ContentAreaTest, AChangeOfColoursKeepsThePageAndTheOpenClip)
+{
+    makeClips({"Dota 2 - Roshan.mp4"});
+    navigation->showGame(QStringLiteral("Dota 2"));
+    navigation->openClip(library->clips().first().path);
+    settings.setColorTheme(QStringLiteral("ocean"));
+    QTest::qWait(20);
+    EXPECT_TRUE(shows(navigation->selectedTitle()));
+    navigation->closeClip();
+    EXPECT_NE(item(QStringLiteral("Dota 2")), nullptr);
+}
+
+TEST_F(ContentAreaTest, TheToastStandsAboveTheLowerEdgeOfThePage)
+{
+    navigation->showToast(QStringLiteral("Klip panoya kopyalandı"));
+    QTest::qWait(400);
+    const auto* words = textItem(QStringLiteral("Klip panoya kopyalandı"));
+    ASSERT_NE(words, nullptr);
+    const auto* capsule = words->parentItem();
+    const auto area = capsule->mapRectToScene(QRectF(0, 0, capsule->width(), capsule->height()));
+    EXPECT_EQ(area.bottom(), window->height() - 24);
+    EXPECT_NEAR(area.center().x(), 241 + (window->width() - 241) / 2.0, 1);
+    EXPECT_EQ(capsule->width(), words->width() + 36);
+    EXPECT_EQ(capsule->height(), words->height() + 22);
+    EXPECT_EQ(words->property("color").value<QColor>(), QColor(Qt::white));
+    picture(QStringLiteral("toast"));
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/shell/ShellFixture.h"
+
+#include <QTest>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+class SidebarTest : public test::ShellFixture {
+protected:
+    QColor colorOfText(const QString& text) const { return textItem(text)->property("color").value<QColor>(); }
+    int weightOfText(const QString& text) const { return textItem(text)->property("font").value<QFont>().weight(); }
+    bool isActive(const QString& name) const { return item(name)->property("active").toBool(); }
+};
+
+TEST_F(SidebarTest, AnEmptyLibraryShowsNoGames)
+{
+    EXPECT_TRUE(shows(QStringLiteral("KÜTÜPHANE")));
+    EXPECT_FALSE(shows(QStringLiteral("OYUNLAR / UYGULAMALAR")));
+    EXPECT_NE(item(QStringLiteral("Tüm Klipler, 0")), nullptr);
+}
+
+TEST_F(SidebarTest, CountsClipsAndGamesAsTheyCome)
+{
+    makeClips({"Dota 2 - a.mp4", "Dota 2 - b.mp4", "Counter - a.mp4"});
+    EXPECT_TRUE(shows(QStringLiteral("OYUNLAR / UYGULAMALAR")));
+    EXPECT_NE(item(QStringLiteral("Tüm Klipler, 3")), nullptr);
+    const auto* first = item(QStringLiteral("Dota 2, 2"));
+    const auto* second = item(QStringLiteral("Counter, 1"));
+    ASSERT_TRUE(first != nullptr && second != nullptr);
+    EXPECT_LT(first->mapToScene({}).y(), second->mapToScene({}).y());
+}
+
+TEST_F(SidebarTest, TheKeyboardStaysOnAGameThatMoves)
+{
+    makeClips({"Dota 2 - a.mp4", "Dota 2 - b.mp4", "Counter - a.mp4"});
+    auto* counter = item(QStringLiteral("Counter, 1"));
+    ASSERT_NE(counter, nullptr);
+    counter->forceActiveFocus(Qt::TabFocusReason);
+    makeClips({"Counter - b.mp4", "Counter - c.mp4"});
+    EXPECT_EQ(item(QStringLiteral("Counter, 3")), counter);
+    EXPECT_TRUE(counter->hasActiveFocus());
+    EXPECT_LT(counter->mapToScene({}).y(), item(QStringLiteral("Dota 2, 2"))->mapToScene({}).y());
+}
+
+TEST_F(SidebarTest, LightsTheRowOfThePage)
+{
+    makeClips({"Dota 2 - a.mp4"});
+    const auto all = QStringLiteral("Tüm Klipler, 1");
+    const auto game = QStringLiteral("Dota 2, 1");
+    const auto matchRow = QStringLiteral("Maç Özetleri, 0");
+    const auto settingsRow = QStringLiteral("Ayarlar");
+    const QStringList rows{all, game, matchRow, settingsRow};
+    const auto lit = [&] {
+        QStringList active;
+        std::ranges::copy_if(rows, std::back_inserter(active), [&](const auto& each) { return isActive(each); });
+        return active;
+    };
+    EXPECT_EQ(lit(), QStringList{all});
+    click(game);
+    EXPECT_EQ(lit(), QStringList{game});
+    EXPECT_EQ(navigation->page(), Page{.game = QStringLiteral("Dota 2")});
+    click(matchRow);
+    EXPECT_EQ(lit(), QStringList{matchRow});
+    navigation->setPage({.kind = Pages::Kind::Match, .match = QUuid::createUuid()});
+    EXPECT_EQ(lit(), QStringList{matchRow});
+    navigation->setPage({.kind = Pages::Kind::Review, .match = QUuid::createUuid()});
+    EXPECT_EQ(lit(), QStringList()) << "a review lights no row";
+    click(settingsRow);
+    EXPECT_EQ(lit(), QStringList{settingsRow});
+    click(all);
+    navigation->openClip(library->clips().first().path);
+    EXPECT_EQ(lit(), QStringList()) << "an open clip lights no row";
+    click(all);
+    EXPECT_FALSE(navigation->hasSelected());
+    EXPECT_EQ(lit(), QStringList{all});
+}
+
+TEST_F(SidebarTest, HasTheSizesAndWeightsOfTheDesign)
+{
+    auto* sidebar = item(QStringLiteral("Quelto"));
+    ASSERT_NE(sidebar, nullptr);
+    EXPECT_EQ(sidebar->width(), 240);
+    const auto* all = item(QStringLiteral("Tüm Klipler, 0"));
+    EXPECT_EQ(all->mapToScene({}).x(), 10);
+    EXPECT_EQ(all->width(), 220);
+    EXPECT_EQ(colorOfText(QStringLiteral("Tüm Klipler")), theme->text());
+    EXPECT_EQ(weightOfText(QStringLiteral("Tüm Klipler")), QFont::DemiBold);
+    EXPECT_EQ(colorOfText(QStringLiteral("Maç Özetleri")), theme->muted());
+    EXPECT_EQ(weightOfText(QStringLiteral("Maç Özetleri")), QFont::Medium);
+    EXPECT_EQ(colorOfText(QStringLiteral("KÜTÜPHANE")), theme->dim());
+    const auto name = textItem(QStringLiteral("QUELTO"))->property("font").value<QFont>();
+    EXPECT_EQ(name.pixelSize(), 15);
+    EXPECT_EQ(name.weight(), QFont::Black);
+    EXPECT_EQ(name.letterSpacing(), 1.5);
+    EXPECT_EQ(textItem(QStringLiteral("QUELTO"))->mapToScene({}).x(), 18 + 30 + 12);
+}
+
+TEST_F(SidebarTest, ScrollsToTheGameThatTheKeyboardReaches)
+{
+    QList<QByteArray> names;
+    for (char each = 'a'; each <= 'z'; ++each) {
+        names.append(QByteArray("Game ") + each + " - clip.mp4");
+    }
+    makeClips({names.cbegin(), names.cend()});
+    auto* last = item(QStringLiteral("Game z, 1"));
+    ASSERT_NE(last, nullptr);
+    const auto* card = item(QStringLiteral("Klip Kaydet"));
+    EXPECT_GT(last->mapToScene({}).y(), card->mapToScene({}).y()) << "the list must be longer than its place";
+    window->requestActivate();
+    item(QStringLiteral("Tüm Klipler, 26"))->forceActiveFocus(Qt::TabFocusReason);
+    for (int i = 0; i < 27; ++i) {
+        QTest::keyClick(window, Qt::Key_Down);
+    }
+    EXPECT_TRUE(last->hasActiveFocus());
+    EXPECT_LT(last->mapToScene({}).y() + last->height(), card->mapToScene({}).y());
+    picture(QStringLiteral("sidebar-many-games"));
+}
+
+TEST_F(SidebarTest, ANewVersionHasARowOfItsOwn)
+{
+    auto* sidebar = item(QStringLiteral("Quelto"));
+    ASSERT_NE(sidebar, nullptr);
+    const QSignalSpy asks(sidebar, SIGNAL(updateRequested()));
+    EXPECT_FALSE(shows(QStringLiteral("Güncelleme var: 2.0")));
+    sidebar->setProperty("availableUpdate", QStringLiteral("2.0"));
+    QTest::qWait(50);
+    picture(QStringLiteral("sidebar-update"));
+    click(QStringLiteral("Güncelleme var: 2.0"));
+    EXPECT_EQ(asks.size(), 1);
+}
+
+} // namespace
+} // namespace quelto
