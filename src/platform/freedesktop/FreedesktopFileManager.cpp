@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/FreedesktopFileManager.h"
 
+#include "platform/FileMimeData.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
@@ -24,7 +26,7 @@ FreedesktopFileManager::FreedesktopFileManager(const QDBusConnection& bus)
 
 void FreedesktopFileManager::reveal(const QString& path)
 {
-    const auto uri = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded(QUrl::FullyEncoded));
+    const auto uri = QString::fromLatin1(fileUri(path));
     QDBusMessage message = QDBusMessage::createMethodCall(Service, ObjectPath, Service, QStringLiteral("ShowItems"));
     const QString noStartupId = QStringLiteral("");
     message.setArguments({QStringList(uri), noStartupId});

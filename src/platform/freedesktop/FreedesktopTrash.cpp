@@ -16,12 +16,20 @@ struct Release {
     void operator()(GError* error) const noexcept { g_error_free(error); }
 };
 
+GVfs* localFiles()
+{
+    // A reference of our own: GIO's module for remote files gives back one that it never had when no service of its own
+    // answers on the session bus.
+    static auto* const vfs = G_VFS(g_object_ref(g_vfs_get_local()));
+    return vfs;
+}
+
 void moveToTrash(const QString& path)
 {
     // GIO rather than Qt 6.4, whose record of where a file was does not escape per cent signs: it would come back under
     // another name. The local file system by itself, since everything else that GIO knows asks the session bus first.
     const std::unique_ptr<GFile, Release> file(
-        g_vfs_get_file_for_path(g_vfs_get_local(), QFile::encodeName(path).constData()));
+        g_vfs_get_file_for_path(localFiles(), QFile::encodeName(path).constData()));
     GError* failure = nullptr;
     if (g_file_trash(file.get(), nullptr, &failure)) {
         return;

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Two volumes, of which the second is a disk in a file, and the desktop's own program that brings files back.
+#include "platform/freedesktop/FreedesktopTrash.h"
+
+#include "ChildProcess.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include <semaphore>
+#include <thread>
+
+#include <sched.h>
+#include <sys/mount.h>
+
+namespace quelto {
+namespace {
+
+using pipewire::ChildProcess;
+
+class TrashVolumesTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsEmpty("QUELTO_TEST_DIR")) {
+            GTEST_SKIP() << "runs on the private desktop only";
+        }
+        // The mount is to be seen by this program and those that it starts, and to end with them.
+        if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
+            GTEST_SKIP() << "nothing may be mounted here";
+        }
+        // Its thread, too.
+        m_trash = std::make_unique<FreedesktopTrash>();
+        QDir().mkpath(m_volume);
+        if (shell("truncate -s 16M \"$1.disk\" && mkfs.ext4 -q \"$1.disk\" && mount -o loop \"$1.disk\" \"$1\" 2>&1",
+                  m_volume)
+                .second != 0) {
+            GTEST_SKIP() << "there are no loop devices";
+        }
+        m_trashService = std::make_unique<ChildProcess>(QStringLiteral("/usr/libexec/gvfsd"),
+                                                        QStringList{QStringLiteral("--no-fuse")});
+        for (int i = 0; i < 100 && shell("gio trash --list", {}).second != 0; ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+    }
+
+    void TearDown() override
+    {
+        if (m_trashService) {
+            m_trashService->terminate();
+            m_trashService.reset();
+        }
+        ::umount2(QFile::encodeName(m_volume).constData(), MNT_DETACH);
+    }
+
+    /// What it says and how it ends.
+    static std::pair<QString, int> shell(const char* command, const QString& argument)
+    {
+        ChildProcess process(QStringLiteral("sh"),
+                             {QStringLiteral("-c"), QString::fromUtf8(command), QStringLiteral("sh"), argument});
+        const auto said = QString::fromUtf8(process.readAll());
+        return {said, process.wait()};
+    }
+
+    static void makeFile(const QString& path, const QByteArray& content)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    static QByteArray contentOf(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void recycle(const QStringList& paths)
+    {
+        std::binary_semaphore isDone(0);
+        m_trash->recycle(paths, [&] { isDone.release(); });
+        ASSERT_TRUE(isDone.try_acquire_for(std::chrono::seconds(10)));
+    }
+
+    /// Where in the bin the desktop lists the file that was at that path. It looks there now and then only.
+    static QString listed(const QString& path)
+    {
+        QString said;
+        for (int i = 0; i < 100; ++i) {
+            said = shell("gio trash --list", {}).first;
+            for (const auto& line : said.split(u'\n')) {
+                if (line.section(u'\t', 1) == path) {
+                    return line.section(u'\t', 0, 0);
+                }
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        ADD_FAILURE() << "only these are listed:\n" << said.toStdString();
+        return {};
+    }
+
+    QString m_home = QString::fromUtf8(qgetenv("QUELTO_TEST_DIR")) + QStringLiteral("/Videos");
+    QString m_volume = QString::fromUtf8(qgetenv("QUELTO_TEST_DIR")) + QStringLiteral("/volume");
+    std::unique_ptr<ChildProcess> m_trashService;
+    std::unique_ptr<FreedesktopTrash> m_trash;
+};
+
+TEST_F(TrashVolumesTest, TheDesktopBringsFilesBackOnBoth)
+{
+    // Plain letters: gio 2.74 brings others back as "\xc5\x9f".
+    const auto name = QStringLiteral("/Dota 2 - 50%20 #1 [EFSANE 95] ?.mp4");
+    makeFile(m_home + name, "at home");
+    makeFile(m_volume + name, "elsewhere");
+    recycle({m_home + name, m_volume + name});
+    EXPECT_FALSE(QFileInfo::exists(m_home + name));
+    EXPECT_FALSE(QFileInfo::exists(m_volume + name));
+    EXPECT_EQ(contentOf(m_volume + QStringLiteral("/.Trash-%1/files").arg(::getuid()) + name), "elsewhere")
+        << "a file is never copied to another volume";
+    for (const auto& path : {m_home + name, m_volume + name}) {
+        const auto place = listed(path);
+        ASSERT_FALSE(place.isEmpty()) << path.toStdString();
+        const auto [said, status] = shell("gio trash --restore \"$1\" 2>&1", place);
+        EXPECT_EQ(status, 0) << said.toStdString();
+    }
+    EXPECT_EQ(contentOf(m_home + name), "at home");
+    EXPECT_EQ(contentOf(m_volume + name), "elsewhere");
+}
+
+} // namespace
+} // namespace quelto
