@@ -10,46 +10,20 @@ FocusScope {
     required property string symbol
     required property string title
     property string text: ""
-    default property alias actions: row.data
-    // What stands between the title and the sentence.
+    // What stands between the sentence and the buttons.
     property alias details: between.data
+    default property alias actions: buttons.data
 
     focus: true
     Accessible.role: Accessible.Pane
     Accessible.name: title
 
-    Column {
+    Placard {
         anchors.centerIn: parent
         width: Math.min(parent.width - 56, 560)
-        spacing: 14
-
-        Rectangle {
-            anchors.horizontalCenter: parent.horizontalCenter
-            width: 96
-            height: 96
-            radius: 48
-            color: Theme.panel
-
-            SymbolIcon {
-                anchors.centerIn: parent
-                symbol: page.symbol
-                side: 42
-                color: Theme.accent
-            }
-        }
-
-        Text {
-            width: parent.width
-            text: page.title
-            color: Theme.text
-            font.pixelSize: 18
-            font.weight: Font.Bold
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.Heading
-            Accessible.name: text
-        }
+        symbol: page.symbol
+        title: page.title
+        text: page.text
 
         Column {
             id: between
@@ -58,21 +32,8 @@ FocusScope {
             visible: children.length > 0
         }
 
-        Text {
-            width: parent.width
-            visible: text !== ""
-            text: page.text
-            color: Theme.muted
-            font.pixelSize: 13
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
-        }
-
         Row {
-            id: row
+            id: buttons
 
             anchors.horizontalCenter: parent.horizontalCenter
             topPadding: 6

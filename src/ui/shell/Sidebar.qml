@@ -46,7 +46,8 @@ Rectangle {
             // Keeps the row that the keyboard reached in sight.
             function show(row: Item) {
                 const top = row.mapToItem(rows, 0, 0).y;
-                contentY = Math.max(Math.min(contentY, top), top + row.height - height);
+                // With a little room for the ring around it.
+                contentY = Math.max(Math.min(contentY, Math.max(0, top - 4)), Math.min(contentHeight, top + row.height + 4) - height);
             }
 
             Column {
