@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileMimeData.h"
 
-#include <QUrl>
+#include <QFile>
 
 namespace quelto {
 
+QByteArray fileUri(const QString& path)
+{
+    return "file://" + QFile::encodeName(path).toPercentEncoding("/!$&'()*+,;=:@");
+}
+
 std::unique_ptr<QMimeData> fileMimeData(const QString& path)
 {
-    const QByteArray uri = QUrl::fromLocalFile(path).toEncoded(QUrl::FullyEncoded);
+    const QByteArray uri = fileUri(path);
     auto data = std::make_unique<QMimeData>();
     data->setData(QStringLiteral("text/uri-list"), uri + "\r\n");
     data->setData(QStringLiteral("x-special/gnome-copied-files"), "copy\n" + uri);

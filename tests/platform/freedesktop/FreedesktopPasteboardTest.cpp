@@ -39,8 +39,8 @@ protected:
 
 TEST_F(FreedesktopPasteboardTest, GivesTheFileToOtherPrograms)
 {
-    m_pasteboard.setFile(QStringLiteral("/clips/Dota 2 - 50% #1 ü.mp4"));
-    const QByteArray uri = "file:///clips/Dota%202%20-%2050%25%20%231%20%C3%BC.mp4";
+    m_pasteboard.setFile(QStringLiteral("/clips/Dota 2 - [ORTA 45] 50% #1 (ü).mp4"));
+    const QByteArray uri = "file:///clips/Dota%202%20-%20%5BORTA%2045%5D%2050%25%20%231%20(%C3%BC).mp4";
     EXPECT_EQ(pasted("text/uri-list"), uri + "\r\n");
     EXPECT_EQ(pasted("x-special/gnome-copied-files"), "copy\n" + uri);
     EXPECT_EQ(pasted("application/x-kde-cutselection"), "0");
