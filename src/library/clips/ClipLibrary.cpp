@@ -185,14 +185,14 @@ void ClipLibrary::scheduleReload()
     });
 }
 
-std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& text)
+std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
 {
-    const auto title = titleForName(text);
-    if (!title) {
+    const auto fit = titleForName(title);
+    if (!fit) {
         return std::nullopt;
     }
     const QFileInfo file(clip.path);
-    const auto path = QStringLiteral("%1/%2 - %3.%4").arg(file.path(), clip.game, *title, file.suffix());
+    const auto path = QStringLiteral("%1/%2 - %3.%4").arg(file.path(), clip.game, *fit, file.suffix());
     if (isTooLongForSidecar(clip.path, path) ||
         renameToFreeName(AT_FDCWD, QFile::encodeName(clip.path).constData(), QFile::encodeName(path).constData()) !=
             0) {

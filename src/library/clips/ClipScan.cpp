@@ -102,16 +102,16 @@ bool isClipName(QByteArrayView fileName) noexcept
     });
 }
 
-ClipList clipsIn(const QString& path, const ClipList& known)
+ClipList clipsIn(const QString& folder, const ClipList& known)
 {
-    const auto folder = opened(path);
-    if (!folder) {
+    const auto directory = opened(folder);
+    if (!directory) {
         return {};
     }
-    const auto prefix = path.endsWith(u'/') ? path : path + u'/';
+    const auto prefix = folder.endsWith(u'/') ? folder : folder + u'/';
     std::vector<Entry> entries;
-    while (const auto* listed = ::readdir(folder.get())) {
-        if (auto entry = entryOf(::dirfd(folder.get()), prefix, *listed)) {
+    while (const auto* listed = ::readdir(directory.get())) {
+        if (auto entry = entryOf(::dirfd(directory.get()), prefix, *listed)) {
             entries.push_back(std::move(*entry));
         }
     }
