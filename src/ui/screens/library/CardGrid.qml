@@ -7,14 +7,18 @@ import Quelto.Shared
 import Quelto.Theme
 
 // All days and their cards, of which only those in view exist. One stop for the keyboard, with a current card.
-Flickable {
+T.Control {
     id: grid
 
     required property LibraryModel library
     // Whoever used the keyboard last wants to see where it is.
     property bool isByKeyboard: false
+    readonly property bool showsCurrent: activeFocus && (isByKeyboard || visualFocus)
+    readonly property alias contentY: flick.contentY
+    readonly property alias contentHeight: flick.contentHeight
 
     signal deleteRequested(string path, string title)
+    signal menuClosed
 
     // The menu's "copy" asks the item that has the focus.
     function copy() {
@@ -56,23 +60,14 @@ Flickable {
         return false;
     }
 
-    contentWidth: width
-    contentHeight: library.contentHeight
-    boundsBehavior: Flickable.StopAtBounds
-    flickableDirection: Flickable.VerticalFlick
-    // A mouse drags cards, not the view.
-    interactive: !mouse.active
-    clip: true
-    activeFocusOnTab: true
+    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.List
     Accessible.name: L10n.T("Klipler")
-    onActiveFocusChanged: {
-        isByKeyboard = activeFocus && !mouse.active;
-        if (activeFocus && library.currentPosition < 0) {
+    onVisualFocusChanged: {
+        if (visualFocus && library.currentPosition < 0) {
             library.selectFirstInView();
         }
     }
-    onMovementStarted: wheel.stop()
     Keys.onPressed: event => {
         const isMenuKey = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
         const isPlain = event.modifiers === Qt.NoModifier || event.modifiers === Qt.KeypadModifier;
@@ -80,81 +75,102 @@ Flickable {
         event.accepted = (isMenuKey || isPlain) && grid.actOn(isMenuKey ? Qt.Key_Menu : event.key);
     }
 
-    T.ScrollBar.vertical: ThemedScrollBar {}
-
     Connections {
         target: grid.library
 
         function onScrollWanted(viewTop: real) {
             wheel.stop();
-            grid.cancelFlick();
-            grid.contentY = viewTop;
+            flick.cancelFlick();
+            flick.contentY = viewTop;
         }
     }
 
-    WheelScrolling {
-        id: wheel
+    Flickable {
+        id: flick
 
-        view: grid
-    }
+        objectName: "cards"
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: grid.library.contentHeight
+        boundsBehavior: Flickable.StopAtBounds
+        flickableDirection: Flickable.VerticalFlick
+        // A mouse drags cards, not the view.
+        interactive: !mouse.active
+        clip: true
+        onMovementStarted: wheel.stop()
 
-    PointHandler {
-        id: mouse
+        T.ScrollBar.vertical: ThemedScrollBar {}
 
-        acceptedDevices: PointerDevice.Mouse
-        acceptedButtons: Qt.AllButtons
-        onActiveChanged: {
-            if (active) {
-                grid.isByKeyboard = false;
+        WheelScrolling {
+            id: wheel
+
+            view: flick
+        }
+
+        PointHandler {
+            id: mouse
+
+            acceptedDevices: PointerDevice.Mouse
+            acceptedButtons: Qt.AllButtons
+            onActiveChanged: {
+                if (active) {
+                    grid.isByKeyboard = false;
+                }
             }
         }
-    }
 
-    Repeater {
-        model: grid.library.days
-        delegate: DayTitle {
-            required property string title
-            required property rect area
+        Repeater {
+            model: grid.library.days
+            delegate: DayTitle {
+                required property string title
+                required property rect area
 
-            x: area.x
-            y: area.y
-            width: area.width
-            height: area.height
-            text: title
-            visible: text !== ""
-        }
-    }
-
-    Repeater {
-        id: cards
-
-        model: grid.library.cards
-        // Shows now this card and now that one, wherever it stands in the grid.
-        delegate: ClipCard {
-            required property int position
-            required property rect area
-            required path
-            required title
-            required game
-            required time
-            required size
-            required tier
-            required score
-            required label
-            required ratio
-
-            visible: position >= 0
-            x: area.x
-            y: area.y
-            width: area.width
-            height: area.height
-            isPassing: grid.library.isPassing
-            isCurrent: grid.activeFocus && grid.isByKeyboard && position >= 0 && position === grid.library.currentPosition
-            onOpenRequested: {
-                grid.library.select(position);
-                Navigation.openClip(path);
+                x: area.x
+                y: area.y
+                width: area.width
+                height: area.height
+                text: title
+                visible: text !== ""
             }
-            onDeleteRequested: grid.deleteRequested(path, title)
+        }
+
+        Repeater {
+            id: cards
+
+            model: grid.library.cards
+            // Shows now this card and now that one, wherever it stands in the grid.
+            delegate: ClipCard {
+                required property int position
+                required property rect area
+                required path
+                required title
+                required game
+                required time
+                required size
+                required tier
+                required score
+                required label
+                required ratio
+
+                visible: position >= 0
+                x: area.x
+                y: area.y
+                width: area.width
+                height: area.height
+                isPassing: grid.library.isPassing
+                isCurrent: grid.showsCurrent && position >= 0 && position === grid.library.currentPosition
+                onOpenRequested: {
+                    grid.library.select(position);
+                    grid.forceActiveFocus(Qt.MouseFocusReason);
+                    Navigation.openClip(path);
+                }
+                onDeleteRequested: grid.deleteRequested(path, title)
+                onMenuClosed: grid.menuClosed()
+                onMenuOpened: {
+                    grid.library.select(position);
+                    grid.forceActiveFocus(grid.isByKeyboard ? Qt.OtherFocusReason : Qt.MouseFocusReason);
+                }
+            }
         }
     }
 }

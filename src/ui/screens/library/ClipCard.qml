@@ -27,10 +27,13 @@ Item {
 
     signal openRequested
     signal deleteRequested
+    signal menuOpened
+    signal menuClosed
 
     function openMenu(at: point) {
         menu.active = true;
         const shown = menu.item as ClipMenu;
+        card.menuOpened();
         shown.path = path;
         shown.popup(card, at.x, at.y);
     }
@@ -187,6 +190,10 @@ Item {
 
         function onDeleteRequested() {
             card.deleteRequested();
+        }
+
+        function onClosed() {
+            card.menuClosed();
         }
     }
 }

@@ -45,7 +45,7 @@ void ClipCommands::openFolder()
     m_parts.files.openFolder(m_parts.settings.saveFolder());
 }
 
-void ClipCommands::drag(const ClipPicture* picture)
+void ClipCommands::drag(ClipPicture* picture)
 {
     // A drag runs an event loop of its own; the handler that noticed the pointer's movement is to be done before.
     QMetaObject::invokeMethod(

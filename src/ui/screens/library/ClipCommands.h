@@ -38,7 +38,7 @@ public:
     /// Shows the folder with all clips.
     Q_INVOKABLE void openFolder();
     /// Begins to drag the clip that the picture shows; the pointer's button must be down. Returns at once.
-    Q_INVOKABLE void drag(const quelto::ClipPicture* picture);
+    Q_INVOKABLE void drag(quelto::ClipPicture* picture);
 
 private:
     static void dragFile(const QString& path, const QImage& picture);

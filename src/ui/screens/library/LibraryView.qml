@@ -42,6 +42,18 @@ FocusScope {
         cardTextHeight: pattern.implicitHeight
     }
 
+    // A popup that closes leaves the focus nowhere; what it brought about may take it first.
+    Timer {
+        id: focusTaker
+
+        interval: 0
+        onTriggered: {
+            if (!confirmation.visible && !Navigation.hasSelected) {
+                grid.forceActiveFocus(Qt.PopupFocusReason);
+            }
+        }
+    }
+
     // Tells how high text is here, for cards that do not exist.
     ClipCardText {
         id: pattern
@@ -90,6 +102,7 @@ FocusScope {
                 visible: clips.count > 0
                 focus: true
                 library: clips
+                onMenuClosed: focusTaker.start()
                 onDeleteRequested: (path, title) => view.askToDelete(path, title)
             }
 
@@ -110,5 +123,6 @@ FocusScope {
         confirmText: L10n.T("Çöp Kutusuna Taşı")
         cancelText: L10n.T("Vazgeç")
         onConfirmed: ClipCommands.trash(view.pendingPath)
+        onClosed: focusTaker.start()
     }
 }

@@ -1,1 +1,118 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/screens/library/ClipFilter.h"
+
+#include "app/language/L10n.h"
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+class ClipFilterTest : public testing::Test {
+protected:
+    void SetUp() override { L10n::use(QStringLiteral("en")); }
+    void TearDown() override { L10n::use(QStringLiteral("tr")); }
+
+    static QStringList passing(const ClipFilter& filter)
+    {
+        FilterableClips clips({
+            Clip(QStringLiteral("/c/Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] RAMPAGE.mp4")),
+            Clip(QStringLiteral("/c/Dota 2 - 2026-03-01 20.15.08 [ORTA 45] Triple Kill.mp4")),
+            Clip(QStringLiteral("/c/Dota - 2026-03-01 20.15.09.mp4")),
+            Clip(QStringLiteral("/c/League - My Ace.mp4")),
+            Clip(QStringLiteral("/c/League - 2026-03-01 20.15.10 [BASIT 15] Solo.mp4")),
+        });
+        QStringList titles;
+        for (const auto place : clips.passing(filter)) {
+            titles.append(clips.clips().at(place).displayTitle());
+        }
+        return titles;
+    }
+};
+
+TEST_F(ClipFilterTest, PassesEverythingWithoutAWish)
+{
+    EXPECT_EQ(passing({}).size(), 5);
+}
+
+TEST_F(ClipFilterTest, TakesTheGameExactly)
+{
+    EXPECT_EQ(passing({.game = QStringLiteral("Dota")}), QStringList{QStringLiteral("Dota clip")});
+    EXPECT_TRUE(passing({.game = QStringLiteral("dota")}).isEmpty());
+    EXPECT_TRUE(passing({.game = QString()}).isEmpty());
+}
+
+TEST_F(ClipFilterTest, TakesOneTier)
+{
+    EXPECT_EQ(passing({.tier = QStringLiteral("epic")}), QStringList{QStringLiteral("RAMPAGE")});
+    EXPECT_EQ(passing({.tier = QStringLiteral("medium")}), QStringList{QStringLiteral("Triple Kill")});
+    EXPECT_EQ(passing({.tier = QStringLiteral("basic")}), QStringList{QStringLiteral("Solo")});
+    EXPECT_TRUE(passing({.tier = QStringLiteral("legendary")}).isEmpty());
+}
+
+TEST_F(ClipFilterTest, TakesClipsWithoutATierAsManual)
+{
+    EXPECT_EQ(passing({.tier = QStringLiteral("manual")}),
+              (QStringList{QStringLiteral("Dota clip"), QStringLiteral("My Ace")}));
+}
+
+TEST_F(ClipFilterTest, FindsWordsInTheTitleWhateverTheirCase)
+{
+    EXPECT_EQ(passing({.search = QStringLiteral("rAmPaGe")}), QStringList{QStringLiteral("RAMPAGE")});
+    EXPECT_EQ(passing({.search = QStringLiteral("ace")}), QStringList{QStringLiteral("My Ace")});
+    EXPECT_TRUE(passing({.search = QStringLiteral("2026")}).isEmpty()) << "the date is no part of what is shown";
+}
+
+TEST_F(ClipFilterTest, FindsAClipByItsGameAlone)
+{
+    EXPECT_EQ(passing({.search = QStringLiteral("league")}),
+              (QStringList{QStringLiteral("My Ace"), QStringLiteral("Solo")}));
+}
+
+TEST_F(ClipFilterTest, AsksForAllOfItTogether)
+{
+    EXPECT_EQ(
+        passing({.game = QStringLiteral("Dota 2"), .tier = QStringLiteral("medium"), .search = QStringLiteral("kill")}),
+        QStringList{QStringLiteral("Triple Kill")});
+    EXPECT_TRUE(passing({.game = QStringLiteral("League"), .tier = QStringLiteral("epic")}).isEmpty());
+}
+
+TEST_F(ClipFilterTest, ComparesAsTheLanguageDoes)
+{
+    FilterableClips clips({Clip(QStringLiteral("/c/Elden Ring - İlk Işık.mp4"))});
+    L10n::use(QStringLiteral("tr"));
+    EXPECT_EQ(clips.passing({.search = QStringLiteral("ilk ışık")}).size(), 1);
+    EXPECT_EQ(clips.passing({.search = QStringLiteral("ILK")}).size(), 0);
+    // The words are made anew for another language.
+    L10n::use(QStringLiteral("en"));
+    EXPECT_EQ(clips.passing({.search = QStringLiteral("ilk ışık")}).size(), 0);
+    EXPECT_EQ(clips.passing({.search = QStringLiteral("RING")}).size(), 1);
+}
+
+TEST_F(ClipFilterTest, TakesLettersWithSeparateMarksForTheSame)
+{
+    FilterableClips clips({Clip(QStringLiteral("/c/Pokémon - Cafe\u0301.mp4"))});
+    EXPECT_EQ(clips.passing({.search = QStringLiteral("café")}).size(), 1);
+    EXPECT_EQ(clips.passing({.search = QStringLiteral("poke\u0301mon")}).size(), 1);
+}
+
+TEST_F(ClipFilterTest, OffersItsTiersInOrder)
+{
+    QStringList labels;
+    for (const auto& filter : tierFilters()) {
+        labels.append(tierFilterLabel(filter));
+    }
+    L10n::use(QStringLiteral("tr"));
+    QStringList turkish;
+    for (const auto& filter : tierFilters()) {
+        turkish.append(tierFilterLabel(filter));
+    }
+    EXPECT_EQ(turkish,
+              (QStringList{QStringLiteral("Tümü"), QStringLiteral("Efsane"), QStringLiteral("Orta"),
+                           QStringLiteral("Basit"), QStringLiteral("Manuel")}));
+    EXPECT_EQ(labels.first(), QStringLiteral("All"));
+    EXPECT_EQ(labels.last(), QStringLiteral("Manual"));
+}
+
+} // namespace
+} // namespace quelto

@@ -1,1 +1,298 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/screens/library/LibraryModel.h"
+
+#include "app/language/L10n.h"
+
+#include "tests/library/clips/LibraryFixture.h"
+
+#include <QSignalSpy>
+
+namespace quelto {
+namespace {
+
+class LibraryModelTest : public test::LibraryFixture {
+protected:
+    void show()
+    {
+        reload();
+        model.setCardTextHeight(60);
+        model.setWidth(1000);
+        model.setViewHeight(700);
+        QObject::connect(&model, &LibraryModel::scrollWanted, &model, [this](qreal top) { model.setViewTop(top); });
+    }
+
+    void reload()
+    {
+        library.reload();
+        libraryTime.settle();
+    }
+
+    void makeMany(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            makeFile(QStringLiteral("Dota 2 - Nr %1.mp4").arg(i, 4, 10, QLatin1Char('0')).toUtf8().constData(), i * 60);
+        }
+    }
+
+    QStringList shownTitles()
+    {
+        QMap<int, QString> titles;
+        auto& cards = *model.cards();
+        for (int row = 0; row < cards.rowCount(); ++row) {
+            const auto position = cards.data(cards.index(row), CardSlots::PositionRole).toInt();
+            if (position >= 0) {
+                titles[position] = cards.data(cards.index(row), CardSlots::TitleRole).toString();
+            }
+        }
+        return titles.values();
+    }
+
+    QString firstDay()
+    {
+        auto& days = *model.days();
+        for (int row = 0; row < days.rowCount(); ++row) {
+            if (const auto title = days.data(days.index(row), DaySlots::TitleRole).toString(); !title.isEmpty()) {
+                return title;
+            }
+        }
+        return {};
+    }
+
+    QDateTime now = QDateTime(QDate::currentDate(), QTime(12, 0));
+    LibraryModel model{library, [this] { return now; }};
+};
+
+TEST_F(LibraryModelTest, SaysNothingBeforeTheFolderWasRead)
+{
+    EXPECT_FALSE(model.isLoaded());
+    libraryTime.settle();
+    EXPECT_TRUE(model.isLoaded());
+    EXPECT_EQ(model.count(), 0);
+}
+
+TEST_F(LibraryModelTest, FollowsTheLibrary)
+{
+    show();
+    const QSignalSpy changed(&model, &LibraryModel::clipsChanged);
+    makeFile("Dota 2 - Ace.mp4");
+    reload();
+    EXPECT_EQ(changed.size(), 1);
+    EXPECT_EQ(model.count(), 1);
+    EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("Ace")});
+}
+
+TEST_F(LibraryModelTest, CountsWhatPassesNotTheLibrary)
+{
+    makeFile("Dota 2 - Ace.mp4");
+    makeFile("League - Solo.mp4", 1);
+    show();
+    EXPECT_EQ(model.count(), 2);
+    model.setGame(QStringLiteral("League"));
+    EXPECT_EQ(model.count(), 2) << "a name alone is no wish";
+    model.setHasGame(true);
+    EXPECT_EQ(model.count(), 1);
+    model.setHasGame(false);
+    model.setSearch(QStringLiteral("ac"));
+    EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("Ace")});
+}
+
+TEST_F(LibraryModelTest, OffersTiersIfAnyClipHasOneWhateverIsShown)
+{
+    makeFile("Dota 2 - Ace.mp4");
+    show();
+    EXPECT_FALSE(model.showsTierBar());
+    makeFile("League - 2026-03-01 20.15.07 [BASIT 15] Solo.mp4");
+    reload();
+    EXPECT_TRUE(model.showsTierBar());
+    model.setGame(QStringLiteral("Dota 2"));
+    model.setHasGame(true);
+    EXPECT_TRUE(model.showsTierBar());
+}
+
+TEST_F(LibraryModelTest, PutsTheUprightClipsOfADayFirst)
+{
+    makeFile("Dota 2 - new.mp4", 1);
+    makeFile("Dota 2 - upright (9x16).mp4", 2);
+    makeFile("Dota 2 - other (4x5).mp4", 3);
+    show();
+    EXPECT_EQ(shownTitles(),
+              (QStringList{QStringLiteral("upright (9x16)"), QStringLiteral("other (4x5)"), QStringLiteral("new")}));
+}
+
+TEST_F(LibraryModelTest, HandsOutOnlyWhatIsInView)
+{
+    makeMany(300);
+    show();
+    const auto rows = model.cards()->rowCount();
+    EXPECT_LT(rows, 30);
+    for (qreal top = 0; top < model.contentHeight(); top += 333) {
+        model.setViewTop(top);
+        EXPECT_FALSE(shownTitles().isEmpty());
+    }
+    EXPECT_EQ(model.cards()->rowCount(), rows) << "no row is made while scrolling";
+}
+
+TEST_F(LibraryModelTest, KeepsWhatTheUserLooksAtWhenClipsComeAndGo)
+{
+    makeMany(100);
+    show();
+    model.setViewTop(2000);
+    const auto seen = shownTitles().at(6);
+    for (int i = 0; i < 4; ++i) {
+        makeFile(QStringLiteral("Dota 2 - Newest %1.mp4").arg(i).toUtf8().constData());
+    }
+    reload();
+    EXPECT_TRUE(shownTitles().contains(seen));
+    EXPECT_GT(model.viewTop(), 2000);
+}
+
+TEST_F(LibraryModelTest, StaysAtTheTopForANewClip)
+{
+    makeMany(100);
+    show();
+    makeFile("Dota 2 - Newest.mp4");
+    reload();
+    EXPECT_EQ(model.viewTop(), 0);
+    EXPECT_EQ(shownTitles().first(), QStringLiteral("Newest"));
+}
+
+TEST_F(LibraryModelTest, KeepsWhatTheUserLooksAtWhenTheWindowChanges)
+{
+    makeMany(100);
+    show();
+    model.setViewTop(2000);
+    const auto seen = shownTitles().at(6);
+    model.setWidth(1500);
+    EXPECT_TRUE(shownTitles().contains(seen));
+}
+
+TEST_F(LibraryModelTest, StartsAtTheTopOfAnotherFilter)
+{
+    makeMany(100);
+    show();
+    model.setViewTop(2000);
+    model.setSearch(QStringLiteral("nr"));
+    EXPECT_EQ(model.viewTop(), 0);
+}
+
+TEST_F(LibraryModelTest, ItsCurrentCardStaysWithItsClip)
+{
+    makeMany(10);
+    show();
+    model.select(3);
+    const auto path = model.currentPath();
+    makeFile("Dota 2 - Newest.mp4");
+    reload();
+    EXPECT_EQ(model.currentPath(), path);
+    EXPECT_EQ(model.currentPosition(), 4);
+}
+
+TEST_F(LibraryModelTest, ACurrentClipThatGoesLeavesItsPlaceToTheNext)
+{
+    makeMany(3);
+    show();
+    model.select(1);
+    QFile::remove(model.currentPath());
+    reload();
+    EXPECT_EQ(model.currentPosition(), 1);
+    EXPECT_EQ(model.currentTitle(), QStringLiteral("Nr 0002"));
+    QFile::remove(model.currentPath());
+    reload();
+    EXPECT_EQ(model.currentPosition(), 0);
+    QFile::remove(model.currentPath());
+    reload();
+    EXPECT_EQ(model.currentPosition(), -1);
+    EXPECT_EQ(model.currentPath(), QString());
+}
+
+TEST_F(LibraryModelTest, BringsTheCurrentCardIntoView)
+{
+    makeMany(100);
+    show();
+    EXPECT_TRUE(model.moveCurrent(Qt::Key_End));
+    EXPECT_EQ(model.currentPosition(), 99);
+    EXPECT_GE(model.currentArea().top(), model.viewTop());
+    EXPECT_LE(model.currentArea().bottom(), model.viewTop() + model.viewHeight());
+    for (int i = 0; i < 40; ++i) {
+        model.moveCurrent(Qt::Key_Up);
+        EXPECT_GE(model.currentArea().top(), model.viewTop());
+        EXPECT_LE(model.currentArea().bottom(), model.viewTop() + model.viewHeight());
+    }
+    EXPECT_EQ(model.currentPosition(), 0);
+    EXPECT_EQ(model.viewTop(), 0) << "with the day's title";
+    EXPECT_FALSE(model.moveCurrent(Qt::Key_A));
+}
+
+TEST_F(LibraryModelTest, ChoosesTheFirstCardThatIsWhollyInView)
+{
+    makeMany(100);
+    show();
+    model.setViewTop(100);
+    model.selectFirstInView();
+    EXPECT_EQ(model.currentPosition(), 3);
+}
+
+TEST_F(LibraryModelTest, TitlesMoveOnWithTheClock)
+{
+    L10n::use(QStringLiteral("tr"));
+    makeFile("Dota 2 - Ace.mp4");
+    show();
+    EXPECT_EQ(firstDay(), QStringLiteral("Bugün"));
+    now = now.addDays(1);
+    model.lookAtClock();
+    EXPECT_EQ(firstDay(), QStringLiteral("Dün"));
+    now = now.addDays(-1);
+    model.lookAtClock();
+    EXPECT_EQ(firstDay(), QStringLiteral("Bugün")) << "a clock may be set back";
+}
+
+TEST_F(LibraryModelTest, CopesWithKeysAndScrollingOverNothing)
+{
+    show();
+    EXPECT_TRUE(model.moveCurrent(Qt::Key_Down));
+    model.selectFirstInView();
+    model.select(5);
+    EXPECT_EQ(model.currentPosition(), -1);
+    EXPECT_TRUE(model.currentArea().isNull());
+    EXPECT_EQ(model.currentTitle(), QString());
+}
+
+TEST_F(LibraryModelTest, FiltersTwentyThousandClipsInTheTimeOfAKeystroke)
+{
+    QList<Clip> clips;
+    for (int i = 0; i < 20'000; ++i) {
+        clips.append(Clip(QStringLiteral("/c/Dota 2 - 2026-03-01 20.15.07 [ORTA 45] Triple Kill %1.mp4").arg(i)));
+    }
+    FilterableClips filterable(clips);
+    EXPECT_EQ(filterable.passing({.search = QStringLiteral("t")}).size(), 20'000);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(filterable.passing({.search = QStringLiteral("kill 1999")}).size(), 11);
+    // Twenty times what it takes here, for a machine under load.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(60));
+}
+
+TEST(ScrollSpeed, IsTheDistanceOverItsTime)
+{
+    using namespace std::chrono_literals;
+    ScrollSpeed scroll;
+    const ScrollSpeed::Time start{1h};
+    scroll.moveTo(0, start);
+    for (int i = 1; i <= 10; ++i) {
+        scroll.moveTo(i * 50, start + i * 10ms);
+    }
+    EXPECT_NEAR(scroll.speed(), 5000, 1);
+    scroll.rest();
+    EXPECT_EQ(scroll.speed(), 0);
+}
+
+TEST(ScrollSpeed, OfOneJumpIsNone)
+{
+    using namespace std::chrono_literals;
+    ScrollSpeed scroll;
+    scroll.moveTo(90'000, ScrollSpeed::Time{1h});
+    EXPECT_EQ(scroll.speed(), 0);
+    EXPECT_EQ(scroll.position(), 90'000);
+}
+
+} // namespace
+} // namespace quelto

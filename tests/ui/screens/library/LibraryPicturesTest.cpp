@@ -25,18 +25,18 @@ private:
     ClipFiles()
     {
         const std::array sources{
-            "gradients=s=640x360:c0=0x1b2a6b:c1=0xe8364f:x0=0:y0=0:x1=640:y1=360:nb_colors=2:seed=3",
-            "gradients=s=640x360:c0=0x0b3a4a:c1=0x22d3c5:nb_colors=2:x0=0:y0=360:x1=640:y1=0:seed=4",
-            "mandelbrot=s=640x360:start_scale=0.02:end_scale=0.01",
-            "testsrc2=s=640x360",
-            "life=s=320x180:mold=10:r=30:ratio=0.2:death_color=0x401020:life_color=0x60ff80,scale=640:360:flags="
+            "gradients=rate=2:s=640x360:c0=0x1b2a6b:c1=0xe8364f:x0=0:y0=0:x1=640:y1=360:nb_colors=2:seed=3",
+            "gradients=rate=2:s=640x360:c0=0x0b3a4a:c1=0x22d3c5:nb_colors=2:x0=0:y0=360:x1=640:y1=0:seed=4",
+            "mandelbrot=rate=2:s=640x360:start_scale=0.02:end_scale=0.01",
+            "testsrc2=rate=2:s=640x360",
+            "life=s=320x180:mold=10:r=2:ratio=0.2:death_color=0x401020:life_color=0x60ff80,scale=640:360:flags="
             "neighbor",
-            "cellauto=s=640x360:rule=110",
+            "cellauto=rate=2:s=640x360:rule=110",
         };
         for (const auto* source : sources) {
             m_wide.append(make(QString::fromLatin1(source), 2 + static_cast<int>(m_wide.size()) * 13));
         }
-        m_tall = make(QStringLiteral("gradients=s=360x640:c0=0x4a1942:c1=0xff8a3d:nb_colors=2:seed=5"), 31);
+        m_tall = make(QStringLiteral("gradients=rate=2:s=360x640:c0=0x4a1942:c1=0xff8a3d:nb_colors=2:seed=5"), 31);
     }
 
     QString make(const QString& source, int seconds)
@@ -44,8 +44,8 @@ private:
         const auto path = m_folder.filePath(QStringLiteral("%1.mp4").arg(++m_count));
         QProcess::execute(QStringLiteral("ffmpeg"),
                           {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"), QStringLiteral("lavfi"),
-                           QStringLiteral("-i"), source + QStringLiteral(",fps=2"), QStringLiteral("-t"),
-                           QString::number(seconds), QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), path});
+                           QStringLiteral("-i"), source, QStringLiteral("-t"), QString::number(seconds),
+                           QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), path});
         return path;
     }
 

@@ -1,1 +1,460 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/screens/library/LibraryScreenFixture.h"
+
+#include "app/language/L10n.h"
+
+#include <QAccessible>
+#include <QTest>
+
+namespace quelto {
+namespace {
+
+class LibraryViewTest : public test::LibraryScreenFixture {
+protected:
+    void open(const QString& properties = {})
+    {
+        reload();
+        show(properties);
+    }
+
+    void makeThree()
+    {
+        makeFile("Dota 2 - Ace.mp4", 3);
+        makeFile("League of Legends - 2026-03-01 20.15.07 [EFSANE 170] PENTAKILL.mp4", 2);
+        makeFile("League of Legends - 2026-03-01 20.15.08.mp4", 1);
+    }
+
+    void type(const char* text)
+    {
+        for (; *text != 0; ++text) {
+            QTest::keyClick(window, *text);
+        }
+    }
+
+    void search(const char* text)
+    {
+        click(item(QStringLiteral("Ara")));
+        type(text);
+    }
+
+    QString selectedName() const { return navigation.selectedPath().section(u'/', -1); }
+};
+
+TEST_F(LibraryViewTest, ShowsWhatItHasToSayAboutNoClips)
+{
+    open();
+    EXPECT_TRUE(shows(QStringLiteral("Klipler")));
+    EXPECT_TRUE(shows(QStringLiteral("Henüz klip yok")));
+    EXPECT_TRUE(shows(QStringLiteral("Kayıt açıkken %1 tuşlarına basarak son %2 saniyeyi kaydedin.")
+                          .arg(settings.hotkeyDisplay())
+                          .arg(settings.clipLength())));
+    EXPECT_EQ(find(QStringLiteral("Efsane")), nullptr);
+}
+
+TEST_F(LibraryViewTest, ShowsNeitherCountNorEmptinessBeforeTheFolderWasRead)
+{
+    makeThree();
+    show();
+    EXPECT_FALSE(shows(QStringLiteral("Henüz klip yok")));
+    auto* count = textItem(QStringLiteral("0 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın"));
+    ASSERT_NE(count, nullptr);
+    EXPECT_EQ(count->opacity(), 0);
+    libraryTime.settle();
+    settle(50);
+    EXPECT_TRUE(shows(QStringLiteral("3 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın")));
+    EXPECT_EQ(cardTitles().size(), 3);
+}
+
+TEST_F(LibraryViewTest, SaysThatThereIsNoResultOnlyForASearch)
+{
+    makeThree();
+    open();
+    search("xyz");
+    EXPECT_TRUE(shows(QStringLiteral("Sonuç bulunamadı")));
+    EXPECT_FALSE(shows(QStringLiteral("Henüz klip yok")));
+    key(Qt::Key_Escape);
+    EXPECT_EQ(cardTitles().size(), 3);
+    // A tier that no clip has is no search.
+    click(item(QStringLiteral("Basit")));
+    EXPECT_TRUE(shows(QStringLiteral("Henüz klip yok")));
+    EXPECT_TRUE(shows(QStringLiteral("0 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın")));
+}
+
+TEST_F(LibraryViewTest, HidesTheTierBarForClipsMadeByHandOnly)
+{
+    makeFile("Dota 2 - Ace.mp4");
+    open();
+    EXPECT_EQ(find(QStringLiteral("Efsane")), nullptr);
+    makeFile("Dota 2 - 2026-03-01 20.15.07 [ORTA 45] Triple.mp4");
+    reload();
+    settle(50);
+    EXPECT_NE(find(QStringLiteral("Efsane")), nullptr);
+}
+
+TEST_F(LibraryViewTest, FiltersByTierAndByText)
+{
+    makeThree();
+    open();
+    click(item(QStringLiteral("Efsane")));
+    EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("PENTAKILL")});
+    click(item(QStringLiteral("Manuel")));
+    EXPECT_EQ(cardTitles(), (QStringList{QStringLiteral("League of Legends klibi"), QStringLiteral("Ace")}));
+    search("dota");
+    EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("Ace")}) << "found by its game";
+}
+
+TEST_F(LibraryViewTest, OfOneGameCarriesItsName)
+{
+    makeThree();
+    open(QStringLiteral("hasGame: true; game: 'Dota 2'"));
+    EXPECT_EQ(textItem(QStringLiteral("Dota 2"))->property("font").value<QFont>().pixelSize(), 28);
+    EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("Ace")});
+    EXPECT_NE(find(QStringLiteral("Efsane")), nullptr) << "the tiers are those of the whole library";
+}
+
+TEST_F(LibraryViewTest, DrawsItsHeadAsTold)
+{
+    makeThree();
+    open();
+    const auto* title = textItem(QStringLiteral("Klipler"));
+    EXPECT_EQ(title->mapToScene({0, 0}), QPointF(28, 38));
+    EXPECT_EQ(title->property("font").value<QFont>().pixelSize(), 28);
+    EXPECT_EQ(title->property("font").value<QFont>().weight(), QFont::ExtraBold);
+    EXPECT_EQ(title->property("color").value<QColor>(), theme.text());
+    const auto* count = textItem(QStringLiteral("3 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın"));
+    EXPECT_EQ(count->property("font").value<QFont>().pixelSize(), 12);
+    EXPECT_EQ(count->property("color").value<QColor>(), theme.muted());
+    EXPECT_EQ(count->mapToScene({0, 0}).y(), 38 + title->height() + 4);
+    const auto* field = item(QStringLiteral("Ara"));
+    const auto* folderButton = item(QStringLiteral("Klasör"));
+    EXPECT_EQ(field->width(), 170);
+    EXPECT_EQ(folderButton->mapToScene({0, 0}).x() - field->mapToScene({170, 0}).x(), 8);
+    EXPECT_EQ(folderButton->mapToScene({folderButton->width(), 0}).x(), size.width() - 28);
+    const auto* day = item(QStringLiteral("Bugün"));
+    EXPECT_EQ(day->property("font").value<QFont>().pixelSize(), 11);
+    EXPECT_NEAR(day->property("font").value<QFont>().letterSpacing(), 1.3, 0.01);
+    EXPECT_EQ(day->property("color").value<QColor>(), theme.muted());
+}
+
+TEST_F(LibraryViewTest, OpensTheFolder)
+{
+    open();
+    click(item(QStringLiteral("Klasör")));
+    EXPECT_EQ(files.opened, QStringList{settings.saveFolder()});
+}
+
+TEST_F(LibraryViewTest, ACardTellsWhatItIs)
+{
+    makeThree();
+    open();
+    const auto* pentakill = card(QStringLiteral("PENTAKILL"));
+    const auto* interface = QAccessible::queryAccessibleInterface(const_cast<QQuickItem*>(pentakill));
+    ASSERT_NE(interface, nullptr);
+    EXPECT_EQ(interface->role(), QAccessible::ListItem);
+    EXPECT_TRUE(interface->text(QAccessible::Name).startsWith(QStringLiteral("PENTAKILL, League of Legends, ")));
+    EXPECT_TRUE(shows(QStringLiteral("EFSANE 170")));
+    EXPECT_EQ(textItem(QStringLiteral("Dota 2"))->property("color").value<QColor>(), theme.accent());
+    const auto* title = textItem(QStringLiteral("PENTAKILL"));
+    EXPECT_EQ(title->property("font").value<QFont>().pixelSize(), 13);
+    EXPECT_EQ(title->property("font").value<QFont>().weight(), QFont::DemiBold);
+}
+
+TEST_F(LibraryViewTest, AClickOpensTheClip)
+{
+    makeThree();
+    open();
+    click(card(QStringLiteral("Ace")));
+    EXPECT_EQ(selectedName(), QStringLiteral("Dota 2 - Ace.mp4"));
+}
+
+TEST_F(LibraryViewTest, TheMenuButtonOpensItsMenuAndNotTheClip)
+{
+    makeThree();
+    open();
+    auto buttons = itemsOf("ClipMenuButton");
+    ASSERT_EQ(buttons.size(), 3);
+    click(buttons.first());
+    settle();
+    EXPECT_FALSE(navigation.hasSelected());
+    EXPECT_TRUE(shows(QStringLiteral("Klasörde Göster")));
+    EXPECT_EQ(buttons.first()->size(), QSizeF(22, 22));
+}
+
+TEST_F(LibraryViewTest, TheContextMenuHoldsFourEntriesInOrder)
+{
+    makeThree();
+    open();
+    click(card(QStringLiteral("Ace")), Qt::RightButton);
+    settle();
+    EXPECT_FALSE(navigation.hasSelected());
+    QStringList entries;
+    for (const auto* each : itemsOf("ThemedMenuItem")) {
+        entries.append(each->property("text").toString());
+    }
+    EXPECT_EQ(entries,
+              (QStringList{QStringLiteral("Oynat"), QStringLiteral("Dosyayı Kopyala (Discord'a yapıştır)"),
+                           QStringLiteral("Klasörde Göster"), QStringLiteral("Çöp Kutusuna Taşı")}));
+}
+
+TEST_F(LibraryViewTest, ItsMenuPlaysCopiesAndReveals)
+{
+    makeThree();
+    open();
+    const auto choose = [&](const char* entry) {
+        click(card(QStringLiteral("Ace")), Qt::RightButton);
+        settle();
+        click(item(QString::fromUtf8(entry)));
+        settle();
+    };
+    choose("Dosyayı Kopyala (Discord'a yapıştır)");
+    EXPECT_EQ(pasteboard.file, path("Dota 2 - Ace.mp4"));
+    EXPECT_EQ(navigation.toast(), QStringLiteral("Klip panoya kopyalandı — Discord'da Ctrl+V ile yapıştırın"));
+    choose("Klasörde Göster");
+    EXPECT_EQ(files.revealed, QStringList{path("Dota 2 - Ace.mp4")});
+    choose("Oynat");
+    EXPECT_EQ(selectedName(), QStringLiteral("Dota 2 - Ace.mp4"));
+}
+
+TEST_F(LibraryViewTest, TrashesAfterAskingOnly)
+{
+    makeThree();
+    open();
+    const auto ask = [&] {
+        click(card(QStringLiteral("Ace")), Qt::RightButton);
+        settle();
+        click(item(QStringLiteral("Çöp Kutusuna Taşı")));
+        settle();
+        EXPECT_TRUE(shows(QStringLiteral("Klip çöp kutusuna taşınsın mı?")));
+    };
+    ask();
+    click(item(QStringLiteral("Vazgeç")));
+    settle();
+    EXPECT_FALSE(shows(QStringLiteral("Klip çöp kutusuna taşınsın mı?")));
+    EXPECT_EQ(trash.calls, 0);
+    ask();
+    key(Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(trash.calls, 0);
+    ask();
+    click(item(QStringLiteral("Çöp Kutusuna Taşı")));
+    settle();
+    EXPECT_EQ(trash.recycled, QStringList{path("Dota 2 - Ace.mp4")});
+}
+
+TEST_F(LibraryViewTest, GrowsAndLightsUpUnderThePointer)
+{
+    makeThree();
+    open();
+    auto* ace = card(QStringLiteral("Ace"));
+    EXPECT_EQ(ace->scale(), 1);
+    EXPECT_EQ(ace->z(), 0);
+    EXPECT_FALSE(shows(QStringLiteral("Discord'a sürükle")));
+    QTest::mouseMove(window, middleOf(ace));
+    settle();
+    EXPECT_DOUBLE_EQ(ace->scale(), 1.015);
+    EXPECT_TRUE(shows(QStringLiteral("Discord'a sürükle")));
+    // Over its button the pointer is still on the card.
+    for (const auto* button : itemsOf("ClipMenuButton")) {
+        if (ace->contains(ace->mapFromItem(button, {1, 1}))) {
+            QTest::mouseMove(window, middleOf(button));
+        }
+    }
+    settle();
+    EXPECT_DOUBLE_EQ(ace->scale(), 1.015);
+    QTest::mouseMove(window, {5, 5});
+    settle();
+    EXPECT_EQ(ace->scale(), 1);
+}
+
+TEST_F(LibraryViewTest, ADragCarriesTheFileAndOpensNothing)
+{
+    makeThree();
+    open();
+    const auto start = middleOf(card(QStringLiteral("Ace")));
+    QTest::mousePress(window, Qt::LeftButton, {}, start);
+    QTest::mouseMove(window, start + QPoint(3, 0));
+    settle(50);
+    EXPECT_TRUE(dragged.isEmpty()) << "a hand that trembles drags nothing";
+    // Straight down, where a view would be flicked.
+    for (int y = 10; y <= 60; y += 10) {
+        QTest::mouseMove(window, start + QPoint(0, y));
+    }
+    settle(50);
+    EXPECT_EQ(dragged, QStringList{path("Dota 2 - Ace.mp4")});
+    QTest::mouseRelease(window, Qt::LeftButton, {}, start + QPoint(0, 60));
+    settle(50);
+    EXPECT_FALSE(navigation.hasSelected());
+    EXPECT_EQ(dragged.size(), 1);
+}
+
+class ScrolledLibraryTest : public LibraryViewTest {
+protected:
+    void SetUp() override
+    {
+        LibraryViewTest::SetUp();
+        for (int i = 0; i < 120; ++i) {
+            makeFile(QStringLiteral("Dota 2 - Nr %1.mp4").arg(i, 3, 10, QLatin1Char('0')).toUtf8().constData(), i * 60);
+        }
+        open();
+        grid = itemsOf("CardGrid").value(0);
+        ASSERT_NE(grid, nullptr);
+        flick = grid->findChild<QQuickItem*>(QStringLiteral("cards"));
+        ASSERT_NE(flick, nullptr);
+    }
+
+    qreal contentY() const { return grid->property("contentY").toReal(); }
+
+    void wheel(int angle)
+    {
+        const auto middle = middleOf(grid);
+        QWheelEvent event(middle, window->mapToGlobal(middle), {}, {0, angle}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(window, &event);
+        settle(350);
+    }
+
+    QQuickItem* grid = nullptr;
+    /// What moves in it.
+    QQuickItem* flick = nullptr;
+};
+
+TEST_F(ScrolledLibraryTest, TheMouseDragsCardsAndNotTheView)
+{
+    const auto start = middleOf(grid);
+    QTest::mousePress(window, Qt::LeftButton, {}, start);
+    for (int y = 10; y <= 200; y += 10) {
+        QTest::mouseMove(window, start - QPoint(0, y));
+        settle(5);
+    }
+    QTest::mouseRelease(window, Qt::LeftButton, {}, start - QPoint(0, 200));
+    settle(300);
+    EXPECT_EQ(contentY(), 0);
+}
+
+TEST_F(ScrolledLibraryTest, AFingerFlicksTheView)
+{
+    auto* finger = QTest::createTouchDevice();
+    const auto start = middleOf(grid);
+    QTest::touchEvent(window, finger).press(0, start);
+    for (int y = 10; y <= 200; y += 10) {
+        settle(5);
+        QTest::touchEvent(window, finger).move(0, start - QPoint(0, y));
+    }
+    QTest::touchEvent(window, finger).release(0, start - QPoint(0, 200));
+    settle(300);
+    EXPECT_GT(contentY(), 100);
+    EXPECT_FALSE(navigation.hasSelected());
+    EXPECT_TRUE(dragged.isEmpty());
+}
+
+TEST_F(ScrolledLibraryTest, TheWheelGlidesByNotchesAndStopsAtTheEnds)
+{
+    wheel(-120);
+    EXPECT_NEAR(contentY(), 110, 1);
+    wheel(-240);
+    EXPECT_NEAR(contentY(), 330, 1);
+    wheel(1200);
+    EXPECT_EQ(contentY(), 0);
+    wheel(-120'000);
+    EXPECT_NEAR(contentY(), grid->property("contentHeight").toReal() - grid->height(), 1);
+}
+
+TEST_F(ScrolledLibraryTest, KeysWalkTheCardsAndKeepThemInView)
+{
+    EXPECT_TRUE(grid->hasActiveFocus());
+    key(Qt::Key_End);
+    EXPECT_GT(contentY(), 1000);
+    EXPECT_TRUE(cardTitles().contains(QStringLiteral("Nr 119")));
+    key(Qt::Key_Return);
+    EXPECT_EQ(selectedName(), QStringLiteral("Dota 2 - Nr 119.mp4"));
+    navigation.closeClip();
+    key(Qt::Key_Home);
+    EXPECT_EQ(contentY(), 0);
+    key(Qt::Key_Right);
+    key(Qt::Key_Down);
+    key(Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(selectedName(), QStringLiteral("Dota 2 - Nr 004.mp4"));
+}
+
+TEST_F(ScrolledLibraryTest, KeysTrashCopyAndOpenTheMenu)
+{
+    key(Qt::Key_Home);
+    key(Qt::Key_Right);
+    QMetaObject::invokeMethod(window->focusObject(), "copy");
+    EXPECT_EQ(pasteboard.file, path("Dota 2 - Nr 001.mp4"));
+    key(Qt::Key_Menu);
+    settle();
+    EXPECT_TRUE(shows(QStringLiteral("Klasörde Göster")));
+    key(Qt::Key_Escape);
+    settle();
+    key(Qt::Key_F10, Qt::ShiftModifier);
+    settle();
+    EXPECT_TRUE(shows(QStringLiteral("Klasörde Göster")));
+    key(Qt::Key_Escape);
+    settle();
+    EXPECT_TRUE(grid->hasActiveFocus()) << "the keys are back where they were";
+    key(Qt::Key_Delete);
+    settle();
+    EXPECT_TRUE(shows(QStringLiteral("Klip çöp kutusuna taşınsın mı?")));
+    key(Qt::Key_Return);
+    settle();
+    EXPECT_EQ(trash.calls, 0) << "the keyboard begins at the button that does nothing";
+    key(Qt::Key_Delete);
+    settle();
+    key(Qt::Key_Right);
+    key(Qt::Key_Return);
+    settle();
+    EXPECT_EQ(trash.recycled, QStringList{path("Dota 2 - Nr 001.mp4")});
+}
+
+TEST_F(ScrolledLibraryTest, SearchIsLeftInTwoSteps)
+{
+    key(Qt::Key_F, Qt::ControlModifier);
+    auto* field = item(QStringLiteral("Ara"));
+    EXPECT_TRUE(field->hasActiveFocus());
+    type("nr 11");
+    EXPECT_TRUE(shows(QStringLiteral("10 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın")));
+    key(Qt::Key_Escape);
+    EXPECT_EQ(field->property("text").toString(), QString());
+    EXPECT_TRUE(field->hasActiveFocus());
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(grid->hasActiveFocus());
+}
+
+TEST_F(ScrolledLibraryTest, TabGoesFromSearchToFolderToGrid)
+{
+    item(QStringLiteral("Ara"))->forceActiveFocus();
+    key(Qt::Key_Tab);
+    EXPECT_TRUE(item(QStringLiteral("Klasör"))->hasActiveFocus());
+    key(Qt::Key_Tab);
+    EXPECT_TRUE(grid->hasActiveFocus());
+    key(Qt::Key_Tab);
+    EXPECT_FALSE(grid->hasActiveFocus()) << "all cards are one stop";
+}
+
+TEST_F(ScrolledLibraryTest, AnOpenMenuGoesWithItsCard)
+{
+    key(Qt::Key_Home);
+    key(Qt::Key_Menu);
+    settle();
+    EXPECT_TRUE(shows(QStringLiteral("Oynat")));
+    QFile::remove(path("Dota 2 - Nr 000.mp4"));
+    reload();
+    settle();
+    EXPECT_FALSE(shows(QStringLiteral("Oynat"))) << "it would act on another clip";
+}
+
+TEST_F(ScrolledLibraryTest, NoItemIsMadeWhileScrolling)
+{
+    const auto itemCount = [&] { return flick->property("contentItem").value<QQuickItem*>()->childItems().size(); };
+    const auto before = itemCount();
+    for (int y = 0; y < 3000; y += 130) {
+        flick->setProperty("contentY", y);
+        settle(1);
+    }
+    EXPECT_EQ(itemCount(), before);
+    EXPECT_LT(before, 40);
+}
+
+} // namespace
+} // namespace quelto
