@@ -57,6 +57,7 @@ class ScreenReader:
         return self._bus.call_sync(*address, interface, method, GLib.Variant(signature, values), None, 0, _TIMEOUT)
 
     def _property(self, address, name):
+        """Name or Description."""
         return self._call(address, "org.freedesktop.DBus.Properties", "Get", "(ss)", (_ACCESSIBLE, name))[0]
 
     def _children(self, address):
@@ -113,9 +114,9 @@ class ScreenReader:
             seen = "\n".join(map(str, self.showing()))
             raise AssertionError(f"{error}; there is\n{seen}") from None
 
-    def wait_for(self, condition, seconds, what):
-        """The first true value of `condition`, which is handed this reader."""
-        return desk.wait_until(lambda: condition(self), seconds, what)
+    def descriptions(self, role):
+        """What is said of those of that role beside their names."""
+        return [self._property(item.address, "Description") for item in self.showing(role)]
 
     def wait_until_gone(self, role, name, seconds=5):
         desk.wait_until(lambda: not self.showing(role, name), seconds, f"{role} “{name}” to go")

@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The list of clips follows its folder, whoever changes it."""
-import os
 import subprocess
 import time
 
@@ -79,16 +78,6 @@ class Library(window.WindowTest):
         self.assert_soon(unmount, ALL, 0)
         self.assert_soon(lambda: desk.run("mount", "--bind", disk, place), ALL, 1)
         self.assert_soon(lambda: clip_folder.put_clip(disk / "clips", "Dota 2 - 2026-03-01 20.16.07"), ALL, 2)
-
-    def mount(self, *words):
-        """Until the test's end; the last word is the place."""
-        if os.geteuid():
-            self.skipTest("only root may mount")
-        result = subprocess.run(["mount", *map(str, words)], capture_output=True, text=True)
-        if result.returncode:
-            self.skipTest(f"this machine does not let us mount: {result.stderr.strip()}")
-        # Whatever still looks at it, nothing stays mounted.
-        self.addCleanup(subprocess.run, ["umount", "--lazy", words[-1]], capture_output=True)
 
     def test_burst_of_new_clips_ends_in_the_full_count(self):
         self.window()

@@ -2,6 +2,7 @@
 """Tests of the program's window, in which things are found as a screen reader finds them."""
 import os
 import pathlib
+import subprocess
 import tempfile
 
 import clip_folder
@@ -28,9 +29,14 @@ class WindowTest(desk.DeskTest):
         """The program with its recorder stopped and its window in front."""
         settings.setdefault("saveFolder", str(self.folder))
         program = self.quelto(environment, autoStart=False, **settings)
+        self.addCleanup(self.assert_quiet, program)
         program.wait_for_state("idle")
         self.reader.find("frame", "Quelto", 10)
         return program
+
+    def assert_quiet(self, program):
+        """What the window's description cannot do is only said in the log."""
+        self.assertNotIn("qrc:", program.log.read_text())
 
     def neighbour(self, script, *arguments):
         program = neighbour.Neighbour(script, *arguments)
@@ -52,3 +58,13 @@ class WindowTest(desk.DeskTest):
 
     def frame(self):
         return self.reader.find("frame", "Quelto").bounds
+
+    def mount(self, *words):
+        """Until the test's end; the last word is the place."""
+        if os.geteuid():
+            self.skipTest("only root may mount")
+        result = subprocess.run(["mount", *map(str, words)], capture_output=True, text=True)
+        if result.returncode:
+            self.skipTest(f"this machine does not let us mount: {result.stderr.strip()}")
+        # Whatever still looks at it, nothing stays mounted.
+        self.addCleanup(subprocess.run, ["umount", "--lazy", words[-1]], capture_output=True)
