@@ -16,24 +16,6 @@ constexpr int FromTop = 48;
 constexpr std::chrono::milliseconds Standing{2600};
 constexpr std::chrono::milliseconds FadingOut{300};
 
-struct TierSymbol {
-    ClipTier tier;
-    const char* symbol;
-};
-constexpr std::array TierSymbols{TierSymbol{ClipTier::epic, "flame.fill"}, TierSymbol{ClipTier::medium, "bolt.fill"},
-                                 TierSymbol{ClipTier::basic, "star.fill"}};
-
-QString symbolOf(const HudNotice& notice)
-{
-    if (notice.error) {
-        return QStringLiteral("xmark");
-    }
-    if (!notice.tier) {
-        return QStringLiteral("checkmark");
-    }
-    return QLatin1String(std::ranges::find(TierSymbols, *notice.tier, &TierSymbol::tier)->symbol);
-}
-
 } // namespace
 
 Hud::Hud(QQmlEngine& engine, TaskQueue& main)
@@ -54,7 +36,6 @@ void Hud::show(const HudNotice& notice)
     m_window->setResizeMode(QQuickView::SizeRootObjectToView);
     m_window->setInitialProperties({{QStringLiteral("title"), notice.title},
                                     {QStringLiteral("subtitle"), notice.subtitle},
-                                    {QStringLiteral("symbol"), symbolOf(notice)},
                                     {QStringLiteral("error"), notice.error},
                                     {QStringLiteral("tier"), notice.tier ? tagOf(*notice.tier) : QString()}});
     m_window->setSource(QUrl(QStringLiteral("qrc:/Quelto/Shell/HudView.qml")));

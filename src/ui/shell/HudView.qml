@@ -9,17 +9,11 @@ Rectangle {
 
     required property string title
     required property string subtitle
-    required property string symbol
     required property bool error
     // The tier's tag, or nothing.
     required property string tier
     property bool leaving: false
-
-    readonly property var tileColors: ({
-            "EFSANE": Theme.gold,
-            "ORTA": Theme.accent,
-            "BASIT": Theme.violet
-        })
+    readonly property string symbol: error ? "xmark" : tier === "" ? "checkmark" : style.symbol
 
     opacity: 0
     radius: 10
@@ -28,6 +22,12 @@ Rectangle {
     border.color: Theme.border
     Accessible.role: Accessible.AlertMessage
     Accessible.name: hud.title + "\n" + hud.subtitle
+
+    TierStyle {
+        id: style
+
+        tier: hud.tier
+    }
 
     Row {
         anchors.verticalCenter: parent.verticalCenter
@@ -38,13 +38,13 @@ Rectangle {
             width: 36
             height: 36
             radius: 7
-            color: hud.error ? Theme.live : hud.tileColors[hud.tier] ?? Theme.accent
+            color: hud.error ? Theme.live : hud.tier === "" ? Theme.accent : style.color
 
             SymbolIcon {
                 anchors.centerIn: parent
                 symbol: hud.symbol
                 side: 20
-                color: hud.tier === "EFSANE" ? Theme.onGold : Theme.onAccent
+                color: hud.tier === "" ? Theme.onAccent : style.foreground
             }
         }
 

@@ -22,7 +22,6 @@ T.AbstractButton {
     verticalPadding: 8
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.PageTab
     Accessible.name: count < 0 ? text : text + ", " + count
     Accessible.selectable: true
     Accessible.selected: active
