@@ -94,6 +94,7 @@ T.Control {
         contentHeight: grid.library.contentHeight
         boundsBehavior: Flickable.StopAtBounds
         flickableDirection: Flickable.VerticalFlick
+        maximumFlickVelocity: 6000
         // A mouse drags cards, not the view.
         interactive: !mouse.active
         clip: true
