@@ -50,14 +50,14 @@ public:
     void setFile(const QString& /*path*/) override { }
 };
 
-/// Units: MiB, of pages that only this process has.
+/// Units: MiB, of what this process alone has written, in memory or swapped out.
 double memory()
 {
     QFile file(QStringLiteral("/proc/self/smaps_rollup"));
     qint64 kilobytes = 0;
     if (file.open(QIODevice::ReadOnly)) {
         for (const auto& line : file.readAll().split('\n')) {
-            if (line.startsWith("Private_")) {
+            if (line.startsWith("Private_Dirty:") || line.startsWith("Swap:")) {
                 kilobytes += line.simplified().split(' ').value(1).toLongLong();
             }
         }
