@@ -24,7 +24,7 @@ double secondsOf(std::int64_t value, AVRational unit)
 /// Movies in fragments leave the movie's own duration open.
 double durationOf(const AVFormatContext& context)
 {
-    auto duration = secondsOf(context.duration, AV_TIME_BASE_Q);
+    auto duration = secondsOf(context.duration, av_get_time_base_q());
     for (unsigned i = 0; duration <= 0 && i < context.nb_streams; ++i) {
         duration = std::max(duration, secondsOf(context.streams[i]->duration, context.streams[i]->time_base));
     }

@@ -22,7 +22,7 @@ namespace {
 constexpr int BufferBytes = 64 * 1024;
 
 /// What a broken index may make the library ask for in one piece.
-constexpr std::size_t LargestBlock = std::size_t{512} << 20U;
+constexpr std::size_t LargestBlock = std::size_t{256} << 20U;
 
 int openRegular(const QString& path)
 {

@@ -13,6 +13,8 @@ constexpr int LargestSide = 16384;
 /// Two 8K screens beside each other fit.
 constexpr std::int64_t LargestArea = std::int64_t{1} << 26U;
 
+constexpr int MostHiddenPictures = 10'000;
+
 bool isWhole(const AVFrame& frame)
 {
     return frame.decode_error_flags == 0 && (frame.flags & AV_FRAME_FLAG_CORRUPT) == 0;
@@ -23,6 +25,17 @@ void requireReasonableSize(int width, int height)
     if (width > LargestSide || height > LargestSide || std::int64_t{width} * height > LargestArea) {
         throw ffmpeg::FfmpegError(AVERROR(EINVAL));
     }
+}
+
+/// Pictures behind the end of an edit list stay in the index, and the library's search takes the square of their
+/// number.
+bool isIndexQuick(AVStream& track)
+{
+    int hidden = 0;
+    for (int i = 0; i < avformat_index_get_entries_count(&track); ++i) {
+        hidden += (avformat_index_get_entry(&track, i)->flags & AVINDEX_DISCARD_FRAME) != 0 ? 1 : 0;
+    }
+    return hidden <= MostHiddenPictures;
 }
 
 } // namespace
@@ -55,14 +68,24 @@ StillDecoder::StillDecoder(const InputFile& file, AVStream& track)
 
 ffmpeg::Frame StillDecoder::pictureAt(double seconds, double tolerance)
 {
-    const auto inTicks = [this](double value) {
-        return av_rescale_q(static_cast<std::int64_t>(value * AV_TIME_BASE), AV_TIME_BASE_Q, m_track.time_base);
-    };
     const auto target = inTicks(seconds);
+    if (!isIndexQuick(m_track)) {
+        // Nothing was read yet, and the first seconds are not far.
+        return decodedUpTo(target, inTicks(tolerance));
+    }
     if (auto frame = keyFrameNear(target, inTicks(tolerance))) {
         return frame;
     }
+    avcodec_flush_buffers(m_decoder.get());
+    if (av_seek_frame(&m_file.context(), m_track.index, target, AVSEEK_FLAG_BACKWARD) < 0) {
+        return nullptr;
+    }
     return decodedUpTo(target, inTicks(tolerance));
+}
+
+std::int64_t StillDecoder::inTicks(double seconds) const
+{
+    return av_rescale_q(static_cast<std::int64_t>(seconds * AV_TIME_BASE), av_get_time_base_q(), m_track.time_base);
 }
 
 ffmpeg::Frame StillDecoder::keyFrameNear(std::int64_t target, std::int64_t tolerance)
@@ -94,10 +117,6 @@ ffmpeg::Frame StillDecoder::keyFrameNear(std::int64_t target, std::int64_t toler
 
 ffmpeg::Frame StillDecoder::decodedUpTo(std::int64_t target, std::int64_t tolerance)
 {
-    avcodec_flush_buffers(m_decoder.get());
-    if (av_seek_frame(&m_file.context(), m_track.index, target, AVSEEK_FLAG_BACKWARD) < 0) {
-        return nullptr;
-    }
     ffmpeg::Frame shown;
     ffmpeg::Packet packet;
     do {

@@ -18,7 +18,9 @@ public:
     ffmpeg::Frame pictureAt(double seconds, double tolerance);
 
 private:
+    std::int64_t inTicks(double seconds) const;
     ffmpeg::Frame keyFrameNear(std::int64_t target, std::int64_t tolerance);
+    /// From where the file stands.
     ffmpeg::Frame decodedUpTo(std::int64_t target, std::int64_t tolerance);
     /// Null at the end of the track, for a packet that is not whole, and when patience is over.
     ffmpeg::Packet next();

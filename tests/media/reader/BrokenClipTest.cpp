@@ -135,6 +135,26 @@ TEST_F(BrokenClipTest, HugePictureThatTheIndexHidesIsNotDecoded)
     EXPECT_TRUE(reading.picture.isNull());
 }
 
+TEST_F(BrokenClipTest, IndexOfEndlessPicturesDoesNotHoldItUp)
+{
+    for (const quint32 distance : {0U, 1U}) {
+        auto bytes = goodClip();
+        const auto put = [&](const char* box, qsizetype at, quint32 value) {
+            qToBigEndian(value, bytes.data() + bytes.indexOf(box) + at);
+        };
+        constexpr quint32 Count = 200'000;
+        put("stsz", 8, 1);
+        put("stsz", 12, Count);
+        // One chunk holds them all, and they stand close together.
+        put("stsc", 16, Count);
+        put("stts", 12, Count);
+        put("stts", 16, distance);
+        const auto start = HostClock::now();
+        EXPECT_TRUE(readClip(clips.write(QStringLiteral("endless.mp4"), bytes)).picture.isNull());
+        EXPECT_LT(HostClock::now() - start, 5s);
+    }
+}
+
 TEST_F(BrokenClipTest, StopAndTheEndOfTheTimeEndTheReading)
 {
     const auto path = clips.write(QStringLiteral("a.mp4"), goodClip());

@@ -104,6 +104,19 @@ TEST_F(ClipReadingTest, MovieInFragmentsHasFactsAndPicture)
     EXPECT_NEAR(secondOf(reading.picture, 50), 1.0, 0.06);
 }
 
+TEST_F(ClipReadingTest, ClipCutWithoutEncodingCountsFromItsCut)
+{
+    const auto whole =
+        clips.lightening(QStringLiteral("whole.mp4"), 6, 35, QStringLiteral("-g 60 -sc_threshold 0 -bf 2"));
+    // Key frames stand at whole seconds, so the file begins at second 1 and hides its first pictures.
+    const auto cut = clips.make(QStringLiteral("cut.mp4"), QStringLiteral("-ss 1.7 -i %1 -c copy").arg(whole));
+    EXPECT_NEAR(secondOf(readClip(cut).picture, 35), 3.0, 0.04);
+    const auto piece =
+        clips.make(QStringLiteral("piece.mp4"), QStringLiteral("-ss 1.7 -i %1 -t 1.2 -c copy").arg(whole));
+    const auto reading = readClip(piece);
+    EXPECT_NEAR(secondOf(reading.picture, 35), 1.7 + reading.facts.duration / 2, 0.04);
+}
+
 TEST_F(ClipReadingTest, OurOwnClipOfARestingScreenTellsItsMeanRate)
 {
     constexpr HostTime Start{1000s};
