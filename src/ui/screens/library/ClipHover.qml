@@ -49,9 +49,8 @@ Item {
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.margins: 8
-        width: Math.min(hint.implicitWidth + 14, veil.width - 16 - veil.reserved)
-        height: hint.implicitHeight + 8
-        visible: width > 34
+        width: hint.implicitWidth + 14
+        height: words.implicitHeight + 8
         radius: 4
         color: Theme.discord
 
@@ -69,12 +68,14 @@ Item {
                 color: Theme.onAccent
             }
 
+            // A narrow card keeps the sign alone.
             Text {
+                id: words
+
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.max(0, Math.min(implicitWidth, veil.width - veil.reserved - 16 - 14 - 16))
+                visible: veil.width - veil.reserved >= implicitWidth + 16 + 14 + 16
                 text: L10n.T("Discord'a sürükle")
                 textFormat: Text.PlainText
-                elide: Text.ElideRight
                 color: Theme.onAccent
                 font.pixelSize: 10
                 font.weight: Font.Bold

@@ -266,6 +266,16 @@ TEST_F(LibraryViewTest, GrowsAndLightsUpUnderThePointer)
     EXPECT_EQ(ace->scale(), 1);
 }
 
+TEST_F(LibraryViewTest, ANarrowCardKeepsTheSignOfItsHint)
+{
+    makeFile("Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] Ace (9x16).mp4");
+    open();
+    QTest::mouseMove(window, middleOf(card(QStringLiteral("Ace (9x16)"))));
+    settle();
+    EXPECT_FALSE(shows(QStringLiteral("Discord'a sürükle")));
+    EXPECT_EQ(itemsOf("ClipHover").size(), 1);
+}
+
 TEST_F(LibraryViewTest, ADragCarriesTheFileAndOpensNothing)
 {
     makeThree();
