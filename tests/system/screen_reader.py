@@ -75,19 +75,20 @@ class ScreenReader:
         return Item(tuple(address), self._call(address, _ACCESSIBLE, "GetRoleName")[0], self._property(address, "Name"),
                     states, bounds)
 
-    def _walk(self, address):
+    def _walk(self, address, closed=()):
         try:
             item = self._item(address)
-            children = self._children(address)
+            children = self._children(address) if item.role not in closed else ()
         except GLib.Error:
             # It went while it was looked at.
             return
         yield item
         for child in children:
-            yield from self._walk(child)
+            yield from self._walk(child, closed)
 
-    def everything(self):
-        """Every item of the program, in the order in which it tells of them; empty while the program is not there."""
+    def everything(self, closed=()):
+        """Every item of the program, in the order in which it tells of them; empty while the program is not there.
+        Those of the roles in `closed` are not entered."""
         applications = self._children(("org.a11y.atspi.Registry", _ROOT))
         for address in applications:
             try:
@@ -96,17 +97,20 @@ class ScreenReader:
                 continue
             if is_ours:
                 for child in self._children(address):
-                    yield from self._walk(child)
+                    yield from self._walk(child, closed)
+
+    def _fitting(self, role, name, closed=()):
+        return (item for item in self.everything(closed)
+                if item.bounds and role in (None, item.role) and (name is None or re.fullmatch(name, item.name)))
 
     def showing(self, role=None, name=None):
         """Those on the screen, of that role, whose whole name fits the pattern."""
-        return [item for item in self.everything()
-                if item.bounds and role in (None, item.role) and (name is None or re.fullmatch(name, item.name))]
+        return list(self._fitting(role, name))
 
-    def find(self, role, name, seconds=5):
+    def find(self, role, name, seconds=5, closed=()):
         """The first such item, once there is one."""
         def first():
-            return next(iter(self.showing(role, name)), None)
+            return next(self._fitting(role, name, closed), None)
 
         try:
             return desk.wait_until(first, seconds, f"{role} “{name}”")

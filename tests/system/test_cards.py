@@ -248,23 +248,27 @@ class Cards(window.WindowTest):
         can.restore(clip)
         self.card()
 
-    def test_keyboard_alone_opens_and_returns(self):
+    def test_keyboard_alone_goes_to_a_game_opens_a_clip_and_returns(self):
         program = self.window()
         self.card()
-        self.tab_to("list item")
+        self.tab_to("push button", "Dota 2, 2")
+        desk.press("Return")
+        desk.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
+        self.tab_to("list item", ".*")
         desk.press("Right")
         self.wait_for_focus("Dota 2 klibi, .*")
         desk.press("Return")
         self.wait_for_open_clip("Dota 2 klibi")
         desk.press("Escape")
         self.wait_for_focus("Dota 2 klibi, .*")
-        self.assertEqual(program.get("Page"), "library")
+        self.assertEqual(program.get("Page"), "library Dota 2")
+        self.assertEqual(len(self.titles()), 2)
 
     def test_keyboard_alone_moves_to_the_trash(self):
         can = self.trash_can()
         self.window()
         self.card()
-        self.tab_to("list item")
+        self.tab_to("list item", ".*")
         desk.press("Home")
         self.wait_for_focus(re.escape(TITLE) + ", .*")
         # Return on the button that has the focus first does nothing to the clip.
@@ -284,10 +288,20 @@ class Cards(window.WindowTest):
         self.reader.wait_until_gone("list item", re.escape(TITLE) + ", .*")
         self.wait_for_focus("Dota 2 klibi, .*")
 
+    def test_copy_by_its_key_takes_the_card_of_the_keyboard(self):
+        self.window()
+        self.card()
+        self.tab_to("list item", ".*")
+        desk.press("End")
+        self.wait_for_focus("100% Triple Kill #3 ü, .*")
+        desk.press("ctrl+c")
+        self.reader.find(None, re.escape(COPIED))
+        self.assert_is_file(self.clipboard("text/uri-list").splitlines(), self.triple)
+
     def test_keyboard_alone_uses_the_menu(self):
         self.window()
         self.card()
-        self.tab_to("list item")
+        self.tab_to("list item", ".*")
         desk.press("Home")
         self.wait_for_focus(re.escape(TITLE) + ", .*")
         desk.press("shift+F10")
@@ -330,17 +344,17 @@ class Cards(window.WindowTest):
         except AssertionError as error:
             raise AssertionError(f"{error}; it is on {self.reader.focused()}; there is\n{self.reader.tree()}") from None
 
-    def tab_to(self, role):
-        """Goes on with Tab until something of that role has the focus."""
+    def tab_to(self, role, name):
+        """Goes on with Tab until such an item has the focus."""
         passed = []
         for _ in range(30):
             before = self.reader.focused()
-            if before and before.role == role:
+            if before and before.role == role and re.fullmatch(name, before.name):
                 return before
             passed.append(str(before))
             desk.press("Tab")
             desk.wait_until(lambda: self.reader.focused() != before, 3, f"the focus to go on from {before}")
-        raise AssertionError(f"no {role} on the way: {passed}")
+        raise AssertionError(f"no {role} “{name}” on the way: {passed}")
 
     def test_language_and_theme_keep_what_is_seen(self):
         program = self.window()
