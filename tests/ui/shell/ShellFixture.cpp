@@ -7,9 +7,7 @@
 #include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
 
-#include <QAccessible>
 #include <QDir>
-#include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
@@ -18,26 +16,6 @@ Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
 namespace quelto::test {
-
-namespace {
-
-template <typename Predicate> QQuickItem* tryFind(QQuickItem* root, const Predicate& isWanted)
-{
-    if (!root->isVisible()) {
-        return nullptr;
-    }
-    if (isWanted(root)) {
-        return root;
-    }
-    for (auto* child : root->childItems()) {
-        if (auto* found = tryFind(child, isWanted)) {
-            return found;
-        }
-    }
-    return nullptr;
-}
-
-} // namespace
 
 void ShellFixture::SetUp()
 {
@@ -91,10 +69,7 @@ void ShellFixture::TearDown()
 
 QQuickItem* ShellFixture::item(const QString& accessibleName) const
 {
-    auto* found = tryFind(window->contentItem(), [&](QQuickItem* each) {
-        const auto* interface = QAccessible::queryAccessibleInterface(each);
-        return interface != nullptr && interface->text(QAccessible::Name) == accessibleName;
-    });
+    auto* found = itemNamed(window, accessibleName);
     EXPECT_NE(found, nullptr) << "nothing visible is called " << accessibleName.toStdString();
     return found;
 }
@@ -103,14 +78,6 @@ QString ShellFixture::descriptionOf(const QString& accessibleName) const
 {
     auto* const found = item(accessibleName);
     return found == nullptr ? QString() : QAccessible::queryAccessibleInterface(found)->text(QAccessible::Description);
-}
-
-QQuickItem* ShellFixture::textItem(const QString& text) const
-{
-    // A control and the label within it have the same text; the label is what is seen.
-    return tryFind(window->contentItem(), [&](QQuickItem* each) {
-        return each->property("text").toString() == text && each->property("lineCount").isValid();
-    });
 }
 
 void ShellFixture::makeClips(const QList<QByteArray>& names)
@@ -128,32 +95,19 @@ void ShellFixture::makeClips(const QList<QByteArray>& names)
 QStringList ShellFixture::cutTexts() const
 {
     QStringList cut;
-    tryFind(window->contentItem(), [&](QQuickItem* each) {
+    visitVisible(window->contentItem(), [&](const QQuickItem* each) {
         if (each->property("truncated").toBool()) {
             cut.append(each->property("text").toString());
         }
-        return false;
     });
     return cut;
 }
 
 void ShellFixture::click(const QString& accessibleName)
 {
-    if (auto* target = item(accessibleName)) {
-        const auto middle = target->mapToScene({target->width() / 2, target->height() / 2});
-        QTest::mouseClick(window, Qt::LeftButton, {}, middle.toPoint());
+    if (const auto* target = item(accessibleName)) {
+        QTest::mouseClick(window, Qt::LeftButton, {}, middleOf(target));
     }
-}
-
-QImage ShellFixture::picture(const QString& name)
-{
-    // Colours and switches move for a moment after a change.
-    QTest::qWait(400);
-    auto image = window->grabWindow();
-    const QDir pictures(QStringLiteral(QUELTO_PICTURES));
-    pictures.mkpath(QStringLiteral("."));
-    image.save(pictures.filePath(name + QStringLiteral(".png")));
-    return image;
 }
 
 } // namespace quelto::test

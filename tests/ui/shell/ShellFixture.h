@@ -12,10 +12,9 @@
 #include "tests/capture/recorder/RecorderFixture.h"
 #include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
+#include "tests/ui/SeenInWindow.h"
 
 #include <QQmlApplicationEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QSignalSpy>
 
 namespace quelto::test {
@@ -31,14 +30,13 @@ protected:
     bool shows(const QString& text) const { return textItem(text) != nullptr; }
     QString descriptionOf(const QString& accessibleName) const;
     /// The visible item with that text; nothing if there is none.
-    QQuickItem* textItem(const QString& text) const;
+    QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
     /// Files of a few bytes in the save folder, and the library that shows them.
     void makeClips(const QList<QByteArray>& names);
     /// The visible texts that do not fit their place.
     QStringList cutTexts() const;
     void click(const QString& accessibleName);
-    /// Draws the window and keeps it as pictures/NAME.png in the build folder.
-    QImage picture(const QString& name);
+    QImage picture(const QString& name) { return keptPicture(window, name); }
 
     std::unique_ptr<Theme> theme;
     std::unique_ptr<WindowCommands> commands;

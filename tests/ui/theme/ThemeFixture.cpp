@@ -5,7 +5,6 @@
 #include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
 
-#include <QDir>
 #include <QGuiApplication>
 #include <QQmlProperty>
 #include <QtQml/qqmlextensionplugin.h>
@@ -90,21 +89,9 @@ QQuickItem* ThemeFixture::item(const QString& name) const
     return qobject_cast<QQuickItem*>(object(name));
 }
 
-QQuickItem* ThemeFixture::text(const QString& shown) const
-{
-    return tryFind(window->contentItem(), [&](QQuickItem* each) {
-        return each->isVisible() && each->inherits("QQuickText") && each->property("text").toString() == shown;
-    });
-}
-
 QQuickItem* ThemeFixture::background(const QString& name) const
 {
     return read(name, "background").value<QQuickItem*>();
-}
-
-QPoint ThemeFixture::middleOf(const QQuickItem* target)
-{
-    return target->mapToScene({target->width() / 2, target->height() / 2}).toPoint();
 }
 
 void ThemeFixture::click(const QQuickItem* target)
@@ -115,17 +102,6 @@ void ThemeFixture::click(const QQuickItem* target)
 void ThemeFixture::hover(const QQuickItem* target)
 {
     QTest::mouseMove(window, middleOf(target));
-}
-
-QImage ThemeFixture::picture(const QString& name)
-{
-    // Colours and switches move for a moment after a change.
-    QTest::qWait(300);
-    auto image = window->grabWindow();
-    const QDir pictures(QStringLiteral(QUELTO_PICTURES));
-    pictures.mkpath(QStringLiteral("."));
-    image.save(pictures.filePath(name + QStringLiteral(".png")));
-    return image;
 }
 
 Outline outlineOf(const QObject* rectangle)

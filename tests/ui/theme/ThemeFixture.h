@@ -4,12 +4,11 @@
 #include "app/settings/AppSettings.h"
 #include "ui/theme/Theme.h"
 
+#include "tests/ui/SeenInWindow.h"
+
 #include <QFont>
 #include <QQmlApplicationEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QTemporaryDir>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace quelto::test {
@@ -28,7 +27,7 @@ protected:
     QObject* object(const QString& name) const;
     QQuickItem* item(const QString& name) const;
     /// The visible item that shows exactly that text; none is a null pointer.
-    QQuickItem* text(const QString& shown) const;
+    QQuickItem* text(const QString& shown) const { return labelWith(window, shown); }
     QQuickItem* focused() const { return window->activeFocusItem(); }
     QVariant read(const QString& name, const char* property) const { return object(name)->property(property); }
     QColor color(const QString& name, const char* property) const { return read(name, property).value<QColor>(); }
@@ -38,9 +37,8 @@ protected:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(window, key, modifiers); }
     void click(const QQuickItem* target);
     void hover(const QQuickItem* target);
-    static QPoint middleOf(const QQuickItem* target);
-    /// Draws the window and keeps it as pictures/NAME.png in the build folder.
-    QImage picture(const QString& name);
+    static QPoint middleOf(const QQuickItem* target) { return test::middleOf(target); }
+    QImage picture(const QString& name) { return keptPicture(window, name); }
 
     QTemporaryDir folder;
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};

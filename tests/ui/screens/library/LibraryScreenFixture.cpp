@@ -6,8 +6,6 @@
 #include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
 
-#include <QAccessible>
-#include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
@@ -17,28 +15,6 @@ Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 namespace quelto::test {
 
 namespace {
-
-template <typename Visit> void visitVisible(QQuickItem* root, const Visit& visit)
-{
-    if (!root->isVisible()) {
-        return;
-    }
-    visit(root);
-    for (auto* child : root->childItems()) {
-        visitVisible(child, visit);
-    }
-}
-
-template <typename Predicate> QQuickItem* firstVisible(QQuickItem* root, const Predicate& isWanted)
-{
-    QQuickItem* found = nullptr;
-    visitVisible(root, [&](QQuickItem* each) {
-        if (found == nullptr && isWanted(each)) {
-            found = each;
-        }
-    });
-    return found;
-}
 
 QPointF cornerOf(const QQuickItem* item)
 {
@@ -110,14 +86,6 @@ void LibraryScreenFixture::settle(int milliseconds) const
     QTest::qWait(milliseconds);
 }
 
-QQuickItem* LibraryScreenFixture::find(const QString& accessibleName) const
-{
-    return firstVisible(window->contentItem(), [&](QQuickItem* each) {
-        const auto* interface = QAccessible::queryAccessibleInterface(each);
-        return interface != nullptr && interface->text(QAccessible::Name) == accessibleName;
-    });
-}
-
 QQuickItem* LibraryScreenFixture::item(const QString& accessibleName) const
 {
     auto* found = find(accessibleName);
@@ -134,13 +102,6 @@ QList<QQuickItem*> LibraryScreenFixture::itemsOf(const char* qmlType) const
         }
     });
     return items;
-}
-
-QQuickItem* LibraryScreenFixture::textItem(const QString& text) const
-{
-    return firstVisible(window->contentItem(), [&](QQuickItem* each) {
-        return each->inherits("QQuickText") && each->property("text").toString() == text;
-    });
 }
 
 QStringList LibraryScreenFixture::cardTitles() const
@@ -167,11 +128,6 @@ QQuickItem* LibraryScreenFixture::card(const QString& title) const
     return nullptr;
 }
 
-QPoint LibraryScreenFixture::middleOf(const QQuickItem* item) const
-{
-    return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
-}
-
 void LibraryScreenFixture::click(QQuickItem* item, Qt::MouseButton button)
 {
     QTest::mouseClick(window, button, {}, middleOf(item));
@@ -180,16 +136,6 @@ void LibraryScreenFixture::click(QQuickItem* item, Qt::MouseButton button)
 void LibraryScreenFixture::key(int key, Qt::KeyboardModifiers modifiers)
 {
     QTest::keyClick(window, static_cast<Qt::Key>(key), modifiers);
-}
-
-QImage LibraryScreenFixture::picture(const QString& name)
-{
-    settle(400);
-    auto image = window->grabWindow();
-    const QDir pictures(QStringLiteral(QUELTO_PICTURES));
-    pictures.mkpath(QStringLiteral("."));
-    image.save(pictures.filePath(name + QStringLiteral(".png")));
-    return image;
 }
 
 } // namespace quelto::test

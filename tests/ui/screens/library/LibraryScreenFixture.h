@@ -8,11 +8,9 @@
 #include "ui/theme/Theme.h"
 
 #include "tests/library/clips/LibraryFixture.h"
+#include "tests/ui/SeenInWindow.h"
 
-#include <QImage>
 #include <QQmlApplicationEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 
 namespace quelto::test {
 
@@ -30,21 +28,20 @@ protected:
     void settle(int milliseconds = 250) const;
 
     /// The visible item that screen readers call by that name; null if there is none.
-    QQuickItem* find(const QString& accessibleName) const;
+    QQuickItem* find(const QString& accessibleName) const { return itemNamed(window, accessibleName); }
     /// A failed expectation if there is none.
     QQuickItem* item(const QString& accessibleName) const;
     /// The first visible item of that QML type, in the order in which they are drawn.
     QList<QQuickItem*> itemsOf(const char* qmlType) const;
-    QQuickItem* textItem(const QString& text) const;
+    QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
     bool shows(const QString& text) const { return textItem(text) != nullptr; }
     /// The visible cards from top to bottom and left to right, by their titles.
     QStringList cardTitles() const;
     QQuickItem* card(const QString& title) const;
-    QPoint middleOf(const QQuickItem* item) const;
+    static QPoint middleOf(const QQuickItem* item) { return test::middleOf(item); }
     void click(QQuickItem* item, Qt::MouseButton button = Qt::LeftButton);
     void key(int key, Qt::KeyboardModifiers modifiers = {});
-    /// Draws the window and keeps it as pictures/NAME.png in the build folder.
-    QImage picture(const QString& name);
+    QImage picture(const QString& name) { return keptPicture(window, name); }
 
     MainQueue mainQueue;
     ManualTime toastTime;
