@@ -55,14 +55,17 @@ inline QPoint middleOf(const QQuickItem* item)
     return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
 }
 
-/// Draws the window when all that moves has come to rest, and keeps it as NAME.png in the folder of pictures.
+/// Draws the window when all that moves has come to rest, and keeps it as NAME.png in the folder of pictures; as
+/// NAME@2x.png on a screen of twice the scale.
 inline QImage keptPicture(QQuickWindow* window, const QString& name)
 {
     QTest::qWait(400);
     auto image = window->grabWindow();
     const QDir pictures(QStringLiteral(QUELTO_PICTURES));
     pictures.mkpath(QStringLiteral("."));
-    image.save(pictures.filePath(name + QStringLiteral(".png")));
+    const auto scale = window->effectiveDevicePixelRatio();
+    const auto mark = scale > 1 ? QStringLiteral("@%1x").arg(scale) : QString();
+    image.save(pictures.filePath(name + mark + QStringLiteral(".png")));
     return image;
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Templates as T
 import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 
-Window {
+// A window of this kind gives the focus back to where it was when a menu or a question closes.
+T.ApplicationWindow {
     id: window
 
     // A change of language or colours rebuilds all that stands in the window.

@@ -141,6 +141,28 @@ TEST_F(MainWindowTest, ShowsItsMenusWithTheirKeys)
     picture(QStringLiteral("window-menu"));
 }
 
+TEST_F(MainWindowTest, GivesTheFocusBackAfterAMenuAndAfterANotice)
+{
+    record();
+    window->requestActivate();
+    auto* const button = item(QStringLiteral("Klip Kaydet"));
+    ASSERT_NE(button, nullptr);
+    button->forceActiveFocus(Qt::TabFocusReason);
+    click(QStringLiteral("Dosya"));
+    QTest::qWait(50);
+    EXPECT_FALSE(button->hasActiveFocus());
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return button->hasActiveFocus(); }));
+
+    QTest::mouseClick(window, Qt::LeftButton, {}, test::middleOf(textItem(QStringLiteral("Quelto"))));
+    click(QStringLiteral("Quelto Hakkında"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Quelto 0.1.0")) && !button->hasActiveFocus(); }));
+    QTest::qWait(300);
+    picture(QStringLiteral("window-about"));
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return button->hasActiveFocus(); }));
+}
+
 TEST_F(MainWindowTest, TakesTheColoursOfEveryPalette)
 {
     record();

@@ -42,6 +42,8 @@ void ShellFixture::SetUp()
     clipCommands = std::make_unique<ClipCommands>(ClipCommands::Parts{
         .library = *library, .files = files, .settings = settings, .navigation = *navigation, .drag = {}});
     ClipCommandsForQml::instance = clipCommands.get();
+    thumbnails = std::make_unique<ThumbnailCache>(thumbnailQueue);
+    ThumbnailsForQml::instance = thumbnails.get();
     LibraryOverviewForQml::instance = overview.get();
     ClipLibraryForQml::instance = library.get();
     NavigationForQml::instance = navigation.get();
@@ -87,6 +89,11 @@ void ShellFixture::makeClips(const QList<QByteArray>& names)
         QFile file(QDir(settings.saveFolder()).filePath(QString::fromUtf8(name)));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     }
+    reloadLibrary();
+}
+
+void ShellFixture::reloadLibrary()
+{
     library->reload();
     time.settle();
     QTest::qWait(20);

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "library/matches/MatchTracker.h"
+#include "library/thumbnails/ThumbnailCache.h"
+#include "queues/MainQueue.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"
@@ -33,6 +35,8 @@ protected:
     QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
     /// Files of a few bytes in the save folder, and the library that shows them.
     void makeClips(const QList<QByteArray>& names);
+    /// Lets the library show what is in the save folder.
+    void reloadLibrary();
     /// The visible texts that do not fit their place.
     QStringList cutTexts() const;
     void click(const QString& accessibleName);
@@ -48,6 +52,8 @@ protected:
     std::unique_ptr<Navigation> navigation;
     std::unique_ptr<ShownMatch> shownMatch;
     std::unique_ptr<LibraryOverview> overview;
+    MainQueue thumbnailQueue;
+    std::unique_ptr<ThumbnailCache> thumbnails;
     std::unique_ptr<ClipCommands> clipCommands;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;

@@ -18,7 +18,6 @@ T.Control {
     readonly property alias contentHeight: flick.contentHeight
 
     signal deleteRequested(string path, string title)
-    signal menuClosed
 
     // The menu's "copy" asks the item that has the focus.
     function copy() {
@@ -166,7 +165,6 @@ T.Control {
                     Navigation.openClip(path);
                 }
                 onDeleteRequested: grid.deleteRequested(path, title)
-                onMenuClosed: grid.menuClosed()
                 onMenuOpened: {
                     grid.library.select(position);
                     grid.forceActiveFocus(grid.isByKeyboard ? Qt.OtherFocusReason : Qt.MouseFocusReason);

@@ -28,7 +28,6 @@ Item {
     signal openRequested
     signal deleteRequested
     signal menuOpened
-    signal menuClosed
 
     function openMenu(at: point) {
         menu.active = true;
@@ -190,10 +189,6 @@ Item {
 
         function onDeleteRequested() {
             card.deleteRequested();
-        }
-
-        function onClosed() {
-            card.menuClosed();
         }
     }
 }

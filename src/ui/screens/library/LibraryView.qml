@@ -42,18 +42,6 @@ FocusScope {
         cardTextHeight: pattern.implicitHeight
     }
 
-    // A popup that closes leaves the focus nowhere; what it brought about may take it first.
-    Timer {
-        id: focusTaker
-
-        interval: 0
-        onTriggered: {
-            if (!confirmation.visible && !Navigation.hasSelected) {
-                grid.forceActiveFocus(Qt.PopupFocusReason);
-            }
-        }
-    }
-
     // Tells how high text is here, for cards that do not exist.
     ClipCardText {
         id: pattern
@@ -102,7 +90,6 @@ FocusScope {
                 visible: clips.count > 0
                 focus: true
                 library: clips
-                onMenuClosed: focusTaker.start()
                 onDeleteRequested: (path, title) => view.askToDelete(path, title)
             }
 
@@ -123,6 +110,5 @@ FocusScope {
         confirmText: L10n.T("Çöp Kutusuna Taşı")
         cancelText: L10n.T("Vazgeç")
         onConfirmed: ClipCommands.trash(view.pendingPath)
-        onClosed: focusTaker.start()
     }
 }

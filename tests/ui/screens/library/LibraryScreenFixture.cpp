@@ -60,14 +60,15 @@ void LibraryScreenFixture::show(const QString& properties)
     engine = std::make_unique<QQmlApplicationEngine>();
     engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     engine->addImportPath(QStringLiteral("qrc:/"));
-    engine->loadData(QStringLiteral("import QtQuick\nimport Quelto.Library\nimport Quelto.Theme\n"
-                                    "Window { visible: true; width: %1; height: %2; color: Theme.bg\n"
-                                    "Backdrop { anchors.fill: parent }\n"
-                                    "LibraryView { anchors.fill: parent; focus: true; %3 } }\n")
-                         .arg(size.width())
-                         .arg(size.height())
-                         .arg(properties)
-                         .toUtf8());
+    engine->loadData(
+        QStringLiteral("import QtQuick\nimport QtQuick.Templates\nimport Quelto.Library\nimport Quelto.Theme\n"
+                       "ApplicationWindow { visible: true; width: %1; height: %2; color: Theme.bg\n"
+                       "Backdrop { anchors.fill: parent }\n"
+                       "LibraryView { anchors.fill: parent; focus: true; %3 } }\n")
+            .arg(size.width())
+            .arg(size.height())
+            .arg(properties)
+            .toUtf8());
     ASSERT_FALSE(engine->rootObjects().isEmpty());
     window = qobject_cast<QQuickWindow*>(engine->rootObjects().first());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window));

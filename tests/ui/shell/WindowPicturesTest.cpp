@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/PictureClips.h"
+#include "tests/ui/shell/ShellFixture.h"
+
+namespace quelto {
+namespace {
+
+/// The whole window with real clips in it, for the eye. Run once more at twice the scale.
+class WindowPicturesTest : public test::ShellFixture {
+protected:
+    void SetUp() override
+    {
+        ShellFixture::SetUp();
+        record();
+    }
+
+    /// Waits for the clips' own pictures as well.
+    void show(const QString& name)
+    {
+        QTest::qWait(500);
+        EXPECT_FALSE(picture(name).isNull());
+    }
+};
+
+TEST_F(WindowPicturesTest, Empty)
+{
+    EXPECT_TRUE(shows(QStringLiteral("Henüz klip yok")));
+    show(QStringLiteral("window-empty"));
+}
+
+TEST_F(WindowPicturesTest, TwelveClips)
+{
+    test::addTwelveClips(settings.saveFolder());
+    reloadLibrary();
+    EXPECT_TRUE(shows(QStringLiteral("PENTAKILL (Ahri)")));
+    const std::array<std::pair<const char*, const char*>, 3> looks{
+        {{"en", "ember"}, {"de", "blurple"}, {"ru", "ocean"}}};
+    for (const auto& [language, palette] : looks) {
+        settings.setLanguage(QLatin1String(language));
+        settings.setColorTheme(QLatin1String(palette));
+        time.settle();
+        show(QStringLiteral("window-12-%1-%2").arg(QLatin1String(language), QLatin1String(palette)));
+    }
+    window->resize(window->minimumSize());
+    show(QStringLiteral("window-12-smallest"));
+    EXPECT_EQ(window->size(), QSize(1020, 640));
+}
+
+TEST_F(WindowPicturesTest, FiveHundredClipsAndAToast)
+{
+    test::addClips(settings.saveFolder(), 500);
+    reloadLibrary();
+    EXPECT_TRUE(shows(QStringLiteral("500")));
+    navigation->showToast(QStringLiteral("Klip panoya kopyalandı — Discord'da Ctrl+V ile yapıştırın"));
+    show(QStringLiteral("window-500"));
+}
+
+TEST_F(WindowPicturesTest, FilteredByGame)
+{
+    test::addTwelveClips(settings.saveFolder());
+    reloadLibrary();
+    navigation->showGame(QStringLiteral("Dota 2"));
+    show(QStringLiteral("window-game"));
+    EXPECT_FALSE(shows(QStringLiteral("PENTAKILL (Ahri)")));
+}
+
+} // namespace
+} // namespace quelto
