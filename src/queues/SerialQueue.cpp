@@ -16,6 +16,15 @@ struct SerialQueue::State {
     std::multimap<std::chrono::steady_clock::time_point, Task> tasks;
     bool isEnding = false;
 
+    /// What has not begun, for destruction outside the lock.
+    auto end()
+    {
+        const std::scoped_lock guard(lock);
+        isEnding = true;
+        changed.notify_all();
+        return std::exchange(tasks, {});
+    }
+
     void run()
     {
         std::unique_lock guard(lock);
@@ -55,12 +64,10 @@ SerialQueue::SerialQueue(const QString& name, QueuePriority priority)
 
 SerialQueue::~SerialQueue()
 {
-    {
-        const std::scoped_lock guard(m_state->lock);
-        m_state->isEnding = true;
+    if (m_thread.joinable()) {
+        m_state->end();
+        m_thread.join();
     }
-    m_state->changed.notify_all();
-    m_thread.join();
 }
 
 void SerialQueue::post(Task task)
@@ -87,6 +94,21 @@ void SerialQueue::sync(const Task& task)
         done.set_value();
     });
     done.get_future().wait();
+}
+
+void SerialQueue::finish(HostDuration patience)
+{
+    const auto finished = std::make_shared<std::promise<void>>();
+    post([finished, state = m_state] {
+        state->end();
+        finished->set_value();
+    });
+    if (finished->get_future().wait_for(patience) == std::future_status::ready) {
+        m_thread.join();
+    } else {
+        m_state->end();
+        m_thread.detach();
+    }
 }
 
 bool SerialQueue::isCurrent() const noexcept

@@ -104,5 +104,53 @@ TEST(SerialQueue, LetsATaskPostFromItsOwnThread)
     EXPECT_FALSE(queue.isCurrent());
 }
 
+TEST(SerialQueue, FinishingRunsWhatWasPostedButNotWhatIsPutOff)
+{
+    std::vector<int> order;
+    const auto held = std::make_shared<bool>(false);
+    std::latch mayRun(1);
+    SerialQueue queue(QStringLiteral("test"));
+    queue.post([&] { mayRun.wait(); });
+    for (int i = 0; i < 100; ++i) {
+        queue.post([&order, i] { order.push_back(i); });
+    }
+    queue.postAfter(std::chrono::hours(1), [held] { *held = true; });
+    mayRun.count_down();
+    queue.finish(std::chrono::minutes(1));
+    EXPECT_EQ(order.size(), 100U);
+    EXPECT_TRUE(std::ranges::is_sorted(order));
+    EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST(SerialQueue, FinishingLeavesAThreadThatHangsBehind)
+{
+    struct Shared {
+        std::latch begun{1};
+        std::latch mayEnd{1};
+        std::latch ended{1};
+        bool hasNextRun = false;
+    };
+    const auto shared = std::make_shared<Shared>();
+    {
+        SerialQueue queue(QStringLiteral("test"));
+        queue.post([shared] {
+            shared->begun.count_down();
+            shared->mayEnd.wait();
+            shared->ended.count_down();
+        });
+        queue.post([shared] { shared->hasNextRun = true; });
+        shared->begun.wait();
+        queue.finish(milliseconds(10));
+        EXPECT_EQ(shared.use_count(), 2) << "what has not begun is dropped";
+    }
+    // Both came back while the task still hangs.
+    shared->mayEnd.count_down();
+    shared->ended.wait();
+    while (shared.use_count() > 1) {
+        std::this_thread::yield();
+    }
+    EXPECT_FALSE(shared->hasNextRun);
+}
+
 } // namespace
 } // namespace quelto
