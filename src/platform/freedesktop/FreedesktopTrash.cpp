@@ -11,6 +11,9 @@ namespace quelto {
 
 namespace {
 
+/// Files are only renamed: thousands take less.
+constexpr std::chrono::seconds PatienceAtTheEnd{5};
+
 struct Release {
     void operator()(GFile* file) const noexcept { g_object_unref(file); }
     void operator()(GError* error) const noexcept { g_error_free(error); }
@@ -42,6 +45,11 @@ void moveToTrash(const QString& path)
 }
 
 } // namespace
+
+FreedesktopTrash::~FreedesktopTrash()
+{
+    m_queue.finish(PatienceAtTheEnd);
+}
 
 void FreedesktopTrash::recycle(const QStringList& paths, std::function<void()> done)
 {

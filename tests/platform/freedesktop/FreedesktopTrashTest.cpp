@@ -98,6 +98,22 @@ TEST_F(FreedesktopTrashTest, KeepsEveryFileOfOneName)
     EXPECT_EQ(kept, (QList<QByteArray>{"first", "second", "third"}));
 }
 
+TEST_F(FreedesktopTrashTest, FinishesWhatItWasGivenBeforeItEnds)
+{
+    constexpr int Count = 200;
+    QStringList files;
+    for (int i = 0; i < Count; ++i) {
+        files.append(makeFile(QStringLiteral("ends %1.mp4").arg(i)));
+    }
+    {
+        FreedesktopTrash trash;
+        for (const auto& file : files) {
+            trash.recycle({file}, {});
+        }
+    }
+    EXPECT_TRUE(QDir(m_folder.path()).isEmpty());
+}
+
 TEST_F(FreedesktopTrashTest, PassesOverAMissingFile)
 {
     const QString first = makeFile(QStringLiteral("first.mp4"));
