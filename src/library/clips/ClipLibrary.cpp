@@ -56,10 +56,32 @@ struct ClipLibrary::Reading {
     }
 };
 
+/// The way from the work to the main queue; closed when the library ends, which a reading may outlive.
+struct ClipLibrary::Door {
+    void post(Task task)
+    {
+        const std::scoped_lock guard(lock);
+        if (main != nullptr) {
+            main->post(std::move(task));
+        }
+    }
+
+    void close()
+    {
+        const std::scoped_lock guard(lock);
+        main = nullptr;
+    }
+
+    std::mutex lock;
+    TaskQueue* main = nullptr;
+};
+
 ClipLibrary::ClipLibrary(Parts parts, QObject* parent)
     : QObject(parent)
     , m_parts(parts)
+    , m_door(std::make_shared<Door>())
 {
+    m_door->main = &m_parts.main;
     connect(&m_watch, &FolderWatch::entriesChanged, this, &ClipLibrary::scheduleReload);
     connect(&m_watch, &FolderWatch::contentsChanged, this, [this] {
         // A file that is written to again and again must not put the list off for ever.
@@ -72,6 +94,11 @@ ClipLibrary::ClipLibrary(Parts parts, QObject* parent)
     // The game of a clip that names none is a word of the language.
     connect(&m_parts.settings, &AppSettings::languageChanged, this, [this] { reload(); });
     followFolder();
+}
+
+ClipLibrary::~ClipLibrary()
+{
+    m_door->close();
 }
 
 void ClipLibrary::followFolder()
@@ -130,9 +157,9 @@ void ClipLibrary::startReading()
     reading->folder = m_folder;
     reading->isToWatch = std::exchange(m_isWatchWanted, false);
     reading->list = m_list;
-    m_parts.work.post([reading = std::move(reading), self = QPointer(this), &main = m_parts.main] {
+    m_parts.work.post([reading = std::move(reading), self = QPointer(this), door = m_door] {
         reading->read();
-        main.post([reading, self] {
+        door->post([reading, self] {
             if (auto* const library = self.data()) {
                 library->finishReading(*reading);
             }

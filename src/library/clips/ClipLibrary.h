@@ -33,7 +33,7 @@ class ClipLibrary : public QObject {
     Q_OBJECT
 
 public:
-    /// All outlive the library, and `main` the work queue as well.
+    /// All outlive the library. A task of the work owns what it needs, and may end after everything else.
     struct Parts {
         const AppSettings& settings;
         Trash& trash;
@@ -45,6 +45,9 @@ public:
 
     /// Reads the save folder of the settings for the first time, and again whenever they name another.
     explicit ClipLibrary(Parts parts, QObject* parent = nullptr);
+    ~ClipLibrary() override;
+    ClipLibrary(const ClipLibrary&) = delete;
+    ClipLibrary& operator=(const ClipLibrary&) = delete;
 
     /// Newest first.
     const QList<Clip>& clips() const { return m_list.clips; }
@@ -79,6 +82,7 @@ Q_SIGNALS:
 
 private:
     struct Reading;
+    struct Door;
 
     void followFolder();
     void startReading();
@@ -87,6 +91,7 @@ private:
     void publish(const ClipList& list);
 
     Parts m_parts;
+    std::shared_ptr<Door> m_door;
     FolderWatch m_watch;
     QString m_folder;
     ClipList m_list;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QHash>
+#include <QMultiHash>
 #include <QString>
 
 struct inotify_event;
@@ -22,7 +22,8 @@ struct FolderNews {
 /// The kernel's watch of one folder, from the time on at which it is made. What happens to files that are no clips is
 /// no news.
 ///
-/// Where there is no such folder, or none that may be read, it watches for one to appear.
+/// Where there is no such folder, or none that may be read, it watches for one to appear. Links on the way are
+/// followed, and watched as well as what they lead through.
 ///
 /// Thread: any, one at a time.
 class WatchedFolder {
@@ -38,13 +39,15 @@ public:
 
 private:
     void watch(const QByteArray& folder);
+    void watchWayTo(const QByteArray& folder, bool isWatched, int& linksLeft);
+    int addWatch(const QByteArray& path, std::uint32_t events) const;
     void add(const inotify_event& event, FolderNews& news) const;
 
     int m_descriptor = -1;
     /// The folder's own; negative where it cannot be watched.
     int m_folder = -1;
-    /// Those of the folders above, with the name of what the path goes on with there.
-    QHash<int, QByteArray> m_above;
+    /// Those of the folders on the way, with the names of what it goes on with there.
+    QMultiHash<int, QByteArray> m_way;
 };
 
 } // namespace quelto

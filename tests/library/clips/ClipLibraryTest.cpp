@@ -153,6 +153,27 @@ TEST_F(ClipLibraryTest, MayEndDuringAReading)
     EXPECT_FALSE(isDone);
 }
 
+TEST_F(ClipLibraryTest, AReadingMayOutliveTheLibraryAndItsMainQueue)
+{
+    libraryTime.settle();
+    test::ManualTime workTime;
+    test::ManualQueue work(workTime);
+    auto otherMain = std::make_unique<test::ManualQueue>(libraryTime);
+    auto others = parts();
+    auto other = std::make_unique<ClipLibrary>(ClipLibrary::Parts{.settings = others.settings,
+                                                                  .trash = others.trash,
+                                                                  .files = others.files,
+                                                                  .pasteboard = others.pasteboard,
+                                                                  .main = *otherMain,
+                                                                  .work = work});
+    other.reset();
+    // What comes late is not handed on.
+    ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
+    workTime.settle();
+    EXPECT_TRUE(QDir(settings.saveFolder()).exists()) << "it was read";
+    EXPECT_EQ(otherMain->posted(), 0);
+}
+
 TEST_F(ClipLibraryTest, MayEndInAnAnswer)
 {
     auto other = std::make_unique<ClipLibrary>(parts());

@@ -165,7 +165,65 @@ TEST_F(WatchedFolderTest, MoreThanTheSystemRemembersIsNewsToo)
         ASSERT_EQ(std::rename(from.constData(), to.constData()), 0);
         from.swap(to);
     }
-    EXPECT_EQ(newsOf(watched), QStringLiteral("entries"));
+    // What was forgotten may have been the end of the folder, which is told once.
+    EXPECT_EQ(newsOf(watched), QStringLiteral("entries lost"));
+}
+
+TEST_F(WatchedFolderTest, IsLostWhenALinkOnTheWayPointsElsewhere)
+{
+    const auto at = [this](const char* name) { return parent.filePath(QString::fromUtf8(name)); };
+    const auto point = [&](const char* link, const QString& target) {
+        // In one step, as a careful person does it.
+        ASSERT_TRUE(QFile::link(target, at("fresh")));
+        ASSERT_EQ(std::rename(QFile::encodeName(at("fresh")).constData(), QFile::encodeName(at(link)).constData()), 0);
+    };
+    ASSERT_TRUE(QDir().mkpath(at("disk/inner/clips")));
+    ASSERT_TRUE(QDir().mkpath(at("other/inner/clips")));
+    // By way of a link that is relative and leads through another one.
+    point("current", at("disk"));
+    point("films", QStringLiteral("current/inner"));
+    const auto way = at("films/clips");
+    WatchedFolder watched(way);
+    makeFile(at("beside.mp4"));
+    EXPECT_EQ(newsOf(watched), QString());
+    makeFile(at("disk/inner/clips/a.mp4"));
+    EXPECT_EQ(newsOf(watched), QStringLiteral("entries contents"));
+
+    point("current", at("other"));
+    EXPECT_EQ(newsOf(watched), QStringLiteral("lost"));
+    WatchedFolder second(way);
+    makeFile(at("disk/inner/clips/b.mp4"));
+    EXPECT_EQ(newsOf(second), QString());
+    point("films", at("disk/inner"));
+    EXPECT_EQ(newsOf(second), QStringLiteral("lost"));
+    WatchedFolder third(way);
+    ASSERT_TRUE(QDir().rename(at("disk"), at("disk2")));
+    EXPECT_EQ(newsOf(third), QStringLiteral("lost")) << "what the link leads through went away";
+}
+
+TEST_F(WatchedFolderTest, WaitsForWhatALinkPointsTo)
+{
+    const auto link = parent.filePath(QStringLiteral("link"));
+    ASSERT_TRUE(QFile::link(parent.filePath(QStringLiteral("disk/clips")), link));
+    for (const char* part : {"disk", "disk/clips"}) {
+        WatchedFolder watched(link);
+        EXPECT_EQ(newsOf(watched), QString());
+        ASSERT_TRUE(QDir().mkpath(parent.filePath(QString::fromUtf8(part))));
+        EXPECT_EQ(newsOf(watched), QStringLiteral("lost")) << part;
+    }
+    WatchedFolder watched(link);
+    makeFile(parent.filePath(QStringLiteral("disk/clips/a.mp4")));
+    EXPECT_EQ(newsOf(watched), QStringLiteral("entries contents"));
+}
+
+TEST_F(WatchedFolderTest, LinksThatLeadNowhereHaveAnEnd)
+{
+    const auto loop = parent.filePath(QStringLiteral("loop"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("loop/loop/loop"), loop));
+    WatchedFolder watched(loop + QStringLiteral("/clips"));
+    EXPECT_EQ(newsOf(watched), QString());
+    ASSERT_TRUE(QFile::remove(loop));
+    EXPECT_EQ(newsOf(watched), QStringLiteral("lost"));
 }
 
 TEST_F(WatchedFolderTest, ClosesItsDescriptorOnce)
