@@ -5,6 +5,7 @@
 #include "app/language/L10n.h"
 #include "moments/scoring/GameNames.h"
 
+#include <QDir>
 #include <QHash>
 #include <QStandardPaths>
 #include <QVariant>
@@ -26,6 +27,17 @@ QString defaultSaveFolder()
         qFatal("The user has no videos folder");
     }
     return videos + QStringLiteral("/Quelto");
+}
+
+/// Where a program was started must not decide what is listed, watched and thrown away.
+QString absoluteFolder(const QString& folder)
+{
+    if (folder.isEmpty()) {
+        return defaultSaveFolder();
+    }
+    const auto isOfHome = folder == u'~' || folder.startsWith(QStringLiteral("~/"));
+    return QDir::isAbsolutePath(folder) ? folder
+                                        : QDir::cleanPath(QDir::home().filePath(isOfHome ? folder.mid(2) : folder));
 }
 
 /// What stands behind a key that the file does not hold.
@@ -133,7 +145,7 @@ AppSettings::AppSettings(const QString& path, DisplaySize displaySize, QObject* 
     m_captureVoiceChat = read.boolean(QStringLiteral("captureVoiceChat"));
     m_showCursor = read.boolean(QStringLiteral("showCursor"));
     m_displayID = read.unsignedInteger(QStringLiteral("displayID"));
-    m_saveFolder = read.text(QStringLiteral("saveFolder"));
+    m_saveFolder = absoluteFolder(read.text(QStringLiteral("saveFolder")));
     m_autoStart = read.boolean(QStringLiteral("autoStart"));
     m_playSound = read.boolean(QStringLiteral("playSound"));
     m_showOverlay = read.boolean(QStringLiteral("showOverlay"));
@@ -252,9 +264,9 @@ void AppSettings::setDisplayID(quint32 value)
 
 void AppSettings::setSaveFolder(const QString& value)
 {
-    m_saveFolder = value;
+    m_saveFolder = absoluteFolder(value);
     Q_EMIT saveFolderChanged();
-    publish(QStringLiteral("saveFolder"), value);
+    publish(QStringLiteral("saveFolder"), m_saveFolder);
 }
 
 void AppSettings::setAutoStart(bool value)

@@ -98,6 +98,8 @@ public:
     void setShowCursor(bool value);
     quint32 displayID() const { return m_displayID; }
     void setDisplayID(quint32 value);
+    /// Always an absolute path. Others, as someone may have written them into the file, count from the home folder,
+    /// with or without "~"; an empty one is the default.
     QString saveFolder() const { return m_saveFolder; }
     void setSaveFolder(const QString& value);
     bool autoStart() const { return m_autoStart; }

@@ -177,6 +177,36 @@ TEST_F(AppSettingsTest, TakesAFolderWithACommaThatWasWrittenByHand)
     EXPECT_EQ(AppSettings(path).saveFolder(), QStringLiteral("/srv/clips, old"));
 }
 
+TEST_F(AppSettingsTest, NoFolderIsTheDefaultOne)
+{
+    const auto usual = AppSettings(path).saveFolder();
+    ASSERT_TRUE(QDir::isAbsolutePath(usual));
+    for (const char* lines : {"saveFolder=\n", "saveFolder=\"\"\n", "saveFolder=@Invalid()\n"}) {
+        store(lines);
+        EXPECT_EQ(AppSettings(path).saveFolder(), usual) << lines;
+    }
+    AppSettings settings(path);
+    settings.setSaveFolder(QStringLiteral("/elsewhere"));
+    settings.setSaveFolder(QString());
+    EXPECT_EQ(settings.saveFolder(), usual);
+    EXPECT_EQ(AppSettings(path).saveFolder(), usual);
+}
+
+TEST_F(AppSettingsTest, AFolderWithoutItsBeginningIsInTheHomeFolder)
+{
+    const auto clips = QDir::homePath() + QStringLiteral("/Videos/clips");
+    for (const char* written : {"Videos/clips", "./Videos/clips", "~/Videos/clips", "~/Videos/clips/"}) {
+        store(QByteArray("saveFolder=") + written + "\n");
+        EXPECT_EQ(AppSettings(path).saveFolder(), clips) << written;
+    }
+    AppSettings settings(path);
+    settings.setSaveFolder(QStringLiteral("~"));
+    EXPECT_EQ(settings.saveFolder(), QDir::homePath());
+    settings.setSaveFolder(QStringLiteral("~clips"));
+    EXPECT_EQ(settings.saveFolder(), QDir::homePath() + QStringLiteral("/~clips"));
+    EXPECT_EQ(AppSettings(path).saveFolder(), settings.saveFolder());
+}
+
 TEST_F(AppSettingsTest, TellsOfAChangeBeforeItIsWrittenAndWritesAlsoWhatIsUnchanged)
 {
     AppSettings settings(path);
