@@ -21,6 +21,8 @@ namespace quelto {
 namespace {
 
 constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
+/// For a save folder on a disk that hangs.
+constexpr std::chrono::milliseconds PatienceWithReading{500};
 
 DisplaySize sizesOf(const Displays& displays)
 {
@@ -89,6 +91,7 @@ ApplicationController::~ApplicationController()
 {
     // The window's bindings look at what goes next.
     delete m_window;
+    m_libraryQueue.finish(PatienceWithReading);
 }
 
 void ApplicationController::applicationDidFinishLaunching()
