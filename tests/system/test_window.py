@@ -1,8 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The window keeps its place, its menu opens the folder, and it speaks the language and wears the colours of the moment."""
-import re
-
 import desk
 import screen_reader
 import window
@@ -12,23 +10,6 @@ CLIPS = "Tüm Klipler"
 
 
 class Window(window.WindowTest):
-    def put_window(self, x, y, width, height):
-        number = desk.run("xdotool", "search", "--onlyvisible", "--name", "^Quelto$").split()[0]
-        desk.run("xdotool", "windowsize", "--sync", number, width, height)
-        desk.run("xdotool", "windowmove", "--sync", number, x, y)
-        return desk.wait_until(lambda: self.settled((width, height)), 5, "the window in its new place")
-
-    def settled(self, size):
-        """The window's place, if it has that size and stays where it is."""
-        bounds = self.frame()
-        return bounds if bounds[2:] == size and self.frame() == bounds else None
-
-    def again(self, program):
-        """The window's place at the next start."""
-        program.start()
-        program.wait_for_state("idle")
-        return self.reader.find("frame", "Quelto", 10).bounds
-
     def test_frame_comes_back_at_the_next_start(self):
         program = self.window()
         before = self.frame()
@@ -40,6 +21,13 @@ class Window(window.WindowTest):
         program.end()
         self.assertEqual(self.again(program), placed)
 
+    def test_frame_survives_the_death_of_the_program(self):
+        program = self.window()
+        placed = self.put_window(200, 90, 1100, 700)
+        desk.wait_until(lambda: self.saved_frame(program) == placed, 3, "the frame to be saved")
+        program.kill()
+        self.assertEqual(self.again(program), placed)
+
     def test_first_start_is_in_the_middle_of_the_screen(self):
         self.window()
         x, y, width, height = self.frame()
@@ -49,13 +37,10 @@ class Window(window.WindowTest):
 
     def test_frame_on_a_screen_that_is_gone_comes_back_visible(self):
         program = self.window()
-        for frame in ("5000 200 1240 780", "-4000 -900 1240 780", "1900 1060 1240 780"):
+        for frame in ((5000, 200, 1240, 780), (-4000, -900, 1240, 780), (1900, 1060, 1240, 780)):
             with self.subTest(frame):
                 program.end()
-                text = program.settings_file.read_text()
-                changed = re.sub(r"QueltoMain=.*", f"QueltoMain=@Rect({frame})", text)
-                self.assertNotEqual(changed, text, "no frame was saved")
-                program.settings_file.write_text(changed)
+                self.save_frame(program, *frame)
                 x, y, width, height = self.again(program)
                 self.assertGreaterEqual(min(x, y), 0)
                 self.assertLessEqual(x + width, SCREEN[0])
@@ -63,8 +48,7 @@ class Window(window.WindowTest):
 
     def test_window_is_never_smaller_than_its_contents(self):
         self.window()
-        number = desk.run("xdotool", "search", "--onlyvisible", "--name", "^Quelto$").split()[0]
-        desk.run("xdotool", "windowsize", number, 300, 200)
+        desk.run("xdotool", "windowsize", self.window_number(), 300, 200)
         desk.wait_until(lambda: self.settled((1020, 640)), 5, "the smallest window")
 
     def test_closed_window_leaves_the_program_and_comes_back(self):

@@ -2,6 +2,7 @@
 """Tests of the program's window, in which things are found as a screen reader finds them."""
 import os
 import pathlib
+import re
 import subprocess
 import tempfile
 
@@ -58,7 +59,45 @@ class WindowTest(desk.DeskTest):
         return self.reader.find("push button", f"{place}, {count}", seconds, closed=("list",))
 
     def frame(self):
+        """The place of the window's contents."""
         return self.reader.find("frame", "Quelto").bounds
+
+    def settled(self, size=None):
+        """The window's place, if it stays where it is and has that size."""
+        bounds = self.frame()
+        return bounds if size in (None, bounds[2:]) and self.frame() == bounds else None
+
+    def put_window(self, x, y, width, height):
+        number = self.window_number()
+        desk.run("xdotool", "windowsize", "--sync", number, width, height)
+        desk.run("xdotool", "windowmove", "--sync", number, x, y)
+        return desk.wait_until(lambda: self.settled((width, height)), 5, "the window in its new place")
+
+    @staticmethod
+    def window_number():
+        def found():
+            return subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Quelto$"], capture_output=True,
+                                  text=True).stdout.split()
+
+        return desk.wait_until(found, 5, "the window on the screen")[0]
+
+    def again(self, program):
+        """The window's place at the next start."""
+        program.start()
+        program.wait_for_state("idle")
+        self.reader.find("frame", "Quelto", 10)
+        return desk.wait_until(self.settled, 5, "the window in its place")
+
+    def saved_frame(self, program):
+        found = re.search(r"QueltoMain=@Rect\((.*)\)", program.settings_file.read_text())
+        return tuple(map(int, found[1].split())) if found else None
+
+    def save_frame(self, program, *frame):
+        """In place of the one that the program saved at its end."""
+        text = program.settings_file.read_text()
+        changed = re.sub(r"QueltoMain=.*", f"QueltoMain=@Rect({' '.join(map(str, frame))})", text)
+        self.assertNotEqual(changed, text, "no frame was saved")
+        program.settings_file.write_text(changed)
 
     def mount(self, *words):
         """Until the test's end; the last word is the place."""

@@ -140,10 +140,7 @@ void ApplicationController::buildWindow()
         qFatal("The window's description cannot be loaded");
     }
     m_window = qobject_cast<QQuickWindow*>(m_engine.rootObjects().first());
-    restoreFrame(*m_window, AppSettings::defaultPath());
-    const auto remember = [this] { saveFrame(*m_window, AppSettings::defaultPath()); };
-    connect(m_window, &QQuickWindow::visibleChanged, this, remember);
-    connect(qApp, &QCoreApplication::aboutToQuit, this, remember);
+    new WindowFrame(*m_window, AppSettings::defaultPath());
     showWindow();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/startup/WindowFrame.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSettings>
@@ -9,37 +11,112 @@ namespace quelto {
 
 namespace {
 
-// So much of the window must be on a screen that it can be seen and dragged.
-constexpr int LeastVisible = 120;
+// A crash loses no more than the last movement.
+constexpr std::chrono::seconds RestBeforeSave{1};
 
 const auto FrameKey = QStringLiteral("windows/QueltoMain");
 
-bool isReachable(const QRect& frame)
+QList<QRect> screensPrimaryFirst()
 {
-    const auto screens = QGuiApplication::screens();
-    return std::ranges::any_of(screens, [&](const QScreen* screen) {
-        const auto visible = screen->availableGeometry().intersected(frame);
-        return visible.width() >= LeastVisible && visible.height() >= LeastVisible;
-    });
+    // Qt lists the primary one first.
+    QList<QRect> all;
+    for (const auto* screen : QGuiApplication::screens()) {
+        all.append(screen->availableGeometry());
+    }
+    return all;
+}
+
+int areaOf(const QRect& rect)
+{
+    return rect.isEmpty() ? 0 : rect.width() * rect.height();
 }
 
 } // namespace
 
-void restoreFrame(QWindow& window, const QString& settingsPath)
+QRect fittingFrame(const QRect& wanted, const QMargins& decoration, const QSize& smallest, const QList<QRect>& screens)
 {
-    const auto saved = QSettings(settingsPath, QSettings::IniFormat).value(FrameKey).toRect();
-    if (saved.isValid() && isReachable(saved)) {
-        window.setGeometry(saved);
-    } else if (const auto* screen = window.screen()) {
-        auto frame = window.geometry();
-        frame.moveCenter(screen->availableGeometry().center());
-        window.setGeometry(frame);
+    if (screens.isEmpty()) {
+        return wanted;
+    }
+    const auto shown = [&](const QRect& screen) { return areaOf(screen.intersected(wanted)); };
+    const auto screen = *std::ranges::max_element(screens, {}, shown);
+    const auto room = screen.marginsRemoved(decoration);
+    auto frame = QRect(wanted.topLeft(), wanted.size().boundedTo(room.size()).expandedTo(smallest));
+    if (shown(screen) == 0) {
+        frame.moveCenter(room.center());
+    }
+    frame.moveRight(std::min(frame.right(), room.right()));
+    frame.moveBottom(std::min(frame.bottom(), room.bottom()));
+    // Last, as the title bar stands at the top and is read from the left.
+    frame.moveLeft(std::max(frame.left(), room.left()));
+    frame.moveTop(std::max(frame.top(), room.top()));
+    return frame;
+}
+
+WindowFrame::WindowFrame(QWindow& window, QString settingsPath)
+    : QObject(&window)
+    , m_window(window)
+    , m_settingsPath(std::move(settingsPath))
+{
+    restore();
+    m_untilSave.setSingleShot(true);
+    m_untilSave.setInterval(RestBeforeSave);
+    m_untilSave.callOnTimeout(this, &WindowFrame::save);
+    window.installEventFilter(this);
+    connect(&window, &QWindow::visibleChanged, this, [this](bool isVisible) {
+        m_isFitted = m_isFitted && isVisible;
+        save();
+    });
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &WindowFrame::save);
+}
+
+bool WindowFrame::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Expose:
+        fitAsDecorated();
+        break;
+    case QEvent::Move:
+    case QEvent::Resize:
+        m_untilSave.start();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void WindowFrame::restore()
+{
+    const auto saved = QSettings(m_settingsPath, QSettings::IniFormat).value(FrameKey).toRect();
+    const auto screens = screensPrimaryFirst();
+    auto wanted = saved.isValid() ? saved : m_window.geometry();
+    if (!saved.isValid() && !screens.isEmpty()) {
+        wanted.moveCenter(screens.first().center());
+    }
+    m_window.setGeometry(fittingFrame(wanted, {}, m_window.minimumSize(), screens));
+}
+
+/// What the window manager draws around the window is not known before it stands on the screen.
+void WindowFrame::fitAsDecorated()
+{
+    if (m_isFitted || !m_window.isExposed()) {
+        return;
+    }
+    m_isFitted = true;
+    if (m_window.windowStates() != Qt::WindowNoState) {
+        return;
+    }
+    const auto frame =
+        fittingFrame(m_window.geometry(), m_window.frameMargins(), m_window.minimumSize(), screensPrimaryFirst());
+    if (frame != m_window.geometry()) {
+        m_window.setGeometry(frame);
     }
 }
 
-void saveFrame(const QWindow& window, const QString& settingsPath)
+void WindowFrame::save()
 {
-    QSettings(settingsPath, QSettings::IniFormat).setValue(FrameKey, window.geometry());
+    QSettings(m_settingsPath, QSettings::IniFormat).setValue(FrameKey, m_window.geometry());
 }
 
 } // namespace quelto
