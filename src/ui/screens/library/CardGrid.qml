@@ -26,12 +26,24 @@ T.Control {
         }
     }
 
-    function openCurrentMenu() {
+    function currentCard(): ClipCard {
         for (let i = 0; i < cards.count; ++i) {
             const card = cards.itemAt(i) as ClipCard;
-            if (card && card.path === grid.library.currentPath) {
-                card.openMenu(Qt.point(card.width / 2, card.height / 2));
+            if (card && card.path !== "" && card.path === grid.library.currentPath) {
+                return card;
             }
+        }
+        return null;
+    }
+
+    function openCurrentMenu() {
+        const card = currentCard();
+        card?.openMenu(Qt.point(card.width / 2, card.height / 2));
+    }
+
+    function tellCurrent() {
+        if (showsCurrent) {
+            ScreenReader.tellCurrent(currentCard());
         }
     }
 
@@ -62,6 +74,7 @@ T.Control {
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.List
     Accessible.name: L10n.T("Klipler")
+    onShowsCurrentChanged: telling.restart()
     onVisualFocusChanged: {
         if (visualFocus && library.currentPosition < 0) {
             library.selectFirstInView();
@@ -74,6 +87,14 @@ T.Control {
         event.accepted = (isMenuKey || isPlain) && grid.actOn(isMenuKey ? Qt.Key_Menu : event.key);
     }
 
+    // When the view has followed and the card is there.
+    Timer {
+        id: telling
+
+        interval: 0
+        onTriggered: grid.tellCurrent()
+    }
+
     Connections {
         target: grid.library
 
@@ -81,6 +102,10 @@ T.Control {
             wheel.stop();
             flick.cancelFlick();
             flick.contentY = viewTop;
+        }
+
+        function onCurrentChanged() {
+            telling.restart();
         }
     }
 
@@ -143,6 +168,7 @@ T.Control {
                 required property int position
                 required property rect area
                 required path
+                required version
                 required title
                 required game
                 required time

@@ -3,29 +3,17 @@
 
 namespace quelto {
 
-void CardSlots::reserve(qsizetype slotCount)
-{
-    const auto present = m_window.slotCount();
-    if (slotCount <= present) {
-        return;
-    }
-    beginInsertRows({}, static_cast<int>(present), static_cast<int>(slotCount - 1));
-    m_window.setSlotCount(slotCount);
-    m_slots.resize(slotCount);
-    m_isForgotten = true;
-    endInsertRows();
-}
+namespace {
 
-void CardSlots::forget()
-{
-    m_isForgotten = true;
-}
-
-CardSlots::Slot CardSlots::filled(const Card& card)
+CardSlot filled(const CardSlots::Card& card, const CardSlot& before)
 {
     const auto& clip = card.clip;
+    const bool isChanged = before.path == clip.path && (before.byteCount != clip.size || before.date != clip.date);
     return {.area = card.area,
             .path = clip.path,
+            .byteCount = clip.size,
+            .date = clip.date,
+            .version = before.version + (isChanged ? 1 : 0),
             .title = clip.displayTitle(),
             .game = clip.game,
             .time = clip.timeText(),
@@ -36,41 +24,25 @@ CardSlots::Slot CardSlots::filled(const Card& card)
             .ratio = card.ratio};
 }
 
+} // namespace
+
 void CardSlots::show(qsizetype first, qsizetype end, const CardAt& cardAt)
 {
-    auto changed = m_window.show(first, end);
-    if (m_isForgotten) {
-        changed.clear();
-        for (qsizetype slot = 0; slot < m_window.slotCount(); ++slot) {
-            changed.append(slot);
-        }
-        m_isForgotten = false;
-    }
-    for (const auto slot : changed) {
-        const auto place = m_window.place(slot);
-        m_slots[slot] = place == SlotWindow::Nothing ? Slot{} : filled(cardAt(place));
-    }
-    for (const auto slot : changed) {
-        const auto row = index(static_cast<int>(slot));
-        Q_EMIT dataChanged(row, row);
-    }
-}
-
-int CardSlots::rowCount(const QModelIndex& parent) const
-{
-    return parent.isValid() ? 0 : static_cast<int>(m_slots.size());
+    showRows(first, end, [&](qsizetype position, const CardSlot& before) { return filled(cardAt(position), before); });
 }
 
 QVariant CardSlots::data(const QModelIndex& index, int role) const
 {
-    const auto& slot = m_slots.at(index.row());
+    const auto& slot = rowOf(index);
     switch (role) {
     case PositionRole:
-        return m_window.place(index.row());
+        return placeOf(index);
     case AreaRole:
         return slot.area;
     case PathRole:
         return slot.path;
+    case VersionRole:
+        return slot.version;
     case TitleRole:
         return slot.title;
     case GameRole:
@@ -94,9 +66,9 @@ QVariant CardSlots::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> CardSlots::roleNames() const
 {
-    return {{PositionRole, "position"}, {AreaRole, "area"},   {PathRole, "path"},  {TitleRole, "title"},
-            {GameRole, "game"},         {TimeRole, "time"},   {SizeRole, "size"},  {TierRole, "tier"},
-            {ScoreRole, "score"},       {LabelRole, "label"}, {RatioRole, "ratio"}};
+    return {{PositionRole, "position"}, {AreaRole, "area"},   {PathRole, "path"},   {VersionRole, "version"},
+            {TitleRole, "title"},       {GameRole, "game"},   {TimeRole, "time"},   {SizeRole, "size"},
+            {TierRole, "tier"},         {ScoreRole, "score"}, {LabelRole, "label"}, {RatioRole, "ratio"}};
 }
 
 } // namespace quelto

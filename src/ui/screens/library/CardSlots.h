@@ -2,18 +2,34 @@
 #pragma once
 
 #include "library/naming/Clip.h"
-#include "ui/screens/library/SlotWindow.h"
+#include "ui/screens/library/SlotModel.h"
 
-#include <QAbstractListModel>
 #include <QRectF>
 
 namespace quelto {
 
-/// The cards in view as a model of a few rows that never come and go while the user scrolls: a row is given the next
-/// clip instead, so that the item that draws it is used again.
+/// A card as QML shows it.
+struct CardSlot {
+    QRectF area;
+    QString path;
+    /// Units: bytes.
+    qint64 byteCount = 0;
+    QDateTime date;
+    int version = 0;
+    QString title;
+    QString game;
+    QString time;
+    QString size;
+    QString tier;
+    QVariant score;
+    QString label;
+    qreal ratio = 1;
+};
+
+/// The cards in view.
 ///
 /// Thread: main.
-class CardSlots : public QAbstractListModel {
+class CardSlots : public SlotModel<CardSlot> {
     Q_OBJECT
 
 public:
@@ -22,6 +38,8 @@ public:
         PositionRole = Qt::UserRole,
         AreaRole,
         PathRole,
+        /// Changes when the file at the path has changed, and not when the row shows another one.
+        VersionRole,
         TitleRole,
         GameRole,
         TimeRole,
@@ -39,37 +57,12 @@ public:
     };
     using CardAt = std::function<Card(qsizetype position)>;
 
-    using QAbstractListModel::QAbstractListModel;
+    using SlotModel::SlotModel;
 
-    /// Makes room for that many, never less than before.
-    void reserve(qsizetype slotCount);
     void show(qsizetype first, qsizetype end, const CardAt& cardAt);
-    /// What was shown is not what it was: the next show asks for all of it again.
-    void forget();
 
-    int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
-
-private:
-    struct Slot {
-        QRectF area;
-        QString path;
-        QString title;
-        QString game;
-        QString time;
-        QString size;
-        QString tier;
-        QVariant score;
-        QString label;
-        qreal ratio = 1;
-    };
-
-    static Slot filled(const Card& card);
-
-    SlotWindow m_window;
-    QList<Slot> m_slots;
-    bool m_isForgotten = false;
 };
 
 } // namespace quelto

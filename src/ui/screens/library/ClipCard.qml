@@ -10,6 +10,7 @@ Item {
     id: card
 
     property string path: ""
+    property int version: 0
     property string title: ""
     property string game: ""
     property string time: ""
@@ -83,6 +84,7 @@ Item {
         width: card.width
         height: Math.round(card.width / card.ratio)
         path: card.path
+        version: card.version
         ratio: card.ratio
         showDuration: true
         isPassing: card.isPassing

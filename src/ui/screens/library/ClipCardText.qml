@@ -74,6 +74,7 @@ Item {
 
             text: block.time
             textFormat: Text.PlainText
+            maximumLineCount: 1
             color: Theme.muted
             font.pixelSize: 11
             Accessible.ignored: true
@@ -95,6 +96,7 @@ Item {
             visible: block.hasRoomForSize
             text: block.size
             textFormat: Text.PlainText
+            maximumLineCount: 1
             color: Theme.muted
             font.pixelSize: 11
             Accessible.ignored: true

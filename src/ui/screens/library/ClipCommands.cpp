@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QDrag>
 #include <QPixmap>
+#include <QQuickWindow>
 
 namespace quelto {
 
@@ -17,6 +18,17 @@ namespace {
 constexpr int DragPictureSide = 200;
 
 } // namespace
+
+QImage dragPicture(const QImage& picture, qreal scale)
+{
+    if (picture.isNull()) {
+        return {};
+    }
+    const auto side = qRound(DragPictureSide * scale);
+    auto scaled = picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    scaled.setDevicePixelRatio(scale);
+    return scaled;
+}
 
 ClipCommands::ClipCommands(Parts parts, QObject* parent)
     : QObject(parent)
@@ -47,9 +59,12 @@ void ClipCommands::openFolder()
 
 void ClipCommands::drag(ClipPicture* picture)
 {
+    const auto* window = picture->window();
+    const auto scale = window == nullptr ? 1 : window->effectiveDevicePixelRatio();
     // A drag runs an event loop of its own; the handler that noticed the pointer's movement is to be done before.
     QMetaObject::invokeMethod(
-        this, [this, path = picture->path(), image = picture->picture()] { m_parts.drag(path, image); },
+        this,
+        [this, path = picture->path(), image = dragPicture(picture->picture(), scale)] { m_parts.drag(path, image); },
         Qt::QueuedConnection);
 }
 
@@ -59,10 +74,8 @@ void ClipCommands::dragFile(const QString& path, const QImage& picture)
     auto* drag = new QDrag(qApp);
     drag->setMimeData(fileMimeData(path).release());
     if (!picture.isNull()) {
-        const auto scaled =
-            picture.scaled(DragPictureSide, DragPictureSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        drag->setPixmap(QPixmap::fromImage(scaled));
-        drag->setHotSpot(scaled.rect().center());
+        drag->setPixmap(QPixmap::fromImage(picture));
+        drag->setHotSpot(QRectF(QPointF(), picture.deviceIndependentSize()).center().toPoint());
     }
     drag->exec(Qt::CopyAction);
 }

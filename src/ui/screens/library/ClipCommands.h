@@ -13,6 +13,11 @@ namespace quelto {
 
 class ClipPicture;
 
+/// What goes along with the pointer: the picture made to fit a square of 200. Null for none.
+///
+/// Units: logical pixels; the picture has `scale` times as many.
+QImage dragPicture(const QImage& picture, qreal scale);
+
 /// What a user can do with a clip wherever a card shows it, beside opening it.
 ///
 /// Thread: main.
@@ -25,7 +30,8 @@ public:
         FileManager& files;
         const AppSettings& settings;
         Navigation& navigation;
-        /// Lets the user carry the file to another program; returns when it was dropped or not.
+        /// Lets the user carry the file to another program; returns when it was dropped or not. The picture goes along
+        /// as it is; without one the desktop has its own sign.
         std::function<void(const QString& path, const QImage& picture)> drag = dragFile;
     };
 

@@ -46,11 +46,20 @@ void ClipPicture::setPath(const QString& path)
         return;
     }
     m_path = path;
-    m_isAsked = false;
+    m_askedVersion.reset();
     take({}, {});
     m_ticket = {};
     ask();
     Q_EMIT pathChanged();
+}
+
+void ClipPicture::setVersion(int version)
+{
+    if (m_version != version) {
+        m_version = version;
+        askAgainIfChanged();
+        Q_EMIT versionChanged();
+    }
 }
 
 void ClipPicture::setPassing(bool isPassing)
@@ -79,16 +88,30 @@ QString ClipPicture::durationText() const
 void ClipPicture::ask()
 {
     auto* const cache = ThumbnailsForQml::instance;
-    if (m_path.isEmpty() || m_isAsked || cache == nullptr) {
+    if (m_path.isEmpty() || m_askedVersion || cache == nullptr) {
         return;
     }
     if (m_isPassing) {
         take(cache->cachedImage(m_path), cache->cachedInfo(m_path).value_or(ClipInfo{}));
         return;
     }
-    m_isAsked = true;
+    m_askedVersion = m_version;
+    m_isAnswered = false;
     // The ticket goes with this item, and with it the callback.
-    m_ticket = cache->load(m_path, [this](const QImage& picture, const ClipInfo& info) { take(picture, info); });
+    m_ticket = cache->load(m_path, [this](const QImage& picture, const ClipInfo& info) {
+        m_isAnswered = true;
+        take(picture, info);
+        askAgainIfChanged();
+    });
+}
+
+void ClipPicture::askAgainIfChanged()
+{
+    // A change while the file is read counts when that has ended: it may have come too late for the reader.
+    if (m_askedVersion && m_askedVersion != m_version && m_isAnswered && !hasPicture()) {
+        m_askedVersion.reset();
+        ask();
+    }
 }
 
 void ClipPicture::take(const QImage& picture, const ClipInfo& info)

@@ -22,6 +22,8 @@ class ClipPicture : public QQuickItem {
     QML_ELEMENT
     /// Empty for none.
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
+    /// Another one when the file at the path has changed: a clip that is still being copied has no picture yet.
+    Q_PROPERTY(int version READ version WRITE setVersion NOTIFY versionChanged)
     /// Nobody will look: it shows what is at hand and asks for nothing.
     Q_PROPERTY(bool isPassing READ isPassing WRITE setPassing NOTIFY passingChanged)
     /// Of the upper corners.
@@ -35,6 +37,8 @@ public:
 
     QString path() const { return m_path; }
     void setPath(const QString& path);
+    int version() const { return m_version; }
+    void setVersion(int version);
     bool isPassing() const { return m_isPassing; }
     void setPassing(bool isPassing);
     qreal radius() const { return m_radius; }
@@ -46,6 +50,7 @@ public:
 
 Q_SIGNALS:
     void pathChanged();
+    void versionChanged();
     void passingChanged();
     void radiusChanged();
     void loaded();
@@ -57,6 +62,7 @@ protected:
 
 private:
     void ask();
+    void askAgainIfChanged();
     void take(const QImage& picture, const ClipInfo& info);
     void redraw();
 
@@ -65,8 +71,11 @@ private:
     ClipInfo m_info;
     ThumbnailCache::Ticket m_ticket;
     qreal m_radius = 0;
+    int m_version = 0;
+    /// Of the file that was asked for; nothing before that.
+    std::optional<int> m_askedVersion;
+    bool m_isAnswered = false;
     bool m_isPassing = false;
-    bool m_isAsked = false;
     bool m_isChanged = false;
 };
 

@@ -9,6 +9,8 @@ Item {
     id: thumbnail
 
     property string path: ""
+    // Another one when the file at the path has changed.
+    property int version: 0
     property bool showDuration: false
     // Of the upper corners.
     property real radius: 0
@@ -46,6 +48,7 @@ Item {
 
         anchors.fill: parent
         path: thumbnail.path
+        version: thumbnail.version
         radius: thumbnail.radius
     }
 

@@ -31,6 +31,7 @@ Item {
             text: header.title
             textFormat: Text.PlainText
             elide: Text.ElideRight
+            maximumLineCount: 1
             color: Theme.text
             font.pixelSize: 28
             font.weight: Font.ExtraBold
@@ -44,6 +45,7 @@ Item {
             text: L10n.T("{0} klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın", [header.library.count])
             textFormat: Text.PlainText
             elide: Text.ElideRight
+            maximumLineCount: 1
             color: Theme.muted
             font.pixelSize: 12
             Accessible.role: Accessible.StaticText

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDate>
 #include <QList>
 #include <QRectF>
 
@@ -9,7 +8,6 @@ namespace quelto {
 
 /// How the clips of a day are split.
 struct DayCards {
-    QDate day;
     qsizetype tall = 0;
     qsizetype wide = 0;
 

@@ -174,7 +174,12 @@ void LibraryModel::takeClips()
     const auto seen = anchor();
     m_clips = FilterableClips(m_library.clips());
     m_showsTierBar = std::ranges::any_of(m_clips.clips(), [](const Clip& clip) { return clip.autoTier.has_value(); });
+    // Nobody could take back a choice that is not offered any more.
+    const bool isTrapped = !m_showsTierBar && std::exchange(m_filter.tier, ClipFilter().tier) != ClipFilter().tier;
     applyFilter(seen);
+    if (isTrapped) {
+        Q_EMIT filterChanged();
+    }
 }
 
 void LibraryModel::applyFilter(std::optional<Anchor> anchor)
@@ -184,7 +189,7 @@ void LibraryModel::applyFilter(std::optional<Anchor> anchor)
     m_dayCards.clear();
     for (const auto& group : m_groups) {
         QList<qsizetype> wide;
-        DayCards cards{.day = group.day};
+        DayCards cards;
         for (const auto place : group.clips) {
             if (m_clips.clips().at(place).isTall()) {
                 m_order.append(place);
@@ -235,8 +240,7 @@ void LibraryModel::fillSlots()
     });
     const auto days = m_layout.dayTitlesBetween(top, bottom);
     m_days.show(days.first, days.end, [this](qsizetype position) {
-        return DaySlots::Day{.title = dayTitle(m_groups.at(position).day, m_today),
-                             .area = m_layout.dayTitle(position)};
+        return DaySlot{.title = dayTitle(m_groups.at(position).day, m_today), .area = m_layout.dayTitle(position)};
     });
 }
 
@@ -315,11 +319,6 @@ bool LibraryModel::moveCurrent(int key)
         Q_EMIT scrollWanted(std::min(bottom - m_viewHeight, card.top() - CurrentMargin));
     }
     return true;
-}
-
-QRectF LibraryModel::currentArea() const
-{
-    return m_current < 0 || m_width <= 0 ? QRectF() : m_layout.card(m_current);
 }
 
 QString LibraryModel::currentTitle() const

@@ -96,8 +96,6 @@ public:
     /// Lets an arrow key, Home, End or a page key choose another current card, and brings it into view; false if the
     /// key is none of them.
     Q_INVOKABLE bool moveCurrent(int key);
-    /// The middle of the current card in the content.
-    Q_INVOKABLE QRectF currentArea() const;
     Q_INVOKABLE QString currentTitle() const;
 
     /// Looks at the clock: titles speak of today. Called every minute and at midnight.

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Library
+import Quelto.Shared
 import Quelto.Theme
 
 // Chooses the tier of the clips to show.
@@ -24,6 +25,7 @@ Item {
         id: pills
 
         x: 28 + 16 + 10
+        name: L10n.T("Seviye")
         options: bar.library.tierFilters
         selection: bar.library.tierFilter
         labelOf: option => bar.library.tierFilterLabel(option)

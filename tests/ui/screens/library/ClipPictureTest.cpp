@@ -2,6 +2,7 @@
 #include "ui/screens/library/ClipPicture.h"
 
 #include "tests/queues/ManualQueue.h"
+#include "ui/screens/library/ClipCommands.h"
 #include "ui/screens/library/LibraryForQml.h"
 
 #include <QPainter>
@@ -45,6 +46,20 @@ TEST(CoveringPicture, OfNothingIsNothing)
     EXPECT_TRUE(coveringPicture(filled({64, 64}, Qt::blue), {0, 40}, 8).isNull());
 }
 
+TEST(DragPicture, IsTwoHundredWideOnEveryScreen)
+{
+    const auto wide = filled({640, 360}, Qt::blue);
+    const auto once = dragPicture(wide, 1);
+    EXPECT_EQ(once.size(), QSize(200, 112));
+    const auto twice = dragPicture(wide, 2);
+    EXPECT_EQ(twice.size(), QSize(400, 225));
+    EXPECT_EQ(twice.devicePixelRatio(), 2);
+    EXPECT_EQ(twice.deviceIndependentSize(), QSizeF(200, 112.5));
+    EXPECT_EQ(twice.pixelColor(200, 100), QColor(Qt::blue));
+    EXPECT_EQ(dragPicture(filled({360, 640}, Qt::blue), 2).size(), QSize(225, 400));
+    EXPECT_TRUE(dragPicture({}, 2).isNull());
+}
+
 class ClipPictureTest : public testing::Test {
 protected:
     ClipPictureTest() { ThumbnailsForQml::instance = &cache; }
@@ -54,6 +69,8 @@ protected:
     test::ManualQueue main{time};
     test::ManualQueue work{time};
     QStringList read;
+    /// Still being copied.
+    QString unfinished;
     ThumbnailCache cache{ThumbnailCache::Parts{.main = main,
                                                .work = [this](Task task) { work.post(std::move(task)); },
                                                .read =
@@ -61,7 +78,7 @@ protected:
                                                        read.append(path);
                                                        ClipReading reading;
                                                        reading.facts.duration = path == u"/long" ? 65 : 0;
-                                                       if (path != u"/broken") {
+                                                       if (path != u"/broken" && path != unfinished) {
                                                            reading.picture = filled({64, 36}, Qt::red);
                                                        }
                                                        return reading;
@@ -98,6 +115,7 @@ TEST_F(ClipPictureTest, KeepsToItsPlaceholderForABrokenClip)
     time.settle();
     EXPECT_FALSE(picture.hasPicture());
     EXPECT_EQ(picture.durationText(), QString());
+    EXPECT_EQ(read.size(), 1);
 }
 
 TEST_F(ClipPictureTest, AsksForNothingWhilePassingButShowsWhatIsThere)
@@ -115,6 +133,54 @@ TEST_F(ClipPictureTest, AsksForNothingWhilePassingButShowsWhatIsThere)
     time.settle();
     EXPECT_TRUE(picture.hasPicture());
     EXPECT_EQ(read.size(), 2);
+}
+
+TEST_F(ClipPictureTest, AsksAgainForAFileThatHasBecomeAClip)
+{
+    unfinished = QStringLiteral("/copy");
+    picture.setPath(unfinished);
+    time.settle();
+    ASSERT_FALSE(picture.hasPicture());
+    picture.setVersion(1);
+    time.settle();
+    EXPECT_EQ(read.size(), 2) << "it has grown, and is no clip yet";
+    EXPECT_FALSE(picture.hasPicture());
+    unfinished.clear();
+    picture.setVersion(2);
+    time.settle();
+    EXPECT_TRUE(picture.hasPicture());
+    picture.setVersion(3);
+    time.settle();
+    EXPECT_EQ(read.size(), 3) << "what is on screen stays";
+}
+
+TEST_F(ClipPictureTest, AsksOnceMoreForAFileThatChangedWhileItWasRead)
+{
+    unfinished = QStringLiteral("/copy");
+    picture.setPath(unfinished);
+    work.post([this] {
+        // Read by now, and the answer on its way.
+        unfinished.clear();
+        picture.setVersion(1);
+    });
+    time.settle();
+    EXPECT_TRUE(picture.hasPicture());
+    EXPECT_EQ(read.size(), 2);
+}
+
+TEST_F(ClipPictureTest, AsksForAChangedFileWhenItIsLookedAt)
+{
+    unfinished = QStringLiteral("/copy");
+    picture.setPath(unfinished);
+    time.settle();
+    picture.setPassing(true);
+    unfinished.clear();
+    picture.setVersion(1);
+    time.settle();
+    EXPECT_EQ(read.size(), 1);
+    picture.setPassing(false);
+    time.settle();
+    EXPECT_TRUE(picture.hasPicture());
 }
 
 } // namespace

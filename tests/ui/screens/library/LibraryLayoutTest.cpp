@@ -15,10 +15,8 @@ constexpr qreal TextHeight = 60;
 QList<DayCards> days(std::initializer_list<std::pair<int, int>> tallAndWide)
 {
     QList<DayCards> all;
-    QDate day(2026, 3, 1);
     for (const auto& [tall, wide] : tallAndWide) {
-        all.append({.day = day, .tall = tall, .wide = wide});
-        day = day.addDays(-1);
+        all.append({.tall = tall, .wide = wide});
     }
     return all;
 }
@@ -124,7 +122,7 @@ TEST(LibraryLayout, FindsWhatAWindowTouchesAndNeverMoreThanItSays)
         for (int day = 0; day < 12; ++day) {
             const auto tall = static_cast<qsizetype>(random() % 3 == 0 ? random() % 9 : 0);
             const auto wide = static_cast<qsizetype>(random() % 12);
-            all.append({.day = QDate(2026, 3, 1).addDays(-day), .tall = tall, .wide = tall + wide == 0 ? 1 : wide});
+            all.append({.tall = tall, .wide = tall + wide == 0 ? 1 : wide});
         }
         const LibraryLayout layout(all, 200 + static_cast<qreal>(random() % 1800), TextHeight);
         for (int window = 0; window < 40; ++window) {

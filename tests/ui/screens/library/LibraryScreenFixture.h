@@ -31,7 +31,7 @@ protected:
     QQuickItem* find(const QString& accessibleName) const { return itemNamed(window, accessibleName); }
     /// A failed expectation if there is none.
     QQuickItem* item(const QString& accessibleName) const;
-    /// The first visible item of that QML type, in the order in which they are drawn.
+    /// The visible items of that QML type, in the order in which they were made.
     QList<QQuickItem*> itemsOf(const char* qmlType) const;
     QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
     bool shows(const QString& text) const { return textItem(text) != nullptr; }

@@ -295,6 +295,7 @@ TEST_F(LibraryViewTest, ADragCarriesTheFileAndOpensNothing)
     settle(50);
     EXPECT_FALSE(navigation.hasSelected());
     EXPECT_EQ(dragged.size(), 1);
+    EXPECT_TRUE(draggedPicture.isNull()) << "a broken file has no picture, and is carried all the same";
 }
 
 class ScrolledLibraryTest : public LibraryViewTest {

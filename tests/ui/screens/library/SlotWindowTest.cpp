@@ -90,6 +90,28 @@ TEST(CardSlots, AsksForAllAgainAfterForgetting)
     EXPECT_EQ(asked, 4);
 }
 
+TEST(CardSlots, CountsTheChangesOfAFileAndNotOfItsRow)
+{
+    CardSlots slots;
+    slots.reserve(1);
+    Clip clip(QStringLiteral("/c/a.mp4"));
+    clip.date = QDateTime(QDate(2026, 3, 1), QTime(12, 0));
+    const auto shown = [&] {
+        slots.forget();
+        slots.show(0, 1, [&](qsizetype) { return CardSlots::Card{.clip = clip}; });
+        return slots.data(slots.index(0), CardSlots::VersionRole).toInt();
+    };
+    const auto first = shown();
+    EXPECT_EQ(shown(), first);
+    clip.size = 5;
+    EXPECT_EQ(shown(), first + 1);
+    clip.date = clip.date.addMSecs(1);
+    EXPECT_EQ(shown(), first + 2);
+    clip.path = QStringLiteral("/c/b.mp4");
+    clip.size = 6;
+    EXPECT_EQ(shown(), first + 2) << "another file begins where the last one was";
+}
+
 TEST(CardSlots, TellsTheTierOnlyOfClipsThatHaveOne)
 {
     CardSlots slots;

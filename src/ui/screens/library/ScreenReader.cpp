@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/screens/library/ScreenReader.h"
+
+#include <QQuickItem>
+
+namespace quelto {
+
+void ScreenReader::tellCurrent(QQuickItem* item)
+{
+    if (item != nullptr) {
+        QAccessibleEvent event(item, QAccessible::Focus);
+        m_tell(&event);
+    }
+}
+
+} // namespace quelto
