@@ -36,6 +36,9 @@ RowLayout {
         font.pixelSize: 11
         font.weight: Font.Bold
         font.letterSpacing: 1
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 9
+        elide: Text.ElideRight
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }

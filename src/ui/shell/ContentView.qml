@@ -7,37 +7,55 @@ import Quelto.Shell
 import Quelto.Theme
 
 // All that stands in the window: the sidebar, the page beside it, and the menus over the free strip at the top.
-Item {
+FocusScope {
     id: root
+
+    readonly property Item focusedItem: Window.activeFocusItem
+
+    focus: true
+    onFocusedItemChanged: {
+        if (pages.activeFocus) {
+            menu.target = focusedItem;
+        }
+    }
 
     Backdrop {
         anchors.fill: parent
     }
 
-    RowLayout {
+    FocusScope {
+        id: pages
+
         anchors.fill: parent
-        spacing: 0
+        focus: true
 
-        Sidebar {
-            Layout.preferredWidth: 240
-            Layout.fillHeight: true
-        }
+        RowLayout {
+            anchors.fill: parent
+            spacing: 0
 
-        Rectangle {
-            Layout.preferredWidth: 1
-            Layout.fillHeight: true
-            color: Theme.border
-        }
+            Sidebar {
+                Layout.preferredWidth: 240
+                Layout.fillHeight: true
+            }
 
-        ContentArea {
-            Layout.fillWidth: true
-            Layout.fillHeight: true
-            focus: true
+            Rectangle {
+                Layout.preferredWidth: 1
+                Layout.fillHeight: true
+                color: Theme.border
+            }
+
+            ContentArea {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                focus: true
+            }
         }
     }
 
     // In line with the brand below it.
     MainMenu {
+        id: menu
+
         x: 12
         y: 4
         width: 228

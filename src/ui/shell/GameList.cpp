@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/GameList.h"
 
+#include <QSet>
+
 namespace quelto {
 
 GameList::GameList(const ClipLibrary& library, QObject* parent)
@@ -28,8 +30,16 @@ QHash<int, QByteArray> GameList::roleNames() const
 
 void GameList::follow(const QList<GameCount>& games)
 {
+    if (m_games.isEmpty() || games.isEmpty()) {
+        beginResetModel();
+        m_games = games;
+        endResetModel();
+        return;
+    }
+    QSet<QString> names;
+    std::ranges::transform(games, std::inserter(names, names.end()), &GameCount::name);
     for (int row = rowCount() - 1; row >= 0; --row) {
-        if (std::ranges::find(games, m_games.at(row).name, &GameCount::name) == games.end()) {
+        if (!names.contains(m_games.at(row).name)) {
             beginRemoveRows({}, row, row);
             m_games.removeAt(row);
             endRemoveRows();

@@ -10,10 +10,25 @@ import Quelto.Theme
 MenuBar {
     id: bar
 
+    // What the keyboard acted on before it came to the menus.
+    property Item target: null
+
     signal aboutRequested
+
+    // Gives the keyboard back.
+    function leave() {
+        if (target) {
+            target.forceActiveFocus(Qt.MenuBarFocusReason);
+        }
+    }
 
     delegate: MainMenuTitle {}
     background: null
+
+    Shortcut {
+        sequence: "F10"
+        onActivated: bar.itemAt(0).forceActiveFocus(Qt.MenuBarFocusReason)
+    }
 
     ThemedMenu {
         title: "Quelto"
@@ -68,28 +83,28 @@ MenuBar {
         Action {
             text: L10n.T("Geri Al")
             shortcut: "Ctrl+Z"
-            onTriggered: WindowCommands.edit("undo")
+            onTriggered: WindowCommands.edit("undo", bar.target)
         }
         ThemedMenuSeparator {}
         Action {
             text: L10n.T("Kes")
             shortcut: "Ctrl+X"
-            onTriggered: WindowCommands.edit("cut")
+            onTriggered: WindowCommands.edit("cut", bar.target)
         }
         Action {
             text: L10n.T("Kopyala")
             shortcut: "Ctrl+C"
-            onTriggered: WindowCommands.edit("copy")
+            onTriggered: WindowCommands.edit("copy", bar.target)
         }
         Action {
             text: L10n.T("Yapıştır")
             shortcut: "Ctrl+V"
-            onTriggered: WindowCommands.edit("paste")
+            onTriggered: WindowCommands.edit("paste", bar.target)
         }
         Action {
             text: L10n.T("Tümünü Seç")
             shortcut: "Ctrl+A"
-            onTriggered: WindowCommands.edit("selectAll")
+            onTriggered: WindowCommands.edit("selectAll", bar.target)
         }
     }
 

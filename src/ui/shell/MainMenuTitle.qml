@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import Quelto.Shell
 import Quelto.Theme
 
 // The title of one menu in the bar.
@@ -12,15 +14,27 @@ MenuBarItem {
     topPadding: 6
     bottomPadding: 6
     font.pixelSize: 12
-    Accessible.role: Accessible.ButtonMenu
+    focusPolicy: Qt.TabFocus
     Accessible.name: text
+    Keys.onReturnPressed: title.triggered()
+    Keys.onEnterPressed: title.triggered()
+    Keys.onDownPressed: title.triggered()
+    Keys.onEscapePressed: (title.menuBar as MainMenu).leave()
+    Keys.onLeftPressed: title.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+    Keys.onRightPressed: title.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     contentItem: Text {
         text: title.text
         font: title.font
-        color: title.highlighted ? Theme.text : Theme.muted
+        color: title.highlighted || title.activeFocus ? Theme.text : Theme.muted
     }
     background: Rectangle {
         radius: 4
         color: title.highlighted ? Theme.card : "transparent"
+
+        FocusRing {
+            anchors.margins: -1
+            radius: 5
+            active: title.activeFocus && !title.highlighted
+        }
     }
 }

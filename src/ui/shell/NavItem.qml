@@ -14,8 +14,8 @@ T.AbstractButton {
     property int count: -1
     property bool active: false
 
-    // The keyboard came to this row.
-    signal reached(item: Item)
+    // The keyboard wants to go one row on, or back.
+    signal moved(step: int)
 
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 10
@@ -27,11 +27,8 @@ T.AbstractButton {
     Accessible.selected: active
     Keys.onReturnPressed: row.clicked()
     Keys.onEnterPressed: row.clicked()
-    Keys.onUpPressed: row.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-    Keys.onDownPressed: row.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
-    onVisualFocusChanged: if (visualFocus) {
-        reached(row);
-    }
+    Keys.onUpPressed: row.moved(-1)
+    Keys.onDownPressed: row.moved(1)
 
     contentItem: NavItemLabel {
         symbol: row.symbol
@@ -53,10 +50,11 @@ T.AbstractButton {
             color: Theme.accent
         }
 
+        // Inside, as the list's edge would cut it.
         FocusRing {
-            anchors.margins: -1
+            anchors.margins: 0
             active: row.visualFocus
-            radius: 7
+            radius: 6
         }
     }
 }

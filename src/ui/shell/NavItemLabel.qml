@@ -33,6 +33,7 @@ Item {
         color: label.active ? Theme.text : Theme.muted
         font.pixelSize: 13
         font.weight: label.active ? Font.DemiBold : Font.Medium
+        maximumLineCount: 1
         elide: Text.ElideRight
         textFormat: Text.PlainText
     }

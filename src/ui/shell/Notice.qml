@@ -30,6 +30,9 @@ Popup {
     }
     contentItem: Column {
         spacing: 14
+        Accessible.role: Accessible.Dialog
+        Accessible.name: notice.title
+        Accessible.description: notice.text
 
         Text {
             width: parent.width

@@ -10,5 +10,6 @@ AccentButton {
     trailingText: AppSettings.hotkeyDisplay
     enabled: Recorder.isActive && !Recorder.isSaving
     busy: Recorder.isSaving
+    opacity: Recorder.isActive ? 1 : 0.45
     onClicked: Recorder.saveClip()
 }

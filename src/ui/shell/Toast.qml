@@ -15,14 +15,12 @@ Item {
     anchors.fill: parent
     clip: true
 
-    Connections {
-        target: Navigation
-
-        function onToastChanged() {
-            if (toast.isShown) {
-                toast.words = Navigation.toast;
-            }
-        }
+    Binding {
+        target: toast
+        property: "words"
+        value: Navigation.toast
+        when: toast.isShown
+        restoreMode: Binding.RestoreNone
     }
 
     Rectangle {

@@ -2,7 +2,6 @@
 #include "ui/shell/WindowCommands.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 
 namespace quelto {
 
@@ -18,12 +17,11 @@ QString WindowCommands::version() const
     return QCoreApplication::applicationVersion();
 }
 
-void WindowCommands::edit(const QString& verb) const
+void WindowCommands::edit(const QString& verb, QObject* item)
 {
-    auto* focus = QGuiApplication::focusObject();
     const auto signature = verb.toLatin1() + "()";
-    if (focus != nullptr && focus->metaObject()->indexOfMethod(signature.constData()) >= 0) {
-        QMetaObject::invokeMethod(focus, verb.toLatin1().constData());
+    if (item != nullptr && item->metaObject()->indexOfMethod(signature.constData()) >= 0) {
+        QMetaObject::invokeMethod(item, verb.toLatin1().constData());
     }
 }
 

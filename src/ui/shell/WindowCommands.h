@@ -8,7 +8,7 @@
 
 namespace quelto {
 
-/// What the window's menus and buttons make happen beyond the recorder, and what was last saved.
+/// What the window's menus and buttons make happen beyond the recorder, and why the last save failed, if it did.
 ///
 /// Thread: main.
 class WindowCommands : public QObject {
@@ -41,8 +41,8 @@ public:
     Q_INVOKABLE void minimize() const { m_actions.minimize(); }
     Q_INVOKABLE void close() const { m_actions.close(); }
     Q_INVOKABLE void quit() const { m_actions.quit(); }
-    /// Lets the text field that has the focus do "undo", "cut", "copy", "paste" or "selectAll".
-    Q_INVOKABLE void edit(const QString& verb) const;
+    /// Lets the item do "undo", "cut", "copy", "paste" or "selectAll", if it can.
+    Q_INVOKABLE static void edit(const QString& verb, QObject* item);
 
     void clipSaved();
     void saveFailed(const QString& message);

@@ -286,7 +286,8 @@ TEST_F(LeaguePollTest, AsksAgainSoonAfterAGoodPollAndLaterAfterAFailedOne)
     LeaguePoll poll(server.address(), note, {.afterGood = 100ms, .afterFailed = 600ms, .atMost = 2s});
     ASSERT_TRUE(waitFor([&] { return polls.size() == 4; }));
     EXPECT_GE(polls[3] - polls[0], 300);
-    EXPECT_LT(polls[3] - polls[0], 500);
+    // Long before three waits of a failed one, however busy the machine.
+    EXPECT_LT(polls[3] - polls[0], 1500);
     server.setAnswer(httpAnswer(Good, "503 Service Unavailable"));
     ASSERT_TRUE(waitFor([&] { return polls.size() == 6; }));
     EXPECT_GE(polls[5] - polls[4], 600);

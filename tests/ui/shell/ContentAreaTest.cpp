@@ -79,6 +79,27 @@ TEST_F(ContentAreaTest, AChangeOfColoursKeepsThePageAndTheOpenClip)
     EXPECT_NE(item(QStringLiteral("Dota 2")), nullptr);
 }
 
+TEST_F(ContentAreaTest, EscapeLeavesASettingsPageAlsoAfterAMenu)
+{
+    navigation->showSettings();
+    window->requestActivate();
+    click(QStringLiteral("Dosya"));
+    QTest::qWait(50);
+    QTest::keyClick(window, Qt::Key_Escape);
+    QTest::qWait(300);
+    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Settings);
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_EQ(navigation->page(), Page{});
+}
+
+TEST_F(ContentAreaTest, AChangeOfColoursKeepsTheToast)
+{
+    navigation->showToast(QStringLiteral("Klip panoya kopyalandı"));
+    settings.setColorTheme(QStringLiteral("ocean"));
+    QTest::qWait(100);
+    EXPECT_TRUE(shows(QStringLiteral("Klip panoya kopyalandı")));
+}
+
 TEST_F(ContentAreaTest, TheToastStandsAboveTheLowerEdgeOfThePage)
 {
     navigation->showToast(QStringLiteral("Klip panoya kopyalandı"));

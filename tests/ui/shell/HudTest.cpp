@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/Hud.h"
 
+#include "tests/ui/LookOfItem.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 #include <QDir>
@@ -27,6 +28,14 @@ protected:
     }
 
     QVariant shown(const char* property) const { return hud->window()->rootObject()->property(property); }
+
+    QQuickItem* root() const { return hud->window()->rootObject(); }
+    QQuickItem* symbol() const { return test::symbolOn(root()); }
+    QQuickItem* tile() const { return test::boxAround(symbol()); }
+    void showTitleAndSubtitle()
+    {
+        hud->show({.title = QStringLiteral("Klip kaydedildi"), .subtitle = QStringLiteral("Dota 2")});
+    }
 
     /// Draws the notice and keeps it as a picture.
     void keep(const QString& name)
@@ -120,6 +129,80 @@ TEST_F(HudTest, ShowsWhatItIsAbout)
         EXPECT_EQ(shown("symbol").toString(), QLatin1String(each.symbol));
         EXPECT_EQ(shown("subtitle").toString(), each.notice.subtitle);
         keep(QLatin1String(each.picture));
+    }
+}
+
+TEST_F(HudTest, FadesForATenthAndAHalfInAndThreeTenthsOut)
+{
+    showTitleAndSubtitle();
+    QMap<double, int> durations;
+    for (const auto* each : test::animationsOf(root())) {
+        EXPECT_EQ(each->property("property").toString(), QStringLiteral("opacity"));
+        durations.insert(each->property("to").toDouble(), each->property("duration").toInt());
+    }
+    EXPECT_EQ(durations, (QMap<double, int>{{0.0, 300}, {1.0, 150}}));
+}
+
+TEST_F(HudTest, LiesOnADarkGroundThatNoPaletteChanges)
+{
+    for (const auto* palette : {"ember", "ocean", "blurple"}) {
+        settings.setColorTheme(QLatin1String(palette));
+        showTitleAndSubtitle();
+        const auto ground = test::colorOf(root());
+        EXPECT_EQ(QColor(ground.rgb()), QColor(0x16, 0x16, 0x1C)) << palette;
+        EXPECT_NEAR(ground.alphaF(), 0.96, 0.002) << palette;
+        EXPECT_EQ(test::radiusOf(root()), 10);
+        EXPECT_EQ(test::outlineOf(root()).width, 1);
+        EXPECT_EQ(test::outlineOf(root()).color, theme->border()) << palette;
+    }
+}
+
+TEST_F(HudTest, HasItsTileAndItsTwoLinesInARow)
+{
+    showTitleAndSubtitle();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return root()->opacity() == 1; }));
+    EXPECT_EQ(root()->width(), 330);
+    EXPECT_EQ(root()->height(), 66);
+    EXPECT_EQ(test::placeOf(tile()), QRectF(14, 15, 36, 36));
+    EXPECT_EQ(test::radiusOf(tile()), 7);
+    EXPECT_EQ(test::placeOf(symbol()).center(), test::placeOf(tile()).center());
+    const auto* title = test::labelOn(root(), QStringLiteral("Klip kaydedildi"));
+    const auto* subtitle = test::labelOn(root(), QStringLiteral("Dota 2"));
+    ASSERT_TRUE(title != nullptr && subtitle != nullptr);
+    EXPECT_EQ(test::fontOf(title).pixelSize(), 13);
+    EXPECT_EQ(test::fontOf(title).weight(), QFont::Bold);
+    EXPECT_EQ(test::colorOf(title), QColor(Qt::white));
+    EXPECT_EQ(test::fontOf(subtitle).pixelSize(), 11);
+    EXPECT_EQ(test::colorOf(subtitle), theme->muted());
+    for (const auto* line : {title, subtitle}) {
+        EXPECT_EQ(test::placeOf(line).left(), 14 + 36 + 12);
+        EXPECT_EQ(test::placeOf(line).right(), 330 - 14);
+    }
+    EXPECT_EQ(test::placeOf(subtitle).top(), test::placeOf(title).bottom() + 2);
+    EXPECT_NEAR((test::placeOf(title).top() + test::placeOf(subtitle).bottom()) / 2, 33, 0.5);
+}
+
+TEST_F(HudTest, TheTileTellsTheTierOrTheFailure)
+{
+    struct Case {
+        std::optional<ClipTier> tier;
+        bool error;
+        QColor tile;
+        QColor symbol;
+    };
+    const QColor red(0xFF, 0x3B, 0x3B);
+    const std::array cases{Case{std::nullopt, false, theme->accent(), Qt::white},
+                           Case{ClipTier::epic, false, theme->gold(), Qt::black},
+                           Case{ClipTier::medium, false, theme->accent(), Qt::white},
+                           Case{ClipTier::basic, false, theme->violet(), Qt::white},
+                           Case{std::nullopt, true, red, Qt::white}, Case{ClipTier::medium, true, red, Qt::white},
+                           // A failure changes the tile and its symbol, not the symbol's colour.
+                           Case{ClipTier::epic, true, red, Qt::black}};
+    for (const auto& each : cases) {
+        hud->show({.title = QStringLiteral("A"), .subtitle = QString(), .error = each.error, .tier = each.tier});
+        SCOPED_TRACE(symbol()->property("symbol").toString().toStdString());
+        EXPECT_EQ(test::colorOf(tile()), each.tile);
+        EXPECT_EQ(test::colorOf(symbol()), each.symbol);
     }
 }
 

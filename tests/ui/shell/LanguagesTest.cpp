@@ -29,6 +29,15 @@ TEST_P(LanguagesTest, SpeakAtOnceAndFitTheSmallestWindow)
     EXPECT_EQ(cutTexts(), QStringList());
 }
 
+TEST_P(LanguagesTest, FitWhileNothingIsRecordedAndWhileItStarts)
+{
+    QTest::qWait(50);
+    EXPECT_EQ(cutTexts(), QStringList());
+    recorder->start();
+    QTest::qWait(50);
+    EXPECT_EQ(cutTexts(), QStringList());
+}
+
 TEST_P(LanguagesTest, FitTheMenus)
 {
     for (const auto* menu : {"Quelto", "Dosya", "Düzen", "Pencere"}) {

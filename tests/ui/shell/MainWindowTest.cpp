@@ -20,6 +20,7 @@ TEST_F(MainWindowTest, OffersToSaveWhileCaptureStarts)
     recorder->start();
     EXPECT_TRUE(shows(QStringLiteral("BAŞLATILIYOR")));
     EXPECT_TRUE(item(QStringLiteral("Klip Kaydet"))->isEnabled());
+    EXPECT_TRUE(item(QStringLiteral("Kaydı Başlat / Durdur"))->property("isOn").toBool());
     EXPECT_FALSE(shows(QStringLiteral("Son 30 sn • 0 MB")));
     picture(QStringLiteral("window-starting"));
 }
@@ -44,6 +45,18 @@ TEST_F(MainWindowTest, SavesAClipByItsButton)
     time.advance(std::chrono::seconds(1));
     EXPECT_EQ(savedPaths.size(), 1);
     EXPECT_TRUE(item(QStringLiteral("Klip Kaydet"))->isEnabled());
+}
+
+TEST_F(MainWindowTest, TheSaveButtonFadesWithTheRecorderAlsoWhileItSaves)
+{
+    record();
+    EXPECT_EQ(item(QStringLiteral("Klip Kaydet"))->opacity(), 1);
+    click(QStringLiteral("Klip Kaydet"));
+    EXPECT_EQ(item(QStringLiteral("Klip Kaydet"))->opacity(), 1);
+    recorder->stop();
+    time.settle();
+    EXPECT_TRUE(recorder->isSaving());
+    EXPECT_EQ(item(QStringLiteral("Klip Kaydet"))->opacity(), 0.45);
 }
 
 TEST_F(MainWindowTest, SwitchesTheRecorder)
@@ -161,6 +174,59 @@ TEST_F(MainWindowTest, GivesTheFocusBackAfterAMenuAndAfterANotice)
     picture(QStringLiteral("window-about"));
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([&] { return button->hasActiveFocus(); }));
+}
+
+TEST_F(MainWindowTest, ItsMenusAreReachedByTheKeyboardAlone)
+{
+    window->requestActivate();
+    makeClips({"Dota 2 - a.mp4"});
+    auto* const before = window->activeFocusItem();
+    QTest::keyClick(window, Qt::Key_F10);
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_EQ(window->activeFocusItem(), before);
+
+    QTest::keyClick(window, Qt::Key_F10);
+    QTest::keyClick(window, Qt::Key_Right);
+    picture(QStringLiteral("window-menu-by-keyboard"));
+    QTest::keyClick(window, Qt::Key_Left);
+    QTest::keyClick(window, Qt::Key_Down);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Quelto Hakkında")); }));
+    QTest::keyClick(window, Qt::Key_Down);
+    QTest::keyClick(window, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Quelto 0.1.0")); }));
+}
+
+TEST_F(MainWindowTest, TheEditMenuActsOnTheFieldThatHadTheKeyboard)
+{
+    window->requestActivate();
+    click(QStringLiteral("Ara"));
+    for (const char letter : {'a', 'b', 'c'}) {
+        QTest::keyClick(window, letter);
+    }
+    auto* const field = window->activeFocusItem();
+    const auto choose = [&](const char* entry) {
+        click(QStringLiteral("Düzen"));
+        QTest::qWait(50);
+        click(QString::fromUtf8(entry));
+        QTest::qWait(300);
+    };
+    choose("Tümünü Seç");
+    EXPECT_EQ(field->property("selectedText").toString(), QStringLiteral("abc"));
+    choose("Kes");
+    EXPECT_EQ(field->property("text").toString(), QString());
+    choose("Yapıştır");
+    EXPECT_EQ(field->property("text").toString(), QStringLiteral("abc"));
+    choose("Geri Al");
+    EXPECT_EQ(field->property("text").toString(), QString());
+    EXPECT_TRUE(field->hasActiveFocus());
+}
+
+TEST_F(MainWindowTest, TheNoticeIsReadOut)
+{
+    QTest::mouseClick(window, Qt::LeftButton, {}, test::middleOf(textItem(QStringLiteral("Quelto"))));
+    click(QStringLiteral("Quelto Hakkında"));
+    QTest::qWait(300);
+    EXPECT_TRUE(descriptionOf(QStringLiteral("Quelto 0.1.0")).startsWith(QStringLiteral("Linux için")));
 }
 
 TEST_F(MainWindowTest, TakesTheColoursOfEveryPalette)

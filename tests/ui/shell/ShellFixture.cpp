@@ -103,7 +103,9 @@ QStringList ShellFixture::cutTexts() const
 {
     QStringList cut;
     visitVisible(window->contentItem(), [&](const QQuickItem* each) {
-        if (each->property("truncated").toBool()) {
+        const auto isLine = each->inherits("QQuickText") && each->property("wrapMode").toInt() == 0;
+        if (each->property("truncated").toBool() ||
+            (isLine && each->property("contentWidth").toReal() > each->width() + 0.5)) {
             cut.append(each->property("text").toString());
         }
     });

@@ -105,18 +105,43 @@ TEST_F(SidebarTest, ScrollsToTheGameThatTheKeyboardReaches)
         names.append(QByteArray("Game ") + each + " - clip.mp4");
     }
     makeClips({names.cbegin(), names.cend()});
-    auto* last = item(QStringLiteral("Game z, 1"));
-    ASSERT_NE(last, nullptr);
     const auto* card = item(QStringLiteral("Klip Kaydet"));
-    EXPECT_GT(last->mapToScene({}).y(), card->mapToScene({}).y()) << "the list must be longer than its place";
     window->requestActivate();
     item(QStringLiteral("Tüm Klipler, 26"))->forceActiveFocus(Qt::TabFocusReason);
     for (int i = 0; i < 27; ++i) {
         QTest::keyClick(window, Qt::Key_Down);
     }
+    const auto* last = item(QStringLiteral("Game z, 1"));
+    ASSERT_NE(last, nullptr);
     EXPECT_TRUE(last->hasActiveFocus());
     EXPECT_LT(last->mapToScene({}).y() + last->height(), card->mapToScene({}).y());
     picture(QStringLiteral("sidebar-many-games"));
+    for (int i = 0; i < 27; ++i) {
+        QTest::keyClick(window, Qt::Key_Up);
+    }
+    EXPECT_TRUE(item(QStringLiteral("Tüm Klipler, 26"))->hasActiveFocus());
+}
+
+TEST_F(SidebarTest, MakesRowsOnlyForTheGamesInSight)
+{
+    QList<QByteArray> names;
+    for (int i = 0; i < 300; ++i) {
+        names.append("Artist " + QByteArray::number(i) + " - song.mp4");
+    }
+    makeClips(names);
+    QTest::qWait(100);
+    int rows = 0;
+    test::visitVisible(window->contentItem(), [&](const QQuickItem* each) {
+        rows += QByteArray(each->metaObject()->className()).startsWith("GameRow_QMLTYPE") ? 1 : 0;
+    });
+    EXPECT_GT(rows, 10);
+    EXPECT_LT(rows, 60);
+}
+
+TEST_F(SidebarTest, AGameOfTwoLinesTakesOne)
+{
+    makeClips({"Two\nLines - a.mp4", "Dota 2 - a.mp4"});
+    EXPECT_EQ(item(QStringLiteral("Two\nLines, 1"))->height(), item(QStringLiteral("Dota 2, 1"))->height());
 }
 
 TEST_F(SidebarTest, ANewVersionHasARowOfItsOwn)

@@ -64,5 +64,24 @@ TEST_F(WindowPicturesTest, FilteredByGame)
     EXPECT_FALSE(shows(QStringLiteral("PENTAKILL (Ahri)")));
 }
 
+/// Those of the documentation.
+TEST_F(WindowPicturesTest, ForTheDocuments)
+{
+    test::addTwelveClips(settings.saveFolder());
+    reloadLibrary();
+    settings.setLanguage(QStringLiteral("en"));
+    time.settle();
+    window->resize(1240, 900);
+    QTest::qWait(100);
+    QTest::mouseMove(window, test::middleOf(textItem(QStringLiteral("Triple Kill (Ahri)"))) - QPoint(0, 100));
+    show(QStringLiteral("window-library"));
+    QTest::mouseMove(window, {5, 5});
+    settings.setColorTheme(QStringLiteral("sunset"));
+    show(QStringLiteral("window-library-sunset"));
+    settings.setColorTheme(QStringLiteral("blurple"));
+    navigation->showGame(QStringLiteral("Dota 2"));
+    show(QStringLiteral("window-game-blurple"));
+}
+
 } // namespace
 } // namespace quelto

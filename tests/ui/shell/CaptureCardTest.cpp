@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/LookOfItem.h"
+#include "tests/ui/shell/ShellFixture.h"
+
+namespace quelto {
+namespace {
+
+using test::colorOf;
+using test::fontOf;
+using test::outlineOf;
+using test::placeOf;
+using test::radiusOf;
+
+class CaptureCardTest : public test::ShellFixture {
+protected:
+    const QString save = QStringLiteral("Klip Kaydet");
+    const QString statistics = QStringLiteral("Son 30 sn • 0 MB");
+    const QString message = QStringLiteral("Ses sunucusu çalışmıyor.");
+
+    void fail()
+    {
+        fakes.sound->systemError = message;
+        recorder->start();
+        time.settle();
+        ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
+    }
+
+    QQuickItem* toggle() const { return item(QStringLiteral("Kaydı Başlat / Durdur")); }
+    bool readsOn() const { return toggle()->property("isOn").toBool() && toggle()->property("checked").toBool(); }
+    QQuickItem* header() const { return toggle()->parentItem(); }
+    QQuickItem* card() const { return test::boxAround(header()); }
+    QQuickItem* dot() const
+    {
+        return test::firstVisibleOn(header(), [](const auto* each) { return each->inherits("QQuickRectangle"); });
+    }
+    QQuickItem* microphone() const { return test::symbolOn(textItem(statistics)->parentItem()); }
+    QString microphoneSymbol() const { return microphone()->property("symbol").toString(); }
+
+    /// Moves the pointer away and back: the explanation comes anew.
+    bool explains(const QQuickItem* target, const QString& words)
+    {
+        QTest::mouseMove(window, {5, 5});
+        QTest::qWait(50);
+        EXPECT_FALSE(shows(words));
+        QTest::mouseMove(window, test::middleOf(target));
+        return QTest::qWaitFor([&] { return shows(words); });
+    }
+
+    /// The room between the lines of the card, from above.
+    QList<double> gaps() const
+    {
+        QList<double> between;
+        std::optional<double> end;
+        for (const auto* line : header()->parentItem()->childItems()) {
+            if (!line->isVisible()) {
+                continue;
+            }
+            if (end) {
+                between.append(placeOf(line).top() - *end);
+            }
+            end = placeOf(line).bottom();
+        }
+        return between;
+    }
+};
+
+TEST_F(CaptureCardTest, IsAPanelWithRoomAroundAndBetweenItsLines)
+{
+    EXPECT_EQ(colorOf(card()), theme->panel());
+    EXPECT_EQ(radiusOf(card()), 10);
+    EXPECT_EQ(outlineOf(card()).width, 1);
+    EXPECT_EQ(outlineOf(card()).color, theme->border());
+    EXPECT_EQ(gaps(), (QList<double>{10}));
+    record();
+    window->grabWindow();
+    EXPECT_EQ(gaps(), (QList<double>{10, 10}));
+    const auto inside = placeOf(card()).adjusted(12, 12, -12, -12);
+    EXPECT_EQ(placeOf(header()).topLeft(), inside.topLeft());
+    EXPECT_EQ(placeOf(toggle()).right(), inside.right());
+    EXPECT_EQ(placeOf(item(save)).bottomRight(), inside.bottomRight());
+    EXPECT_EQ(placeOf(item(save)).left(), inside.left()) << "the button takes the whole width";
+}
+
+TEST_F(CaptureCardTest, TheDotGlowsOnlyWhileRecording)
+{
+    EXPECT_EQ(dot()->size(), QSizeF(8, 8));
+    EXPECT_EQ(radiusOf(dot()), 4);
+    EXPECT_EQ(colorOf(dot()), theme->dim());
+    EXPECT_EQ(test::shadowOf(dot()), nullptr);
+    recorder->start();
+    EXPECT_EQ(colorOf(dot()), theme->dim());
+    EXPECT_EQ(test::shadowOf(dot()), nullptr) << "it only starts";
+    record();
+    EXPECT_EQ(colorOf(dot()), QColor(0xFF, 0x3B, 0x3B));
+    const auto* glow = test::shadowOf(dot());
+    ASSERT_NE(glow, nullptr);
+    EXPECT_EQ(radiusOf(glow), 4);
+    EXPECT_EQ(colorOf(glow), colorOf(dot()));
+    EXPECT_EQ(placeOf(glow).center(), placeOf(dot()).center());
+    recorder->stop();
+    time.settle();
+    fail();
+    EXPECT_EQ(colorOf(dot()), theme->dim());
+    EXPECT_EQ(test::shadowOf(dot()), nullptr) << "an error is no recording";
+}
+
+TEST_F(CaptureCardTest, NamesEachStateInItsColour)
+{
+    const auto expectLabel = [this](const QString& text, const QColor& color) {
+        const auto* label = test::labelOn(header(), text);
+        ASSERT_NE(label, nullptr) << text.toStdString();
+        EXPECT_EQ(colorOf(label), color) << text.toStdString();
+        EXPECT_EQ(fontOf(label).pixelSize(), 11);
+        EXPECT_EQ(fontOf(label).weight(), QFont::Bold);
+        EXPECT_EQ(fontOf(label).letterSpacing(), 1);
+    };
+    expectLabel(QStringLiteral("KAYIT KAPALI"), theme->muted());
+    recorder->start();
+    expectLabel(QStringLiteral("BAŞLATILIYOR"), theme->muted());
+    time.settle();
+    expectLabel(QStringLiteral("KAYITTA"), theme->text());
+    recorder->stop();
+    time.settle();
+    fail();
+    expectLabel(QStringLiteral("HATA"), QColor(0xFF, 0x3B, 0x3B));
+}
+
+TEST_F(CaptureCardTest, TheSwitchIsDrawnSmallerAndReadsOnFromTheStart)
+{
+    const auto* track = toggle()->property("background").value<QQuickItem*>()->childItems().first();
+    EXPECT_NEAR(track->width(), 38 * 0.85, 0.5);
+    EXPECT_NEAR(track->height(), 21 * 0.85, 0.5);
+    EXPECT_FALSE(readsOn());
+    recorder->start();
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Starting);
+    EXPECT_TRUE(readsOn());
+    record();
+    EXPECT_TRUE(readsOn());
+    recorder->stop();
+    time.settle();
+    EXPECT_FALSE(readsOn());
+    fail();
+    EXPECT_FALSE(readsOn());
+}
+
+TEST_F(CaptureCardTest, TellsFiguresOnlyWhileRecording)
+{
+    EXPECT_FALSE(shows(statistics));
+    recorder->start();
+    EXPECT_FALSE(shows(statistics));
+    record();
+    const auto* figures = textItem(statistics);
+    ASSERT_NE(figures, nullptr);
+    EXPECT_EQ(fontOf(figures).pixelSize(), 10);
+    EXPECT_EQ(colorOf(figures), theme->muted());
+    window->grabWindow();
+    EXPECT_EQ(placeOf(microphone()).left() - placeOf(figures).right(), 5);
+    recorder->stop();
+    time.settle();
+    EXPECT_FALSE(shows(statistics));
+    fail();
+    EXPECT_FALSE(shows(statistics));
+}
+
+TEST_F(CaptureCardTest, TheMicrophoneIsGreenWhileHeard)
+{
+    record();
+    EXPECT_EQ(microphoneSymbol(), QStringLiteral("mic.fill"));
+    EXPECT_EQ(colorOf(microphone()), theme->good());
+    EXPECT_TRUE(explains(microphone(), QStringLiteral("Mikrofon kaydediliyor")));
+}
+
+TEST_F(CaptureCardTest, TheMicrophoneIsStruckOutWhileNotHeard)
+{
+    fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
+    record();
+    EXPECT_EQ(microphoneSymbol(), QStringLiteral("mic.slash.fill"));
+    EXPECT_EQ(colorOf(microphone()), theme->dim());
+    EXPECT_TRUE(explains(microphone(), QStringLiteral("Mikrofon kapalı")));
+}
+
+TEST_F(CaptureCardTest, AnErrorIsSmallAndInTheColourOfErrors)
+{
+    EXPECT_FALSE(shows(message));
+    fail();
+    const auto* words = textItem(message);
+    ASSERT_NE(words, nullptr);
+    EXPECT_EQ(fontOf(words).pixelSize(), 10);
+    EXPECT_EQ(colorOf(words), QColor(0xFF, 0x3B, 0x3B));
+    fakes.sound->systemError.reset();
+    record();
+    EXPECT_FALSE(shows(message));
+}
+
+TEST_F(CaptureCardTest, TheButtonShowsItsKeyAtItsFarEnd)
+{
+    record();
+    auto* button = item(save);
+    EXPECT_TRUE(button->property("filled").toBool());
+    const auto* scissors = test::symbolOn(button);
+    EXPECT_EQ(scissors->property("symbol").toString(), QStringLiteral("scissors"));
+    EXPECT_EQ(placeOf(test::labelOn(button, save)).left() - placeOf(scissors).right(), 8);
+    const auto* key = test::labelOn(button, settings.hotkeyDisplay());
+    ASSERT_NE(key, nullptr);
+    EXPECT_EQ(fontOf(key).pixelSize(), 11);
+    EXPECT_EQ(fontOf(key).weight(), QFont::Bold);
+    EXPECT_EQ(key->opacity(), 0.85);
+    EXPECT_EQ(placeOf(key).right(), placeOf(button).right() - 16);
+}
+
+TEST_F(CaptureCardTest, TheButtonIsPaleUnlessTheRecorderIsActive)
+{
+    EXPECT_EQ(item(save)->opacity(), 0.45);
+    EXPECT_FALSE(item(save)->isEnabled());
+    recorder->start();
+    EXPECT_EQ(item(save)->opacity(), 1);
+    EXPECT_TRUE(item(save)->isEnabled());
+    record();
+    EXPECT_EQ(item(save)->opacity(), 1);
+    recorder->stop();
+    time.settle();
+    fail();
+    EXPECT_EQ(item(save)->opacity(), 0.45);
+    EXPECT_FALSE(item(save)->isEnabled());
+}
+
+TEST_F(CaptureCardTest, TheButtonTurnsAWhiteMarkWhileSavingAndStaysBright)
+{
+    record();
+    recorder->saveClip();
+    ASSERT_TRUE(recorder->isSaving());
+    auto* button = item(save);
+    EXPECT_FALSE(button->isEnabled());
+    EXPECT_EQ(button->opacity(), 1);
+    const auto* mark = test::symbolOn(button);
+    EXPECT_EQ(mark->property("symbol").toString(), QStringLiteral("progress"));
+    EXPECT_EQ(colorOf(mark), QColor(Qt::white));
+    const auto turned = mark->rotation();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return mark->rotation() != turned; }));
+    time.advance(std::chrono::seconds(1));
+    ASSERT_FALSE(recorder->isSaving());
+    EXPECT_EQ(test::symbolOn(button)->property("symbol").toString(), QStringLiteral("scissors"));
+}
+
+TEST_F(CaptureCardTest, TheButtonIsPaleWhileTheLastClipOfAStoppedRecorderIsSaved)
+{
+    record();
+    recorder->saveClip();
+    recorder->stop();
+    time.settle();
+    ASSERT_FALSE(recorder->isActive());
+    ASSERT_TRUE(recorder->isSaving());
+    EXPECT_EQ(item(save)->opacity(), 0.45);
+}
+
+} // namespace
+} // namespace quelto
