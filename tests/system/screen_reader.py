@@ -42,10 +42,13 @@ class Item:
 
 
 class ScreenReader:
-    def __init__(self, application="Quelto"):
+    """`scale`: of the program's desktop, as Qt tells where things are in pixels of its own."""
+
+    def __init__(self, application="Quelto", scale=1):
         session = Gio.bus_get_sync(Gio.BusType.SESSION)
         address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, 0, _TIMEOUT)
         self._application = application
+        self._scale = scale
         self._bus = Gio.DBusConnection.new_for_address_sync(
             address[0], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
 
@@ -69,7 +72,8 @@ class ScreenReader:
         bounds = None
         if "showing" in states:
             try:
-                bounds = self._call(address, "org.a11y.atspi.Component", "GetExtents", "(u)", (0,))[0]
+                extents = self._call(address, "org.a11y.atspi.Component", "GetExtents", "(u)", (0,))[0]
+                bounds = tuple(self._scale * value for value in extents)
             except GLib.Error:
                 pass
         return Item(tuple(address), self._call(address, _ACCESSIBLE, "GetRoleName")[0], self._property(address, "Name"),
@@ -146,10 +150,15 @@ def move_pointer(x, y):
     desk.run("xdotool", "mousemove", "--sync", x, y)
 
 
-def colours(x, y, width, height):
-    """The colours in that part of the screen, as six digits."""
-    picture = subprocess.run(
+def picture(x, y, width, height):
+    """That part of the screen; red, green and blue of each pixel, row by row."""
+    return subprocess.run(
         ["ffmpeg", "-v", "error", "-f", "x11grab", "-draw_mouse", "0", "-video_size", f"{width}x{height}", "-i",
          f"{os.environ['DISPLAY']}+{x},{y}", "-frames:v", "1", "-f", "rawvideo", "-pix_fmt", "rgb24", "-"],
         check=True, capture_output=True).stdout
-    return {picture[start:start + 3].hex() for start in range(0, len(picture), 3)}
+
+
+def colours(x, y, width, height):
+    """The colours in that part of the screen, as six digits."""
+    pixels = picture(x, y, width, height)
+    return {pixels[start:start + 3].hex() for start in range(0, len(pixels), 3)}

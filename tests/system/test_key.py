@@ -52,6 +52,19 @@ class Key(desk.DeskTest):
         self.assertGreater(result.length, 0.5)
         self.assertLess(result.length, 2.2)
 
+    def test_closed_window_leaves_recorder_and_key_alive(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=1)
+        program.record(0)
+        desk.close_window()
+        time.sleep(1.5)
+        self.assertEqual(program.get("State"), "recording")
+        desk.press()
+        counters = clip.Clip(program.wait_for_clips(1)[0]).counters()
+        # Of the time in which there was no window.
+        self.assertGreater(len(set(counters)), 30)
+        self.assertEqual(program.get("State"), "recording")
+
     def test_press_while_nothing_records_gives_none(self):
         program = self.quelto(autoStart=False)
         program.wait_for_state("idle")
