@@ -21,16 +21,22 @@ template <typename Visit> void visitVisible(QQuickItem* root, const Visit& visit
     }
 }
 
-/// Null if there is none.
-template <typename Predicate> QQuickItem* firstVisible(const QQuickWindow* window, const Predicate& isWanted)
+/// The first visible item that is wanted, below that one or itself; null if there is none.
+template <typename Predicate> QQuickItem* firstVisibleOn(QQuickItem* root, const Predicate& isWanted)
 {
     QQuickItem* found = nullptr;
-    visitVisible(window->contentItem(), [&](QQuickItem* each) {
+    visitVisible(root, [&](QQuickItem* each) {
         if (found == nullptr && isWanted(each)) {
             found = each;
         }
     });
     return found;
+}
+
+/// Null if there is none.
+template <typename Predicate> QQuickItem* firstVisible(const QQuickWindow* window, const Predicate& isWanted)
+{
+    return firstVisibleOn(window->contentItem(), isWanted);
 }
 
 /// The visible item that screen readers call by that name; null if there is none.

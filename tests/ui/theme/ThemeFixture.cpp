@@ -6,7 +6,6 @@
 #include "ui/theme/ThemeForQml.h"
 
 #include <QGuiApplication>
-#include <QQmlProperty>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
@@ -102,32 +101,6 @@ void ThemeFixture::click(const QQuickItem* target)
 void ThemeFixture::hover(const QQuickItem* target)
 {
     QTest::mouseMove(window, middleOf(target));
-}
-
-Outline outlineOf(const QObject* rectangle)
-{
-    auto* self = const_cast<QObject*>(rectangle);
-    return {.width = QQmlProperty::read(self, QStringLiteral("border.width")).toDouble(),
-            .color = QQmlProperty::read(self, QStringLiteral("border.color")).value<QColor>()};
-}
-
-QObjectList animationsOf(const QObject* object)
-{
-    QObjectList animations;
-    for (auto* child : object->children()) {
-        if (child->inherits("QQuickPropertyAnimation")) {
-            animations.append(child);
-        }
-        animations.append(animationsOf(child));
-    }
-    if (const auto* item = qobject_cast<const QQuickItem*>(object)) {
-        for (const auto* child : item->childItems()) {
-            if (child->parent() != object) {
-                animations.append(animationsOf(child));
-            }
-        }
-    }
-    return animations;
 }
 
 } // namespace quelto::test

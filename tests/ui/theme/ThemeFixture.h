@@ -4,9 +4,8 @@
 #include "app/settings/AppSettings.h"
 #include "ui/theme/Theme.h"
 
-#include "tests/ui/SeenInWindow.h"
+#include "tests/ui/LookOfItem.h"
 
-#include <QFont>
 #include <QQmlApplicationEngine>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -49,25 +48,5 @@ protected:
 private:
     void takeWindow();
 };
-
-inline QFont fontOf(const QObject* object)
-{
-    return object->property("font").value<QFont>();
-}
-
-inline QColor colorOf(const QObject* object)
-{
-    return object->property("color").value<QColor>();
-}
-
-/// One outline of a Rectangle.
-struct Outline {
-    double width;
-    QColor color;
-};
-Outline outlineOf(const QObject* rectangle);
-
-/// The animations declared anywhere under the object.
-QObjectList animationsOf(const QObject* object);
 
 } // namespace quelto::test
