@@ -55,6 +55,17 @@ void LibraryScreenFixture::TearDown()
     L10n::use(QStringLiteral("tr"));
 }
 
+void LibraryScreenFixture::readClipsBy(const std::function<ClipReading(const QString& path)>& read,
+                                       const std::function<void(Task)>& work)
+{
+    thumbnails = std::make_unique<ThumbnailCache>(
+        ThumbnailCache::Parts{.main = mainQueue,
+                              .work = work,
+                              .read = [read](const QString& path, const std::stop_token&) { return read(path); },
+                              .byteLimit = 1 << 24});
+    ThumbnailsForQml::instance = thumbnails.get();
+}
+
 void LibraryScreenFixture::show(const QString& properties)
 {
     engine = std::make_unique<QQmlApplicationEngine>();

@@ -20,6 +20,11 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
+    /// Before the window is made: takes readings from there instead of from the files, at once or when `work` runs
+    /// them.
+    void readClipsBy(
+        const std::function<ClipReading(const QString& path)>& read,
+        const std::function<void(Task)>& work = [](const Task& task) { task(); });
     /// Makes the window; what is in the folder by then it shows at once.
     void show(const QString& properties = {});
     /// Reads the folder anew.

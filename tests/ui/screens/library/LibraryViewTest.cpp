@@ -37,6 +37,13 @@ protected:
         type(text);
     }
 
+    QString emptyHint() const
+    {
+        return QStringLiteral("Kayıt açıkken %1 tuşlarına basarak son %2 saniyeyi kaydedin.")
+            .arg(settings.hotkeyDisplay())
+            .arg(settings.clipLength());
+    }
+
     QString selectedName() const { return navigation.selectedPath().section(u'/', -1); }
 };
 
@@ -45,10 +52,32 @@ TEST_F(LibraryViewTest, ShowsWhatItHasToSayAboutNoClips)
     open();
     EXPECT_TRUE(shows(QStringLiteral("Klipler")));
     EXPECT_TRUE(shows(QStringLiteral("Henüz klip yok")));
-    EXPECT_TRUE(shows(QStringLiteral("Kayıt açıkken %1 tuşlarına basarak son %2 saniyeyi kaydedin.")
-                          .arg(settings.hotkeyDisplay())
-                          .arg(settings.clipLength())));
+    EXPECT_TRUE(shows(emptyHint()));
     EXPECT_EQ(find(QStringLiteral("Efsane")), nullptr);
+}
+
+TEST_F(LibraryViewTest, DrawsItsEmptinessAsTold)
+{
+    open();
+    const auto* title = textItem(QStringLiteral("Henüz klip yok"));
+    EXPECT_EQ(title->property("font").value<QFont>().pixelSize(), 18);
+    EXPECT_EQ(title->property("font").value<QFont>().weight(), QFont::Bold);
+    EXPECT_EQ(title->property("color").value<QColor>(), theme.text());
+    const auto* hint = textItem(emptyHint());
+    ASSERT_NE(hint, nullptr);
+    EXPECT_EQ(hint->property("font").value<QFont>().pixelSize(), 13);
+    EXPECT_EQ(hint->property("color").value<QColor>(), theme.muted());
+    const auto* symbol = test::firstVisible(window, [](const QQuickItem* each) {
+        return each->property("symbol").toString() == u"film.stack" && each->inherits("QQuickImage");
+    });
+    ASSERT_NE(symbol, nullptr);
+    EXPECT_EQ(symbol->width(), 38);
+    EXPECT_EQ(symbol->property("color").value<QColor>(), theme.accent());
+    const auto* circle = symbol->parentItem();
+    EXPECT_EQ(circle->size(), QSizeF(96, 96));
+    EXPECT_EQ(circle->property("radius"), 48);
+    EXPECT_EQ(circle->property("color").value<QColor>(), theme.panel());
+    EXPECT_NEAR(middleOf(circle).x(), size.width() / 2, 1);
 }
 
 TEST_F(LibraryViewTest, ShowsNeitherCountNorEmptinessBeforeTheFolderWasRead)
@@ -72,11 +101,13 @@ TEST_F(LibraryViewTest, SaysThatThereIsNoResultOnlyForASearch)
     search("xyz");
     EXPECT_TRUE(shows(QStringLiteral("Sonuç bulunamadı")));
     EXPECT_FALSE(shows(QStringLiteral("Henüz klip yok")));
+    EXPECT_FALSE(shows(emptyHint()));
     key(Qt::Key_Escape);
     EXPECT_EQ(cardTitles().size(), 3);
     // A tier that no clip has is no search.
     click(item(QStringLiteral("Basit")));
     EXPECT_TRUE(shows(QStringLiteral("Henüz klip yok")));
+    EXPECT_TRUE(shows(emptyHint()));
     EXPECT_TRUE(shows(QStringLiteral("0 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın")));
 }
 
@@ -101,6 +132,51 @@ TEST_F(LibraryViewTest, FiltersByTierAndByText)
     EXPECT_EQ(cardTitles(), (QStringList{QStringLiteral("League of Legends klibi"), QStringLiteral("Ace")}));
     search("dota");
     EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("Ace")}) << "found by its game";
+}
+
+TEST_F(LibraryViewTest, DrawsItsTierBarAsTold)
+{
+    makeThree();
+    open();
+    const auto* pills = item(QStringLiteral("Seviye"));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(const_cast<QQuickItem*>(pills))->role(), QAccessible::Grouping);
+    const auto* symbol = test::firstVisible(window, [](const QQuickItem* each) {
+        return each->property("symbol").toString() == u"line.3.horizontal.decrease";
+    });
+    ASSERT_NE(symbol, nullptr);
+    EXPECT_EQ(symbol->property("color").value<QColor>(), theme.muted());
+    EXPECT_EQ(symbol->mapToScene({0, 0}).x(), 28);
+    EXPECT_EQ(pills->mapToScene({0, 0}).x() - symbol->mapToScene({symbol->width(), 0}).x(), 10);
+    // It follows the head, and the days follow it.
+    const auto* header = itemsOf("LibraryHeader").value(0);
+    const auto* count = textItem(QStringLiteral("3 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın"));
+    EXPECT_EQ(header->height(), count->mapToScene({0, count->height()}).y() + 12);
+    EXPECT_EQ(pills->mapToScene({0, 0}).y(), header->height());
+    EXPECT_EQ(item(QStringLiteral("Bugün"))->mapToScene({0, 0}).y(), header->height() + pills->height() + 18);
+}
+
+TEST_F(LibraryViewTest, StartsAfreshWhenItIsMadeAnew)
+{
+    makeThree();
+    open();
+    click(item(QStringLiteral("Manuel")));
+    search("ace");
+    ASSERT_EQ(cardTitles().size(), 1);
+    engine.reset();
+    show();
+    EXPECT_EQ(cardTitles().size(), 3);
+    EXPECT_EQ(item(QStringLiteral("Ara"))->property("text").toString(), QString());
+    EXPECT_TRUE(item(QStringLiteral("Tümü"))->property("checked").toBool());
+}
+
+TEST_F(LibraryViewTest, KeepsAGamesNameToOneLine)
+{
+    makeFile("Dota\n2 - Ace.mp4");
+    open(QStringLiteral("hasGame: true; game: 'Dota\\n2'"));
+    const auto* title = textItem(QStringLiteral("Dota\n2"));
+    ASSERT_NE(title, nullptr);
+    EXPECT_EQ(title->property("lineCount"), 1);
+    EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("Ace")});
 }
 
 TEST_F(LibraryViewTest, OfOneGameCarriesItsName)

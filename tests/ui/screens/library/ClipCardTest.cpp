@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/queues/ManualQueue.h"
+#include "tests/ui/screens/library/LibraryScreenFixture.h"
+
+#include <QEasingCurve>
+#include <QQmlProperty>
+
+namespace quelto {
+namespace {
+
+/// One card, of a clip whose reading the test makes up.
+class ClipCardTest : public test::LibraryScreenFixture {
+protected:
+    void SetUp() override
+    {
+        LibraryScreenFixture::SetUp();
+        reading.facts.duration = 65;
+        reading.picture = QImage(64, 36, QImage::Format_RGB32);
+        reading.picture.fill(Qt::darkGreen);
+        readClipsBy([this](const QString&) { return reading; });
+    }
+
+    QQuickItem* open(const char* file = "Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] Ace.mp4")
+    {
+        makeFile(file);
+        reload();
+        show();
+        settle(100);
+        return itemsOf("ClipCard").value(0);
+    }
+
+    /// The visible items of Qt's type in the card, in the order in which they are drawn.
+    QList<QQuickItem*> within(QQuickItem* root, const char* qtType) const
+    {
+        QList<QQuickItem*> items;
+        test::visitVisible(root, [&](QQuickItem* each) {
+            if (each->inherits(qtType)) {
+                items.append(each);
+            }
+        });
+        return items;
+    }
+    QList<QQuickItem*> boxes(QQuickItem* root) const { return within(root, "QQuickRectangle"); }
+    QQuickItem* boxOf(QQuickItem* root, const QColor& color) const
+    {
+        for (auto* box : boxes(root)) {
+            if (colorOf(box) == color) {
+                return box;
+            }
+        }
+        ADD_FAILURE() << "no box is " << color.name(QColor::HexArgb).toStdString();
+        return nullptr;
+    }
+    QQuickItem* symbol(QQuickItem* root, const char* name) const
+    {
+        QQuickItem* found = nullptr;
+        test::visitVisible(root, [&](QQuickItem* each) {
+            if (each->property("symbol").toString() == QLatin1String(name)) {
+                found = each;
+            }
+        });
+        return found;
+    }
+    static QColor colorOf(const QObject* item) { return item->property("color").value<QColor>(); }
+    static qreal radiusOf(const QObject* item) { return item->property("radius").toReal(); }
+    static QFont fontOf(const QObject* item) { return item->property("font").value<QFont>(); }
+    static QColor faint(QColor color, float opacity)
+    {
+        color.setAlphaF(opacity);
+        return color;
+    }
+    static QRectF areaIn(const QQuickItem* root, const QQuickItem* item)
+    {
+        return item->mapRectToItem(root, QRectF({}, item->size()));
+    }
+    static QColor outlineOf(QQuickItem* box)
+    {
+        return QQmlProperty::read(box, QStringLiteral("border.color")).value<QColor>();
+    }
+
+    void hover(QQuickItem* item)
+    {
+        // The pointer may stand there since the last test's window, and then does not move.
+        QTest::mouseMove(window, {5, 5});
+        QTest::mouseMove(window, middleOf(item));
+        settle();
+    }
+
+    ClipReading reading;
+};
+
+TEST_F(ClipCardTest, IsABoxWithAnOutlineThatBothLightUp)
+{
+    auto* card = open();
+    const auto* ground = boxes(card).first();
+    auto* outline = boxes(card).last();
+    for (const auto* box : {ground, static_cast<const QQuickItem*>(outline)}) {
+        EXPECT_EQ(areaIn(card, box), QRectF({}, card->size()));
+        EXPECT_EQ(radiusOf(box), 8);
+    }
+    EXPECT_EQ(colorOf(ground), theme.card());
+    EXPECT_EQ(outlineOf(outline), theme.border());
+    EXPECT_EQ(QQmlProperty::read(outline, QStringLiteral("border.width")), 1);
+    hover(card);
+    EXPECT_EQ(colorOf(ground), theme.cardHover());
+    EXPECT_EQ(outlineOf(outline), faint(theme.accent(), 0.7F));
+}
+
+TEST_F(ClipCardTest, LightsUpInTheTimeThatWasTold)
+{
+    auto* card = open();
+    // They are made when they are first needed.
+    hover(card);
+    QList<QObject*> animations;
+    for (auto* each : card->findChildren<QObject*>()) {
+        if (each->inherits("QQuickPropertyAnimation")) {
+            animations.append(each);
+        }
+    }
+    EXPECT_EQ(animations.size(), 3) << "scale, background and outline";
+    for (const auto* each : animations) {
+        EXPECT_EQ(each->property("duration"), 120);
+        EXPECT_EQ(each->property("easing").value<QEasingCurve>().type(), QEasingCurve::OutQuad);
+    }
+}
+
+TEST_F(ClipCardTest, UnderThePointerItsPictureIsVeiledAndSaysWhatAClickDoes)
+{
+    auto* card = open();
+    EXPECT_EQ(symbol(card, "play.fill"), nullptr);
+    hover(card);
+    const auto pictureHeight = std::round(card->width() * 9 / 16);
+    auto* veil = boxOf(card, faint(theme.shadow(), 0.35F));
+    ASSERT_NE(veil, nullptr);
+    EXPECT_EQ(veil->parentItem()->size(), QSizeF(card->width(), pictureHeight));
+    EXPECT_EQ(veil->width(), card->width());
+    const auto* play = symbol(card, "play.fill");
+    ASSERT_NE(play, nullptr);
+    EXPECT_EQ(play->width(), 18);
+    const auto* circle = play->parentItem();
+    EXPECT_EQ(circle->size(), QSizeF(48, 48));
+    EXPECT_EQ(radiusOf(circle), 24);
+    EXPECT_EQ(colorOf(circle), theme.accent());
+    EXPECT_NEAR(areaIn(card, circle).center().x(), card->width() / 2, 0.6);
+    EXPECT_NEAR(areaIn(card, circle).center().y(), pictureHeight / 2, 0.6);
+    const auto* shadow = circle->childItems().first();
+    EXPECT_EQ(colorOf(shadow), faint(theme.shadow(), 0.5F));
+    EXPECT_EQ(radiusOf(shadow), 8);
+    EXPECT_EQ(shadow->property("offset"), 2);
+}
+
+TEST_F(ClipCardTest, OffersADragInDiscordsColorAtTheTopRight)
+{
+    auto* card = open();
+    hover(card);
+    auto* words = textItem(QStringLiteral("Discord'a sürükle"));
+    ASSERT_NE(words, nullptr);
+    EXPECT_EQ(fontOf(words).pixelSize(), 10);
+    EXPECT_EQ(fontOf(words).weight(), QFont::Bold);
+    EXPECT_EQ(colorOf(words), QColor(Qt::white));
+    const auto* hint = boxOf(card, QColor(QStringLiteral("#5865F2")));
+    ASSERT_NE(hint, nullptr);
+    const auto area = areaIn(card, hint);
+    EXPECT_EQ(area.top(), 8);
+    EXPECT_EQ(area.right(), card->width() - 8);
+    EXPECT_EQ(radiusOf(hint), 4);
+    EXPECT_EQ(areaIn(hint, words).right(), hint->width() - 7);
+    EXPECT_EQ(hint->height(), words->height() + 2 * 4);
+    EXPECT_NE(symbol(card, "hand.draw.fill"), nullptr);
+    // The badge faces it.
+    const auto* badge = itemsOf("TierBadge").value(0);
+    ASSERT_NE(badge, nullptr);
+    EXPECT_EQ(areaIn(card, badge).topLeft(), QPointF(8, 8));
+}
+
+TEST_F(ClipCardTest, ShowsTheLengthOnAChip)
+{
+    auto* card = open();
+    auto* words = textItem(QStringLiteral("1:05"));
+    ASSERT_NE(words, nullptr);
+    EXPECT_EQ(fontOf(words).pixelSize(), 11);
+    EXPECT_EQ(fontOf(words).weight(), QFont::Bold);
+    EXPECT_EQ(colorOf(words), QColor(Qt::white));
+    const auto* chip = boxOf(card, faint(Qt::black, 0.75F));
+    ASSERT_NE(chip, nullptr);
+    EXPECT_EQ(radiusOf(chip), 4);
+    EXPECT_EQ(chip->size(), QSizeF(words->width() + 12, words->height() + 6));
+    EXPECT_EQ(areaIn(card, chip).bottomRight(), QPointF(card->width() - 8, std::round(card->width() * 9 / 16) - 8));
+}
+
+TEST_F(ClipCardTest, HasNeitherChipNorPictureForABrokenFile)
+{
+    reading = {};
+    auto* card = open();
+    for (const auto* box : boxes(card)) {
+        EXPECT_NE(colorOf(box), faint(Qt::black, 0.75F));
+    }
+    const auto* sign = symbol(card, "film");
+    ASSERT_NE(sign, nullptr);
+    EXPECT_EQ(sign->width(), 26);
+    EXPECT_EQ(colorOf(sign), theme.dim());
+    EXPECT_NE(boxOf(card, theme.bg()), nullptr);
+}
+
+TEST_F(ClipCardTest, HasAPictureInPlaceOfTheSign)
+{
+    auto* card = open();
+    EXPECT_EQ(symbol(card, "film"), nullptr);
+    const auto image = window->grabWindow();
+    EXPECT_EQ(image.pixelColor(card->mapToScene({card->width() / 2, 60}).toPoint()), QColor(Qt::darkGreen));
+}
+
+TEST_F(ClipCardTest, SaysInALineWhatItIs)
+{
+    auto* card = open();
+    auto* block = itemsOf("ClipCardText").value(0);
+    ASSERT_NE(block, nullptr);
+    auto texts = within(block, "QQuickText");
+    ASSERT_EQ(texts.size(), 6);
+    const auto* title = texts.takeFirst();
+    EXPECT_EQ(title->property("text"), QStringLiteral("Ace"));
+    EXPECT_EQ(title->position(), QPointF(12, 12));
+    EXPECT_EQ(fontOf(title).pixelSize(), 13);
+    EXPECT_EQ(fontOf(title).weight(), QFont::DemiBold);
+    EXPECT_EQ(colorOf(title), theme.text());
+    EXPECT_EQ(title->property("maximumLineCount"), 1);
+    const auto clip = library.clips().first();
+    const QStringList words{QStringLiteral("Dota 2"), QStringLiteral("•"), clip.timeText(), QStringLiteral("•"),
+                            clip.sizeText()};
+    qreal x = 12;
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        const auto* text = texts.at(i);
+        EXPECT_EQ(text->property("text"), words.at(i));
+        EXPECT_EQ(fontOf(text).pixelSize(), 11);
+        EXPECT_EQ(colorOf(text), i == 0 ? theme.accent() : theme.muted());
+        EXPECT_EQ(areaIn(block, text).left(), x);
+        x = areaIn(block, text).right() + 6;
+    }
+    EXPECT_EQ(areaIn(block, texts.last()).bottom(), block->height() - 12);
+    const auto* button = itemsOf("ClipMenuButton").value(0);
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(areaIn(card, button).right(), card->width() - 12);
+}
+
+TEST_F(ClipCardTest, KeepsNamesWithLineBreaksToOneLine)
+{
+    auto* card = open("Dota\n2 - Ace\nagain.mp4");
+    makeFile("Dota 2 - Plain.mp4", 1);
+    reload();
+    settle(50);
+    const auto blocks = itemsOf("ClipCardText");
+    ASSERT_EQ(blocks.size(), 2);
+    EXPECT_EQ(blocks.at(0)->implicitHeight(), blocks.at(1)->implicitHeight());
+    EXPECT_EQ(card->height(), card->implicitHeight()) << "the place in the grid is as high as what is in it";
+}
+
+TEST_F(ClipCardTest, IsDraggedWithItsPicture)
+{
+    auto* card = open();
+    const auto start = middleOf(card);
+    QTest::mousePress(window, Qt::LeftButton, {}, start);
+    for (int y = 10; y <= 60; y += 10) {
+        QTest::mouseMove(window, start + QPoint(0, y));
+    }
+    settle(50);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, start + QPoint(0, 60));
+    ASSERT_EQ(dragged.size(), 1);
+    EXPECT_EQ(draggedPicture.deviceIndependentSize().width(), 200);
+    EXPECT_EQ(draggedPicture.pixelColor(draggedPicture.rect().center()), QColor(Qt::darkGreen));
+}
+
+} // namespace
+} // namespace quelto
