@@ -2,6 +2,7 @@
 #include "media/reader/InputFile.h"
 
 #include "media/ffmpeg/FfmpegError.h"
+#include "media/reader/SampleCount.h"
 
 extern "C" {
 #include <libavutil/mem.h>
@@ -21,8 +22,12 @@ namespace {
 
 constexpr int BufferBytes = 64 * 1024;
 
-/// What a broken index may make the library ask for in one piece.
-constexpr std::size_t LargestBlock = std::size_t{256} << 20U;
+/// Half a day of sixty pictures a second and the sound to it. The library takes some 50 bytes for each.
+constexpr std::uint64_t MostSamples = 5'000'000;
+
+/// What else a broken file may make the library ask for in one piece. It holds for the whole program, and so is far
+/// above what recording and writing need: the picture of two 8K screens beside each other takes a quarter of it.
+constexpr std::size_t LargestBlock = std::size_t{1} << 30U;
 
 int openRegular(const QString& path)
 {
@@ -47,6 +52,9 @@ InputFile::InputFile(const QString& path, Patience patience)
     av_max_alloc(LargestBlock);
     m_file.open(openRegular(path), QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
     m_size = m_file.size();
+    if (claimedSamples(m_file.handle()) > MostSamples) {
+        throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
+    }
 
     auto* buffer = static_cast<unsigned char*>(av_malloc(BufferBytes));
     m_io.reset(avio_alloc_context(buffer, BufferBytes, 0, this, read, nullptr, seek));

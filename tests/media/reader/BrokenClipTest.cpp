@@ -9,6 +9,11 @@
 
 #include <gtest/gtest.h>
 
+extern "C" {
+#include <libavutil/mem.h>
+}
+
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <random>
@@ -153,6 +158,61 @@ TEST_F(BrokenClipTest, IndexOfEndlessPicturesDoesNotHoldItUp)
         EXPECT_TRUE(readClip(clips.write(QStringLiteral("endless.mp4"), bytes)).picture.isNull());
         EXPECT_LT(HostClock::now() - start, 5s);
     }
+}
+
+/// Broken claims of many samples: in a track of pictures, in one of sound, and in a fragment.
+TEST_F(BrokenClipTest, ClaimsOfEndlessSamplesCostNoMemory)
+{
+    constexpr quint32 Count = 40'000'000;
+    const auto claims = [](QByteArray bytes, qsizetype from) {
+        const auto put = [&](const char* box, qsizetype at, quint32 value) {
+            qToBigEndian(value, bytes.data() + bytes.indexOf(box, from) + at);
+        };
+        put("stsz", 8, 1);
+        put("stsz", 12, Count);
+        put("stsc", 16, Count);
+        put("stts", 12, Count);
+        return bytes;
+    };
+    const auto good = goodClip();
+    auto fragment = goodClip(QStringLiteral("-movflags frag_keyframe+empty_moov"));
+    auto* run = fragment.data() + fragment.indexOf("trun");
+    // Nothing about the single sample, so that nothing can be missing.
+    qToBigEndian<quint32>(0, run + 4);
+    qToBigEndian(Count, run + 8);
+    readClip(clips.write(QStringLiteral("good.mp4"), good));
+    const auto peak = [] {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss / 1024;
+    };
+    const auto before = peak();
+    expectNothing(readClip(clips.write(QStringLiteral("picture.mp4"), claims(good, good.indexOf("vide")))));
+    expectNothing(readClip(clips.write(QStringLiteral("sound.mp4"), claims(good, good.indexOf("soun")))));
+    expectNothing(readClip(clips.write(QStringLiteral("fragment.mp4"), fragment)));
+    // Mebibytes.
+    EXPECT_LT(peak() - before, 50);
+}
+
+TEST_F(BrokenClipTest, SoundWithoutCompressionIsNoReasonToRefuse)
+{
+    // More frames of sound than samples would be believed.
+    const auto path =
+        clips.make(QStringLiteral("long.mov"),
+                   QStringLiteral("-f lavfi -i testsrc=s=64x64:r=1:d=660 -f lavfi -i anullsrc=r=8000:cl=mono "
+                                  "-t 660 -c:v libx264 -preset ultrafast -c:a pcm_u8"));
+    const auto reading = readClip(path);
+    EXPECT_NEAR(reading.facts.duration, 660, 1);
+    EXPECT_FALSE(reading.picture.isNull());
+}
+
+TEST_F(BrokenClipTest, ReadingLeavesOthersTheirMemory)
+{
+    readClip(clips.write(QStringLiteral("good.mp4"), goodClip()));
+    constexpr std::size_t Large = std::size_t{900} << 20U;
+    void* const block = av_malloc(Large);
+    EXPECT_NE(block, nullptr);
+    av_free(block);
 }
 
 TEST_F(BrokenClipTest, StopAndTheEndOfTheTimeEndTheReading)
