@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/queues/ManualQueue.h"
+#include "tests/ui/LookOfItem.h"
 #include "tests/ui/screens/library/LibraryScreenFixture.h"
 
 #include <QEasingCurve>
-#include <QQmlProperty>
 
 namespace quelto {
 namespace {
+
+using test::colorOf;
+using test::fontOf;
+using test::outlineOf;
+using test::radiusOf;
+using test::thinned;
 
 /// One card, of a clip whose reading the test makes up.
 class ClipCardTest : public test::LibraryScreenFixture {
@@ -61,23 +66,10 @@ protected:
         });
         return found;
     }
-    static QColor colorOf(const QObject* item) { return item->property("color").value<QColor>(); }
-    static qreal radiusOf(const QObject* item) { return item->property("radius").toReal(); }
-    static QFont fontOf(const QObject* item) { return item->property("font").value<QFont>(); }
-    static QColor faint(QColor color, float opacity)
-    {
-        color.setAlphaF(opacity);
-        return color;
-    }
     static QRectF areaIn(const QQuickItem* root, const QQuickItem* item)
     {
         return item->mapRectToItem(root, QRectF({}, item->size()));
     }
-    static QColor outlineOf(QQuickItem* box)
-    {
-        return QQmlProperty::read(box, QStringLiteral("border.color")).value<QColor>();
-    }
-
     void hover(QQuickItem* item)
     {
         // The pointer may stand there since the last test's window, and then does not move.
@@ -99,11 +91,11 @@ TEST_F(ClipCardTest, IsABoxWithAnOutlineThatBothLightUp)
         EXPECT_EQ(radiusOf(box), 8);
     }
     EXPECT_EQ(colorOf(ground), theme.card());
-    EXPECT_EQ(outlineOf(outline), theme.border());
-    EXPECT_EQ(QQmlProperty::read(outline, QStringLiteral("border.width")), 1);
+    EXPECT_EQ(outlineOf(outline).color, theme.border());
+    EXPECT_EQ(outlineOf(outline).width, 1);
     hover(card);
     EXPECT_EQ(colorOf(ground), theme.cardHover());
-    EXPECT_EQ(outlineOf(outline), faint(theme.accent(), 0.7F));
+    EXPECT_EQ(outlineOf(outline).color, thinned(theme.accent(), 0.7));
 }
 
 TEST_F(ClipCardTest, LightsUpInTheTimeThatWasTold)
@@ -111,12 +103,7 @@ TEST_F(ClipCardTest, LightsUpInTheTimeThatWasTold)
     auto* card = open();
     // They are made when they are first needed.
     hover(card);
-    QList<QObject*> animations;
-    for (auto* each : card->findChildren<QObject*>()) {
-        if (each->inherits("QQuickPropertyAnimation")) {
-            animations.append(each);
-        }
-    }
+    const auto animations = test::animationsOf(card);
     EXPECT_EQ(animations.size(), 3) << "scale, background and outline";
     for (const auto* each : animations) {
         EXPECT_EQ(each->property("duration"), 120);
@@ -130,7 +117,7 @@ TEST_F(ClipCardTest, UnderThePointerItsPictureIsVeiledAndSaysWhatAClickDoes)
     EXPECT_EQ(symbol(card, "play.fill"), nullptr);
     hover(card);
     const auto pictureHeight = std::round(card->width() * 9 / 16);
-    auto* veil = boxOf(card, faint(theme.shadow(), 0.35F));
+    auto* veil = boxOf(card, thinned(theme.shadow(), 0.35));
     ASSERT_NE(veil, nullptr);
     EXPECT_EQ(veil->parentItem()->size(), QSizeF(card->width(), pictureHeight));
     EXPECT_EQ(veil->width(), card->width());
@@ -144,7 +131,7 @@ TEST_F(ClipCardTest, UnderThePointerItsPictureIsVeiledAndSaysWhatAClickDoes)
     EXPECT_NEAR(areaIn(card, circle).center().x(), card->width() / 2, 0.6);
     EXPECT_NEAR(areaIn(card, circle).center().y(), pictureHeight / 2, 0.6);
     const auto* shadow = circle->childItems().first();
-    EXPECT_EQ(colorOf(shadow), faint(theme.shadow(), 0.5F));
+    EXPECT_EQ(colorOf(shadow), thinned(theme.shadow(), 0.5));
     EXPECT_EQ(radiusOf(shadow), 8);
     EXPECT_EQ(shadow->property("offset"), 2);
 }
@@ -181,7 +168,7 @@ TEST_F(ClipCardTest, ShowsTheLengthOnAChip)
     EXPECT_EQ(fontOf(words).pixelSize(), 11);
     EXPECT_EQ(fontOf(words).weight(), QFont::Bold);
     EXPECT_EQ(colorOf(words), QColor(Qt::white));
-    const auto* chip = boxOf(card, faint(Qt::black, 0.75F));
+    const auto* chip = boxOf(card, thinned(Qt::black, 0.75));
     ASSERT_NE(chip, nullptr);
     EXPECT_EQ(radiusOf(chip), 4);
     EXPECT_EQ(chip->size(), QSizeF(words->width() + 12, words->height() + 6));
@@ -193,7 +180,7 @@ TEST_F(ClipCardTest, HasNeitherChipNorPictureForABrokenFile)
     reading = {};
     auto* card = open();
     for (const auto* box : boxes(card)) {
-        EXPECT_NE(colorOf(box), faint(Qt::black, 0.75F));
+        EXPECT_NE(colorOf(box), thinned(Qt::black, 0.75));
     }
     const auto* sign = symbol(card, "film");
     ASSERT_NE(sign, nullptr);
@@ -266,6 +253,7 @@ TEST_F(ClipCardTest, IsDraggedWithItsPicture)
     QTest::mouseRelease(window, Qt::LeftButton, {}, start + QPoint(0, 60));
     ASSERT_EQ(dragged.size(), 1);
     EXPECT_EQ(draggedPicture.deviceIndependentSize().width(), 200);
+    EXPECT_EQ(draggedPicture.devicePixelRatio(), window->effectiveDevicePixelRatio());
     EXPECT_EQ(draggedPicture.pixelColor(draggedPicture.rect().center()), QColor(Qt::darkGreen));
 }
 
