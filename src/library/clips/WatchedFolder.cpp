@@ -127,9 +127,7 @@ void WatchedFolder::add(const inotify_event& event, FolderNews& news) const
         // Whatever it was: the folder may have gone as well.
         news.hasNewEntries = true;
         news.isLost = true;
-    } else if ((event.mask & Gone) != 0) {
-        news.isLost = true;
-    } else if (!name.isEmpty() && m_way.contains(event.wd, name.toByteArray())) {
+    } else if ((event.mask & Gone) != 0 || (!name.isEmpty() && m_way.contains(event.wd, name.toByteArray()))) {
         news.isLost = true;
     } else if (event.wd != m_folder) {
         return;
