@@ -45,7 +45,7 @@ endfunction()
 
 # quelto_test(name SOURCES … LINK …): one GoogleTest program, one ctest entry for each test in it.
 # DESKTOP: runs on the private desktop (X server, session bus, PipeWire) that tools/private-desktop starts;
-# such tests share one desktop for the program, so the program is one ctest entry.
+# such tests share one desktop for the program, so the program is one ctest entry. It runs alone: sound and pictures keep time.
 # PICTURES: draws screens and keeps them in the folder that QUELTO_PICTURES names.
 function(quelto_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;PICTURES" "TIMEOUT" "SOURCES;LINK")
@@ -59,7 +59,7 @@ function(quelto_test name)
     endif()
     if(arg_DESKTOP)
         add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/private-desktop $<TARGET_FILE:${name}>)
-        set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS desktop)
+        set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS desktop RUN_SERIAL ON)
     else()
         include(GoogleTest)
         gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT} ${labels})
