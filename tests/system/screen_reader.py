@@ -18,6 +18,7 @@ from gi.repository import Gio, GLib  # noqa: E402
 
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _ROOT = "/org/a11y/atspi/accessible/root"
+_REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/registry")
 _STATES = {1: "active", 4: "checked", 11: "focusable", 12: "focused", 16: "modal", 20: "pressed", 22: "selectable",
            23: "selected", 25: "showing", 8: "enabled"}
 _TIMEOUT = 5000
@@ -58,6 +59,43 @@ class ScreenReader:
     def _call(self, address, interface, method, *arguments):
         signature, values = arguments or ("()", ())
         return self._bus.call_sync(*address, interface, method, GLib.Variant(signature, values), None, 0, _TIMEOUT)
+
+    def listen(self):
+        """From now on `heard` knows on what the focus was said to be. A program that has not begun to tell of it learns
+        of its listener by itself."""
+        self._heard = []
+        for event in ("focus", "object:state-changed:focused"):
+            self._call(_REGISTRY, "org.a11y.atspi.Registry", "RegisterEvent", "(sass)", (event, [], ""))
+        self._bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, "focused",
+                                   Gio.DBusSignalFlags.NONE, self._focus_told)
+
+    def _focus_told(self, _bus, sender, path, _interface, _signal, values):
+        if values[1]:
+            try:
+                self._heard.append(self._item((sender, path)))
+            except GLib.Error:
+                pass
+
+    def heard(self):
+        """What the focus was told to come to since it was asked for last, in order, as it was by then."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        told, self._heard = self._heard, []
+        return told
+
+    def wait_to_hear(self, role, name, seconds=5):
+        """The names of all that was told until such an item came, it among them."""
+        told = []
+
+        def came():
+            told.extend(self.heard())
+            return any(item.role == role and re.fullmatch(name, item.name) for item in told)
+
+        try:
+            desk.wait_until(came, seconds, f"word of {role} “{name}”")
+        except AssertionError as error:
+            raise AssertionError(f"{error}; told was of {[str(item) for item in told]}") from None
+        return [item.name for item in told]
 
     def _property(self, address, name):
         """Name or Description."""
@@ -147,6 +185,9 @@ class ScreenReader:
 
 
 def move_pointer(x, y):
+    # Where it is there already, xdotool would wait for a movement that never comes.
+    if desk.run("xdotool", "getmouselocation").startswith(f"x:{x} y:{y} "):
+        return
     desk.run("xdotool", "mousemove", "--sync", x, y)
 
 

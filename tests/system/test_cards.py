@@ -264,6 +264,41 @@ class Cards(window.WindowTest):
         self.assertEqual(program.get("Page"), "library Dota 2")
         self.assertEqual(len(self.titles()), 2)
 
+    def test_screen_reader_is_told_which_card_the_keyboard_is_on(self):
+        # It listens from before the program's start, as that of a player does.
+        self.reader.listen()
+        self.window()
+        self.card()
+        self.tab_to("list item", ".*")
+        for key, title in (("End", "100% Triple Kill #3 ü"), ("Home", TITLE), ("Right", "Dota 2 klibi"),
+                           ("Right", "100% Triple Kill #3 ü"), ("Left", "Dota 2 klibi")):
+            with self.subTest(key):
+                self.reader.heard()
+                desk.press(key)
+                told = self.reader.wait_to_hear("list item", re.escape(title) + ", .*")
+                self.assertEqual(len(told), 1, "cards on the way are told as well")
+        # At the edge there is nothing to tell.
+        desk.press("Home")
+        self.reader.wait_to_hear("list item", re.escape(TITLE) + ", .*")
+        desk.press("Left")
+        desk.press("Right")
+        self.assertEqual(len(self.reader.wait_to_hear("list item", "Dota 2 klibi, .*")), 1)
+
+    def test_screen_reader_is_told_where_the_keyboard_returns_to(self):
+        self.reader.listen()
+        self.window()
+        self.card()
+        self.tab_to("list item", ".*")
+        desk.press("Home")
+        self.wait_for_focus(re.escape(TITLE) + ", .*")
+        for key, gone in (("Delete", ("dialog", ".*")), ("shift+F10", ("menu item", "Oynat"))):
+            with self.subTest(key):
+                desk.press(key)
+                self.reader.find(*gone)
+                self.reader.heard()
+                desk.press("Escape")
+                self.reader.wait_to_hear("list item", re.escape(TITLE) + ", .*")
+
     def test_keyboard_alone_moves_to_the_trash(self):
         can = self.trash_can()
         self.window()
@@ -333,28 +368,6 @@ class Cards(window.WindowTest):
         self.card()
         desk.press("Down")
         self.wait_for_focus(re.escape(TITLE) + ", .*")
-
-    def wait_for_focus(self, name):
-        def is_there():
-            item = self.reader.focused()
-            return item if item and re.fullmatch(name, item.name) else None
-
-        try:
-            return desk.wait_until(is_there, 5, f"the focus on “{name}”")
-        except AssertionError as error:
-            raise AssertionError(f"{error}; it is on {self.reader.focused()}; there is\n{self.reader.tree()}") from None
-
-    def tab_to(self, role, name):
-        """Goes on with Tab until such an item has the focus."""
-        passed = []
-        for _ in range(30):
-            before = self.reader.focused()
-            if before and before.role == role and re.fullmatch(name, before.name):
-                return before
-            passed.append(str(before))
-            desk.press("Tab")
-            desk.wait_until(lambda: self.reader.focused() != before, 3, f"the focus to go on from {before}")
-        raise AssertionError(f"no {role} “{name}” on the way: {passed}")
 
     def test_language_and_theme_keep_what_is_seen(self):
         program = self.window()

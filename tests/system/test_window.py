@@ -93,6 +93,40 @@ class Window(window.WindowTest):
         desk.wait_until(notes.exists, 5, "the folder to be opened")
         desk.wait_until(lambda: str(self.folder) in notes.read_text(), 2, "the folder's name")
 
+    def test_menus_by_keyboard_give_the_keyboard_back(self):
+        self.window()
+        self.tab_to("push button", f"{CLIPS}, 0")
+        self.reader.listen()
+        desk.press("F10")
+        self.reader.wait_to_hear("menu bar", "Quelto")
+        desk.press("Right")
+        self.reader.wait_to_hear("menu bar", "Dosya")
+        desk.press("Down")
+        self.reader.find("menu item", "Klip Kaydet")
+        desk.press("Down")
+        self.reader.wait_to_hear("menu item", "Klip Kaydet")
+        desk.press("Escape")
+        self.reader.wait_to_hear("menu bar", "Dosya")
+        self.reader.wait_until_gone("menu item", "Klip Kaydet")
+        desk.press("Escape")
+        self.reader.wait_to_hear("push button", f"{CLIPS}, 0")
+
+    def test_entry_of_a_menu_is_chosen_by_keyboard(self):
+        environment, notes = self.command_in_path("xdg-open")
+        self.window(environment)
+        self.tab_to("push button", f"{CLIPS}, 0")
+        desk.press("F10")
+        self.wait_for_focus("Quelto")
+        desk.press("Right")
+        self.wait_for_focus("Dosya")
+        desk.press("Return")
+        self.reader.find("menu item", "Klip Klasörünü Aç")
+        for entry in ("Klip Kaydet", "Kaydı Başlat / Durdur", "Klip Klasörünü Aç"):
+            desk.press("Down")
+            self.wait_for_focus(entry)
+        desk.press("Return")
+        desk.wait_until(lambda: notes.exists() and str(self.folder) in notes.read_text(), 5, "the folder to be opened")
+
     def test_settings_by_their_key_and_back_by_the_sidebar(self):
         program = self.window()
         desk.press("ctrl+comma")

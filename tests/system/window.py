@@ -17,6 +17,8 @@ class WindowTest(desk.DeskTest):
         self.reader = screen_reader.ScreenReader()
         self.addCleanup(self.reader.close)
         self.folder = self.new_folder("clips")
+        # Where nothing that opens by keyboard comes to stand below it.
+        screen_reader.move_pointer(1, 1)
 
     def new_folder(self, name):
         folder = pathlib.Path(tempfile.mkdtemp(dir=desk.TEST_FOLDER)) / name
@@ -98,6 +100,28 @@ class WindowTest(desk.DeskTest):
         changed = re.sub(r"QueltoMain=.*", f"QueltoMain=@Rect({' '.join(map(str, frame))})", text)
         self.assertNotEqual(changed, text, "no frame was saved")
         program.settings_file.write_text(changed)
+
+    def wait_for_focus(self, name):
+        def is_there():
+            item = self.reader.focused()
+            return item if item and re.fullmatch(name, item.name) else None
+
+        try:
+            return desk.wait_until(is_there, 5, f"the focus on “{name}”")
+        except AssertionError as error:
+            raise AssertionError(f"{error}; it is on {self.reader.focused()}; there is\n{self.reader.tree()}") from None
+
+    def tab_to(self, role, name):
+        """Goes on with Tab until such an item has the focus."""
+        passed = []
+        for _ in range(30):
+            before = self.reader.focused()
+            if before and before.role == role and re.fullmatch(name, before.name):
+                return before
+            passed.append(str(before))
+            desk.press("Tab")
+            desk.wait_until(lambda: self.reader.focused() != before, 3, f"the focus to go on from {before}")
+        raise AssertionError(f"no {role} “{name}” on the way: {passed}")
 
     def mount(self, *words):
         """Until the test's end; the last word is the place."""
