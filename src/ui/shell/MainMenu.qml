@@ -22,6 +22,16 @@ MenuBar {
         }
     }
 
+    // Moves the keyboard along the titles, round the ends.
+    function go(title: Item, step: int) {
+        for (let i = 0; i < count; ++i) {
+            if (itemAt(i) === title) {
+                itemAt((i + step + count) % count).forceActiveFocus(Qt.MenuBarFocusReason);
+                return;
+            }
+        }
+    }
+
     delegate: MainMenuTitle {}
     background: null
 

@@ -20,8 +20,8 @@ MenuBarItem {
     Keys.onEnterPressed: title.triggered()
     Keys.onDownPressed: title.triggered()
     Keys.onEscapePressed: (title.menuBar as MainMenu).leave()
-    Keys.onLeftPressed: title.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-    Keys.onRightPressed: title.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+    Keys.onLeftPressed: (title.menuBar as MainMenu).go(title, -1)
+    Keys.onRightPressed: (title.menuBar as MainMenu).go(title, 1)
     contentItem: Text {
         text: title.text
         font: title.font

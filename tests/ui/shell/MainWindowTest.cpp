@@ -188,7 +188,10 @@ TEST_F(MainWindowTest, ItsMenusAreReachedByTheKeyboardAlone)
     QTest::keyClick(window, Qt::Key_F10);
     QTest::keyClick(window, Qt::Key_Right);
     picture(QStringLiteral("window-menu-by-keyboard"));
-    QTest::keyClick(window, Qt::Key_Left);
+    // Round the end: one of the four is left to go.
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(window, Qt::Key_Right);
+    }
     QTest::keyClick(window, Qt::Key_Down);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Quelto Hakkında")); }));
     QTest::keyClick(window, Qt::Key_Down);

@@ -72,7 +72,6 @@ T.Control {
     }
 
     focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.List
     Accessible.name: L10n.T("Klipler")
     onShowsCurrentChanged: telling.restart()
     onVisualFocusChanged: {
@@ -122,6 +121,9 @@ T.Control {
         // A mouse drags cards, not the view.
         interactive: !mouse.active
         clip: true
+        // Qt 6.4 gives a Control no other role than its template's.
+        Accessible.role: Accessible.List
+        Accessible.name: L10n.T("Klipler")
         onMovementStarted: wheel.stop()
 
         T.ScrollBar.vertical: ThemedScrollBar {}
