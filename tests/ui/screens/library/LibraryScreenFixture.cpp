@@ -6,6 +6,7 @@
 #include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
 
+#include <QSignalSpy>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
@@ -95,7 +96,20 @@ void LibraryScreenFixture::reload()
 
 void LibraryScreenFixture::settle(int milliseconds) const
 {
+    // What moves does so from frame to frame, and a slow machine may draw none for a while: the first ones begin it,
+    // and after its time the last ones end it.
+    drawFrames();
     QTest::qWait(milliseconds);
+    drawFrames();
+}
+
+void LibraryScreenFixture::drawFrames() const
+{
+    for (int i = 0; i < 3; ++i) {
+        QSignalSpy drawn(window, &QQuickWindow::frameSwapped);
+        window->update();
+        drawn.wait();
+    }
 }
 
 QQuickItem* LibraryScreenFixture::item(const QString& accessibleName) const

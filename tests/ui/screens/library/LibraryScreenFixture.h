@@ -31,6 +31,7 @@ protected:
     void reload();
     /// Waits until all that moves and loads has come to rest.
     void settle(int milliseconds = 250) const;
+    void drawFrames() const;
 
     /// The visible item that screen readers call by that name; null if there is none.
     QQuickItem* find(const QString& accessibleName) const { return itemNamed(window, accessibleName); }
