@@ -19,11 +19,18 @@ if(QUELTO_SANITIZE)
 endif()
 target_compile_definitions(quelto_warnings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
 
-# The one precompiled header, built once and shared by all targets.
-add_library(quelto_precompiled STATIC ${CMAKE_SOURCE_DIR}/cmake/Precompiled.cpp)
-target_link_libraries(quelto_precompiled PUBLIC Qt6::Core PRIVATE quelto_warnings)
-target_precompile_headers(quelto_precompiled PRIVATE ${CMAKE_SOURCE_DIR}/cmake/Precompiled.h)
-set_target_properties(quelto_precompiled PROPERTIES AUTOMOC OFF)
+# The precompiled headers, one for the program and one for its tests, each built once and shared.
+function(quelto_precompiled_header name header)
+    add_library(${name} STATIC ${CMAKE_SOURCE_DIR}/cmake/Precompiled.cpp)
+    target_link_libraries(${name} PUBLIC Qt6::Core PRIVATE quelto_warnings ${ARGN})
+    target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/${header})
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+endfunction()
+quelto_precompiled_header(quelto_precompiled Precompiled.h)
+# The tests' own code is compiled once and run once: optimising it takes longer than it saves.
+add_library(quelto_unoptimised INTERFACE)
+target_compile_options(quelto_unoptimised INTERFACE -O0)
+quelto_precompiled_header(quelto_precompiled_for_tests PrecompiledForTests.h GTest::gmock quelto_unoptimised)
 
 # quelto_library(name SOURCES a.cpp … LINK target … [PRIVATE_LINK target …])
 function(quelto_library name)
@@ -34,25 +41,37 @@ function(quelto_library name)
     target_precompile_headers(${name} REUSE_FROM quelto_precompiled)
 endfunction()
 
-# quelto_program(name SOURCES a.cpp … LINK target …)
+# quelto_program(name SOURCES a.cpp … LINK target … [PRECOMPILED target])
 function(quelto_program name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "PRECOMPILED" "SOURCES;LINK")
+    if(NOT arg_PRECOMPILED)
+        set(arg_PRECOMPILED quelto_precompiled)
+    endif()
     add_executable(${name} ${arg_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE Qt6::Core ${arg_LINK} quelto_warnings)
-    target_precompile_headers(${name} REUSE_FROM quelto_precompiled)
+    target_precompile_headers(${name} REUSE_FROM ${arg_PRECOMPILED})
 endfunction()
 
 # quelto_test(name SOURCES … LINK …): one GoogleTest program, one ctest entry for each test in it.
 # DESKTOP: runs on the private desktop (X server, session bus, PipeWire) that tools/private-desktop starts;
 # such tests share one desktop for the program, so the program is one ctest entry. It runs alone: sound and pictures keep time.
 # PICTURES: draws screens and keeps them in the folder that QUELTO_PICTURES names.
+# MOC: has classes with Q_OBJECT of its own.
 function(quelto_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;PICTURES" "TIMEOUT" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;PICTURES;MOC" "TIMEOUT" "SOURCES;LINK")
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
-    quelto_program(${name} SOURCES ${arg_SOURCES} LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main)
+    quelto_program(
+        ${name}
+        SOURCES ${arg_SOURCES}
+        LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main quelto_unoptimised
+        PRECOMPILED quelto_precompiled_for_tests
+    )
+    if(NOT arg_MOC)
+        set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+    endif()
     if(arg_PICTURES)
         target_compile_definitions(${name} PRIVATE QUELTO_PICTURES="${CMAKE_BINARY_DIR}/pictures")
         set(labels LABELS pictures)
