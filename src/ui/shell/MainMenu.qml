@@ -22,6 +22,15 @@ MenuBar {
         }
     }
 
+    // Gives the keyboard back after an entry was chosen by key, unless what was chosen has taken it.
+    function leaveTitles() {
+        for (let i = 0; i < count; ++i) {
+            if (itemAt(i).activeFocus) {
+                leave();
+            }
+        }
+    }
+
     // Moves the keyboard along the titles, round the ends.
     function go(title: Item, step: int) {
         for (let i = 0; i < count; ++i) {
@@ -34,6 +43,15 @@ MenuBar {
 
     delegate: MainMenuTitle {}
     background: null
+    Component.onCompleted: {
+        for (let i = 0; i < count; ++i) {
+            const menu = menuAt(i);
+            for (let k = 0; k < menu.count; ++k) {
+                const entry = menu.itemAt(k) as ThemedMenuItem;
+                entry?.triggered.connect(() => Qt.callLater(bar.leaveTitles));
+            }
+        }
+    }
 
     Shortcut {
         sequence: "F10"

@@ -199,6 +199,26 @@ TEST_F(MainWindowTest, ItsMenusAreReachedByTheKeyboardAlone)
     EXPECT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Quelto 0.1.0")); }));
 }
 
+TEST_F(MainWindowTest, AnEntryChosenByKeyGivesTheKeyboardBack)
+{
+    window->requestActivate();
+    click(QStringLiteral("Ara"));
+    QTest::keyClick(window, 'a');
+    auto* const field = window->activeFocusItem();
+    QTest::keyClick(window, Qt::Key_F10);
+    QTest::keyClick(window, Qt::Key_Right);
+    QTest::keyClick(window, Qt::Key_Right);
+    QTest::keyClick(window, Qt::Key_Down);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Tümünü Seç")); }));
+    // The last of five.
+    for (int i = 0; i < 5; ++i) {
+        QTest::keyClick(window, Qt::Key_Down);
+    }
+    QTest::keyClick(window, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return field->hasActiveFocus(); }));
+    EXPECT_EQ(field->property("selectedText").toString(), QStringLiteral("a"));
+}
+
 TEST_F(MainWindowTest, TheEditMenuActsOnTheFieldThatHadTheKeyboard)
 {
     window->requestActivate();
