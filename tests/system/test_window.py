@@ -28,6 +28,27 @@ class Window(window.WindowTest):
         program.kill()
         self.assertEqual(self.again(program), placed)
 
+    def test_maximised_window_comes_back_maximised_and_goes_back_to_its_frame(self):
+        program = self.window()
+        placed = self.put_window(200, 90, 1100, 700)
+        desk.wait_until(lambda: self.saved_frame(program) == placed, 3, "the frame to be saved")
+        self.set_maximised(True)
+        large = self.wait_for_width(SCREEN[0])
+        program.end()
+        program.start()
+        self.assertEqual(self.wait_for_width(SCREEN[0]), large)
+        desk.close_window()
+        self.activate(program)
+        self.assertEqual(self.wait_for_width(SCREEN[0]), large)
+        program.end()
+        program.start()
+        self.assertEqual(self.wait_for_width(SCREEN[0]), large)
+        self.set_maximised(False)
+        desk.wait_until(lambda: self.settled((1100, 700)), 5, "the window in its frame")
+        # Where the window manager puts the title bar is its own affair.
+        for now, before in zip(self.frame()[:2], placed[:2]):
+            self.assertAlmostEqual(now, before, delta=30)
+
     def test_first_start_is_in_the_middle_of_the_screen(self):
         self.window()
         x, y, width, height = self.frame()
@@ -56,8 +77,7 @@ class Window(window.WindowTest):
         placed = self.put_window(200, 90, 1100, 700)
         desk.close_window()
         self.assertEqual(program.get("State"), "idle")
-        desk.run("gdbus", "call", "--session", "--dest", program.NAME, "--object-path", program.PATH, "--method",
-                 "org.freedesktop.Application.Activate", "{}")
+        self.activate(program)
         self.assertEqual(self.reader.find("frame", "Quelto").bounds, placed)
 
     def test_language_rebuilds_the_window_at_once(self):

@@ -75,6 +75,24 @@ class WindowTest(desk.DeskTest):
         desk.run("xdotool", "windowmove", "--sync", number, x, y)
         return desk.wait_until(lambda: self.settled((width, height)), 5, "the window in its new place")
 
+    def wait_for_width(self, width):
+        """The window's place, once it is that wide and stays where it is."""
+        def found():
+            bounds = self.reader.find("frame", "Quelto", 10) and self.settled()
+            return bounds if bounds and bounds[2] == width else None
+
+        return desk.wait_until(found, 10, f"a window {width} wide")
+
+    @staticmethod
+    def set_maximised(is_maximised):
+        desk.run("wmctrl", "-r", "Quelto", "-b", f"{'add' if is_maximised else 'remove'},maximized_vert,maximized_horz")
+
+    @staticmethod
+    def activate(program):
+        """Shows the window as a second start of the program does."""
+        desk.run("gdbus", "call", "--session", "--dest", program.NAME, "--object-path", program.PATH, "--method",
+                 "org.freedesktop.Application.Activate", "{}")
+
     @staticmethod
     def window_number():
         def found():

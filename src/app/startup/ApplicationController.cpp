@@ -192,7 +192,9 @@ void ApplicationController::showHud(const HudNotice& notice)
 
 void ApplicationController::showWindow()
 {
-    m_window->show();
+    // show() would make a maximised window a normal one.
+    m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    m_window->setVisible(true);
     m_window->raise();
     m_window->requestActivate();
 }

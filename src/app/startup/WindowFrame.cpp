@@ -15,6 +15,7 @@ namespace {
 constexpr std::chrono::seconds RestBeforeSave{1};
 
 const auto FrameKey = QStringLiteral("windows/QueltoMain");
+const auto MaximizedKey = QStringLiteral("windows/QueltoMainMaximized");
 
 QList<QRect> screensPrimaryFirst()
 {
@@ -88,13 +89,17 @@ bool WindowFrame::eventFilter(QObject* watched, QEvent* event)
 
 void WindowFrame::restore()
 {
-    const auto saved = QSettings(m_settingsPath, QSettings::IniFormat).value(FrameKey).toRect();
+    const QSettings settings(m_settingsPath, QSettings::IniFormat);
+    const auto saved = settings.value(FrameKey).toRect();
     const auto screens = screensPrimaryFirst();
     auto wanted = saved.isValid() ? saved : m_window.geometry();
     if (!saved.isValid() && !screens.isEmpty()) {
         wanted.moveCenter(screens.first().center());
     }
     m_window.setGeometry(fittingFrame(wanted, {}, m_window.minimumSize(), screens));
+    if (settings.value(MaximizedKey).toBool()) {
+        m_window.setWindowStates(Qt::WindowMaximized);
+    }
 }
 
 /// What the window manager draws around the window is not known before it stands on the screen.
@@ -116,7 +121,13 @@ void WindowFrame::fitAsDecorated()
 
 void WindowFrame::save()
 {
-    QSettings(m_settingsPath, QSettings::IniFormat).setValue(FrameKey, m_window.geometry());
+    QSettings settings(m_settingsPath, QSettings::IniFormat);
+    const bool isMaximized = m_window.windowStates().testFlag(Qt::WindowMaximized);
+    settings.setValue(MaximizedKey, isMaximized);
+    // The frame that a maximised window goes back to is the last one it had before.
+    if (!isMaximized) {
+        settings.setValue(FrameKey, m_window.geometry());
+    }
 }
 
 } // namespace quelto

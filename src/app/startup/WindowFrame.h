@@ -13,8 +13,8 @@ namespace quelto {
 /// `screens` are what panels and docks leave of them; the first is the primary one.
 QRect fittingFrame(const QRect& wanted, const QMargins& decoration, const QSize& smallest, const QList<QRect>& screens);
 
-/// Puts a window where it stood when the program last ran, without a saved frame in the middle of the screen, and keeps
-/// what it is moved to. It belongs to the window.
+/// Puts a window where it stood when the program last ran, as large as the screen if it was, and without a saved frame
+/// in the middle of the screen; keeps what it is moved to. It belongs to the window.
 ///
 /// Thread: main.
 class WindowFrame : public QObject {
