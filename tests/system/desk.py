@@ -40,11 +40,16 @@ def press(keys="alt+shift+c"):
     run("xdotool", "key", keys)
 
 
+def visible_windows(title):
+    """Their numbers."""
+    return subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], capture_output=True,
+                          text=True).stdout.split()
+
+
 def close_window():
     """Quelto's window goes, as by its own button; the program stays."""
     run("wmctrl", "-F", "-c", "Quelto")
-    wait_until(lambda: subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Quelto$"],
-                                      capture_output=True).returncode, 5, "the window to go")
+    wait_until(lambda: not visible_windows("Quelto"), 5, "the window to go")
 
 
 def sound_server(order):

@@ -79,7 +79,7 @@ class Notice(desk.DeskTest):
         self.assertNotIn(full_screen_game.GROUND, screen_reader.colours(MIDDLE[0] - 40, MIDDLE[1] - 10, 80, 20))
 
     def number_of_game(self):
-        return int(desk.run("xdotool", "search", "--onlyvisible", "--name", "^Game$").split()[0])
+        return int(desk.visible_windows("Game")[0])
 
     def wait_until_gone(self):
         desk.wait_until(lambda: not notices(), LIFE + 3, "the notice to go")

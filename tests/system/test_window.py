@@ -80,6 +80,13 @@ class Window(window.WindowTest):
         self.activate(program)
         self.assertEqual(self.reader.find("frame", "Quelto").bounds, placed)
 
+    def test_minimised_window_comes_back(self):
+        program = self.window()
+        desk.run("xdotool", "windowminimize", "--sync", self.window_number())
+        desk.wait_until(lambda: not desk.visible_windows("Quelto"), 5, "the window to be minimised")
+        self.activate(program)
+        desk.wait_until(lambda: desk.visible_windows("Quelto"), 5, "the window on the screen")
+
     def test_language_rebuilds_the_window_at_once(self):
         self.put("Dota 2 - 2026-03-01 20.15.07")
         program = self.window()

@@ -95,11 +95,7 @@ class WindowTest(desk.DeskTest):
 
     @staticmethod
     def window_number():
-        def found():
-            return subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Quelto$"], capture_output=True,
-                                  text=True).stdout.split()
-
-        return desk.wait_until(found, 5, "the window on the screen")[0]
+        return desk.wait_until(lambda: desk.visible_windows("Quelto"), 5, "the window on the screen")[0]
 
     def again(self, program):
         """The window's place at the next start."""
