@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Starting: once only, with errors as sentences, and a clip on request over D-Bus."""
+import pathlib
 import subprocess
 
 import clip
@@ -20,6 +21,14 @@ class Start(desk.DeskTest):
         program.call("Stop")
         program.wait_for_state("idle")
         self.assertEqual(program.get("BufferMB"), 0)
+
+    def test_window_costs_the_recording_no_imitated_graphics_card(self):
+        program = self.quelto(autoStart=False)
+        program.wait_for_state("idle")
+        desk.wait_until(lambda: desk.visible_windows("Quelto"), 5, "the window")
+        threads = [path.read_text().strip() for path in pathlib.Path(f"/proc/{program.process.pid}/task").glob("*/comm")]
+        self.assertIn("quelto.session", threads)
+        self.assertEqual([name for name in threads if name.startswith("llvmpipe")], [])
 
     def test_second_start_raises_the_first(self):
         program = self.quelto(autoStart=False)

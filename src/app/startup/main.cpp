@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/language/T.h"
 #include "app/startup/ApplicationController.h"
+#include "app/startup/Renderer.h"
 #include "app/startup/SessionBusService.h"
 #include "app/startup/TerminationSignals.h"
 
@@ -78,6 +79,7 @@ int main(int argc, char* argv[])
         return 1;
     }
 
+    quelto::chooseRenderer();
     quelto::ApplicationController controller;
     const quelto::TerminationSignals signals([&controller] { controller.quit(); });
     controller.applicationDidFinishLaunching();

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/startup/Renderer.h"
+
+#include <QDir>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+
+namespace quelto {
+
+bool hasGraphicsCard(const QString& devices)
+{
+    const QDir folder(devices);
+    // Device files are neither files nor folders to Qt.
+    constexpr auto Kind = QDir::System | QDir::Files;
+    return !QDir(folder.filePath(QStringLiteral("dri"))).entryList({QStringLiteral("renderD*")}, Kind).isEmpty() ||
+        !folder.entryList({QStringLiteral("nvidia[0-9]*")}, Kind).isEmpty();
+}
+
+void chooseRenderer()
+{
+    const auto isSet = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
+    if (isSet("QT_QUICK_BACKEND") || isSet("QSG_RHI_BACKEND")) {
+        return;
+    }
+    // Mesa's variable keeps OpenGL from a card that is there.
+    if (isSet("LIBGL_ALWAYS_SOFTWARE") || !hasGraphicsCard(QStringLiteral("/dev"))) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
+}
+
+} // namespace quelto
