@@ -42,6 +42,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Devices{"NVIDIA's driver alone", {QStringLiteral("nvidiactl"), QStringLiteral("nvidia0")}, true},
                     Devices{"NVIDIA's control without a card", {QStringLiteral("nvidiactl")}, false}));
 
+TEST(GraphicsCard, IsADeviceFile)
+{
+    const QTemporaryDir folder;
+    QDir(folder.path()).mkdir(QStringLiteral("dri"));
+    // No ordinary user makes device files; a link stands for what it leads to.
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/null"), folder.filePath(QStringLiteral("dri/renderD128"))));
+    EXPECT_TRUE(hasGraphicsCard(folder.path()));
+}
+
 TEST(GraphicsCard, IsNotThereWhereThereIsNoFolder)
 {
     EXPECT_FALSE(hasGraphicsCard(QStringLiteral("/no such folder")));
