@@ -27,10 +27,7 @@ function(quelto_precompiled_header name header)
     set_target_properties(${name} PROPERTIES AUTOMOC OFF)
 endfunction()
 quelto_precompiled_header(quelto_precompiled Precompiled.h)
-# The tests' own code is compiled once and run once: optimising it takes longer than it saves.
-add_library(quelto_unoptimised INTERFACE)
-target_compile_options(quelto_unoptimised INTERFACE -O0)
-quelto_precompiled_header(quelto_precompiled_for_tests PrecompiledForTests.h GTest::gmock quelto_unoptimised)
+quelto_precompiled_header(quelto_precompiled_for_tests PrecompiledForTests.h GTest::gmock)
 
 # quelto_library(name SOURCES a.cpp … LINK target … [PRIVATE_LINK target …])
 function(quelto_library name)
@@ -66,7 +63,7 @@ function(quelto_test name)
     quelto_program(
         ${name}
         SOURCES ${arg_SOURCES}
-        LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main quelto_unoptimised
+        LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main
         PRECOMPILED quelto_precompiled_for_tests
     )
     if(NOT arg_MOC)
