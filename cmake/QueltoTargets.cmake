@@ -9,6 +9,10 @@ target_compile_options(
     INTERFACE -Wall -Wextra -Wpedantic -Werror -Wconversion -Wno-sign-conversion -Wshadow -Wnon-virtual-dtor
               -Wold-style-cast -Woverloaded-virtual -Wcast-align -Wnull-dereference -Wno-missing-field-initializers
 )
+# A build of several source files at once makes headers of them, where a private part of an unnamed type looks odd.
+if(CMAKE_UNITY_BUILD)
+    target_compile_options(quelto_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 if(QUELTO_SANITIZE)
     add_compile_options(-fsanitize=${QUELTO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
     add_link_options(-fsanitize=${QUELTO_SANITIZE})

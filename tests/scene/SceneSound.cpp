@@ -14,7 +14,6 @@ namespace quelto {
 namespace {
 
 constexpr int Rate = 48000;
-constexpr std::int64_t Second = 1'000'000'000;
 constexpr std::int64_t Never = std::numeric_limits<std::int64_t>::max();
 
 struct LoopDestroy {

@@ -20,7 +20,6 @@ namespace quelto {
 
 namespace {
 
-constexpr std::int64_t Second = 1'000'000'000;
 constexpr std::int64_t Millisecond = 1'000'000;
 
 volatile std::sig_atomic_t isToldToEnd = 0;

@@ -14,7 +14,7 @@ namespace quelto {
 namespace {
 
 // No sidecar of ours comes near this; a larger file is not one.
-constexpr qint64 MostBytes = 16 * 1024 * 1024;
+constexpr qint64 MostBytesOfASidecar = 16 * 1024 * 1024;
 
 /// A field of the wrong type: the object as a whole is no sidecar.
 struct NoSidecar : std::runtime_error {
@@ -86,7 +86,7 @@ QString ClipMeta::pathFor(const QString& clipPath)
 std::optional<ClipMeta> ClipMeta::load(const QString& clipPath)
 {
     QFile file(pathFor(clipPath));
-    if (!file.open(QIODevice::ReadOnly) || file.size() > MostBytes) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > MostBytesOfASidecar) {
         return std::nullopt;
     }
     const auto object = QJsonDocument::fromJson(file.readAll()).object();

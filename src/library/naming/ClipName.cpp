@@ -6,7 +6,7 @@ namespace quelto {
 namespace {
 
 // NAME_MAX of the usual file systems is 255 bytes; the sidecar adds a dot in front and ".json" behind.
-constexpr qsizetype MostBytes = 255 - 6;
+constexpr qsizetype MostBytesOfAName = 255 - 6;
 
 QString sanitised(QString text)
 {
@@ -41,7 +41,7 @@ QString clipFileName(const ClipNameParts& parts, int mark)
         return clipFileStem(game, parts.date) + (mark > 1 ? QStringLiteral(" (%1)").arg(mark) : QString()) +
             (suffix.isEmpty() ? QString() : u' ' + suffix) + QStringLiteral(".mp4");
     };
-    const auto excess = [&] { return name().toUtf8().size() - MostBytes; };
+    const auto excess = [&] { return name().toUtf8().size() - MostBytesOfAName; };
     if (excess() > 0) {
         suffix = shortenedBy(suffix, excess());
     }

@@ -14,8 +14,8 @@ namespace quelto {
 
 namespace {
 
-const QString Service = QStringLiteral("org.freedesktop.FileManager1");
-const QString ObjectPath = QStringLiteral("/org/freedesktop/FileManager1");
+const QString FileManagerService = QStringLiteral("org.freedesktop.FileManager1");
+const QString FileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
 
 } // namespace
 
@@ -27,7 +27,7 @@ FreedesktopFileManager::FreedesktopFileManager(const QDBusConnection& bus)
 void FreedesktopFileManager::reveal(const QString& path)
 {
     const auto uri = QString::fromLatin1(fileUri(path));
-    QDBusMessage message = QDBusMessage::createMethodCall(Service, ObjectPath, Service, QStringLiteral("ShowItems"));
+    QDBusMessage message = QDBusMessage::createMethodCall(FileManagerService, FileManagerPath, FileManagerService, QStringLiteral("ShowItems"));
     const QString noStartupId = QStringLiteral("");
     message.setArguments({QStringList(uri), noStartupId});
     auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(message), &m_calls);

@@ -9,8 +9,8 @@ namespace quelto {
 
 namespace {
 
-const QString Service = QStringLiteral("org.freedesktop.Notifications");
-const QString ObjectPath = QStringLiteral("/org/freedesktop/Notifications");
+const QString NoticeService = QStringLiteral("org.freedesktop.Notifications");
+const QString NoticePath = QStringLiteral("/org/freedesktop/Notifications");
 const QString DefaultAction = QStringLiteral("default");
 const QString ApplicationId = QStringLiteral("app.quelto.Quelto");
 
@@ -21,7 +21,7 @@ constexpr uint Expired = 1;
 
 QDBusMessage methodCall(const QString& method)
 {
-    return QDBusMessage::createMethodCall(Service, ObjectPath, Service, method);
+    return QDBusMessage::createMethodCall(NoticeService, NoticePath, NoticeService, method);
 }
 
 QVariantMap hints()
@@ -39,15 +39,15 @@ QVariantMap hints()
 
 FreedesktopNotices::FreedesktopNotices(const QDBusConnection& bus)
     : m_bus(bus)
-    , m_servers(Service, bus, QDBusServiceWatcher::WatchForOwnerChange)
+    , m_servers(NoticeService, bus, QDBusServiceWatcher::WatchForOwnerChange)
 {
     connect(&m_servers, &QDBusServiceWatcher::serviceOwnerChanged, this, &FreedesktopNotices::forgetServer);
     // From whatever sender, compared later: naming the service here makes Qt wait for the bus to tell its owner.
-    m_bus.connect({}, ObjectPath, Service, QStringLiteral("ActionInvoked"), this,
+    m_bus.connect({}, NoticePath, NoticeService, QStringLiteral("ActionInvoked"), this,
                   SLOT(onActionInvoked(uint, QString, QDBusMessage)));
-    m_bus.connect({}, ObjectPath, Service, QStringLiteral("ActivationToken"), this,
+    m_bus.connect({}, NoticePath, NoticeService, QStringLiteral("ActivationToken"), this,
                   SLOT(onActivationToken(uint, QString, QDBusMessage)));
-    m_bus.connect({}, ObjectPath, Service, QStringLiteral("NotificationClosed"), this,
+    m_bus.connect({}, NoticePath, NoticeService, QStringLiteral("NotificationClosed"), this,
                   SLOT(onClosed(uint, uint, QDBusMessage)));
 }
 

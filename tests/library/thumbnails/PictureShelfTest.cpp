@@ -6,15 +6,10 @@
 namespace quelto {
 namespace {
 
-/// Of 400 bytes.
-QImage picture()
-{
-    return QImage(10, 10, QImage::Format_RGB32);
-}
-
 class PictureShelfTest : public testing::Test {
 protected:
-    void put(const char* name) { shelf.put(QString::fromUtf8(name), picture()); }
+    /// A picture of 400 bytes.
+    void put(const char* name) { shelf.put(QString::fromUtf8(name), QImage(10, 10, QImage::Format_RGB32)); }
     bool has(const char* name) { return !shelf.find(QString::fromUtf8(name)).isNull(); }
 
     PictureShelf shelf{1200};

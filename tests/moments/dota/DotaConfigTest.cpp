@@ -10,7 +10,7 @@
 namespace quelto {
 namespace {
 
-using State = DotaConfig::InstallState;
+using InstallState = DotaConfig::InstallState;
 
 const QByteArray WholeFile = "\"Quelto\"\n"
                              "{\n"
@@ -74,19 +74,19 @@ TEST_F(DotaConfigTest, TextIsWhatTheGameReads)
 
 TEST_F(DotaConfigTest, IsNotFoundWithoutTheGame)
 {
-    EXPECT_EQ(m_config.installState(), State::NotFound);
+    EXPECT_EQ(m_config.installState(), InstallState::NotFound);
     EXPECT_FALSE(m_config.install());
     QDir().mkpath(home() + u'/' + QString::fromUtf8(Native) + QStringLiteral("/steamapps"));
-    EXPECT_EQ(m_config.installState(), State::NotFound);
+    EXPECT_EQ(m_config.installState(), InstallState::NotFound);
     EXPECT_FALSE(m_config.install());
 }
 
 TEST_F(DotaConfigTest, NeedsTheGamesProgramsBesideItsSettings)
 {
     QDir().mkpath(gameIn(Native) + QStringLiteral("/dota/cfg"));
-    EXPECT_EQ(m_config.installState(), State::NotFound);
+    EXPECT_EQ(m_config.installState(), InstallState::NotFound);
     QDir().mkpath(gameIn(Flatpak) + QStringLiteral("/bin"));
-    EXPECT_EQ(m_config.installState(), State::NotFound);
+    EXPECT_EQ(m_config.installState(), InstallState::NotFound);
 }
 
 TEST_F(DotaConfigTest, InstallsIntoEveryGame)
@@ -94,9 +94,9 @@ TEST_F(DotaConfigTest, InstallsIntoEveryGame)
     const auto native = makeGame(Native);
     const auto flatpak = makeGame(Flatpak);
     EXPECT_EQ(m_config.cfgFolders(), (QStringList{native, flatpak}));
-    EXPECT_EQ(m_config.installState(), State::NotInstalled);
+    EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     EXPECT_TRUE(m_config.install());
-    EXPECT_EQ(m_config.installState(), State::Installed);
+    EXPECT_EQ(m_config.installState(), InstallState::Installed);
     EXPECT_EQ(content(fileIn(native)), WholeFile);
     EXPECT_EQ(content(fileIn(flatpak)), WholeFile);
 }
@@ -118,10 +118,10 @@ TEST_F(DotaConfigTest, IsNotInstalledWhereOneByteDiffers)
     for (const auto& other : {WholeFile.chopped(1), WholeFile + '\n', QByteArray(WholeFile).replace("0.1", "0.2"),
                               QByteArray(), "\xef\xbb\xbf" + WholeFile}) {
         write(fileIn(native), other);
-        EXPECT_EQ(m_config.installState(), State::NotInstalled);
+        EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     }
     EXPECT_TRUE(m_config.install());
-    EXPECT_EQ(m_config.installState(), State::Installed);
+    EXPECT_EQ(m_config.installState(), InstallState::Installed);
 }
 
 TEST_F(DotaConfigTest, PassesOverAFolderThatCannotBeWritten)
@@ -132,7 +132,7 @@ TEST_F(DotaConfigTest, PassesOverAFolderThatCannotBeWritten)
     write(native + QStringLiteral("/gamestate_integration"), "in the way");
     EXPECT_TRUE(m_config.install());
     EXPECT_EQ(content(fileIn(flatpak)), WholeFile);
-    EXPECT_EQ(m_config.installState(), State::NotInstalled);
+    EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     EXPECT_EQ(content(native + QStringLiteral("/gamestate_integration")), "in the way");
 }
 

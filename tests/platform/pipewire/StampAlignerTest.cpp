@@ -12,11 +12,11 @@ using std::chrono::microseconds;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-constexpr int Rate = 48000;
-constexpr HostTime Begin{seconds(1000)};
+constexpr int NominalRate = 48000;
+constexpr HostTime FirstStamp{seconds(1000)};
 
 /// The exact length of so many frames, rounded once.
-HostDuration lengthOf(double frames, double rate = Rate)
+HostDuration lengthOf(double frames, double rate = NominalRate)
 {
     return HostDuration(std::llround(frames * 1e9 / rate));
 }
@@ -28,36 +28,36 @@ HostDuration distance(HostTime a, HostTime b)
 
 TEST(StampAligner, TakesTheFirstBlockAsMeasured)
 {
-    StampAligner aligner(Rate);
-    const auto placement = aligner.place(Begin, 1024);
+    StampAligner aligner(NominalRate);
+    const auto placement = aligner.place(FirstStamp, 1024);
     ASSERT_TRUE(placement);
-    EXPECT_EQ(placement->time, Begin);
+    EXPECT_EQ(placement->time, FirstStamp);
     EXPECT_FALSE(placement->continuesRun);
 }
 
 TEST(StampAligner, CountsFramesInsteadOfAddingRoundedDurations)
 {
-    StampAligner aligner(Rate);
+    StampAligner aligner(NominalRate);
     // A seventh of a millisecond's frames: each length is a fraction of a nanosecond off when rounded.
     constexpr int Frames = 7;
     constexpr int Blocks = 3'000'000;
     std::optional<StampAligner::Placement> last;
     for (int i = 0; i < Blocks; ++i) {
-        last = aligner.place(Begin + lengthOf(double(Frames) * i), Frames);
+        last = aligner.place(FirstStamp + lengthOf(double(Frames) * i), Frames);
         ASSERT_TRUE(last);
     }
-    EXPECT_LE(distance(last->time, Begin + lengthOf(double(Frames) * (Blocks - 1))), HostDuration(2));
+    EXPECT_LE(distance(last->time, FirstStamp + lengthOf(double(Frames) * (Blocks - 1))), HostDuration(2));
 }
 
 TEST(StampAligner, SmoothsJitterOfFiveMilliseconds)
 {
-    StampAligner aligner(Rate);
+    StampAligner aligner(NominalRate);
     std::mt19937 random(1);
     std::uniform_int_distribution<int> jitter(-5000, 5000);
     constexpr int Frames = 1024;
     std::optional<HostTime> previous;
     for (int i = 0; i < 5000; ++i) {
-        const HostTime truth = Begin + lengthOf(double(Frames) * i);
+        const HostTime truth = FirstStamp + lengthOf(double(Frames) * i);
         const HostTime measured = i == 0 ? truth : truth + microseconds(jitter(random));
         const auto placement = aligner.place(measured, Frames);
         ASSERT_TRUE(placement);
@@ -72,13 +72,13 @@ TEST(StampAligner, SmoothsJitterOfFiveMilliseconds)
 TEST(StampAligner, StaysOnTheHostClockThroughThirtyMinutesOfADriftingDevice)
 {
     for (const double millionths : {-300.0, -100.0, 100.0, 300.0}) {
-        StampAligner aligner(Rate);
-        const double trueRate = Rate * (1 + millionths / 1e6);
+        StampAligner aligner(NominalRate);
+        const double trueRate = NominalRate * (1 + millionths / 1e6);
         constexpr int Frames = 512;
         HostDuration worst{0};
-        const int blocks = 30 * 60 * Rate / Frames;
+        const int blocks = 30 * 60 * NominalRate / Frames;
         for (int i = 0; i < blocks; ++i) {
-            const HostTime truth = Begin + lengthOf(double(Frames) * i, trueRate);
+            const HostTime truth = FirstStamp + lengthOf(double(Frames) * i, trueRate);
             const auto placement = aligner.place(truth, Frames);
             ASSERT_TRUE(placement);
             worst = std::max(worst, distance(placement->time, truth));
@@ -89,15 +89,15 @@ TEST(StampAligner, StaysOnTheHostClockThroughThirtyMinutesOfADriftingDevice)
 
 TEST(StampAligner, MakesUpForALostCycleWithinASecond)
 {
-    StampAligner aligner(Rate);
+    StampAligner aligner(NominalRate);
     constexpr int Frames = 256;
     for (int i = 0; i < 100; ++i) {
-        aligner.place(Begin + lengthOf(double(Frames) * i), Frames);
+        aligner.place(FirstStamp + lengthOf(double(Frames) * i), Frames);
     }
     std::optional<StampAligner::Placement> last;
     HostTime truth;
-    for (int i = 101; i < 101 + Rate / Frames; ++i) {
-        truth = Begin + lengthOf(double(Frames) * i);
+    for (int i = 101; i < 101 + NominalRate / Frames; ++i) {
+        truth = FirstStamp + lengthOf(double(Frames) * i);
         last = aligner.place(truth, Frames);
         ASSERT_TRUE(last);
         EXPECT_TRUE(last->continuesRun);
@@ -107,9 +107,9 @@ TEST(StampAligner, MakesUpForALostCycleWithinASecond)
 
 TEST(StampAligner, BeginsANewRunAfterAGap)
 {
-    StampAligner aligner(Rate);
-    aligner.place(Begin, 1024);
-    const HostTime later = Begin + lengthOf(1024) + milliseconds(201);
+    StampAligner aligner(NominalRate);
+    aligner.place(FirstStamp, 1024);
+    const HostTime later = FirstStamp + lengthOf(1024) + milliseconds(201);
     const auto placement = aligner.place(later, 1024);
     ASSERT_TRUE(placement);
     EXPECT_EQ(placement->time, later);
@@ -122,10 +122,10 @@ TEST(StampAligner, BeginsANewRunAfterAGap)
 
 TEST(StampAligner, HasALostCycleFilledWithSilence)
 {
-    StampAligner aligner(Rate);
-    aligner.place(Begin, 1024);
+    StampAligner aligner(NominalRate);
+    aligner.place(FirstStamp, 1024);
     // Three cycles go by unheard.
-    const HostTime later = Begin + lengthOf(4 * 1024);
+    const HostTime later = FirstStamp + lengthOf(4 * 1024);
     const auto placement = aligner.place(later, 1024);
     ASSERT_TRUE(placement);
     EXPECT_TRUE(placement->continuesRun);
@@ -138,19 +138,19 @@ TEST(StampAligner, HasALostCycleFilledWithSilence)
 
 TEST(StampAligner, ClosesUpSevenMillisecondsOfLateness)
 {
-    StampAligner aligner(Rate);
-    aligner.place(Begin, 1024);
-    const auto placement = aligner.place(Begin + lengthOf(1024) + milliseconds(7), 1024);
+    StampAligner aligner(NominalRate);
+    aligner.place(FirstStamp, 1024);
+    const auto placement = aligner.place(FirstStamp + lengthOf(1024) + milliseconds(7), 1024);
     ASSERT_TRUE(placement);
-    EXPECT_EQ(placement->time, Begin + lengthOf(1024));
+    EXPECT_EQ(placement->time, FirstStamp + lengthOf(1024));
     EXPECT_TRUE(placement->continuesRun);
 }
 
 TEST(StampAligner, LeavesOutWhatWouldBeHeardTwice)
 {
-    StampAligner aligner(Rate);
-    HostTime measured = Begin;
-    HostTime end = Begin;
+    StampAligner aligner(NominalRate);
+    HostTime measured = FirstStamp;
+    HostTime end = FirstStamp;
     for (int i = 0; i < 20; ++i) {
         const auto placement = aligner.place(measured, 1024);
         ASSERT_TRUE(placement);
