@@ -80,6 +80,7 @@ ApplicationController::ApplicationController()
                      }})
 {
     L10n::use(m_settings.language());
+    m_qtTexts.follow(m_settings);
     m_recorder = std::make_unique<Recorder>(Recorder::Parts{.settings = m_settings,
                                                             .platform = m_platform,
                                                             .main = m_main,

@@ -24,7 +24,7 @@ T.MenuItem {
         readonly property color ground: entry.destructive ? Theme.live : Theme.text
 
         text: entry.text
-        trailingText: entry.action ? entry.action.shortcut ?? "" : ""
+        trailingText: KeyNames.of(entry.action?.shortcut ?? "")
         gap: 32
         font: entry.font
         color: entry.destructive && entry.highlighted ? Theme.onAccent : ground

@@ -196,5 +196,22 @@ TEST_F(ThemedMenu, IsAMenuToScreenReaders)
     EXPECT_EQ(interface->text(QAccessible::Name), QStringLiteral("Oynat"));
 }
 
+class ThemedMenuWithKeys : public test::ThemeFixture {
+protected:
+    void SetUp() override
+    {
+        ThemeFixture::SetUp();
+        show(QStringLiteral("ThemedMenu { objectName: 'menu'; x: 20; y: 20\n"
+                            "Action { text: 'Klasör'; shortcut: 'Ctrl+Shift+O' }\n"
+                            "Action { text: 'Hakkında' } }"));
+        QMetaObject::invokeMethod(object(QStringLiteral("menu")), "open");
+    }
+};
+
+TEST_F(ThemedMenuWithKeys, WritesTheKeyBehindWhatItDoes)
+{
+    EXPECT_NE(text(QStringLiteral("Ctrl+Shift+O")), nullptr);
+}
+
 } // namespace
 } // namespace quelto

@@ -48,11 +48,12 @@ void ThemeFixture::TearDown()
 
 void ThemeFixture::show(const QString& qml, QSize size)
 {
-    const auto source = QStringLiteral("import QtQuick\nimport QtQuick.Layouts\nimport Quelto.Theme\n"
-                                       "Window { width: %1; height: %2; visible: true; color: Theme.bg\n%3\n}\n")
-                            .arg(size.width())
-                            .arg(size.height())
-                            .arg(qml);
+    const auto source =
+        QStringLiteral("import QtQuick\nimport QtQuick.Layouts\nimport QtQuick.Templates\nimport Quelto.Theme\n"
+                       "Window { width: %1; height: %2; visible: true; color: Theme.bg\n%3\n}\n")
+            .arg(size.width())
+            .arg(size.height())
+            .arg(qml);
     engine->loadData(source.toUtf8());
     takeWindow();
 }

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/startup/QtTexts.h"
+
+#include "app/language/L10n.h"
+#include "ui/theme/KeyNames.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+struct Wording {
+    const char* language;
+    const char* cancel;
+};
+
+class QtTextsTest : public testing::Test {
+protected:
+    void TearDown() override { L10n::use(QStringLiteral("tr")); }
+
+    static QString cancel() { return QCoreApplication::translate("QPlatformTheme", "Cancel"); }
+
+    QTemporaryDir folder;
+    AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf")), {}};
+    QtTexts texts;
+};
+
+TEST_F(QtTextsTest, AreInTheLanguageOfTheSettingsAndFollowIt)
+{
+    L10n::use(QStringLiteral("de"));
+    texts.follow(settings);
+    EXPECT_EQ(cancel(), QStringLiteral("Abbrechen"));
+    for (const auto& wording :
+         {Wording{"fr", "Annuler"}, Wording{"ru", "Отмена"}, Wording{"de", "Abbrechen"}, Wording{"es", "Cancelar"},
+          Wording{"en", "Cancel"}, Wording{"pt", "Cancelar"}, Wording{"tr", "İptal"}}) {
+        settings.setLanguage(QString::fromUtf8(wording.language));
+        EXPECT_EQ(cancel(), QString::fromUtf8(wording.cancel)) << wording.language;
+    }
+}
+
+TEST_F(QtTextsTest, NameTheKeysAsTheKeyboardsDo)
+{
+    texts.follow(settings);
+    settings.setLanguage(QStringLiteral("de"));
+    EXPECT_EQ(KeyNames::of(QStringLiteral("Ctrl+O")), QStringLiteral("Strg+O"));
+    settings.setLanguage(QStringLiteral("en"));
+    EXPECT_EQ(KeyNames::of(QStringLiteral("Ctrl+O")), QStringLiteral("Ctrl+O"));
+    EXPECT_TRUE(KeyNames::of(QString()).isEmpty());
+}
+
+} // namespace
+} // namespace quelto
