@@ -159,6 +159,8 @@ class Cards(window.WindowTest):
         screen_reader.move_pointer(*buttons[0].middle)
         desk.run("xdotool", "click", 1)
         self.reader.find("menu item", re.escape(COPY))
+        menu = self.reader.find("popup menu", ".+")
+        self.assertTrue(any(title.startswith(menu.name) for title in self.titles()), menu)
         self.assertEqual([item.name for item in self.reader.showing("menu item")],
                          ["Oynat", COPY, "Klasörde Göster", TO_TRASH])
         self.assertFalse(self.reader.showing("heading", re.escape(TITLE)))

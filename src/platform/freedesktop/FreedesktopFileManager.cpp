@@ -27,7 +27,8 @@ FreedesktopFileManager::FreedesktopFileManager(const QDBusConnection& bus)
 void FreedesktopFileManager::reveal(const QString& path)
 {
     const auto uri = QString::fromLatin1(fileUri(path));
-    QDBusMessage message = QDBusMessage::createMethodCall(FileManagerService, FileManagerPath, FileManagerService, QStringLiteral("ShowItems"));
+    QDBusMessage message = QDBusMessage::createMethodCall(FileManagerService, FileManagerPath, FileManagerService,
+                                                          QStringLiteral("ShowItems"));
     const QString noStartupId = QStringLiteral("");
     message.setArguments({QStringList(uri), noStartupId});
     auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(message), &m_calls);

@@ -23,7 +23,11 @@ T.Menu {
     padding: 5
     margins: 8
     delegate: ThemedMenuItem {}
-    onAboutToShow: entryWidth = Math.max(150, widestEntry())
+    onAboutToShow: {
+        entryWidth = Math.max(150, widestEntry())
+        // What draws a popup is what screen readers see of it.
+        contentItem.parent.Accessible.name = title
+    }
 
     contentItem: ListView {
         implicitHeight: contentHeight

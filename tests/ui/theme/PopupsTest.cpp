@@ -130,7 +130,7 @@ protected:
     {
         ThemeFixture::SetUp();
         show(QStringLiteral("property var asked: []\n"
-                            "ThemedMenu { objectName: 'menu'; x: 20; y: 20\n"
+                            "ThemedMenu { objectName: 'menu'; title: 'Klip'; x: 20; y: 20\n"
                             "ThemedMenuItem { text: 'Oynat'; onTriggered: asked.push('play') }\n"
                             "ThemedMenuItem { text: 'Dosyayı Kopyala ve yapıştır'; onTriggered: asked.push('copy') }\n"
                             "ThemedMenuItem { text: 'Taşı'; destructive: true; onTriggered: asked.push('trash') } }"));
@@ -194,6 +194,10 @@ TEST_F(ThemedMenu, IsAMenuToScreenReaders)
     auto* interface = QAccessible::queryAccessibleInterface(entry("Oynat"));
     EXPECT_EQ(interface->role(), QAccessible::MenuItem);
     EXPECT_EQ(interface->text(QAccessible::Name), QStringLiteral("Oynat"));
+    auto* drawn = object(QStringLiteral("menu"))->property("contentItem").value<QQuickItem*>()->parentItem();
+    auto* menu = QAccessible::queryAccessibleInterface(drawn);
+    EXPECT_EQ(menu->role(), QAccessible::PopupMenu);
+    EXPECT_EQ(menu->text(QAccessible::Name), QStringLiteral("Klip"));
 }
 
 class ThemedMenuWithKeys : public test::ThemeFixture {

@@ -35,6 +35,7 @@ Item {
         const shown = menu.item as ClipMenu;
         card.menuOpened();
         shown.path = path;
+        shown.title = title;
         shown.popup(card, at.x, at.y);
     }
 
