@@ -30,7 +30,7 @@ private:
         const std::array sources{
             "gradients=rate=2:s=640x360:c0=0x1b2a6b:c1=0xe8364f:x0=0:y0=0:x1=640:y1=360:nb_colors=2:seed=3",
             "gradients=rate=2:s=640x360:c0=0x0b3a4a:c1=0x22d3c5:nb_colors=2:x0=0:y0=360:x1=640:y1=0:seed=4",
-            "mandelbrot=rate=2:s=640x360:start_scale=0.02:end_scale=0.01",
+            "mandelbrot=rate=1:s=640x360:start_scale=0.02:end_scale=0.01",
             "testsrc2=rate=2:s=640x360",
             "life=s=320x180:mold=10:r=2:ratio=0.2:death_color=0x401020:life_color=0x60ff80,scale=640:360:flags="
             "neighbor",
@@ -48,7 +48,8 @@ private:
         QProcess::execute(QStringLiteral("ffmpeg"),
                           {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"), QStringLiteral("lavfi"),
                            QStringLiteral("-i"), source, QStringLiteral("-t"), QString::number(seconds),
-                           QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), path});
+                           QStringLiteral("-preset"), QStringLiteral("ultrafast"), QStringLiteral("-pix_fmt"),
+                           QStringLiteral("yuv420p"), path});
         return path;
     }
 
