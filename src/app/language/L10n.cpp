@@ -50,8 +50,10 @@ std::shared_ptr<const icu::DateFormat> dateFormat(const QString& dateTemplate)
         if (U_FAILURE(error) != 0) {
             return nullptr;
         }
-        format = std::make_shared<icu::SimpleDateFormat>(patterns->getBestPattern(unicode(dateTemplate), error), locale,
-                                                         error);
+        const auto made = std::make_shared<icu::SimpleDateFormat>(
+            patterns->getBestPattern(unicode(dateTemplate), error), locale, error);
+        made->setTimeZone(*icu::TimeZone::getGMT());
+        format = made;
     }
     return format;
 }
@@ -101,8 +103,11 @@ QString L10n::date(const QDateTime& date, const QString& dateTemplate)
         // ICU's data is not there; a plain date is better than none.
         return QLocale(localeIdOf(current())).toString(date, QLocale::ShortFormat);
     }
+    // ICU would stay in the time zone that the program was started in.
+    const auto local = date.toLocalTime();
+    const auto asIfInGreenwich = local.toMSecsSinceEpoch() + local.offsetFromUtc() * qint64(1000);
     icu::UnicodeString result;
-    return fromUnicode(format->format(static_cast<UDate>(date.toMSecsSinceEpoch()), result));
+    return fromUnicode(format->format(static_cast<UDate>(asIfInGreenwich), result));
 }
 
 QString L10n::fileSize(qint64 bytes)

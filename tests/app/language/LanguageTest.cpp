@@ -126,6 +126,28 @@ TEST_F(L10nTest, PutsTheDateInTheOrderOfTheLanguage)
     }
 }
 
+TEST_F(L10nTest, WritesTheTimeOfWhereTheComputerIsNow)
+{
+    const auto before = qgetenv("TZ");
+    const bool wasSet = qEnvironmentVariableIsSet("TZ");
+    const auto moment = QDateTime(QDate(2026, 3, 1), QTime(20, 5, 7), Qt::UTC);
+    L10n::use(QStringLiteral("de"));
+    struct Place {
+        const char* zone;
+        const char* time;
+    };
+    for (const auto& place : {Place{"CET-1", "1.3., 21:05"}, Place{"JST-9", "2.3., 05:05"},
+                              Place{"EST5", "1.3., 15:05"}, Place{"CET-1", "1.3., 21:05"}}) {
+        qputenv("TZ", place.zone);
+        EXPECT_EQ(L10n::date(moment, QStringLiteral("dMHHmm")), QString::fromUtf8(place.time)) << place.zone;
+    }
+    if (wasSet) {
+        qputenv("TZ", before);
+    } else {
+        qunsetenv("TZ");
+    }
+}
+
 TEST_F(L10nTest, KnowsBothKindsOfI)
 {
     L10n::use(QStringLiteral("tr"));
