@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Starting: once only, with errors as sentences, and a clip on request over D-Bus."""
 import pathlib
+import signal
 import subprocess
 
 import clip
@@ -40,6 +41,15 @@ class Start(desk.DeskTest):
         self.assertEqual(second.returncode, 0)
         desk.wait_until(lambda: active() == "Quelto", 5, "Quelto's window in front")
         self.assertIsNone(program.process.poll())
+
+    def test_first_one_that_does_not_answer_is_told_in_the_language_of_the_settings(self):
+        program = self.quelto(autoStart=False, language="de")
+        program.wait_for_state("idle")
+        program.process.send_signal(signal.SIGSTOP)
+        self.addCleanup(program.process.send_signal, signal.SIGCONT)
+        second = subprocess.run([desk.Quelto.PROGRAM], timeout=30, stderr=subprocess.PIPE, text=True)
+        self.assertEqual(second.returncode, 1)
+        self.assertRegex(second.stderr, "(?m)^Quelto läuft schon, ")
 
     def test_clip_is_named_for_the_program_in_front(self):
         self.scene("--motion", "low")

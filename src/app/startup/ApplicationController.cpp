@@ -39,6 +39,7 @@ DisplaySize sizesOf(const Displays& displays)
 ApplicationController::ApplicationController()
     : m_platform(makePlatform())
     , m_settings(AppSettings::defaultPath(), sizesOf(*m_platform.displays))
+    , m_language(m_settings)
     , m_sessionQueue(QStringLiteral("quelto.session"))
     , m_saveQueue(QStringLiteral("quelto.save"))
     , m_libraryQueue(QStringLiteral("quelto.library"))
@@ -79,8 +80,6 @@ ApplicationController::ApplicationController()
                              {.id = matchIdText(notice.id), .title = notice.title, .body = notice.body});
                      }})
 {
-    L10n::use(m_settings.language());
-    m_qtTexts.follow(m_settings);
     m_recorder = std::make_unique<Recorder>(Recorder::Parts{.settings = m_settings,
                                                             .platform = m_platform,
                                                             .main = m_main,

@@ -3,8 +3,8 @@
 
 #include "app/settings/AppSettings.h"
 #include "app/startup/HotKeyManager.h"
+#include "app/startup/LanguageInForce.h"
 #include "app/startup/MomentRouting.h"
-#include "app/startup/QtTexts.h"
 #include "app/startup/StatusItem.h"
 #include "capture/recorder/Recorder.h"
 #include "library/clips/ClipLibrary.h"
@@ -69,7 +69,7 @@ private:
 
     Platform m_platform;
     AppSettings m_settings;
-    QtTexts m_qtTexts;
+    LanguageInForce m_language;
     MainQueue m_main;
     std::unique_ptr<Recorder> m_recorder;
     // They end before the recorder that their tasks refer to.

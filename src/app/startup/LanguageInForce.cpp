@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/startup/QtTexts.h"
+#include "app/startup/LanguageInForce.h"
 
 #include "app/language/L10n.h"
 
@@ -8,18 +8,19 @@
 
 namespace quelto {
 
-void QtTexts::follow(const AppSettings& settings)
+LanguageInForce::LanguageInForce(const AppSettings& settings)
 {
-    load();
-    QCoreApplication::installTranslator(&m_translator);
-    QObject::connect(&settings, &AppSettings::languageChanged, &m_context, [this] { load(); });
+    L10n::use(settings.language());
+    loadQtTexts();
+    QCoreApplication::installTranslator(&m_qtTexts);
+    QObject::connect(&settings, &AppSettings::languageChanged, &m_context, [this] { loadQtTexts(); });
 }
 
-void QtTexts::load()
+void LanguageInForce::loadQtTexts()
 {
     // False leaves it empty, which is English.
-    std::ignore = m_translator.load(L10n::locale(), QStringLiteral("qtbase"), QStringLiteral("_"),
-                                    QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    std::ignore = m_qtTexts.load(L10n::locale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                                 QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 
 } // namespace quelto

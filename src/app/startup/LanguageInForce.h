@@ -8,22 +8,20 @@
 
 namespace quelto {
 
-/// What Qt itself says, the names of keys beside menu entries and the buttons of its own dialogs, in the language of
-/// the moment. In English where Qt's translations are not installed.
+/// Puts the language of the settings in force, also for what Qt itself says: the names of keys beside menu entries, the
+/// buttons of its own dialogs. These are in English where Qt's translations are not installed.
 ///
-/// Thread: main. Before the window and the tray menu follow the language, so that both find the right words.
-class QtTexts {
+/// Thread: main. Made before anything that has texts.
+class LanguageInForce {
 public:
-    QtTexts() = default;
-    QtTexts(const QtTexts&) = delete;
-    QtTexts& operator=(const QtTexts&) = delete;
-
-    void follow(const AppSettings& settings);
+    explicit LanguageInForce(const AppSettings& settings);
+    LanguageInForce(const LanguageInForce&) = delete;
+    LanguageInForce& operator=(const LanguageInForce&) = delete;
 
 private:
-    void load();
+    void loadQtTexts();
 
-    QTranslator m_translator;
+    QTranslator m_qtTexts;
     /// Ends the connections.
     QObject m_context;
 };

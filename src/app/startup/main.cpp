@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/language/T.h"
 #include "app/startup/ApplicationController.h"
+#include "app/startup/LanguageInForce.h"
 #include "app/startup/Renderer.h"
 #include "app/startup/SessionBusService.h"
 #include "app/startup/TerminationSignals.h"
@@ -73,6 +74,8 @@ int main(int argc, char* argv[])
         if (quelto::raiseRunningInstance()) {
             return 0;
         }
+        const quelto::AppSettings settings(quelto::AppSettings::defaultPath());
+        const quelto::LanguageInForce language(settings);
         std::fputs(qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.") +
                               u'\n'),
                    stderr);

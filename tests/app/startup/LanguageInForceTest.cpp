@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/startup/QtTexts.h"
+#include "app/startup/LanguageInForce.h"
 
 #include "app/language/L10n.h"
 #include "ui/theme/KeyNames.h"
@@ -17,7 +17,7 @@ struct Wording {
     const char* cancel;
 };
 
-class QtTextsTest : public testing::Test {
+class LanguageInForceTest : public testing::Test {
 protected:
     void TearDown() override { L10n::use(QStringLiteral("tr")); }
 
@@ -25,13 +25,14 @@ protected:
 
     QTemporaryDir folder;
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf")), {}};
-    QtTexts texts;
 };
 
-TEST_F(QtTextsTest, AreInTheLanguageOfTheSettingsAndFollowIt)
+TEST_F(LanguageInForceTest, IsTheOneOfTheSettingsAlsoForWhatQtSays)
 {
-    L10n::use(QStringLiteral("de"));
-    texts.follow(settings);
+    settings.setLanguage(QStringLiteral("de"));
+    L10n::use(QStringLiteral("tr"));
+    const LanguageInForce language(settings);
+    EXPECT_EQ(L10n::current(), Language::de);
     EXPECT_EQ(cancel(), QStringLiteral("Abbrechen"));
     for (const auto& wording :
          {Wording{"fr", "Annuler"}, Wording{"ru", "Отмена"}, Wording{"de", "Abbrechen"}, Wording{"es", "Cancelar"},
@@ -41,9 +42,9 @@ TEST_F(QtTextsTest, AreInTheLanguageOfTheSettingsAndFollowIt)
     }
 }
 
-TEST_F(QtTextsTest, NameTheKeysAsTheKeyboardsDo)
+TEST_F(LanguageInForceTest, NamesTheKeysAsTheKeyboardsDo)
 {
-    texts.follow(settings);
+    const LanguageInForce language(settings);
     settings.setLanguage(QStringLiteral("de"));
     EXPECT_EQ(KeyNames::of(QStringLiteral("Ctrl+O")), QStringLiteral("Strg+O"));
     settings.setLanguage(QStringLiteral("en"));
