@@ -174,8 +174,10 @@ void LibraryModel::takeClips()
     const auto seen = anchor();
     m_clips = FilterableClips(m_library.clips());
     m_showsTierBar = std::ranges::any_of(m_clips.clips(), [](const Clip& clip) { return clip.autoTier.has_value(); });
-    // Nobody could take back a choice that is not offered any more.
-    const bool isTrapped = !m_showsTierBar && std::exchange(m_filter.tier, ClipFilter().tier) != ClipFilter().tier;
+    // Nobody could take back a choice that is not offered any more. Without any clip, as when a disk is gone for a
+    // moment, there is nothing that it hides.
+    const bool isTrapped = !m_clips.clips().isEmpty() && !m_showsTierBar &&
+        std::exchange(m_filter.tier, ClipFilter().tier) != ClipFilter().tier;
     applyFilter(seen);
     if (isTrapped) {
         Q_EMIT filterChanged();

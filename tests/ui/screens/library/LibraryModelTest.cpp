@@ -144,6 +144,22 @@ TEST_F(LibraryModelTest, TakesBackATierThatCannotBeChosenAnyMore)
     EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("Ace")});
 }
 
+TEST_F(LibraryModelTest, KeepsTheTierWhileAllClipsAreAwayForAMoment)
+{
+    const auto* name = "Dota 2 - 2026-03-01 20.15.07 [ORTA 45] Triple.mp4";
+    const auto triple = makeFile(name);
+    show();
+    model.setTierFilter(QStringLiteral("medium"));
+    QFile::remove(triple);
+    reload();
+    EXPECT_EQ(model.count(), 0);
+    EXPECT_EQ(model.tierFilter(), QStringLiteral("medium"));
+    makeFile("Dota 2 - Ace.mp4");
+    makeFile(name);
+    reload();
+    EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("Triple")});
+}
+
 TEST_F(LibraryModelTest, PutsTheUprightClipsOfADayFirst)
 {
     makeFile("Dota 2 - new.mp4", 1);
