@@ -26,7 +26,19 @@ FocusScope {
         page.setSource(pageFiles[Navigation.pageKind], state);
     }
 
-    Component.onCompleted: renew()
+    // Another clip makes a fresh page too.
+    function renewClip() {
+        clip.setSource("");
+        if (Navigation.hasSelected) {
+            clip.setSource("ClipPage.qml");
+        }
+        (Navigation.hasSelected ? clip : page).focus = true;
+    }
+
+    Component.onCompleted: {
+        renew();
+        renewClip();
+    }
     Keys.onEscapePressed: event => {
         if (Navigation.hasSelected) {
             Navigation.closeClip();
@@ -45,7 +57,7 @@ FocusScope {
         }
 
         function onSelectedChanged() {
-            (Navigation.hasSelected ? clip : page).focus = true;
+            area.renewClip();
         }
     }
 
@@ -54,15 +66,12 @@ FocusScope {
 
         anchors.fill: parent
         visible: !Navigation.hasSelected
-        focus: true
     }
 
     Loader {
         id: clip
 
         anchors.fill: parent
-        active: Navigation.hasSelected
-        source: "ClipPage.qml"
     }
 
     Toast {}

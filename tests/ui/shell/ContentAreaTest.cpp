@@ -75,8 +75,24 @@ TEST_F(ContentAreaTest, AChangeOfColoursKeepsThePageAndTheOpenClip)
     settings.setColorTheme(QStringLiteral("ocean"));
     QTest::qWait(20);
     EXPECT_TRUE(shows(navigation->selectedTitle()));
-    navigation->closeClip();
+    pressKey(Qt::Key_Return);
+    EXPECT_EQ(asked, QStringList{QStringLiteral("play ") + library->clips().first().path})
+        << "the page has the keyboard";
+    pressKey(Qt::Key_Escape);
     EXPECT_NE(item(QStringLiteral("Dota 2")), nullptr);
+}
+
+TEST_F(ContentAreaTest, AnotherClipMakesAFreshPage)
+{
+    makeClips({"Dota 2 - Roshan.mp4", "Dota 2 - Ace.mp4"});
+    navigation->openClip(library->clips().first().path);
+    QTest::qWait(20);
+    const QPointer<QQuickItem> page = item(QStringLiteral("Kütüphane"));
+    ASSERT_FALSE(page.isNull());
+    navigation->openClip(library->clips().last().path);
+    QTest::qWait(20);
+    EXPECT_TRUE(page.isNull());
+    EXPECT_TRUE(shows(navigation->selectedTitle()));
 }
 
 TEST_F(ContentAreaTest, EscapeLeavesASettingsPageAlsoAfterAMenu)

@@ -51,6 +51,15 @@ TEST_F(ReviewPageTest, CopesWithAMatchThatIsGone)
     EXPECT_EQ(navigation->page(), Page{});
 }
 
+TEST_F(ReviewPageTest, OpensAlsoForAMatchThatWentBefore)
+{
+    const Page review{.kind = Pages::Kind::Review, .match = QUuid::createUuid()};
+    navigation->setPage(review);
+    QTest::qWait(50);
+    EXPECT_EQ(navigation->page(), review);
+    EXPECT_TRUE(shows(QStringLiteral("Bu maç artık listede yok")));
+}
+
 TEST_F(ReviewPageTest, AToastFloatsOverThePage)
 {
     navigation->showToast(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)"));
