@@ -34,6 +34,7 @@ INSTANTIATE_TEST_SUITE_P(
         Scored{"TripleKillWithAssists", {.kills = 3, .assists = 2, .maxMulti = 3}, 66, QStringLiteral("Triple Kill")},
         Scored{"QuadraKill", {.kills = 4, .maxMulti = 4}, 100, QStringLiteral("Quadra Kill")},
         Scored{"Pentakill", {.kills = 5, .maxMulti = 5}, 170, QStringLiteral("PENTAKILL")},
+        Scored{"PentakillAboveFivePaysForFive", {.kills = 7, .maxMulti = 7}, 190, QStringLiteral("PENTAKILL")},
         Scored{"UltraKill", {.style = FightStyle::dota, .kills = 4, .maxMulti = 4}, 100, QStringLiteral("Ultra Kill")},
         Scored{"Rampage", {.style = FightStyle::dota, .kills = 5, .maxMulti = 5}, 170, QStringLiteral("RAMPAGE")},
         Scored{"StreakAboveFivePaysForFive",
