@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SoundDesktop.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -30,6 +34,23 @@ bool comesTrue(const std::function<bool()>& claim, double longestSeconds)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return true;
+}
+
+QString onlyStream()
+{
+    const QByteArray text =
+        run(QStringLiteral("pactl"),
+            {QStringLiteral("--format=json"), QStringLiteral("list"), QStringLiteral("sink-inputs")})
+            .toUtf8();
+    const QJsonArray streams = QJsonDocument::fromJson(text).array();
+    EXPECT_EQ(streams.size(), 1) << text.toStdString();
+    return streams[0][u"properties"][u"object.id"].toString();
+}
+
+void moveStream(const QString& node, const QString& sink)
+{
+    run(QStringLiteral("pw-metadata"),
+        {QStringLiteral("-n"), QStringLiteral("default"), node, QStringLiteral("target.object"), sink});
 }
 
 LoadedModule::LoadedModule(const QStringList& arguments)

@@ -16,6 +16,12 @@ QString desktopName(const char* variable);
 /// Whether a claim comes true in time.
 bool comesTrue(const std::function<bool()>& claim, double longestSeconds = 5);
 
+/// The node of the one program that plays.
+QString onlyStream();
+/// Sends what a node plays to another output. Not by pactl: its server confirms before the request is on its way, and
+/// forgets it when pactl leaves in that moment.
+void moveStream(const QString& node, const QString& sink);
+
 /// A module of the PulseAudio server, here for adding devices.
 class LoadedModule {
 public:
