@@ -7,6 +7,7 @@ import subprocess
 
 import clip
 import desk
+import frozen_thread
 
 
 class Start(desk.DeskTest):
@@ -50,6 +51,18 @@ class Start(desk.DeskTest):
         second = subprocess.run([desk.Quelto.PROGRAM], timeout=30, stderr=subprocess.PIPE, text=True)
         self.assertEqual(second.returncode, 1)
         self.assertRegex(second.stderr, "(?m)^Quelto läuft schon, ")
+
+    def test_ends_though_a_thread_waits_for_a_disk_for_ever(self):
+        program = self.quelto(autoStart=False)
+        program.wait_for_state("idle")
+        try:
+            thread = frozen_thread.FrozenThread(program.process, "quelto.wow")
+        except OSError as error:
+            self.skipTest(f"nothing may be traced here: {error}")
+        self.addCleanup(thread.release)
+        program.process.terminate()
+        desk.wait_until(thread.has_ended, 20, "the end")
+        self.assertEqual(program.process.wait(5), 0)
 
     def test_clip_is_named_for_the_program_in_front(self):
         self.scene("--motion", "low")

@@ -14,6 +14,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <thread>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
@@ -23,6 +24,8 @@ Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 namespace {
 
 constexpr std::chrono::seconds UntilAllRuns{2};
+/// For threads that read from a disk that hangs; longer than what is still moved to the trash may take.
+constexpr std::chrono::seconds PatienceAtTheEnd{10};
 
 /// Qt leaves by exit() when the display server goes away, from within the event loop, with all threads running: what
 /// they use would be torn down under them. A clip that is being written is finished, and then the process ends at once.
@@ -57,6 +60,15 @@ private:
     QObject m_context;
 };
 
+/// A process that never ends would keep the next start from recording.
+void endEvenIfAThreadHangs(int result)
+{
+    std::thread([result] {
+        std::this_thread::sleep_for(PatienceAtTheEnd);
+        std::_Exit(result);
+    }).detach();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -87,5 +99,8 @@ int main(int argc, char* argv[])
     const quelto::TerminationSignals signals([&controller] { controller.quit(); });
     controller.applicationDidFinishLaunching();
     const AbruptExit abruptExit(controller);
-    return QApplication::exec();
+    const int result = QApplication::exec();
+    // All clips are on the disk by now.
+    endEvenIfAThreadHangs(result);
+    return result;
 }
