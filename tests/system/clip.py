@@ -9,6 +9,8 @@ RATE = 48000
 WIDTH, HEIGHT = 480, 270
 CELLS = 27
 BITS = 24
+SCENE_RATE = 60
+FRAMES_A_FLASH = 60
 
 
 def _output(*words):
@@ -59,12 +61,19 @@ class Clip:
     def counters(self):
         return [_read_counter(picture) for picture in self.pictures()]
 
+    def time_of_flash(self, number):
+        """The median of what the pictures after it tell, as the scene may be late with one of them; None where the clip
+        does not show it."""
+        first = number * FRAMES_A_FLASH
+        times = [time - (counter - first) / SCENE_RATE for counter, (time, _) in zip(self.counters(), self.packets())
+                 if counter is not None and first <= counter < first + FRAMES_A_FLASH // 2]
+        return float(numpy.median(times)) if times else None
+
     def flashes(self):
-        """Times at which the white flash is seen first."""
-        centre = self.pictures()[:, HEIGHT // 3:HEIGHT * 2 // 3, WIDTH // 3:WIDTH * 2 // 3]
-        is_white = centre.mean(axis=(1, 2)) > 200
-        times = [time for time, _ in self.packets()]
-        return [times[frame] for frame in range(1, len(is_white)) if is_white[frame] and not is_white[frame - 1]]
+        """Times of the flashes that the clip shows."""
+        numbers = sorted({counter // FRAMES_A_FLASH for counter in self.counters() if counter})
+        times = [self.time_of_flash(number) for number in numbers]
+        return [time for time in times if time is not None]
 
     def sound(self, track):
         """Frames × 2 channels of one audio track, frame 0 being the clip's time 0."""

@@ -46,9 +46,16 @@ def visible_windows(title):
                           text=True).stdout.split()
 
 
+def active_window():
+    """Its title; empty while none is."""
+    return subprocess.run(["xdotool", "getactivewindow", "getwindowname"], capture_output=True, text=True).stdout.strip()
+
+
 def close_window():
     """Quelto's window goes, as by its own button; the program stays."""
-    run("wmctrl", "-F", "-c", "Quelto")
+    wait_until(lambda: visible_windows("Quelto"), 5, "the window")
+    # The window manager may not know it yet.
+    wait_until(lambda: not subprocess.run(["wmctrl", "-F", "-c", "Quelto"]).returncode, 5, "the window to be closed")
     wait_until(lambda: not visible_windows("Quelto"), 5, "the window to go")
 
 

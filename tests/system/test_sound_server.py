@@ -18,9 +18,11 @@ class SoundServer(desk.DeskTest):
 
     def test_restart_leaves_a_gap_of_silence_and_the_stream_comes_back(self):
         self.scene("--tone", TONE, "--mic-tone", 700)
-        program = self.quelto(clipLength=15)
-        program.record(5)
+        # Long enough also for a server that starts slowly.
+        program = self.quelto(clipLength=20)
+        program.record(10)
         self.assertEqual(program.get("MicWarning"), "")
+        died = time.monotonic()
         desk.sound_server("kill")
         desk.wait_until(lambda: program.get("MicWarning"), 2, "a warning about the microphone")
         self.assertEqual(program.get("State"), "recording")
@@ -40,7 +42,7 @@ class SoundServer(desk.DeskTest):
         self.assertEqual(quiet, list(range(quiet[0], quiet[-1] + 1)), "more than one gap")
         print(f"{len(quiet) / 10:.1f} s of silence")
         self.assertGreater(len(quiet), 10)
-        self.assertLess(len(quiet), 45)
+        self.assertLess(len(quiet) / 10, came_back - died + 3)
         # The gap is at the right place if the beeps after it still fit their flashes.
         after = quiet[-1] / 10 + 0.2
         beeps = [beep for beep in result.beeps(1) if beep > after]

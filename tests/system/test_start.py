@@ -36,11 +36,10 @@ class Start(desk.DeskTest):
         program = self.quelto(autoStart=False)
         program.wait_for_state("idle")
         self.scene("--still", "--silent")
-        active = lambda: desk.run("xdotool", "getactivewindow", "getwindowname").strip()
-        desk.wait_until(lambda: active() == "Quelto scene", 5, "the scene in front")
+        desk.wait_until(lambda: desk.active_window() == "Quelto scene", 5, "the scene in front")
         second = subprocess.run([desk.Quelto.PROGRAM], timeout=10)
         self.assertEqual(second.returncode, 0)
-        desk.wait_until(lambda: active() == "Quelto", 5, "Quelto's window in front")
+        desk.wait_until(lambda: desk.active_window() == "Quelto", 5, "Quelto's window in front")
         self.assertIsNone(program.process.poll())
 
     def test_first_one_that_does_not_answer_is_told_in_the_language_of_the_settings(self):

@@ -35,6 +35,7 @@ class WindowTest(desk.DeskTest):
         self.addCleanup(self.assert_quiet, program)
         program.wait_for_state("idle")
         self.reader.find("frame", "Quelto", 10)
+        desk.wait_until(lambda: "active" in self.reader.find("frame", "Quelto").states, 5, "the window in front")
         return program
 
     def assert_quiet(self, program):

@@ -65,8 +65,7 @@ TEST_F(MicrophoneTest, HearsTheChosenDevice)
     const OtherProgram speaking(intoDefaultMicrophone());
     const OtherProgram playing({.leftHertz = 900, .rightHertz = 900});
     start(desktopName("QUELTO_TEST_MIC"));
-    EXPECT_TRUE(hears(440));
-    EXPECT_NEAR(amplitude(440), 0.25, 0.005);
+    EXPECT_TRUE(comesTrue([&] { return std::abs(amplitude(440) - 0.25) < 0.005; }));
     EXPECT_LT(amplitude(900), 0.003) << "the speaker's sound";
     EXPECT_EQ(m_channels, 2);
 }
@@ -123,11 +122,13 @@ TEST_F(MicrophoneTest, StampsABeepWithTheTimeAtWhichItIsSpoken)
     sound.amplitude = 0.5;
     sound.isBeeping = true;
     OtherProgram speaking(sound);
-    ASSERT_TRUE(m_recording.waitForSound(5.2, 10));
-    const BeepDistances beeps = distances(beepsIn(m_recording.samples()), speaking.beeps());
-    std::printf("microphone: %zu beeps, mean %+.2f ms, worst %.2f ms\n", beeps.count, beeps.mean, beeps.worst);
-    EXPECT_GE(beeps.count, 4u);
-    EXPECT_LT(beeps.worst, 30);
+    EXPECT_TRUE(holdsUndisturbed([&] {
+        m_recording.clear();
+        EXPECT_TRUE(m_recording.waitForSound(5.2, 10));
+        const BeepDistances beeps = distances(beepsIn(m_recording.samples()), speaking.beeps());
+        std::printf("microphone: %zu beeps, mean %+.2f ms, worst %.2f ms\n", beeps.count, beeps.mean, beeps.worst);
+        return beeps.count >= 4 && beeps.worst < 30;
+    }));
 }
 
 TEST_F(MicrophoneTest, ComesBackAfterTheServerDied)

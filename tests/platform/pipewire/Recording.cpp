@@ -8,6 +8,9 @@ namespace quelto::pipewire {
 
 namespace {
 
+/// Units: frames.
+constexpr std::size_t Tenth = 4800;
+
 std::chrono::duration<double> secondsLong(double seconds)
 {
     return std::chrono::duration<double>(seconds);
@@ -132,7 +135,7 @@ double worstStep(const AudioSamples& samples)
     return worst;
 }
 
-double amplitudeOf(const std::vector<float>& values, double hertz)
+double amplitudeOf(std::span<const float> values, double hertz)
 {
     double cosine = 0;
     double sine = 0;
@@ -142,6 +145,20 @@ double amplitudeOf(const std::vector<float>& values, double hertz)
         sine += std::sin(phase) * static_cast<double>(values[i]);
     }
     return values.empty() ? 0 : 2 * std::hypot(cosine, sine) / static_cast<double>(values.size());
+}
+
+double steadyAmplitudeOf(std::span<const float> values, double hertz)
+{
+    std::vector<double> tenths;
+    for (; values.size() >= Tenth; values = values.subspan(Tenth)) {
+        tenths.push_back(amplitudeOf(values.first(Tenth), hertz));
+    }
+    if (tenths.empty()) {
+        return 0;
+    }
+    const auto middle = tenths.begin() + static_cast<std::ptrdiff_t>(tenths.size() / 2);
+    std::ranges::nth_element(tenths, middle);
+    return *middle;
 }
 
 } // namespace quelto::pipewire

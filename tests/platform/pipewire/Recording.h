@@ -5,6 +5,7 @@
 
 #include <condition_variable>
 #include <mutex>
+#include <span>
 #include <vector>
 
 namespace quelto::pipewire {
@@ -51,6 +52,8 @@ double worstStep(const AudioSamples& samples);
 /// One channel of the samples, without regard to gaps.
 std::vector<float> channelOf(const AudioSamples& samples, int channel);
 /// The amplitude of a tone, as its sine has it.
-double amplitudeOf(const std::vector<float>& values, double hertz);
+double amplitudeOf(std::span<const float> values, double hertz);
+/// The median of its tenths of a second: a cycle that a busy machine loses makes the sine jump in one of them.
+double steadyAmplitudeOf(std::span<const float> values, double hertz);
 
 } // namespace quelto::pipewire

@@ -36,6 +36,16 @@ bool comesTrue(const std::function<bool()>& claim, double longestSeconds)
     return true;
 }
 
+bool holdsUndisturbed(const std::function<bool()>& claimOnARecording)
+{
+    for (int i = 0; i < 3; ++i) {
+        if (claimOnARecording()) {
+            return true;
+        }
+    }
+    return false;
+}
+
 QString onlyStream()
 {
     const QByteArray text =

@@ -15,6 +15,9 @@ QString run(const QString& program, const QStringList& arguments);
 QString desktopName(const char* variable);
 /// Whether a claim comes true in time.
 bool comesTrue(const std::function<bool()>& claim, double longestSeconds = 5);
+/// Whether a claim on every beep or cycle of a recording holds in one of three: a busy machine loses a cycle now and
+/// then, and so shifts what is played in it.
+bool holdsUndisturbed(const std::function<bool()>& claimOnARecording);
 
 /// The node of the one program that plays.
 QString onlyStream();

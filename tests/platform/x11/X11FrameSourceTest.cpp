@@ -49,8 +49,9 @@ protected:
     /// The first frame is there, and all that the set-up of the test itself has changed.
     void startAndSettle(FrameLog& log, const FrameRequest& wanted)
     {
+        const std::size_t before = log.count();
         start(log, wanted);
-        ASSERT_TRUE(log.waitForCount(1));
+        ASSERT_TRUE(log.waitForCount(before + 1));
         while (!log.staysQuiet(QuietTime)) { }
     }
     /// As a mouse would, by so many pixels.
@@ -200,14 +201,14 @@ TEST_F(X11FrameSource, HoldsTheRateOfAMovingScreenWithoutDrift)
         pace = paceOf(log.times(), 60);
         std::printf("%.3f frames a second, drift %.4f frames, %d doubles\n", pace.framesPerSecond, pace.drift,
                     pace.doubles);
-        EXPECT_LE(pace.framesPerSecond, 60.6);
-        EXPECT_LE(pace.doubles, 5);
-        EXPECT_LT(std::abs(pace.drift), 0.1);
         if (pace.framesPerSecond >= 59.4) {
             break;
         }
     }
     EXPECT_GE(pace.framesPerSecond, 59.4);
+    EXPECT_LE(pace.framesPerSecond, 60.6);
+    EXPECT_LE(pace.doubles, 5);
+    EXPECT_LT(std::abs(pace.drift), 0.1);
 }
 
 TEST_F(X11FrameSource, KeepsSlowerRates)
@@ -281,10 +282,16 @@ TEST_F(X11FrameSource, KeepsTheLastChangeWhileNoFrameIsFree)
 {
     FrameLog hoarder(FrameLog::Keep::all);
     start(hoarder, request());
-    for (std::uint32_t step = 0; step < 200; ++step) {
-        m_painter.fill({0, 0, 64, 64}, step % 2 == 0 ? Red : Green);
-        std::this_thread::sleep_for(2ms);
+    const auto paint = [this](int steps) {
+        for (int step = 0; step < steps; ++step) {
+            m_painter.fill({0, 0, 64, 64}, step % 2 == 0 ? Red : Green);
+            std::this_thread::sleep_for(2ms);
+        }
+    };
+    for (const auto end = HostClock::now() + 5s; hoarder.count() < 8 && HostClock::now() < end;) {
+        paint(2);
     }
+    paint(50);
     EXPECT_EQ(hoarder.count(), 8U) << "the pool's size";
     m_painter.fill({0, 0, 64, 64}, Blue);
     EXPECT_TRUE(hoarder.staysQuiet(QuietTime));
