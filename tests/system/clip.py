@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Reads a clip back: its tracks by ffprobe, and what its pictures and sounds show of the test scene."""
+import functools
 import json
 import subprocess
 
@@ -61,17 +62,24 @@ class Clip:
     def counters(self):
         return [_read_counter(picture) for picture in self.pictures()]
 
+    @functools.cached_property
+    def shown(self):
+        """(counter, time) of each picture."""
+        return [(counter, time) for counter, (time, _) in zip(self.counters(), self.packets())]
+
     def time_of_flash(self, number):
-        """The median of what the pictures after it tell, as the scene may be late with one of them; None where the clip
-        does not show it."""
+        """By the first picture from then on and its counter, as the scene may have missed the flash's own; None where the
+        clip does not reach so far."""
         first = number * FRAMES_A_FLASH
-        times = [time - (counter - first) / SCENE_RATE for counter, (time, _) in zip(self.counters(), self.packets())
-                 if counter is not None and first <= counter < first + FRAMES_A_FLASH // 2]
-        return float(numpy.median(times)) if times else None
+        for counter, time in self.shown:
+            if counter is not None and first <= counter < first + FRAMES_A_FLASH // 2:
+                begin = time - (counter - first) / SCENE_RATE
+                return begin if begin >= 0 else None
+        return None
 
     def flashes(self):
-        """Times of the flashes that the clip shows."""
-        numbers = sorted({counter // FRAMES_A_FLASH for counter in self.counters() if counter})
+        """Times of those that the clip shows."""
+        numbers = sorted({counter // FRAMES_A_FLASH for counter, _ in self.shown if counter})
         times = [self.time_of_flash(number) for number in numbers]
         return [time for time in times if time is not None]
 
