@@ -7,6 +7,7 @@
 #include "tests/queues/ManualQueue.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QTemporaryDir>
 
@@ -14,7 +15,35 @@
 
 namespace quelto::test {
 
-/// A save folder of its own and the library that shows it.
+/// While it lives it is noon, by a time zone of its own: a clip of some hours ago is of today at whatever hour the
+/// tests run.
+class Noon {
+public:
+    Noon()
+        : m_zone(qgetenv("TZ"))
+        , m_hadZone(qEnvironmentVariableIsSet("TZ"))
+    {
+        // West of Greenwich is positive here.
+        const int hoursWest = QDateTime::currentDateTimeUtc().time().hour() - 12;
+        qputenv("TZ", QString::asprintf("UTC%+d", hoursWest).toLatin1());
+    }
+    ~Noon()
+    {
+        if (m_hadZone) {
+            qputenv("TZ", m_zone);
+        } else {
+            qunsetenv("TZ");
+        }
+    }
+    Noon(const Noon&) = delete;
+    Noon& operator=(const Noon&) = delete;
+
+private:
+    QByteArray m_zone;
+    bool m_hadZone;
+};
+
+/// A save folder of its own and the library that shows it. It is noon.
 class LibraryFixture : public testing::Test {
 protected:
     LibraryFixture() { settings.setSaveFolder(folder.filePath(QStringLiteral("clips"))); }
@@ -44,6 +73,7 @@ protected:
                 .work = libraryWork};
     }
 
+    Noon noon;
     QTemporaryDir folder;
     int argumentCount = 0;
     /// Unless the program has one of its own.
