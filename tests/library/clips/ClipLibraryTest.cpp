@@ -200,13 +200,13 @@ TEST_F(ClipLibraryTest, SchedulesOneReloadAfterTheLastOfManyRequests)
 
 TEST_F(ClipLibraryTest, TakesVideosOnlyWhateverTheirCase)
 {
-    makeFile("a.MP4", 1);
-    makeFile("b.mov", 2);
-    makeFile("c.m4v", 3);
-    makeFile("d.webm", 4);
-    makeFile("mp4", 5);
-    makeFile("e.mp4.part", 6);
-    makeFile("f.", 7);
+    makeFile("a.MP4", 60);
+    makeFile("b.mov", 120);
+    makeFile("c.m4v", 180);
+    makeFile("d.webm", 240);
+    makeFile("mp4", 300);
+    makeFile("e.mp4.part", 360);
+    makeFile("f.", 420);
     EXPECT_EQ(names(), QStringLiteral("a.MP4 b.mov c.m4v"));
 }
 
@@ -236,11 +236,11 @@ TEST_F(ClipLibraryTest, TakesEveryNameThatAFileCanHave)
 {
     const QByteArray emoji("\U0001F3C6 Şampiyon - ß.mp4");
     const QByteArray longest = QByteArray(251, 'x') + ".mp4";
-    makeFile("Dota 2 - two\nlines.mp4", 1);
-    makeFile(emoji.constData(), 2);
-    makeFile(longest.constData(), 3);
-    makeFile("100% #1 ?.mp4", 4);
-    makeFile(" - .mp4", 5);
+    makeFile("Dota 2 - two\nlines.mp4", 60);
+    makeFile(emoji.constData(), 120);
+    makeFile(longest.constData(), 180);
+    makeFile("100% #1 ?.mp4", 240);
+    makeFile(" - .mp4", 300);
     names();
     ASSERT_EQ(library.clips().size(), 5);
     EXPECT_EQ(library.clips()[0].title, QStringLiteral("two\nlines"));

@@ -30,7 +30,8 @@ protected:
     void makeMany(int count)
     {
         for (int i = 0; i < count; ++i) {
-            makeFile(QStringLiteral("Dota 2 - Nr %1.mp4").arg(i, 4, 10, QLatin1Char('0')).toUtf8().constData(), i * 60);
+            makeFile(QStringLiteral("Dota 2 - Nr %1.mp4").arg(i, 4, 10, QLatin1Char('0')).toUtf8().constData(),
+                     (i + 1) * 60);
         }
     }
 
@@ -162,9 +163,9 @@ TEST_F(LibraryModelTest, KeepsTheTierWhileAllClipsAreAwayForAMoment)
 
 TEST_F(LibraryModelTest, PutsTheUprightClipsOfADayFirst)
 {
-    makeFile("Dota 2 - new.mp4", 1);
-    makeFile("Dota 2 - upright (9x16).mp4", 2);
-    makeFile("Dota 2 - other (4x5).mp4", 3);
+    makeFile("Dota 2 - new.mp4", 60);
+    makeFile("Dota 2 - upright (9x16).mp4", 120);
+    makeFile("Dota 2 - other (4x5).mp4", 180);
     show();
     EXPECT_EQ(shownTitles(),
               (QStringList{QStringLiteral("upright (9x16)"), QStringLiteral("other (4x5)"), QStringLiteral("new")}));

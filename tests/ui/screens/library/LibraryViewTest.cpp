@@ -19,9 +19,9 @@ protected:
 
     void makeThree()
     {
-        makeFile("Dota 2 - Ace.mp4", 3);
-        makeFile("League of Legends - 2026-03-01 20.15.07 [EFSANE 170] PENTAKILL.mp4", 2);
-        makeFile("League of Legends - 2026-03-01 20.15.08.mp4", 1);
+        makeFile("Dota 2 - Ace.mp4", 180);
+        makeFile("League of Legends - 2026-03-01 20.15.07 [EFSANE 170] PENTAKILL.mp4", 120);
+        makeFile("League of Legends - 2026-03-01 20.15.08.mp4", 60);
     }
 
     void type(const char* text)
