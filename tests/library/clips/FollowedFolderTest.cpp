@@ -59,14 +59,15 @@ protected:
         }
     }
 
-    /// Within a second: that long may a change go unseen.
+    /// Within a second: that long may a change go unseen. It is a second of the test's own, in which it does something
+    /// all the while: a pause of the machine is no part of it.
     static bool isSoon(const std::function<bool()>& predicate)
     {
-        QElapsedTimer timer;
-        timer.start();
-        while (!predicate() && !timer.hasExpired(1000)) {
+        for (int pass = 0; pass < 200 && !predicate(); ++pass) {
             letTimePass(5ms);
         }
+        // The last pass may have ended with a pause.
+        QCoreApplication::processEvents();
         return predicate();
     }
 
@@ -140,12 +141,17 @@ TEST_F(FollowedFolderTest, AFileThatIsNeverLeftAloneDoesNotHoldTheListUp)
 {
     write(path(A));
     EXPECT_TRUE(showsSoon({A}));
+    changes = 0;
+    bool hasGrown = false;
+    QElapsedTimer timer;
+    timer.start();
     for (int i = 0; i < 60; ++i) {
         write(path(A), QByteArray(100 + i, 'x'));
         letTimePass(20ms);
+        hasGrown |= library->clips().first().size > 100;
     }
-    EXPECT_GT(library->clips().first().size, 100);
-    EXPECT_LE(changes, 5);
+    EXPECT_TRUE(hasGrown);
+    EXPECT_LE(changes, timer.elapsed() / 400 + 1) << "one for each quiet time";
 }
 
 TEST_F(FollowedFolderTest, FollowsAFolderThatWasDeletedAndMadeAgain)
@@ -184,7 +190,7 @@ TEST_F(FollowedFolderTest, WatchesOneFolderAtATime)
         ASSERT_TRUE(isSoon([this] { return QDir(settings.saveFolder()).exists(); }));
         letTimePass(10ms);
     }
-    EXPECT_EQ(openFiles(), before);
+    EXPECT_TRUE(isSoon([&] { return openFiles() == before; }));
     write(path(A));
     EXPECT_TRUE(showsSoon({A}));
     changes = 0;
