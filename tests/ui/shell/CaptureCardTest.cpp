@@ -40,7 +40,7 @@ protected:
     bool explains(const QQuickItem* target, const QString& words)
     {
         QTest::mouseMove(window, {5, 5});
-        QTest::qWait(50);
+        drawFrame();
         EXPECT_FALSE(shows(words));
         QTest::mouseMove(window, test::middleOf(target));
         return QTest::qWaitFor([&] { return shows(words); });

@@ -31,10 +31,10 @@ TEST_P(LanguagesTest, SpeakAtOnceAndFitTheSmallestWindow)
 
 TEST_P(LanguagesTest, FitWhileNothingIsRecordedAndWhileItStarts)
 {
-    QTest::qWait(50);
+    drawFrame();
     EXPECT_EQ(cutTexts(), QStringList());
     recorder->start();
-    QTest::qWait(50);
+    drawFrame();
     EXPECT_EQ(cutTexts(), QStringList());
 }
 

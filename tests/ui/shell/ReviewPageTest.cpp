@@ -29,7 +29,7 @@ protected:
 TEST_F(ReviewPageTest, ShowsTheMatchAndItsClips)
 {
     navigation->setPage({.kind = Pages::Kind::Review, .match = playedMatch()});
-    QTest::qWait(50);
+    drawFrame();
     EXPECT_TRUE(shows(QStringLiteral("League of Legends • Ahri")));
     EXPECT_TRUE(shows(QStringLiteral("PENTAKILL (Ahri)")));
     EXPECT_TRUE(shows(QStringLiteral("Solo Kill (Ahri)")));
@@ -63,12 +63,10 @@ TEST_F(ReviewPageTest, OpensAlsoForAMatchThatWentBefore)
 TEST_F(ReviewPageTest, AToastFloatsOverThePage)
 {
     navigation->showToast(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)"));
-    QTest::qWait(300);
-    EXPECT_TRUE(shows(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)")));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)")); }));
     picture(QStringLiteral("toast"));
     time.advance(2500ms);
-    QTest::qWait(300);
-    EXPECT_FALSE(shows(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)")));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !shows(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)")); }));
 }
 
 } // namespace

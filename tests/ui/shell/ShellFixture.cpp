@@ -96,7 +96,13 @@ void ShellFixture::reloadLibrary()
 {
     library->reload();
     time.settle();
-    QTest::qWait(20);
+    drawFrame();
+}
+
+void ShellFixture::drawFrame() const
+{
+    QCoreApplication::processEvents();
+    window->grabWindow();
 }
 
 QStringList ShellFixture::cutTexts() const

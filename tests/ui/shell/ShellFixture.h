@@ -35,6 +35,8 @@ protected:
     QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
     /// Files of a few bytes in the save folder, and the library that shows them.
     void makeClips(const QList<QByteArray>& names);
+    /// Lets all that was asked for happen, and draws it: what stands in a list comes with a frame only.
+    void drawFrame() const;
     /// Lets the library show what is in the save folder.
     void reloadLibrary();
     /// The visible texts that do not fit their place.
