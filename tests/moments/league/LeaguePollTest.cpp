@@ -7,7 +7,9 @@
 #include <QElapsedTimer>
 #include <QNetworkProxy>
 
+#include <algorithm>
 #include <fstream>
+#include <limits>
 
 namespace quelto {
 namespace {
@@ -19,6 +21,8 @@ using test::LeagueServer;
 const QByteArray Good = R"({"gameData":{"gameTime":12.5}})";
 // So that a test need not wait for a second poll that it does not look at.
 constexpr LeaguePollTimes Once{.afterGood = 1h, .afterFailed = 1h, .atMost = 2s};
+// Where it is not the time that counts, and a slow machine must not make it the time.
+constexpr LeaguePollTimes Unhurried{.afterGood = 1h, .afterFailed = 1h, .atMost = 30s};
 
 std::int64_t residentBytes()
 {
@@ -27,6 +31,28 @@ std::int64_t residentBytes()
     std::ifstream("/proc/self/statm") >> total >> resident;
     return resident * 4096;
 }
+
+/// The time that the event loop had. What it waits for a turn beyond a tenth of a second is a pause of the machine, and
+/// does not count.
+class LoopTime {
+public:
+    LoopTime()
+    {
+        m_sinceTurn.start();
+        m_timer.setTimerType(Qt::PreciseTimer);
+        m_timer.callOnTimeout([this] { m_elapsed += std::min(LongestTurn, m_sinceTurn.restart()); });
+        m_timer.start(10ms);
+    }
+
+    std::chrono::milliseconds elapsed() const { return std::chrono::milliseconds(m_elapsed); }
+
+private:
+    static constexpr qint64 LongestTurn = 100;
+
+    QTimer m_timer;
+    QElapsedTimer m_sinceTurn;
+    qint64 m_elapsed = 0;
+};
 
 class LeaguePollTest : public testing::Test {
 protected:
@@ -40,22 +66,25 @@ protected:
         return condition();
     }
 
-    /// Of the first poll; how long it took is in m_took.
+    /// Of the first poll; how long it took is in m_took, and how much of that the loop had in m_tookOfLoop.
     std::optional<LeagueData> polledOnce(const QUrl& address, LeaguePollTimes times = Once)
     {
         std::optional<std::optional<LeagueData>> result;
         QElapsedTimer time;
         time.start();
+        const LoopTime loopTime;
         LeaguePoll poll(
             address, [&result](const std::optional<LeagueData>& data) { result = data; }, times);
         EXPECT_TRUE(waitFor([&result] { return result.has_value(); }));
         m_took = std::chrono::milliseconds(time.elapsed());
+        m_tookOfLoop = loopTime.elapsed();
         return result.value_or(std::nullopt);
     }
 
     int m_count = 0;
     QCoreApplication m_application{m_count, nullptr};
     std::chrono::milliseconds m_took{};
+    std::chrono::milliseconds m_tookOfLoop{};
 };
 
 TEST_F(LeaguePollTest, ReadsTheDataOfAClientWhoseCertificateNobodyTrusts)
@@ -150,8 +179,6 @@ TEST_F(LeaguePollTest, KeepsNoCookie)
 
 TEST_F(LeaguePollTest, TakesALargeBodyButNoneOverSixteenMegabytes)
 {
-    // It is the size that counts here, and a slow machine must not make it the time.
-    constexpr LeaguePollTimes Unhurried{.afterGood = 1h, .afterFailed = 1h, .atMost = 30s};
     LeagueServer server;
     server.setAnswer(httpAnswer(Good + QByteArray(16 * 1024 * 1024 - Good.size(), ' ')));
     EXPECT_TRUE(polledOnce(server.address(), Unhurried));
@@ -190,7 +217,7 @@ TEST_F(LeaguePollTest, AnEndlessAnswerCostsNoMoreMemoryThanTheLargestBody)
     for (const auto& [first, more] : answers) {
         server.setAnswer([first = first, more = more](QSslSocket& client) { flood(client, first, more); });
         EXPECT_FALSE(polledOnce(server.address())) << first.toStdString();
-        EXPECT_LT(m_took, 2500ms) << first.toStdString();
+        EXPECT_LT(m_tookOfLoop, 2500ms) << first.toStdString();
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // which keep more than the program holds
         EXPECT_LT(residentBytes() - before, 100'000'000) << first.toStdString();
 #endif
@@ -215,21 +242,21 @@ TEST_F(LeaguePollTest, GivesUpOnABodyThatTrickles)
     });
     EXPECT_FALSE(polledOnce(server.address(), {.afterGood = 1h, .afterFailed = 1h, .atMost = 400ms}));
     EXPECT_GE(m_took, 400ms);
-    EXPECT_LT(m_took, 1500ms);
+    EXPECT_LT(m_tookOfLoop, 1500ms);
 }
 
 TEST_F(LeaguePollTest, GivesUpOnAClientThatSaysNothing)
 {
     LeagueServer server;
     EXPECT_FALSE(polledOnce(server.address(), {.afterGood = 1h, .afterFailed = 1h, .atMost = 300ms}));
-    EXPECT_LT(m_took, 1500ms);
+    EXPECT_LT(m_tookOfLoop, 1500ms);
 
     // Somebody who does not even speak the protocol.
     QTcpServer mute;
     ASSERT_TRUE(mute.listen(QHostAddress::LocalHost));
     const QUrl address(QStringLiteral("https://127.0.0.1:%1/").arg(mute.serverPort()));
     EXPECT_FALSE(polledOnce(address, {.afterGood = 1h, .afterFailed = 1h, .atMost = 300ms}));
-    EXPECT_LT(m_took, 1500ms);
+    EXPECT_LT(m_tookOfLoop, 1500ms);
 }
 
 TEST_F(LeaguePollTest, WaitsTwoSecondsForAnAnswerUnlessToldOtherwise)
@@ -237,7 +264,7 @@ TEST_F(LeaguePollTest, WaitsTwoSecondsForAnAnswerUnlessToldOtherwise)
     LeagueServer server;
     EXPECT_FALSE(polledOnce(server.address(), {}));
     EXPECT_GE(m_took, 2000ms);
-    EXPECT_LT(m_took, 3000ms);
+    EXPECT_LT(m_tookOfLoop, 3000ms);
 }
 
 TEST_F(LeaguePollTest, FailsOnWhatIsNoData)
@@ -260,7 +287,7 @@ TEST_F(LeaguePollTest, FailsAtOnceWhereNobodyListens)
         port = gone.serverPort();
     }
     EXPECT_FALSE(polledOnce(QUrl(QStringLiteral("https://127.0.0.1:%1/").arg(port))));
-    EXPECT_LT(m_took, 1000ms);
+    EXPECT_LT(m_tookOfLoop, 1000ms);
 }
 
 TEST_F(LeaguePollTest, FailsWhenTheClientVanishesInTheMiddleOfAnAnswer)
@@ -272,7 +299,7 @@ TEST_F(LeaguePollTest, FailsWhenTheClientVanishesInTheMiddleOfAnAnswer)
         client.disconnectFromHost();
     });
     EXPECT_FALSE(polledOnce(server.address()));
-    EXPECT_LT(m_took, 1500ms);
+    EXPECT_LT(m_tookOfLoop, 1500ms);
 }
 
 TEST_F(LeaguePollTest, AsksAgainSoonAfterAGoodPollAndLaterAfterAFailedOne)
@@ -281,13 +308,18 @@ TEST_F(LeaguePollTest, AsksAgainSoonAfterAGoodPollAndLaterAfterAFailedOne)
     server.setAnswer(httpAnswer(Good));
     QElapsedTimer time;
     time.start();
+    const LoopTime loopTime;
     QList<qint64> polls;
-    const auto note = [&](const auto&) { polls.append(time.elapsed()); };
+    QList<std::chrono::milliseconds> pollsOfLoop;
+    const auto note = [&](const auto&) {
+        polls.append(time.elapsed());
+        pollsOfLoop.append(loopTime.elapsed());
+    };
     LeaguePoll poll(server.address(), note, {.afterGood = 100ms, .afterFailed = 600ms, .atMost = 2s});
     ASSERT_TRUE(waitFor([&] { return polls.size() == 4; }));
     EXPECT_GE(polls[3] - polls[0], 300);
     // Long before three waits of a failed one, however busy the machine.
-    EXPECT_LT(polls[3] - polls[0], 1500);
+    EXPECT_LT(pollsOfLoop[3] - pollsOfLoop[0], 1500ms);
     server.setAnswer(httpAnswer(Good, "503 Service Unavailable"));
     ASSERT_TRUE(waitFor([&] { return polls.size() == 6; }));
     EXPECT_GE(polls[5] - polls[4], 600);
@@ -325,15 +357,22 @@ TEST_F(LeaguePollTest, EndsAtOnceInTheMiddleOfAPollAndTellsNothing)
     LeagueServer server;
     bool isAsked = false;
     server.setAnswer([&](QSslSocket&) { isAsked = true; });
-    bool isTold = false;
-    auto poll = std::make_unique<LeaguePoll>(server.address(), [&](const auto&) { isTold = true; });
-    ASSERT_TRUE(waitFor([&] { return isAsked; }));
-    QElapsedTimer time;
-    time.start();
-    poll.reset();
-    EXPECT_LT(time.elapsed(), 500);
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(isTold);
+    // A pause of the machine may fall on one of the ends, but hardly on all.
+    auto shortest = std::numeric_limits<qint64>::max();
+    for (int i = 0; i < 3; ++i) {
+        isAsked = false;
+        bool isTold = false;
+        auto poll = std::make_unique<LeaguePoll>(
+            server.address(), [&](const auto&) { isTold = true; }, Unhurried);
+        ASSERT_TRUE(waitFor([&] { return isAsked; }));
+        QElapsedTimer time;
+        time.start();
+        poll.reset();
+        shortest = std::min(shortest, time.elapsed());
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(isTold);
+    }
+    EXPECT_LT(shortest, 500);
 }
 
 } // namespace
