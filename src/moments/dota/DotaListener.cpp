@@ -4,7 +4,6 @@
 #include <QTcpSocket>
 
 #include <algorithm>
-#include <chrono>
 
 namespace quelto {
 
@@ -17,15 +16,14 @@ constexpr qsizetype MostHeld = 16 * 1024 * 1024;
 /// Many may knock between two turns of the event loop.
 constexpr int Backlog = 256;
 constexpr std::chrono::seconds AcceptPause{1};
-/// Between a program's connecting and its first byte lies far less, also on a busy machine.
-constexpr std::chrono::milliseconds TimeToSpeak{50};
 
 constexpr auto Answer = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
 
 } // namespace
 
-DotaListener::DotaListener(std::function<void(const QByteArray& body)> onPost)
+DotaListener::DotaListener(std::function<void(const QByteArray& body)> onPost, std::chrono::milliseconds timeToSpeak)
     : m_onPost(std::move(onPost))
+    , m_timeToSpeak(timeToSpeak)
 {
     m_server.setListenBacklogSize(Backlog);
     m_untilRoom.setSingleShot(true);
@@ -51,7 +49,7 @@ void DotaListener::admitWaiting()
     while (m_server.hasPendingConnections()) {
         if (!makeRoom()) {
             m_server.pauseAccepting();
-            m_untilRoom.start(TimeToSpeak);
+            m_untilRoom.start(m_timeToSpeak);
             return;
         }
         admit(m_server.nextPendingConnection());
@@ -85,8 +83,8 @@ bool DotaListener::makeRoom()
         if (hasSent || !isStillThere) {
             continue;
         }
-        const auto leaver = std::ranges::find_if(m_connections, [now = HostClock::now()](const Connection& each) {
-            return each.reader.size() > 0 || now - each.admitted >= TimeToSpeak;
+        const auto leaver = std::ranges::find_if(m_connections, [this, now = HostClock::now()](const Connection& each) {
+            return each.reader.size() > 0 || now - each.admitted >= m_timeToSpeak;
         });
         if (leaver == m_connections.end()) {
             return false;

@@ -7,6 +7,7 @@
 #include <QTcpServer>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <list>
 
@@ -24,10 +25,13 @@ namespace quelto {
 class DotaListener {
 public:
     static constexpr std::size_t MostConnections = 64;
+    /// Between a program's connecting and its first byte lies far less, also on a busy machine.
+    static constexpr std::chrono::milliseconds TimeToSpeak{50};
 
     /// Called with the body of each post, once the answer has gone out. Posts that come from web pages are left out.
     /// The callback must not destroy the listener.
-    explicit DotaListener(std::function<void(const QByteArray& body)> onPost);
+    explicit DotaListener(std::function<void(const QByteArray& body)> onPost,
+                          std::chrono::milliseconds timeToSpeak = TimeToSpeak);
     DotaListener(const DotaListener&) = delete;
     DotaListener& operator=(const DotaListener&) = delete;
 
@@ -59,6 +63,7 @@ private:
     void boundMemory();
 
     std::function<void(const QByteArray&)> m_onPost;
+    std::chrono::milliseconds m_timeToSpeak;
     Connections m_connections;
     /// What all connections hold together.
     qsizetype m_held = 0;

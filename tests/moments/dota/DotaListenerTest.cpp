@@ -35,12 +35,14 @@ protected:
     }
 
     /// On the queue.
-    quint16 open(quint16 port)
+    quint16 open(quint16 port, std::chrono::milliseconds timeToSpeak = DotaListener::TimeToSpeak)
     {
-        m_listener = std::make_unique<DotaListener>([this](const QByteArray& body) {
-            const std::lock_guard lock(m_lock);
-            m_bodies.append(body);
-        });
+        m_listener = std::make_unique<DotaListener>(
+            [this](const QByteArray& body) {
+                const std::lock_guard lock(m_lock);
+                m_bodies.append(body);
+            },
+            timeToSpeak);
         return m_listener->listen(port) ? m_listener->port() : quint16{0};
     }
     QByteArrayList bodies()
@@ -220,6 +222,8 @@ TEST_F(DotaListenerTest, LosesNoPostAmongManyThatKnockAtOnce)
 
 TEST_F(DotaListenerTest, GivesWhoJustCameTheMomentThatARequestTakes)
 {
+    // A slow machine must not use the moment up.
+    m_queue.sync([this] { m_port = open(0, std::chrono::minutes(1)); });
     // Many more than may be open come between a client's connecting and its first byte.
     std::vector<LoopbackClient> idle;
     std::optional<LoopbackClient> client;
@@ -399,10 +403,18 @@ TEST_F(DotaListenerTest, AnswersEveryPostWhateverOthersDo)
     for (int i = 0; i < 40; ++i) {
         std::this_thread::sleep_until(next += std::chrono::milliseconds(100));
         sent.append(QByteArray::number(i) + QByteArray(15'000, ' '));
-        const auto start = steady_clock::now();
-        LoopbackClient client(m_port);
-        sendSomehow(client, postOf(sent.last()), i);
-        ASSERT_EQ(client.receiveAll(), WholeAnswer) << i;
+        steady_clock::time_point start;
+        bool mayHaveBeenDropped = false;
+        QByteArray answer;
+        do {
+            start = steady_clock::now();
+            LoopbackClient client(m_port);
+            sendSomehow(client, postOf(sent.last()), i);
+            // In so long a time between its bytes the others may have made this one the idlest.
+            mayHaveBeenDropped = steady_clock::now() - start > std::chrono::milliseconds(20);
+            answer = client.receiveAll();
+        } while (answer.isEmpty() && mayHaveBeenDropped);
+        ASSERT_EQ(answer, WholeAnswer) << i;
         milliseconds.push_back(std::chrono::duration<double, std::milli>(steady_clock::now() - start).count());
     }
     EXPECT_EQ(bodies(), sent);

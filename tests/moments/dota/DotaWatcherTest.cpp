@@ -109,9 +109,9 @@ TEST_F(DotaWatcherTest, SealsAFightByItselfWhenItHasBeenQuiet)
     watcher->start();
     ASSERT_TRUE(isListening());
     post(matchPost(0));
-    post(matchPost(3));
     QElapsedTimer sinceChange;
     sinceChange.start();
+    post(matchPost(3));
     ASSERT_TRUE(waitFor([&] { return m_told.size() >= 4; }, 15'000));
     EXPECT_EQ(m_told.last(), QStringLiteral("Dota 2 Triple Kill (Zeus)"));
     EXPECT_GE(sinceChange.elapsed(), 7'900);
