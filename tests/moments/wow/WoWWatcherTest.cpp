@@ -164,9 +164,10 @@ TEST_F(WoWWatcherTest, ALogThatIsGoneIsFollowedAgainWhenItComesBack)
 TEST_F(WoWWatcherTest, ALogOfNothingButBossesTellsTwentyOfThemATick)
 {
     const auto logs = makeLogs();
-    TestFolder::write(logs / "WoWCombatLog.txt", QByteArray());
+    TestFolder::write(logs / "WoWCombatLog.txt", "11/21 20:15:02.114  CHALLENGE_MODE_END,2660,1,10,1512330\r\n");
     watcher.start();
-    EXPECT_TRUE(waitFor(QStringLiteral("active")));
+    // By then it is followed, and what comes in its place is new.
+    EXPECT_TRUE(waitFor(QStringLiteral("Mythic+ 10")));
     // Whole at once, so that one tick reads it all.
     TestFolder::write(logs / "new", MythicBoss.repeated(100'000));
     fs::rename(logs / "new", logs / "WoWCombatLog.txt");
