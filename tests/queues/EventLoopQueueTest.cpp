@@ -52,11 +52,14 @@ TEST_F(EventLoopQueueTest, RunsADelayedTaskBehindTheOthers)
     EventLoopQueue queue(QStringLiteral("test"));
     std::promise<void> done;
     QList<int> order;
-    queue.postAfter(std::chrono::milliseconds(5), [&] {
-        order.append(2);
-        done.set_value();
+    // The queue is held meanwhile: it has both before it looks at either, however long that takes.
+    queue.sync([&] {
+        queue.postAfter(std::chrono::milliseconds(5), [&] {
+            order.append(2);
+            done.set_value();
+        });
+        queue.post([&] { order.append(1); });
     });
-    queue.post([&] { order.append(1); });
     done.get_future().wait();
     EXPECT_EQ(order, (QList<int>{1, 2}));
 }
