@@ -47,8 +47,8 @@ TEST_F(SSToggle, IsACapsuleWithAKnobAtTheEndThatTells)
     EXPECT_EQ(knob()->position(), QPointF(3, 3));
     EXPECT_EQ(colorOf(knob()), QColor(Qt::white));
     click(item(QStringLiteral("toggle")));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return knob()->position() == QPointF(38 - 15 - 3, 3); }, 1000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(track()) == theme->accent(); }, 1000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return knob()->position() == QPointF(38 - 15 - 3, 3); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(track()) == theme->accent(); }));
 }
 
 TEST_F(SSToggle, MovesForAMomentOnly)
@@ -140,8 +140,8 @@ TEST_F(PillPicker, ColoursTheChosenPill)
     EXPECT_EQ(outlineOf(boxOf(pill(60))).width, 1);
     EXPECT_EQ(colorOf(text(QStringLiteral("60 FPS"))), theme->muted());
     click(pill(60));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(boxOf(pill(60))) == theme->accent(); }, 1000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(text(QStringLiteral("30 FPS"))) == theme->muted(); }, 1000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(boxOf(pill(60))) == theme->accent(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(text(QStringLiteral("30 FPS"))) == theme->muted(); }));
 }
 
 TEST_F(PillPicker, ChangesColourForAMomentOnly)
