@@ -36,7 +36,7 @@ TEST_F(ContentAreaTest, AnOpenClipStandsInThePagesPlaceAndEscapeClosesIt)
     navigation->showGame(QStringLiteral("Dota 2"));
     EXPECT_NE(item(QStringLiteral("Dota 2")), nullptr);
     navigation->openClip(library->clips().last().path);
-    QTest::qWait(20);
+    drawFrame();
     EXPECT_TRUE(shows(navigation->selectedTitle()));
     EXPECT_FALSE(shows(QStringLiteral("Ara")));
     picture(QStringLiteral("clip-page"));
@@ -50,7 +50,7 @@ TEST_F(ContentAreaTest, TheClipPagePlaysWithTheDesktopsPlayerAndLeadsBack)
 {
     makeClips({"Dota 2 - Roshan.mp4"});
     navigation->openClip(library->clips().first().path);
-    QTest::qWait(20);
+    drawFrame();
     pressKey(Qt::Key_Return);
     EXPECT_EQ(asked, QStringList{QStringLiteral("play ") + library->clips().first().path});
     click(QStringLiteral("Kütüphane"));
@@ -72,7 +72,7 @@ TEST_F(ContentAreaTest, TheSettingsHaveAPageAndAKey)
 TEST_F(ContentAreaTest, TheMatchesHaveAPage)
 {
     navigation->showMatches();
-    QTest::qWait(20);
+    drawFrame();
     EXPECT_TRUE(shows(QStringLiteral("Bu sayfa bir sonraki sürümde geliyor.")));
     picture(QStringLiteral("matches-page"));
 }
@@ -83,7 +83,7 @@ TEST_F(ContentAreaTest, AChangeOfColoursKeepsThePageAndTheOpenClip)
     navigation->showGame(QStringLiteral("Dota 2"));
     navigation->openClip(library->clips().first().path);
     settings.setColorTheme(QStringLiteral("ocean"));
-    QTest::qWait(20);
+    drawFrame();
     EXPECT_TRUE(shows(navigation->selectedTitle()));
     pressKey(Qt::Key_Return);
     EXPECT_EQ(asked, QStringList{QStringLiteral("play ") + library->clips().first().path})
@@ -96,12 +96,11 @@ TEST_F(ContentAreaTest, AnotherClipMakesAFreshPage)
 {
     makeClips({"Dota 2 - Roshan.mp4", "Dota 2 - Ace.mp4"});
     navigation->openClip(library->clips().first().path);
-    QTest::qWait(20);
+    drawFrame();
     const QPointer<QQuickItem> page = item(QStringLiteral("Kütüphane"));
     ASSERT_FALSE(page.isNull());
     navigation->openClip(library->clips().last().path);
-    QTest::qWait(20);
-    EXPECT_TRUE(page.isNull());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return page.isNull(); }));
     EXPECT_TRUE(shows(navigation->selectedTitle()));
 }
 
@@ -109,10 +108,10 @@ TEST_F(ContentAreaTest, EscapeLeavesASettingsPageAlsoAfterAMenu)
 {
     navigation->showSettings();
     window->requestActivate();
-    click(QStringLiteral("Dosya"));
-    QTest::qWait(50);
+    const auto entry = QStringLiteral("Klip Klasörünü Aç");
+    openMenu(QStringLiteral("Dosya"), entry);
     QTest::keyClick(window, Qt::Key_Escape);
-    QTest::qWait(300);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(entry); }));
     EXPECT_EQ(navigation->pageKind(), Pages::Kind::Settings);
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_EQ(navigation->page(), Page{});

@@ -161,8 +161,7 @@ TEST_F(MainWindowTest, GivesTheFocusBackAfterAMenuAndAfterANotice)
     auto* const button = item(QStringLiteral("Klip Kaydet"));
     ASSERT_NE(button, nullptr);
     button->forceActiveFocus(Qt::TabFocusReason);
-    click(QStringLiteral("Dosya"));
-    QTest::qWait(50);
+    openMenu(QStringLiteral("Dosya"), QStringLiteral("Klip Klasörünü Aç"));
     EXPECT_FALSE(button->hasActiveFocus());
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([&] { return button->hasActiveFocus(); }));
@@ -228,10 +227,9 @@ TEST_F(MainWindowTest, TheEditMenuActsOnTheFieldThatHadTheKeyboard)
     }
     auto* const field = window->activeFocusItem();
     const auto choose = [&](const char* entry) {
-        click(QStringLiteral("Düzen"));
-        QTest::qWait(50);
+        openMenu(QStringLiteral("Düzen"), QString::fromUtf8(entry));
         click(QString::fromUtf8(entry));
-        QTest::qWait(300);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(QString::fromUtf8(entry)); }));
     };
     choose("Tümünü Seç");
     EXPECT_EQ(field->property("selectedText").toString(), QStringLiteral("abc"));
@@ -248,7 +246,7 @@ TEST_F(MainWindowTest, TheNoticeIsReadOut)
 {
     QTest::mouseClick(window, Qt::LeftButton, {}, test::middleOf(textItem(QStringLiteral("Quelto"))));
     click(QStringLiteral("Quelto Hakkında"));
-    QTest::qWait(300);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Quelto 0.1.0")); }));
     EXPECT_TRUE(descriptionOf(QStringLiteral("Quelto 0.1.0")).startsWith(QStringLiteral("Linux için")));
 }
 

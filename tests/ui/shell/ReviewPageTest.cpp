@@ -43,7 +43,7 @@ TEST_F(ReviewPageTest, CopesWithAMatchThatIsGone)
     const auto id = playedMatch();
     navigation->setPage({.kind = Pages::Kind::Review, .match = id});
     matches->deleteSession(id, MatchTracker::WithClips::no);
-    QTest::qWait(50);
+    drawFrame();
     EXPECT_TRUE(shows(QStringLiteral("Bu maç artık listede yok")));
     EXPECT_FALSE(shows(QStringLiteral("PENTAKILL (Ahri)")));
     picture(QStringLiteral("review-gone"));
@@ -55,7 +55,7 @@ TEST_F(ReviewPageTest, OpensAlsoForAMatchThatWentBefore)
 {
     const Page review{.kind = Pages::Kind::Review, .match = QUuid::createUuid()};
     navigation->setPage(review);
-    QTest::qWait(50);
+    drawFrame();
     EXPECT_EQ(navigation->page(), review);
     EXPECT_TRUE(shows(QStringLiteral("Bu maç artık listede yok")));
 }

@@ -99,6 +99,12 @@ void ShellFixture::reloadLibrary()
     drawFrame();
 }
 
+void ShellFixture::openMenu(const QString& title, const QString& entry)
+{
+    click(title);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shows(entry); })) << entry.toStdString();
+}
+
 void ShellFixture::drawFrame() const
 {
     QCoreApplication::processEvents();

@@ -33,6 +33,8 @@ protected:
     QString descriptionOf(const QString& accessibleName) const;
     /// The visible item with that text; nothing if there is none.
     QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
+    /// Opens a menu in the strip at the top, one of whose entries that is.
+    void openMenu(const QString& title, const QString& entry);
     /// Files of a few bytes in the save folder, and the library that shows them.
     void makeClips(const QList<QByteArray>& names);
     /// Lets all that was asked for happen, and draws it: what stands in a list comes with a frame only.

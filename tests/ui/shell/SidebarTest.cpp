@@ -129,7 +129,7 @@ TEST_F(SidebarTest, MakesRowsOnlyForTheGamesInSight)
         names.append("Artist " + QByteArray::number(i) + " - song.mp4");
     }
     makeClips(names);
-    QTest::qWait(100);
+    drawFrame();
     int rows = 0;
     test::visitVisible(window->contentItem(), [&](const QQuickItem* each) {
         rows += QByteArray(each->metaObject()->className()).startsWith("GameRow_QMLTYPE") ? 1 : 0;
@@ -151,7 +151,7 @@ TEST_F(SidebarTest, ANewVersionHasARowOfItsOwn)
     const QSignalSpy asks(sidebar, SIGNAL(updateRequested()));
     EXPECT_FALSE(shows(QStringLiteral("Güncelleme var: 2.0")));
     sidebar->setProperty("availableUpdate", QStringLiteral("2.0"));
-    QTest::qWait(50);
+    drawFrame();
     picture(QStringLiteral("sidebar-update"));
     click(QStringLiteral("Güncelleme var: 2.0"));
     EXPECT_EQ(asks.size(), 1);

@@ -25,7 +25,7 @@ protected:
     void open()
     {
         QMetaObject::invokeMethod(object(QStringLiteral("dialog")), "open");
-        ASSERT_TRUE(QTest::qWaitFor([&] { return read(QStringLiteral("dialog"), "opened").toBool(); }, 1000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return read(QStringLiteral("dialog"), "opened").toBool(); }));
     }
     QStringList answers() const { return window->property("answers").toStringList(); }
     QQuickItem* button(const char* label) const { return text(QString::fromUtf8(label))->parentItem()->parentItem(); }
@@ -118,7 +118,7 @@ TEST_F(ConfirmationDialog, FitsANarrowWindow)
 {
     press(Qt::Key_Escape);
     window->resize(320, 480);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window->contentItem()->width() == 320; }, 1000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->contentItem()->width() == 320; }));
     open();
     EXPECT_LE(read(QStringLiteral("dialog"), "width").toInt(), 280);
     EXPECT_GE(button("Vazgeç")->mapToScene({0, 0}).x(), 20);
@@ -135,7 +135,7 @@ protected:
                             "ThemedMenuItem { text: 'Dosyayı Kopyala ve yapıştır'; onTriggered: asked.push('copy') }\n"
                             "ThemedMenuItem { text: 'Taşı'; destructive: true; onTriggered: asked.push('trash') } }"));
         QMetaObject::invokeMethod(object(QStringLiteral("menu")), "open");
-        ASSERT_TRUE(QTest::qWaitFor([&] { return read(QStringLiteral("menu"), "opened").toBool(); }, 1000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return read(QStringLiteral("menu"), "opened").toBool(); }));
     }
     QStringList asked() const { return window->property("asked").toStringList(); }
     QQuickItem* entry(const char* label) const { return text(QString::fromUtf8(label))->parentItem()->parentItem(); }
@@ -154,7 +154,7 @@ TEST_F(ThemedMenu, ActsByClickAndCloses)
 {
     click(entry("Taşı"));
     EXPECT_EQ(asked(), QStringList{QStringLiteral("trash")});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !isOpen(); }, 1000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isOpen(); }));
 }
 
 TEST_F(ThemedMenu, ActsByArrowKeysAndEnter)
@@ -166,14 +166,14 @@ TEST_F(ThemedMenu, ActsByArrowKeysAndEnter)
     picture(QStringLiteral("control-menu-highlighted"));
     press(Qt::Key_Return);
     EXPECT_EQ(asked(), QStringList{QStringLiteral("copy")});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !isOpen(); }, 1000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isOpen(); }));
 }
 
 TEST_F(ThemedMenu, ClosesByEscapeWithoutActing)
 {
     press(Qt::Key_Down);
     press(Qt::Key_Escape);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !isOpen(); }, 1000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isOpen(); }));
     EXPECT_TRUE(asked().isEmpty());
 }
 
