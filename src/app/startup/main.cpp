@@ -100,7 +100,8 @@ int main(int argc, char* argv[])
     controller.applicationDidFinishLaunching();
     const AbruptExit abruptExit(controller);
     const int result = QApplication::exec();
-    // All clips are on the disk by now.
+    // Only then may the end be cut short. After an ordinary quit there is nothing left to wait for.
+    controller.finishRunningSave();
     endEvenIfAThreadHangs(result);
     return result;
 }

@@ -8,8 +8,10 @@
 #include <QNetworkProxy>
 
 #include <algorithm>
+#include <atomic>
 #include <fstream>
 #include <limits>
+#include <thread>
 
 namespace quelto {
 namespace {
@@ -32,26 +34,39 @@ std::int64_t residentBytes()
     return resident * 4096;
 }
 
-/// The time that the event loop had. What it waits for a turn beyond a tenth of a second is a pause of the machine, and
-/// does not count.
-class LoopTime {
+/// The time that the process had, told by a thread that does nothing else: where even that sleeps for more than a tenth
+/// of a second, the machine pauses. An event loop that is held up by the program itself is no excuse.
+class RunningTime {
 public:
-    LoopTime()
+    RunningTime()
+        : m_thread([this] {
+            auto before = std::chrono::steady_clock::now();
+            while (!m_isOver) {
+                std::this_thread::sleep_for(5ms);
+                const auto now = std::chrono::steady_clock::now();
+                m_microseconds +=
+                    std::min(LongestTurn, std::chrono::duration_cast<std::chrono::microseconds>(now - before)).count();
+                before = now;
+            }
+        })
     {
-        m_sinceTurn.start();
-        m_timer.setTimerType(Qt::PreciseTimer);
-        m_timer.callOnTimeout([this] { m_elapsed += std::min(LongestTurn, m_sinceTurn.restart()); });
-        m_timer.start(10ms);
     }
+    ~RunningTime()
+    {
+        m_isOver = true;
+        m_thread.join();
+    }
+    RunningTime(const RunningTime&) = delete;
+    RunningTime& operator=(const RunningTime&) = delete;
 
-    std::chrono::milliseconds elapsed() const { return std::chrono::milliseconds(m_elapsed); }
+    std::chrono::milliseconds elapsed() const { return std::chrono::milliseconds(m_microseconds / 1000); }
 
 private:
-    static constexpr qint64 LongestTurn = 100;
+    static constexpr std::chrono::microseconds LongestTurn{100'000};
 
-    QTimer m_timer;
-    QElapsedTimer m_sinceTurn;
-    qint64 m_elapsed = 0;
+    std::atomic<bool> m_isOver = false;
+    std::atomic<std::int64_t> m_microseconds = 0;
+    std::thread m_thread;
 };
 
 class LeaguePollTest : public testing::Test {
@@ -66,25 +81,25 @@ protected:
         return condition();
     }
 
-    /// Of the first poll; how long it took is in m_took, and how much of that the loop had in m_tookOfLoop.
+    /// Of the first poll; how long it took is in m_took, and how much of that the process had in m_tookRunning.
     std::optional<LeagueData> polledOnce(const QUrl& address, LeaguePollTimes times = Once)
     {
         std::optional<std::optional<LeagueData>> result;
         QElapsedTimer time;
         time.start();
-        const LoopTime loopTime;
+        const RunningTime runningTime;
         LeaguePoll poll(
             address, [&result](const std::optional<LeagueData>& data) { result = data; }, times);
         EXPECT_TRUE(waitFor([&result] { return result.has_value(); }));
         m_took = std::chrono::milliseconds(time.elapsed());
-        m_tookOfLoop = loopTime.elapsed();
+        m_tookRunning = runningTime.elapsed();
         return result.value_or(std::nullopt);
     }
 
     int m_count = 0;
     QCoreApplication m_application{m_count, nullptr};
     std::chrono::milliseconds m_took{};
-    std::chrono::milliseconds m_tookOfLoop{};
+    std::chrono::milliseconds m_tookRunning{};
 };
 
 TEST_F(LeaguePollTest, ReadsTheDataOfAClientWhoseCertificateNobodyTrusts)
@@ -217,7 +232,7 @@ TEST_F(LeaguePollTest, AnEndlessAnswerCostsNoMoreMemoryThanTheLargestBody)
     for (const auto& [first, more] : answers) {
         server.setAnswer([first = first, more = more](QSslSocket& client) { flood(client, first, more); });
         EXPECT_FALSE(polledOnce(server.address())) << first.toStdString();
-        EXPECT_LT(m_tookOfLoop, 2500ms) << first.toStdString();
+        EXPECT_LT(m_tookRunning, 2500ms) << first.toStdString();
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // which keep more than the program holds
         EXPECT_LT(residentBytes() - before, 100'000'000) << first.toStdString();
 #endif
@@ -242,21 +257,21 @@ TEST_F(LeaguePollTest, GivesUpOnABodyThatTrickles)
     });
     EXPECT_FALSE(polledOnce(server.address(), {.afterGood = 1h, .afterFailed = 1h, .atMost = 400ms}));
     EXPECT_GE(m_took, 400ms);
-    EXPECT_LT(m_tookOfLoop, 1500ms);
+    EXPECT_LT(m_tookRunning, 1500ms);
 }
 
 TEST_F(LeaguePollTest, GivesUpOnAClientThatSaysNothing)
 {
     LeagueServer server;
     EXPECT_FALSE(polledOnce(server.address(), {.afterGood = 1h, .afterFailed = 1h, .atMost = 300ms}));
-    EXPECT_LT(m_tookOfLoop, 1500ms);
+    EXPECT_LT(m_tookRunning, 1500ms);
 
     // Somebody who does not even speak the protocol.
     QTcpServer mute;
     ASSERT_TRUE(mute.listen(QHostAddress::LocalHost));
     const QUrl address(QStringLiteral("https://127.0.0.1:%1/").arg(mute.serverPort()));
     EXPECT_FALSE(polledOnce(address, {.afterGood = 1h, .afterFailed = 1h, .atMost = 300ms}));
-    EXPECT_LT(m_tookOfLoop, 1500ms);
+    EXPECT_LT(m_tookRunning, 1500ms);
 }
 
 TEST_F(LeaguePollTest, WaitsTwoSecondsForAnAnswerUnlessToldOtherwise)
@@ -264,7 +279,7 @@ TEST_F(LeaguePollTest, WaitsTwoSecondsForAnAnswerUnlessToldOtherwise)
     LeagueServer server;
     EXPECT_FALSE(polledOnce(server.address(), {}));
     EXPECT_GE(m_took, 2000ms);
-    EXPECT_LT(m_tookOfLoop, 3000ms);
+    EXPECT_LT(m_tookRunning, 3000ms);
 }
 
 TEST_F(LeaguePollTest, FailsOnWhatIsNoData)
@@ -287,7 +302,7 @@ TEST_F(LeaguePollTest, FailsAtOnceWhereNobodyListens)
         port = gone.serverPort();
     }
     EXPECT_FALSE(polledOnce(QUrl(QStringLiteral("https://127.0.0.1:%1/").arg(port))));
-    EXPECT_LT(m_tookOfLoop, 1000ms);
+    EXPECT_LT(m_tookRunning, 1000ms);
 }
 
 TEST_F(LeaguePollTest, FailsWhenTheClientVanishesInTheMiddleOfAnAnswer)
@@ -299,7 +314,7 @@ TEST_F(LeaguePollTest, FailsWhenTheClientVanishesInTheMiddleOfAnAnswer)
         client.disconnectFromHost();
     });
     EXPECT_FALSE(polledOnce(server.address()));
-    EXPECT_LT(m_tookOfLoop, 1500ms);
+    EXPECT_LT(m_tookRunning, 1500ms);
 }
 
 TEST_F(LeaguePollTest, AsksAgainSoonAfterAGoodPollAndLaterAfterAFailedOne)
@@ -308,18 +323,18 @@ TEST_F(LeaguePollTest, AsksAgainSoonAfterAGoodPollAndLaterAfterAFailedOne)
     server.setAnswer(httpAnswer(Good));
     QElapsedTimer time;
     time.start();
-    const LoopTime loopTime;
+    const RunningTime runningTime;
     QList<qint64> polls;
-    QList<std::chrono::milliseconds> pollsOfLoop;
+    QList<std::chrono::milliseconds> pollsRunning;
     const auto note = [&](const auto&) {
         polls.append(time.elapsed());
-        pollsOfLoop.append(loopTime.elapsed());
+        pollsRunning.append(runningTime.elapsed());
     };
     LeaguePoll poll(server.address(), note, {.afterGood = 100ms, .afterFailed = 600ms, .atMost = 2s});
     ASSERT_TRUE(waitFor([&] { return polls.size() == 4; }));
     EXPECT_GE(polls[3] - polls[0], 300);
     // Long before three waits of a failed one, however busy the machine.
-    EXPECT_LT(pollsOfLoop[3] - pollsOfLoop[0], 1500ms);
+    EXPECT_LT(pollsRunning[3] - pollsRunning[0], 1500ms);
     server.setAnswer(httpAnswer(Good, "503 Service Unavailable"));
     ASSERT_TRUE(waitFor([&] { return polls.size() == 6; }));
     EXPECT_GE(polls[5] - polls[4], 600);
