@@ -31,10 +31,8 @@ def cpu_seconds(pid):
 
 
 def lost_frames(counters, scene):
-    """Frames between the first and the last counter that the scene showed in time and the clip has not."""
-    seen = set(counters)
-    late = {frame + shift for frame in scene.missed | scene.late for shift in (-1, 0, 1)}
-    return sum(frame not in seen and frame not in late for frame in range(counters[0], counters[-1]))
+    """Frames between the first and the last counter that the clip should have and has not."""
+    return len(set(range(counters[0], counters[-1])) - set(counters) - scene.excused())
 
 
 class Recording:

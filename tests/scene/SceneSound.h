@@ -8,9 +8,6 @@
 
 namespace quelto {
 
-/// All of the scene's times are in nanoseconds.
-inline constexpr std::int64_t Second = 1'000'000'000;
-
 /// One playback stream: a steady tone, a beep at the flash of each second, or both.
 struct SceneVoice {
     /// Sink to play into; empty: the default one.

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A moving picture with sound that tells a test which frame it sees and when a beep belongs to it. Prints one line when
-// everything is on the screen, and at its end on standard error which frames it did not manage to show in time itself.
+// everything is on the screen, and at its end on standard error which frames it did not manage to show in time itself,
+// and during which ones the machine stood still.
 #include "tests/scene/SceneOptions.h"
 #include "tests/scene/SceneSound.h"
+#include "tests/scene/SceneTime.h"
 #include "tests/scene/SceneWindow.h"
+#include "tests/scene/StandstillWatch.h"
 
-#include <ctime>
 #include <pipewire/pipewire.h>
 
 #include <algorithm>
@@ -20,22 +22,7 @@ namespace quelto {
 
 namespace {
 
-constexpr std::int64_t Millisecond = 1'000'000;
-
 volatile std::sig_atomic_t isToldToEnd = 0;
-
-std::int64_t now()
-{
-    timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return time.tv_sec * Second + time.tv_nsec;
-}
-
-void sleepUntil(std::int64_t moment)
-{
-    const timespec time{.tv_sec = moment / Second, .tv_nsec = moment % Second};
-    clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &time, nullptr);
-}
 
 /// The scene's two voices, made again after the sound server went away.
 class SceneVoices {
@@ -107,18 +94,38 @@ private:
 struct FrameReport {
     std::vector<std::uint64_t> missed;
     std::vector<std::uint64_t> late;
+    /// Those during which a processor stood still.
+    std::vector<std::uint64_t> standstill;
 
     void print(std::uint64_t frames) const
     {
-        std::fprintf(stderr, "scene: %llu frames, missed:", static_cast<unsigned long long>(frames));
-        for (const std::uint64_t frame : missed)
+        std::fprintf(stderr, "scene: %llu frames", static_cast<unsigned long long>(frames));
+        print("missed", missed);
+        print("late", late);
+        print("standstill", standstill);
+        std::fputs("\n", stderr);
+    }
+
+private:
+    static void print(const char* what, const std::vector<std::uint64_t>& frames)
+    {
+        std::fprintf(stderr, "; %s:", what);
+        for (const std::uint64_t frame : frames)
             std::fprintf(stderr, " %llu", static_cast<unsigned long long>(frame));
-        std::fputs("; late:", stderr);
-        for (const std::uint64_t frame : late)
-            std::fprintf(stderr, " %llu", static_cast<unsigned long long>(frame));
-        std::fputs(".\n", stderr);
     }
 };
+
+std::vector<std::uint64_t> framesOf(const std::vector<StandstillWatch::Standstill>& standstills, std::int64_t start,
+                                    std::int64_t fps)
+{
+    std::vector<std::uint64_t> frames;
+    for (const auto& [from, to] : standstills) {
+        for (std::int64_t frame = std::max<std::int64_t>(0, from - start) * fps / Second;
+             start + frame * Second / fps < to; ++frame)
+            frames.push_back(static_cast<std::uint64_t>(frame));
+    }
+    return frames;
+}
 
 /// Draws frame n at start + n / fps until it is told to end.
 void play(const SceneOptions& options, SceneWindow& window, SceneVoices& voices, std::int64_t start)
@@ -126,6 +133,7 @@ void play(const SceneOptions& options, SceneWindow& window, SceneVoices& voices,
     const std::int64_t fps = options.framesPerSecond;
     // Long enough to be seen at half the rate, short enough to be one event.
     const std::uint64_t flashFrames = static_cast<std::uint64_t>(std::max<std::int64_t>(1, fps / 10));
+    const StandstillWatch watch;
     FrameReport report;
     std::uint64_t frame = 0;
     for (; isToldToEnd == 0; ++frame) {
@@ -143,6 +151,7 @@ void play(const SceneOptions& options, SceneWindow& window, SceneVoices& voices,
         if (frame % static_cast<std::uint64_t>(fps) == static_cast<std::uint64_t>(fps / 2))
             voices.revive();
     }
+    report.standstill = framesOf(watch.standstills(), start, fps);
     report.print(frame);
 }
 

@@ -72,6 +72,15 @@ TEST_F(SampleAssemblerTest, FillsWhatTheServerLostWithSilence)
     EXPECT_EQ(values.at(2 * 1024), 0.5F);
 }
 
+TEST_F(SampleAssemblerTest, CountsTheSilenceOfLostCyclesAmongTheTenMilliseconds)
+{
+    add(Begin, 64);
+    add(Begin + lengthOf(64 + 400), 64);
+    ASSERT_EQ(m_samples.size(), 1);
+    EXPECT_EQ(m_samples[0]->frames, 64 + 400 + 64);
+    EXPECT_EQ(m_samples[0]->presentationTime, Begin);
+}
+
 TEST_F(SampleAssemblerTest, DoesNotMixFormats)
 {
     add(Begin, 64, 2);
