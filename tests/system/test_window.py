@@ -78,7 +78,8 @@ class Window(window.WindowTest):
         desk.close_window()
         self.assertEqual(program.get("State"), "idle")
         self.activate(program)
-        self.assertEqual(self.reader.find("frame", "Quelto").bounds, placed)
+        self.wait_for_window()
+        self.assertEqual(desk.wait_until(self.settled, 5, "the window in its place"), placed)
 
     def test_minimised_window_comes_back(self):
         program = self.window()

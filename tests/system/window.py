@@ -34,9 +34,13 @@ class WindowTest(desk.DeskTest):
         program = self.quelto(environment, autoStart=False, **settings)
         self.addCleanup(self.assert_quiet, program)
         program.wait_for_state("idle")
+        self.wait_for_window()
+        return program
+
+    def wait_for_window(self):
+        """Until it is in front."""
         self.reader.find("frame", "Quelto", 10)
         desk.wait_until(lambda: "active" in self.reader.find("frame", "Quelto").states, 5, "the window in front")
-        return program
 
     def assert_quiet(self, program):
         """What the window's description cannot do is only said in the log."""
@@ -66,9 +70,14 @@ class WindowTest(desk.DeskTest):
         return self.reader.find("frame", "Quelto").bounds
 
     def settled(self, size=None):
-        """The window's place, if it stays where it is and has that size."""
+        """The window's place, if program and X server agree on it and it has that size."""
         bounds = self.frame()
-        return bounds if size in (None, bounds[2:]) and self.frame() == bounds else None
+        return bounds if size in (None, bounds[2:]) and self.frame_on_server() == bounds else None
+
+    def frame_on_server(self):
+        text = desk.run("xwininfo", "-id", self.window_number())
+        return tuple(int(re.search(rf"{what}: +(-?\d+)", text)[1])
+                     for what in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
     def put_window(self, x, y, width, height):
         number = self.window_number()
@@ -102,7 +111,7 @@ class WindowTest(desk.DeskTest):
         """The window's place at the next start."""
         program.start()
         program.wait_for_state("idle")
-        self.reader.find("frame", "Quelto", 10)
+        self.wait_for_window()
         return desk.wait_until(self.settled, 5, "the window in its place")
 
     def saved_frame(self, program):
