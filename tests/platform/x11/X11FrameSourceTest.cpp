@@ -186,7 +186,9 @@ Pace paceOf(const std::vector<HostTime>& times, double rate)
 
 TEST_F(X11FrameSource, HoldsTheRateOfAMovingScreenWithoutDrift)
 {
-    // A machine that does much else at the same time can miss moments; it gets further tries.
+    // A machine that does much else at the same time misses moments, or lets two frames share one; it gets more tries.
+    constexpr double LeastRate = 59.4;
+    constexpr int MostDoubles = 5;
     Pace pace;
     for (int attempt = 0; attempt < 3; ++attempt) {
         FrameLog log;
@@ -201,13 +203,13 @@ TEST_F(X11FrameSource, HoldsTheRateOfAMovingScreenWithoutDrift)
         pace = paceOf(log.times(), 60);
         std::printf("%.3f frames a second, drift %.4f frames, %d doubles\n", pace.framesPerSecond, pace.drift,
                     pace.doubles);
-        if (pace.framesPerSecond >= 59.4) {
+        if (pace.framesPerSecond >= LeastRate && pace.doubles <= MostDoubles) {
             break;
         }
     }
-    EXPECT_GE(pace.framesPerSecond, 59.4);
+    EXPECT_GE(pace.framesPerSecond, LeastRate);
     EXPECT_LE(pace.framesPerSecond, 60.6);
-    EXPECT_LE(pace.doubles, 5);
+    EXPECT_LE(pace.doubles, MostDoubles);
     EXPECT_LT(std::abs(pace.drift), 0.1);
 }
 
