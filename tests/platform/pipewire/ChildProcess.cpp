@@ -51,8 +51,9 @@ ChildProcess::ChildProcess(const QString& program, const QStringList& arguments)
 
 ChildProcess::~ChildProcess()
 {
-    wait();
+    // First: a program that waits for somebody to read it would not end.
     close(m_output);
+    wait();
 }
 
 QByteArray ChildProcess::readAvailable()
