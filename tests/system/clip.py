@@ -78,10 +78,10 @@ class Clip:
         return None
 
     def flashes(self):
-        """Times of those that the clip shows."""
+        """(number, time) of those that the clip shows."""
         numbers = sorted({counter // FRAMES_A_FLASH for counter, _ in self.shown if counter})
-        times = [self.time_of_flash(number) for number in numbers]
-        return [time for time in times if time is not None]
+        times = [(number, self.time_of_flash(number)) for number in numbers]
+        return [(number, time) for number, time in times if time is not None]
 
     def sound(self, track):
         """Frames × 2 channels of one audio track, frame 0 being the clip's time 0."""
@@ -99,7 +99,7 @@ class Clip:
         """Seconds by which each beep comes before its flash; the first and last events may be cut and do not count."""
         beeps = numpy.array(self.beeps(track))
         leads = []
-        for flash in self.flashes():
+        for _, flash in self.flashes():
             if 0.2 < flash < self.length - 0.2 and len(beeps):
                 leads.append(flash - beeps[numpy.abs(beeps - flash).argmin()])
         return leads
