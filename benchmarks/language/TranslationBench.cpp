@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a text costs: the first one in a language other than Turkish, which reads the table, and each one after it.
 // Prints both in nanoseconds, as JSON.
-#include "app/language/L10n.h"
-#include "app/language/T.h"
+#include "base/language/L10n.h"
+#include "base/language/T.h"
 
 #include <chrono>
 #include <cstdio>

@@ -4,8 +4,8 @@
 //   bench_library_reload make FOLDER COUNT    fills a folder with empty clips under names as the recorder gives them
 //   bench_library_reload run FOLDER           reloads it warm and prints medians in milliseconds, as JSON
 #include "library/clips/ClipLibrary.h"
-#include "queues/MainQueue.h"
-#include "queues/SerialQueue.h"
+#include "base/tasks/MainQueue.h"
+#include "base/tasks/SerialQueue.h"
 
 #include <QCoreApplication>
 #include <QDir>

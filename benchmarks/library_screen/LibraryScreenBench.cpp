@@ -3,8 +3,8 @@
 // one JSON object: frames a second and the longest waits for one while the screen is flung and while it is dragged from
 // one end to the other, and the memory that the program takes.
 #include "library/thumbnails/ThumbnailCache.h"
-#include "queues/MainQueue.h"
-#include "queues/SerialQueue.h"
+#include "base/tasks/MainQueue.h"
+#include "base/tasks/SerialQueue.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/theme/Symbols.h"

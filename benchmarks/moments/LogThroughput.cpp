@@ -7,7 +7,7 @@
 // it read by both in turn with its pages in memory, and prints the medians in MB/s and that of the ratios.
 #include "moments/wow/LogTail.h"
 #include "moments/wow/WowFights.h"
-#include "samples/HostClock.h"
+#include "base/time/HostClock.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "samples/PictureFrame.h"
+#include "media/types/PictureFrame.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "samples/AudioSample.h"
+#include "media/types/AudioSample.h"
 
 #include <QList>
 #include <QString>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/startup/ApplicationController.h"
 
-#include "app/language/L10n.h"
-#include "app/startup/SessionBusService.h"
-#include "app/startup/WindowFrame.h"
+#include "base/language/L10n.h"
+#include "app/bus/SessionBusService.h"
+#include "app/window/WindowFrame.h"
 #include "platform/factory/PlatformFactory.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"

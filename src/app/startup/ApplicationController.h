@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/AppSettings.h"
-#include "app/startup/HotKeyManager.h"
+#include "base/settings/AppSettings.h"
+#include "app/hotkey/HotKeyManager.h"
 #include "app/startup/LanguageInForce.h"
-#include "app/startup/MomentRouting.h"
-#include "app/startup/StatusItem.h"
+#include "app/routing/MomentRouting.h"
+#include "app/tray/StatusItem.h"
 #include "capture/recorder/Recorder.h"
 #include "library/clips/ClipLibrary.h"
 #include "library/matches/MatchTracker.h"
@@ -14,8 +14,8 @@
 #include "moments/league/LeagueWatcher.h"
 #include "moments/wow/WoWWatcher.h"
 #include "platform/Platform.h"
-#include "queues/MainQueue.h"
-#include "queues/SerialQueue.h"
+#include "base/tasks/MainQueue.h"
+#include "base/tasks/SerialQueue.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/Hud.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/startup/LanguageInForce.h"
 
-#include "app/language/L10n.h"
+#include "base/language/L10n.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>

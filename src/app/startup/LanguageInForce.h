@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/AppSettings.h"
+#include "base/settings/AppSettings.h"
 
 #include <QObject>
 #include <QTranslator>

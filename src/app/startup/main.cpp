@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/language/T.h"
+#include "base/language/T.h"
 #include "app/startup/ApplicationController.h"
 #include "app/startup/LanguageInForce.h"
 #include "app/startup/Renderer.h"
-#include "app/startup/SessionBusService.h"
+#include "app/bus/SessionBusService.h"
 #include "app/startup/TerminationSignals.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "samples/AudioSample.h"
-#include "samples/VideoSample.h"
+#include "media/types/AudioSample.h"
+#include "media/types/VideoSample.h"
 
 namespace quelto {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/buffer/ReplaySnapshot.h"
-#include "samples/HostClock.h"
+#include "base/time/HostClock.h"
 
 #include <optional>
 

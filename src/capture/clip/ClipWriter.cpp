@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/clip/ClipWriter.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 #include "capture/clip/ClipPlan.h"
 #include "capture/clip/RecorderError.h"
 #include "capture/clip/SoundTrack.h"
 #include "capture/clip/WriteFailure.h"
 #include "capture/mix/AudioMixer.h"
 #include "library/naming/ClipName.h"
-#include "media/container/Mp4Writer.h"
-#include "media/container/WholeFile.h"
-#include "media/sound/ResamplingConverter.h"
+#include "media/mux/Mp4Writer.h"
+#include "base/files/WholeFile.h"
+#include "media/audio/ResamplingConverter.h"
 
 #include <QFile>
 

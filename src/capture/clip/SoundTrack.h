@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/container/Mp4Writer.h"
-#include "media/sound/AacEncoder.h"
-#include "samples/AudioSample.h"
+#include "media/mux/Mp4Writer.h"
+#include "media/codec/AacEncoder.h"
+#include "media/types/AudioSample.h"
 
 #include <atomic>
 #include <exception>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "capture/mix/PcmConverter.h"
-#include "samples/AudioSample.h"
+#include "media/audio/PcmConverter.h"
+#include "media/types/AudioSample.h"
 
 #include <span>
 #include <vector>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/recorder/CapturePipeline.h"
 
-#include "app/language/T.h"
-#include "app/settings/CaptureArithmetic.h"
+#include "base/language/T.h"
+#include "base/settings/CaptureArithmetic.h"
 #include "capture/clip/RecorderError.h"
 #include "platform/PlatformError.h"
 

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "capture/buffer/ReplayBuffer.h"
-#include "capture/sound/MicCapture.h"
-#include "media/encoder/VideoEncoder.h"
+#include "capture/mic/MicCapture.h"
+#include "media/codec/VideoEncoder.h"
 #include "platform/Platform.h"
-#include "queues/SerialQueue.h"
+#include "base/tasks/SerialQueue.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/recorder/Recorder.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 #include "capture/clip/RecorderError.h"
 #include "platform/PlatformError.h"
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/AppSettings.h"
+#include "base/settings/AppSettings.h"
 #include "capture/buffer/ReplayBuffer.h"
 #include "capture/recorder/CapturePipeline.h"
 #include "capture/recorder/RecorderState.h"
 #include "capture/recorder/SaveScheduler.h"
 #include "platform/Platform.h"
-#include "queues/SerialQueue.h"
+#include "base/tasks/SerialQueue.h"
 
 #include <QObject>
 #include <QString>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/recorder/SaveScheduler.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 #include "capture/clip/RecorderError.h"
 #include "library/naming/ClipMeta.h"
-#include "media/container/MediaDuration.h"
+#include "media/mux/MediaDuration.h"
 
 #include <QPointer>
 

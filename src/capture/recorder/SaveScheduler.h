@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/AppSettings.h"
+#include "base/settings/AppSettings.h"
 #include "capture/buffer/ReplayBuffer.h"
 #include "capture/clip/ClipWriter.h"
 #include "capture/recorder/RecorderState.h"
 #include "moments/scoring/Moment.h"
 #include "platform/FrontApplication.h"
-#include "queues/TaskQueue.h"
+#include "base/tasks/TaskQueue.h"
 
 #include <QObject>
 

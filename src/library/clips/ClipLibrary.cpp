@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/ClipLibrary.h"
 
-#include "files/RenameToFreeName.h"
+#include "base/files/RenameToFreeName.h"
 #include "library/naming/ClipMeta.h"
 
 #include <QCoreApplication>

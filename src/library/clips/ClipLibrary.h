@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/AppSettings.h"
+#include "base/settings/AppSettings.h"
 #include "library/clips/ClipScan.h"
 #include "library/clips/FolderWatch.h"
 #include "library/naming/Clip.h"
 #include "platform/FileManager.h"
 #include "platform/Pasteboard.h"
 #include "platform/Trash.h"
-#include "queues/TaskQueue.h"
+#include "base/tasks/TaskQueue.h"
 
 #include <QList>
 #include <QObject>

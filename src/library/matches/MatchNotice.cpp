@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/matches/MatchNotice.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 #include "library/naming/Clip.h"
 
 namespace quelto {

@@ -5,7 +5,7 @@
 #include "library/matches/MatchNotice.h"
 #include "library/matches/MatchSession.h"
 #include "library/matches/MatchStore.h"
-#include "queues/TaskQueue.h"
+#include "base/tasks/TaskQueue.h"
 
 #include <QList>
 #include <QObject>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "files/FileFacts.h"
+#include "base/files/FileFacts.h"
 #include "moments/scoring/ClipTier.h"
 
 #include <QDateTime>

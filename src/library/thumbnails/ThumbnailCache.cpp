@@ -2,7 +2,7 @@
 #include "library/thumbnails/ThumbnailCache.h"
 
 #include "library/thumbnails/PictureShelf.h"
-#include "queues/BackgroundThreads.h"
+#include "base/tasks/BackgroundThreads.h"
 
 #include <map>
 

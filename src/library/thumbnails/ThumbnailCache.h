@@ -3,7 +3,7 @@
 
 #include "library/thumbnails/ClipInfo.h"
 #include "media/reader/ClipReading.h"
-#include "queues/TaskQueue.h"
+#include "base/tasks/TaskQueue.h"
 
 #include <QImage>
 #include <QString>

@@ -3,7 +3,7 @@
 
 #include "media/picture/RowKernels.h"
 #include "media/picture/ScalePlan.h"
-#include "samples/PictureFrame.h"
+#include "media/types/PictureFrame.h"
 
 #include <QSize>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "samples/HostClock.h"
+#include "base/time/HostClock.h"
 
 #include <QImage>
 #include <QString>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "moments/dota/HttpPostReader.h"
-#include "samples/HostClock.h"
+#include "base/time/HostClock.h"
 
 #include <QTcpServer>
 #include <QTimer>

@@ -2,7 +2,7 @@
 #include "moments/dota/DotaWatcher.h"
 
 #include "moments/dota/DotaListener.h"
-#include "samples/HostClock.h"
+#include "base/time/HostClock.h"
 
 #include <QTimer>
 

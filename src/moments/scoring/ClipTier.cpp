@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/scoring/ClipTier.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 
 namespace quelto {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/scoring/Fight.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 
 #include <QHash>
 

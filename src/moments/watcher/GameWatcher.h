@@ -2,8 +2,8 @@
 #pragma once
 
 #include "moments/scoring/Moment.h"
-#include "queues/EventLoopQueue.h"
-#include "queues/MainQueue.h"
+#include "base/tasks/EventLoopQueue.h"
+#include "base/tasks/MainQueue.h"
 
 #include <QObject>
 

@@ -2,7 +2,7 @@
 #include "moments/wow/WoWWatcher.h"
 
 #include "moments/scoring/GameNames.h"
-#include "samples/HostClock.h"
+#include "base/time/HostClock.h"
 
 #include <QFile>
 

@@ -6,7 +6,7 @@
 #include "platform/freedesktop/FreedesktopNotices.h"
 #include "platform/freedesktop/FreedesktopPasteboard.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
-#include "platform/pipewire/PipeWireSoundServer.h"
+#include "platform/pipewire/audio/PipeWireSoundServer.h"
 #include "platform/x11/X11Platform.h"
 
 namespace quelto {

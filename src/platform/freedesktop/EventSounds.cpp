@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/EventSounds.h"
 
-#include "queues/SerialQueue.h"
+#include "base/tasks/SerialQueue.h"
 
 #include <canberra.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/FreedesktopNotices.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 
 #include <QDBusPendingCallWatcher>
 

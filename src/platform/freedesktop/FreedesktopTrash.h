@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/Trash.h"
-#include "queues/SerialQueue.h"
+#include "base/tasks/SerialQueue.h"
 
 namespace quelto {
 

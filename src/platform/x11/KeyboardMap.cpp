@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/x11/KeyboardMap.h"
 
-#include "app/hotkey/HotKeyText.h"
-#include "app/hotkey/KeyCodes.h"
+#include "base/keys/HotKeyText.h"
+#include "base/keys/KeyCodes.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>

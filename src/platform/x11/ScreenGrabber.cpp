@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/x11/ScreenGrabber.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 #include "platform/PlatformError.h"
 
 #include <poll.h>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "library/naming/Clip.h"
-#include "queues/TaskQueue.h"
+#include "base/tasks/TaskQueue.h"
 
 #include <QObject>
 #include <QString>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "moments/scoring/ClipTier.h"
-#include "queues/TaskQueue.h"
+#include "base/tasks/TaskQueue.h"
 
 #include <QQmlEngine>
 #include <QQuickView>

@@ -3,7 +3,7 @@
 #include "capture/clip/RecorderError.h"
 
 #include "tests/capture/clip/SnapshotMaker.h"
-#include "tests/media/disk/SmallDisk.h"
+#include "tests/base/disk/SmallDisk.h"
 #include "tests/media/probe/Probe.h"
 
 #include <QDir>

@@ -2,7 +2,7 @@
 #include "capture/clip/ClipWriter.h"
 
 #include "library/naming/ClipName.h"
-#include "media/container/MediaDuration.h"
+#include "media/mux/MediaDuration.h"
 #include "tests/capture/clip/SnapshotMaker.h"
 #include "tests/media/probe/Mp4Atoms.h"
 #include "tests/media/probe/Probe.h"

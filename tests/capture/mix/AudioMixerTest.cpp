@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/mix/AudioMixer.h"
 
-#include "media/sound/ResamplingConverter.h"
+#include "media/audio/ResamplingConverter.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "capture/recorder/Recorder.h"
 
 #include "tests/capture/FakePlatform.h"
-#include "tests/queues/ManualQueue.h"
+#include "tests/base/tasks/ManualQueue.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

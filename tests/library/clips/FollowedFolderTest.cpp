@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The library on real queues, over a folder in which others are at work.
 #include "library/clips/ClipLibrary.h"
-#include "queues/MainQueue.h"
-#include "queues/SerialQueue.h"
+#include "base/tasks/MainQueue.h"
+#include "base/tasks/SerialQueue.h"
 #include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
 

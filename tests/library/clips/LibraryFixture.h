@@ -4,7 +4,7 @@
 #include "library/clips/ClipLibrary.h"
 #include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
-#include "tests/queues/ManualQueue.h"
+#include "tests/base/tasks/ManualQueue.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

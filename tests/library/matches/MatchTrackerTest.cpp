@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/matches/MatchTracker.h"
 #include "tests/library/clips/LibraryFixture.h"
-#include "tests/queues/ManualQueue.h"
+#include "tests/base/tasks/ManualQueue.h"
 
 namespace quelto {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/thumbnails/ThumbnailCache.h"
 
-#include "tests/queues/ManualQueue.h"
+#include "tests/base/tasks/ManualQueue.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

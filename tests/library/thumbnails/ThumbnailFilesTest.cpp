@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/thumbnails/ThumbnailCache.h"
 
-#include "queues/MainQueue.h"
+#include "base/tasks/MainQueue.h"
 #include "tests/media/reader/MadeClips.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/encoder/VideoEncoder.h"
+#include "media/codec/VideoEncoder.h"
 
 namespace quelto::test {
 

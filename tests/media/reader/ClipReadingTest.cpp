@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/reader/ClipReading.h"
 
-#include "media/container/Mp4Writer.h"
-#include "media/container/WholeFile.h"
+#include "media/mux/Mp4Writer.h"
+#include "base/files/WholeFile.h"
 #include "tests/media/probe/EncodedScene.h"
 #include "tests/media/reader/MadeClips.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/dota/DotaListener.h"
 
-#include "queues/EventLoopQueue.h"
+#include "base/tasks/EventLoopQueue.h"
 #include "tests/moments/dota/LoopbackClient.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 
 #include "Recording.h"
 #include "SoundDesktop.h"
-#include "platform/pipewire/PipeWireSoundServer.h"
+#include "platform/pipewire/audio/PipeWireSoundServer.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

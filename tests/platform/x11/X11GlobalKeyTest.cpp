@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TestServer.h"
 
-#include "app/hotkey/HotKeyText.h"
-#include "app/hotkey/KeyCodes.h"
+#include "base/keys/HotKeyText.h"
+#include "base/keys/KeyCodes.h"
 #include "platform/x11/X11Platform.h"
 
 #include <gtest/gtest.h>

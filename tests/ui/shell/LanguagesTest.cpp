@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/language/L10n.h"
-#include "app/language/T.h"
+#include "base/language/L10n.h"
+#include "base/language/T.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 #include <QTest>

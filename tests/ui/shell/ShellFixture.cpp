@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/shell/ShellFixture.h"
 
-#include "app/language/L10n.h"
+#include "base/language/L10n.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/Symbols.h"

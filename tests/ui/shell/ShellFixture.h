@@ -3,7 +3,7 @@
 
 #include "library/matches/MatchTracker.h"
 #include "library/thumbnails/ThumbnailCache.h"
-#include "queues/MainQueue.h"
+#include "base/tasks/MainQueue.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"

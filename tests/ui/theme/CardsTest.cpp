@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/language/L10n.h"
+#include "base/language/L10n.h"
 
 #include "tests/ui/theme/ThemeFixture.h"
 

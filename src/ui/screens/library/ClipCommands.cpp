@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/screens/library/ClipCommands.h"
 
-#include "app/language/T.h"
+#include "base/language/T.h"
 #include "platform/FileMimeData.h"
 #include "ui/screens/library/ClipPicture.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/AppSettings.h"
+#include "base/settings/AppSettings.h"
 #include "library/clips/ClipLibrary.h"
 #include "platform/FileManager.h"
 #include "ui/shared/Navigation.h"

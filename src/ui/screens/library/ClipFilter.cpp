@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/screens/library/ClipFilter.h"
 
-#include "app/language/L10n.h"
-#include "app/language/T.h"
+#include "base/language/L10n.h"
+#include "base/language/T.h"
 
 namespace quelto {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/language/Language.h"
+#include "base/language/Language.h"
 #include "library/naming/Clip.h"
 
 #include <QList>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/queues/ManualQueue.h"
+#include "tests/base/tasks/ManualQueue.h"
 #include "tests/ui/screens/library/LibraryScreenFixture.h"
 
 namespace quelto {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/screens/library/ClipPicture.h"
 
-#include "tests/queues/ManualQueue.h"
+#include "tests/base/tasks/ManualQueue.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/screens/library/LibraryForQml.h"
 

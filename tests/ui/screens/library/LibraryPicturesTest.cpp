@@ -2,7 +2,7 @@
 #include "tests/ui/PictureClips.h"
 #include "tests/ui/screens/library/LibraryScreenFixture.h"
 
-#include "app/language/L10n.h"
+#include "base/language/L10n.h"
 
 #include <QTest>
 

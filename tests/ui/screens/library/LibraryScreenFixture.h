@@ -2,7 +2,7 @@
 #pragma once
 
 #include "library/thumbnails/ThumbnailCache.h"
-#include "queues/MainQueue.h"
+#include "base/tasks/MainQueue.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/theme/Theme.h"

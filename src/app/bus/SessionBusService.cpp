@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/bus/SessionBusService.h"
+
+#include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QMetaProperty>
+
+namespace quelto {
+
+namespace {
+
+constexpr int AnswerMilliseconds = 5000;
+
+} // namespace
+
+ProgramOnBus::ProgramOnBus(Recorder& recorder, AppSettings& settings, const Navigation& navigation, QObject* object)
+    : QDBusAbstractAdaptor(object)
+    , m_recorder(recorder)
+    , m_settings(settings)
+    , m_navigation(navigation)
+{
+    // SetSetting's argument is looked up by this name.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
+    connect(&recorder, &Recorder::clipSaved, this, &ProgramOnBus::ClipSaved);
+    connect(&recorder, &Recorder::saveFailed, this, &ProgramOnBus::SaveFailed);
+}
+
+QString ProgramOnBus::stateName() const
+{
+    return QString::fromLatin1(QMetaEnum::fromType<CaptureState>().valueToKey(static_cast<int>(m_recorder.stateKind())))
+        .toLower();
+}
+
+void ProgramOnBus::SaveClip()
+{
+    m_recorder.saveClip();
+}
+
+void ProgramOnBus::Start()
+{
+    m_recorder.start();
+}
+
+void ProgramOnBus::Stop()
+{
+    m_recorder.stop();
+}
+
+void ProgramOnBus::SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call)
+{
+    const auto* type = m_settings.metaObject();
+    const auto property = type->property(type->indexOfProperty(key.toUtf8().constData()));
+    auto converted = value.variant();
+    if (!property.isWritable() || !converted.convert(property.metaType())) {
+        call.setDelayedReply(true);
+        QDBusConnection::sessionBus().send(
+            call.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("no setting \"%1\" of that kind").arg(key)));
+        return;
+    }
+    property.write(&m_settings, converted);
+}
+
+ApplicationOnBus::ApplicationOnBus(std::function<void()> activate, QObject* object)
+    : QDBusAbstractAdaptor(object)
+    , m_activate(std::move(activate))
+{
+}
+
+void ApplicationOnBus::Activate(const QVariantMap& /*platformData*/)
+{
+    m_activate();
+}
+
+void ApplicationOnBus::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/)
+{
+    m_activate();
+}
+
+void ApplicationOnBus::ActivateAction(const QString& /*name*/, const QVariantList& /*parameter*/,
+                                      const QVariantMap& /*platformData*/)
+{
+    m_activate();
+}
+
+bool claimBusName()
+{
+    auto bus = QDBusConnection::sessionBus();
+    return !bus.isConnected() || bus.registerService(busNames::service);
+}
+
+bool raiseRunningInstance()
+{
+    auto call = QDBusMessage::createMethodCall(
+        busNames::service, busNames::path, QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
+    call << QVariantMap();
+    const auto reply = QDBusConnection::sessionBus().call(call, QDBus::Block, AnswerMilliseconds);
+    const bool isStarting = QDBusError(reply).type() == QDBusError::UnknownObject;
+    return reply.type() == QDBusMessage::ReplyMessage || isStarting;
+}
+
+} // namespace quelto

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/settings/AppSettings.h"
+#include "capture/recorder/Recorder.h"
+
+#include <QMenu>
+#include <QSystemTrayIcon>
+
+#include <functional>
+
+namespace quelto {
+
+/// What the status item's menu and the window's menu make happen.
+struct ShellCommands {
+    std::function<void()> showWindow;
+    std::function<void()> showSettings;
+    std::function<void()> openFolder;
+    std::function<void()> quit;
+};
+
+/// The icon in the desktop's status area, with a menu that is built each time it opens.
+///
+/// Thread: main.
+class StatusItem : public QObject {
+    Q_OBJECT
+
+public:
+    StatusItem(Recorder& recorder, const AppSettings& settings, ShellCommands commands);
+
+    QMenu& menu() { return m_menu; }
+    void updateIcon();
+
+private:
+    void rebuildMenu();
+    QString statusLine() const;
+
+    Recorder& m_recorder;
+    const AppSettings& m_settings;
+    ShellCommands m_commands;
+    QMenu m_menu;
+    QSystemTrayIcon m_icon;
+};
+
+} // namespace quelto

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/window/WindowFrame.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSettings>
+
+namespace quelto {
+
+namespace {
+
+// A crash loses no more than the last movement.
+constexpr std::chrono::seconds RestBeforeSave{1};
+
+const auto FrameKey = QStringLiteral("windows/QueltoMain");
+const auto MaximizedKey = QStringLiteral("windows/QueltoMainMaximized");
+
+QList<QRect> screensPrimaryFirst()
+{
+    // Qt lists the primary one first.
+    QList<QRect> all;
+    for (const auto* screen : QGuiApplication::screens()) {
+        all.append(screen->availableGeometry());
+    }
+    return all;
+}
+
+int areaOf(const QRect& rect)
+{
+    return rect.isEmpty() ? 0 : rect.width() * rect.height();
+}
+
+} // namespace
+
+QRect fittingFrame(const QRect& wanted, const QMargins& decoration, const QSize& smallest, const QList<QRect>& screens)
+{
+    if (screens.isEmpty()) {
+        return wanted;
+    }
+    const auto shown = [&](const QRect& screen) { return areaOf(screen.intersected(wanted)); };
+    const auto screen = *std::ranges::max_element(screens, {}, shown);
+    const auto room = screen.marginsRemoved(decoration);
+    auto frame = QRect(wanted.topLeft(), wanted.size().boundedTo(room.size()).expandedTo(smallest));
+    if (shown(screen) == 0) {
+        frame.moveCenter(room.center());
+    }
+    frame.moveRight(std::min(frame.right(), room.right()));
+    frame.moveBottom(std::min(frame.bottom(), room.bottom()));
+    // Last, as the title bar stands at the top and is read from the left.
+    frame.moveLeft(std::max(frame.left(), room.left()));
+    frame.moveTop(std::max(frame.top(), room.top()));
+    return frame;
+}
+
+WindowFrame::WindowFrame(QWindow& window, QString settingsPath)
+    : QObject(&window)
+    , m_window(window)
+    , m_settingsPath(std::move(settingsPath))
+{
+    restore();
+    m_untilSave.setSingleShot(true);
+    m_untilSave.setInterval(RestBeforeSave);
+    m_untilSave.callOnTimeout(this, &WindowFrame::save);
+    window.installEventFilter(this);
+    connect(&window, &QWindow::visibleChanged, this, [this](bool isVisible) {
+        m_isFitted = m_isFitted && isVisible;
+        save();
+    });
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &WindowFrame::save);
+}
+
+bool WindowFrame::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Expose:
+        fitAsDecorated();
+        break;
+    case QEvent::Move:
+    case QEvent::Resize:
+        m_untilSave.start();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void WindowFrame::restore()
+{
+    const QSettings settings(m_settingsPath, QSettings::IniFormat);
+    const auto saved = settings.value(FrameKey).toRect();
+    const auto screens = screensPrimaryFirst();
+    auto wanted = saved.isValid() ? saved : m_window.geometry();
+    if (!saved.isValid() && !screens.isEmpty()) {
+        wanted.moveCenter(screens.first().center());
+    }
+    m_window.setGeometry(fittingFrame(wanted, {}, m_window.minimumSize(), screens));
+    if (settings.value(MaximizedKey).toBool()) {
+        m_window.setWindowStates(Qt::WindowMaximized);
+    }
+}
+
+/// What the window manager draws around the window is not known before it stands on the screen.
+void WindowFrame::fitAsDecorated()
+{
+    if (m_isFitted || !m_window.isExposed()) {
+        return;
+    }
+    m_isFitted = true;
+    if (m_window.windowStates() != Qt::WindowNoState) {
+        return;
+    }
+    const auto frame =
+        fittingFrame(m_window.geometry(), m_window.frameMargins(), m_window.minimumSize(), screensPrimaryFirst());
+    if (frame != m_window.geometry()) {
+        m_window.setGeometry(frame);
+    }
+}
+
+void WindowFrame::save()
+{
+    QSettings settings(m_settingsPath, QSettings::IniFormat);
+    const bool isMaximized = m_window.windowStates().testFlag(Qt::WindowMaximized);
+    settings.setValue(MaximizedKey, isMaximized);
+    // The frame that a maximised window goes back to is the last one it had before.
+    if (!isMaximized) {
+        settings.setValue(FrameKey, m_window.geometry());
+    }
+}
+
+} // namespace quelto

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/files/RenameToFreeName.h"
+
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace quelto {
+
+int renameToFreeName(int folder, const char* from, const char* to) noexcept
+{
+    if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) {
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return errno;
+    }
+    if (::linkat(folder, from, folder, to, 0) == 0) {
+        ::unlinkat(folder, from, 0);
+        return 0;
+    }
+    if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS && errno != EMLINK) {
+        return errno;
+    }
+    // No links either: an empty file takes the name, and only who made it may put the clip in its place.
+    const auto claim = ::openat(folder, to, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (claim < 0) {
+        return errno;
+    }
+    ::close(claim);
+    if (::renameat(folder, from, folder, to) == 0) {
+        return 0;
+    }
+    const auto reason = errno;
+    ::unlinkat(folder, to, 0);
+    return reason;
+}
+
+} // namespace quelto

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/keys/HotKeyText.h"
+
+namespace quelto {
+
+namespace {
+
+struct ModifierRow {
+    std::uint32_t bit;
+    Qt::KeyboardModifier modifier;
+    const char* symbol;
+};
+
+// In the order in which they are shown.
+constexpr std::array Modifiers{
+    ModifierRow{modifierBits::control, Qt::ControlModifier, "⌃"},
+    ModifierRow{modifierBits::option, Qt::AltModifier, "⌥"},
+    ModifierRow{modifierBits::shift, Qt::ShiftModifier, "⇧"},
+    ModifierRow{modifierBits::command, Qt::MetaModifier, "⌘"},
+};
+
+struct KeyRow {
+    std::uint32_t keyCode;
+    const char* name;
+};
+
+constexpr std::array FunctionKeys{
+    KeyRow{122, "F1"},  KeyRow{120, "F2"},  KeyRow{99, "F3"},   KeyRow{118, "F4"},  KeyRow{96, "F5"},
+    KeyRow{97, "F6"},   KeyRow{98, "F7"},   KeyRow{100, "F8"},  KeyRow{101, "F9"},  KeyRow{109, "F10"},
+    KeyRow{103, "F11"}, KeyRow{111, "F12"}, KeyRow{105, "F13"}, KeyRow{107, "F14"}, KeyRow{113, "F15"},
+    KeyRow{106, "F16"}, KeyRow{64, "F17"},  KeyRow{79, "F18"},  KeyRow{80, "F19"},
+};
+
+constexpr std::array NamedKeys{
+    KeyRow{49, "Space"}, KeyRow{36, "↩"},     KeyRow{48, "⇥"},     KeyRow{51, "⌫"},  KeyRow{117, "⌦"},
+    KeyRow{123, "←"},    KeyRow{124, "→"},    KeyRow{125, "↓"},    KeyRow{126, "↑"}, KeyRow{115, "Home"},
+    KeyRow{119, "End"},  KeyRow{116, "PgUp"}, KeyRow{121, "PgDn"},
+};
+
+template <typename Rows> const KeyRow* tryFind(const Rows& rows, std::uint32_t keyCode)
+{
+    const auto* row = std::ranges::find(rows, keyCode, &KeyRow::keyCode);
+    return row == rows.end() ? nullptr : row;
+}
+
+} // namespace
+
+QString hotKeyDisplay(std::uint32_t modifiers, const QString& keyName)
+{
+    QString shown;
+    for (const auto& row : Modifiers) {
+        if ((modifiers & row.bit) != 0) {
+            shown += QString::fromUtf8(row.symbol);
+        }
+    }
+    return shown + keyName;
+}
+
+std::optional<QString> specialKeyName(std::uint32_t keyCode)
+{
+    const auto* row = tryFind(FunctionKeys, keyCode);
+    row = row != nullptr ? row : tryFind(NamedKeys, keyCode);
+    return row != nullptr ? std::optional(QString::fromUtf8(row->name)) : std::nullopt;
+}
+
+bool isFunctionKey(std::uint32_t keyCode)
+{
+    return tryFind(FunctionKeys, keyCode) != nullptr;
+}
+
+QString hotKeyName(std::uint32_t keyCode, const QString& charactersIgnoringModifiers)
+{
+    if (const auto name = specialKeyName(keyCode)) {
+        return *name;
+    }
+    return charactersIgnoringModifiers.isEmpty() ? QStringLiteral("?") : charactersIgnoringModifiers.toUpper();
+}
+
+std::uint32_t storedModifiers(Qt::KeyboardModifiers modifiers)
+{
+    std::uint32_t bits = 0;
+    for (const auto& row : Modifiers) {
+        if (modifiers.testFlag(row.modifier)) {
+            bits += row.bit;
+        }
+    }
+    return bits;
+}
+
+} // namespace quelto

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/tasks/SerialQueue.h"
+
+#include <pthread.h>
+#include <sys/resource.h>
+
+#include <future>
+#include <map>
+
+namespace quelto {
+
+struct SerialQueue::State {
+    std::mutex lock;
+    std::condition_variable changed;
+    // Ordered by due time; a multimap keeps tasks of one due time in the order of their arrival.
+    std::multimap<std::chrono::steady_clock::time_point, Task> tasks;
+    bool isEnding = false;
+
+    /// What has not begun, for destruction outside the lock.
+    auto end()
+    {
+        const std::scoped_lock guard(lock);
+        isEnding = true;
+        changed.notify_all();
+        return std::exchange(tasks, {});
+    }
+
+    void run()
+    {
+        std::unique_lock guard(lock);
+        while (!isEnding) {
+            if (tasks.empty()) {
+                changed.wait(guard);
+                continue;
+            }
+            const auto first = tasks.begin();
+            if (const auto due = first->first; due > std::chrono::steady_clock::now()) {
+                changed.wait_until(guard, due);
+                continue;
+            }
+            auto task = std::move(first->second);
+            tasks.erase(first);
+            guard.unlock();
+            task();
+            // What the task holds must go before the lock is taken: its destructors may post.
+            task = nullptr;
+            guard.lock();
+        }
+    }
+};
+
+SerialQueue::SerialQueue(const QString& name, QueuePriority priority)
+    : m_state(std::make_shared<State>())
+    , m_thread([state = m_state, name = name.toUtf8().left(15), priority] {
+        pthread_setname_np(pthread_self(), name.constData());
+        if (priority == QueuePriority::userInteractive) {
+            // On Linux a nice value belongs to the thread. Ordinary users are mostly refused, which costs nothing.
+            setpriority(PRIO_PROCESS, 0, -10);
+        }
+        state->run();
+    })
+{
+}
+
+SerialQueue::~SerialQueue()
+{
+    if (m_thread.joinable()) {
+        m_state->end();
+        m_thread.join();
+    }
+}
+
+void SerialQueue::post(Task task)
+{
+    // A task without a delay is due at the time of its posting, so it takes its turn among those that were delayed.
+    postAfter(HostDuration::zero(), std::move(task));
+}
+
+void SerialQueue::postAfter(HostDuration delay, Task task)
+{
+    {
+        const std::scoped_lock guard(m_state->lock);
+        m_state->tasks.emplace(std::chrono::steady_clock::now() + delay, std::move(task));
+    }
+    m_state->changed.notify_one();
+}
+
+void SerialQueue::sync(const Task& task)
+{
+    Q_ASSERT(!isCurrent());
+    std::promise<void> done;
+    post([&] {
+        task();
+        done.set_value();
+    });
+    done.get_future().wait();
+}
+
+void SerialQueue::finish(HostDuration patience)
+{
+    const auto finished = std::make_shared<std::promise<void>>();
+    post([finished, state = m_state] {
+        state->end();
+        finished->set_value();
+    });
+    if (finished->get_future().wait_for(patience) == std::future_status::ready) {
+        m_thread.join();
+    } else {
+        m_state->end();
+        m_thread.detach();
+    }
+}
+
+bool SerialQueue::isCurrent() const noexcept
+{
+    return std::this_thread::get_id() == m_thread.get_id();
+}
+
+} // namespace quelto

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/mic/MicCapture.h"
+
+#include "capture/mix/AudioMixer.h"
+
+namespace quelto {
+
+namespace {
+
+constexpr auto LevelInterval = std::chrono::milliseconds(80);
+
+} // namespace
+
+MicCapture::MicCapture(SoundServer& server, Clock clock)
+    : m_server(server)
+    , m_clock(std::move(clock))
+{
+}
+
+MicCapture::~MicCapture()
+{
+    stop();
+}
+
+void MicCapture::start(const QString& deviceID)
+{
+    stop();
+    auto source = m_server.microphone(deviceID);
+    source->start({.onSample = [this](const AudioSamplePtr& sample) { deliver(sample); },
+                   .onWarning =
+                       [this](const std::optional<QString>& warning) {
+                           if (onWarning) {
+                               onWarning(warning);
+                           }
+                       }});
+    m_source = std::move(source);
+}
+
+void MicCapture::stop() noexcept
+{
+    if (m_source) {
+        m_source->stop();
+        m_source.reset();
+    }
+}
+
+void MicCapture::deliver(const AudioSamplePtr& sample)
+{
+    if (!sample) {
+        return;
+    }
+    if (onSample) {
+        onSample(sample);
+    }
+    if (const auto now = m_clock(); now - m_lastLevelTime > LevelInterval) {
+        m_lastLevelTime = now;
+        if (onLevel) {
+            onLevel(AudioMixer::peakLevel(*sample));
+        }
+    }
+}
+
+} // namespace quelto

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/codec/EncoderCandidates.h"
+
+namespace quelto {
+
+namespace {
+
+using Option = std::pair<const char*, const char*>;
+
+constexpr std::array NvencOptions{
+    Option{"preset", "p4"},
+    Option{"tune", "ll"},
+    Option{"rc", "vbr"},
+    Option{"delay", "0"},
+    Option{"zerolatency", "1"},
+    Option{"forced-idr", "1"},
+    Option{"b_ref_mode", "disabled"},
+};
+
+constexpr std::array VaapiOptions{
+    Option{"rc_mode", "VBR"},
+    Option{"async_depth", "1"},
+};
+
+// Measured on a moving 1080p60 scene at 13.7 Mbit/s, processor time for a second of it: 0.42 s with nothing switched on
+// (34.0 dB), 0.58 s with these (34.7 dB), 0.72 s for "superfast" (35.3 dB), 1.18 s for "veryfast" (35.3 dB). A game
+// wants the rest. The transform of 8×8 also is what makes the stream High profile. Slices as threads cost nothing here
+// and keep only one picture waiting: rate control wants to know how long a picture is shown before it spends bits on
+// it, and so gives a still screen all that it may have.
+constexpr std::array X264Options{
+    Option{"preset", "ultrafast"},
+    Option{"forced-idr", "1"},
+    Option{"aq-mode", "1"},
+    Option{"x264-params",
+           "8x8dct=1:cabac=1:deblock=0,0:rc-lookahead=0:sync-lookahead=0:scenecut=0:sliced-threads=1:open-gop=0"},
+};
+
+constexpr std::array X265Options{
+    Option{"preset", "ultrafast"},
+    Option{"tune", "zerolatency"},
+    Option{"forced-idr", "1"},
+    Option{"x265-params", "log-level=none:scenecut=0:open-gop=0:repeat-headers=0:info=0"},
+};
+
+using enum VideoCodec;
+
+constexpr std::array Candidates{
+    EncoderCandidate{h264, "h264_nvenc", PictureInput::nv12, EncoderProof::givesPictures, NvencOptions},
+    EncoderCandidate{hevc, "hevc_nvenc", PictureInput::nv12, EncoderProof::givesPictures, NvencOptions},
+    EncoderCandidate{h264, "h264_vaapi", PictureInput::vaapi, EncoderProof::givesPictures, VaapiOptions},
+    EncoderCandidate{hevc, "hevc_vaapi", PictureInput::vaapi, EncoderProof::givesPictures, VaapiOptions},
+    EncoderCandidate{h264, "libx264", PictureInput::nv12, EncoderProof::opens, X264Options},
+    EncoderCandidate{hevc, "libx265", PictureInput::yuv420p, EncoderProof::opens, X265Options},
+};
+
+} // namespace
+
+std::span<const EncoderCandidate> encoderCandidates() noexcept
+{
+    return Candidates;
+}
+
+} // namespace quelto

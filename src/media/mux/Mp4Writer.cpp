@@ -1,0 +1,330 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/mux/Mp4Writer.h"
+
+#include "base/files/WholeFile.h"
+#include "media/ffmpeg/FfmpegError.h"
+#include "media/ffmpeg/Handles.h"
+
+extern "C" {
+#include <libavutil/channel_layout.h>
+#include <libavutil/intreadwrite.h>
+#include <libavutil/opt.h>
+}
+
+#include <cstring>
+#include <exception>
+#include <limits>
+#include <system_error>
+
+namespace quelto {
+
+namespace {
+
+constexpr int VideoTicksPerSecond = 90000;
+constexpr int SoundTicksPerSecond = 48000;
+constexpr int FramesPerPacket = 1024;
+constexpr int IoBufferBytes = 512 << 10;
+// Picture and sound take turns in runs of this length, so that a player finds both close together.
+constexpr std::int64_t RunsPerSecond = 2;
+constexpr std::int64_t TicksPerRun = VideoTicksPerSecond / RunsPerSecond;
+constexpr std::int64_t SoundTicksPerRun = SoundTicksPerSecond / RunsPerSecond;
+// The library starts a new chunk in its index at the latest at this size.
+constexpr std::int64_t ChunkBytes = 1 << 20;
+
+/// Joins the library's output to the file. Nothing may be thrown through the library: the error waits here.
+class FileIo {
+public:
+    explicit FileIo(WholeFile& file)
+        : m_file(file)
+    {
+        auto* buffer = static_cast<unsigned char*>(av_malloc(IoBufferBytes));
+        m_io.reset(buffer ? avio_alloc_context(buffer, IoBufferBytes, 1, this, nullptr, &FileIo::write, &FileIo::seek)
+                          : nullptr);
+        if (!m_io) {
+            av_free(buffer);
+            throw std::bad_alloc();
+        }
+    }
+
+    AVIOContext* get() const noexcept { return m_io.get(); }
+
+    /// The file's own error is told before the library's.
+    int checked(int status) const
+    {
+        if (m_failure) {
+            std::rethrow_exception(m_failure);
+        }
+        return ffmpeg::checked(status);
+    }
+
+private:
+    template <typename Action> int guarded(Action action) noexcept
+    {
+        try {
+            action();
+            return 0;
+        } catch (const std::system_error& error) {
+            m_failure = std::current_exception();
+            return AVERROR(error.code().value());
+        } catch (...) {
+            m_failure = std::current_exception();
+            return AVERROR_EXTERNAL;
+        }
+    }
+
+    static int write(void* self, std::uint8_t* data, int size) noexcept
+    {
+        auto& io = *static_cast<FileIo*>(self);
+        const auto status = io.guarded([&] {
+            io.m_file.write({reinterpret_cast<const std::byte*>(data), static_cast<std::size_t>(size)});
+        });
+        return status < 0 ? status : size;
+    }
+
+    static std::int64_t seek(void* self, std::int64_t offset, int whence) noexcept
+    {
+        auto& io = *static_cast<FileIo*>(self);
+        if (whence == AVSEEK_SIZE) {
+            return io.m_file.size();
+        }
+        if (whence != SEEK_SET) {
+            return AVERROR(EINVAL);
+        }
+        const auto status = io.guarded([&] { io.m_file.seek(offset); });
+        return status < 0 ? status : offset;
+    }
+
+    WholeFile& m_file;
+    std::exception_ptr m_failure;
+    ffmpeg::Io m_io;
+};
+
+void setExtradata(AVCodecParameters* parameters, std::span<const std::byte> bytes)
+{
+    parameters->extradata =
+        static_cast<std::uint8_t*>(av_mallocz(bytes.size() + static_cast<std::size_t>(AV_INPUT_BUFFER_PADDING_SIZE)));
+    if (!parameters->extradata) {
+        throw std::bad_alloc();
+    }
+    std::memcpy(parameters->extradata, bytes.data(), bytes.size());
+    parameters->extradata_size = static_cast<int>(bytes.size());
+}
+
+std::int64_t ticksFromStart(HostTime time, HostTime start)
+{
+    std::int64_t span = 0;
+    if (__builtin_sub_overflow(time.time_since_epoch().count(), start.time_since_epoch().count(), &span)) {
+        return 0;
+    }
+    return av_rescale(span, VideoTicksPerSecond, HostClock::period::den);
+}
+
+/// The samples that hold anything, with their places on the track. A stamp that does not rise is moved up by a tick,
+/// since no file can hold it.
+struct TimedSample {
+    const VideoSample* sample = nullptr;
+    std::int64_t time = 0;
+};
+
+std::vector<TimedSample> timedSamples(const Mp4Movie& movie)
+{
+    std::vector<TimedSample> timed;
+    timed.reserve(movie.video.size());
+    const auto end = ticksFromStart(movie.end, movie.start);
+    for (const auto& sample : movie.video) {
+        if (!sample || sample->data.empty() || sample->data.size() > std::numeric_limits<int>::max()) {
+            continue;
+        }
+        const auto lowest = timed.empty() ? 0 : timed.back().time + 1;
+        timed.push_back(
+            {sample.get(), std::max(lowest, std::min(ticksFromStart(sample->presentationTime, movie.start), end))});
+    }
+    return timed;
+}
+
+/// Room for the whole index: what each kind of entry takes at most, and the boxes around them.
+std::int64_t indexBytes(const std::vector<TimedSample>& video, const Mp4Movie& movie)
+{
+    constexpr std::int64_t BoxesPerTrack = 2048;
+    constexpr std::int64_t BytesPerChunk = 8 + 12; // co64, stsc
+    std::int64_t dataBytes = 0;
+    for (const auto& [sample, time] : video) {
+        dataBytes += static_cast<std::int64_t>(sample->data.size());
+    }
+    const auto runs = ticksFromStart(movie.end, movie.start) / TicksPerRun + 2;
+    // Two chunks that follow each other in one run are together longer than one may be.
+    auto chunks = runs + 2 * dataBytes / ChunkBytes + 1;
+    auto bytes = BoxesPerTrack + static_cast<std::int64_t>(video.front().sample->format->parameterSets.size()) +
+        static_cast<std::int64_t>(video.size()) * (8 + 4 + 4); // stts, stsz, stss
+    for (const auto& sound : movie.sound) {
+        const auto packets = (sound.frames + sound.primingFrames) / FramesPerPacket + 2;
+        bytes += BoxesPerTrack + static_cast<std::int64_t>(sound.decoderConfiguration.size()) + packets * (4 + 8);
+        chunks += runs + packets * FramesPerPacket / SoundTicksPerSecond + 1;
+    }
+    return BoxesPerTrack + bytes + chunks * BytesPerChunk;
+}
+
+class Writer {
+public:
+    Writer(const Mp4Movie& movie, WholeFile& file)
+        : m_movie(movie)
+        , m_video(timedSamples(movie))
+        , m_io(file)
+    {
+        if (m_video.empty() || !m_video.front().sample->format ||
+            m_video.front().sample->format->parameterSets.empty()) {
+            throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
+        }
+        AVFormatContext* made = nullptr;
+        ffmpeg::checked(avformat_alloc_output_context2(&made, nullptr, "mp4", nullptr));
+        m_context.reset(made);
+        m_context->pb = m_io.get();
+        m_context->flags |= AVFMT_FLAG_CUSTOM_IO | AVFMT_FLAG_BITEXACT;
+        addVideoTrack(*m_video.front().sample->format);
+        for (const auto& sound : movie.sound) {
+            addSoundTrack(sound);
+        }
+        m_nextFrame.resize(movie.sound.size());
+        for (std::size_t i = 0; i < movie.sound.size(); ++i) {
+            m_nextFrame[i] = -movie.sound[i].primingFrames;
+        }
+    }
+
+    void write()
+    {
+        writeHeader();
+        const auto runs = ticksFromStart(m_movie.end, m_movie.start) / TicksPerRun + 1;
+        std::size_t written = 0;
+        for (std::int64_t run = 1; run <= runs; ++run) {
+            const bool isLast = run == runs;
+            while (written < m_video.size() && (isLast || m_video[written].time < run * TicksPerRun)) {
+                writeSample(written++);
+            }
+            for (std::size_t i = 0; i < m_movie.sound.size(); ++i) {
+                writeSoundUpTo(
+                    i, isLast ? m_movie.sound[i].frames : std::min(run * SoundTicksPerRun, m_movie.sound[i].frames));
+            }
+        }
+        m_io.checked(av_write_trailer(m_context.get()));
+        avio_flush(m_io.get());
+        m_io.checked(m_io.get()->error);
+    }
+
+private:
+    AVStream* addTrack()
+    {
+        auto* stream = avformat_new_stream(m_context.get(), nullptr);
+        if (!stream) {
+            throw std::bad_alloc();
+        }
+        return stream;
+    }
+
+    void addVideoTrack(const VideoFormat& format)
+    {
+        auto* stream = addTrack();
+        stream->time_base = {1, VideoTicksPerSecond};
+        stream->disposition = AV_DISPOSITION_DEFAULT;
+        auto* parameters = stream->codecpar;
+        parameters->codec_type = AVMEDIA_TYPE_VIDEO;
+        const bool isHevc = format.codec == VideoCodec::hevc;
+        parameters->codec_id = isHevc ? AV_CODEC_ID_HEVC : AV_CODEC_ID_H264;
+        parameters->codec_tag = isHevc ? MKTAG('h', 'v', 'c', '1') : MKTAG('a', 'v', 'c', '1');
+        parameters->format = AV_PIX_FMT_YUV420P;
+        parameters->width = format.size.width();
+        parameters->height = format.size.height();
+        parameters->color_range = AVCOL_RANGE_MPEG;
+        parameters->color_primaries = AVCOL_PRI_BT709;
+        parameters->color_trc = AVCOL_TRC_BT709;
+        parameters->color_space = AVCOL_SPC_BT709;
+        parameters->chroma_location = AVCHROMA_LOC_LEFT;
+        setExtradata(parameters, format.parameterSets);
+    }
+
+    void addSoundTrack(const Mp4Sound& sound)
+    {
+        auto* stream = addTrack();
+        stream->time_base = {1, SoundTicksPerSecond};
+        stream->disposition = sound.state == Mp4TrackState::enabled ? AV_DISPOSITION_DEFAULT : 0;
+        auto* parameters = stream->codecpar;
+        parameters->codec_type = AVMEDIA_TYPE_AUDIO;
+        parameters->codec_id = AV_CODEC_ID_AAC;
+        parameters->bit_rate = sound.bitsPerSecond;
+        parameters->sample_rate = SoundTicksPerSecond;
+        parameters->frame_size = FramesPerPacket;
+        parameters->initial_padding = sound.primingFrames;
+        av_channel_layout_default(&parameters->ch_layout, 2);
+        setExtradata(parameters, sound.decoderConfiguration);
+    }
+
+    void writeHeader()
+    {
+        AVDictionary* made = nullptr;
+        av_dict_set_int(&made, "moov_size", indexBytes(m_video, m_movie), 0);
+        // Newer libraries count the movie's own clock finer than in milliseconds if asked to.
+        if (av_opt_find(m_context->priv_data, "movie_timescale", nullptr, 0, 0)) {
+            av_dict_set_int(&made, "movie_timescale", VideoTicksPerSecond, 0);
+        }
+        const auto status = avformat_write_header(m_context.get(), &made);
+        const ffmpeg::Dictionary unused(made);
+        m_io.checked(status);
+    }
+
+    void writePacket(std::span<const std::byte> data, int track, std::int64_t time, std::int64_t duration, int flags)
+    {
+        // The library only reads; its packets have no constant form.
+        m_packet->data = reinterpret_cast<std::uint8_t*>(const_cast<std::byte*>(data.data()));
+        m_packet->size = static_cast<int>(data.size());
+        m_packet->stream_index = track;
+        m_packet->pts = time;
+        m_packet->dts = time;
+        m_packet->duration = duration;
+        m_packet->flags = flags;
+        const AVRational base{1, track == 0 ? VideoTicksPerSecond : SoundTicksPerSecond};
+        av_packet_rescale_ts(m_packet.get(), base, m_context->streams[track]->time_base);
+        m_io.checked(av_write_frame(m_context.get(), m_packet.get()));
+    }
+
+    void writeSample(std::size_t index)
+    {
+        const auto& [sample, time] = m_video[index];
+        const auto next =
+            index + 1 < m_video.size() ? m_video[index + 1].time : ticksFromStart(m_movie.end, m_movie.start);
+        writePacket(sample->data, 0, time, std::max<std::int64_t>(next - time, 1),
+                    sample->isKeyframe() ? AV_PKT_FLAG_KEY : 0);
+    }
+
+    void writeSoundUpTo(std::size_t index, std::int64_t frame)
+    {
+        const auto& sound = m_movie.sound[index];
+        auto& next = m_nextFrame[index];
+        while (next < frame) {
+            const auto packet = sound.packets->next();
+            if (!packet) {
+                next = sound.frames;
+                return;
+            }
+            // The last packet is cut to the track's end, so that all tracks end together.
+            const auto duration = std::min<std::int64_t>(FramesPerPacket, sound.frames - next);
+            writePacket(*packet, static_cast<int>(index) + 1, next, duration, AV_PKT_FLAG_KEY);
+            next += FramesPerPacket;
+        }
+    }
+
+    const Mp4Movie& m_movie;
+    std::vector<TimedSample> m_video;
+    FileIo m_io;
+    ffmpeg::OutputContext m_context;
+    ffmpeg::Packet m_packet = ffmpeg::makePacket();
+    std::vector<std::int64_t> m_nextFrame;
+};
+
+} // namespace
+
+void writeMp4(const Mp4Movie& movie, WholeFile& file)
+{
+    ffmpeg::keepQuiet();
+    Writer(movie, file).write();
+}
+
+} // namespace quelto

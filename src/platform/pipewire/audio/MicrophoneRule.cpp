@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/pipewire/audio/MicrophoneRule.h"
+
+#include "base/language/T.h"
+
+namespace quelto::pipewire {
+
+namespace {
+
+bool isRecordingDevice(const Node& node)
+{
+    return node.mediaClass == u"Audio/Source" || node.mediaClass.startsWith(u"Audio/Source/") ||
+        node.mediaClass == u"Audio/Duplex";
+}
+
+bool isSink(const Node& node)
+{
+    return node.mediaClass == u"Audio/Sink" || node.mediaClass.startsWith(u"Audio/Sink/");
+}
+
+/// A device that has just been plugged in shows its ports a moment later.
+bool hasPorts(const Graph& graph, ObjectId device)
+{
+    return !graph.portsOf(device, PortDirection::output).empty();
+}
+
+std::vector<ObjectId> capturedPorts(const Graph& graph, ObjectId device)
+{
+    std::vector<ObjectId> ports = graph.portsOf(device, PortDirection::output);
+    const auto withChannel = [&](const QString& channel) {
+        return std::ranges::find_if(ports, [&](ObjectId id) { return graph.ports.at(id).channel == channel; });
+    };
+    const auto left = withChannel(QStringLiteral("FL"));
+    const auto right = withChannel(QStringLiteral("FR"));
+    if (left != ports.end() && right != ports.end()) {
+        return {*left, *right};
+    }
+    if (ports.size() > 2) {
+        ports.resize(2);
+    }
+    return ports;
+}
+
+} // namespace
+
+MicrophoneRule::MicrophoneRule(QString id)
+    : m_id(std::move(id))
+{
+}
+
+std::optional<ObjectId> MicrophoneRule::device(const Graph& graph) const
+{
+    // Somebody who stored the name of an output wants to record that output.
+    if (const auto chosen = graph.nodeNamed(m_id); chosen && hasPorts(graph, *chosen)) {
+        const Node& node = graph.nodes.at(*chosen);
+        if (isRecordingDevice(node) || isSink(node)) {
+            return chosen;
+        }
+    }
+    // Where there is no recording device, the session names an output as the default one.
+    if (const auto standard = graph.nodeNamed(graph.defaultSource); standard && hasPorts(graph, *standard)) {
+        if (isRecordingDevice(graph.nodes.at(*standard))) {
+            return standard;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<int> MicrophoneRule::channels(const Graph& graph) const
+{
+    const auto from = device(graph);
+    return from ? std::optional(capturedPorts(graph, *from).size() == 1 ? 1 : 2) : std::nullopt;
+}
+
+LinkPlan MicrophoneRule::links(const Graph& graph, ObjectId captureNode) const
+{
+    const auto from = device(graph);
+    if (!from) {
+        return {};
+    }
+    const std::vector<ObjectId> outputs = capturedPorts(graph, *from);
+    const std::vector<ObjectId> inputs = graph.portsOf(captureNode, PortDirection::input);
+    if (outputs.size() != inputs.size()) {
+        return {};
+    }
+    LinkPlan plan;
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        plan.insert({outputs[i], inputs[i]});
+    }
+    return plan;
+}
+
+QString MicrophoneRule::noServer() const
+{
+    return T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire wireplumber” komutunu "
+             "çalıştırıp yeniden deneyin.");
+}
+
+QString MicrophoneRule::noDevice() const
+{
+    return T("Mikrofon bulunamadı.");
+}
+
+QList<MicrophoneInfo> microphonesIn(const Graph& graph)
+{
+    QList<MicrophoneInfo> found;
+    for (const auto& [id, node] : graph.nodes) {
+        if (isRecordingDevice(node) && ownerOf(graph, id) != Owner::thisProgram) {
+            found.append({.id = node.name, .name = node.description.isEmpty() ? node.name : node.description});
+        }
+    }
+    return found;
+}
+
+} // namespace quelto::pipewire

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/pipewire/audio/BlockRing.h"
+#include "platform/pipewire/audio/StampAligner.h"
+#include "media/types/AudioSample.h"
+
+#include <span>
+
+namespace quelto::pipewire {
+
+/// Makes samples out of captured blocks.
+///
+/// Servers that run at low latency hand out blocks of a millisecond, whose upkeep would cost more memory than their
+/// sound: they are put together to 10 ms at least, never across a gap or a change of format.
+class SampleAssembler {
+public:
+    SampleAssembler(int sampleRate, std::function<void(AudioSamplePtr)> onSample);
+
+    void add(const BlockRing::Block& block, std::span<const float> values);
+    /// Hands out what has been put together so far.
+    void flush();
+
+private:
+    int m_sampleRate;
+    std::function<void(AudioSamplePtr)> m_onSample;
+    StampAligner m_aligner;
+    HostTime m_time;
+    int m_channels = 0;
+    std::vector<float> m_values;
+};
+
+} // namespace quelto::pipewire

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/pipewire/core/PipeWireConnection.h"
+
+#include <cerrno>
+
+namespace quelto::pipewire {
+
+namespace {
+
+constexpr int RetryMilliseconds = 250;
+
+PipeWireConnection* connectionOf(void* data)
+{
+    return static_cast<PipeWireConnection*>(data);
+}
+
+} // namespace
+
+const pw_core_events PipeWireConnection::CoreEvents = {
+    .version = PW_VERSION_CORE_EVENTS,
+    .done = [](void* data, std::uint32_t, int sequence) { connectionOf(data)->handleSync(sequence); },
+    .error = [](void* data, std::uint32_t id, int, int result,
+                const char*) { connectionOf(data)->handleError(id, result); },
+};
+
+PipeWireConnection::Lock::Lock(PipeWireConnection& connection)
+    : m_loop(connection.m_loop.get())
+{
+    pw_thread_loop_lock(m_loop);
+}
+
+PipeWireConnection::Lock::~Lock()
+{
+    pw_thread_loop_unlock(m_loop);
+}
+
+PipeWireConnection::~PipeWireConnection()
+{
+    if (m_loop) {
+        pw_thread_loop_stop(m_loop.get());
+        m_reconnect.reset();
+        disconnect();
+        m_context.reset();
+    }
+}
+
+bool PipeWireConnection::startLoop()
+{
+    if (m_context) {
+        return true;
+    }
+    static const bool isInitialised = (pw_init(nullptr, nullptr), true);
+    static_cast<void>(isInitialised);
+    m_loop.reset(pw_thread_loop_new("quelto-sound", nullptr));
+    if (!m_loop) {
+        return false;
+    }
+    m_context = makeContext(loop());
+    if (!m_context || pw_thread_loop_start(m_loop.get()) != 0) {
+        m_context.reset();
+        m_loop.reset();
+        return false;
+    }
+    const Lock lock(*this);
+    m_reconnect = std::make_unique<LoopTimer>(loop(), [this] {
+        disconnect();
+        connect();
+        if (!m_core && !m_listeners.empty()) {
+            m_reconnect->arm(RetryMilliseconds);
+        }
+    });
+    return true;
+}
+
+bool PipeWireConnection::waitUntilReady(std::chrono::milliseconds longest)
+{
+    if (!startLoop()) {
+        return false;
+    }
+    const auto deadline = std::chrono::steady_clock::now() + longest;
+    const Lock lock(*this);
+    if (!m_core) {
+        connect();
+    }
+    while (m_core && !m_isReady && std::chrono::steady_clock::now() < deadline) {
+        waitForChange(deadline);
+    }
+    return m_isReady;
+}
+
+void PipeWireConnection::waitForChange(std::chrono::steady_clock::time_point deadline)
+{
+    const auto left = deadline - std::chrono::steady_clock::now();
+    timespec until = {};
+    pw_thread_loop_get_time(m_loop.get(), &until, std::max<std::int64_t>(1, std::chrono::nanoseconds(left).count()));
+    pw_thread_loop_timed_wait_full(m_loop.get(), &until);
+}
+
+void PipeWireConnection::addListener(Listener* listener)
+{
+    m_listeners.push_back(listener);
+    if (!m_core && !m_reconnect->isArmed()) {
+        m_reconnect->arm(RetryMilliseconds);
+    }
+}
+
+void PipeWireConnection::removeListener(Listener* listener)
+{
+    std::erase(m_listeners, listener);
+}
+
+void PipeWireConnection::connect()
+{
+    m_core.reset(pw_context_connect(m_context.get(), nullptr, 0));
+    if (!m_core) {
+        return;
+    }
+    listen(m_core.get(), m_coreHook, CoreEvents, this);
+    m_mirror = std::make_unique<RegistryMirror>(m_core.get(), [this] {
+        m_hasNewsSinceSync = true;
+        askForSync();
+    });
+    askForSync();
+}
+
+void PipeWireConnection::disconnect()
+{
+    m_isReady = false;
+    m_pendingSync.reset();
+    m_mirror.reset();
+    m_coreHook.remove();
+    m_core.reset();
+}
+
+/// Changes come in bursts, and half a device is no news: listeners hear of them once the server has sent all that it
+/// had to say at the time.
+void PipeWireConnection::askForSync()
+{
+    if (!m_pendingSync) {
+        m_hasNewsSinceSync = false;
+        m_pendingSync = sync(m_core.get());
+    }
+}
+
+void PipeWireConnection::handleSync(int sequence)
+{
+    if (m_pendingSync != sequence) {
+        return;
+    }
+    m_pendingSync.reset();
+    if (m_hasNewsSinceSync) {
+        askForSync();
+        return;
+    }
+    m_isReady = true;
+    pw_thread_loop_signal(m_loop.get(), false);
+    for (Listener* listener : m_listeners) {
+        listener->onGraphChanged();
+    }
+}
+
+void PipeWireConnection::handleError(std::uint32_t id, int result)
+{
+    if (id != PW_ID_CORE || result != -EPIPE) {
+        return;
+    }
+    m_isReady = false;
+    for (Listener* listener : m_listeners) {
+        listener->onServerLost();
+    }
+    pw_thread_loop_signal(m_loop.get(), false);
+    // The core must outlive its own event.
+    m_reconnect->arm(0);
+}
+
+} // namespace quelto::pipewire

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/pipewire/core/RegistryMirror.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <unistd.h>
+
+namespace quelto::pipewire {
+
+namespace {
+
+RegistryMirror* mirrorOf(void* data)
+{
+    return static_cast<RegistryMirror*>(data);
+}
+
+} // namespace
+
+const pw_registry_events RegistryMirror::RegistryEvents = {
+    .version = PW_VERSION_REGISTRY_EVENTS,
+    .global = [](void* data, std::uint32_t id, std::uint32_t, const char* type, std::uint32_t version,
+                 const spa_dict* properties) { mirrorOf(data)->add(id, type, version, properties); },
+    .global_remove = [](void* data, std::uint32_t id) { mirrorOf(data)->remove(id); },
+};
+
+const pw_client_events RegistryMirror::ClientEvents = {
+    .version = PW_VERSION_CLIENT_EVENTS,
+    .info = [](void* data, const pw_client_info* info) { static_cast<BoundClient*>(data)->mirror->readClient(*info); },
+    .permissions = nullptr,
+};
+
+const pw_metadata_events RegistryMirror::MetadataEvents = {
+    .version = PW_VERSION_METADATA_EVENTS,
+    .property =
+        [](void* data, std::uint32_t subject, const char* key, const char*, const char* value) {
+            if (subject == PW_ID_CORE && key) {
+                mirrorOf(data)->readDefault(key, value);
+            }
+            return 0;
+        },
+};
+
+RegistryMirror::RegistryMirror(pw_core* core, std::function<void()> onChanged)
+    : m_onChanged(std::move(onChanged))
+    , m_core(core)
+    , m_registry(pw_core_get_registry(core, PW_VERSION_REGISTRY, 0))
+{
+    m_graph.ownProcessId = static_cast<std::uint32_t>(getpid());
+    listen(m_registry.get(), m_registryHook, RegistryEvents, this);
+}
+
+void RegistryMirror::add(ObjectId id, std::string_view type, std::uint32_t version, const spa_dict* properties)
+{
+    if (type == PW_TYPE_INTERFACE_Node) {
+        addNode(id, properties);
+    } else if (type == PW_TYPE_INTERFACE_Port) {
+        addPort(id, properties);
+    } else if (type == PW_TYPE_INTERFACE_Link) {
+        addLink(id, properties);
+    } else if (type == PW_TYPE_INTERFACE_Client) {
+        bindClient(id, version);
+    } else if (type == PW_TYPE_INTERFACE_Metadata && property(properties, PW_KEY_METADATA_NAME) == u"default") {
+        bindMetadata(id, version);
+    } else {
+        return;
+    }
+    m_onChanged();
+}
+
+void RegistryMirror::addNode(ObjectId id, const spa_dict* properties)
+{
+    m_graph.nodes[id] = Node{
+        .name = property(properties, PW_KEY_NODE_NAME),
+        .description = property(properties, PW_KEY_NODE_DESCRIPTION),
+        .mediaClass = property(properties, PW_KEY_MEDIA_CLASS),
+        .client = numberProperty(properties, PW_KEY_CLIENT_ID),
+    };
+}
+
+void RegistryMirror::addPort(ObjectId id, const spa_dict* properties)
+{
+    const auto node = numberProperty(properties, PW_KEY_NODE_ID);
+    // The others carry notes or pictures.
+    if (!node || !property(properties, PW_KEY_FORMAT_DSP).endsWith(u"audio")) {
+        return;
+    }
+    m_graph.ports[id] = Port{
+        .node = *node,
+        .direction =
+            property(properties, PW_KEY_PORT_DIRECTION) == u"in" ? PortDirection::input : PortDirection::output,
+        .channel = property(properties, PW_KEY_AUDIO_CHANNEL),
+        .index = numberProperty(properties, PW_KEY_PORT_ID).value_or(0),
+    };
+}
+
+void RegistryMirror::addLink(ObjectId id, const spa_dict* properties)
+{
+    const auto output = numberProperty(properties, PW_KEY_LINK_OUTPUT_PORT);
+    const auto input = numberProperty(properties, PW_KEY_LINK_INPUT_PORT);
+    if (output && input) {
+        m_graph.links[id] = {.output = *output, .input = *input};
+    }
+}
+
+void RegistryMirror::bindClient(ObjectId id, std::uint32_t version)
+{
+    ProxyPtr proxy =
+        bind(m_registry.get(), id, PW_TYPE_INTERFACE_Client, std::min<std::uint32_t>(version, PW_VERSION_CLIENT));
+    if (!proxy) {
+        return;
+    }
+    m_graph.clients[id] = {};
+    auto client = std::make_unique<BoundClient>();
+    client->mirror = this;
+    client->proxy = std::move(proxy);
+    listen(objectOf<pw_client>(client->proxy), client->hook, ClientEvents, client.get());
+    m_clients[id] = std::move(client);
+}
+
+void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
+{
+    ProxyPtr proxy =
+        bind(m_registry.get(), id, PW_TYPE_INTERFACE_Metadata, std::min<std::uint32_t>(version, PW_VERSION_METADATA));
+    if (!proxy) {
+        return;
+    }
+    m_metadataHook.remove();
+    m_metadata = std::move(proxy);
+    m_metadataId = id;
+    listen(objectOf<pw_metadata>(m_metadata), m_metadataHook, MetadataEvents, this);
+}
+
+void RegistryMirror::remove(ObjectId id)
+{
+    m_graph.nodes.erase(id);
+    m_graph.ports.erase(id);
+    m_graph.links.erase(id);
+    m_graph.clients.erase(id);
+    m_clients.erase(id);
+    if (m_metadata && m_metadataId == id) {
+        // The session manager left. The devices stay as they are until it is back, and so do the names.
+        m_metadataHook.remove();
+        m_metadata.reset();
+    }
+    m_onChanged();
+}
+
+void RegistryMirror::readClient(const pw_client_info& info)
+{
+    Client& client = m_graph.clients[info.id];
+    if (info.props) {
+        client.processId = numberProperty(info.props, PW_KEY_APP_PROCESS_ID);
+        client.socketProcessId = numberProperty(info.props, PW_KEY_SEC_PID);
+    }
+    client.isComplete = true;
+    auto* ownClient = reinterpret_cast<pw_proxy*>(pw_core_get_client(m_core));
+    if (info.id == pw_proxy_get_bound_id(ownClient)) {
+        m_graph.ownSocketProcessId = client.socketProcessId;
+    }
+    m_onChanged();
+}
+
+void RegistryMirror::readDefault(std::string_view key, const char* value)
+{
+    QString* name = key == "default.audio.sink" ? &m_graph.defaultSink
+        : key == "default.audio.source"         ? &m_graph.defaultSource
+                                                : nullptr;
+    if (!name) {
+        return;
+    }
+    *name = QJsonDocument::fromJson(QByteArray(value ? value : "")).object().value(u"name").toString();
+    m_onChanged();
+}
+
+} // namespace quelto::pipewire

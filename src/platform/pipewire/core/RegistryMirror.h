@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/pipewire/core/Graph.h"
+#include "platform/pipewire/core/PipeWireHandles.h"
+
+namespace quelto::pipewire {
+
+/// Keeps a Graph like the server's own, over one connection.
+///
+/// Thread: the loop's lock held.
+class RegistryMirror {
+public:
+    /// onChanged: the graph has taken over one more change; on the loop's thread.
+    RegistryMirror(pw_core* core, std::function<void()> onChanged);
+
+    const Graph& graph() const noexcept { return m_graph; }
+    pw_registry* registry() const noexcept { return m_registry.get(); }
+
+private:
+    struct BoundClient {
+        RegistryMirror* mirror;
+        ProxyPtr proxy;
+        Hook hook;
+    };
+
+    void add(ObjectId id, std::string_view type, std::uint32_t version, const spa_dict* properties);
+    void addNode(ObjectId id, const spa_dict* properties);
+    void addPort(ObjectId id, const spa_dict* properties);
+    void addLink(ObjectId id, const spa_dict* properties);
+    void bindClient(ObjectId id, std::uint32_t version);
+    void bindMetadata(ObjectId id, std::uint32_t version);
+    void remove(ObjectId id);
+    void readClient(const pw_client_info& info);
+    void readDefault(std::string_view key, const char* value);
+
+    static const pw_registry_events RegistryEvents;
+    static const pw_client_events ClientEvents;
+    static const pw_metadata_events MetadataEvents;
+
+    std::function<void()> m_onChanged;
+    pw_core* m_core;
+    Graph m_graph;
+    RegistryPtr m_registry;
+    Hook m_registryHook;
+    std::map<ObjectId, std::unique_ptr<BoundClient>> m_clients;
+    ObjectId m_metadataId = 0;
+    ProxyPtr m_metadata;
+    Hook m_metadataHook;
+};
+
+} // namespace quelto::pipewire

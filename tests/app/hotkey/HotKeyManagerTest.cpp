@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/hotkey/HotKeyManager.h"
+
+#include "tests/capture/FakePlatform.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+using Combination = test::FakeGlobalKey::Combination;
+
+class HotKeyManagerTest : public testing::Test {
+protected:
+    QTemporaryDir folder;
+    AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
+    test::FakeGlobalKey key;
+    HotKeyManager manager{settings, key};
+};
+
+TEST_F(HotKeyManagerTest, RegistersWhatTheSettingsHold)
+{
+    manager.registerFromSettings();
+    EXPECT_EQ(key.grabbed, (Combination{8, 2560}));
+}
+
+TEST_F(HotKeyManagerTest, LeavesOneRegistrationAfterMany)
+{
+    manager.registerKey(8, 2560);
+    manager.registerKey(122, 0);
+    EXPECT_EQ(key.grabbed, (Combination{122, 0}));
+}
+
+TEST_F(HotKeyManagerTest, RegistersAnewOnEachChangeAndNotBefore)
+{
+    manager.registerFromSettings();
+    manager.followSettings();
+    EXPECT_EQ(key.grabs, 1);
+    settings.setHotkeyCode(122);
+    EXPECT_EQ(key.grabs, 2);
+    EXPECT_EQ(key.grabbed, (Combination{122, 2560}));
+    settings.setHotkeyModifiers(256);
+    EXPECT_EQ(key.grabbed, (Combination{122, 256}));
+    settings.setHotkeyKeyName(QStringLiteral("F1"));
+    EXPECT_EQ(key.grabs, 3);
+}
+
+TEST_F(HotKeyManagerTest, LetsGoWhileAnewCombinationIsRecorded)
+{
+    manager.registerFromSettings();
+    manager.unregister();
+    EXPECT_EQ(key.grabbed, std::nullopt);
+}
+
+TEST_F(HotKeyManagerTest, RunsTheActionFromTheEventLoopOnceAPress)
+{
+    int presses = 0;
+    manager.action = [&] { ++presses; };
+    key.onPressed();
+    EXPECT_EQ(presses, 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(HotKeyManagerTest, DoesNothingWithoutAnAction)
+{
+    key.onPressed();
+    QCoreApplication::processEvents();
+}
+
+} // namespace
+} // namespace quelto

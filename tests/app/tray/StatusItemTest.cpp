@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/tray/StatusItem.h"
+
+#include "base/language/L10n.h"
+#include "base/language/T.h"
+
+#include "tests/capture/recorder/RecorderFixture.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+
+namespace quelto {
+namespace {
+
+class StatusItemTest : public test::RecorderFixture {
+protected:
+    void SetUp() override
+    {
+        RecorderFixture::SetUp();
+        const auto ask = [this](const char* what) { return [this, what] { asked.append(QLatin1String(what)); }; };
+        item = std::make_unique<StatusItem>(*recorder, settings,
+                                            ShellCommands{.showWindow = ask("showWindow"),
+                                                          .showSettings = ask("showSettings"),
+                                                          .openFolder = ask("openFolder"),
+                                                          .quit = ask("quit")});
+    }
+
+    void TearDown() override { item.reset(); }
+
+    /// The menu's rows as they are when it opens; a separator is "-".
+    QStringList rows() const
+    {
+        Q_EMIT menu().aboutToShow();
+        QStringList texts;
+        for (const auto* action : menu().actions()) {
+            texts.append(action->isSeparator() ? QStringLiteral("-") : action->text());
+        }
+        return texts;
+    }
+
+    QAction& row(int index) const
+    {
+        Q_EMIT menu().aboutToShow();
+        return *menu().actions().at(index);
+    }
+
+    QMenu& menu() const { return item->menu(); }
+
+    std::unique_ptr<StatusItem> item;
+    QStringList asked;
+};
+
+TEST_F(StatusItemTest, HasItsRowsInOrder)
+{
+    const QStringList expected{QStringLiteral("Kayıt kapalı"),
+                               QStringLiteral("-"),
+                               QStringLiteral("Klip Kaydet (⌥⇧C)"),
+                               QStringLiteral("Kaydı Başlat"),
+                               QStringLiteral("-"),
+                               QStringLiteral("Quelto'yi Aç"),
+                               QStringLiteral("Klip Klasörünü Aç"),
+                               QStringLiteral("Ayarlar…"),
+                               QStringLiteral("-"),
+                               QStringLiteral("Çıkış")};
+    EXPECT_EQ(rows(), expected);
+}
+
+TEST_F(StatusItemTest, TellsTheStateAndOffersToSaveOnlyWhileActive)
+{
+    EXPECT_FALSE(row(0).isEnabled());
+    EXPECT_FALSE(row(2).isEnabled());
+
+    recorder->start();
+    EXPECT_EQ(rows().at(0), QStringLiteral("Başlatılıyor…"));
+    EXPECT_TRUE(row(2).isEnabled());
+    EXPECT_EQ(rows().at(3), QStringLiteral("Kaydı Durdur"));
+
+    time.settle();
+    EXPECT_EQ(rows().at(0), QStringLiteral("● Kayıtta — son 30 sn"));
+    EXPECT_TRUE(row(2).isEnabled());
+
+    fakes.frames->events.onStopped(QStringLiteral("unplugged"));
+    time.settle();
+    EXPECT_EQ(rows().at(0), QStringLiteral("Hata — izinleri kontrol edin"));
+    EXPECT_FALSE(row(2).isEnabled());
+    EXPECT_EQ(rows().at(3), QStringLiteral("Kaydı Başlat"));
+}
+
+TEST_F(StatusItemTest, DoesWhatItsRowsSay)
+{
+    row(3).trigger();
+    time.settle();
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
+    row(2).trigger();
+    EXPECT_TRUE(recorder->isSaving());
+    for (const int index : {5, 6, 7, 9}) {
+        row(index).trigger();
+    }
+    const QStringList expected{QStringLiteral("showWindow"), QStringLiteral("openFolder"),
+                               QStringLiteral("showSettings"), QStringLiteral("quit")};
+    EXPECT_EQ(asked, expected);
+}
+
+TEST_F(StatusItemTest, SpeaksAnotherLanguageAtOnce)
+{
+    for (const auto language : AllLanguages) {
+        settings.setLanguage(rawValueOf(language));
+        // Without the menu's having been opened anew.
+        EXPECT_EQ(menu().actions().at(0)->text(), T("Kayıt kapalı"));
+        EXPECT_EQ(menu().actions().last()->text(), T("Çıkış"));
+        const QDir pictures(QStringLiteral(QUELTO_PICTURES));
+        pictures.mkpath(QStringLiteral("."));
+        menu().adjustSize();
+        menu().grab().save(pictures.filePath(QStringLiteral("language-%1-tray.png").arg(rawValueOf(language))));
+    }
+    L10n::use(QStringLiteral("tr"));
+}
+
+} // namespace
+} // namespace quelto
+
+int main(int argc, char* argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

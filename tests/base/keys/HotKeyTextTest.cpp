@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/keys/HotKeyText.h"
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+TEST(HotKeyText, ShowsTheDefaultShortcut)
+{
+    EXPECT_EQ(hotKeyDisplay(2560, QStringLiteral("C")), QStringLiteral("⌥⇧C"));
+}
+
+TEST(HotKeyText, ShowsModifiersInOneOrder)
+{
+    EXPECT_EQ(hotKeyDisplay(256 + 512 + 2048 + 4096, QString()), QStringLiteral("⌃⌥⇧⌘"));
+}
+
+TEST(HotKeyText, KnowsTheFunctionKeys)
+{
+    EXPECT_TRUE(isFunctionKey(122));
+    EXPECT_TRUE(isFunctionKey(80));
+    EXPECT_FALSE(isFunctionKey(36));
+    EXPECT_FALSE(isFunctionKey(49));
+}
+
+TEST(HotKeyText, NamesSpecialKeysWhateverTheLayoutTypes)
+{
+    EXPECT_EQ(hotKeyName(49, QStringLiteral(" ")), QStringLiteral("Space"));
+    EXPECT_EQ(hotKeyName(117, QStringLiteral("x")), QStringLiteral("⌦"));
+    EXPECT_EQ(hotKeyName(80, QString()), QStringLiteral("F19"));
+}
+
+TEST(HotKeyText, NamesOtherKeysByWhatTheLayoutTypes)
+{
+    EXPECT_EQ(hotKeyName(8, QStringLiteral("c")), QStringLiteral("C"));
+    EXPECT_EQ(hotKeyName(8, QStringLiteral("с")), QStringLiteral("С")); // Cyrillic
+    EXPECT_EQ(hotKeyName(10, QString()), QStringLiteral("?"));
+}
+
+TEST(HotKeyText, StoresTheFourModifiersAndNoOther)
+{
+    EXPECT_EQ(storedModifiers(Qt::MetaModifier), 256U);
+    EXPECT_EQ(storedModifiers(Qt::ShiftModifier), 512U);
+    EXPECT_EQ(storedModifiers(Qt::AltModifier), 2048U);
+    EXPECT_EQ(storedModifiers(Qt::ControlModifier), 4096U);
+    EXPECT_EQ(storedModifiers(Qt::AltModifier | Qt::ShiftModifier | Qt::KeypadModifier | Qt::GroupSwitchModifier),
+              2560U);
+    EXPECT_EQ(storedModifiers(Qt::NoModifier), 0U);
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/tasks/TaskQueue.h"
+
+#include <map>
+
+namespace quelto::test {
+
+/// Time that stands still until a test moves it, and what is due in it.
+class ManualTime {
+public:
+    HostTime now() const { return m_now; }
+
+    /// Runs what falls due, in order, and what that brings with it.
+    void advance(HostDuration duration)
+    {
+        const auto end = m_now + duration;
+        while (!m_tasks.empty() && m_tasks.begin()->first <= end) {
+            runNext();
+        }
+        m_now = end;
+    }
+
+    /// Runs the one task that is due first.
+    void runNext()
+    {
+        const auto task = std::move(m_tasks.begin()->second);
+        m_now = std::max(m_now, m_tasks.begin()->first);
+        m_tasks.erase(m_tasks.begin());
+        task();
+    }
+
+    /// Runs what is due now.
+    void settle() { advance(HostDuration::zero()); }
+
+    void schedule(HostDuration delay, Task task) { m_tasks.emplace(m_now + delay, std::move(task)); }
+
+private:
+    HostTime m_now{std::chrono::hours(1)};
+    std::multimap<HostTime, Task> m_tasks;
+};
+
+/// A queue that runs on the test's own thread, when the test lets time go by.
+class ManualQueue final : public TaskQueue {
+public:
+    explicit ManualQueue(ManualTime& time)
+        : m_time(time)
+    {
+    }
+
+    void post(Task task) override
+    {
+        ++m_posted;
+        m_time.schedule(HostDuration::zero(), std::move(task));
+    }
+    void postAfter(HostDuration delay, Task task) override { m_time.schedule(delay, std::move(task)); }
+
+    /// How many tasks came without a delay, so far.
+    int posted() const { return m_posted; }
+
+private:
+    ManualTime& m_time;
+    int m_posted = 0;
+};
+
+} // namespace quelto::test

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/mic/MicCapture.h"
+
+#include "platform/PlatformError.h"
+#include "tests/capture/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+using std::chrono::milliseconds;
+
+class MicCaptureTest : public testing::Test {
+protected:
+    test::FakeSoundServer server;
+    HostTime now{std::chrono::hours(1)};
+    MicCapture mic{server, [this] { return now; }};
+    std::vector<float> levels;
+
+    void SetUp() override
+    {
+        mic.onLevel = [this](float level) { levels.push_back(level); };
+    }
+};
+
+TEST_F(MicCaptureTest, HandsOnEverySample)
+{
+    int count = 0;
+    mic.onSample = [&](const AudioSamplePtr&) { ++count; };
+    mic.start({});
+    for (int i = 0; i < 5; ++i) {
+        server.mic->emitTone(0.5F);
+    }
+    EXPECT_EQ(count, 5);
+}
+
+TEST_F(MicCaptureTest, ReportsALevelAtMostOnceInEightyMilliseconds)
+{
+    mic.start({});
+    server.mic->emitTone(0.5F);
+    now += milliseconds(80);
+    server.mic->emitTone(0.6F);
+    EXPECT_EQ(levels, (std::vector{0.5F}));
+    now += milliseconds(1);
+    server.mic->emitTone(0.7F);
+    EXPECT_EQ(levels, (std::vector{0.5F, 0.7F}));
+}
+
+TEST_F(MicCaptureTest, ReportsNoLevelForASampleThatIsNotThere)
+{
+    mic.start({});
+    server.mic->events.onSample(nullptr);
+    EXPECT_TRUE(levels.empty());
+}
+
+TEST_F(MicCaptureTest, AsksForTheDeviceOfThatId)
+{
+    mic.start(QStringLiteral("usb-microphone"));
+    EXPECT_EQ(server.askedFor, QStringLiteral("usb-microphone"));
+}
+
+TEST_F(MicCaptureTest, StopsTheDeviceBeforeItStartsAnother)
+{
+    mic.start({});
+    mic.start(QStringLiteral("other"));
+    EXPECT_EQ(server.runningSources, 1);
+    mic.stop();
+    EXPECT_EQ(server.runningSources, 0);
+}
+
+TEST_F(MicCaptureTest, PassesOnThatThereIsNoDevice)
+{
+    server.micError = QStringLiteral("Mikrofon bulunamadı.");
+    EXPECT_THROW(mic.start({}), PlatformError);
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/codec/AacEncoder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace quelto {
+namespace {
+
+std::vector<float> noise(std::size_t frames)
+{
+    std::vector<float> values(frames * 2);
+    unsigned state = 1;
+    for (auto& value : values) {
+        state = state * 1664525U + 1013904223U;
+        value = static_cast<float>(state >> 8) / 16777216.0F - 0.5F;
+    }
+    return values;
+}
+
+std::vector<AacPacket> encodeAll(AacEncoder& encoder, std::span<const float> sound, std::size_t valuesAtOnce)
+{
+    std::vector<AacPacket> packets;
+    for (std::size_t at = 0; at < sound.size(); at += valuesAtOnce) {
+        const auto part = encoder.encode(sound.subspan(at, std::min(valuesAtOnce, sound.size() - at)));
+        packets.insert(packets.end(), part.begin(), part.end());
+    }
+    const auto rest = encoder.finish();
+    packets.insert(packets.end(), rest.begin(), rest.end());
+    return packets;
+}
+
+TEST(AacEncoder, GivesEnoughPacketsForEveryFrameWhateverTheLength)
+{
+    for (const std::size_t frames : {1U, 1023U, 1024U, 1025U, 4096U, 48000U}) {
+        AacEncoder encoder(128000);
+        const auto packets = encodeAll(encoder, noise(frames), 8192);
+        EXPECT_GE(static_cast<std::int64_t>(packets.size()),
+                  AacEncoder::packetsFor(static_cast<std::int64_t>(frames), encoder.primingFrames()))
+            << frames;
+    }
+}
+
+TEST(AacEncoder, PacketsDoNotDependOnHowTheSoundIsCutUp)
+{
+    const auto sound = noise(20000);
+    AacEncoder whole(192000);
+    AacEncoder pieces(192000);
+    EXPECT_EQ(encodeAll(whole, sound, sound.size()), encodeAll(pieces, sound, 2 * 333));
+}
+
+TEST(AacEncoder, HoldsItsBitRate)
+{
+    AacEncoder encoder(192000);
+    std::size_t bytes = 0;
+    for (const auto& packet : encodeAll(encoder, noise(480000), 8192)) {
+        bytes += packet.size();
+    }
+    EXPECT_NEAR(static_cast<double>(bytes) * 8 / 10, 192000, 20000);
+}
+
+TEST(AacEncoder, SilenceSettlesOnOnePacket)
+{
+    AacEncoder encoder(128000);
+    const auto packets = encodeAll(encoder, std::vector<float>(48000 * 2), 8192);
+    ASSERT_GT(packets.size(), 20U);
+    for (std::size_t i = 4; i + 2 < packets.size(); ++i) {
+        EXPECT_EQ(packets[i], packets[3]) << i;
+    }
+}
+
+TEST(AacEncoder, TellsDecodersWhatToExpect)
+{
+    const AacEncoder encoder(128000);
+    EXPECT_GE(encoder.decoderConfiguration().size(), 2U);
+    EXPECT_EQ(encoder.primingFrames(), 1024);
+}
+
+TEST(AacEncoder, BrokenValuesDoNotStopATrack)
+{
+    auto sound = noise(8192);
+    sound[100] = std::numeric_limits<float>::quiet_NaN();
+    sound[5000] = std::numeric_limits<float>::infinity();
+    sound[5001] = -std::numeric_limits<float>::max();
+    AacEncoder encoder(128000);
+    EXPECT_GE(encodeAll(encoder, sound, 8192).size(), 9U);
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/codec/VideoEncoder.h"
+
+#include "tests/media/probe/MovingScene.h"
+#include "tests/media/probe/Probe.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr QSize SmallSize(320, 180);
+
+EncoderRequest smallRequest(VideoCodec codec)
+{
+    return {.codec = codec, .size = SmallSize, .framesPerSecond = 60, .bitsPerSecond = 1'000'000};
+}
+
+struct Encoded {
+    std::vector<VideoSamplePtr> samples;
+    QString encoderName;
+};
+
+/// The scene's state at a picture; it moves on by one from picture to picture unless told otherwise.
+using SceneAt = std::function<int(int picture)>;
+
+Encoded encode(
+    const EncoderRequest& request, const std::vector<HostTime>& times,
+    const SceneAt& sceneAt = [](int picture) { return picture; })
+{
+    Encoded result;
+    const auto encoder =
+        openVideoEncoder(request, [&](VideoSamplePtr sample) { result.samples.push_back(std::move(sample)); });
+    result.encoderName = encoder->name();
+    test::MovingScene scene(request.size);
+    FramePool pool(request.size, 1);
+    int index = 0;
+    for (const auto time : times) {
+        const auto frame = pool.tryTake();
+        frame->presentationTime = time;
+        scene.paint(*frame, sceneAt(index++));
+        encoder->encode(*frame);
+    }
+    encoder->finish();
+    return result;
+}
+
+std::vector<HostTime> steady(int pictures, int framesPerSecond)
+{
+    std::vector<HostTime> times;
+    times.reserve(static_cast<std::size_t>(pictures));
+    for (int i = 0; i < pictures; ++i) {
+        // Not on any rounder grid than nanoseconds.
+        times.push_back(HostTime(1234567891ns) + HostDuration(1s) * i / framesPerSecond + HostDuration(i % 7));
+    }
+    return times;
+}
+
+class EveryCodec : public testing::TestWithParam<VideoCodec> {
+protected:
+    QString rawFile(const Encoded& encoded) const
+    {
+        auto path = m_folder.filePath(GetParam() == VideoCodec::hevc ? QStringLiteral("video.hevc")
+                                                                     : QStringLiteral("video.h264"));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        const auto write = [&](const std::vector<std::byte>& bytes) {
+            file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
+        };
+        write(encoded.samples.at(0)->format->parameterSets);
+        for (const auto& sample : encoded.samples) {
+            write(sample->data);
+        }
+        return path;
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+TEST_P(EveryCodec, GivesOneSampleForEachPictureInOrderWithItsExactTime)
+{
+    const auto times = steady(90, 60);
+    const auto encoded = encode(smallRequest(GetParam()), times);
+    ASSERT_EQ(encoded.samples.size(), times.size());
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        EXPECT_EQ(encoded.samples[i]->presentationTime, times[i]);
+        EXPECT_FALSE(encoded.samples[i]->data.empty());
+        EXPECT_EQ(encoded.samples[i]->format, encoded.samples[0]->format);
+    }
+    EXPECT_FALSE(encoded.encoderName.isEmpty());
+}
+
+TEST_P(EveryCodec, StreamSaysItsProfileAndItsColours)
+{
+    const auto encoded = encode(smallRequest(GetParam()), steady(30, 60));
+    const auto path = rawFile(encoded);
+    const auto stream = test::streamsOf(path).at(0).toObject();
+    EXPECT_EQ(stream[u"profile"].toString(), GetParam() == VideoCodec::hevc ? u"Main" : u"High");
+    EXPECT_EQ(stream[u"color_range"].toString(), u"tv");
+    EXPECT_EQ(stream[u"color_space"].toString(), u"bt709");
+    EXPECT_EQ(stream[u"color_transfer"].toString(), u"bt709");
+    EXPECT_EQ(stream[u"color_primaries"].toString(), u"bt709");
+    EXPECT_EQ(stream[u"has_b_frames"].toInt(), 0);
+    EXPECT_EQ(stream[u"width"].toInt(), SmallSize.width());
+    EXPECT_EQ(stream[u"pix_fmt"].toString(), u"yuv420p");
+    EXPECT_EQ(test::decodingErrors(path), "");
+}
+
+TEST_P(EveryCodec, KeyFramesLieAtMostASecondApart)
+{
+    const auto encoded = encode(smallRequest(GetParam()), steady(200, 60));
+    std::vector<HostTime> keys;
+    for (const auto& sample : encoded.samples) {
+        ASSERT_TRUE(sample->isNotSync.has_value());
+        if (sample->isKeyframe()) {
+            keys.push_back(sample->presentationTime);
+        }
+    }
+    ASSERT_GE(keys.size(), 4U);
+    EXPECT_EQ(keys.front(), encoded.samples.front()->presentationTime);
+    for (std::size_t i = 1; i < keys.size(); ++i) {
+        EXPECT_LE(keys[i] - keys[i - 1], HostDuration(1s));
+    }
+}
+
+TEST_P(EveryCodec, SparsePicturesAreKeyFramesThemselves)
+{
+    const std::vector<HostTime> times{HostTime(10s), HostTime(10100ms), HostTime(13s), HostTime(20s),
+                                      HostTime(20050ms)};
+    const auto encoded = encode(smallRequest(GetParam()), times);
+    ASSERT_EQ(encoded.samples.size(), times.size());
+    const std::vector<bool> expected{true, false, true, true, false};
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        EXPECT_EQ(encoded.samples[i]->isKeyframe(), expected[i]) << i;
+    }
+}
+
+TEST_P(EveryCodec, DecodingCanBeginAtEachKeyFrame)
+{
+    auto encoded = encode(smallRequest(GetParam()), steady(150, 60));
+    const auto isKey = [](const VideoSamplePtr& sample) { return sample->isKeyframe(); };
+    const auto second = std::find_if(encoded.samples.begin() + 1, encoded.samples.end(), isKey);
+    ASSERT_NE(second, encoded.samples.end());
+    encoded.samples.erase(encoded.samples.begin(), second);
+    EXPECT_EQ(test::decodingErrors(rawFile(encoded)), "");
+}
+
+TEST_P(EveryCodec, APictureOfAnotherSizeIsDropped)
+{
+    int samples = 0;
+    const auto encoder = openVideoEncoder(smallRequest(GetParam()), [&](const VideoSamplePtr&) { ++samples; });
+    FramePool pool(QSize(160, 90), 1);
+    const auto frame = pool.tryTake();
+    test::MovingScene(QSize(160, 90)).paint(*frame, 0);
+    encoder->encode(*frame);
+    encoder->finish();
+    EXPECT_EQ(samples, 0);
+}
+
+TEST_P(EveryCodec, OddestSizesOfTheSettingsOpen)
+{
+    for (const auto size : {QSize(2, 2), QSize(1278, 538), QSize(2560, 1080)}) {
+        auto request = smallRequest(GetParam());
+        request.size = size;
+        if (GetParam() == VideoCodec::hevc && size.width() < 16) {
+            continue; // below the codec's own smallest block
+        }
+        EXPECT_NO_THROW(openVideoEncoder(request, [](const VideoSamplePtr&) {})) << size.width();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(VideoEncoder, EveryCodec, testing::Values(VideoCodec::h264, VideoCodec::hevc),
+                         [](const auto& codec) { return codec.param == VideoCodec::hevc ? "Hevc" : "H264"; });
+
+TEST(VideoEncoder, SoftwareGivesEachH264PictureAtTheNextOneAtTheLatest)
+{
+    int samples = 0;
+    const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [&](const VideoSamplePtr&) { ++samples; });
+    if (encoder->name() != u"libx264") {
+        GTEST_SKIP() << "a hardware encoder runs here";
+    }
+    test::MovingScene scene(SmallSize);
+    FramePool pool(SmallSize, 1);
+    for (int i = 0; i < 20; ++i) {
+        const auto frame = pool.tryTake();
+        frame->presentationTime = HostTime(1s) + i * HostDuration(16ms);
+        scene.paint(*frame, i);
+        encoder->encode(*frame);
+        EXPECT_GE(samples, i);
+    }
+}
+
+constexpr EncoderRequest RateRequest{
+    .codec = VideoCodec::h264, .size = QSize(640, 360), .framesPerSecond = 60, .bitsPerSecond = 1'500'000};
+
+std::vector<double> bitsOf(const Encoded& encoded)
+{
+    std::vector<double> bits;
+    bits.reserve(encoded.samples.size());
+    for (const auto& sample : encoded.samples) {
+        bits.push_back(8.0 * static_cast<double>(sample->data.size()));
+    }
+    return bits;
+}
+
+TEST(VideoEncoder, HoldsTheAverageRateOnAMovingScene)
+{
+    const auto bits = bitsOf(encode(RateRequest, steady(480, 60)));
+    ASSERT_EQ(bits.size(), 480U);
+    EXPECT_NEAR(std::accumulate(bits.begin(), bits.end(), 0.0) / 8, RateRequest.bitsPerSecond,
+                0.15 * RateRequest.bitsPerSecond);
+}
+
+TEST(VideoEncoder, NoSecondTakesMoreThanHalfAsMuchAgainWhenAStillScreenBursts)
+{
+    const auto bits = bitsOf(encode(RateRequest, steady(480, 60), [](int picture) {
+        // Every picture after the fourth second has nothing to do with the one before it.
+        return picture < 240 ? 0 : picture * 101;
+    }));
+    ASSERT_EQ(bits.size(), 480U);
+    double worst = 0;
+    for (auto first = bits.begin(); bits.end() - first >= 60; ++first) {
+        worst = std::max(worst, std::accumulate(first, first + 60, 0.0));
+    }
+    EXPECT_GT(worst, 0.8 * RateRequest.bitsPerSecond);
+    EXPECT_LE(worst, 1.5 * RateRequest.bitsPerSecond);
+}
+
+TEST(VideoEncoder, PicturesWithTheSameTimeStillComeOut)
+{
+    const std::vector<HostTime> times{HostTime(1s), HostTime(1s), HostTime(1s), HostTime(1100ms)};
+    const auto encoded = encode(smallRequest(VideoCodec::h264), times);
+    ASSERT_EQ(encoded.samples.size(), 4U);
+    EXPECT_EQ(encoded.samples[2]->presentationTime, HostTime(1s));
+}
+
+TEST(VideoEncoder, ASizeThatNoEncoderTakesIsAnErrorWithAStatus)
+{
+    for (const auto size : {QSize(0, 0), QSize(-4, 8), QSize(60000, 60000)}) {
+        auto request = smallRequest(VideoCodec::h264);
+        request.size = size;
+        try {
+            openVideoEncoder(request, [](const VideoSamplePtr&) {});
+            ADD_FAILURE() << "opened";
+        } catch (const EncoderError& error) {
+            EXPECT_LT(error.status(), 0);
+        }
+    }
+}
+
+TEST(VideoEncoder, FinishingTwiceIsHarmless)
+{
+    const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [](const VideoSamplePtr&) {});
+    encoder->finish();
+    encoder->finish();
+}
+
+} // namespace
+} // namespace quelto

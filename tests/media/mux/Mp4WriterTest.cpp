@@ -1,0 +1,341 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/mux/Mp4Writer.h"
+
+#include "media/mux/MediaDuration.h"
+#include "base/files/WholeFile.h"
+#include "media/codec/AacEncoder.h"
+#include "tests/base/disk/SmallDisk.h"
+#include "tests/media/probe/EncodedScene.h"
+#include "tests/media/probe/Mp4Atoms.h"
+#include "tests/media/probe/Probe.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <numeric>
+#include <system_error>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr HostTime Start{1000s + 123456789ns};
+
+std::vector<VideoSamplePtr> video(VideoCodec codec, const std::vector<HostTime>& times, QSize size = QSize(160, 90))
+{
+    return test::encodedScene({.codec = codec, .size = size, .framesPerSecond = 60, .bitsPerSecond = 500'000}, times);
+}
+
+std::vector<HostTime> steady(int pictures)
+{
+    std::vector<HostTime> times;
+    times.reserve(static_cast<std::size_t>(pictures));
+    for (int i = 0; i < pictures; ++i) {
+        times.push_back(Start + HostDuration(1s) * i / 60);
+    }
+    return times;
+}
+
+/// A tone in packets.
+class ToneSource final : public Mp4PacketSource {
+public:
+    explicit ToneSource(std::int64_t frames)
+        : m_frames(frames)
+    {
+        std::vector<float> sound(static_cast<std::size_t>(frames) * 2);
+        for (std::size_t i = 0; i < sound.size(); i += 2) {
+            const auto second = static_cast<double>(i) / 2 / 48000;
+            sound[i] = sound[i + 1] = static_cast<float>(0.5 * std::sin(2 * std::numbers::pi * 440 * second));
+        }
+        m_packets = m_encoder.encode(sound);
+        for (auto& packet : m_encoder.finish()) {
+            m_packets.push_back(std::move(packet));
+        }
+    }
+    std::optional<std::vector<std::byte>> next() override
+    {
+        return m_next < m_packets.size() ? std::optional(m_packets[m_next++]) : std::nullopt;
+    }
+    Mp4Sound sound(Mp4TrackState state)
+    {
+        return {.state = state,
+                .bitsPerSecond = 128000,
+                .decoderConfiguration = m_encoder.decoderConfiguration(),
+                .primingFrames = m_encoder.primingFrames(),
+                .frames = m_frames,
+                .packets = this};
+    }
+
+private:
+    AacEncoder m_encoder{128000};
+    std::int64_t m_frames;
+    std::vector<AacPacket> m_packets;
+    std::size_t m_next = 0;
+};
+
+class Mp4WriterTest : public testing::Test {
+protected:
+    QString write(const Mp4Movie& movie)
+    {
+        WholeFile file(m_folder.path());
+        writeMp4(movie, file);
+        EXPECT_TRUE(file.tryPublish(QStringLiteral("movie.mp4")));
+        return m_folder.filePath(QStringLiteral("movie.mp4"));
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+TEST_F(Mp4WriterTest, IndexStandsBeforeTheDataThatWasWrittenOnce)
+{
+    const auto samples = video(VideoCodec::h264, steady(150));
+    ToneSource tone(120000);
+    const auto path =
+        write({.video = samples, .start = Start, .end = Start + 2500ms, .sound = {tone.sound(Mp4TrackState::enabled)}});
+    const auto boxes = test::readMp4Boxes(path);
+    ASSERT_GE(boxes.order.size(), 3U);
+    const auto at = [&](const QString& type) {
+        return std::find(boxes.order.begin(), boxes.order.end(), type) - boxes.order.begin();
+    };
+    EXPECT_EQ(boxes.order.front(), u"ftyp");
+    EXPECT_LT(at(QStringLiteral("moov")), at(QStringLiteral("mdat")));
+    // The room that was kept for the index and not needed: proof that the data did not move.
+    EXPECT_LT(at(QStringLiteral("free")), at(QStringLiteral("mdat")));
+    EXPECT_EQ(std::count(boxes.order.begin(), boxes.order.end(), u"mdat"), 1);
+    EXPECT_EQ(test::decodingErrors(path), "");
+}
+
+TEST_F(Mp4WriterTest, EveryTrackLastsFromTheStartToTheEnd)
+{
+    const auto samples = video(VideoCodec::h264, steady(100));
+    const auto end = Start + 3s;
+    ToneSource tone(144000);
+    const auto path =
+        write({.video = samples, .start = Start, .end = end, .sound = {tone.sound(Mp4TrackState::enabled)}});
+    const auto boxes = test::readMp4Boxes(path);
+    ASSERT_EQ(boxes.tracks.size(), 2U);
+    const auto& picture = boxes.tracks[0];
+    const auto& sound = boxes.tracks[1];
+    EXPECT_EQ(picture.timeScale, 90000U);
+    EXPECT_EQ(picture.mediaDuration, 270000U);
+    EXPECT_EQ(std::accumulate(picture.durations.begin(), picture.durations.end(), std::uint64_t{0}), 270000U);
+    EXPECT_EQ(picture.durations.size(), 100U);
+    EXPECT_EQ(sound.timeScale, 48000U);
+    EXPECT_EQ(sound.editStart, 1024);
+    EXPECT_EQ(sound.mediaDuration, 144000U + 1024U);
+    EXPECT_EQ(std::accumulate(sound.durations.begin(), sound.durations.end(), std::uint64_t{0}), 144000U + 1024U);
+    EXPECT_NEAR(static_cast<double>(sound.editLength) / boxes.movieTimeScale, 3, 0.001);
+    EXPECT_NEAR(mediaDuration(path).value_or(0), 3, 1e-6);
+    // A decoder may play the last packet to its own end.
+    const auto heard = test::decodedSound(path, 0).size() / 2;
+    EXPECT_GE(heard, 144000U);
+    EXPECT_LT(heard, 144000U + AacEncoder::framesPerPacket);
+}
+
+TEST_F(Mp4WriterTest, RoundingDoesNotAddUp)
+{
+    std::vector<HostTime> times;
+    times.reserve(1200);
+    for (int i = 0; i < 1200; ++i) {
+        // 7.77 ms is no whole number of ticks.
+        times.push_back(Start + i * HostDuration(7770003ns));
+    }
+    const auto samples = video(VideoCodec::h264, times);
+    const auto path = write({.video = samples, .start = Start, .end = times.back() + 16ms, .sound = {}});
+    const auto track = test::readMp4Boxes(path).tracks.at(0);
+    std::uint64_t ticks = 0;
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        const auto exact = inSeconds(times[i] - Start) * 90000;
+        ASSERT_NEAR(static_cast<double>(ticks), exact, 0.51) << i;
+        ticks += track.durations[i];
+    }
+}
+
+TEST_F(Mp4WriterTest, SparsePicturesLastUntilTheNextOne)
+{
+    const std::vector<HostTime> times{Start, Start + 100ms, Start + 4s, Start + 4100ms};
+    const auto samples = video(VideoCodec::h264, times);
+    const auto path = write({.video = samples, .start = Start, .end = Start + 10s, .sound = {}});
+    const auto track = test::readMp4Boxes(path).tracks.at(0);
+    EXPECT_EQ(track.durations, (std::vector<std::uint32_t>{9000, 351000, 9000, 531000}));
+    EXPECT_EQ(track.syncSamples, (std::vector<std::uint32_t>{1, 3}));
+    EXPECT_NEAR(mediaDuration(path).value_or(0), 10, 1e-6);
+}
+
+TEST_F(Mp4WriterTest, DisabledTracksAreAlternatesOfTheEnabledOne)
+{
+    const auto samples = video(VideoCodec::h264, steady(60));
+    ToneSource first(48000);
+    ToneSource second(48000);
+    ToneSource third(48000);
+    const auto path = write({.video = samples,
+                             .start = Start,
+                             .end = Start + 1s,
+                             .sound = {first.sound(Mp4TrackState::enabled), second.sound(Mp4TrackState::disabled),
+                                       third.sound(Mp4TrackState::disabled)}});
+    const auto boxes = test::readMp4Boxes(path);
+    ASSERT_EQ(boxes.tracks.size(), 4U);
+    EXPECT_TRUE(boxes.tracks[0].isEnabled);
+    EXPECT_TRUE(boxes.tracks[1].isEnabled);
+    EXPECT_FALSE(boxes.tracks[2].isEnabled);
+    EXPECT_FALSE(boxes.tracks[3].isEnabled);
+    EXPECT_NE(boxes.tracks[1].alternateGroup, 0);
+    EXPECT_EQ(boxes.tracks[2].alternateGroup, boxes.tracks[1].alternateGroup);
+    EXPECT_EQ(boxes.tracks[3].alternateGroup, boxes.tracks[1].alternateGroup);
+    EXPECT_NE(boxes.tracks[0].alternateGroup, boxes.tracks[1].alternateGroup);
+    const auto streams = test::streamsOf(path);
+    const auto isDefault = [&](int i) { return streams.at(i)[u"disposition"][u"default"].toInt() == 1; };
+    EXPECT_TRUE(isDefault(0) && isDefault(1));
+    EXPECT_FALSE(isDefault(2) || isDefault(3));
+    EXPECT_EQ(test::decodingErrors(path), "");
+}
+
+TEST_F(Mp4WriterTest, TagsAndColoursOfBothCodecs)
+{
+    for (const auto codec : {VideoCodec::h264, VideoCodec::hevc}) {
+        const auto samples = video(codec, steady(70));
+        QTemporaryDir folder;
+        WholeFile file(folder.path());
+        writeMp4({.video = samples, .start = Start, .end = Start + 1200ms, .sound = {}}, file);
+        ASSERT_TRUE(file.tryPublish(QStringLiteral("movie.mp4")));
+        const auto path = folder.filePath(QStringLiteral("movie.mp4"));
+        const auto track = test::readMp4Boxes(path).tracks.at(0);
+        EXPECT_EQ(track.sampleEntry, codec == VideoCodec::hevc ? u"hvc1" : u"avc1");
+        EXPECT_TRUE(track.hasColourBox);
+        const auto stream = test::streamsOf(path).at(0).toObject();
+        EXPECT_EQ(stream[u"profile"].toString(), codec == VideoCodec::hevc ? u"Main" : u"High");
+        EXPECT_EQ(stream[u"color_primaries"].toString(), u"bt709");
+        EXPECT_EQ(stream[u"color_range"].toString(), u"tv");
+        EXPECT_EQ(stream[u"nb_frames"].toString(), u"70");
+        EXPECT_EQ(test::decodingErrors(path), "");
+    }
+}
+
+TEST_F(Mp4WriterTest, RoomForTheIndexSufficesWhateverTheShape)
+{
+    // Few pictures and much sound, many pictures that all last differently, and big pictures in many chunks.
+    std::vector<HostTime> uneven;
+    uneven.reserve(3000);
+    for (int i = 0; i < 3000; ++i) {
+        uneven.push_back(Start + i * HostDuration(5ms) + HostDuration((i * i) % 977 * 1000));
+    }
+    ToneSource one(48000 * 20);
+    ToneSource two(48000 * 20);
+    ToneSource three(1);
+    const auto sound = [&] {
+        return std::vector<Mp4Sound>{one.sound(Mp4TrackState::enabled), two.sound(Mp4TrackState::disabled),
+                                     three.sound(Mp4TrackState::disabled)};
+    };
+    const auto many = video(VideoCodec::h264, uneven);
+    EXPECT_EQ(test::decodingErrors(write({.video = many, .start = Start, .end = Start + 20s, .sound = sound()})), "");
+
+    std::vector<VideoSamplePtr> big;
+    for (int i = 0; i < 120; ++i) {
+        auto sample = std::make_shared<VideoSample>(*many.front());
+        sample->presentationTime = Start + i * HostDuration(10ms);
+        sample->data.resize(600'000 + static_cast<std::size_t>(i), std::byte{0x55});
+        big.push_back(std::move(sample));
+    }
+    QTemporaryDir folder;
+    WholeFile file(folder.path());
+    EXPECT_NO_THROW(writeMp4({.video = big, .start = Start, .end = Start + 1200ms, .sound = {}}, file));
+}
+
+TEST_F(Mp4WriterTest, ALastPictureBehindTheEndStillHasItsTick)
+{
+    const auto samples = video(VideoCodec::h264, steady(10));
+    const auto path = write({.video = samples, .start = Start, .end = Start + 50ms, .sound = {}});
+    EXPECT_EQ(test::readMp4Boxes(path).tracks.at(0).durations.size(), 10U);
+}
+
+TEST_F(Mp4WriterTest, StampsThatDoNotRiseAndEmptySamplesAreMended)
+{
+    auto samples = video(VideoCodec::h264, steady(30));
+    const auto changed = [&](std::size_t index, auto change) {
+        auto copy = std::make_shared<VideoSample>(*samples[index]);
+        change(*copy);
+        samples[index] = std::move(copy);
+    };
+    changed(5, [](VideoSample& sample) { sample.presentationTime = Start - 5s; });
+    changed(6, [](VideoSample& sample) { sample.presentationTime = HostTime::min(); });
+    changed(7, [](VideoSample& sample) { sample.presentationTime = HostTime::max(); });
+    changed(20, [](VideoSample& sample) { sample.data.clear(); });
+    changed(21, [](VideoSample& sample) { sample.format = nullptr; });
+    changed(22, [](VideoSample& sample) { sample.data.resize(3); });
+    samples[23] = nullptr;
+    const auto path = write({.video = samples, .start = Start, .end = Start + 500ms, .sound = {}});
+    const auto track = test::readMp4Boxes(path).tracks.at(0);
+    EXPECT_GE(track.durations.size(), 27U);
+    EXPECT_TRUE(std::ranges::all_of(track.durations, [](auto ticks) { return ticks > 0 && ticks < 100000; }));
+}
+
+TEST_F(Mp4WriterTest, SamplesWithoutAFormatAreAnError)
+{
+    const auto empty = std::make_shared<VideoSample>();
+    auto formatless = std::make_shared<VideoSample>();
+    formatless->data.resize(100);
+    for (const VideoSamplePtr& sample : {VideoSamplePtr(empty), VideoSamplePtr(formatless)}) {
+        const std::vector<VideoSamplePtr> samples{sample};
+        QTemporaryDir folder;
+        WholeFile file(folder.path());
+        EXPECT_THROW(writeMp4({.video = samples, .start = Start, .end = Start + 1s, .sound = {}}, file),
+                     std::runtime_error);
+    }
+}
+
+TEST_F(Mp4WriterTest, GarbageInsteadOfPicturesGoesThroughUnharmed)
+{
+    auto garbage = std::make_shared<VideoSample>();
+    garbage->presentationTime = Start;
+    garbage->data.assign(1000, std::byte{0xA5});
+    for (const auto codec : {VideoCodec::h264, VideoCodec::hevc}) {
+        for (const std::size_t setBytes : {1U, 5U, 64U}) {
+            garbage->format = std::make_shared<VideoFormat>(
+                VideoFormat{codec, QSize(16, 16), std::vector<std::byte>(setBytes, std::byte{0xFF})});
+            const std::vector<VideoSamplePtr> samples{garbage};
+            QTemporaryDir folder;
+            WholeFile file(folder.path());
+            try {
+                writeMp4({.video = samples, .start = Start, .end = Start + 1s, .sound = {}}, file);
+                EXPECT_GT(file.size(), 1000);
+            } catch (const std::runtime_error& error) {
+                EXPECT_STRNE(error.what(), "");
+            }
+        }
+    }
+}
+
+TEST_F(Mp4WriterTest, ASoundTrackWhosePacketsEndEarlyIsNoError)
+{
+    const auto samples = video(VideoCodec::h264, steady(60));
+    ToneSource tone(4800);
+    auto sound = tone.sound(Mp4TrackState::enabled);
+    sound.frames = 48000;
+    const auto path = write({.video = samples, .start = Start, .end = Start + 1s, .sound = {sound}});
+    EXPECT_EQ(test::decodingErrors(path), "");
+}
+
+TEST_F(Mp4WriterTest, AFullDiskIsTheSystemsOwnError)
+{
+    const test::SmallDisk disk(96 * 1024);
+    if (!disk.isThere()) {
+        GTEST_SKIP() << "only root may mount a small disk";
+    }
+    const auto samples = video(VideoCodec::h264, steady(120), QSize(320, 180));
+    WholeFile file(disk.path());
+    try {
+        writeMp4({.video = samples, .start = Start, .end = Start + 2s, .sound = {}}, file);
+        ADD_FAILURE() << "written";
+    } catch (const std::system_error& error) {
+        EXPECT_EQ(error.code().value(), ENOSPC);
+    }
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/pipewire/audio/MicrophoneRule.h"
+#include "platform/pipewire/audio/StereoSides.h"
+#include "platform/pipewire/audio/SystemSoundRule.h"
+
+#include <gmock/gmock.h>
+
+namespace quelto::pipewire {
+namespace {
+
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+/// A graph built by hand, with ids given out one after the other.
+class GraphTest : public testing::Test {
+protected:
+    GraphTest()
+    {
+        m_graph.ownProcessId = 100;
+        m_graph.ownSocketProcessId = 900;
+    }
+
+    ObjectId client(std::optional<std::uint32_t> process, std::optional<std::uint32_t> socketProcess = {})
+    {
+        m_graph.clients[++m_last] = {.processId = process, .socketProcessId = socketProcess, .isComplete = true};
+        return m_last;
+    }
+    ObjectId node(const QString& name, const QString& mediaClass, std::optional<ObjectId> owner = {})
+    {
+        m_graph.nodes[++m_last] = {.name = name, .description = {}, .mediaClass = mediaClass, .client = owner};
+        return m_last;
+    }
+    ObjectId port(ObjectId owner, PortDirection direction, const QString& channel)
+    {
+        const auto index = static_cast<std::uint32_t>(m_graph.portsOf(owner, direction).size());
+        m_graph.ports[++m_last] = {.node = owner, .direction = direction, .channel = channel, .index = index};
+        return m_last;
+    }
+    std::vector<ObjectId> ports(ObjectId owner, PortDirection direction, const QStringList& channels)
+    {
+        std::vector<ObjectId> made;
+        for (const QString& channel : channels) {
+            made.push_back(port(owner, direction, channel));
+        }
+        return made;
+    }
+    ObjectId link(ObjectId output, ObjectId input)
+    {
+        m_graph.links[++m_last] = {output, input};
+        return m_last;
+    }
+
+    Graph m_graph;
+    ObjectId m_last = 10;
+};
+
+const QStringList Stereo = {QStringLiteral("FL"), QStringLiteral("FR")};
+
+class SystemSoundRuleTest : public GraphTest {
+protected:
+    SystemSoundRuleTest()
+    {
+        m_graph.defaultSink = QStringLiteral("speaker");
+        m_sink = node(QStringLiteral("speaker"), QStringLiteral("Audio/Sink"));
+        m_speaker = ports(m_sink, PortDirection::input, Stereo);
+        m_capture = node(QStringLiteral("quelto-system-sound"), QStringLiteral("Stream/Input/Audio"), client(100, 900));
+        m_inputs = ports(m_capture, PortDirection::input, Stereo);
+    }
+
+    /// A stereo program that plays to the speaker, given by its client.
+    std::vector<ObjectId> program(std::optional<ObjectId> owner)
+    {
+        const ObjectId stream = node(QStringLiteral("program"), QStringLiteral("Stream/Output/Audio"), owner);
+        std::vector<ObjectId> outputs = ports(stream, PortDirection::output, Stereo);
+        link(outputs[0], m_speaker[0]);
+        link(outputs[1], m_speaker[1]);
+        return outputs;
+    }
+    LinkPlan plan() const { return m_rule.links(m_graph, m_capture); }
+
+    SystemSoundRule m_rule;
+    ObjectId m_sink = 0;
+    ObjectId m_capture = 0;
+    std::vector<ObjectId> m_speaker;
+    std::vector<ObjectId> m_inputs;
+};
+
+TEST_F(SystemSoundRuleTest, MirrorsThePlayersOfTheDefaultOutput)
+{
+    const auto first = program(client(200));
+    const auto second = program(client(201));
+    EXPECT_THAT(plan(),
+                UnorderedElementsAre(LinkEnds{first[0], m_inputs[0]}, LinkEnds{first[1], m_inputs[1]},
+                                     LinkEnds{second[0], m_inputs[0]}, LinkEnds{second[1], m_inputs[1]}));
+}
+
+TEST_F(SystemSoundRuleTest, IsNotDisturbedByItsOwnLinks)
+{
+    program(client(200));
+    const LinkPlan before = plan();
+    for (const LinkEnds& ends : before) {
+        link(ends.output, ends.input);
+    }
+    EXPECT_EQ(plan(), before);
+}
+
+TEST_F(SystemSoundRuleTest, LeavesOutThisProgramBehindThePulseAudioProtocol)
+{
+    program(client(100, 555));
+    EXPECT_THAT(plan(), IsEmpty());
+}
+
+TEST_F(SystemSoundRuleTest, LeavesOutThisProgramInsideASandbox)
+{
+    program(client(3, 900));
+    EXPECT_THAT(plan(), IsEmpty());
+}
+
+TEST_F(SystemSoundRuleTest, WaitsUntilItKnowsWhoseSoundItIs)
+{
+    const ObjectId owner = client(200);
+    m_graph.clients[owner].isComplete = false;
+    program(owner);
+    EXPECT_THAT(plan(), IsEmpty());
+    m_graph.clients.erase(owner);
+    EXPECT_THAT(plan(), IsEmpty());
+}
+
+TEST_F(SystemSoundRuleTest, TakesNodesThatTheServerMadeItself)
+{
+    program(std::nullopt);
+    EXPECT_EQ(plan().size(), 2u);
+}
+
+TEST_F(SystemSoundRuleTest, RecordsAnEffectsChainOnce)
+{
+    const auto game = program(client(200));
+    const ObjectId hardware = node(QStringLiteral("hardware"), QStringLiteral("Audio/Sink"));
+    const auto hardwarePorts = ports(hardware, PortDirection::input, Stereo);
+    const ObjectId effects = node(QStringLiteral("effects"), QStringLiteral("Stream/Output/Audio"), client(300));
+    const auto effectsPorts = ports(effects, PortDirection::output, Stereo);
+    link(effectsPorts[0], hardwarePorts[0]);
+    link(effectsPorts[1], hardwarePorts[1]);
+    EXPECT_THAT(plan(), UnorderedElementsAre(LinkEnds{game[0], m_inputs[0]}, LinkEnds{game[1], m_inputs[1]}));
+}
+
+TEST_F(SystemSoundRuleTest, FollowsTheDefaultOutput)
+{
+    program(client(200));
+    const ObjectId other = node(QStringLiteral("headset"), QStringLiteral("Audio/Sink"));
+    const auto headset = ports(other, PortDirection::input, {QStringLiteral("MONO")});
+    const ObjectId stream = node(QStringLiteral("call"), QStringLiteral("Stream/Output/Audio"), client(201));
+    const auto voice = ports(stream, PortDirection::output, {QStringLiteral("MONO")});
+    link(voice[0], headset[0]);
+    m_graph.defaultSink = QStringLiteral("headset");
+    EXPECT_THAT(plan(), UnorderedElementsAre(LinkEnds{voice[0], m_inputs[0]}, LinkEnds{voice[0], m_inputs[1]}));
+    EXPECT_EQ(m_rule.heardThrough(m_graph), other);
+}
+
+TEST_F(SystemSoundRuleTest, FoldsSixChannelsIntoTwo)
+{
+    const ObjectId surround = node(QStringLiteral("surround"), QStringLiteral("Audio/Sink"));
+    const QStringList channels = {QStringLiteral("FL"),  QStringLiteral("FR"), QStringLiteral("FC"),
+                                  QStringLiteral("LFE"), QStringLiteral("RL"), QStringLiteral("RR")};
+    const auto inputs = ports(surround, PortDirection::input, channels);
+    const ObjectId stream = node(QStringLiteral("game"), QStringLiteral("Stream/Output/Audio"), client(200));
+    const auto outputs = ports(stream, PortDirection::output, channels);
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        link(outputs[i], inputs[i]);
+    }
+    m_graph.defaultSink = QStringLiteral("surround");
+    EXPECT_THAT(plan(),
+                UnorderedElementsAre(LinkEnds{outputs[0], m_inputs[0]}, LinkEnds{outputs[1], m_inputs[1]},
+                                     LinkEnds{outputs[2], m_inputs[0]}, LinkEnds{outputs[2], m_inputs[1]},
+                                     LinkEnds{outputs[4], m_inputs[0]}, LinkEnds{outputs[5], m_inputs[1]}));
+}
+
+TEST_F(SystemSoundRuleTest, HasNothingToCaptureWithoutADefaultOutput)
+{
+    program(client(200));
+    EXPECT_EQ(m_rule.channels(m_graph), 2);
+    m_graph.defaultSink = QStringLiteral("gone");
+    EXPECT_EQ(m_rule.channels(m_graph), std::nullopt);
+    EXPECT_THAT(plan(), IsEmpty());
+}
+
+TEST_F(SystemSoundRuleTest, WaitsForThePortsOfItsNode)
+{
+    program(client(200));
+    m_graph.ports.erase(m_inputs[1]);
+    EXPECT_THAT(plan(), IsEmpty());
+}
+
+TEST(StereoSides, KnowsTheSideOfEachSpeaker)
+{
+    constexpr StereoSides Left = {.left = true};
+    constexpr StereoSides Right = {.right = true};
+    constexpr StereoSides Both = {.left = true, .right = true};
+    const std::vector<std::pair<const char16_t*, StereoSides>> table = {
+        {u"FL", Left},  {u"SL", Left},   {u"RL", Left},    {u"FLC", Left},  {u"TRL", Left},
+        {u"FR", Right}, {u"SR", Right},  {u"RR", Right},   {u"FRC", Right}, {u"TRR", Right},
+        {u"FC", Both},  {u"RC", Both},   {u"MONO", Both},  {u"", Both},     {u"LFE", {}},
+        {u"LFE2", {}},  {u"AUX0", Left}, {u"AUX1", Right}, {u"AUX2", Left}, {u"AUX13", Right}};
+    for (const auto& [channel, sides] : table) {
+        EXPECT_EQ(stereoSides(QString::fromUtf16(channel)), sides) << QString::fromUtf16(channel).toStdString();
+    }
+}
+
+class MicrophoneRuleTest : public GraphTest {
+protected:
+    ObjectId device(const QString& name, const QStringList& channels,
+                    const QString& mediaClass = QStringLiteral("Audio/Source"))
+    {
+        const ObjectId made = node(name, mediaClass);
+        ports(made, PortDirection::output, channels);
+        return made;
+    }
+    ObjectId capture(const QStringList& channels)
+    {
+        const ObjectId made =
+            node(QStringLiteral("quelto-microphone"), QStringLiteral("Stream/Input/Audio"), client(100));
+        ports(made, PortDirection::input, channels);
+        return made;
+    }
+};
+
+const QStringList Mono = {QStringLiteral("MONO")};
+
+TEST_F(MicrophoneRuleTest, TakesTheDeviceOfItsId)
+{
+    device(QStringLiteral("built-in"), Stereo);
+    const ObjectId headset = device(QStringLiteral("headset"), Mono);
+    m_graph.defaultSource = QStringLiteral("built-in");
+    EXPECT_EQ(MicrophoneRule(QStringLiteral("headset")).device(m_graph), headset);
+}
+
+TEST_F(MicrophoneRuleTest, FallsBackToTheDefaultDeviceAndReturns)
+{
+    const ObjectId builtIn = device(QStringLiteral("built-in"), Stereo);
+    m_graph.defaultSource = QStringLiteral("built-in");
+    const MicrophoneRule rule(QStringLiteral("headset"));
+    EXPECT_EQ(rule.device(m_graph), builtIn);
+    const ObjectId headset = node(QStringLiteral("headset"), QStringLiteral("Audio/Source"));
+    EXPECT_EQ(rule.device(m_graph), builtIn) << "its ports are not there yet";
+    ports(headset, PortDirection::output, Mono);
+    EXPECT_EQ(rule.device(m_graph), headset);
+}
+
+TEST_F(MicrophoneRuleTest, FollowsTheDefaultDeviceWithoutAnId)
+{
+    const ObjectId first = device(QStringLiteral("first"), Mono);
+    const ObjectId second = device(QStringLiteral("second"), Mono);
+    const MicrophoneRule rule{QString()};
+    EXPECT_EQ(rule.device(m_graph), std::nullopt);
+    m_graph.defaultSource = QStringLiteral("first");
+    EXPECT_EQ(rule.device(m_graph), first);
+    m_graph.defaultSource = QStringLiteral("second");
+    EXPECT_EQ(rule.device(m_graph), second);
+}
+
+TEST_F(MicrophoneRuleTest, TakesTheMonitorOfAnOutputOnlyWhenChosen)
+{
+    const ObjectId speaker = device(QStringLiteral("speaker"), Stereo, QStringLiteral("Audio/Sink"));
+    m_graph.defaultSource = QStringLiteral("speaker");
+    EXPECT_EQ(MicrophoneRule(QString()).device(m_graph), std::nullopt);
+    EXPECT_EQ(MicrophoneRule(QString()).channels(m_graph), std::nullopt);
+    EXPECT_EQ(MicrophoneRule(QStringLiteral("speaker")).device(m_graph), speaker);
+}
+
+TEST_F(MicrophoneRuleTest, IgnoresAnIdThatIsNoDevice)
+{
+    device(QStringLiteral("player"), Stereo, QStringLiteral("Stream/Output/Audio"));
+    EXPECT_EQ(MicrophoneRule(QStringLiteral("player")).device(m_graph), std::nullopt);
+}
+
+TEST_F(MicrophoneRuleTest, RecordsAMonoDeviceInOneChannel)
+{
+    const ObjectId microphone = device(QStringLiteral("mic"), Mono);
+    const MicrophoneRule rule(QStringLiteral("mic"));
+    EXPECT_EQ(rule.channels(m_graph), 1);
+    const ObjectId node = capture(Mono);
+    EXPECT_THAT(rule.links(m_graph, node),
+                UnorderedElementsAre(LinkEnds{m_graph.portsOf(microphone, PortDirection::output)[0],
+                                              m_graph.portsOf(node, PortDirection::input)[0]}));
+}
+
+TEST_F(MicrophoneRuleTest, RecordsTheFirstTwoChannelsOfAnInterface)
+{
+    const ObjectId interface =
+        device(QStringLiteral("mic"), {QStringLiteral("AUX0"), QStringLiteral("AUX1"), QStringLiteral("AUX2")});
+    const MicrophoneRule rule(QStringLiteral("mic"));
+    EXPECT_EQ(rule.channels(m_graph), 2);
+    const ObjectId node = capture(Stereo);
+    const auto outputs = m_graph.portsOf(interface, PortDirection::output);
+    const auto inputs = m_graph.portsOf(node, PortDirection::input);
+    EXPECT_THAT(rule.links(m_graph, node),
+                UnorderedElementsAre(LinkEnds{outputs[0], inputs[0]}, LinkEnds{outputs[1], inputs[1]}));
+}
+
+TEST_F(MicrophoneRuleTest, PutsSidesWhereTheyBelong)
+{
+    const ObjectId microphone =
+        device(QStringLiteral("mic"), {QStringLiteral("FR"), QStringLiteral("FC"), QStringLiteral("FL")});
+    const ObjectId node = capture(Stereo);
+    const auto outputs = m_graph.portsOf(microphone, PortDirection::output);
+    const auto inputs = m_graph.portsOf(node, PortDirection::input);
+    EXPECT_THAT(MicrophoneRule(QStringLiteral("mic")).links(m_graph, node),
+                UnorderedElementsAre(LinkEnds{outputs[2], inputs[0]}, LinkEnds{outputs[0], inputs[1]}));
+}
+
+TEST_F(MicrophoneRuleTest, WaitsForACaptureWithTheRightChannels)
+{
+    device(QStringLiteral("mic"), Mono);
+    EXPECT_THAT(MicrophoneRule(QStringLiteral("mic")).links(m_graph, capture(Stereo)), IsEmpty());
+}
+
+TEST_F(MicrophoneRuleTest, ListsDevicesWithoutMonitorsAndWithoutOurs)
+{
+    const ObjectId headset = device(QStringLiteral("headset"), Mono);
+    m_graph.nodes[headset].description = QStringLiteral("A headset");
+    device(QStringLiteral("virtual"), Mono, QStringLiteral("Audio/Source/Virtual"));
+    device(QStringLiteral("speaker"), Stereo, QStringLiteral("Audio/Sink"));
+    device(QStringLiteral("player"), Stereo, QStringLiteral("Stream/Output/Audio"));
+    node(QStringLiteral("ours"), QStringLiteral("Audio/Source"), client(100));
+    const MicrophoneInfo first = {.id = QStringLiteral("headset"), .name = QStringLiteral("A headset")};
+    const MicrophoneInfo second = {.id = QStringLiteral("virtual"), .name = QStringLiteral("virtual")};
+    EXPECT_EQ(microphonesIn(m_graph), (QList<MicrophoneInfo>{first, second}));
+}
+
+} // namespace
+} // namespace quelto::pipewire
