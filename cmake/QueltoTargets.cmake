@@ -73,7 +73,7 @@ function(quelto_test name)
     quelto_program(
         ${name}
         SOURCES ${arg_SOURCES}
-        LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main quelto_optimisation_of_tests
+        LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main quelto_optimisation_of_tests quelto_sanitizer_suppressions
         PRECOMPILED quelto_precompiled_for_tests
     )
     if(NOT arg_MOC)

@@ -33,10 +33,10 @@ std::int64_t residentBytes()
 /// Sizes vary from picture to picture as an encoder's do; that is what tears holes into the heap.
 class Pictures {
 public:
-    VideoSamplePtr next(HostTime time, bool isKey)
+    EncodedFramePtr next(HostTime time, bool isKey)
     {
         constexpr double Mean = BitsPerSecond / 8.0 / (FramesPerSecond - 1 + KeyFrameWeight);
-        auto sample = std::make_shared<VideoSample>();
+        auto sample = std::make_shared<EncodedFrame>();
         sample->presentationTime = time;
         sample->isNotSync = !isKey;
         sample->data.assign(static_cast<std::size_t>(Mean * (isKey ? KeyFrameWeight : 1) * m_size(m_random)),
@@ -49,9 +49,9 @@ private:
     std::lognormal_distribution<double> m_size{-0.08, 0.4};
 };
 
-AudioSamplePtr sound(HostTime time)
+AudioBufferPtr sound(HostTime time)
 {
-    auto sample = std::make_shared<AudioSample>();
+    auto sample = std::make_shared<AudioBuffer>();
     sample->presentationTime = time;
     sample->frames = AudioFrames;
     sample->data.assign(static_cast<std::size_t>(AudioFrames) * 2 * sizeof(float), std::byte{1});

@@ -20,7 +20,7 @@ int main(int argumentCount, char** arguments)
     std::atomic<int> frames = 0;
     const auto source = makeX11FrameSource();
     source->start({.displayID = display.id, .outputSize = size},
-                  {.onFrame = [&](const PictureFramePtr&) { ++frames; }, .onStopped = [](const QString&) {}});
+                  {.onFrame = [&](const VideoFramePtr&) { ++frames; }, .onStopped = [](const QString&) {}});
     std::this_thread::sleep_for(std::chrono::seconds(1));
     const int framesBefore = frames;
     const auto processorBefore = std::clock();

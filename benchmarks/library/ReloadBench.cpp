@@ -3,9 +3,9 @@
 //
 //   bench_library_reload make FOLDER COUNT    fills a folder with empty clips under names as the recorder gives them
 //   bench_library_reload run FOLDER           reloads it warm and prints medians in milliseconds, as JSON
-#include "library/clips/ClipLibrary.h"
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
+#include "library/clips/ClipLibrary.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,9 +2,9 @@
 // What the library's screen costs with many clips: "bench_library_screen FOLDER". The folder holds the clips. Prints
 // one JSON object: frames a second and the longest waits for one while the screen is flung and while it is dragged from
 // one end to the other, and the memory that the program takes.
-#include "library/thumbnails/ThumbnailCache.h"
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
+#include "library/thumbnails/ThumbnailCache.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/theme/Symbols.h"

@@ -5,8 +5,8 @@
 //
 // Posts of 15 KB go over real connections to a watcher that runs as in the program; what its thread takes of one core
 // is printed as the median of the runs, the answer's delay beside it.
-#include "moments/dota/DotaWatcher.h"
 #include "base/time/HostClock.h"
+#include "moments/dota/DotaWatcher.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

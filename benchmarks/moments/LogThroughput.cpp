@@ -5,9 +5,9 @@
 //
 // Makes a log in the form in which the game writes it (about 500 MB in the temporary folder, unless one is given), has
 // it read by both in turn with its pages in memory, and prints the medians in MB/s and that of the ratios.
+#include "base/time/HostClock.h"
 #include "moments/wow/LogTail.h"
 #include "moments/wow/WowFights.h"
-#include "base/time/HostClock.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

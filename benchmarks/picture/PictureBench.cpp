@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Our picture conversion beside swscale's and libyuv's, from a screen's size to 1080p.
-#include "media/picture/PictureConverter.h"
+#include "media/picture/FrameConverter.h"
 
 #include <benchmark/benchmark.h>
 
@@ -40,7 +40,7 @@ public:
         m_turn = (m_turn + 1) % Count;
         return {.pixels = m_pixels[m_turn].data(), .stride = m_size.width() * 4, .size = m_size};
     }
-    const PictureFrame& frame() const { return *m_frames[m_turn]; }
+    const VideoFrame& frame() const { return *m_frames[m_turn]; }
 
 private:
     static constexpr std::size_t Count = 4;
@@ -48,7 +48,7 @@ private:
     QSize m_size;
     FramePool m_pool;
     std::vector<std::vector<std::uint8_t>> m_pixels;
-    std::vector<std::shared_ptr<PictureFrame>> m_frames;
+    std::vector<std::shared_ptr<VideoFrame>> m_frames;
     std::size_t m_turn = 0;
 };
 
@@ -60,7 +60,7 @@ QSize sourceSize(const benchmark::State& state)
 void ours(benchmark::State& state, InstructionSet instructionSet)
 {
     Pictures pictures(sourceSize(state));
-    PictureConverter converter(instructionSet);
+    FrameConverter converter(instructionSet);
     for (auto _ : state) {
         const auto picture = pictures.next();
         converter.convert(picture, pictures.frame());

@@ -3,7 +3,7 @@
 // readings in milliseconds.
 //
 //   bench_thumbnail CLIP PICTURE.png COUNT
-#include "media/reader/ClipReading.h"
+#include "media/reader/ClipReader.h"
 
 #include <cstdio>
 #include <cstdlib>

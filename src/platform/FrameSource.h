@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/types/PictureFrame.h"
+#include "media/types/VideoFrame.h"
 
 #include <QString>
 
@@ -21,7 +21,7 @@ struct FrameRequest {
 
 struct FrameEvents {
     /// On the source's own thread; must return at once and must not call back into the source.
-    std::function<void(PictureFramePtr)> onFrame;
+    std::function<void(VideoFramePtr)> onFrame;
     /// The display or its server went away, with a translated sentence for the user. On the source's own thread, at
     /// most once a start, never after stop() has returned.
     std::function<void(const QString&)> onStopped;

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/DesktopNotices.h"
+#include "platform/AudioServer.h"
+#include "platform/DesktopNotifications.h"
 #include "platform/Displays.h"
+#include "platform/EventSounds.h"
 #include "platform/FileManager.h"
 #include "platform/FrameSource.h"
 #include "platform/FrontApplication.h"
 #include "platform/GlobalKey.h"
-#include "platform/NoticeSounds.h"
 #include "platform/Pasteboard.h"
-#include "platform/Sound.h"
 #include "platform/Trash.h"
 
 #include <memory>
@@ -20,12 +20,12 @@ namespace quelto {
 struct Platform {
     std::unique_ptr<Displays> displays;
     std::unique_ptr<FrameSource> frames;
-    std::unique_ptr<SoundServer> sound;
+    std::unique_ptr<AudioServer> sound;
     std::unique_ptr<GlobalKey> globalKey;
     std::unique_ptr<FrontApplication> frontApplication;
-    std::unique_ptr<DesktopNotices> notices;
+    std::unique_ptr<DesktopNotifications> notifications;
     std::unique_ptr<Trash> trash;
-    std::unique_ptr<NoticeSounds> sounds;
+    std::unique_ptr<EventSounds> sounds;
     std::unique_ptr<FileManager> files;
     std::unique_ptr<Pasteboard> pasteboard;
 };

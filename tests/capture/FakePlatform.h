@@ -42,24 +42,24 @@ public:
 
     void emitFrame(HostTime time) const
     {
-        auto frame = std::make_shared<PictureFrame>();
+        auto frame = std::make_shared<VideoFrame>();
         frame->presentationTime = time;
         frame->size = request.outputSize;
         events.onFrame(std::move(frame));
     }
 };
 
-class FakeSoundSource final : public SoundSource {
+class FakeAudioSource final : public AudioSource {
 public:
-    FakeSoundSource(int& running, std::optional<QString> startError)
+    FakeAudioSource(int& running, std::optional<QString> startError)
         : m_running(running)
         , m_error(std::move(startError))
     {
     }
 
-    SoundEvents events;
+    AudioSourceEvents events;
 
-    void start(SoundEvents wanted) override
+    void start(AudioSourceEvents wanted) override
     {
         if (m_error) {
             throw PlatformError(*m_error);
@@ -78,7 +78,7 @@ public:
     /// One stereo frame, both values at that level.
     void emitTone(float level, HostTime time = HostTime{}) const
     {
-        auto sample = std::make_shared<AudioSample>();
+        auto sample = std::make_shared<AudioBuffer>();
         sample->presentationTime = time;
         sample->frames = 1;
         sample->data.resize(2 * sizeof level);
@@ -93,27 +93,27 @@ private:
     std::optional<QString> m_error;
 };
 
-class FakeSoundServer final : public SoundServer {
+class FakeAudioServer final : public AudioServer {
 public:
     int runningSources = 0;
     QString askedFor;
     std::optional<QString> micError;
     std::optional<QString> systemError;
     /// The sources that were made last. Their owner may have destroyed them since.
-    FakeSoundSource* mic = nullptr;
-    FakeSoundSource* system = nullptr;
+    FakeAudioSource* mic = nullptr;
+    FakeAudioSource* system = nullptr;
 
-    std::unique_ptr<SoundSource> systemSound() override
+    std::unique_ptr<AudioSource> systemAudio() override
     {
-        auto source = std::make_unique<FakeSoundSource>(runningSources, systemError);
+        auto source = std::make_unique<FakeAudioSource>(runningSources, systemError);
         system = source.get();
         return source;
     }
 
-    std::unique_ptr<SoundSource> microphone(const QString& id) override
+    std::unique_ptr<AudioSource> microphone(const QString& id) override
     {
         askedFor = id;
-        auto source = std::make_unique<FakeSoundSource>(runningSources, micError);
+        auto source = std::make_unique<FakeAudioSource>(runningSources, micError);
         mic = source.get();
         return source;
     }
@@ -164,9 +164,9 @@ public:
     {
     }
 
-    void encode(const PictureFrame& frame) override
+    void encode(const VideoFrame& frame) override
     {
-        auto sample = std::make_shared<VideoSample>();
+        auto sample = std::make_shared<EncodedFrame>();
         sample->presentationTime = frame.presentationTime;
         sample->isNotSync = m_keyFrames == FakeKeyFrames::none || m_count % 30 != 0;
         sample->data.resize(1024);
@@ -189,7 +189,7 @@ private:
     OnSample m_onSample;
     FakeKeyFrames m_keyFrames;
     FakeDelay m_delay;
-    std::shared_ptr<VideoSample> m_held;
+    std::shared_ptr<EncodedFrame> m_held;
     std::atomic<int>& m_encoded;
     int m_count = 0;
 };
@@ -199,14 +199,14 @@ struct FakePlatform {
     Platform platform;
     FakeDisplays* displays = nullptr;
     FakeFrameSource* frames = nullptr;
-    FakeSoundServer* sound = nullptr;
+    FakeAudioServer* sound = nullptr;
     FakeFrontApplication* front = nullptr;
 
     FakePlatform()
     {
         auto ownDisplays = std::make_unique<FakeDisplays>();
         auto ownFrames = std::make_unique<FakeFrameSource>();
-        auto ownSound = std::make_unique<FakeSoundServer>();
+        auto ownSound = std::make_unique<FakeAudioServer>();
         auto ownFront = std::make_unique<FakeFrontApplication>();
         displays = ownDisplays.get();
         frames = ownFrames.get();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes may lie under a clip's name: they are read without harm, and what comes of it is within bounds.
-#include "media/reader/ClipReading.h"
+#include "media/reader/ClipReader.h"
 
 #include "tests/fuzz/Require.h"
 

@@ -3,7 +3,7 @@
 // after the last it comes.
 #include "moments/dota/DotaMatch.h"
 
-#include "tests/fuzz/NewsListener.h"
+#include "tests/fuzz/EventListener.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ double stepOf(QByteArrayView& line)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     DotaMatch match;
-    NewsListener listener;
+    EventListener listener;
     double now = 1000;
     for (const auto& each : QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)).split('\n')) {
         QByteArrayView line(each);

@@ -2,7 +2,7 @@
 // Whatever the game's client answers, what it makes the watcher tell makes sense. A line is an answer.
 #include "moments/league/LeagueMatch.h"
 
-#include "tests/fuzz/NewsListener.h"
+#include "tests/fuzz/EventListener.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ using namespace quelto::fuzz;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     LeagueMatch match;
-    NewsListener listener;
+    EventListener listener;
     for (const auto& answer :
          QByteArray(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size)).split('\n')) {
         const auto data = readLeagueData(answer);

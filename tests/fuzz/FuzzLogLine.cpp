@@ -4,7 +4,7 @@
 #include "moments/wow/LogLines.h"
 #include "moments/wow/WowFights.h"
 
-#include "tests/fuzz/NewsListener.h"
+#include "tests/fuzz/EventListener.h"
 #include "tests/moments/wow/PickedLineByLine.h"
 
 #include <QByteArrayList>

@@ -10,7 +10,7 @@ TONE = 440
 RATE = clip.RATE
 
 
-class SoundServer(desk.DeskTest):
+class AudioServer(desk.DeskTest):
     def loud_parts(self, sound):
         """Whether the tone sounds, for each tenth of a second."""
         step = RATE // 10

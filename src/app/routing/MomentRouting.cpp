@@ -71,14 +71,14 @@ void MomentRouting::clipSaved(const QString& path)
         }
     }
     if (m_settings.playSound()) {
-        m_actions.playSound(clip.autoTier == ClipTier::epic ? NoticeSound::hero : NoticeSound::glass);
+        m_actions.playSound(clip.autoTier == ClipTier::epic ? EventSound::hero : EventSound::glass);
     }
     if (m_settings.showOverlay()) {
         m_actions.showHud(
-            clip.autoTier ? HudNotice{.title = T("Oto klip • {0}", labelOf(*clip.autoTier)),
-                                      .subtitle = clip.displayTitle(),
-                                      .tier = clip.autoTier}
-                          : HudNotice{.title = T("Klip kaydedildi"), .subtitle = QFileInfo(path).completeBaseName()});
+            clip.autoTier ? HudMessage{.title = T("Oto klip • {0}", labelOf(*clip.autoTier)),
+                                       .subtitle = clip.displayTitle(),
+                                       .tier = clip.autoTier}
+                          : HudMessage{.title = T("Klip kaydedildi"), .subtitle = QFileInfo(path).completeBaseName()});
     }
     m_actions.showToast(clip.autoTier ? T("Oto klip ({0}): {1}", labelOf(*clip.autoTier), clip.displayTitle())
                                       : T("Klip kaydedildi"));
@@ -92,15 +92,15 @@ void MomentRouting::saveFailed(const QString& message)
     m_actions.showToast(message);
 }
 
-void MomentRouting::matchOver(const MatchNotice& notice)
+void MomentRouting::matchOver(const MatchNotification& notification)
 {
     if (m_settings.showOverlay()) {
-        m_actions.showHud({.title = notice.title, .subtitle = notice.line, .tier = notice.tier});
+        m_actions.showHud({.title = notification.title, .subtitle = notification.line, .tier = notification.tier});
     }
     if (m_settings.playSound()) {
-        m_actions.playSound(NoticeSound::hero);
+        m_actions.playSound(EventSound::hero);
     }
-    m_actions.notifyDesktop(notice);
+    m_actions.notifyDesktop(notification);
 }
 
 } // namespace quelto

@@ -4,7 +4,7 @@
 #include "base/settings/AppSettings.h"
 #include "library/matches/MatchTracker.h"
 #include "moments/watcher/MatchWatcher.h"
-#include "platform/NoticeSounds.h"
+#include "platform/EventSounds.h"
 #include "ui/shell/Hud.h"
 
 #include <QObject>
@@ -14,7 +14,7 @@
 namespace quelto {
 
 /// The one place where a moment becomes a clip request, and a saved clip a library entry, a match entry, a sound and a
-/// notice.
+/// notification.
 ///
 /// Thread: main.
 class MomentRouting : public QObject {
@@ -27,11 +27,11 @@ public:
         std::function<void()> startRecording;
         std::function<void(const Moment&)> saveAutoClip;
         std::function<void()> reloadLibrary;
-        std::function<void(NoticeSound)> playSound;
-        std::function<void(const HudNotice&)> showHud;
+        std::function<void(EventSound)> playSound;
+        std::function<void(const HudMessage&)> showHud;
         std::function<void(const QString&)> showToast;
         /// A notice of the desktop whose click leads to the match.
-        std::function<void(const MatchNotice&)> notifyDesktop;
+        std::function<void(const MatchNotification&)> notifyDesktop;
     };
 
     MomentRouting(AppSettings& settings, MatchTracker& matches, Actions actions, QObject* parent = nullptr);
@@ -47,7 +47,7 @@ public:
 private:
     void momentDetected(const Moment& moment);
     void gameDetected();
-    void matchOver(const MatchNotice& notice);
+    void matchOver(const MatchNotification& notification);
 
     AppSettings& m_settings;
     MatchTracker& m_matches;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/startup/ApplicationController.h"
 
-#include "base/language/L10n.h"
 #include "app/bus/SessionBusService.h"
 #include "app/window/WindowFrame.h"
+#include "base/language/L10n.h"
 #include "platform/factory/PlatformFactory.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
 /// For a save folder on a disk that hangs.
-constexpr std::chrono::milliseconds PatienceWithReading{500};
+constexpr std::chrono::milliseconds ReadTimeout{500};
 
 DisplaySize sizesOf(const Displays& displays)
 {
@@ -71,27 +71,28 @@ ApplicationController::ApplicationController()
                  .startRecording = [this] { m_recorder->start(); },
                  .saveAutoClip = [this](const Moment& moment) { m_recorder->saveAutoClip(moment, moment.game); },
                  .reloadLibrary = [this] { m_library.reload(); },
-                 .playSound = [this](NoticeSound sound) { m_platform.sounds->play(sound); },
-                 .showHud = [this](const HudNotice& notice) { showHud(notice); },
+                 .playSound = [this](EventSound sound) { m_platform.sounds->play(sound); },
+                 .showHud = [this](const HudMessage& message) { showHud(message); },
                  .showToast = [this](const QString& text) { m_navigation.showToast(text); },
                  .notifyDesktop =
-                     [this](const MatchNotice& notice) {
-                         m_platform.notices->show(
-                             {.id = matchIdText(notice.id), .title = notice.title, .body = notice.body});
+                     [this](const MatchNotification& notification) {
+                         m_platform.notifications->show({.id = matchIdText(notification.id),
+                                                         .title = notification.title,
+                                                         .body = notification.body});
                      }})
 {
-    m_recorder = std::make_unique<Recorder>(Recorder::Parts{.settings = m_settings,
-                                                            .platform = m_platform,
-                                                            .main = m_main,
-                                                            .session = m_sessionQueue,
-                                                            .saves = m_saveQueue});
+    m_recorder = std::make_unique<Recorder>(Recorder::Dependencies{.settings = m_settings,
+                                                                   .platform = m_platform,
+                                                                   .main = m_main,
+                                                                   .session = m_sessionQueue,
+                                                                   .saves = m_saveQueue});
 }
 
 ApplicationController::~ApplicationController()
 {
     // The window's bindings look at what goes next.
     delete m_window;
-    m_libraryQueue.finish(PatienceWithReading);
+    m_libraryQueue.finish(ReadTimeout);
 }
 
 void ApplicationController::applicationDidFinishLaunching()
@@ -159,7 +160,7 @@ void ApplicationController::joinMatches()
             m_navigation.setPage({.kind = Pages::Kind::Matches});
         }
     });
-    connect(m_platform.notices.get(), &DesktopNotices::clicked, this, [this](const QString& id) {
+    connect(m_platform.notifications.get(), &DesktopNotifications::clicked, this, [this](const QString& id) {
         if (const auto match = QUuid::fromString(id); !match.isNull()) {
             openReview(match);
         }
@@ -180,13 +181,13 @@ void ApplicationController::openReview(const QUuid& match)
     showWindow();
 }
 
-void ApplicationController::showHud(const HudNotice& notice)
+void ApplicationController::showHud(const HudMessage& message)
 {
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
-        m_hud.show(notice);
+        m_hud.show(message);
     } else {
         // Without X11 no window gets above a full-screen one; the desktop's own notices may.
-        m_platform.notices->show({.id = QStringLiteral("hud"), .title = notice.title, .body = notice.subtitle});
+        m_platform.notifications->show({.id = QStringLiteral("hud"), .title = message.title, .body = message.subtitle});
     }
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/settings/AppSettings.h"
 #include "app/hotkey/HotKeyManager.h"
-#include "app/startup/LanguageInForce.h"
 #include "app/routing/MomentRouting.h"
+#include "app/startup/LanguageSwitcher.h"
 #include "app/tray/StatusItem.h"
+#include "base/settings/AppSettings.h"
+#include "base/tasks/MainQueue.h"
+#include "base/tasks/SerialQueue.h"
 #include "capture/recorder/Recorder.h"
 #include "library/clips/ClipLibrary.h"
 #include "library/matches/MatchTracker.h"
@@ -14,8 +16,6 @@
 #include "moments/league/LeagueWatcher.h"
 #include "moments/wow/WoWWatcher.h"
 #include "platform/Platform.h"
-#include "base/tasks/MainQueue.h"
-#include "base/tasks/SerialQueue.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/Hud.h"
@@ -63,13 +63,13 @@ private:
     void joinSavedClips();
     void joinMatches();
     void followGames();
-    void showHud(const HudNotice& notice);
+    void showHud(const HudMessage& message);
     /// Shows the review of a match, which may be gone by now.
     void openReview(const QUuid& match);
 
     Platform m_platform;
     AppSettings m_settings;
-    LanguageInForce m_language;
+    LanguageSwitcher m_language;
     MainQueue m_main;
     std::unique_ptr<Recorder> m_recorder;
     // They end before the recorder that their tasks refer to.

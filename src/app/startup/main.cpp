@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "base/language/T.h"
-#include "app/startup/ApplicationController.h"
-#include "app/startup/LanguageInForce.h"
-#include "app/startup/Renderer.h"
 #include "app/bus/SessionBusService.h"
+#include "app/startup/ApplicationController.h"
+#include "app/startup/LanguageSwitcher.h"
+#include "app/startup/Renderer.h"
 #include "app/startup/TerminationSignals.h"
+#include "base/language/T.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -25,7 +25,7 @@ namespace {
 
 constexpr std::chrono::seconds UntilAllRuns{2};
 /// For threads that read from a disk that hangs; longer than what is still moved to the trash may take.
-constexpr std::chrono::seconds PatienceAtTheEnd{10};
+constexpr std::chrono::seconds ExitTimeout{10};
 
 /// Qt leaves by exit() when the display server goes away, from within the event loop, with all threads running: what
 /// they use would be torn down under them. A clip that is being written is finished, and then the process ends at once.
@@ -64,7 +64,7 @@ private:
 void endEvenIfAThreadHangs(int result)
 {
     std::thread([result] {
-        std::this_thread::sleep_for(PatienceAtTheEnd);
+        std::this_thread::sleep_for(ExitTimeout);
         std::_Exit(result);
     }).detach();
 }
@@ -87,7 +87,7 @@ int main(int argc, char* argv[])
             return 0;
         }
         const quelto::AppSettings settings(quelto::AppSettings::defaultPath());
-        const quelto::LanguageInForce language(settings);
+        const quelto::LanguageSwitcher language(settings);
         std::fputs(qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.") +
                               u'\n'),
                    stderr);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/types/VideoSample.h"
+#include "media/types/EncodedFrame.h"
 
 #include <QString>
 

@@ -96,14 +96,14 @@ void SerialQueue::sync(const Task& task)
     done.get_future().wait();
 }
 
-void SerialQueue::finish(HostDuration patience)
+void SerialQueue::finish(HostDuration deadline)
 {
     const auto finished = std::make_shared<std::promise<void>>();
     post([finished, state = m_state] {
         state->end();
         finished->set_value();
     });
-    if (finished->get_future().wait_for(patience) == std::future_status::ready) {
+    if (finished->get_future().wait_for(deadline) == std::future_status::ready) {
         m_thread.join();
     } else {
         m_state->end();

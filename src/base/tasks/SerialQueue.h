@@ -36,7 +36,7 @@ public:
     /// Runs what was posted without a delay, drops the rest, and ends the queue: nothing that is posted behind it is
     /// run. A disk that hangs is waited for no longer than that; what has not begun is dropped then too, and the thread
     /// left behind with the task that runs: so tasks of such a queue must own what they refer to.
-    void finish(HostDuration patience);
+    void finish(HostDuration deadline);
 
     bool isCurrent() const noexcept;
 

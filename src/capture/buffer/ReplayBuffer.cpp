@@ -34,7 +34,7 @@ void ReplayBuffer::reset()
     m_chat = {};
 }
 
-void ReplayBuffer::appendVideo(VideoSamplePtr sample)
+void ReplayBuffer::appendVideo(EncodedFramePtr sample)
 {
     const std::scoped_lock guard(m_lock);
     const auto cutoff = sample->presentationTime - fromSeconds(m_keepSeconds);
@@ -50,22 +50,22 @@ void ReplayBuffer::appendVideo(VideoSamplePtr sample)
     m_video.removeOldest(cut);
 }
 
-void ReplayBuffer::appendAudio(AudioSamplePtr sample)
+void ReplayBuffer::appendAudio(AudioBufferPtr sample)
 {
     append(std::move(sample), m_audio);
 }
 
-void ReplayBuffer::appendMic(AudioSamplePtr sample)
+void ReplayBuffer::appendMic(AudioBufferPtr sample)
 {
     append(std::move(sample), m_mic);
 }
 
-void ReplayBuffer::appendChat(AudioSamplePtr sample)
+void ReplayBuffer::appendChat(AudioBufferPtr sample)
 {
     append(std::move(sample), m_chat);
 }
 
-void ReplayBuffer::append(AudioSamplePtr sample, SoundTrack& track)
+void ReplayBuffer::append(AudioBufferPtr sample, AudioTrackEncoder& track)
 {
     const std::scoped_lock guard(m_lock);
     const auto cutoff = sample->presentationTime - fromSeconds(m_keepSeconds + ExtraAudioSeconds);
@@ -73,7 +73,7 @@ void ReplayBuffer::append(AudioSamplePtr sample, SoundTrack& track)
 
     const auto& samples = track.samples();
     const auto kept = std::find_if(samples.cbegin(), samples.cend(),
-                                   [cutoff](const AudioSamplePtr& old) { return old->presentationTime >= cutoff; });
+                                   [cutoff](const AudioBufferPtr& old) { return old->presentationTime >= cutoff; });
     track.removeOldest(kept - samples.cbegin());
 }
 

@@ -27,10 +27,10 @@ public:
     /// Empties all tracks; the window stays.
     void reset();
 
-    void appendVideo(VideoSamplePtr sample);
-    void appendAudio(AudioSamplePtr sample);
-    void appendMic(AudioSamplePtr sample);
-    void appendChat(AudioSamplePtr sample);
+    void appendVideo(EncodedFramePtr sample);
+    void appendAudio(AudioBufferPtr sample);
+    void appendMic(AudioBufferPtr sample);
+    void appendChat(AudioBufferPtr sample);
 
     /// The tracks as they are now. Takes four references, so no producer waits for a save.
     ReplaySnapshot snapshot();
@@ -39,15 +39,15 @@ public:
     std::int64_t approximateBytes() const;
 
 private:
-    using SoundTrack = ReplayTrack<AudioSample>;
+    using AudioTrackEncoder = ReplayTrack<AudioBuffer>;
 
-    void append(AudioSamplePtr sample, SoundTrack& track);
+    void append(AudioBufferPtr sample, AudioTrackEncoder& track);
 
     mutable std::mutex m_lock;
-    ReplayTrack<VideoSample> m_video;
-    SoundTrack m_audio;
-    SoundTrack m_mic;
-    SoundTrack m_chat;
+    ReplayTrack<EncodedFrame> m_video;
+    AudioTrackEncoder m_audio;
+    AudioTrackEncoder m_mic;
+    AudioTrackEncoder m_chat;
     double m_keepSeconds = 33.0;
 };
 

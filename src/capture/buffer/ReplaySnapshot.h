@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/types/AudioSample.h"
-#include "media/types/VideoSample.h"
+#include "media/types/AudioBuffer.h"
+#include "media/types/EncodedFrame.h"
 
 namespace quelto {
 
 /// The four tracks of the replay buffer as they were at one instant, oldest sample first. Shares the samples.
 struct ReplaySnapshot {
-    VideoSamples video;
-    AudioSamples audio;
-    AudioSamples mic;
-    AudioSamples chat;
+    EncodedFrames video;
+    AudioBuffers audio;
+    AudioBuffers mic;
+    AudioBuffers chat;
 };
 
 } // namespace quelto

@@ -38,10 +38,10 @@ HostTime moved(HostTime time, HostDuration by)
 
 } // namespace
 
-std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, int seconds)
+std::optional<ClipPlan> planClip(const EncodedFrames& video, HostTime endTime, int seconds)
 {
     const auto first =
-        std::find_if(video.begin(), video.end(), [](const VideoSamplePtr& sample) { return sample->isKeyframe(); });
+        std::find_if(video.begin(), video.end(), [](const EncodedFramePtr& sample) { return sample->isKeyframe(); });
     if (first == video.end()) {
         return std::nullopt;
     }
@@ -60,21 +60,21 @@ std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, in
                     std::max(endTime, videoEnd)};
 }
 
-bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioSamples& mixed)
+bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioBuffers& mixed)
 {
     return (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) && !mixed.isEmpty();
 }
 
-AudioSamples soundNear(const AudioSamples& samples, HostTime start)
+AudioBuffers soundNear(const AudioBuffers& samples, HostTime start)
 {
-    const auto isFar = [start](const AudioSamplePtr& sample) {
+    const auto isFar = [start](const AudioBufferPtr& sample) {
         const auto distance = difference(sample->presentationTime, start);
         return distance > FarthestSound || distance < -FarthestSound;
     };
     if (std::none_of(samples.begin(), samples.end(), isFar)) {
         return samples;
     }
-    AudioSamples near;
+    AudioBuffers near;
     std::copy_if(samples.begin(), samples.end(), std::back_inserter(near), [&](const auto& s) { return !isFar(s); });
     return near;
 }

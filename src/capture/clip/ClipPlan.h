@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "capture/buffer/ReplaySnapshot.h"
 #include "base/time/HostClock.h"
+#include "capture/buffer/ReplaySnapshot.h"
 
 #include <optional>
 
@@ -23,14 +23,14 @@ struct ClipPlan {
 /// A key frame more than a second before the wanted time is from a screen that stood still afterwards. The clip then
 /// starts a second before the wanted time, with what the screen showed: the key frame's own time would put minutes of a
 /// still picture in front.
-std::optional<ClipPlan> planClip(const VideoSamples& video, HostTime endTime, int seconds);
+std::optional<ClipPlan> planClip(const EncodedFrames& video, HostTime endTime, int seconds);
 
 /// Whether each source also gets a track of its own: only when there is more to hear than the system sound.
-bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioSamples& mixed);
+bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioBuffers& mixed);
 
 /// The samples whose stamps are anywhere near the clip. What lies further off can only come from a broken clock, and
 /// arithmetic with it could overflow.
-AudioSamples soundNear(const AudioSamples& samples, HostTime start);
+AudioBuffers soundNear(const AudioBuffers& samples, HostTime start);
 
 /// Whether the clip's length is one that a replay buffer can hold.
 bool isPlausible(const ClipPlan& plan);

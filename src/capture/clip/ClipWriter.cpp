@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/clip/ClipWriter.h"
 
+#include "base/files/AtomicFile.h"
 #include "base/language/T.h"
+#include "capture/clip/AudioTrackEncoder.h"
 #include "capture/clip/ClipPlan.h"
 #include "capture/clip/RecorderError.h"
-#include "capture/clip/SoundTrack.h"
 #include "capture/clip/WriteFailure.h"
 #include "capture/mix/AudioMixer.h"
 #include "library/naming/ClipName.h"
-#include "media/mux/Mp4Writer.h"
-#include "base/files/WholeFile.h"
 #include "media/audio/ResamplingConverter.h"
+#include "media/mux/Mp4Writer.h"
 
 #include <QFile>
 
@@ -26,7 +26,7 @@ constexpr int MainBitsPerSecond = 192000;
 constexpr int AlternateBitsPerSecond = 128000;
 
 /// The sound of a clip: the mix first, then each source alone where there is more than one.
-std::vector<AudioSamples> renderSound(const ClipRequest& request, const ClipPlan& plan)
+std::vector<AudioBuffers> renderSound(const ClipRequest& request, const ClipPlan& plan)
 {
     const AudioMixer mixer(makeResamplingConverter);
     const auto render = [&](std::vector<MixSource> sources) {
@@ -41,14 +41,14 @@ std::vector<AudioSamples> renderSound(const ClipRequest& request, const ClipPlan
 
     // Voice chat is part of the system sound already and would be heard twice.
     auto mix = render({{audio, request.systemGain}, {mic, request.micGain}});
-    std::vector<std::future<AudioSamples>> alone;
+    std::vector<std::future<AudioBuffers>> alone;
     if (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) {
         for (const auto& source : {audio, mic, chat}) {
             alone.push_back(render({{source, 1.0F}}));
         }
     }
 
-    std::vector<AudioSamples> tracks{mix.get()};
+    std::vector<AudioBuffers> tracks{mix.get()};
     if (!hasOwnTracks(snapshot, tracks.front())) {
         // Without a mix there is no main track, and alternates of nothing make no sense to a player.
         if (tracks.front().isEmpty()) {
@@ -63,19 +63,19 @@ std::vector<AudioSamples> renderSound(const ClipRequest& request, const ClipPlan
     return tracks;
 }
 
-std::vector<std::unique_ptr<SoundTrack>> startEncoding(std::vector<AudioSamples> pcm)
+std::vector<std::unique_ptr<AudioTrackEncoder>> startEncoding(std::vector<AudioBuffers> pcm)
 {
-    std::vector<std::unique_ptr<SoundTrack>> tracks;
+    std::vector<std::unique_ptr<AudioTrackEncoder>> tracks;
     for (auto& samples : pcm) {
         const bool isMain = tracks.empty();
-        tracks.push_back(std::make_unique<SoundTrack>(std::move(samples),
-                                                      isMain ? MainBitsPerSecond : AlternateBitsPerSecond,
-                                                      isMain ? Mp4TrackState::enabled : Mp4TrackState::disabled));
+        tracks.push_back(
+            std::make_unique<AudioTrackEncoder>(std::move(samples), isMain ? MainBitsPerSecond : AlternateBitsPerSecond,
+                                                isMain ? Mp4TrackState::enabled : Mp4TrackState::disabled));
     }
     return tracks;
 }
 
-QString publish(WholeFile& file, const ClipRequest& request, const QDateTime& date)
+QString publish(AtomicFile& file, const ClipRequest& request, const QDateTime& date)
 {
     const ClipNameParts parts{request.game, date, request.suffix};
     for (int mark = 1;; ++mark) {
@@ -92,14 +92,14 @@ QString writeClip(const ClipRequest& request, const ClipPlan& plan)
     std::filesystem::create_directories(QFile::encodeName(request.folder).toStdString());
     const auto date = QDateTime::currentDateTime();
 
-    WholeFile file(request.folder);
+    AtomicFile file(request.folder);
     const auto& video = request.snapshot.video;
     Mp4Movie movie{.video = std::span(video.constData(), video.size()).subspan(plan.firstSample),
                    .start = plan.start,
                    .end = plan.end,
                    .sound = {}};
     for (const auto& track : tracks) {
-        movie.sound.push_back(track->asMp4Sound());
+        movie.sound.push_back(track->asAudioTrackInfo());
     }
     writeMp4(movie, file);
     file.flush();

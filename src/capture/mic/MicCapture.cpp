@@ -11,7 +11,7 @@ constexpr auto LevelInterval = std::chrono::milliseconds(80);
 
 } // namespace
 
-MicCapture::MicCapture(SoundServer& server, Clock clock)
+MicCapture::MicCapture(AudioServer& server, Clock clock)
     : m_server(server)
     , m_clock(std::move(clock))
 {
@@ -26,7 +26,7 @@ void MicCapture::start(const QString& deviceID)
 {
     stop();
     auto source = m_server.microphone(deviceID);
-    source->start({.onSample = [this](const AudioSamplePtr& sample) { deliver(sample); },
+    source->start({.onSample = [this](const AudioBufferPtr& sample) { deliver(sample); },
                    .onWarning =
                        [this](const std::optional<QString>& warning) {
                            if (onWarning) {
@@ -44,7 +44,7 @@ void MicCapture::stop() noexcept
     }
 }
 
-void MicCapture::deliver(const AudioSamplePtr& sample)
+void MicCapture::deliver(const AudioBufferPtr& sample)
 {
     if (!sample) {
         return;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/Sound.h"
+#include "platform/AudioServer.h"
 
 #include <functional>
 #include <memory>
@@ -17,12 +17,12 @@ class MicCapture {
 public:
     using Clock = std::function<HostTime()>;
 
-    explicit MicCapture(SoundServer& server, Clock clock = HostClock::now);
+    explicit MicCapture(AudioServer& server, Clock clock = HostClock::now);
     ~MicCapture();
     MicCapture(const MicCapture&) = delete;
     MicCapture& operator=(const MicCapture&) = delete;
 
-    std::function<void(AudioSamplePtr)> onSample;
+    std::function<void(AudioBufferPtr)> onSample;
     /// A peak from 0 to 1, at most once in 0.08 seconds. The samples between are not measured.
     std::function<void(float)> onLevel;
     /// What is wrong with the running device, or nothing once it is back.
@@ -35,12 +35,12 @@ public:
     void stop() noexcept;
 
 private:
-    void deliver(const AudioSamplePtr& sample);
+    void deliver(const AudioBufferPtr& sample);
 
-    SoundServer& m_server;
+    AudioServer& m_server;
     Clock m_clock;
     HostTime m_lastLevelTime{};
-    std::unique_ptr<SoundSource> m_source;
+    std::unique_ptr<AudioSource> m_source;
 };
 
 } // namespace quelto

@@ -28,7 +28,7 @@ std::int64_t framesBetween(HostTime start, HostTime end)
     return span / PerSecond * Rate + rest / PerSecond + (rest % PerSecond > 0 ? 1 : 0);
 }
 
-bool isReadable(const AudioSample& sample)
+bool isReadable(const AudioBuffer& sample)
 {
     const auto& format = sample.format;
     if (sample.frames <= 0 || format.channels <= 0 || format.sampleRate <= 0) {
@@ -54,14 +54,14 @@ float asFloat(std::int32_t value)
     return std::ldexp(static_cast<float>(value), -31);
 }
 
-template <typename Value> float valueAt(const AudioSample& sample, std::size_t index)
+template <typename Value> float valueAt(const AudioBuffer& sample, std::size_t index)
 {
     Value value{};
     std::memcpy(&value, sample.data.data() + index * sizeof value, sizeof value);
     return asFloat(value);
 }
 
-template <typename Value> float peakOf(const AudioSample& sample, std::size_t values)
+template <typename Value> float peakOf(const AudioBuffer& sample, std::size_t values)
 {
     float peak = 0;
     for (std::size_t i = 0; i < values; ++i) {
@@ -96,7 +96,7 @@ struct Stereo {
     std::int64_t frames = 0;
 };
 
-Stereo inPlace(const AudioSample& sample)
+Stereo inPlace(const AudioBuffer& sample)
 {
     const auto channels = static_cast<std::size_t>(sample.format.channels);
     const bool isInterleaved = sample.format.layout == PcmLayout::interleaved;
@@ -126,7 +126,7 @@ public:
     }
 
     /// What it gives is good until the next call, and as long as the sample lives.
-    std::optional<Stereo> read(const AudioSample& sample)
+    std::optional<Stereo> read(const AudioBuffer& sample)
     {
         if (!isReadable(sample)) {
             return std::nullopt;
@@ -193,7 +193,7 @@ AudioMixer::AudioMixer(PcmConverterFactory makeConverter)
 {
 }
 
-AudioSamples AudioMixer::mix(const std::vector<MixSource>& sources, HostTime start, HostTime end) const
+AudioBuffers AudioMixer::mix(const std::vector<MixSource>& sources, HostTime start, HostTime end) const
 {
     const auto total = framesBetween(start, end);
     if (total < 1) {
@@ -231,7 +231,7 @@ AudioSamples AudioMixer::mix(const std::vector<MixSource>& sources, HostTime sta
     return makeSamples(grid.left, grid.right, start);
 }
 
-AudioSamples AudioMixer::silence(HostTime start, HostTime end)
+AudioBuffers AudioMixer::silence(HostTime start, HostTime end)
 {
     const auto total = framesBetween(start, end);
     if (total < 1) {
@@ -241,7 +241,7 @@ AudioSamples AudioMixer::silence(HostTime start, HostTime end)
     return makeSamples(zeros, zeros, start);
 }
 
-float AudioMixer::peakLevel(const AudioSample& sample)
+float AudioMixer::peakLevel(const AudioBuffer& sample)
 {
     if (!isReadable(sample)) {
         return 0;
@@ -261,13 +261,13 @@ float AudioMixer::peakLevel(const AudioSample& sample)
     return 0;
 }
 
-AudioSamples AudioMixer::makeSamples(std::span<const float> left, std::span<const float> right, HostTime start)
+AudioBuffers AudioMixer::makeSamples(std::span<const float> left, std::span<const float> right, HostTime start)
 {
-    AudioSamples samples;
+    AudioBuffers samples;
     const auto total = std::min(left.size(), right.size());
     for (std::size_t first = 0; first < total; first += chunkFrames) {
         const auto frames = std::min<std::size_t>(chunkFrames, total - first);
-        auto sample = std::make_shared<AudioSample>();
+        auto sample = std::make_shared<AudioBuffer>();
         constexpr std::int64_t PerSecond = 1'000'000'000;
         sample->presentationTime =
             start + std::chrono::nanoseconds(static_cast<std::int64_t>(first) * PerSecond / 48000);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "media/audio/PcmConverter.h"
-#include "media/types/AudioSample.h"
+#include "media/types/AudioBuffer.h"
 
 #include <span>
 #include <vector>
@@ -11,7 +11,7 @@ namespace quelto {
 
 /// A track of the replay buffer and how loud it goes into a mix.
 struct MixSource {
-    AudioSamples buffers;
+    AudioBuffers buffers;
     float gain = 1.0F;
 };
 
@@ -31,16 +31,16 @@ public:
 
     /// Interleaved 32-bit float stereo from start to end, rounded up to a whole frame. Empty if no source placed
     /// anything.
-    AudioSamples mix(const std::vector<MixSource>& sources, HostTime start, HostTime end) const;
+    AudioBuffers mix(const std::vector<MixSource>& sources, HostTime start, HostTime end) const;
 
     /// The same length of zeros. Empty if end does not lie after start.
-    static AudioSamples silence(HostTime start, HostTime end);
+    static AudioBuffers silence(HostTime start, HostTime end);
 
     /// The largest absolute value, from 0 to 1; of planar data the first channel alone. 0 for what cannot be read.
-    static float peakLevel(const AudioSample& sample);
+    static float peakLevel(const AudioBuffer& sample);
 
     /// Cuts two channels of equal length into interleaved samples whose stamps are exact to the frame.
-    static AudioSamples makeSamples(std::span<const float> left, std::span<const float> right, HostTime start);
+    static AudioBuffers makeSamples(std::span<const float> left, std::span<const float> right, HostTime start);
 
 private:
     PcmConverterFactory m_makeConverter;

@@ -24,7 +24,7 @@ CapturePipeline::CapturePipeline(Platform& platform, ReplayBuffer& buffer, OpenE
     , m_mic(*platform.sound)
     , m_videoQueue(QStringLiteral("quelto.video"), QueuePriority::userInteractive)
 {
-    m_mic.onSample = [this](AudioSamplePtr sample) { m_buffer.appendMic(std::move(sample)); };
+    m_mic.onSample = [this](AudioBufferPtr sample) { m_buffer.appendMic(std::move(sample)); };
 }
 
 CapturePipeline::~CapturePipeline()
@@ -47,7 +47,7 @@ CaptureReport CapturePipeline::start(const CaptureRequest& request, int bufferSe
                                  .size = report.outputSize,
                                  .framesPerSecond = request.framesPerSecond,
                                  .bitsPerSecond = report.bitsPerSecond},
-                                [this](VideoSamplePtr sample) { m_buffer.appendVideo(std::move(sample)); });
+                                [this](EncodedFramePtr sample) { m_buffer.appendVideo(std::move(sample)); });
     } catch (const EncoderError& error) {
         throw RecorderError::encoder(error.status());
     }
@@ -62,16 +62,16 @@ CaptureReport CapturePipeline::start(const CaptureRequest& request, int bufferSe
          .framesPerSecond = request.framesPerSecond,
          .showsCursor = request.showsCursor},
         {.onFrame =
-             [this](PictureFramePtr frame) { m_videoQueue.post([this, frame = std::move(frame)] { encode(frame); }); },
+             [this](VideoFramePtr frame) { m_videoQueue.post([this, frame = std::move(frame)] { encode(frame); }); },
          .onStopped = events.onStopped});
     if (request.capturesAudio) {
-        startSystemSound(events);
+        startSystemAudio(events);
     }
     startMicrophone(request, events, report);
     return report;
 }
 
-void CapturePipeline::encode(PictureFramePtr frame)
+void CapturePipeline::encode(VideoFramePtr frame)
 {
     if (!m_encoder) {
         return;
@@ -110,11 +110,11 @@ DisplayInfo CapturePipeline::chosenDisplay(std::uint32_t displayID) const
     return displays.isEmpty() ? throw RecorderError::noDisplay() : displays.first();
 }
 
-void CapturePipeline::startSystemSound(const CaptureEvents& events)
+void CapturePipeline::startSystemAudio(const CaptureEvents& events)
 {
-    m_systemSound = m_platform.sound->systemSound();
-    m_systemSound->start({.onSample = [this](AudioSamplePtr sample) { m_buffer.appendAudio(std::move(sample)); },
-                          .onWarning = events.onSystemSoundWarning});
+    m_systemAudio = m_platform.sound->systemAudio();
+    m_systemAudio->start({.onSample = [this](AudioBufferPtr sample) { m_buffer.appendAudio(std::move(sample)); },
+                          .onWarning = events.onSystemAudioWarning});
 }
 
 void CapturePipeline::startMicrophone(const CaptureRequest& request, const CaptureEvents& events, CaptureReport& report)
@@ -138,9 +138,9 @@ void CapturePipeline::startMicrophone(const CaptureRequest& request, const Captu
 void CapturePipeline::stop() noexcept
 {
     m_platform.frames->stop();
-    if (m_systemSound) {
-        m_systemSound->stop();
-        m_systemSound.reset();
+    if (m_systemAudio) {
+        m_systemAudio->stop();
+        m_systemAudio.reset();
     }
     // What was posted before runs before this, so no picture is left on its way to the encoder.
     m_videoQueue.sync([this] {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/tasks/SerialQueue.h"
 #include "capture/buffer/ReplayBuffer.h"
 #include "capture/mic/MicCapture.h"
 #include "media/codec/VideoEncoder.h"
 #include "platform/Platform.h"
-#include "base/tasks/SerialQueue.h"
 
 #include <QString>
 
@@ -36,7 +36,7 @@ struct CaptureEvents {
     std::function<void(float)> onMicLevel;
     /// What is wrong with a sound source that was running, or nothing once it runs again.
     std::function<void(std::optional<QString>)> onMicWarning;
-    std::function<void(std::optional<QString>)> onSystemSoundWarning;
+    std::function<void(std::optional<QString>)> onSystemAudioWarning;
 };
 
 /// How the session came up.
@@ -72,20 +72,20 @@ public:
     void stop() noexcept;
 
 private:
-    void encode(PictureFramePtr frame);
+    void encode(VideoFramePtr frame);
     void repeatIfStill(std::uint64_t picture);
     DisplayInfo chosenDisplay(std::uint32_t displayID) const;
-    void startSystemSound(const CaptureEvents& events);
+    void startSystemAudio(const CaptureEvents& events);
     void startMicrophone(const CaptureRequest& request, const CaptureEvents& events, CaptureReport& report);
 
     Platform& m_platform;
     ReplayBuffer& m_buffer;
     OpenEncoder m_openEncoder;
     MicCapture m_mic;
-    std::unique_ptr<SoundSource> m_systemSound;
+    std::unique_ptr<AudioSource> m_systemAudio;
     // What follows belongs to the video queue.
     std::unique_ptr<VideoEncoder> m_encoder;
-    PictureFramePtr m_lastPicture;
+    VideoFramePtr m_lastPicture;
     std::uint64_t m_pictures = 0;
     SerialQueue m_videoQueue;
 };

@@ -29,9 +29,9 @@ QString summaryOf(const CaptureReport& report)
 
 } // namespace
 
-Recorder::Recorder(const Parts& parts, QObject* parent)
+Recorder::Recorder(const Dependencies& parts, QObject* parent)
     : QObject(parent)
-    , m_parts(parts)
+    , m_dependencies(parts)
     , m_saves({.settings = parts.settings,
                .buffer = m_buffer,
                .frontApplication = *parts.platform.frontApplication,
@@ -44,7 +44,7 @@ Recorder::Recorder(const Parts& parts, QObject* parent)
     connect(&m_saves, &SaveScheduler::isSavingChanged, this, &Recorder::isSavingChanged);
     connect(&m_saves, &SaveScheduler::clipSaved, this, &Recorder::clipSaved);
     connect(&m_saves, &SaveScheduler::saveFailed, this, &Recorder::saveFailed);
-    connect(&m_parts.settings, &AppSettings::changed, this, [this] {
+    connect(&m_dependencies.settings, &AppSettings::changed, this, [this] {
         onMain(SettingsQuiet, [this, change = ++m_settingsChange] {
             if (change == m_settingsChange) {
                 settingsChanged();
@@ -63,7 +63,7 @@ bool Recorder::isActive() const
 
 std::optional<QString> Recorder::micWarning() const
 {
-    return m_micWarning ? m_micWarning : m_systemSoundWarning;
+    return m_micWarning ? m_micWarning : m_systemAudioWarning;
 }
 
 void Recorder::start()
@@ -78,8 +78,9 @@ void Recorder::buildSession()
 {
     const auto session = ++m_session;
     m_hasMicEvent = false;
-    m_parts.session.post([this, session, request = requestFromSettings(), events = eventsOf(session),
-                          seconds = m_parts.settings.bufferSeconds(), signature = m_parts.settings.captureSignature()] {
+    m_dependencies.session.post([this, session, request = requestFromSettings(), events = eventsOf(session),
+                                 seconds = m_dependencies.settings.bufferSeconds(),
+                                 signature = m_dependencies.settings.captureSignature()] {
         QString message;
         try {
             const auto report = m_pipeline.start(request, seconds, events);
@@ -99,7 +100,7 @@ void Recorder::buildSession()
 
 void Recorder::captureStarted(const CaptureReport& report, const QString& signature)
 {
-    if (signature != m_parts.settings.captureSignature()) {
+    if (signature != m_dependencies.settings.captureSignature()) {
         // A setting changed while the session was being built with the old ones. What waits for it goes on waiting.
         teardown([this] { buildSession(); });
         return;
@@ -159,11 +160,11 @@ void Recorder::saveAutoClip(const Moment& moment, const QString& game)
 void Recorder::teardown(Task then)
 {
     const auto session = ++m_session;
-    m_parts.session.post([this, session, then = std::move(then)] {
+    m_dependencies.session.post([this, session, then = std::move(then)] {
         m_pipeline.stop();
         onMainIn(session, [this, then] {
             m_runningSignature.reset();
-            m_systemSoundWarning.reset();
+            m_systemAudioWarning.reset();
             m_micLevel = 0;
             Q_EMIT micLevelChanged();
             publishMic(false, m_micWarning);
@@ -174,8 +175,8 @@ void Recorder::teardown(Task then)
 
 void Recorder::settingsChanged()
 {
-    m_buffer.configure(m_parts.settings.bufferSeconds());
-    if (m_state.kind == CaptureState::Recording && m_runningSignature != m_parts.settings.captureSignature()) {
+    m_buffer.configure(m_dependencies.settings.bufferSeconds());
+    if (m_state.kind == CaptureState::Recording && m_runningSignature != m_dependencies.settings.captureSignature()) {
         restart();
     }
 }
@@ -191,7 +192,7 @@ void Recorder::updateBufferSize()
 
 CaptureRequest Recorder::requestFromSettings() const
 {
-    const auto& settings = m_parts.settings;
+    const auto& settings = m_dependencies.settings;
     return {.displayID = settings.displayID(),
             .targetHeight = heightOf(settings.resolution()),
             .framesPerSecond = settings.fps(),
@@ -223,10 +224,10 @@ CaptureEvents Recorder::eventsOf(std::uint64_t session)
                     publishMic(!warning, warning);
                 });
             },
-        .onSystemSoundWarning =
+        .onSystemAudioWarning =
             [this, session](const std::optional<QString>& warning) {
                 onMainIn(session, [this, warning] {
-                    m_systemSoundWarning = warning;
+                    m_systemAudioWarning = warning;
                     Q_EMIT micChanged();
                 });
             }};
@@ -248,7 +249,7 @@ void Recorder::setState(const RecorderState& state)
 
 void Recorder::onMain(HostDuration delay, Task task)
 {
-    m_parts.main.postAfter(delay, [self = QPointer(this), task = std::move(task)] {
+    m_dependencies.main.postAfter(delay, [self = QPointer(this), task = std::move(task)] {
         if (self) {
             task();
         }

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "base/settings/AppSettings.h"
+#include "base/tasks/SerialQueue.h"
 #include "capture/buffer/ReplayBuffer.h"
 #include "capture/recorder/CapturePipeline.h"
 #include "capture/recorder/RecorderState.h"
 #include "capture/recorder/SaveScheduler.h"
 #include "platform/Platform.h"
-#include "base/tasks/SerialQueue.h"
 
 #include <QObject>
 #include <QString>
@@ -39,7 +39,7 @@ class Recorder : public QObject {
 
 public:
     /// What a test replaces: where work runs, what time it is, and who encodes and writes.
-    struct Parts {
+    struct Dependencies {
         AppSettings& settings;
         Platform& platform;
         TaskQueue& main;
@@ -52,7 +52,7 @@ public:
         SaveScheduler::Write write = ClipWriter::write;
     };
 
-    explicit Recorder(const Parts& parts, QObject* parent = nullptr);
+    explicit Recorder(const Dependencies& parts, QObject* parent = nullptr);
     /// The queues must have ended before.
     ~Recorder() override;
 
@@ -110,14 +110,14 @@ private:
     /// The same, unless another session was asked for by then.
     void onMainIn(std::uint64_t session, Task task);
 
-    Parts m_parts;
+    Dependencies m_dependencies;
     RecorderState m_state;
     QString m_captureSummary;
     double m_bufferMB = 0;
     float m_micLevel = 0;
     bool m_isMicActive = false;
     std::optional<QString> m_micWarning;
-    std::optional<QString> m_systemSoundWarning;
+    std::optional<QString> m_systemAudioWarning;
     /// The microphone has told of itself since the session was begun; that is newer than how it came up.
     bool m_hasMicEvent = false;
     std::optional<QString> m_runningSignature;

@@ -24,16 +24,16 @@ constexpr int LastRetriedAttempt = 5;
 // A match that is watched asks for a few in a minute. What asks for more has gone wild, and must not fill the disk.
 constexpr qsizetype MostWaitingMoments = 20;
 
-bool hasKeyframe(const VideoSamples& video)
+bool hasKeyframe(const EncodedFrames& video)
 {
-    return std::ranges::any_of(video, [](const VideoSamplePtr& sample) { return sample->isKeyframe(); });
+    return std::ranges::any_of(video, [](const EncodedFramePtr& sample) { return sample->isKeyframe(); });
 }
 
 } // namespace
 
-SaveScheduler::SaveScheduler(const Parts& parts, QObject* parent)
+SaveScheduler::SaveScheduler(const Dependencies& parts, QObject* parent)
     : QObject(parent)
-    , m_parts(parts)
+    , m_dependencies(parts)
 {
 }
 
@@ -43,13 +43,13 @@ void SaveScheduler::saveClip()
         return;
     }
     // Before the name is looked up, which may have to wait for the disk.
-    const auto pressed = m_parts.clock();
-    dispatch({.seconds = m_parts.settings.clipLength(), .game = nameOfWhatIsInFront()}, pressed);
+    const auto pressed = m_dependencies.clock();
+    dispatch({.seconds = m_dependencies.settings.clipLength(), .game = nameOfWhatIsInFront()}, pressed);
 }
 
 QString SaveScheduler::nameOfWhatIsInFront() const
 {
-    const auto front = m_parts.frontApplication.current();
+    const auto front = m_dependencies.frontApplication.current();
     if (front && (front->isThisProgram || front->isDesktop)) {
         return T("Masaüstü");
     }
@@ -62,14 +62,14 @@ void SaveScheduler::saveAutoClip(const Moment& moment, const QString& game)
         return;
     }
     const auto suffix = QStringLiteral("[%1 %2] ").arg(tagOf(moment.tier)).arg(moment.score) + moment.label;
-    dispatch({.seconds = std::min(m_parts.settings.bufferSeconds(), moment.seconds),
+    dispatch({.seconds = std::min(m_dependencies.settings.bufferSeconds(), moment.seconds),
               .game = game,
               .suffix = suffix,
               .moment = moment},
-             m_parts.clock());
+             m_dependencies.clock());
 }
 
-void SaveScheduler::dispatch(const Wish& wish, HostTime endTime)
+void SaveScheduler::dispatch(const Request& wish, HostTime endTime)
 {
     switch (m_state) {
     case CaptureState::Recording:
@@ -84,7 +84,7 @@ void SaveScheduler::dispatch(const Wish& wish, HostTime endTime)
     }
 }
 
-void SaveScheduler::saveWhenFree(const Wish& wish, HostTime endTime)
+void SaveScheduler::saveWhenFree(const Request& wish, HostTime endTime)
 {
     if (m_state != CaptureState::Recording) {
         return;
@@ -100,35 +100,35 @@ void SaveScheduler::saveWhenFree(const Wish& wish, HostTime endTime)
     }
 }
 
-void SaveScheduler::schedule(const Wish& wish, HostTime endTime, int attempt)
+void SaveScheduler::schedule(const Request& wish, HostTime endTime, int attempt)
 {
     setSaving(true);
     const Save planned{.wish = wish,
                        .endTime = endTime,
                        .attempt = attempt,
-                       .folder = m_parts.settings.saveFolder(),
-                       .systemGain = static_cast<float>(m_parts.settings.systemVolume()),
-                       .micGain = static_cast<float>(m_parts.settings.micVolume())};
-    m_parts.work.postAfter(SaveDelay, [this, planned] { save(planned); });
+                       .folder = m_dependencies.settings.saveFolder(),
+                       .systemGain = static_cast<float>(m_dependencies.settings.systemVolume()),
+                       .micGain = static_cast<float>(m_dependencies.settings.micVolume())};
+    m_dependencies.work.postAfter(SaveDelay, [this, planned] { save(planned); });
 }
 
 void SaveScheduler::save(const Save& save)
 {
-    auto snapshot = m_parts.buffer.snapshot();
+    auto snapshot = m_dependencies.buffer.snapshot();
     if (!hasKeyframe(snapshot.video) && save.attempt <= LastRetriedAttempt) {
         onMain(RetryInterval, [this, save] { retry(save); });
         return;
     }
     QString message;
     try {
-        const auto path = m_parts.write({.snapshot = std::move(snapshot),
-                                         .systemGain = save.systemGain,
-                                         .micGain = save.micGain,
-                                         .endTime = save.endTime,
-                                         .seconds = save.wish.seconds,
-                                         .folder = save.folder,
-                                         .game = save.wish.game,
-                                         .suffix = save.wish.suffix});
+        const auto path = m_dependencies.write({.snapshot = std::move(snapshot),
+                                                .systemGain = save.systemGain,
+                                                .micGain = save.micGain,
+                                                .endTime = save.endTime,
+                                                .seconds = save.wish.seconds,
+                                                .folder = save.folder,
+                                                .game = save.wish.game,
+                                                .suffix = save.wish.suffix});
         if (const auto& moment = save.wish.moment) {
             ClipMeta::of(*moment, mediaDuration(path).value_or(moment->seconds)).save(path);
         }
@@ -152,7 +152,7 @@ void SaveScheduler::save(const Save& save)
 void SaveScheduler::retry(const Save& save)
 {
     setSaving(false);
-    schedule(save.wish, m_parts.clock(), save.attempt + 1);
+    schedule(save.wish, m_dependencies.clock(), save.attempt + 1);
 }
 
 void SaveScheduler::setState(CaptureState state)
@@ -163,7 +163,7 @@ void SaveScheduler::setState(CaptureState state)
             onMain(FlushDelay, [this, wishes = std::exchange(m_pending, {})] {
                 for (const auto& wish : wishes) {
                     // By now the session may be over; what was asked for while it began goes with it.
-                    saveWhenFree(wish, m_parts.clock());
+                    saveWhenFree(wish, m_dependencies.clock());
                 }
             });
         }
@@ -181,7 +181,7 @@ void SaveScheduler::setSaving(bool isSaving)
 
 void SaveScheduler::onMain(HostDuration delay, Task task)
 {
-    m_parts.main.postAfter(delay, [self = QPointer(this), task = std::move(task)] {
+    m_dependencies.main.postAfter(delay, [self = QPointer(this), task = std::move(task)] {
         if (self) {
             task();
         }

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "base/settings/AppSettings.h"
+#include "base/tasks/TaskQueue.h"
 #include "capture/buffer/ReplayBuffer.h"
 #include "capture/clip/ClipWriter.h"
 #include "capture/recorder/RecorderState.h"
 #include "moments/scoring/Moment.h"
 #include "platform/FrontApplication.h"
-#include "base/tasks/TaskQueue.h"
 
 #include <QObject>
 
@@ -31,7 +31,7 @@ public:
     /// Writes the clip and gives its path. Errors: RecorderError.
     using Write = std::function<QString(const ClipRequest&)>;
 
-    struct Parts {
+    struct Dependencies {
         const AppSettings& settings;
         ReplayBuffer& buffer;
         const FrontApplication& frontApplication;
@@ -41,7 +41,7 @@ public:
         Write write = ClipWriter::write;
     };
 
-    explicit SaveScheduler(const Parts& parts, QObject* parent = nullptr);
+    explicit SaveScheduler(const Dependencies& parts, QObject* parent = nullptr);
 
     bool isSaving() const { return m_isSaving; }
     /// Whether a clip is being saved or waits for its turn.
@@ -66,7 +66,7 @@ Q_SIGNALS:
 
 private:
     /// Fixed when the clip is asked for.
-    struct Wish {
+    struct Request {
         int seconds = 0;
         QString game;
         std::optional<QString> suffix;
@@ -75,7 +75,7 @@ private:
 
     /// A wish on its way: where it ends, how it is to be written, and how often a snapshot had nothing to start with.
     struct Save {
-        Wish wish;
+        Request wish;
         HostTime endTime;
         int attempt = 0;
         QString folder;
@@ -84,22 +84,22 @@ private:
     };
 
     QString nameOfWhatIsInFront() const;
-    void dispatch(const Wish& wish, HostTime endTime);
+    void dispatch(const Request& wish, HostTime endTime);
     /// Drops the wish if the session is over.
-    void saveWhenFree(const Wish& wish, HostTime endTime);
-    void schedule(const Wish& wish, HostTime endTime, int attempt);
+    void saveWhenFree(const Request& wish, HostTime endTime);
+    void schedule(const Request& wish, HostTime endTime, int attempt);
     void save(const Save& save);
     void retry(const Save& save);
     void setSaving(bool isSaving);
     /// Runs the task on the main thread if this object still lives by then.
     void onMain(HostDuration delay, Task task);
 
-    Parts m_parts;
+    Dependencies m_dependencies;
     CaptureState m_state = CaptureState::Idle;
     bool m_isSaving = false;
     /// Requests that wait for the running save to end.
     int m_waiting = 0;
-    QList<Wish> m_pending;
+    QList<Request> m_pending;
 };
 
 } // namespace quelto

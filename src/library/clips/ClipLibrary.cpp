@@ -76,12 +76,12 @@ struct ClipLibrary::Door {
     TaskQueue* main = nullptr;
 };
 
-ClipLibrary::ClipLibrary(Parts parts, QObject* parent)
+ClipLibrary::ClipLibrary(Dependencies parts, QObject* parent)
     : QObject(parent)
-    , m_parts(parts)
+    , m_dependencies(parts)
     , m_door(std::make_shared<Door>())
 {
-    m_door->main = &m_parts.main;
+    m_door->main = &m_dependencies.main;
     connect(&m_watch, &FolderWatch::entriesChanged, this, &ClipLibrary::scheduleReload);
     connect(&m_watch, &FolderWatch::contentsChanged, this, [this] {
         // A file that is written to again and again must not put the list off for ever.
@@ -90,9 +90,9 @@ ClipLibrary::ClipLibrary(Parts parts, QObject* parent)
         }
     });
     connect(&m_watch, &FolderWatch::lost, this, &ClipLibrary::watchAnew);
-    connect(&m_parts.settings, &AppSettings::saveFolderChanged, this, &ClipLibrary::followFolder);
+    connect(&m_dependencies.settings, &AppSettings::saveFolderChanged, this, &ClipLibrary::followFolder);
     // The game of a clip that names none is a word of the language.
-    connect(&m_parts.settings, &AppSettings::languageChanged, this, [this] { reload(); });
+    connect(&m_dependencies.settings, &AppSettings::languageChanged, this, [this] { reload(); });
     followFolder();
 }
 
@@ -103,7 +103,7 @@ ClipLibrary::~ClipLibrary()
 
 void ClipLibrary::followFolder()
 {
-    const auto folder = QDir(m_parts.settings.saveFolder()).absolutePath();
+    const auto folder = QDir(m_dependencies.settings.saveFolder()).absolutePath();
     if (folder == m_folder) {
         return;
     }
@@ -157,7 +157,7 @@ void ClipLibrary::startReading()
     reading->folder = m_folder;
     reading->isToWatch = std::exchange(m_isWatchWanted, false);
     reading->list = m_list;
-    m_parts.work.post([reading = std::move(reading), self = QPointer(this), door = m_door] {
+    m_dependencies.work.post([reading = std::move(reading), self = QPointer(this), door = m_door] {
         reading->read();
         door->post([reading, self] {
             if (auto* const library = self.data()) {
@@ -203,7 +203,7 @@ void ClipLibrary::publish(const ClipList& list)
 void ClipLibrary::scheduleReload()
 {
     m_isReloadScheduled = true;
-    m_parts.main.postAfter(QuietTime, [self = QPointer(this), schedule = ++m_schedule] {
+    m_dependencies.main.postAfter(QuietTime, [self = QPointer(this), schedule = ++m_schedule] {
         auto* const library = self.data();
         if (library != nullptr && library->m_schedule == schedule) {
             library->m_isReloadScheduled = false;
@@ -253,7 +253,7 @@ void ClipLibrary::trash(const QStringList& paths, const std::function<void()>& c
     for (const auto& path : paths) {
         ClipMeta::remove(path);
     }
-    m_parts.trash.recycle(paths, [self = QPointer(this), completion] {
+    m_dependencies.trash.recycle(paths, [self = QPointer(this), completion] {
         // The trash answers on a thread of its own, and may outlive the main queue.
         QMetaObject::invokeMethod(
             qApp,
@@ -270,12 +270,12 @@ void ClipLibrary::trash(const QStringList& paths, const std::function<void()>& c
 
 void ClipLibrary::copyToPasteboard(const QString& path)
 {
-    m_parts.pasteboard.setFile(path);
+    m_dependencies.pasteboard.setFile(path);
 }
 
 void ClipLibrary::revealInFinder(const QString& path)
 {
-    m_parts.files.reveal(path);
+    m_dependencies.files.reveal(path);
 }
 
 } // namespace quelto

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "base/settings/AppSettings.h"
+#include "base/tasks/TaskQueue.h"
 #include "library/clips/ClipScan.h"
 #include "library/clips/FolderWatch.h"
 #include "library/naming/Clip.h"
 #include "platform/FileManager.h"
 #include "platform/Pasteboard.h"
 #include "platform/Trash.h"
-#include "base/tasks/TaskQueue.h"
 
 #include <QList>
 #include <QObject>
@@ -34,7 +34,7 @@ class ClipLibrary : public QObject {
 
 public:
     /// All outlive the library. A task of the work owns what it needs, and may end after everything else.
-    struct Parts {
+    struct Dependencies {
         const AppSettings& settings;
         Trash& trash;
         FileManager& files;
@@ -44,7 +44,7 @@ public:
     };
 
     /// Reads the save folder of the settings for the first time, and again whenever they name another.
-    explicit ClipLibrary(Parts parts, QObject* parent = nullptr);
+    explicit ClipLibrary(Dependencies parts, QObject* parent = nullptr);
     ~ClipLibrary() override;
     ClipLibrary(const ClipLibrary&) = delete;
     ClipLibrary& operator=(const ClipLibrary&) = delete;
@@ -90,7 +90,7 @@ private:
     void watchAnew();
     void publish(const ClipList& list);
 
-    Parts m_parts;
+    Dependencies m_dependencies;
     std::shared_ptr<Door> m_door;
     FolderWatch m_watch;
     QString m_folder;

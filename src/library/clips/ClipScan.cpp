@@ -39,7 +39,7 @@ Folder opened(const QString& path)
 struct Entry {
     QString path;
     /// Nothing where the folder may be listed but not entered.
-    std::optional<FileFacts> facts;
+    std::optional<FileStat> facts;
 };
 
 std::optional<Entry> entryOf(int folder, const QString& prefix, const dirent& listed)

@@ -15,7 +15,7 @@ bool isClipName(QByteArrayView fileName) noexcept;
 /// Clips, newest first.
 struct ClipList {
     QList<Clip> clips;
-    /// Of each, when it was made; as FileFacts tells it.
+    /// Of each, when it was made; as FileStat tells it.
     QList<qint64> madeAt;
 };
 

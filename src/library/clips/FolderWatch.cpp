@@ -35,7 +35,7 @@ void FolderWatch::follow(WatchedFolder folder)
 
 void FolderWatch::tell()
 {
-    const auto news = m_folder->takeNews();
+    const auto news = m_folder->takeChanges();
     if (news.isLost) {
         Q_EMIT lost();
     }

@@ -103,9 +103,9 @@ int WatchedFolder::addWatch(const QByteArray& path, std::uint32_t events) const
     return ::inotify_add_watch(m_descriptor, path.constData(), events | IN_ONLYDIR | IN_MASK_ADD);
 }
 
-FolderNews WatchedFolder::takeNews()
+FolderChanges WatchedFolder::takeChanges()
 {
-    FolderNews news;
+    FolderChanges news;
     alignas(inotify_event) std::array<char, RoomForEvents> events;
     for (;;) {
         const auto size = ::read(m_descriptor, events.data(), events.size());
@@ -120,7 +120,7 @@ FolderNews WatchedFolder::takeNews()
     }
 }
 
-void WatchedFolder::add(const inotify_event& event, FolderNews& news) const
+void WatchedFolder::add(const inotify_event& event, FolderChanges& news) const
 {
     const QByteArrayView name = event.len > 0 ? QByteArrayView(static_cast<const char*>(event.name)) : QByteArrayView();
     if ((event.mask & IN_Q_OVERFLOW) != 0) {

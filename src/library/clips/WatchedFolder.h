@@ -10,7 +10,7 @@ struct inotify_event;
 namespace quelto {
 
 /// What happened in a watched folder since it was asked the last time.
-struct FolderNews {
+struct FolderChanges {
     /// Clips appeared, vanished or got another name.
     bool hasNewEntries = false;
     /// A clip's file was written and closed, or got another date.
@@ -35,13 +35,13 @@ public:
 
     /// Readable when there is news. Negative where the system has no watches left: then there never is any.
     int descriptor() const noexcept { return m_descriptor; }
-    FolderNews takeNews();
+    FolderChanges takeChanges();
 
 private:
     void watch(const QByteArray& folder);
     void watchWayTo(const QByteArray& folder, bool isWatched, int& linksLeft);
     int addWatch(const QByteArray& path, std::uint32_t events) const;
-    void add(const inotify_event& event, FolderNews& news) const;
+    void add(const inotify_event& event, FolderChanges& news) const;
 
     int m_descriptor = -1;
     /// The folder's own; negative where it cannot be watched.

@@ -11,10 +11,10 @@ constexpr std::chrono::seconds SettlingTime{10};
 
 } // namespace
 
-MatchTracker::MatchTracker(Parts parts, QObject* parent)
+MatchTracker::MatchTracker(Dependencies parts, QObject* parent)
     : QObject(parent)
-    , m_parts(std::move(parts))
-    , m_sessions(m_parts.store.load())
+    , m_dependencies(std::move(parts))
+    , m_sessions(m_dependencies.store.load())
 {
 }
 
@@ -36,7 +36,7 @@ void MatchTracker::gameStarted(const QString& game, const QString& hero)
         m_current = MatchSession{.id = QUuid::createUuid(),
                                  .game = game,
                                  .hero = hero,
-                                 .start = m_parts.now(),
+                                 .start = m_dependencies.now(),
                                  .end = std::nullopt,
                                  .clips = {},
                                  .montage = std::nullopt};
@@ -50,7 +50,7 @@ void MatchTracker::gameEnded(const QString& game)
         return;
     }
     const QPointer<MatchTracker> tracker(this);
-    m_parts.main.postAfter(SettlingTime, [tracker, end = ++m_end] {
+    m_dependencies.main.postAfter(SettlingTime, [tracker, end = ++m_end] {
         auto* const self = tracker.data();
         if (self != nullptr && self->m_end == end) {
             self->finish();
@@ -81,14 +81,14 @@ void MatchTracker::finish()
     }
     ++m_end;
     auto session = *std::exchange(m_current, std::nullopt);
-    session.end = m_parts.now();
+    session.end = m_dependencies.now();
     Q_EMIT currentChanged();
     if (session.clips.isEmpty()) {
         return;
     }
     m_sessions.prepend(session);
     persist();
-    Q_EMIT matchOver(noticeOf(session));
+    Q_EMIT matchOver(notificationOf(session));
 }
 
 void MatchTracker::removeSession(const QUuid& id)
@@ -104,7 +104,7 @@ void MatchTracker::deleteSession(const QUuid& id, WithClips withClips)
         return;
     }
     if (withClips == WithClips::yes) {
-        m_parts.library.trash(found->clipFiles());
+        m_dependencies.library.trash(found->clipFiles());
     }
     Q_EMIT sessionIsGoing(id);
     removeSession(id);
@@ -112,7 +112,7 @@ void MatchTracker::deleteSession(const QUuid& id, WithClips withClips)
 
 void MatchTracker::deleteClips(const QStringList& paths, const QUuid& id)
 {
-    m_parts.library.trash(paths);
+    m_dependencies.library.trash(paths);
     const auto found = std::ranges::find(m_sessions, id, &MatchSession::id);
     if (found == m_sessions.end()) {
         return;
@@ -124,7 +124,7 @@ void MatchTracker::deleteClips(const QStringList& paths, const QUuid& id)
 void MatchTracker::persist()
 {
     // Only the file is cut to its greatest length: what is in memory keeps until the program ends.
-    m_parts.store.save(m_sessions);
+    m_dependencies.store.save(m_sessions);
     Q_EMIT sessionsChanged();
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/tasks/TaskQueue.h"
 #include "library/clips/ClipLibrary.h"
-#include "library/matches/MatchNotice.h"
+#include "library/matches/MatchNotification.h"
 #include "library/matches/MatchSession.h"
 #include "library/matches/MatchStore.h"
-#include "base/tasks/TaskQueue.h"
 
 #include <QList>
 #include <QObject>
@@ -28,7 +28,7 @@ class MatchTracker : public QObject {
 public:
     using Clock = std::function<QDateTime()>;
 
-    struct Parts {
+    struct Dependencies {
         ClipLibrary& library;
         TaskQueue& main;
         MatchStore store;
@@ -36,7 +36,7 @@ public:
     };
 
     /// Reads the store.
-    explicit MatchTracker(Parts parts, QObject* parent = nullptr);
+    explicit MatchTracker(Dependencies parts, QObject* parent = nullptr);
 
     /// Finished matches, newest first.
     const QList<MatchSession>& sessions() const { return m_sessions; }
@@ -66,7 +66,7 @@ Q_SIGNALS:
     void sessionsChanged();
     void currentChanged();
     /// A match with clips is over and stored.
-    void matchOver(const quelto::MatchNotice& notice);
+    void matchOver(const quelto::MatchNotification& notification);
     /// Before the match goes, so that no screen is left showing it.
     void sessionIsGoing(const QUuid& id);
 
@@ -74,7 +74,7 @@ private:
     void finish();
     void persist();
 
-    Parts m_parts;
+    Dependencies m_dependencies;
     QList<MatchSession> m_sessions;
     std::optional<MatchSession> m_current;
     /// Counts ends asked for and called off, so that only the latest one that still stands is acted on.

@@ -36,14 +36,14 @@ QStringView stemOf(QStringView path)
     return dot < 0 ? name : name.first(dot);
 }
 
-struct MomentMark {
+struct MomentMarker {
     ClipTier tier;
     qint64 score;
     QString label;
 };
 
 /// What stands behind a bracket if it is "TIER SCORE] LABEL" up to the end; a label is one line.
-std::optional<MomentMark> momentMarkIn(QStringView text)
+std::optional<MomentMarker> momentMarkIn(QStringView text)
 {
     const auto blank = text.indexOf(u' ');
     const auto tier = blank < 0 ? std::nullopt : tierFromTag(text.first(blank).toString());
@@ -57,11 +57,11 @@ std::optional<MomentMark> momentMarkIn(QStringView text)
     if (digits == 0 || !label.startsWith(Between) || label.size() == Between.size() || label.contains(u'\n')) {
         return std::nullopt;
     }
-    return MomentMark{
+    return MomentMarker{
         .tier = *tier, .score = text.first(digits).toLongLong(), .label = label.sliced(Between.size()).toString()};
 }
 
-std::optional<MomentMark> firstMomentMark(QStringView title)
+std::optional<MomentMarker> firstMomentMarker(QStringView title)
 {
     for (auto at = title.indexOf(u'['); at >= 0; at = title.indexOf(u'[', at + 1)) {
         if (auto found = momentMarkIn(title.sliced(at + 1))) {
@@ -78,7 +78,7 @@ Clip::Clip(const QString& filePath)
 {
 }
 
-Clip::Clip(const QString& filePath, const std::optional<FileFacts>& facts)
+Clip::Clip(const QString& filePath, const std::optional<FileStat>& facts)
     : path(filePath)
     , date(facts ? QDateTime::fromMSecsSinceEpoch(facts->madeAt / NanosecondsInAMillisecond)
                  : QDateTime::currentDateTime())
@@ -92,7 +92,7 @@ Clip::Clip(const QString& filePath, const std::optional<FileFacts>& facts)
         game = T("Diğer");
         title = name.toString();
     }
-    if (const auto mark = firstMomentMark(title)) {
+    if (const auto mark = firstMomentMarker(title)) {
         autoTier = mark->tier;
         autoScore = mark->score;
         autoLabel = mark->label;

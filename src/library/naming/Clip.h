@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/files/FileFacts.h"
+#include "base/files/FileStat.h"
 #include "moments/scoring/ClipTier.h"
 
 #include <QDateTime>
@@ -16,7 +16,7 @@ struct Clip {
     /// Never fails: a name without " - " belongs to the game "Other" and is a title as a whole.
     explicit Clip(const QString& path);
     /// The same of a file that was looked at already.
-    Clip(const QString& path, const std::optional<FileFacts>& facts);
+    Clip(const QString& path, const std::optional<FileStat>& facts);
 
     QString path;
     QString game;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/thumbnails/ThumbnailCache.h"
 
-#include "library/thumbnails/PictureShelf.h"
 #include "base/tasks/BackgroundThreads.h"
+#include "library/thumbnails/ThumbnailLru.h"
 
 #include <map>
 
@@ -21,7 +21,7 @@ int threadCount()
 } // namespace
 
 struct ThumbnailCache::State {
-    struct Wish {
+    struct Request {
         QString path;
         /// Empty once it ran.
         Callback callback;
@@ -32,7 +32,7 @@ struct ThumbnailCache::State {
         QList<quint64> tickets;
     };
 
-    explicit State(const Parts& parts)
+    explicit State(const Dependencies& parts)
         : main(parts.main)
         , read(parts.read)
         , pictures(parts.byteLimit)
@@ -40,13 +40,13 @@ struct ThumbnailCache::State {
     }
 
     TaskQueue& main;
-    const std::function<ClipReading(const QString&, const std::stop_token&)> read;
+    const std::function<ClipReader(const QString&, const std::stop_token&)> read;
     std::stop_source stop;
 
     std::mutex lock;
-    PictureShelf pictures;
+    ThumbnailLru pictures;
     QHash<QString, ClipInfo> infos;
-    QHash<quint64, Wish> wishes;
+    QHash<quint64, Request> wishes;
     QHash<QString, Read> reads;
     /// By turn, the newest last.
     std::map<quint64, QString> waiting;
@@ -56,14 +56,14 @@ struct ThumbnailCache::State {
 
     void withdraw(quint64 number);
     static void readNewest(const std::shared_ptr<State>& state);
-    void keep(const std::shared_ptr<State>& self, const QString& path, const ClipReading& reading);
+    void keep(const std::shared_ptr<State>& self, const QString& path, const ClipReader& reading);
     void deliver(quint64 number, const QImage& picture, const ClipInfo& info);
 };
 
 void ThumbnailCache::State::withdraw(quint64 number)
 {
     // Destroyed behind the lock: what a callback holds may be another ticket.
-    Wish wish;
+    Request wish;
     const std::scoped_lock guard(lock);
     wish = wishes.take(number);
     pictures.unpin(wish.path);
@@ -92,7 +92,7 @@ void ThumbnailCache::State::readNewest(const std::shared_ptr<State>& state)
     state->keep(state, path, reading);
 }
 
-void ThumbnailCache::State::keep(const std::shared_ptr<State>& self, const QString& path, const ClipReading& reading)
+void ThumbnailCache::State::keep(const std::shared_ptr<State>& self, const QString& path, const ClipReader& reading)
 {
     const auto& facts = reading.facts;
     const ClipInfo info{.duration = facts.duration, .width = facts.width, .height = facts.height, .fps = facts.fps};
@@ -163,7 +163,7 @@ void ThumbnailCache::Ticket::drop() noexcept
 
 ThumbnailCache::ThumbnailCache(TaskQueue& main)
     : m_threads(std::make_unique<BackgroundThreads>(QStringLiteral("quelto.thumbs"), threadCount()))
-    , m_state(std::make_shared<State>(Parts{
+    , m_state(std::make_shared<State>(Dependencies{
           .main = main,
           .work = {},
           .read = [](const QString& path, const std::stop_token& stop) { return readClip(path, stop); },
@@ -173,7 +173,7 @@ ThumbnailCache::ThumbnailCache(TaskQueue& main)
 {
 }
 
-ThumbnailCache::ThumbnailCache(const Parts& parts)
+ThumbnailCache::ThumbnailCache(const Dependencies& parts)
     : m_state(std::make_shared<State>(parts))
     , m_work(parts.work)
 {
@@ -182,7 +182,7 @@ ThumbnailCache::ThumbnailCache(const Parts& parts)
 ThumbnailCache::~ThumbnailCache()
 {
     m_state->stop.request_stop();
-    QHash<quint64, State::Wish> dropped;
+    QHash<quint64, State::Request> dropped;
     {
         const std::scoped_lock guard(m_state->lock);
         m_state->isEnding = true;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "library/thumbnails/ClipInfo.h"
-#include "media/reader/ClipReading.h"
 #include "base/tasks/TaskQueue.h"
+#include "library/thumbnails/ClipInfo.h"
+#include "media/reader/ClipReader.h"
 
 #include <QImage>
 #include <QString>
@@ -48,20 +48,20 @@ public:
         quint64 m_number = 0;
     };
 
-    struct Parts {
+    struct Dependencies {
         /// Where callbacks run.
         TaskQueue& main;
         /// Where files are read: runs tasks in order, several at a time. Thread: called from main.
         std::function<void(Task)> work;
         /// Thread: those of the work.
-        std::function<ClipReading(const QString& path, const std::stop_token& stop)> read;
+        std::function<ClipReader(const QString& path, const std::stop_token& stop)> read;
         /// For pictures.
         qsizetype byteLimit;
     };
 
     /// With threads of its own and the real files. The queue must outlive the cache.
     explicit ThumbnailCache(TaskQueue& main);
-    explicit ThumbnailCache(const Parts& parts);
+    explicit ThumbnailCache(const Dependencies& parts);
     ~ThumbnailCache();
     ThumbnailCache(const ThumbnailCache&) = delete;
     ThumbnailCache& operator=(const ThumbnailCache&) = delete;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/types/AudioSample.h"
+#include "media/types/AudioBuffer.h"
 
 #include <functional>
 #include <memory>
@@ -20,7 +20,7 @@ public:
     virtual ~PcmConverter() = default;
 
     /// Nothing if the sample cannot be converted; no frames if the converter still holds them back.
-    virtual std::optional<PlanarPcm> convert(const AudioSample& sample) = 0;
+    virtual std::optional<PlanarPcm> convert(const AudioBuffer& sample) = 0;
 };
 
 /// Null if the format cannot be converted.

@@ -43,7 +43,7 @@ public:
     {
     }
 
-    std::optional<PlanarPcm> convert(const AudioSample& sample) override
+    std::optional<PlanarPcm> convert(const AudioBuffer& sample) override
     {
         if (!(sample.format == m_from) || sample.frames <= 0) {
             return std::nullopt;

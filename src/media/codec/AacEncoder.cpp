@@ -128,7 +128,7 @@ const std::vector<std::byte>& AacEncoder::decoderConfiguration() const noexcept
     return m_state->configuration;
 }
 
-int AacEncoder::primingFrames() const noexcept
+int AacEncoder::encoderDelay() const noexcept
 {
     return m_state->context->initial_padding;
 }
@@ -167,9 +167,9 @@ std::vector<AacPacket> AacEncoder::finish()
     return packets;
 }
 
-std::int64_t AacEncoder::packetsFor(std::int64_t frames, int primingFrames) noexcept
+std::int64_t AacEncoder::packetsFor(std::int64_t frames, int encoderDelay) noexcept
 {
-    return (frames + primingFrames + framesPerPacket - 1) / framesPerPacket;
+    return (frames + encoderDelay + framesPerPacket - 1) / framesPerPacket;
 }
 
 } // namespace quelto

@@ -10,12 +10,12 @@
 namespace quelto {
 
 /// One packet of AAC: framesPerPacket frames of sound. The first packets hold the encoder's own start-up, see
-/// AacEncoder::primingFrames.
+/// AacEncoder::encoderDelay.
 using AacPacket = std::vector<std::byte>;
 
 /// Stereo sound at 48,000 Hz to AAC.
 ///
-/// Packet n covers the frames from n × framesPerPacket − primingFrames on; who writes the packets into a file must have
+/// Packet n covers the frames from n × framesPerPacket − encoderDelay on; who writes the packets into a file must have
 /// the priming skipped there, or all of the sound comes late by it.
 ///
 /// Thread: one at a time. Errors: std::runtime_error with the codec library's text.
@@ -29,7 +29,7 @@ public:
 
     /// What a player must know before it can decode the packets.
     const std::vector<std::byte>& decoderConfiguration() const noexcept;
-    int primingFrames() const noexcept;
+    int encoderDelay() const noexcept;
 
     /// Adds frames of interleaved stereo and gives the packets that became ready.
     std::vector<AacPacket> encode(std::span<const float> interleaved);
@@ -37,7 +37,7 @@ public:
     std::vector<AacPacket> finish();
 
     /// Packets that are needed so that this many frames can be heard.
-    static std::int64_t packetsFor(std::int64_t frames, int primingFrames) noexcept;
+    static std::int64_t packetsFor(std::int64_t frames, int encoderDelay) noexcept;
 
 private:
     struct State;

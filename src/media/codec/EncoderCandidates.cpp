@@ -45,12 +45,12 @@ constexpr std::array X265Options{
 using enum VideoCodec;
 
 constexpr std::array Candidates{
-    EncoderCandidate{h264, "h264_nvenc", PictureInput::nv12, EncoderProof::givesPictures, NvencOptions},
-    EncoderCandidate{hevc, "hevc_nvenc", PictureInput::nv12, EncoderProof::givesPictures, NvencOptions},
-    EncoderCandidate{h264, "h264_vaapi", PictureInput::vaapi, EncoderProof::givesPictures, VaapiOptions},
-    EncoderCandidate{hevc, "hevc_vaapi", PictureInput::vaapi, EncoderProof::givesPictures, VaapiOptions},
-    EncoderCandidate{h264, "libx264", PictureInput::nv12, EncoderProof::opens, X264Options},
-    EncoderCandidate{hevc, "libx265", PictureInput::yuv420p, EncoderProof::opens, X265Options},
+    EncoderCandidate{h264, "h264_nvenc", FrameInput::nv12, EncoderProof::givesPictures, NvencOptions},
+    EncoderCandidate{hevc, "hevc_nvenc", FrameInput::nv12, EncoderProof::givesPictures, NvencOptions},
+    EncoderCandidate{h264, "h264_vaapi", FrameInput::vaapi, EncoderProof::givesPictures, VaapiOptions},
+    EncoderCandidate{hevc, "hevc_vaapi", FrameInput::vaapi, EncoderProof::givesPictures, VaapiOptions},
+    EncoderCandidate{h264, "libx264", FrameInput::nv12, EncoderProof::opens, X264Options},
+    EncoderCandidate{hevc, "libx265", FrameInput::yuv420p, EncoderProof::opens, X265Options},
 };
 
 } // namespace

@@ -10,7 +10,7 @@
 namespace quelto {
 
 /// How pictures get into an encoder.
-enum class PictureInput {
+enum class FrameInput {
     /// As they are.
     nv12,
     /// With the chroma planes apart.
@@ -26,7 +26,7 @@ enum class EncoderProof { opens, givesPictures };
 struct EncoderCandidate {
     VideoCodec codec = VideoCodec::h264;
     const char* name = nullptr;
-    PictureInput input = PictureInput::nv12;
+    FrameInput input = FrameInput::nv12;
     EncoderProof proof = EncoderProof::opens;
     std::span<const std::pair<const char*, const char*>> options;
 };

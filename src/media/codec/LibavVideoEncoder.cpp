@@ -35,7 +35,7 @@ LibavVideoEncoder::LibavVideoEncoder(const EncoderCandidate& candidate, const En
     : m_codec(request.codec)
     , m_size(request.size)
     , m_input(candidate.input)
-    , m_keyFrameClock(request.framesPerSecond)
+    , m_keyFramePolicy(request.framesPerSecond)
     , m_onSample(std::move(onSample))
 {
     ffmpeg::keepQuiet();
@@ -47,7 +47,7 @@ LibavVideoEncoder::LibavVideoEncoder(const EncoderCandidate& candidate, const En
     if (!m_context) {
         throw std::bad_alloc();
     }
-    if (m_input == PictureInput::vaapi) {
+    if (m_input == FrameInput::vaapi) {
         m_upload = std::make_unique<VaapiUpload>(m_size);
     }
     configure(request);
@@ -64,9 +64,9 @@ void LibavVideoEncoder::configure(const EncoderRequest& request)
     context.time_base = {1, LibraryTicksPerSecond};
     context.framerate = {request.framesPerSecond, 1};
     context.sample_aspect_ratio = {1, 1};
-    context.pix_fmt = m_input == PictureInput::yuv420p ? AV_PIX_FMT_YUV420P
-        : m_input == PictureInput::vaapi               ? AV_PIX_FMT_VAAPI
-                                                       : AV_PIX_FMT_NV12;
+    context.pix_fmt = m_input == FrameInput::yuv420p ? AV_PIX_FMT_YUV420P
+        : m_input == FrameInput::vaapi               ? AV_PIX_FMT_VAAPI
+                                                     : AV_PIX_FMT_NV12;
     if (m_upload) {
         context.hw_frames_ctx = av_buffer_ref(m_upload->frames());
     }
@@ -115,7 +115,7 @@ QString LibavVideoEncoder::name() const
 
 /// The grabber's memory as the library's picture, without a copy where the encoder takes the layout. The encoders here
 /// have read it when the call returns.
-ffmpeg::Frame LibavVideoEncoder::wrapped(const PictureFrame& picture)
+ffmpeg::Frame LibavVideoEncoder::wrapped(const VideoFrame& picture)
 {
     auto frame = ffmpeg::makeFrame();
     frame->width = picture.size.width();
@@ -124,7 +124,7 @@ ffmpeg::Frame LibavVideoEncoder::wrapped(const PictureFrame& picture)
     frame->color_primaries = m_context->color_primaries;
     frame->color_trc = m_context->color_trc;
     frame->colorspace = m_context->colorspace;
-    if (m_input == PictureInput::yuv420p) {
+    if (m_input == FrameInput::yuv420p) {
         frame->format = AV_PIX_FMT_YUV420P;
         ffmpeg::checked(av_frame_get_buffer(frame.get(), 0));
         const auto width = static_cast<std::size_t>(picture.size.width());
@@ -171,7 +171,7 @@ std::int64_t LibavVideoEncoder::libraryTimeOf(HostTime presentationTime)
     return m_lastLibraryTime;
 }
 
-void LibavVideoEncoder::encode(const PictureFrame& picture)
+void LibavVideoEncoder::encode(const VideoFrame& picture)
 {
     if (picture.size != m_size || !picture.luma || !picture.chroma) {
         return;
@@ -179,13 +179,13 @@ void LibavVideoEncoder::encode(const PictureFrame& picture)
     try {
         auto frame = wrapped(picture);
         frame->pts = libraryTimeOf(picture.presentationTime);
-        const bool isKeyFrame = m_keyFrameClock.isDue(picture.presentationTime);
+        const bool isKeyFrame = m_keyFramePolicy.isDue(picture.presentationTime);
         frame->pict_type = isKeyFrame ? AV_PICTURE_TYPE_I : AV_PICTURE_TYPE_NONE;
         const auto sent = m_upload ? m_upload->uploaded(*frame) : std::move(frame);
         ffmpeg::checked(avcodec_send_frame(m_context.get(), sent.get()));
         m_pending.push_back({sent->pts, picture.presentationTime});
         if (isKeyFrame) {
-            m_keyFrameClock.keyFrameTaken(picture.presentationTime);
+            m_keyFramePolicy.keyFrameTaken(picture.presentationTime);
         }
         // Drained until it wants the next picture, it holds on to none of ours.
         drain();
@@ -222,7 +222,7 @@ void LibavVideoEncoder::giveOut(const AVPacket& packet)
     if (m_pending.empty() || m_pending.front().libraryTime != packet.pts || packet.size <= 0) {
         return;
     }
-    auto sample = std::make_shared<VideoSample>();
+    auto sample = std::make_shared<EncodedFrame>();
     sample->presentationTime = m_pending.front().presentationTime;
     sample->isNotSync = (packet.flags & AV_PKT_FLAG_KEY) == 0;
     const auto* bytes = reinterpret_cast<const std::byte*>(packet.data);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "media/codec/EncoderCandidates.h"
-#include "media/codec/KeyFrameClock.h"
+#include "media/codec/KeyFramePolicy.h"
 #include "media/codec/VideoEncoder.h"
 #include "media/ffmpeg/Handles.h"
 
@@ -19,7 +19,7 @@ public:
     LibavVideoEncoder(const EncoderCandidate& candidate, const EncoderRequest& request, OnSample onSample);
     ~LibavVideoEncoder() override;
 
-    void encode(const PictureFrame& picture) override;
+    void encode(const VideoFrame& picture) override;
     bool isHoldingPicture() const override { return !m_pending.empty(); }
     void finish() noexcept override;
     QString name() const override;
@@ -33,15 +33,15 @@ private:
 
     void configure(const EncoderRequest& request);
     void open(const EncoderCandidate& candidate);
-    ffmpeg::Frame wrapped(const PictureFrame& picture);
+    ffmpeg::Frame wrapped(const VideoFrame& picture);
     std::int64_t libraryTimeOf(HostTime presentationTime);
     void drain();
     void giveOut(const AVPacket& packet);
 
     VideoCodec m_codec;
     QSize m_size;
-    PictureInput m_input;
-    KeyFrameClock m_keyFrameClock;
+    FrameInput m_input;
+    KeyFramePolicy m_keyFramePolicy;
     OnSample m_onSample;
     std::unique_ptr<VaapiUpload> m_upload;
     ffmpeg::CodecContext m_context;

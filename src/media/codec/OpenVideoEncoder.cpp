@@ -11,7 +11,7 @@ namespace {
 bool givesPictures(const EncoderCandidate& candidate, const EncoderRequest& request)
 {
     int samples = 0;
-    LibavVideoEncoder trial(candidate, request, [&samples](const VideoSamplePtr&) { ++samples; });
+    LibavVideoEncoder trial(candidate, request, [&samples](const EncodedFramePtr&) { ++samples; });
     FramePool pool(request.size, 1);
     const auto picture = pool.tryTake();
     picture->presentationTime = HostClock::now();

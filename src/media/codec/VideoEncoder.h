@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/types/PictureFrame.h"
-#include "media/types/VideoSample.h"
+#include "media/types/EncodedFrame.h"
+#include "media/types/VideoFrame.h"
 
 #include <QString>
 
@@ -43,12 +43,12 @@ private:
 /// Thread: encode and finish on one queue; onSample is called from within them.
 class VideoEncoder {
 public:
-    using OnSample = std::function<void(VideoSamplePtr)>;
+    using OnSample = std::function<void(EncodedFramePtr)>;
 
     virtual ~VideoEncoder() = default;
 
     /// A picture that cannot be encoded is dropped without a word.
-    virtual void encode(const PictureFrame& frame) = 0;
+    virtual void encode(const VideoFrame& frame) = 0;
     /// Whether a picture went in that has not come out: rate control may wait for the next one, to know how long it
     /// shows.
     virtual bool isHoldingPicture() const = 0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/mux/Mp4Writer.h"
 
-#include "base/files/WholeFile.h"
+#include "base/files/AtomicFile.h"
 #include "media/ffmpeg/FfmpegError.h"
 #include "media/ffmpeg/Handles.h"
 
@@ -34,7 +34,7 @@ constexpr std::int64_t ChunkBytes = 1 << 20;
 /// Joins the library's output to the file. Nothing may be thrown through the library: the error waits here.
 class FileIo {
 public:
-    explicit FileIo(WholeFile& file)
+    explicit FileIo(AtomicFile& file)
         : m_file(file)
     {
         auto* buffer = static_cast<unsigned char*>(av_malloc(IoBufferBytes));
@@ -94,7 +94,7 @@ private:
         return status < 0 ? status : offset;
     }
 
-    WholeFile& m_file;
+    AtomicFile& m_file;
     std::exception_ptr m_failure;
     ffmpeg::Io m_io;
 };
@@ -122,7 +122,7 @@ std::int64_t ticksFromStart(HostTime time, HostTime start)
 /// The samples that hold anything, with their places on the track. A stamp that does not rise is moved up by a tick,
 /// since no file can hold it.
 struct TimedSample {
-    const VideoSample* sample = nullptr;
+    const EncodedFrame* sample = nullptr;
     std::int64_t time = 0;
 };
 
@@ -157,7 +157,7 @@ std::int64_t indexBytes(const std::vector<TimedSample>& video, const Mp4Movie& m
     auto bytes = BoxesPerTrack + static_cast<std::int64_t>(video.front().sample->format->parameterSets.size()) +
         static_cast<std::int64_t>(video.size()) * (8 + 4 + 4); // stts, stsz, stss
     for (const auto& sound : movie.sound) {
-        const auto packets = (sound.frames + sound.primingFrames) / FramesPerPacket + 2;
+        const auto packets = (sound.frames + sound.encoderDelay) / FramesPerPacket + 2;
         bytes += BoxesPerTrack + static_cast<std::int64_t>(sound.decoderConfiguration.size()) + packets * (4 + 8);
         chunks += runs + packets * FramesPerPacket / SoundTicksPerSecond + 1;
     }
@@ -166,7 +166,7 @@ std::int64_t indexBytes(const std::vector<TimedSample>& video, const Mp4Movie& m
 
 class Writer {
 public:
-    Writer(const Mp4Movie& movie, WholeFile& file)
+    Writer(const Mp4Movie& movie, AtomicFile& file)
         : m_movie(movie)
         , m_video(timedSamples(movie))
         , m_io(file)
@@ -182,11 +182,11 @@ public:
         m_context->flags |= AVFMT_FLAG_CUSTOM_IO | AVFMT_FLAG_BITEXACT;
         addVideoTrack(*m_video.front().sample->format);
         for (const auto& sound : movie.sound) {
-            addSoundTrack(sound);
+            addAudioTrackEncoder(sound);
         }
         m_nextFrame.resize(movie.sound.size());
         for (std::size_t i = 0; i < movie.sound.size(); ++i) {
-            m_nextFrame[i] = -movie.sound[i].primingFrames;
+            m_nextFrame[i] = -movie.sound[i].encoderDelay;
         }
     }
 
@@ -241,7 +241,7 @@ private:
         setExtradata(parameters, format.parameterSets);
     }
 
-    void addSoundTrack(const Mp4Sound& sound)
+    void addAudioTrackEncoder(const AudioTrackInfo& sound)
     {
         auto* stream = addTrack();
         stream->time_base = {1, SoundTicksPerSecond};
@@ -252,7 +252,7 @@ private:
         parameters->bit_rate = sound.bitsPerSecond;
         parameters->sample_rate = SoundTicksPerSecond;
         parameters->frame_size = FramesPerPacket;
-        parameters->initial_padding = sound.primingFrames;
+        parameters->initial_padding = sound.encoderDelay;
         av_channel_layout_default(&parameters->ch_layout, 2);
         setExtradata(parameters, sound.decoderConfiguration);
     }
@@ -321,7 +321,7 @@ private:
 
 } // namespace
 
-void writeMp4(const Mp4Movie& movie, WholeFile& file)
+void writeMp4(const Mp4Movie& movie, AtomicFile& file)
 {
     ffmpeg::keepQuiet();
     Writer(movie, file).write();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/types/VideoSample.h"
+#include "media/types/EncodedFrame.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,12 +11,12 @@
 
 namespace quelto {
 
-class WholeFile;
+class AtomicFile;
 
 /// Where the writer gets a sound track's packets from, in order; it may wait for one that is still being encoded.
-class Mp4PacketSource {
+class AudioPacketSource {
 public:
-    virtual ~Mp4PacketSource() = default;
+    virtual ~AudioPacketSource() = default;
     /// Nothing at the end.
     virtual std::optional<std::vector<std::byte>> next() = 0;
 };
@@ -28,24 +28,24 @@ enum class Mp4TrackState {
 };
 
 /// A track of AAC at 48,000 Hz in stereo.
-struct Mp4Sound {
+struct AudioTrackInfo {
     Mp4TrackState state = Mp4TrackState::enabled;
     int bitsPerSecond = 0;
     std::vector<std::byte> decoderConfiguration;
     /// Frames at the head of the packets that are not to be heard.
-    int primingFrames = 0;
+    int encoderDelay = 0;
     /// Frames to be heard, from the movie's start on; the last packets may hold more.
     std::int64_t frames = 0;
-    Mp4PacketSource* packets = nullptr;
+    AudioPacketSource* packets = nullptr;
 };
 
 /// One picture track, passed through as it stands, and any number of sound tracks that are alternates of each other.
 struct Mp4Movie {
     /// In presentation order, without reordered pictures. Each lasts until the next one, the last one until the end.
-    std::span<const VideoSamplePtr> video;
+    std::span<const EncodedFramePtr> video;
     HostTime start;
     HostTime end;
-    std::vector<Mp4Sound> sound;
+    std::vector<AudioTrackInfo> sound;
 };
 
 /// Writes an MPEG-4 file whose index stands in front of the data, in one pass: the room for the index is reserved by a
@@ -56,6 +56,6 @@ struct Mp4Movie {
 ///
 /// Errors: std::system_error from the file, std::runtime_error with the library's text for samples that no file can
 /// hold, and whatever a packet source throws.
-void writeMp4(const Mp4Movie& movie, WholeFile& file);
+void writeMp4(const Mp4Movie& movie, AtomicFile& file);
 
 } // namespace quelto

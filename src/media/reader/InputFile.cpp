@@ -45,8 +45,8 @@ int openRegular(const QString& path)
 
 } // namespace
 
-InputFile::InputFile(const QString& path, Patience patience)
-    : m_patience(std::move(patience))
+InputFile::InputFile(const QString& path, Deadline deadline)
+    : m_deadline(std::move(deadline))
 {
     ffmpeg::keepQuiet();
     av_max_alloc(LargestBlock);
@@ -95,7 +95,7 @@ AVStream* InputFile::pictureTrack() const noexcept
 int InputFile::read(void* self, std::uint8_t* to, int size) noexcept
 {
     auto& file = *static_cast<InputFile*>(self);
-    if (file.m_patience.isOver()) {
+    if (file.m_deadline.isOver()) {
         return AVERROR_EXIT;
     }
     const auto count = ::pread(file.m_file.handle(), to, static_cast<std::size_t>(size), file.m_position);
@@ -123,7 +123,7 @@ std::int64_t InputFile::seek(void* self, std::int64_t offset, int whence) noexce
 
 int InputFile::isInterrupted(void* self) noexcept
 {
-    return static_cast<InputFile*>(self)->m_patience.isOver() ? 1 : 0;
+    return static_cast<InputFile*>(self)->m_deadline.isOver() ? 1 : 0;
 }
 
 } // namespace quelto

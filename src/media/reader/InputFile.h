@@ -2,7 +2,7 @@
 #pragma once
 
 #include "media/ffmpeg/Handles.h"
-#include "media/reader/Patience.h"
+#include "media/reader/Deadline.h"
 
 #include <QFile>
 
@@ -16,12 +16,12 @@ namespace quelto {
 /// Errors: std::system_error, ffmpeg::FfmpegError.
 class InputFile {
 public:
-    InputFile(const QString& path, Patience patience);
+    InputFile(const QString& path, Deadline deadline);
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
     AVFormatContext& context() const noexcept { return *m_context; }
-    const Patience& patience() const noexcept { return m_patience; }
+    const Deadline& deadline() const noexcept { return m_deadline; }
     /// The first one that is no cover; null without.
     AVStream* pictureTrack() const noexcept;
 
@@ -30,7 +30,7 @@ private:
     static std::int64_t seek(void* self, std::int64_t offset, int whence) noexcept;
     static int isInterrupted(void* self) noexcept;
 
-    Patience m_patience;
+    Deadline m_deadline;
     QFile m_file;
     std::int64_t m_position = 0;
     std::int64_t m_size = 0;

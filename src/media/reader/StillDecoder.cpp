@@ -143,7 +143,7 @@ ffmpeg::Frame StillDecoder::decodedUpTo(std::int64_t target, std::int64_t tolera
 ffmpeg::Packet StillDecoder::next()
 {
     auto packet = ffmpeg::makePacket();
-    while (!m_file.patience().isOver() && av_read_frame(&m_file.context(), packet.get()) >= 0) {
+    while (!m_file.deadline().isOver() && av_read_frame(&m_file.context(), packet.get()) >= 0) {
         if (packet->stream_index == m_track.index) {
             return packet;
         }

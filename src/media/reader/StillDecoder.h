@@ -22,7 +22,7 @@ private:
     ffmpeg::Frame keyFrameNear(std::int64_t target, std::int64_t tolerance);
     /// From where the file stands.
     ffmpeg::Frame decodedUpTo(std::int64_t target, std::int64_t tolerance);
-    /// Null at the end of the track, for a packet that is not whole, and when patience is over.
+    /// Null at the end of the track, for a packet that is not whole, and when deadline is over.
     ffmpeg::Packet next();
     /// Null if the decoder needs more.
     ffmpeg::Frame receive();

@@ -13,7 +13,7 @@ constexpr qint64 LargestRead = 1024 * 1024;
 /// For all connections together. A quarter of a megabyte for each is ten times what the game ever sends, so the one
 /// that holds most is never the game's.
 constexpr qsizetype MostHeld = 16 * 1024 * 1024;
-/// Many may knock between two turns of the event loop.
+/// Many may probePort between two turns of the event loop.
 constexpr int Backlog = 256;
 constexpr std::chrono::seconds AcceptPause{1};
 

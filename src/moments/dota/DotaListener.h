@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "moments/dota/HttpPostReader.h"
 #include "base/time/HostClock.h"
+#include "moments/dota/HttpPostReader.h"
 
 #include <QTcpServer>
 #include <QTimer>

@@ -47,9 +47,9 @@ bool DotaMatch::Change::isAny() const
     return more.kills + more.deaths + more.assists >= 1 || hasGotAegis || hasJustWon;
 }
 
-MatchNewsList DotaMatch::posted(const DotaState& state, double now)
+MatchEvents DotaMatch::posted(const DotaState& state, double now)
 {
-    MatchNewsList news;
+    MatchEvents news;
     m_lastPost = now;
     if (!state.hasMatch) {
         // The match stays known and its counters with it, for a player who comes back to it by way of the menu; the
@@ -76,9 +76,9 @@ MatchNewsList DotaMatch::posted(const DotaState& state, double now)
     return news;
 }
 
-MatchNewsList DotaMatch::tick(double now)
+MatchEvents DotaMatch::tick(double now)
 {
-    MatchNewsList news;
+    MatchEvents news;
     if (m_fight && now - m_lastChange >= QuietEnd) {
         seal(now, news);
     }
@@ -95,7 +95,7 @@ void DotaMatch::reset()
     m_published = {};
 }
 
-void DotaMatch::followMatch(const QString& id, MatchNewsList& news)
+void DotaMatch::followMatch(const QString& id, MatchEvents& news)
 {
     if (id == m_matchId) {
         return;
@@ -111,7 +111,7 @@ void DotaMatch::followMatch(const QString& id, MatchNewsList& news)
     resetMatch();
 }
 
-void DotaMatch::showPlayer(const DotaState& state, MatchNewsList& news)
+void DotaMatch::showPlayer(const DotaState& state, MatchEvents& news)
 {
     const MatchState shown{.inGame = true, .character = heroDisplayName(state.heroName)};
     const bool isNew = !m_published.inGame;
@@ -134,7 +134,7 @@ DotaMatch::Change DotaMatch::changeTo(const DotaState& state) const
             .hasJustWon = state.isWin() && !m_hasWon};
 }
 
-void DotaMatch::score(const DotaState& state, double now, MatchNewsList& news)
+void DotaMatch::score(const DotaState& state, double now, MatchEvents& news)
 {
     const auto change = changeTo(state);
     if (change.isAny()) {
@@ -199,7 +199,7 @@ void DotaMatch::updateHealth(const DotaState& state)
     }
 }
 
-void DotaMatch::seal(double now, MatchNewsList& news)
+void DotaMatch::seal(double now, MatchEvents& news)
 {
     const auto fight = *std::exchange(m_fight, std::nullopt);
     if (auto moment = sealed(fight, {.game = gameNames::dota2, .now = now, .character = m_published.character})) {
@@ -207,7 +207,7 @@ void DotaMatch::seal(double now, MatchNewsList& news)
     }
 }
 
-void DotaMatch::endGame(MatchNewsList& news)
+void DotaMatch::endGame(MatchEvents& news)
 {
     m_published = {};
     news.append(m_published);

@@ -3,7 +3,7 @@
 
 #include "moments/dota/DotaState.h"
 #include "moments/scoring/Fight.h"
-#include "moments/watcher/MatchNews.h"
+#include "moments/watcher/MatchEvent.h"
 
 #include <optional>
 
@@ -16,9 +16,9 @@ namespace quelto {
 /// be published. Thread: none of its own.
 class DotaMatch {
 public:
-    MatchNewsList posted(const DotaState& state, double now);
+    MatchEvents posted(const DotaState& state, double now);
     /// About once a second, while needsTick.
-    MatchNewsList tick(double now);
+    MatchEvents tick(double now);
     /// Time alone can change something: a fight is open, or the game may fall silent.
     bool needsTick() const { return m_fight || m_published.inGame; }
     /// Follows nothing any more; an open fight is dropped and nothing is told.
@@ -39,16 +39,16 @@ private:
         bool isAny() const;
     };
 
-    void followMatch(const QString& id, MatchNewsList& news);
-    void showPlayer(const DotaState& state, MatchNewsList& news);
+    void followMatch(const QString& id, MatchEvents& news);
+    void showPlayer(const DotaState& state, MatchEvents& news);
     Change changeTo(const DotaState& state) const;
-    void score(const DotaState& state, double now, MatchNewsList& news);
+    void score(const DotaState& state, double now, MatchEvents& news);
     void apply(const Change& change, double now);
     void addKills(int kills, double now);
     void addObjective(const QString& key, const QString& event, double now);
     void updateHealth(const DotaState& state);
-    void seal(double now, MatchNewsList& news);
-    void endGame(MatchNewsList& news);
+    void seal(double now, MatchEvents& news);
+    void endGame(MatchEvents& news);
     void resetMatch();
 
     MatchState m_published;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/dota/DotaWatcher.h"
 
-#include "moments/dota/DotaListener.h"
 #include "base/time/HostClock.h"
+#include "moments/dota/DotaListener.h"
 
 #include <QTimer>
 
@@ -87,14 +87,14 @@ void DotaWatcher::listen()
 void DotaWatcher::takePost(const QByteArray& body)
 {
     if (const auto state = readDotaState(body)) {
-        publishNews(m_match.posted(*state, secondsNow()));
+        publishEvents(m_match.posted(*state, secondsNow()));
         tickWhileNeeded();
     }
 }
 
 void DotaWatcher::tick()
 {
-    publishNews(m_match.tick(secondsNow()));
+    publishEvents(m_match.tick(secondsNow()));
     tickWhileNeeded();
 }
 

@@ -18,9 +18,9 @@ constexpr qsizetype MostEventsInMatch = 100'000;
 
 } // namespace
 
-MatchNewsList LeagueMatch::polled(const LeagueData& data)
+MatchEvents LeagueMatch::polled(const LeagueData& data)
 {
-    MatchNewsList news;
+    MatchEvents news;
     const bool isFresh = isNewMatch(data.gameTime);
     if (isFresh) {
         forgetMatch();
@@ -37,9 +37,9 @@ MatchNewsList LeagueMatch::polled(const LeagueData& data)
     return news;
 }
 
-MatchNewsList LeagueMatch::pollFailed()
+MatchEvents LeagueMatch::pollFailed()
 {
-    MatchNewsList news;
+    MatchEvents news;
     if (!m_state.inGame) {
         return news;
     }
@@ -84,7 +84,7 @@ QString LeagueMatch::findPlayer(const LeagueData& data)
     return {};
 }
 
-void LeagueMatch::follow(const QString& champion, MatchNewsList& news)
+void LeagueMatch::follow(const QString& champion, MatchEvents& news)
 {
     const MatchState state{.inGame = true, .character = champion};
     if (state == m_state) {
@@ -105,7 +105,7 @@ void LeagueMatch::markSeen(const QList<LeagueEvent>& events)
     }
 }
 
-void LeagueMatch::processNew(const QList<LeagueEvent>& events, MatchNewsList& news)
+void LeagueMatch::processNew(const QList<LeagueEvent>& events, MatchEvents& news)
 {
     for (const auto& event : events) {
         if (m_seenEvents.contains(event.id) || m_seenEvents.size() >= MostEventsInMatch) {
@@ -116,7 +116,7 @@ void LeagueMatch::processNew(const QList<LeagueEvent>& events, MatchNewsList& ne
     }
 }
 
-void LeagueMatch::process(const LeagueEvent& event, MatchNewsList& news)
+void LeagueMatch::process(const LeagueEvent& event, MatchEvents& news)
 {
     const auto time = event.time.value_or(m_lastGameTime.value_or(0));
     if (event.name == u"GameEnd") {
@@ -129,7 +129,7 @@ void LeagueMatch::process(const LeagueEvent& event, MatchNewsList& news)
     }
     Fight begun{.style = FightStyle::league, .startTime = time, .lastTime = time};
     auto& fight = m_fight ? *m_fight : begun;
-    const LeagueDeed deed{.event = event, .time = time, .player = m_player, .isFightOpen = m_fight.has_value()};
+    const LeagueAction deed{.event = event, .time = time, .player = m_player, .isFightOpen = m_fight.has_value()};
     if (!count(deed, fight)) {
         return;
     }
@@ -147,7 +147,7 @@ void LeagueMatch::sampleHealth(const LeagueData& data)
     }
 }
 
-void LeagueMatch::sealFight(double now, MatchNewsList& news)
+void LeagueMatch::sealFight(double now, MatchEvents& news)
 {
     if (!m_fight) {
         return;
@@ -160,7 +160,7 @@ void LeagueMatch::sealFight(double now, MatchNewsList& news)
     }
 }
 
-void LeagueMatch::sealFightIfOver(double now, MatchNewsList& news)
+void LeagueMatch::sealFightIfOver(double now, MatchEvents& news)
 {
     if (m_fight && now - m_fight->lastTime >= QuietAfterFight) {
         sealFight(now, news);

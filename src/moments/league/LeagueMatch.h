@@ -4,7 +4,7 @@
 #include "moments/league/LeagueData.h"
 #include "moments/league/LocalPlayer.h"
 #include "moments/scoring/Fight.h"
-#include "moments/watcher/MatchNews.h"
+#include "moments/watcher/MatchEvent.h"
 
 #include <QSet>
 
@@ -19,9 +19,9 @@ namespace quelto {
 /// the client goes on answering for a while: GameEnded then comes a second time, when it stops.
 class LeagueMatch {
 public:
-    MatchNewsList polled(const LeagueData& data);
+    MatchEvents polled(const LeagueData& data);
     /// No answer, or none that makes sense. A fight that was under way is told, not lost.
-    MatchNewsList pollFailed();
+    MatchEvents pollFailed();
     /// Forgets everything, an open fight among it.
     void reset();
 
@@ -30,13 +30,13 @@ private:
     bool isNewMatch(double gameTime) const;
     /// Finds the player in the list; gives the champion.
     QString findPlayer(const LeagueData& data);
-    void follow(const QString& champion, MatchNewsList& news);
+    void follow(const QString& champion, MatchEvents& news);
     void markSeen(const QList<LeagueEvent>& events);
-    void processNew(const QList<LeagueEvent>& events, MatchNewsList& news);
-    void process(const LeagueEvent& event, MatchNewsList& news);
+    void processNew(const QList<LeagueEvent>& events, MatchEvents& news);
+    void process(const LeagueEvent& event, MatchEvents& news);
     void sampleHealth(const LeagueData& data);
-    void sealFight(double now, MatchNewsList& news);
-    void sealFightIfOver(double now, MatchNewsList& news);
+    void sealFight(double now, MatchEvents& news);
+    void sealFightIfOver(double now, MatchEvents& news);
 
     MatchState m_state;
     /// Of the last poll; nothing before a match's first.

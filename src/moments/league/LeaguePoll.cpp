@@ -71,11 +71,11 @@ void LeaguePoll::begin()
     if (m_wasGood) {
         ask();
     } else {
-        knock();
+        probePort();
     }
 }
 
-void LeaguePoll::knock()
+void LeaguePoll::probePort()
 {
     const auto address = m_request.url();
     m_door.connectToHost(address.host(), static_cast<quint16>(address.port(HttpsPort)));

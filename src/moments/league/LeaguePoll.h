@@ -44,7 +44,7 @@ public:
 private:
     void begin();
     /// Looks whether anybody listens at all, which is far cheaper than to ask.
-    void knock();
+    void probePort();
     void ask();
     void read();
     void answered();

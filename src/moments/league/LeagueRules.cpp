@@ -5,12 +5,12 @@ namespace quelto {
 
 namespace {
 
-bool isMyKill(const LeagueDeed& deed)
+bool isMyKill(const LeagueAction& deed)
 {
     return deed.player.is(deed.event.killer);
 }
 
-bool isMyAssist(const LeagueDeed& deed)
+bool isMyAssist(const LeagueAction& deed)
 {
     return deed.player.isAnyOf(deed.event.assisters);
 }
@@ -18,12 +18,12 @@ bool isMyAssist(const LeagueDeed& deed)
 /// What an event of one name does. Objective and marker are for the names that differ in nothing else.
 struct Rule {
     QStringView eventName;
-    bool (*count)(const LeagueDeed& deed, const Rule& rule, Fight& fight);
+    bool (*count)(const LeagueAction& deed, const Rule& rule, Fight& fight);
     QStringView objective = {};
     QStringView marker = {};
 };
 
-bool countChampionKill(const LeagueDeed& deed, const Rule&, Fight& fight)
+bool countChampionKill(const LeagueAction& deed, const Rule&, Fight& fight)
 {
     const bool isKill = isMyKill(deed);
     const bool isAssist = !isKill && isMyAssist(deed);
@@ -47,7 +47,7 @@ bool countChampionKill(const LeagueDeed& deed, const Rule&, Fight& fight)
     return true;
 }
 
-bool countMultikill(const LeagueDeed& deed, const Rule&, Fight& fight)
+bool countMultikill(const LeagueAction& deed, const Rule&, Fight& fight)
 {
     const auto streak = deed.event.killStreak;
     if (!streak || !isMyKill(deed)) {
@@ -58,7 +58,7 @@ bool countMultikill(const LeagueDeed& deed, const Rule&, Fight& fight)
     return true;
 }
 
-bool countAce(const LeagueDeed& deed, const Rule&, Fight& fight)
+bool countAce(const LeagueAction& deed, const Rule&, Fight& fight)
 {
     const bool isOurs = deed.event.acingTeam == deed.player.team() || deed.player.is(deed.event.acer);
     if (!deed.isFightOpen || !isOurs) {
@@ -69,7 +69,7 @@ bool countAce(const LeagueDeed& deed, const Rule&, Fight& fight)
     return true;
 }
 
-bool countFirstBlood(const LeagueDeed& deed, const Rule&, Fight& fight)
+bool countFirstBlood(const LeagueAction& deed, const Rule&, Fight& fight)
 {
     if (!deed.player.is(deed.event.recipient)) {
         return false;
@@ -80,7 +80,7 @@ bool countFirstBlood(const LeagueDeed& deed, const Rule&, Fight& fight)
 }
 
 /// The tower itself comes as an event of its own, which bears the marker.
-bool countFirstTower(const LeagueDeed& deed, const Rule&, Fight& fight)
+bool countFirstTower(const LeagueAction& deed, const Rule&, Fight& fight)
 {
     if (!isMyKill(deed) && !isMyAssist(deed)) {
         return false;
@@ -89,7 +89,7 @@ bool countFirstTower(const LeagueDeed& deed, const Rule&, Fight& fight)
     return true;
 }
 
-bool countBuilding(const LeagueDeed& deed, const Rule& rule, Fight& fight)
+bool countBuilding(const LeagueAction& deed, const Rule& rule, Fight& fight)
 {
     if (!isMyKill(deed) && !isMyAssist(deed)) {
         return false;
@@ -99,7 +99,7 @@ bool countBuilding(const LeagueDeed& deed, const Rule& rule, Fight& fight)
     return true;
 }
 
-bool countMonster(const LeagueDeed& deed, const QString& key, Fight& fight)
+bool countMonster(const LeagueAction& deed, const QString& key, Fight& fight)
 {
     const bool isKill = isMyKill(deed);
     if (!isKill && !isMyAssist(deed)) {
@@ -115,12 +115,12 @@ bool countMonster(const LeagueDeed& deed, const QString& key, Fight& fight)
     return true;
 }
 
-bool countNamedMonster(const LeagueDeed& deed, const Rule& rule, Fight& fight)
+bool countNamedMonster(const LeagueAction& deed, const Rule& rule, Fight& fight)
 {
     return countMonster(deed, rule.objective.toString(), fight);
 }
 
-bool countDragon(const LeagueDeed& deed, const Rule&, Fight& fight)
+bool countDragon(const LeagueAction& deed, const Rule&, Fight& fight)
 {
     const bool isElder = deed.event.dragonType == u"Elder";
     return countMonster(deed, isElder ? QStringLiteral("Elder") : QStringLiteral("Ejderha"), fight);
@@ -143,7 +143,7 @@ constexpr std::array Rules{
 
 } // namespace
 
-bool count(const LeagueDeed& deed, Fight& fight)
+bool count(const LeagueAction& deed, Fight& fight)
 {
     const auto* const rule = std::find_if(Rules.begin(), Rules.end(),
                                           [&deed](const Rule& each) { return each.eventName == deed.event.name; });

@@ -8,7 +8,7 @@
 namespace quelto {
 
 /// An event, and what must be known to say whether it belongs into a fight.
-struct LeagueDeed {
+struct LeagueAction {
     const LeagueEvent& event;
     /// Units: seconds of game time.
     double time;
@@ -18,6 +18,6 @@ struct LeagueDeed {
 };
 
 /// Adds the event to the fight; false, with the fight as it was, for one that does not belong there.
-bool count(const LeagueDeed& deed, Fight& fight);
+bool count(const LeagueAction& deed, Fight& fight);
 
 } // namespace quelto

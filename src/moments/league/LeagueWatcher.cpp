@@ -35,7 +35,7 @@ void LeagueWatcher::open()
     m_poll = std::make_unique<LeaguePoll>(
         m_address,
         [this](const std::optional<LeagueData>& data) {
-            publishNews(data ? m_match.polled(*data) : m_match.pollFailed());
+            publishEvents(data ? m_match.polled(*data) : m_match.pollFailed());
         },
         m_times);
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "moments/scoring/Moment.h"
 #include "base/tasks/EventLoopQueue.h"
 #include "base/tasks/MainQueue.h"
+#include "moments/scoring/Moment.h"
 
 #include <QObject>
 

@@ -12,7 +12,7 @@ template <typename... Each> Overloaded(Each...) -> Overloaded<Each...>;
 
 } // namespace
 
-void MatchWatcher::publishNews(const MatchNewsList& news)
+void MatchWatcher::publishEvents(const MatchEvents& news)
 {
     for (const auto& each : news) {
         publish([this, each] { take(each); });
@@ -24,7 +24,7 @@ void MatchWatcher::clear()
     take(MatchState{});
 }
 
-void MatchWatcher::take(const MatchNews& news)
+void MatchWatcher::take(const MatchEvent& news)
 {
     std::visit(Overloaded{[this](const MatchState& state) { take(state); },
                           [this](const GameDetected&) { Q_EMIT gameDetected(); },

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "moments/watcher/GameWatcher.h"
-#include "moments/watcher/MatchNews.h"
+#include "moments/watcher/MatchEvent.h"
 
 namespace quelto {
 
@@ -28,12 +28,12 @@ protected:
     using GameWatcher::GameWatcher;
 
     /// From the queue: publishes each in turn.
-    void publishNews(const MatchNewsList& news);
+    void publishEvents(const MatchEvents& news);
     void clear() override;
 
 private:
     void take(const MatchState& state);
-    void take(const MatchNews& news);
+    void take(const MatchEvent& news);
 
     MatchState m_state;
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/wow/WoWWatcher.h"
 
-#include "moments/scoring/GameNames.h"
 #include "base/time/HostClock.h"
+#include "moments/scoring/GameNames.h"
 
 #include <QFile>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/factory/PlatformFactory.h"
 
-#include "platform/freedesktop/EventSounds.h"
+#include "platform/freedesktop/CanberraEventSounds.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
-#include "platform/freedesktop/FreedesktopNotices.h"
+#include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopPasteboard.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
-#include "platform/pipewire/audio/PipeWireSoundServer.h"
+#include "platform/pipewire/audio/PipeWireAudioServer.h"
 #include "platform/x11/X11Platform.h"
 
 namespace quelto {
@@ -15,12 +15,12 @@ Platform makePlatform()
 {
     return {.displays = makeX11Displays(),
             .frames = makeX11FrameSource(),
-            .sound = makePipeWireSoundServer(),
+            .sound = makePipeWireAudioServer(),
             .globalKey = makeX11GlobalKey(),
             .frontApplication = makeX11FrontApplication(),
-            .notices = std::make_unique<FreedesktopNotices>(),
+            .notifications = std::make_unique<FreedesktopNotifications>(),
             .trash = std::make_unique<FreedesktopTrash>(),
-            .sounds = std::make_unique<EventSounds>(),
+            .sounds = std::make_unique<CanberraEventSounds>(),
             .files = std::make_unique<FreedesktopFileManager>(),
             .pasteboard = std::make_unique<FreedesktopPasteboard>()};
 }

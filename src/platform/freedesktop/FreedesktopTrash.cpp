@@ -12,7 +12,7 @@ namespace quelto {
 namespace {
 
 /// Files are only renamed: thousands take less.
-constexpr std::chrono::seconds PatienceAtTheEnd{5};
+constexpr std::chrono::seconds ExitTimeout{5};
 
 struct Release {
     void operator()(GFile* file) const noexcept { g_object_unref(file); }
@@ -48,7 +48,7 @@ void moveToTrash(const QString& path)
 
 FreedesktopTrash::~FreedesktopTrash()
 {
-    m_queue.finish(PatienceAtTheEnd);
+    m_queue.finish(ExitTimeout);
 }
 
 void FreedesktopTrash::recycle(const QStringList& paths, std::function<void()> done)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/Trash.h"
 #include "base/tasks/SerialQueue.h"
+#include "platform/Trash.h"
 
 namespace quelto {
 

@@ -101,9 +101,9 @@ void ScreenEvents::setArea(const QRect& area)
     xcb_xfixes_set_region(m_connection.get(), m_areaRegion.id(), 1, &part);
 }
 
-ScreenNews ScreenEvents::read()
+ScreenChanges ScreenEvents::read()
 {
-    ScreenNews news;
+    ScreenChanges news;
     while (const auto event = XcbPtr<xcb_generic_event_t>(xcb_poll_for_event(m_connection.get()))) {
         const auto type = event->response_type & 0x7f;
         if (type == m_damageEvent) {
@@ -121,7 +121,7 @@ ScreenNews ScreenEvents::read()
     return news;
 }
 
-ScreenEvents::Changes ScreenEvents::take(ShapeWish shapeWish)
+ScreenEvents::Changes ScreenEvents::take(ShapeRequest shapeWish)
 {
     auto* server = m_connection.get();
     // All requests leave together, for one wait.
@@ -132,7 +132,7 @@ ScreenEvents::Changes ScreenEvents::take(ShapeWish shapeWish)
     if (m_watchesPointer) {
         pointer = xcb_query_pointer(server, m_connection.root());
     }
-    const bool wantsShape = m_watchesPointer && shapeWish == ShapeWish::wanted;
+    const bool wantsShape = m_watchesPointer && shapeWish == ShapeRequest::wanted;
     xcb_xfixes_get_cursor_image_cookie_t shape{};
     if (wantsShape) {
         shape = xcb_xfixes_get_cursor_image(server);

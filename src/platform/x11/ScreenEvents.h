@@ -13,7 +13,7 @@
 namespace quelto {
 
 /// What the server has reported since it was last asked.
-struct ScreenNews {
+struct ScreenChanges {
     bool hasDamage = false;
     bool pointerMoved = false;
     bool shapeChanged = false;
@@ -35,7 +35,7 @@ public:
     bool reportsMotion() const noexcept { return m_inputOpcode != 0; }
 
     /// Everything that has arrived by now; does not wait.
-    ScreenNews read();
+    ScreenChanges read();
 
     struct Changes {
         /// Rows of the area that were drawn on.
@@ -45,9 +45,9 @@ public:
         /// Where it was asked for.
         std::optional<CursorOverlay::Shape> shape;
     };
-    enum class ShapeWish { none, wanted };
+    enum class ShapeRequest { none, wanted };
     /// What has changed, which starts the watch anew.
-    Changes take(ShapeWish shapeWish);
+    Changes take(ShapeRequest shapeWish);
 
 private:
     const X11Connection& m_connection;

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 constexpr int PoolSize = 8;
 // A change of mode turns the display off and on again; longer than that is gone.
-constexpr auto Patience = 2s;
+constexpr auto Deadline = 2s;
 constexpr auto RetryInterval = 100ms;
 // A pointer that a program sets, and no device moves, is not reported; so often its place is asked for.
 constexpr HostDuration UnreportedMotionInterval = 500ms;
@@ -83,7 +83,7 @@ ScreenGrabber::ScreenGrabber(const QString& displayName, const FrameRequest& req
 
 void ScreenGrabber::run(const FrameEvents& events, int stopDescriptor) noexcept
 {
-    m_clock = FrameClock(HostClock::now(), m_request.framesPerSecond);
+    m_clock = FramePacer(HostClock::now(), m_request.framesPerSecond);
     try {
         while (step(events, stopDescriptor) == Step::goOn) { }
     } catch (const std::exception& error) {
@@ -94,7 +94,7 @@ void ScreenGrabber::run(const FrameEvents& events, int stopDescriptor) noexcept
 
 ScreenGrabber::Step ScreenGrabber::step(const FrameEvents& events, int stopDescriptor)
 {
-    readNews();
+    readChanges();
     if (m_isLayoutNew) {
         followLayout();
     }
@@ -107,7 +107,7 @@ ScreenGrabber::Step ScreenGrabber::step(const FrameEvents& events, int stopDescr
         return waitForChange(stopDescriptor, RetryInterval);
     }
     if (!m_pendingSince) {
-        return waitForNews(stopDescriptor);
+        return waitForChanges(stopDescriptor);
     }
     const auto due = m_clock.slotAfter(m_lookedAt);
     if (HostClock::now() < due) {
@@ -117,7 +117,7 @@ ScreenGrabber::Step ScreenGrabber::step(const FrameEvents& events, int stopDescr
     return hasStopped(stopDescriptor) ? Step::stop : Step::goOn;
 }
 
-void ScreenGrabber::readNews()
+void ScreenGrabber::readChanges()
 {
     const auto news = m_screenEvents.read();
     if (news.hasDamage || news.pointerMoved || news.shapeChanged) {
@@ -132,7 +132,7 @@ std::optional<QString> ScreenGrabber::endingReason() const
     if (xcb_connection_has_error(m_connection.get()) != 0) {
         return T("Ekrana bağlantı koptu. Masaüstü oturumunuzun açık olduğunu denetleyip kaydı yeniden başlatın.");
     }
-    if (m_failingSince && HostClock::now() - *m_failingSince > Patience) {
+    if (m_failingSince && HostClock::now() - *m_failingSince > Deadline) {
         return m_isMissing ? vanishedText() : unreadableText();
     }
     return std::nullopt;
@@ -150,7 +150,7 @@ void ScreenGrabber::followLayout()
         useArea(*area);
     }
     // The questions may have brought in events that no descriptor tells of any more.
-    readNews();
+    readChanges();
 }
 
 std::optional<QRect> ScreenGrabber::findArea() const
@@ -196,7 +196,8 @@ void ScreenGrabber::takeFrame(const FrameEvents& events)
         m_pendingSince = HostClock::now();
         return;
     }
-    auto changes = m_screenEvents.take(m_isShapeNew ? ScreenEvents::ShapeWish::wanted : ScreenEvents::ShapeWish::none);
+    auto changes =
+        m_screenEvents.take(m_isShapeNew ? ScreenEvents::ShapeRequest::wanted : ScreenEvents::ShapeRequest::none);
     m_staleRows = m_staleRows.united(changes.rows);
     const bool hasNewShape = changes.shape.has_value();
     if (changes.shape) {
@@ -233,7 +234,7 @@ void ScreenGrabber::takeFrame(const FrameEvents& events)
     events.onFrame(frame);
 }
 
-ScreenGrabber::Step ScreenGrabber::waitForNews(int stopDescriptor)
+ScreenGrabber::Step ScreenGrabber::waitForChanges(int stopDescriptor)
 {
     if (!m_request.showsCursor) {
         return waitForChange(stopDescriptor, std::nullopt);

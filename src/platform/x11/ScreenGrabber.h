@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/picture/PictureConverter.h"
+#include "media/picture/FrameConverter.h"
 #include "platform/FrameSource.h"
-#include "platform/x11/FrameClock.h"
+#include "platform/x11/FramePacer.h"
 #include "platform/x11/Monitors.h"
 #include "platform/x11/ScreenEvents.h"
 #include "platform/x11/ScreenImage.h"
@@ -31,7 +31,7 @@ private:
     enum class Step { goOn, stop };
 
     Step step(const FrameEvents& events, int stopDescriptor);
-    void readNews();
+    void readChanges();
     /// The sentence for the user once there is nothing more to come.
     std::optional<QString> endingReason() const;
     void followLayout();
@@ -40,7 +40,7 @@ private:
     void notePending();
     void noteFailure();
     void takeFrame(const FrameEvents& events);
-    Step waitForNews(int stopDescriptor);
+    Step waitForChanges(int stopDescriptor);
     Step waitForChange(int stopDescriptor, std::optional<HostDuration> atMost);
     static Step waitUntil(HostTime time, int stopDescriptor);
     static bool hasStopped(int stopDescriptor);
@@ -49,11 +49,11 @@ private:
     FrameRequest m_request;
     FramePool m_pool;
     /// Begins with the run.
-    FrameClock m_clock;
+    FramePacer m_clock;
     ScreenEvents m_screenEvents;
     std::optional<ScreenImage> m_image;
     CursorOverlay m_cursor;
-    PictureConverter m_converter;
+    FrameConverter m_converter;
 
     /// Something may have changed since the last look at the screen.
     /// When the change was noticed that no frame shows yet. That is the frame's time: the screen has shown it since

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/picture/PictureConverter.h"
+#include "media/picture/FrameConverter.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QRect>

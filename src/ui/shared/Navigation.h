@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "library/naming/Clip.h"
 #include "base/tasks/TaskQueue.h"
+#include "library/naming/Clip.h"
 
 #include <QObject>
 #include <QString>

@@ -5,7 +5,7 @@ import Quelto.Shell
 import Quelto.Theme
 
 // The clip that is open. Watching it in here is still to come; the desktop's player shows it meanwhile.
-QuietPage {
+PlaceholderPage {
     symbol: "film"
     title: Navigation.selectedTitle
 

@@ -62,7 +62,7 @@ FocusScope {
         onAboutRequested: about.open()
     }
 
-    Notice {
+    MessageDialog {
         id: about
 
         title: "Quelto " + WindowCommands.version

@@ -26,7 +26,7 @@ Hud::Hud(QQmlEngine& engine, TaskQueue& main)
 
 Hud::~Hud() = default;
 
-void Hud::show(const HudNotice& notice)
+void Hud::show(const HudMessage& message)
 {
     m_window = std::make_unique<QQuickView>(&m_engine, nullptr);
     // Past the window manager: nothing else puts a window above a full-screen one without its taking the focus.
@@ -34,10 +34,10 @@ void Hud::show(const HudNotice& notice)
                        Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
     m_window->setColor(Qt::transparent);
     m_window->setResizeMode(QQuickView::SizeRootObjectToView);
-    m_window->setInitialProperties({{QStringLiteral("title"), notice.title},
-                                    {QStringLiteral("subtitle"), notice.subtitle},
-                                    {QStringLiteral("error"), notice.error},
-                                    {QStringLiteral("tier"), notice.tier ? tagOf(*notice.tier) : QString()}});
+    m_window->setInitialProperties({{QStringLiteral("title"), message.title},
+                                    {QStringLiteral("subtitle"), message.subtitle},
+                                    {QStringLiteral("error"), message.error},
+                                    {QStringLiteral("tier"), message.tier ? tagOf(*message.tier) : QString()}});
     m_window->setSource(QUrl(QStringLiteral("qrc:/Quelto/Shell/HudView.qml")));
     m_window->resize(PanelSize);
     if (const auto* screen = QGuiApplication::primaryScreen()) {

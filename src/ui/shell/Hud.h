@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "moments/scoring/ClipTier.h"
 #include "base/tasks/TaskQueue.h"
+#include "moments/scoring/ClipTier.h"
 
 #include <QQmlEngine>
 #include <QQuickView>
@@ -12,7 +12,7 @@
 
 namespace quelto {
 
-struct HudNotice {
+struct HudMessage {
     QString title;
     QString subtitle;
     /// It tells of a failure.
@@ -32,7 +32,7 @@ public:
     Hud(const Hud&) = delete;
     Hud& operator=(const Hud&) = delete;
 
-    void show(const HudNotice& notice);
+    void show(const HudMessage& message);
     /// Nothing while none stands.
     const QQuickView* window() const { return m_window.get(); }
 

@@ -17,7 +17,7 @@ Rectangle {
 
     opacity: 0
     radius: 10
-    color: Theme.notice
+    color: Theme.hud
     border.width: 1
     border.color: Theme.border
     Accessible.role: Accessible.AlertMessage

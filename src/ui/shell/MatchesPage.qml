@@ -4,7 +4,7 @@ import Quelto.Shared
 import Quelto.Shell
 
 // The matches that were played. Showing them is still to come.
-QuietPage {
+PlaceholderPage {
     symbol: "flag.checkered"
     title: L10n.T("Maç Özetleri")
     text: L10n.T("Bu sayfa bir sonraki sürümde geliyor.")

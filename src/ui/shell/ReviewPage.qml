@@ -6,7 +6,7 @@ import Quelto.Shell
 import Quelto.Theme
 
 // The clips of one match. Playing and sorting them out here is still to come.
-QuietPage {
+PlaceholderPage {
     symbol: "flag.checkered"
     title: ShownMatch.isKnown ? ShownMatch.name : L10n.T("Bu maç artık listede yok")
     text: ShownMatch.isKnown ? L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.") : ""

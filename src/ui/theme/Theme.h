@@ -33,7 +33,7 @@ class Theme : public QObject {
     Q_PROPERTY(QColor gold READ gold CONSTANT)
     Q_PROPERTY(QColor violet READ violet CONSTANT)
     Q_PROPERTY(QColor onGold READ onGold CONSTANT)
-    Q_PROPERTY(QColor notice READ notice CONSTANT)
+    Q_PROPERTY(QColor hud READ hud CONSTANT)
     Q_PROPERTY(QColor shadow READ shadow CONSTANT)
     Q_PROPERTY(QColor discord READ discord CONSTANT)
 
@@ -63,7 +63,7 @@ public:
     /// What stands on gold.
     static QColor onGold() { return Qt::black; }
     /// The ground of the on-screen notice.
-    static QColor notice() { return {0x16, 0x16, 0x1C, 245}; }
+    static QColor hud() { return {0x16, 0x16, 0x1C, 245}; }
     /// Shadows, and veils over pictures; thinned by whoever uses it.
     static QColor shadow() { return Qt::black; }
     /// The chat program's own colour, on hints that lead there.

@@ -2,9 +2,9 @@
 #include "app/routing/MomentRouting.h"
 
 #include "moments/scoring/GameNames.h"
+#include "tests/base/tasks/ManualQueue.h"
 #include "tests/library/clips/LibraryFixture.h"
 #include "tests/moments/watcher/ScriptedWatcher.h"
-#include "tests/base/tasks/ManualQueue.h"
 
 namespace quelto {
 namespace {
@@ -31,11 +31,11 @@ protected:
 
     void note(const QString& what) { m_done.append(what); }
 
-    static QString words(const HudNotice& notice)
+    static QString words(const HudMessage& message)
     {
         return QStringLiteral("hud %1|%2|%3|%4")
-            .arg(notice.title, notice.subtitle, notice.error ? QStringLiteral("error") : QString(),
-                 notice.tier ? tagOf(*notice.tier) : QString());
+            .arg(message.title, message.subtitle, message.error ? QStringLiteral("error") : QString(),
+                 message.tier ? tagOf(*message.tier) : QString());
     }
 
     test::ManualTime time;
@@ -51,12 +51,15 @@ protected:
             .saveAutoClip = [this](const Moment& wanted) { note(QStringLiteral("save ") + wanted.game); },
             .reloadLibrary = [this] { note(QStringLiteral("reload")); },
             .playSound =
-                [this](NoticeSound sound) {
-                    note(sound == NoticeSound::hero ? QStringLiteral("Hero") : QStringLiteral("Glass"));
+                [this](EventSound sound) {
+                    note(sound == EventSound::hero ? QStringLiteral("Hero") : QStringLiteral("Glass"));
                 },
-            .showHud = [this](const HudNotice& notice) { note(words(notice)); },
+            .showHud = [this](const HudMessage& message) { note(words(message)); },
             .showToast = [this](const QString& text) { note(QStringLiteral("toast ") + text); },
-            .notifyDesktop = [this](const MatchNotice& notice) { note(QStringLiteral("desktop ") + notice.body); }}};
+            .notifyDesktop =
+                [this](const MatchNotification& notification) {
+                    note(QStringLiteral("desktop ") + notification.body);
+                }}};
     test::ScriptedWatcher league;
     test::ScriptedWatcher dota;
     test::ScriptedWatcher wow;

@@ -7,7 +7,6 @@
 #include "tests/capture/recorder/RecorderFixture.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 
 namespace quelto {
@@ -119,11 +118,3 @@ TEST_F(StatusItemTest, SpeaksAnotherLanguageAtOnce)
 
 } // namespace
 } // namespace quelto
-
-int main(int argc, char* argv[])
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

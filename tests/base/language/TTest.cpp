@@ -43,7 +43,7 @@ TEST(T, PrintsNumbersWithoutGrouping)
     EXPECT_EQ(T("{0}", 1500), QStringLiteral("1500"));
 }
 
-TEST_F(TranslatedT, SpeaksTheLanguageInForce)
+TEST_F(TranslatedT, SpeaksTheLanguageSwitcher)
 {
     struct Case {
         const char* language;

@@ -15,9 +15,9 @@ HostTime at(double seconds)
 
 enum class Kind { keyframe, dependent, silentAboutItself };
 
-VideoSamplePtr picture(HostTime time, Kind kind, std::size_t bytes = 10)
+EncodedFramePtr picture(HostTime time, Kind kind, std::size_t bytes = 10)
 {
-    auto sample = std::make_shared<VideoSample>();
+    auto sample = std::make_shared<EncodedFrame>();
     sample->presentationTime = time;
     sample->data.resize(bytes);
     if (kind != Kind::silentAboutItself) {
@@ -26,9 +26,9 @@ VideoSamplePtr picture(HostTime time, Kind kind, std::size_t bytes = 10)
     return sample;
 }
 
-AudioSamplePtr sound(HostTime time, std::size_t bytes = 8)
+AudioBufferPtr sound(HostTime time, std::size_t bytes = 8)
 {
-    auto sample = std::make_shared<AudioSample>();
+    auto sample = std::make_shared<AudioBuffer>();
     sample->presentationTime = time;
     sample->data.resize(bytes);
     return sample;
@@ -102,9 +102,9 @@ TEST(ReplayBuffer, TakesASampleThatSaysNothingForAKeyFrame)
     EXPECT_EQ(times(buffer.snapshot().video), (std::vector<double>{1, 20}));
 }
 
-using Append = void (ReplayBuffer::*)(AudioSamplePtr);
+using Append = void (ReplayBuffer::*)(AudioBufferPtr);
 
-class ReplayBufferSound : public testing::TestWithParam<std::pair<Append, AudioSamples ReplaySnapshot::*>> { };
+class ReplayBufferSound : public testing::TestWithParam<std::pair<Append, AudioBuffers ReplaySnapshot::*>> { };
 
 TEST_P(ReplayBufferSound, KeepsASampleExactlyAtTheEdgeAndDropsOneBeforeIt)
 {

@@ -2,8 +2,8 @@
 #include "capture/clip/ClipWriter.h"
 #include "capture/clip/RecorderError.h"
 
-#include "tests/capture/clip/SnapshotMaker.h"
 #include "tests/base/disk/SmallDisk.h"
+#include "tests/capture/clip/SnapshotMaker.h"
 #include "tests/media/probe/Probe.h"
 
 #include <QDir>
@@ -62,7 +62,7 @@ TEST(ClipFailure, NoKeyFrameMeansAnEmptyBuffer)
     const QTemporaryDir folder;
     EXPECT_EQ(messageOf(requestInto(folder.path(), {})), QStringLiteral("Tamponda henüz görüntü yok."));
     auto snapshot = someSnapshot();
-    snapshot.video.removeIf([](const VideoSamplePtr& sample) { return sample->isKeyframe(); });
+    snapshot.video.removeIf([](const EncodedFramePtr& sample) { return sample->isKeyframe(); });
     EXPECT_EQ(messageOf(requestInto(folder.path(), snapshot)), QStringLiteral("Tamponda henüz görüntü yok."));
     EXPECT_EQ(filesIn(folder.path()), QStringList{});
 }
@@ -132,7 +132,7 @@ TEST(ClipFailure, AbsurdTimesAreAnErrorAndNotAnEndlessClip)
     const QTemporaryDir folder;
     for (const auto first : {HostTime::min(), PictureStart - 100h}) {
         auto request = requestInto(folder.path());
-        auto sample = std::make_shared<VideoSample>(*request.snapshot.video.front());
+        auto sample = std::make_shared<EncodedFrame>(*request.snapshot.video.front());
         sample->presentationTime = first;
         request.snapshot.video.front() = sample;
         request.seconds = std::numeric_limits<int>::max();
@@ -146,22 +146,22 @@ TEST(ClipFailure, BrokenSoundIsLeftOutAndTheClipSaved)
 {
     const QTemporaryDir folder;
     auto snapshot = someSnapshot();
-    const auto changed = [](const AudioSamplePtr& sample, auto change) {
-        auto copy = std::make_shared<AudioSample>(*sample);
+    const auto changed = [](const AudioBufferPtr& sample, auto change) {
+        auto copy = std::make_shared<AudioBuffer>(*sample);
         change(*copy);
         return copy;
     };
     auto& audio = snapshot.audio;
-    audio[0] = changed(audio[0], [](AudioSample& sample) { sample.presentationTime = HostTime::min(); });
-    audio[1] = changed(audio[1], [](AudioSample& sample) { sample.presentationTime = HostTime::max(); });
-    audio[2] = changed(audio[2], [](AudioSample& sample) { sample.data.clear(); });
-    audio[3] = changed(audio[3], [](AudioSample& sample) { sample.frames = -1; });
-    audio[4] = changed(audio[4], [](AudioSample& sample) { sample.frames = std::numeric_limits<int>::max(); });
-    audio[5] = changed(audio[5], [](AudioSample& sample) { sample.format.encoding = PcmEncoding::unknown; });
-    audio[6] = changed(audio[6], [](AudioSample& sample) { sample.format.sampleRate = 0; });
-    audio[7] = changed(audio[7], [](AudioSample& sample) { sample.format.channels = 0; });
+    audio[0] = changed(audio[0], [](AudioBuffer& sample) { sample.presentationTime = HostTime::min(); });
+    audio[1] = changed(audio[1], [](AudioBuffer& sample) { sample.presentationTime = HostTime::max(); });
+    audio[2] = changed(audio[2], [](AudioBuffer& sample) { sample.data.clear(); });
+    audio[3] = changed(audio[3], [](AudioBuffer& sample) { sample.frames = -1; });
+    audio[4] = changed(audio[4], [](AudioBuffer& sample) { sample.frames = std::numeric_limits<int>::max(); });
+    audio[5] = changed(audio[5], [](AudioBuffer& sample) { sample.format.encoding = PcmEncoding::unknown; });
+    audio[6] = changed(audio[6], [](AudioBuffer& sample) { sample.format.sampleRate = 0; });
+    audio[7] = changed(audio[7], [](AudioBuffer& sample) { sample.format.channels = 0; });
     audio[8] = changed(audio[8],
-                       [](AudioSample& sample) { std::fill(sample.data.begin(), sample.data.end(), std::byte{0xFF}); });
+                       [](AudioBuffer& sample) { std::fill(sample.data.begin(), sample.data.end(), std::byte{0xFF}); });
     const auto path = ClipWriter::write(requestInto(folder.path(), snapshot));
     EXPECT_EQ(test::decodingErrors(path), "");
     EXPECT_EQ(test::streamsOf(path).size(), 5);
@@ -173,7 +173,7 @@ TEST(ClipFailure, BrokenPicturesDoNotCrash)
     const QTemporaryDir folder;
     auto snapshot = someSnapshot();
     for (qsizetype i = 0; i < snapshot.video.size(); ++i) {
-        auto copy = std::make_shared<VideoSample>(*snapshot.video[i]);
+        auto copy = std::make_shared<EncodedFrame>(*snapshot.video[i]);
         switch (i % 4) {
         case 0:
             copy->data.clear();
@@ -192,7 +192,7 @@ TEST(ClipFailure, BrokenPicturesDoNotCrash)
     EXPECT_EQ(messageOf(requestInto(folder.path(), snapshot)), QString());
 
     for (auto& sample : snapshot.video) {
-        auto copy = std::make_shared<VideoSample>(*sample);
+        auto copy = std::make_shared<EncodedFrame>(*sample);
         copy->data.clear();
         sample = copy;
     }

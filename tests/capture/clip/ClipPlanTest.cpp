@@ -10,18 +10,18 @@ using namespace std::chrono_literals;
 
 constexpr auto SixtiethOfASecond = 16666667ns;
 
-VideoSamplePtr picture(HostTime time, std::optional<bool> isNotSync)
+EncodedFramePtr picture(HostTime time, std::optional<bool> isNotSync)
 {
-    auto sample = std::make_shared<VideoSample>();
+    auto sample = std::make_shared<EncodedFrame>();
     sample->presentationTime = time;
     sample->isNotSync = isNotSync;
     return sample;
 }
 
 /// Ten pictures a second from 100 s on; the key frames are those with these numbers.
-VideoSamples pictures(int count, const std::vector<int>& keyFrames)
+EncodedFrames pictures(int count, const std::vector<int>& keyFrames)
 {
-    VideoSamples video;
+    EncodedFrames video;
     for (int i = 0; i < count; ++i) {
         const bool isKey = std::find(keyFrames.begin(), keyFrames.end(), i) != keyFrames.end();
         video.push_back(picture(HostTime(100s) + i * 100ms, !isKey));
@@ -98,8 +98,8 @@ TEST(ClipPlan, KeyFramesOnlyAfterTheWantedStartGiveTheFirstOfThem)
 
 TEST(ClipPlan, PicturesThatSayNothingAboutThemselvesAreKeyFrames)
 {
-    const VideoSamples video{picture(HostTime(100s), true), picture(HostTime(101s), std::nullopt),
-                             picture(HostTime(102s), true)};
+    const EncodedFrames video{picture(HostTime(100s), true), picture(HostTime(101s), std::nullopt),
+                              picture(HostTime(102s), true)};
     const auto plan = planClip(video, HostTime(103s), 1);
     ASSERT_TRUE(plan);
     EXPECT_EQ(plan->firstSample, 1);
@@ -121,7 +121,7 @@ TEST(ClipPlan, EndsAtTheWantedEndIfThatLiesBehindTheNewestPicture)
 
 TEST(ClipPlan, AbsurdTimesDoNotOverflow)
 {
-    const VideoSamples video{picture(HostTime::min(), false), picture(HostTime::max(), true)};
+    const EncodedFrames video{picture(HostTime::min(), false), picture(HostTime::max(), true)};
     for (const auto end : {HostTime::min(), HostTime(110s), HostTime::max()}) {
         for (const int seconds : {std::numeric_limits<int>::min(), 0, std::numeric_limits<int>::max()}) {
             const auto plan = planClip(video, end, seconds);
@@ -139,16 +139,16 @@ TEST(ClipPlan, LengthsThatABufferCanHoldArePlausible)
     EXPECT_FALSE(isPlausible({0, HostTime(100s), HostTime(48h)}));
 }
 
-AudioSamplePtr sound(HostTime time)
+AudioBufferPtr sound(HostTime time)
 {
-    auto sample = std::make_shared<AudioSample>();
+    auto sample = std::make_shared<AudioBuffer>();
     sample->presentationTime = time;
     return sample;
 }
 
 TEST(ClipPlan, OwnTracksNeedAMixAndAMicrophoneOrVoiceChat)
 {
-    const AudioSamples some{sound(HostTime(1s))};
+    const AudioBuffers some{sound(HostTime(1s))};
     EXPECT_FALSE(hasOwnTracks({.video = {}, .audio = some, .mic = {}, .chat = {}}, some));
     EXPECT_TRUE(hasOwnTracks({.video = {}, .audio = some, .mic = some, .chat = {}}, some));
     EXPECT_TRUE(hasOwnTracks({.video = {}, .audio = some, .mic = {}, .chat = some}, some));
@@ -157,10 +157,10 @@ TEST(ClipPlan, OwnTracksNeedAMixAndAMicrophoneOrVoiceChat)
 
 TEST(ClipPlan, SoundOfABrokenClockIsLeftOut)
 {
-    const AudioSamples all{sound(HostTime::min()), sound(HostTime(90s)), sound(HostTime(110s)), sound(HostTime(30h)),
+    const AudioBuffers all{sound(HostTime::min()), sound(HostTime(90s)), sound(HostTime(110s)), sound(HostTime(30h)),
                            sound(HostTime::max())};
-    EXPECT_EQ(soundNear(all, HostTime(100s)), (AudioSamples{all[1], all[2]}));
-    EXPECT_EQ(soundNear(all, HostTime(-100s)), (AudioSamples{all[1], all[2]}));
+    EXPECT_EQ(soundNear(all, HostTime(100s)), (AudioBuffers{all[1], all[2]}));
+    EXPECT_EQ(soundNear(all, HostTime(-100s)), (AudioBuffers{all[1], all[2]}));
 }
 
 } // namespace

@@ -133,7 +133,7 @@ TEST_F(ClipWriterTest, AWantedStartExactlyOnAKeyFrameBeginsThere)
     EXPECT_EQ(test::readMp4Boxes(path).tracks.at(0).durations, (std::vector<std::uint32_t>{45000, 225000}));
 }
 
-TEST_F(ClipWriterTest, WithoutMicrophoneAndChatThereIsOneSoundTrack)
+TEST_F(ClipWriterTest, WithoutMicrophoneAndChatThereIsOneAudioTrackEncoder)
 {
     const auto path = ClipWriter::write(
         request({.video = pictures(2), .audio = sound({.seconds = 2, .value = tone(440, 0.5)}), .mic = {}, .chat = {}},
@@ -151,7 +151,7 @@ TEST_F(ClipWriterTest, WithoutAnySoundThereIsThePictureAlone)
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_F(ClipWriterTest, ChatAloneMakesNoSoundTrackAtAll)
+TEST_F(ClipWriterTest, ChatAloneMakesNoAudioTrackEncoderAtAll)
 {
     const auto path = ClipWriter::write(
         request({.video = pictures(2), .audio = {}, .mic = {}, .chat = sound({.seconds = 2, .value = tone(440, 0.5)})},

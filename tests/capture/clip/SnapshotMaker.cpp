@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 constexpr QSize Size(160, 90);
 
-template <typename Value> void fill(AudioSample& sample, const std::vector<double>& values)
+template <typename Value> void fill(AudioBuffer& sample, const std::vector<double>& values)
 {
     std::vector<Value> raw;
     for (const auto value : values) {
@@ -32,14 +32,14 @@ template <typename Value> void fill(AudioSample& sample, const std::vector<doubl
 
 } // namespace
 
-VideoSamples picturesAt(const std::vector<HostTime>& times, VideoCodec codec)
+EncodedFrames picturesAt(const std::vector<HostTime>& times, VideoCodec codec)
 {
     const auto samples =
         encodedScene({.codec = codec, .size = Size, .framesPerSecond = 60, .bitsPerSecond = 400'000}, times);
     return {samples.begin(), samples.end()};
 }
 
-VideoSamples pictures(double seconds, VideoCodec codec)
+EncodedFrames pictures(double seconds, VideoCodec codec)
 {
     std::vector<HostTime> times;
     times.reserve(static_cast<std::size_t>(seconds * 60));
@@ -49,9 +49,9 @@ VideoSamples pictures(double seconds, VideoCodec codec)
     return picturesAt(times, codec);
 }
 
-AudioSamples sound(const SoundShape& shape)
+AudioBuffers sound(const SoundShape& shape)
 {
-    AudioSamples samples;
+    AudioBuffers samples;
     const int rate = shape.format.sampleRate;
     const int framesEach = rate / 100;
     for (int first = 0; first + framesEach <= static_cast<int>(shape.seconds * rate); first += framesEach) {
@@ -60,7 +60,7 @@ AudioSamples sound(const SoundShape& shape)
             values.insert(values.end(), static_cast<std::size_t>(shape.format.channels),
                           shape.value(static_cast<double>(first + i) / rate));
         }
-        auto sample = std::make_shared<AudioSample>();
+        auto sample = std::make_shared<AudioBuffer>();
         sample->presentationTime = shape.start + fromSeconds(static_cast<double>(first) / rate);
         sample->format = shape.format;
         sample->frames = framesEach;

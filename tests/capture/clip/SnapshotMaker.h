@@ -11,8 +11,8 @@ namespace quelto::test {
 inline constexpr HostTime PictureStart{std::chrono::seconds{5000} + std::chrono::nanoseconds{987654321}};
 
 /// Real pictures from PictureStart on, small ones, 60 a second, a key frame at least every second.
-VideoSamples pictures(double seconds, VideoCodec codec = VideoCodec::h264);
-VideoSamples picturesAt(const std::vector<HostTime>& times, VideoCodec codec = VideoCodec::h264);
+EncodedFrames pictures(double seconds, VideoCodec codec = VideoCodec::h264);
+EncodedFrames picturesAt(const std::vector<HostTime>& times, VideoCodec codec = VideoCodec::h264);
 
 struct SoundShape {
     HostTime start = PictureStart;
@@ -23,7 +23,7 @@ struct SoundShape {
 };
 
 /// Sound in samples of 10 ms.
-AudioSamples sound(const SoundShape& shape);
+AudioBuffers sound(const SoundShape& shape);
 std::function<double(double)> tone(double hertz, double level);
 
 /// How loud a frequency is in interleaved stereo at 48,000 Hz: the amplitude of its sine, of one channel.

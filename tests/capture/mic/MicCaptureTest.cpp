@@ -13,7 +13,7 @@ using std::chrono::milliseconds;
 
 class MicCaptureTest : public testing::Test {
 protected:
-    test::FakeSoundServer server;
+    test::FakeAudioServer server;
     HostTime now{std::chrono::hours(1)};
     MicCapture mic{server, [this] { return now; }};
     std::vector<float> levels;
@@ -27,7 +27,7 @@ protected:
 TEST_F(MicCaptureTest, HandsOnEverySample)
 {
     int count = 0;
-    mic.onSample = [&](const AudioSamplePtr&) { ++count; };
+    mic.onSample = [&](const AudioBufferPtr&) { ++count; };
     mic.start({});
     for (int i = 0; i < 5; ++i) {
         server.mic->emitTone(0.5F);

@@ -26,9 +26,9 @@ template <typename Value> std::vector<std::byte> bytesOf(const std::vector<Value
 }
 
 /// Stereo floats at 48,000 Hz, every value the same.
-AudioSamplePtr constant(HostTime time, int count, float value)
+AudioBufferPtr constant(HostTime time, int count, float value)
 {
-    auto sample = std::make_shared<AudioSample>();
+    auto sample = std::make_shared<AudioBuffer>();
     sample->presentationTime = time;
     sample->frames = count;
     sample->data = bytesOf(std::vector<float>(static_cast<std::size_t>(count) * 2, value));
@@ -40,7 +40,7 @@ struct Rendered {
     std::vector<float> right;
 };
 
-Rendered rendered(const AudioSamples& samples)
+Rendered rendered(const AudioBuffers& samples)
 {
     Rendered out;
     for (const auto& sample : samples) {
@@ -54,7 +54,7 @@ Rendered rendered(const AudioSamples& samples)
     return out;
 }
 
-AudioSamples mixed(const std::vector<MixSource>& sources, HostTime end)
+AudioBuffers mixed(const std::vector<MixSource>& sources, HostTime end)
 {
     return AudioMixer(makeResamplingConverter).mix(sources, Start, end);
 }
@@ -147,7 +147,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, AudioMixerDrift,
 
 TEST(AudioMixer, DoesNotAddUpJitterOverManySamples)
 {
-    AudioSamples samples;
+    AudioBuffers samples;
     for (int i = 0; i < 1000; ++i) {
         samples.append(constant(Start + frames(i * 480) + std::chrono::microseconds(i % 7 * 300), 480, 0.5F));
     }
@@ -186,7 +186,7 @@ TEST(AudioMixer, LeavesTheKneeItselfBitForBit)
 
 TEST(AudioMixer, BringsMonoAt44100ToBothSidesAt48000)
 {
-    auto sample = std::make_shared<AudioSample>();
+    auto sample = std::make_shared<AudioBuffer>();
     sample->presentationTime = Start;
     sample->format = {.encoding = PcmEncoding::int16, .sampleRate = 44100, .channels = 1};
     sample->frames = 44100;
@@ -210,7 +210,7 @@ TEST(AudioMixer, BringsMonoAt44100ToBothSidesAt48000)
 
 TEST(AudioMixer, ReadsPlanarStereo)
 {
-    auto sample = std::make_shared<AudioSample>();
+    auto sample = std::make_shared<AudioBuffer>();
     sample->presentationTime = Start;
     sample->format.layout = PcmLayout::planar;
     sample->frames = 2;
@@ -222,16 +222,16 @@ TEST(AudioMixer, ReadsPlanarStereo)
 
 TEST(AudioMixer, SkipsWhatItCannotRead)
 {
-    auto unknown = std::make_shared<AudioSample>();
+    auto unknown = std::make_shared<AudioBuffer>();
     unknown->presentationTime = Start;
     unknown->format.encoding = PcmEncoding::unknown;
     unknown->frames = 10;
     unknown->data.resize(80);
-    auto tooShort = std::make_shared<AudioSample>();
+    auto tooShort = std::make_shared<AudioBuffer>();
     tooShort->presentationTime = Start;
     tooShort->frames = 1000;
     tooShort->data.resize(8);
-    auto empty = std::make_shared<AudioSample>();
+    auto empty = std::make_shared<AudioBuffer>();
     const auto out =
         rendered(mixed({{{unknown, tooShort, empty, constant(Start + frames(10), 10, 0.5F)}, 1}}, Start + frames(20)));
     EXPECT_EQ(out.left.at(9), 0.0F);
@@ -256,9 +256,9 @@ TEST(AudioMixer, KeepsItsStampsExactOverHours)
     EXPECT_EQ(samples.first()->presentationTime - Start, std::chrono::hours(3));
 }
 
-AudioSample withValues(PcmEncoding encoding, PcmLayout layout, std::vector<std::byte> data, int count)
+AudioBuffer withValues(PcmEncoding encoding, PcmLayout layout, std::vector<std::byte> data, int count)
 {
-    AudioSample sample;
+    AudioBuffer sample;
     sample.format.encoding = encoding;
     sample.format.layout = layout;
     sample.frames = count;
@@ -298,7 +298,7 @@ TEST(PeakLevel, ScalesIntegersAndLimitsToOne)
 
 TEST(PeakLevel, IsZeroForWhatCannotBeRead)
 {
-    EXPECT_EQ(AudioMixer::peakLevel(AudioSample{}), 0.0F);
+    EXPECT_EQ(AudioMixer::peakLevel(AudioBuffer{}), 0.0F);
     EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::unknown, PcmLayout::interleaved, {}, 5)), 0.0F);
 }
 

@@ -4,8 +4,8 @@
 #include "capture/clip/RecorderError.h"
 #include "capture/recorder/Recorder.h"
 
-#include "tests/capture/FakePlatform.h"
 #include "tests/base/tasks/ManualQueue.h"
+#include "tests/capture/FakePlatform.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ protected:
 
     void SetUp() override
     {
-        recorder = std::make_unique<Recorder>(Recorder::Parts{
+        recorder = std::make_unique<Recorder>(Recorder::Dependencies{
             .settings = settings,
             .platform = fakes.platform,
             .main = main,

@@ -104,7 +104,7 @@ TEST_F(RecorderTest, NamesTheStatusWhenNoEncoderOpens)
     EXPECT_FALSE(fakes.frames->isRunning);
 }
 
-TEST_F(RecorderTest, FailsWithTheSoundServersWordsAndLeavesNothingRunning)
+TEST_F(RecorderTest, FailsWithTheAudioServersWordsAndLeavesNothingRunning)
 {
     fakes.sound->systemError = QStringLiteral("no sound server");
     recorder->start();
@@ -115,7 +115,7 @@ TEST_F(RecorderTest, FailsWithTheSoundServersWordsAndLeavesNothingRunning)
     EXPECT_EQ(fakes.sound->runningSources, 0);
 }
 
-TEST_F(RecorderTest, DoesNotAskForTheSoundServerWhenSystemSoundIsOff)
+TEST_F(RecorderTest, DoesNotAskForTheAudioServerWhenSystemAudioIsOff)
 {
     settings.setCaptureAudio(false);
     settings.setCaptureMicrophone(false);
@@ -134,7 +134,7 @@ TEST_F(RecorderTest, RecordsOnWithoutAMicrophoneAndSaysSo)
     EXPECT_EQ(recorder->micWarning(), QStringLiteral("Mikrofon başlatılamadı: Mikrofon bulunamadı."));
 }
 
-TEST_F(RecorderTest, PassesOnWhatBecomesOfTheSoundSources)
+TEST_F(RecorderTest, PassesOnWhatBecomesOfTheAudioSources)
 {
     record();
     EXPECT_TRUE(recorder->micActive());

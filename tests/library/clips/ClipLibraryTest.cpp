@@ -160,12 +160,12 @@ TEST_F(ClipLibraryTest, AReadingMayOutliveTheLibraryAndItsMainQueue)
     test::ManualQueue work(workTime);
     auto otherMain = std::make_unique<test::ManualQueue>(libraryTime);
     auto others = parts();
-    auto other = std::make_unique<ClipLibrary>(ClipLibrary::Parts{.settings = others.settings,
-                                                                  .trash = others.trash,
-                                                                  .files = others.files,
-                                                                  .pasteboard = others.pasteboard,
-                                                                  .main = *otherMain,
-                                                                  .work = work});
+    auto other = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = others.settings,
+                                                                         .trash = others.trash,
+                                                                         .files = others.files,
+                                                                         .pasteboard = others.pasteboard,
+                                                                         .main = *otherMain,
+                                                                         .work = work});
     other.reset();
     // What comes late is not handed on.
     ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());

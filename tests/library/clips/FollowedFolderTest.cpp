@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The library on real queues, over a folder in which others are at work.
-#include "library/clips/ClipLibrary.h"
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
+#include "library/clips/ClipLibrary.h"
 #include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
 
@@ -29,12 +29,12 @@ protected:
     void start()
     {
         settings.setSaveFolder(folder.filePath(QStringLiteral("clips")));
-        library = std::make_unique<ClipLibrary>(ClipLibrary::Parts{.settings = settings,
-                                                                   .trash = trash,
-                                                                   .files = files,
-                                                                   .pasteboard = pasteboard,
-                                                                   .main = main,
-                                                                   .work = work});
+        library = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = settings,
+                                                                          .trash = trash,
+                                                                          .files = files,
+                                                                          .pasteboard = pasteboard,
+                                                                          .main = main,
+                                                                          .work = work});
         QObject::connect(library.get(), &ClipLibrary::clipsChanged, [this] { ++changes; });
         ASSERT_TRUE(isSoon([this] { return library->isLoaded(); }));
         changes = 0;
@@ -295,12 +295,12 @@ protected:
         mountPoint = folder.filePath(QStringLiteral("volume"));
         QDir().mkpath(mountPoint);
         settings.setSaveFolder(mountPoint + QStringLiteral("/clips"));
-        library = std::make_unique<ClipLibrary>(ClipLibrary::Parts{.settings = settings,
-                                                                   .trash = trash,
-                                                                   .files = files,
-                                                                   .pasteboard = pasteboard,
-                                                                   .main = main,
-                                                                   .work = *inside});
+        library = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = settings,
+                                                                          .trash = trash,
+                                                                          .files = files,
+                                                                          .pasteboard = pasteboard,
+                                                                          .main = main,
+                                                                          .work = *inside});
         ASSERT_TRUE(isSoon([this] { return library->isLoaded(); }));
     }
 

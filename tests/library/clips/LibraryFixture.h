@@ -2,9 +2,9 @@
 #pragma once
 
 #include "library/clips/ClipLibrary.h"
+#include "tests/base/tasks/ManualQueue.h"
 #include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
-#include "tests/base/tasks/ManualQueue.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -63,7 +63,7 @@ protected:
         return file.fileName();
     }
 
-    ClipLibrary::Parts parts()
+    ClipLibrary::Dependencies parts()
     {
         return {.settings = settings,
                 .trash = trash,

@@ -28,7 +28,7 @@ protected:
     /// The words for what the watch has to tell.
     static QString newsOf(WatchedFolder& watched)
     {
-        const auto news = watched.takeNews();
+        const auto news = watched.takeChanges();
         QStringList words;
         if (news.hasNewEntries) {
             words.append(QStringLiteral("entries"));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/matches/MatchTracker.h"
-#include "tests/library/clips/LibraryFixture.h"
 #include "tests/base/tasks/ManualQueue.h"
+#include "tests/library/clips/LibraryFixture.h"
 
 namespace quelto {
 namespace {
@@ -15,10 +15,10 @@ class MatchTrackerTest : public test::LibraryFixture {
 protected:
     std::unique_ptr<MatchTracker> makeTracker()
     {
-        auto made = std::make_unique<MatchTracker>(MatchTracker::Parts{
+        auto made = std::make_unique<MatchTracker>(MatchTracker::Dependencies{
             .library = library, .main = queue, .store = MatchStore(storePath), .now = [this] { return date(); }});
         QObject::connect(made.get(), &MatchTracker::matchOver,
-                         [this](const MatchNotice& notice) { notices.append(notice); });
+                         [this](const MatchNotification& notification) { notifications.append(notification); });
         return made;
     }
 
@@ -40,7 +40,7 @@ protected:
     HostTime begin = time.now();
     test::ManualQueue queue{time};
     QString storePath = folder.filePath(QStringLiteral("matches.json"));
-    QList<MatchNotice> notices;
+    QList<MatchNotification> notifications;
     std::unique_ptr<MatchTracker> tracker = makeTracker();
     int clipCount = 0;
 };
@@ -59,7 +59,7 @@ TEST_F(MatchTrackerTest, AMatchEndsTenSecondsAfterItsLastEnd)
     ASSERT_EQ(tracker->sessions().size(), 1);
     EXPECT_EQ(tracker->sessions().first().start.msecsTo(*tracker->sessions().first().end), 15'000);
     time.advance(60s);
-    EXPECT_EQ(notices.size(), 1);
+    EXPECT_EQ(notifications.size(), 1);
 }
 
 TEST_F(MatchTrackerTest, AGameThatComesBackInTimeGoesOn)
@@ -73,7 +73,7 @@ TEST_F(MatchTrackerTest, AGameThatComesBackInTimeGoesOn)
     tracker->gameStarted(League, QStringLiteral("Annie"));
     time.advance(60s);
     EXPECT_EQ(tracker->current(), before);
-    EXPECT_TRUE(notices.isEmpty());
+    EXPECT_TRUE(notifications.isEmpty());
 }
 
 TEST_F(MatchTrackerTest, TheEndOfAnotherGameIsIgnored)
@@ -95,7 +95,7 @@ TEST_F(MatchTrackerTest, AnotherGameEndsTheMatchAtOnce)
     EXPECT_EQ(tracker->current()->game, Dota);
     time.advance(60s);
     EXPECT_TRUE(tracker->inMatch()) << "the other game's pending end is not this one's";
-    EXPECT_EQ(notices.size(), 1);
+    EXPECT_EQ(notifications.size(), 1);
 }
 
 TEST_F(MatchTrackerTest, AMatchWithoutClipsLeavesNoTrace)
@@ -103,7 +103,7 @@ TEST_F(MatchTrackerTest, AMatchWithoutClipsLeavesNoTrace)
     played(0);
     EXPECT_FALSE(tracker->inMatch());
     EXPECT_TRUE(tracker->sessions().isEmpty());
-    EXPECT_TRUE(notices.isEmpty());
+    EXPECT_TRUE(notifications.isEmpty());
     EXPECT_FALSE(QFile::exists(storePath));
 }
 
@@ -235,13 +235,13 @@ TEST_F(MatchTrackerTest, TheNoticeCountsClipsAndEpicOnes)
     tracker->clipSaved(QStringLiteral("/gone [EFSANE 90] x.mp4"));
     tracker->gameEnded(League);
     time.advance(10s);
-    ASSERT_EQ(notices.size(), 1);
-    EXPECT_EQ(notices.first().id, tracker->sessions().first().id);
-    EXPECT_EQ(notices.first().title, QStringLiteral("Maç bitti • League of Legends • Ahri"));
-    EXPECT_EQ(notices.first().line, QStringLiteral("2 klip • 1 Efsane • incelemek için tıkla"));
-    EXPECT_EQ(notices.first().body,
+    ASSERT_EQ(notifications.size(), 1);
+    EXPECT_EQ(notifications.first().id, tracker->sessions().first().id);
+    EXPECT_EQ(notifications.first().title, QStringLiteral("Maç bitti • League of Legends • Ahri"));
+    EXPECT_EQ(notifications.first().line, QStringLiteral("2 klip • 1 Efsane • incelemek için tıkla"));
+    EXPECT_EQ(notifications.first().body,
               QStringLiteral("2 klip • 1 Efsane • incelemek için tıkla — özeti görmek için tıkla"));
-    EXPECT_EQ(notices.first().tier, ClipTier::epic);
+    EXPECT_EQ(notifications.first().tier, ClipTier::epic);
 }
 
 TEST_F(MatchTrackerTest, TheNoticeOfAMatchWithoutHeroAndEpicsIsPlain)
@@ -250,9 +250,9 @@ TEST_F(MatchTrackerTest, TheNoticeOfAMatchWithoutHeroAndEpicsIsPlain)
     tracker->clipSaved(makeFile("Dota 2 - 2026-03-01 20.15.07.mp4"));
     tracker->gameEnded(Dota);
     time.advance(10s);
-    EXPECT_EQ(notices.first().title, QStringLiteral("Maç bitti • Dota 2"));
-    EXPECT_EQ(notices.first().line, QStringLiteral("1 klip • incelemek için tıkla"));
-    EXPECT_EQ(notices.first().tier, ClipTier::medium);
+    EXPECT_EQ(notifications.first().title, QStringLiteral("Maç bitti • Dota 2"));
+    EXPECT_EQ(notifications.first().line, QStringLiteral("1 klip • incelemek için tıkla"));
+    EXPECT_EQ(notifications.first().tier, ClipTier::medium);
 }
 
 TEST_F(MatchTrackerTest, ATrackerThatIsGoneEndsNothing)

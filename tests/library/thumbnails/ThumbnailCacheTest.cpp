@@ -29,7 +29,7 @@ protected:
 
     void make()
     {
-        cache = std::make_unique<ThumbnailCache>(ThumbnailCache::Parts{
+        cache = std::make_unique<ThumbnailCache>(ThumbnailCache::Dependencies{
             .main = main,
             .work = [this](Task task) { work.post(std::move(task)); },
             .read =
@@ -66,7 +66,7 @@ protected:
     test::ManualTime workTime;
     test::ManualQueue main{mainTime};
     test::ManualQueue work{workTime};
-    ClipReading reading{.facts = {.duration = 30, .width = 1920, .height = 1080, .fps = 60}, .picture = picture()};
+    ClipReader reading{.facts = {.duration = 30, .width = 1920, .height = 1080, .fps = 60}, .picture = picture()};
     std::function<void(const QString&)> onRead;
     std::vector<std::string> read;
     std::vector<std::string> shown;

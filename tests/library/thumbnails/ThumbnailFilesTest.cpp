@@ -2,7 +2,7 @@
 #include "library/thumbnails/ThumbnailCache.h"
 
 #include "base/tasks/MainQueue.h"
-#include "tests/media/reader/MadeClips.h"
+#include "tests/media/reader/GeneratedClips.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -17,13 +17,13 @@ class ThumbnailFilesTest : public testing::Test {
 protected:
     int argumentCount = 0;
     QCoreApplication application{argumentCount, nullptr};
-    test::MadeClips clips;
+    test::GeneratedClips clips;
     MainQueue main;
 };
 
 TEST_F(ThumbnailFilesTest, ManyClipsAreShownAndTheirPicturesKept)
 {
-    const auto bytes = test::MadeClips::read(
+    const auto bytes = test::GeneratedClips::read(
         clips.make(QStringLiteral("a.mp4"),
                    QStringLiteral("-f lavfi -i testsrc=s=1280x720:r=30:d=3 -c:v libx264 -preset ultrafast -g 30")));
     QStringList paths;

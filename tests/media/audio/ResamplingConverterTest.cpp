@@ -26,9 +26,9 @@ template <typename Value> Value encoded(double value)
     }
 }
 
-template <typename Value> AudioSample tone(const AudioFormat& format, int firstFrame, int frames)
+template <typename Value> AudioBuffer tone(const AudioFormat& format, int firstFrame, int frames)
 {
-    AudioSample sample{.presentationTime = HostTime{}, .format = format, .frames = frames, .data = {}};
+    AudioBuffer sample{.presentationTime = HostTime{}, .format = format, .frames = frames, .data = {}};
     std::vector<Value> values(static_cast<std::size_t>(frames * format.channels));
     for (int i = 0; i < frames; ++i) {
         for (int channel = 0; channel < format.channels; ++channel) {
@@ -42,7 +42,7 @@ template <typename Value> AudioSample tone(const AudioFormat& format, int firstF
     return sample;
 }
 
-AudioSample toneOf(const AudioFormat& format, int firstFrame, int frames)
+AudioBuffer toneOf(const AudioFormat& format, int firstFrame, int frames)
 {
     switch (format.encoding) {
     case PcmEncoding::int16:

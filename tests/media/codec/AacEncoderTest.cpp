@@ -38,7 +38,7 @@ TEST(AacEncoder, GivesEnoughPacketsForEveryFrameWhateverTheLength)
         AacEncoder encoder(128000);
         const auto packets = encodeAll(encoder, noise(frames), 8192);
         EXPECT_GE(static_cast<std::int64_t>(packets.size()),
-                  AacEncoder::packetsFor(static_cast<std::int64_t>(frames), encoder.primingFrames()))
+                  AacEncoder::packetsFor(static_cast<std::int64_t>(frames), encoder.encoderDelay()))
             << frames;
     }
 }
@@ -75,7 +75,7 @@ TEST(AacEncoder, TellsDecodersWhatToExpect)
 {
     const AacEncoder encoder(128000);
     EXPECT_GE(encoder.decoderConfiguration().size(), 2U);
-    EXPECT_EQ(encoder.primingFrames(), 1024);
+    EXPECT_EQ(encoder.encoderDelay(), 1024);
 }
 
 TEST(AacEncoder, BrokenValuesDoNotStopATrack)

@@ -24,7 +24,7 @@ EncoderRequest smallRequest(VideoCodec codec)
 }
 
 struct Encoded {
-    std::vector<VideoSamplePtr> samples;
+    std::vector<EncodedFramePtr> samples;
     QString encoderName;
 };
 
@@ -37,7 +37,7 @@ Encoded encode(
 {
     Encoded result;
     const auto encoder =
-        openVideoEncoder(request, [&](VideoSamplePtr sample) { result.samples.push_back(std::move(sample)); });
+        openVideoEncoder(request, [&](EncodedFramePtr sample) { result.samples.push_back(std::move(sample)); });
     result.encoderName = encoder->name();
     test::MovingScene scene(request.size);
     FramePool pool(request.size, 1);
@@ -146,7 +146,7 @@ TEST_P(EveryCodec, SparsePicturesAreKeyFramesThemselves)
 TEST_P(EveryCodec, DecodingCanBeginAtEachKeyFrame)
 {
     auto encoded = encode(smallRequest(GetParam()), steady(150, 60));
-    const auto isKey = [](const VideoSamplePtr& sample) { return sample->isKeyframe(); };
+    const auto isKey = [](const EncodedFramePtr& sample) { return sample->isKeyframe(); };
     const auto second = std::find_if(encoded.samples.begin() + 1, encoded.samples.end(), isKey);
     ASSERT_NE(second, encoded.samples.end());
     encoded.samples.erase(encoded.samples.begin(), second);
@@ -156,7 +156,7 @@ TEST_P(EveryCodec, DecodingCanBeginAtEachKeyFrame)
 TEST_P(EveryCodec, APictureOfAnotherSizeIsDropped)
 {
     int samples = 0;
-    const auto encoder = openVideoEncoder(smallRequest(GetParam()), [&](const VideoSamplePtr&) { ++samples; });
+    const auto encoder = openVideoEncoder(smallRequest(GetParam()), [&](const EncodedFramePtr&) { ++samples; });
     FramePool pool(QSize(160, 90), 1);
     const auto frame = pool.tryTake();
     test::MovingScene(QSize(160, 90)).paint(*frame, 0);
@@ -173,7 +173,7 @@ TEST_P(EveryCodec, OddestSizesOfTheSettingsOpen)
         if (GetParam() == VideoCodec::hevc && size.width() < 16) {
             continue; // below the codec's own smallest block
         }
-        EXPECT_NO_THROW(openVideoEncoder(request, [](const VideoSamplePtr&) {})) << size.width();
+        EXPECT_NO_THROW(openVideoEncoder(request, [](const EncodedFramePtr&) {})) << size.width();
     }
 }
 
@@ -183,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(VideoEncoder, EveryCodec, testing::Values(VideoCodec::h
 TEST(VideoEncoder, SoftwareGivesEachH264PictureAtTheNextOneAtTheLatest)
 {
     int samples = 0;
-    const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [&](const VideoSamplePtr&) { ++samples; });
+    const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [&](const EncodedFramePtr&) { ++samples; });
     if (encoder->name() != u"libx264") {
         GTEST_SKIP() << "a hardware encoder runs here";
     }
@@ -248,7 +248,7 @@ TEST(VideoEncoder, ASizeThatNoEncoderTakesIsAnErrorWithAStatus)
         auto request = smallRequest(VideoCodec::h264);
         request.size = size;
         try {
-            openVideoEncoder(request, [](const VideoSamplePtr&) {});
+            openVideoEncoder(request, [](const EncodedFramePtr&) {});
             ADD_FAILURE() << "opened";
         } catch (const EncoderError& error) {
             EXPECT_LT(error.status(), 0);
@@ -258,7 +258,7 @@ TEST(VideoEncoder, ASizeThatNoEncoderTakesIsAnErrorWithAStatus)
 
 TEST(VideoEncoder, FinishingTwiceIsHarmless)
 {
-    const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [](const VideoSamplePtr&) {});
+    const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [](const EncodedFramePtr&) {});
     encoder->finish();
     encoder->finish();
 }

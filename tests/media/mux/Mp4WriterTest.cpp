@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/mux/Mp4Writer.h"
 
-#include "media/mux/MediaDuration.h"
-#include "base/files/WholeFile.h"
+#include "base/files/AtomicFile.h"
 #include "media/codec/AacEncoder.h"
+#include "media/mux/MediaDuration.h"
 #include "tests/base/disk/SmallDisk.h"
 #include "tests/media/probe/EncodedScene.h"
 #include "tests/media/probe/Mp4Atoms.h"
@@ -26,7 +26,7 @@ using namespace std::chrono_literals;
 
 constexpr HostTime Start{1000s + 123456789ns};
 
-std::vector<VideoSamplePtr> video(VideoCodec codec, const std::vector<HostTime>& times, QSize size = QSize(160, 90))
+std::vector<EncodedFramePtr> video(VideoCodec codec, const std::vector<HostTime>& times, QSize size = QSize(160, 90))
 {
     return test::encodedScene({.codec = codec, .size = size, .framesPerSecond = 60, .bitsPerSecond = 500'000}, times);
 }
@@ -42,7 +42,7 @@ std::vector<HostTime> steady(int pictures)
 }
 
 /// A tone in packets.
-class ToneSource final : public Mp4PacketSource {
+class ToneSource final : public AudioPacketSource {
 public:
     explicit ToneSource(std::int64_t frames)
         : m_frames(frames)
@@ -61,12 +61,12 @@ public:
     {
         return m_next < m_packets.size() ? std::optional(m_packets[m_next++]) : std::nullopt;
     }
-    Mp4Sound sound(Mp4TrackState state)
+    AudioTrackInfo sound(Mp4TrackState state)
     {
         return {.state = state,
                 .bitsPerSecond = 128000,
                 .decoderConfiguration = m_encoder.decoderConfiguration(),
-                .primingFrames = m_encoder.primingFrames(),
+                .encoderDelay = m_encoder.encoderDelay(),
                 .frames = m_frames,
                 .packets = this};
     }
@@ -82,7 +82,7 @@ class Mp4WriterTest : public testing::Test {
 protected:
     QString write(const Mp4Movie& movie)
     {
-        WholeFile file(m_folder.path());
+        AtomicFile file(m_folder.path());
         writeMp4(movie, file);
         EXPECT_TRUE(file.tryPublish(QStringLiteral("movie.mp4")));
         return m_folder.filePath(QStringLiteral("movie.mp4"));
@@ -201,7 +201,7 @@ TEST_F(Mp4WriterTest, TagsAndColoursOfBothCodecs)
     for (const auto codec : {VideoCodec::h264, VideoCodec::hevc}) {
         const auto samples = video(codec, steady(70));
         QTemporaryDir folder;
-        WholeFile file(folder.path());
+        AtomicFile file(folder.path());
         writeMp4({.video = samples, .start = Start, .end = Start + 1200ms, .sound = {}}, file);
         ASSERT_TRUE(file.tryPublish(QStringLiteral("movie.mp4")));
         const auto path = folder.filePath(QStringLiteral("movie.mp4"));
@@ -229,21 +229,21 @@ TEST_F(Mp4WriterTest, RoomForTheIndexSufficesWhateverTheShape)
     ToneSource two(48000 * 20);
     ToneSource three(1);
     const auto sound = [&] {
-        return std::vector<Mp4Sound>{one.sound(Mp4TrackState::enabled), two.sound(Mp4TrackState::disabled),
-                                     three.sound(Mp4TrackState::disabled)};
+        return std::vector<AudioTrackInfo>{one.sound(Mp4TrackState::enabled), two.sound(Mp4TrackState::disabled),
+                                           three.sound(Mp4TrackState::disabled)};
     };
     const auto many = video(VideoCodec::h264, uneven);
     EXPECT_EQ(test::decodingErrors(write({.video = many, .start = Start, .end = Start + 20s, .sound = sound()})), "");
 
-    std::vector<VideoSamplePtr> big;
+    std::vector<EncodedFramePtr> big;
     for (int i = 0; i < 120; ++i) {
-        auto sample = std::make_shared<VideoSample>(*many.front());
+        auto sample = std::make_shared<EncodedFrame>(*many.front());
         sample->presentationTime = Start + i * HostDuration(10ms);
         sample->data.resize(600'000 + static_cast<std::size_t>(i), std::byte{0x55});
         big.push_back(std::move(sample));
     }
     QTemporaryDir folder;
-    WholeFile file(folder.path());
+    AtomicFile file(folder.path());
     EXPECT_NO_THROW(writeMp4({.video = big, .start = Start, .end = Start + 1200ms, .sound = {}}, file));
 }
 
@@ -258,16 +258,16 @@ TEST_F(Mp4WriterTest, StampsThatDoNotRiseAndEmptySamplesAreMended)
 {
     auto samples = video(VideoCodec::h264, steady(30));
     const auto changed = [&](std::size_t index, auto change) {
-        auto copy = std::make_shared<VideoSample>(*samples[index]);
+        auto copy = std::make_shared<EncodedFrame>(*samples[index]);
         change(*copy);
         samples[index] = std::move(copy);
     };
-    changed(5, [](VideoSample& sample) { sample.presentationTime = Start - 5s; });
-    changed(6, [](VideoSample& sample) { sample.presentationTime = HostTime::min(); });
-    changed(7, [](VideoSample& sample) { sample.presentationTime = HostTime::max(); });
-    changed(20, [](VideoSample& sample) { sample.data.clear(); });
-    changed(21, [](VideoSample& sample) { sample.format = nullptr; });
-    changed(22, [](VideoSample& sample) { sample.data.resize(3); });
+    changed(5, [](EncodedFrame& sample) { sample.presentationTime = Start - 5s; });
+    changed(6, [](EncodedFrame& sample) { sample.presentationTime = HostTime::min(); });
+    changed(7, [](EncodedFrame& sample) { sample.presentationTime = HostTime::max(); });
+    changed(20, [](EncodedFrame& sample) { sample.data.clear(); });
+    changed(21, [](EncodedFrame& sample) { sample.format = nullptr; });
+    changed(22, [](EncodedFrame& sample) { sample.data.resize(3); });
     samples[23] = nullptr;
     const auto path = write({.video = samples, .start = Start, .end = Start + 500ms, .sound = {}});
     const auto track = test::readMp4Boxes(path).tracks.at(0);
@@ -277,13 +277,13 @@ TEST_F(Mp4WriterTest, StampsThatDoNotRiseAndEmptySamplesAreMended)
 
 TEST_F(Mp4WriterTest, SamplesWithoutAFormatAreAnError)
 {
-    const auto empty = std::make_shared<VideoSample>();
-    auto formatless = std::make_shared<VideoSample>();
+    const auto empty = std::make_shared<EncodedFrame>();
+    auto formatless = std::make_shared<EncodedFrame>();
     formatless->data.resize(100);
-    for (const VideoSamplePtr& sample : {VideoSamplePtr(empty), VideoSamplePtr(formatless)}) {
-        const std::vector<VideoSamplePtr> samples{sample};
+    for (const EncodedFramePtr& sample : {EncodedFramePtr(empty), EncodedFramePtr(formatless)}) {
+        const std::vector<EncodedFramePtr> samples{sample};
         QTemporaryDir folder;
-        WholeFile file(folder.path());
+        AtomicFile file(folder.path());
         EXPECT_THROW(writeMp4({.video = samples, .start = Start, .end = Start + 1s, .sound = {}}, file),
                      std::runtime_error);
     }
@@ -291,16 +291,16 @@ TEST_F(Mp4WriterTest, SamplesWithoutAFormatAreAnError)
 
 TEST_F(Mp4WriterTest, GarbageInsteadOfPicturesGoesThroughUnharmed)
 {
-    auto garbage = std::make_shared<VideoSample>();
+    auto garbage = std::make_shared<EncodedFrame>();
     garbage->presentationTime = Start;
     garbage->data.assign(1000, std::byte{0xA5});
     for (const auto codec : {VideoCodec::h264, VideoCodec::hevc}) {
         for (const std::size_t setBytes : {1U, 5U, 64U}) {
             garbage->format = std::make_shared<VideoFormat>(
                 VideoFormat{codec, QSize(16, 16), std::vector<std::byte>(setBytes, std::byte{0xFF})});
-            const std::vector<VideoSamplePtr> samples{garbage};
+            const std::vector<EncodedFramePtr> samples{garbage};
             QTemporaryDir folder;
-            WholeFile file(folder.path());
+            AtomicFile file(folder.path());
             try {
                 writeMp4({.video = samples, .start = Start, .end = Start + 1s, .sound = {}}, file);
                 EXPECT_GT(file.size(), 1000);
@@ -311,7 +311,7 @@ TEST_F(Mp4WriterTest, GarbageInsteadOfPicturesGoesThroughUnharmed)
     }
 }
 
-TEST_F(Mp4WriterTest, ASoundTrackWhosePacketsEndEarlyIsNoError)
+TEST_F(Mp4WriterTest, AAudioTrackEncoderWhosePacketsEndEarlyIsNoError)
 {
     const auto samples = video(VideoCodec::h264, steady(60));
     ToneSource tone(4800);
@@ -328,7 +328,7 @@ TEST_F(Mp4WriterTest, AFullDiskIsTheSystemsOwnError)
         GTEST_SKIP() << "only root may mount a small disk";
     }
     const auto samples = video(VideoCodec::h264, steady(120), QSize(320, 180));
-    WholeFile file(disk.path());
+    AtomicFile file(disk.path());
     try {
         writeMp4({.video = samples, .start = Start, .end = Start + 2s, .sound = {}}, file);
         ADD_FAILURE() << "written";

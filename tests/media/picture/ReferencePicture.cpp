@@ -126,7 +126,7 @@ ReferencePlanes referencePlanes(const SourcePicture& picture, QSize outputSize)
     return planes;
 }
 
-Fidelity fidelity(const PictureFrame& frame, const ReferencePlanes& reference)
+Fidelity fidelity(const VideoFrame& frame, const ReferencePlanes& reference)
 {
     double luma = 0;
     double chroma = 0;

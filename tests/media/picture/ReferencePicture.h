@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/picture/PictureConverter.h"
+#include "media/picture/FrameConverter.h"
 
 #include <QSize>
 
@@ -45,6 +45,6 @@ struct Fidelity {
     double luma = 0;
     double chroma = 0;
 };
-Fidelity fidelity(const PictureFrame& frame, const ReferencePlanes& reference);
+Fidelity fidelity(const VideoFrame& frame, const ReferencePlanes& reference);
 
 } // namespace quelto::test

@@ -5,11 +5,11 @@
 
 namespace quelto::test {
 
-std::vector<VideoSamplePtr> encodedScene(const EncoderRequest& request, const std::vector<HostTime>& times)
+std::vector<EncodedFramePtr> encodedScene(const EncoderRequest& request, const std::vector<HostTime>& times)
 {
-    std::vector<VideoSamplePtr> samples;
+    std::vector<EncodedFramePtr> samples;
     const auto encoder =
-        openVideoEncoder(request, [&](VideoSamplePtr sample) { samples.push_back(std::move(sample)); });
+        openVideoEncoder(request, [&](EncodedFramePtr sample) { samples.push_back(std::move(sample)); });
     MovingScene scene(request.size);
     FramePool pool(request.size, 1);
     int index = 0;

@@ -6,6 +6,6 @@
 namespace quelto::test {
 
 /// A moving scene, really encoded: one sample for each of the times.
-std::vector<VideoSamplePtr> encodedScene(const EncoderRequest& request, const std::vector<HostTime>& times);
+std::vector<EncodedFramePtr> encodedScene(const EncoderRequest& request, const std::vector<HostTime>& times);
 
 } // namespace quelto::test

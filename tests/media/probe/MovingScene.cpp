@@ -28,7 +28,7 @@ MovingScene::MovingScene(QSize size)
     }
 }
 
-void MovingScene::paint(PictureFrame& frame, int index)
+void MovingScene::paint(VideoFrame& frame, int index)
 {
     for (int y = 0; y < m_size.height(); ++y) {
         auto* row = frame.luma + static_cast<std::ptrdiff_t>(frame.stride) * y;

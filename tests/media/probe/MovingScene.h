@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/types/PictureFrame.h"
+#include "media/types/VideoFrame.h"
 
 #include <random>
 
@@ -12,7 +12,7 @@ class MovingScene {
 public:
     explicit MovingScene(QSize size);
 
-    void paint(PictureFrame& frame, int index);
+    void paint(VideoFrame& frame, int index);
 
 private:
     QSize m_size;

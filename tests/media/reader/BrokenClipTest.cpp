@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "media/reader/ClipReading.h"
+#include "media/reader/ClipReader.h"
 
-#include "tests/media/reader/MadeClips.h"
+#include "tests/media/reader/GeneratedClips.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,7 +30,7 @@ protected:
     /// No library may talk about what it found.
     void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
 
-    static void expectNothing(const ClipReading& reading)
+    static void expectNothing(const ClipReader& reading)
     {
         EXPECT_TRUE(reading.picture.isNull());
         EXPECT_EQ(reading.facts.duration, 0);
@@ -41,14 +41,14 @@ protected:
 
     QByteArray goodClip(const QString& encoding = {}) const
     {
-        return test::MadeClips::read(
+        return test::GeneratedClips::read(
             clips.make(QStringLiteral("good.mp4"),
                        QStringLiteral("-f lavfi -i testsrc=s=320x180:r=30:d=4 -f lavfi -i sine=d=4 "
                                       "-c:v libx264 -g 30 -c:a aac ") +
                            encoding));
     }
 
-    test::MadeClips clips;
+    test::GeneratedClips clips;
 };
 
 TEST_F(BrokenClipTest, WhatIsNoClipHasNothing)
@@ -128,7 +128,7 @@ TEST_F(BrokenClipTest, HugePictureIsNotDecoded)
 
 TEST_F(BrokenClipTest, HugePictureThatTheIndexHidesIsNotDecoded)
 {
-    auto bytes = test::MadeClips::read(
+    auto bytes = test::GeneratedClips::read(
         clips.make(QStringLiteral("a.mov"),
                    QStringLiteral("-f lavfi -i testsrc=s=64x64:r=10:d=0.5 -c:v mjpeg -pix_fmt yuvj420p")));
     for (auto frame = bytes.indexOf("\xff\xc0"); frame >= 0; frame = bytes.indexOf("\xff\xc0", frame + 1)) {

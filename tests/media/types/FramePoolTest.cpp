@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "media/types/PictureFrame.h"
+#include "media/types/VideoFrame.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ TEST(FramePool, TakesAFrameBackWhenItsLastOwnerLetsGo)
 {
     FramePool pool({64, 48}, 1);
     auto frame = pool.tryTake();
-    PictureFramePtr shared = frame;
+    VideoFramePtr shared = frame;
     frame.reset();
     EXPECT_EQ(pool.tryTake(), nullptr);
     shared.reset();
@@ -29,7 +29,7 @@ TEST(FramePool, TakesAFrameBackWhenItsLastOwnerLetsGo)
 
 TEST(FramePool, LetsAFrameOutliveIt)
 {
-    std::shared_ptr<PictureFrame> frame;
+    std::shared_ptr<VideoFrame> frame;
     {
         FramePool pool({64, 48}, 1);
         frame = pool.tryTake();

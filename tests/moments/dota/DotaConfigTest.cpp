@@ -12,22 +12,22 @@ namespace {
 
 using InstallState = DotaConfig::InstallState;
 
-const QByteArray WholeFile = "\"Quelto\"\n"
-                             "{\n"
-                             "    \"uri\"           \"http://127.0.0.1:37231/\"\n"
-                             "    \"timeout\"       \"5.0\"\n"
-                             "    \"buffer\"        \"0.1\"\n"
-                             "    \"throttle\"      \"0.1\"\n"
-                             "    \"heartbeat\"     \"10.0\"\n"
-                             "    \"data\"\n"
-                             "    {\n"
-                             "        \"provider\"      \"1\"\n"
-                             "        \"map\"           \"1\"\n"
-                             "        \"player\"        \"1\"\n"
-                             "        \"hero\"          \"1\"\n"
-                             "        \"items\"         \"1\"\n"
-                             "    }\n"
-                             "}\n";
+const QByteArray AtomicFile = "\"Quelto\"\n"
+                              "{\n"
+                              "    \"uri\"           \"http://127.0.0.1:37231/\"\n"
+                              "    \"timeout\"       \"5.0\"\n"
+                              "    \"buffer\"        \"0.1\"\n"
+                              "    \"throttle\"      \"0.1\"\n"
+                              "    \"heartbeat\"     \"10.0\"\n"
+                              "    \"data\"\n"
+                              "    {\n"
+                              "        \"provider\"      \"1\"\n"
+                              "        \"map\"           \"1\"\n"
+                              "        \"player\"        \"1\"\n"
+                              "        \"hero\"          \"1\"\n"
+                              "        \"items\"         \"1\"\n"
+                              "    }\n"
+                              "}\n";
 
 const char* const Native = ".local/share/Steam";
 const char* const Flatpak = ".var/app/com.valvesoftware.Steam/.local/share/Steam";
@@ -68,7 +68,7 @@ protected:
 
 TEST_F(DotaConfigTest, TextIsWhatTheGameReads)
 {
-    EXPECT_EQ(m_config.configText().toUtf8(), WholeFile);
+    EXPECT_EQ(m_config.configText().toUtf8(), AtomicFile);
     EXPECT_TRUE(DotaConfig(home(), 4).configText().contains(QStringLiteral("http://127.0.0.1:4/\"")));
 }
 
@@ -97,8 +97,8 @@ TEST_F(DotaConfigTest, InstallsIntoEveryGame)
     EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     EXPECT_TRUE(m_config.install());
     EXPECT_EQ(m_config.installState(), InstallState::Installed);
-    EXPECT_EQ(content(fileIn(native)), WholeFile);
-    EXPECT_EQ(content(fileIn(flatpak)), WholeFile);
+    EXPECT_EQ(content(fileIn(native)), AtomicFile);
+    EXPECT_EQ(content(fileIn(flatpak)), AtomicFile);
 }
 
 TEST_F(DotaConfigTest, CountsAGameOnceThatTwoLibrariesLeadTo)
@@ -115,8 +115,8 @@ TEST_F(DotaConfigTest, IsNotInstalledWhereOneByteDiffers)
     const auto native = makeGame(Native);
     makeGame(Flatpak);
     ASSERT_TRUE(m_config.install());
-    for (const auto& other : {WholeFile.chopped(1), WholeFile + '\n', QByteArray(WholeFile).replace("0.1", "0.2"),
-                              QByteArray(), "\xef\xbb\xbf" + WholeFile}) {
+    for (const auto& other : {AtomicFile.chopped(1), AtomicFile + '\n', QByteArray(AtomicFile).replace("0.1", "0.2"),
+                              QByteArray(), "\xef\xbb\xbf" + AtomicFile}) {
         write(fileIn(native), other);
         EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     }
@@ -131,7 +131,7 @@ TEST_F(DotaConfigTest, PassesOverAFolderThatCannotBeWritten)
     // Root may write everywhere, so the subfolder's name is taken instead.
     write(native + QStringLiteral("/gamestate_integration"), "in the way");
     EXPECT_TRUE(m_config.install());
-    EXPECT_EQ(content(fileIn(flatpak)), WholeFile);
+    EXPECT_EQ(content(fileIn(flatpak)), AtomicFile);
     EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     EXPECT_EQ(content(native + QStringLiteral("/gamestate_integration")), "in the way");
 }

@@ -94,9 +94,9 @@ TEST_F(DotaListenerTest, AnswersOnlyWhenTheWholeBodyHasCome)
     LoopbackClient client(m_port);
     const auto request = postOf("0123456789");
     ASSERT_TRUE(client.send(request.chopped(10)));
-    EXPECT_FALSE(client.hasNews(100));
+    EXPECT_FALSE(client.hasData(100));
     ASSERT_TRUE(client.send("012345678"));
-    EXPECT_FALSE(client.hasNews(100));
+    EXPECT_FALSE(client.hasData(100));
     EXPECT_EQ(bodies().size(), 0);
     ASSERT_TRUE(client.send("9"));
     EXPECT_EQ(client.receiveAll(), WholeAnswer);
@@ -164,7 +164,7 @@ TEST_F(DotaListenerTest, CutsAConnectionThatSendsMore)
     ASSERT_TRUE(client.send(header));
     ASSERT_TRUE(client.send(QByteArray(HttpPostReader::LargestRequest - header.size(), 'x')));
     passAPost();
-    EXPECT_FALSE(client.hasNews(100));
+    EXPECT_FALSE(client.hasData(100));
     ASSERT_TRUE(client.send("x"));
     EXPECT_EQ(client.receiveAll(), QByteArray());
     EXPECT_TRUE(client.hasClosed());
@@ -195,7 +195,7 @@ TEST_F(DotaListenerTest, PushesOutWhoIsIdleLongestForOneTooMany)
     EXPECT_TRUE(clients[1].hasClosed());
     for (std::size_t i = 0; i < clients.size(); ++i) {
         if (i != 1) {
-            EXPECT_FALSE(clients[i].hasNews(i == 0 ? 100 : 0)) << i;
+            EXPECT_FALSE(clients[i].hasData(i == 0 ? 100 : 0)) << i;
         }
     }
     ASSERT_TRUE(oneTooMany.send(postOf("{}")));
@@ -279,7 +279,7 @@ TEST_F(DotaListenerTest, HoldsABoundedAmountForAllTogether)
     LoopbackClient splitPost(m_port);
     ASSERT_TRUE(splitPost.send(postOf("split").chopped(1)));
     const auto countOpen = [&] {
-        return std::count_if(clients.begin(), clients.end(), [](const auto& each) { return !each.hasNews(0); });
+        return std::count_if(clients.begin(), clients.end(), [](const auto& each) { return !each.hasData(0); });
     };
     // Not all of it has been read when the last byte has been sent.
     for (const auto start = steady_clock::now();
@@ -326,7 +326,7 @@ TEST_F(DotaListenerTest, GoesOnWhenThereAreFreeDescriptorsAgain)
         const rlimit tight{.rlim_cur = static_cast<rlim_t>(firstFree), .rlim_max = before.rlim_max};
         EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &tight), 0);
     });
-    EXPECT_FALSE(client->hasNews(100));
+    EXPECT_FALSE(client->hasData(100));
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_EQ(client->receiveAll(), WholeAnswer);
 }

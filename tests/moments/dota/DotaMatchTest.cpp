@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/dota/DotaMatch.h"
 
-#include "tests/moments/dota/NewsText.h"
+#include "tests/moments/dota/EventText.h"
 
 #include <gtest/gtest.h>
 
@@ -30,8 +30,8 @@ struct Client {
                     .teamName = QStringLiteral("radiant")};
     DotaMatch match;
 
-    QStringList post(double now) { return newsText(match.posted(state, now)); }
-    QStringList tick(double now) { return newsText(match.tick(now)); }
+    QStringList post(double now) { return eventText(match.posted(state, now)); }
+    QStringList tick(double now) { return eventText(match.tick(now)); }
     /// In the match, with the counters counted from; nothing has been scored.
     void join(double now = 100)
     {

@@ -4,7 +4,7 @@
 // for a post that has nothing of the one before. The table beside it lists what is told, with its time.
 #include "moments/dota/DotaMatch.h"
 
-#include "tests/moments/dota/NewsText.h"
+#include "tests/moments/dota/EventText.h"
 
 #include <gtest/gtest.h>
 
@@ -71,9 +71,9 @@ private:
         m_now = time;
     }
 
-    void note(double time, const MatchNewsList& news)
+    void note(double time, const MatchEvents& news)
     {
-        for (const auto& text : newsText(news)) {
+        for (const auto& text : eventText(news)) {
             told.append(QStringLiteral("%1 %2").arg(time).arg(text));
         }
     }

@@ -57,7 +57,7 @@ public:
     void endSending() { shutdown(m_socket, SHUT_WR); }
 
     /// Something came, or the other side closed.
-    bool hasNews(int milliseconds) const
+    bool hasData(int milliseconds) const
     {
         pollfd one{.fd = m_socket, .events = POLLIN};
         return poll(&one, 1, milliseconds) > 0;
@@ -67,7 +67,7 @@ public:
     {
         QByteArray all;
         char bytes[4096];
-        while (hasNews(10'000)) {
+        while (hasData(10'000)) {
             const auto received = recv(m_socket, bytes, sizeof bytes, 0);
             if (received <= 0) {
                 m_hasClosed = true;

@@ -83,7 +83,7 @@ protected:
         pollAt(0);
     }
 
-    MatchNewsList pollAt(double gameTime)
+    MatchEvents pollAt(double gameTime)
     {
         m_data.gameTime = gameTime;
         return m_match.polled(m_data);
@@ -96,7 +96,7 @@ protected:
         m_data.events.append(event);
     }
 
-    static QList<Moment> momentsOf(const MatchNewsList& news)
+    static QList<Moment> momentsOf(const MatchEvents& news)
     {
         QList<Moment> moments;
         for (const auto& each : news) {

@@ -128,7 +128,7 @@ TEST_F(LeaguePollTest, TrustsNoOtherAddressOfTheSameMachine)
     for (const auto* host : {"127.0.0.2", "127.1.1.1", "0.0.0.0"}) {
         EXPECT_FALSE(polledOnce(server.address(QString::fromLatin1(host)))) << host;
     }
-    EXPECT_GT(server.knocks(), 0);
+    EXPECT_GT(server.connections(), 0);
     EXPECT_TRUE(server.requests().isEmpty());
 }
 
@@ -140,7 +140,7 @@ TEST_F(LeaguePollTest, TrustsNoOtherWayOfWritingTheMachine)
     }
     server.setAnswer(httpAnswer(Good));
     EXPECT_FALSE(polledOnce(server.address(QStringLiteral("[::1]"))));
-    EXPECT_GT(server.knocks(), 0);
+    EXPECT_GT(server.connections(), 0);
     EXPECT_TRUE(server.requests().isEmpty());
 }
 
@@ -153,8 +153,8 @@ TEST_F(LeaguePollTest, GoesPastAnyProxy)
     // Qt asks no proxy for a loopback address; this one is as near as any, and Qt takes it for another machine's.
     polledOnce(server.address(QStringLiteral("0.0.0.0")));
     QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
-    EXPECT_EQ(proxy.knocks(), 0);
-    EXPECT_GT(server.knocks(), 1);
+    EXPECT_EQ(proxy.connections(), 0);
+    EXPECT_GT(server.connections(), 1);
 }
 
 TEST_F(LeaguePollTest, FailsOnAnyStatusButSuccess)
@@ -178,7 +178,7 @@ TEST_F(LeaguePollTest, FollowsNoRedirect)
         EXPECT_FALSE(polledOnce(server.address())) << status;
     }
     EXPECT_EQ(server.requests().size(), 5);
-    EXPECT_EQ(elsewhere.knocks(), 0);
+    EXPECT_EQ(elsewhere.connections(), 0);
 }
 
 TEST_F(LeaguePollTest, KeepsNoCookie)
@@ -364,7 +364,7 @@ TEST_F(LeaguePollTest, KeepsItsConnectionFromPollToPoll)
     LeaguePoll poll(server.address(), [](const auto&) {}, {.afterGood = 10ms, .afterFailed = 10ms, .atMost = 2s});
     ASSERT_TRUE(waitFor([&] { return server.requests().size() >= 10; }));
     // The first looks whether somebody is there, the second stays.
-    EXPECT_EQ(server.knocks(), 2);
+    EXPECT_EQ(server.connections(), 2);
 }
 
 TEST_F(LeaguePollTest, EndsAtOnceInTheMiddleOfAPollAndTellsNothing)

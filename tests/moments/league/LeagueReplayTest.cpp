@@ -38,7 +38,7 @@ QString number(double value)
     return QString::number(value, 'f', 1);
 }
 
-QString line(const MatchNews& news)
+QString line(const MatchEvent& news)
 {
     if (const auto* const state = std::get_if<MatchState>(&news)) {
         return state->inGame
@@ -118,7 +118,7 @@ private:
             .toJson();
     }
 
-    void note(const QString& time, const MatchNewsList& news)
+    void note(const QString& time, const MatchEvents& news)
     {
         for (const auto& each : news) {
             m_lines.append(time + QStringLiteral(" | ") + line(each));

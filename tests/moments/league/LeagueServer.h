@@ -60,7 +60,7 @@ public:
     }
 
     /// Connections of any kind, also those that no request followed on.
-    int knocks() const { return m_server.knocks; }
+    int connections() const { return m_server.connections; }
     const QList<QByteArray>& requests() const { return m_requests; }
 
     /// As if the client's process were gone.
@@ -97,10 +97,10 @@ private:
     struct CountingServer final : QSslServer {
         void incomingConnection(qintptr socket) override
         {
-            ++knocks;
+            ++connections;
             QSslServer::incomingConnection(socket);
         }
-        int knocks = 0;
+        int connections = 0;
     };
 
     CountingServer m_server;

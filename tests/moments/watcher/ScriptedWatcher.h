@@ -10,7 +10,7 @@ namespace quelto::test {
 /// Says what a test puts into it.
 class ScriptedWatcher final : public MatchWatcher {
 public:
-    explicit ScriptedWatcher(MatchNewsList atOpening = {})
+    explicit ScriptedWatcher(MatchEvents atOpening = {})
         : MatchWatcher(QStringLiteral("test"))
         , m_atOpening(std::move(atOpening))
     {
@@ -40,11 +40,11 @@ private:
     void open() override
     {
         ++opened;
-        publishNews(m_atOpening);
+        publishEvents(m_atOpening);
     }
     void close() override { ++closed; }
 
-    MatchNewsList m_atOpening;
+    MatchEvents m_atOpening;
     QStringList m_told;
 };
 

@@ -8,7 +8,7 @@ namespace quelto::test {
 FrameEvents FrameLog::events()
 {
     return {.onFrame =
-                [this](PictureFramePtr frame) {
+                [this](VideoFramePtr frame) {
                     const std::scoped_lock guard(m_lock);
                     m_times.push_back(frame->presentationTime);
                     if (m_keep == Keep::newest) {
@@ -37,7 +37,7 @@ std::vector<HostTime> FrameLog::times() const
     return m_times;
 }
 
-PictureFramePtr FrameLog::newest() const
+VideoFramePtr FrameLog::newest() const
 {
     const std::scoped_lock guard(m_lock);
     return m_frames.empty() ? nullptr : m_frames.back();
@@ -63,7 +63,7 @@ bool FrameLog::waitForCount(std::size_t count, std::chrono::milliseconds atMost)
                                 [&] { return m_times.size() >= count; });
 }
 
-bool FrameLog::waitFor(const std::function<bool(const PictureFrame&)>& fits, std::chrono::milliseconds atMost) const
+bool FrameLog::waitFor(const std::function<bool(const VideoFrame&)>& fits, std::chrono::milliseconds atMost) const
 {
     std::unique_lock guard(m_lock);
     return m_changed.wait_until(guard, std::chrono::system_clock::now() + atMost,
@@ -84,7 +84,7 @@ bool FrameLog::staysQuiet(std::chrono::milliseconds time) const
                                  [&] { return m_times.size() > before; });
 }
 
-Rgb colourAt(const PictureFrame& frame, QPoint position)
+Rgb colourAt(const VideoFrame& frame, QPoint position)
 {
     const double luma = (frame.luma[position.y() * frame.stride + position.x()] - 16) / 219.0;
     const auto* chroma = frame.chroma + position.y() / 2 * frame.stride + position.x() / 2 * 2;
@@ -95,7 +95,7 @@ Rgb colourAt(const PictureFrame& frame, QPoint position)
     return {.red = level(red), .green = level(green), .blue = level(blue)};
 }
 
-bool isColour(const PictureFrame& frame, QPoint position, std::uint32_t rgb)
+bool isColour(const VideoFrame& frame, QPoint position, std::uint32_t rgb)
 {
     constexpr int Tolerance = 5;
     const auto colour = colourAt(frame, position);

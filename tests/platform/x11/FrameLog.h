@@ -25,12 +25,12 @@ public:
 
     std::size_t count() const;
     std::vector<HostTime> times() const;
-    PictureFramePtr newest() const;
+    VideoFramePtr newest() const;
     std::vector<QString> endings() const;
     void letGo();
     bool waitForCount(std::size_t count, std::chrono::milliseconds atMost = std::chrono::seconds(10)) const;
     /// True once the newest frame fits.
-    bool waitFor(const std::function<bool(const PictureFrame&)>& fits,
+    bool waitFor(const std::function<bool(const VideoFrame&)>& fits,
                  std::chrono::milliseconds atMost = std::chrono::seconds(10)) const;
     bool waitForEnding(std::chrono::milliseconds atMost = std::chrono::seconds(10)) const;
     /// True when no frame comes in that time.
@@ -40,7 +40,7 @@ private:
     Keep m_keep;
     mutable std::mutex m_lock;
     mutable std::condition_variable m_changed;
-    std::vector<PictureFramePtr> m_frames;
+    std::vector<VideoFramePtr> m_frames;
     std::vector<HostTime> m_times;
     std::vector<QString> m_endings;
 };
@@ -52,7 +52,7 @@ struct Rgb {
 };
 
 /// The colour that stands at a place of the frame, back in RGB.
-Rgb colourAt(const PictureFrame& frame, QPoint position);
-bool isColour(const PictureFrame& frame, QPoint position, std::uint32_t rgb);
+Rgb colourAt(const VideoFrame& frame, QPoint position);
+bool isColour(const VideoFrame& frame, QPoint position, std::uint32_t rgb);
 
 } // namespace quelto::test

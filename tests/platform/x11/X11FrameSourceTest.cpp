@@ -136,9 +136,9 @@ TEST_F(X11FrameSource, FollowsADrawing)
 {
     startAndSettle(m_log, request());
     m_painter.fill({10, 300, 20, 20}, Red);
-    EXPECT_TRUE(m_log.waitFor([](const PictureFrame& frame) { return isColour(frame, {20, 310}, Red); }));
+    EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {20, 310}, Red); }));
     m_painter.fill({400, 20, 20, 20}, Blue);
-    EXPECT_TRUE(m_log.waitFor([](const PictureFrame& frame) {
+    EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) {
         return isColour(frame, {410, 30}, Blue) && isColour(frame, {20, 310}, Red);
     }));
     EXPECT_TRUE(m_log.staysQuiet(QuietTime));
@@ -231,7 +231,7 @@ TEST_F(X11FrameSource, KeepsSlowerRates)
 TEST_F(X11FrameSource, DrawsTheCursorOnlyWhenAsked)
 {
     m_painter.warpPointer({300, 200});
-    const auto differs = [](const PictureFrame& frame) {
+    const auto differs = [](const VideoFrame& frame) {
         for (int y = 180; y < 230; ++y) {
             for (int x = 280; x < 330; ++x) {
                 if (!isColour(frame, {x, y}, Grey)) {
@@ -246,7 +246,7 @@ TEST_F(X11FrameSource, DrawsTheCursorOnlyWhenAsked)
     startAndSettle(m_log, request(Screen.size(), true));
     EXPECT_TRUE(differs(*m_log.newest()));
     moveMouse("300", "200");
-    EXPECT_TRUE(m_log.waitFor([&](const PictureFrame& frame) { return !differs(frame); }))
+    EXPECT_TRUE(m_log.waitFor([&](const VideoFrame& frame) { return !differs(frame); }))
         << "it must leave nothing behind";
     EXPECT_FALSE(isColour(*m_log.newest(), {600, 400}, Grey));
 }
@@ -277,7 +277,7 @@ TEST_F(X11FrameSource, TakesNoNoticeOfWhatHappensElsewhere)
     m_painter.fill({500, 300, 50, 50}, Red);
     EXPECT_TRUE(m_log.staysQuiet(QuietTime));
     m_painter.fill({250, 100, 50, 50}, Red);
-    EXPECT_TRUE(m_log.waitFor([](const PictureFrame& frame) { return isColour(frame, {75, 125}, Red); }));
+    EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {75, 125}, Red); }));
 }
 
 TEST_F(X11FrameSource, KeepsTheLastChangeWhileNoFrameIsFree)
@@ -298,7 +298,7 @@ TEST_F(X11FrameSource, KeepsTheLastChangeWhileNoFrameIsFree)
     m_painter.fill({0, 0, 64, 64}, Blue);
     EXPECT_TRUE(hoarder.staysQuiet(QuietTime));
     hoarder.letGo();
-    EXPECT_TRUE(hoarder.waitFor([](const PictureFrame& frame) { return isColour(frame, {30, 30}, Blue); }));
+    EXPECT_TRUE(hoarder.waitFor([](const VideoFrame& frame) { return isColour(frame, {30, 30}, Blue); }));
     m_source->stop();
 }
 
@@ -345,7 +345,7 @@ TEST_F(X11FrameSourceOnALargeScreen, GoesOnAfterAChangeOfTheScreensSize)
         ASSERT_TRUE(setOutput({QStringLiteral("--mode"), mode}));
         EXPECT_TRUE(m_log.waitForCount(before + 1)) << mode.toStdString();
         m_painter.fill({0, 0, 2000, 2000}, Blue);
-        EXPECT_TRUE(m_log.waitFor([](const PictureFrame& frame) {
+        EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) {
             return isColour(frame, {10, 10}, Blue) && isColour(frame, {630, 470}, Blue);
         })) << mode.toStdString();
         EXPECT_EQ(m_log.newest()->size, Screen.size());
@@ -361,7 +361,7 @@ TEST_F(X11FrameSourceOnALargeScreen, SurvivesAMomentWithoutAMode)
     std::this_thread::sleep_for(200ms);
     ASSERT_TRUE(setOutput({QStringLiteral("--mode"), QStringLiteral("800x600")}));
     m_painter.fill({0, 0, 2000, 2000}, Red);
-    EXPECT_TRUE(m_log.waitFor([](const PictureFrame& frame) { return isColour(frame, {630, 470}, Red); }));
+    EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {630, 470}, Red); }));
     EXPECT_TRUE(m_log.endings().empty());
 }
 
@@ -374,7 +374,7 @@ TEST_F(X11FrameSourceOnALargeScreen, DoesNotHoldAMomentWithoutAModeAgainstAScree
     // Longer than a display may be away.
     std::this_thread::sleep_for(2500ms);
     m_painter.fill({0, 0, 2000, 2000}, Red);
-    EXPECT_TRUE(m_log.waitFor([](const PictureFrame& frame) { return isColour(frame, {320, 240}, Red); }));
+    EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {320, 240}, Red); }));
     EXPECT_TRUE(m_log.endings().empty());
 }
 
@@ -452,7 +452,7 @@ TEST_F(X11FrameSourceWithoutSharedMemory, ReadsOverTheConnection)
     startAndSettle(m_log, request());
     EXPECT_TRUE(isColour(*m_log.newest(), {120, 120}, Red));
     m_painter.fill({100, 300, 64, 64}, Green);
-    EXPECT_TRUE(m_log.waitFor([](const PictureFrame& frame) {
+    EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) {
         return isColour(frame, {120, 320}, Green) && isColour(frame, {120, 120}, Red);
     }));
 }

@@ -99,7 +99,7 @@ TEST_F(HudTest, ANewNoticeTakesThePlaceAtOnceAndHasItsWholeTime)
 TEST_F(HudTest, ShowsWhatItIsAbout)
 {
     struct Case {
-        HudNotice notice;
+        HudMessage message;
         const char* symbol;
         const char* picture;
     };
@@ -125,9 +125,9 @@ TEST_F(HudTest, ShowsWhatItIsAbout)
              "star.fill",
              "hud-basic.png"}};
     for (const auto& each : cases) {
-        hud->show(each.notice);
+        hud->show(each.message);
         EXPECT_EQ(shown("symbol").toString(), QLatin1String(each.symbol));
-        EXPECT_EQ(shown("subtitle").toString(), each.notice.subtitle);
+        EXPECT_EQ(shown("subtitle").toString(), each.message.subtitle);
         keep(QLatin1String(each.picture));
     }
 }

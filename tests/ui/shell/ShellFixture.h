@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/tasks/MainQueue.h"
 #include "library/matches/MatchTracker.h"
 #include "library/thumbnails/ThumbnailCache.h"
-#include "base/tasks/MainQueue.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"

@@ -59,11 +59,11 @@ const pw_stream_events CaptureStream::StreamEvents = {
     .process = [](void* data) { static_cast<CaptureStream*>(data)->process(); },
 };
 
-CaptureStream::CaptureStream(pw_core* core, const Settings& settings, SampleHandOver& handOver,
-                             const PlayoutDelay& playoutDelay, std::function<void()> onStateChanged)
+CaptureStream::CaptureStream(pw_core* core, const Settings& settings, AudioDeliveryThread& handOver,
+                             const OutputLatency& outputLatency, std::function<void()> onStateChanged)
     : m_settings(settings)
     , m_handOver(handOver)
-    , m_playoutDelay(playoutDelay)
+    , m_outputLatency(outputLatency)
     , m_onStateChanged(std::move(onStateChanged))
     , m_stream(pw_stream_new(core, settings.nodeName.toUtf8().constData(), streamProperties(settings.nodeName)))
 {
@@ -154,7 +154,7 @@ HostTime CaptureStream::stampOfThisCycle() const noexcept
         stamp -= HostDuration(time.delay * tick / time.rate.denom);
     } else if (const spa_io_position* position = m_position) {
         const std::int64_t cycle = static_cast<std::int64_t>(position->clock.duration) * tick / time.rate.denom;
-        stamp += HostDuration(m_playoutDelay.inNanoseconds(cycle, time.rate.denom));
+        stamp += HostDuration(m_outputLatency.inNanoseconds(cycle, time.rate.denom));
     }
     // A driver that tells nonsense must not throw the sound out of the recording.
     return std::chrono::abs(stamp - arrival) < LongestDelay ? stamp : arrival;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/pipewire/audio/AudioDeliveryThread.h"
 #include "platform/pipewire/audio/CaptureRule.h"
+#include "platform/pipewire/audio/OutputLatency.h"
 #include "platform/pipewire/core/PipeWireHandles.h"
-#include "platform/pipewire/audio/PlayoutDelay.h"
-#include "platform/pipewire/audio/SampleHandOver.h"
 
 namespace quelto::pipewire {
 
@@ -29,8 +29,8 @@ public:
     enum class State { connecting, ready, broken };
 
     /// Both outlive the stream. onStateChanged must not destroy the stream.
-    CaptureStream(pw_core* core, const Settings& settings, SampleHandOver& handOver, const PlayoutDelay& playoutDelay,
-                  std::function<void()> onStateChanged);
+    CaptureStream(pw_core* core, const Settings& settings, AudioDeliveryThread& handOver,
+                  const OutputLatency& outputLatency, std::function<void()> onStateChanged);
 
     State state() const noexcept { return m_state; }
     int channels() const noexcept { return m_settings.channels; }
@@ -45,8 +45,8 @@ private:
     static const pw_stream_events StreamEvents;
 
     Settings m_settings;
-    SampleHandOver& m_handOver;
-    const PlayoutDelay& m_playoutDelay;
+    AudioDeliveryThread& m_handOver;
+    const OutputLatency& m_outputLatency;
     std::function<void()> m_onStateChanged;
     State m_state = State::connecting;
     std::atomic<const spa_io_position*> m_position = nullptr;

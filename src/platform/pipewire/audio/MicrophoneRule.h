@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/Sound.h"
+#include "platform/AudioServer.h"
 #include "platform/pipewire/audio/CaptureRule.h"
 
 namespace quelto::pipewire {

@@ -7,9 +7,9 @@ namespace quelto::pipewire {
 
 namespace {
 
-constexpr std::chrono::milliseconds ServerPatience(1000);
+constexpr std::chrono::milliseconds ServerTimeout(1000);
 /// Right after log-in, or after a device was plugged in, the session may still be choosing.
-constexpr std::chrono::milliseconds DevicePatience(1000);
+constexpr std::chrono::milliseconds DeviceTimeout(1000);
 
 } // namespace
 
@@ -24,18 +24,18 @@ PipeWireSource::~PipeWireSource()
     stop();
 }
 
-void PipeWireSource::start(SoundEvents events)
+void PipeWireSource::start(AudioSourceEvents events)
 {
     stop();
-    if (!m_connection->waitUntilReady(ServerPatience)) {
+    if (!m_connection->waitUntilReady(ServerTimeout)) {
         throw PlatformError(m_rule->noServer());
     }
-    m_handOver = std::make_unique<SampleHandOver>(std::move(events));
+    m_handOver = std::make_unique<AudioDeliveryThread>(std::move(events));
     bool hasDevice = false;
     {
         const PipeWireConnection::Lock lock(*m_connection);
-        m_session = std::make_unique<CaptureSession>(*m_connection, *m_rule, *m_handOver);
-        const auto deadline = std::chrono::steady_clock::now() + DevicePatience;
+        m_session = std::make_unique<AudioCapture>(*m_connection, *m_rule, *m_handOver);
+        const auto deadline = std::chrono::steady_clock::now() + DeviceTimeout;
         while (!(hasDevice = m_session->hasDevice()) && std::chrono::steady_clock::now() < deadline) {
             m_connection->waitForChange(deadline);
         }

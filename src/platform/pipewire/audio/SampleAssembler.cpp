@@ -3,7 +3,7 @@
 
 namespace quelto::pipewire {
 
-SampleAssembler::SampleAssembler(int sampleRate, std::function<void(AudioSamplePtr)> onSample)
+SampleAssembler::SampleAssembler(int sampleRate, std::function<void(AudioBufferPtr)> onSample)
     : m_sampleRate(sampleRate)
     , m_onSample(std::move(onSample))
     , m_aligner(sampleRate)
@@ -37,7 +37,7 @@ void SampleAssembler::flush()
         return;
     }
     const auto bytes = std::as_bytes(std::span(m_values));
-    auto sample = std::make_shared<AudioSample>(AudioSample{
+    auto sample = std::make_shared<AudioBuffer>(AudioBuffer{
         .presentationTime = m_time,
         .format = {.sampleRate = m_sampleRate, .channels = m_channels},
         .frames = static_cast<int>(m_values.size()) / m_channels,

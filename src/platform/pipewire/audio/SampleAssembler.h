@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "media/types/AudioBuffer.h"
 #include "platform/pipewire/audio/BlockRing.h"
-#include "platform/pipewire/audio/StampAligner.h"
-#include "media/types/AudioSample.h"
+#include "platform/pipewire/audio/TimestampSmoother.h"
 
 #include <span>
 
@@ -15,7 +15,7 @@ namespace quelto::pipewire {
 /// sound: they are put together to 10 ms at least, never across a gap or a change of format.
 class SampleAssembler {
 public:
-    SampleAssembler(int sampleRate, std::function<void(AudioSamplePtr)> onSample);
+    SampleAssembler(int sampleRate, std::function<void(AudioBufferPtr)> onSample);
 
     void add(const BlockRing::Block& block, std::span<const float> values);
     /// Hands out what has been put together so far.
@@ -23,8 +23,8 @@ public:
 
 private:
     int m_sampleRate;
-    std::function<void(AudioSamplePtr)> m_onSample;
-    StampAligner m_aligner;
+    std::function<void(AudioBufferPtr)> m_onSample;
+    TimestampSmoother m_aligner;
     HostTime m_time;
     int m_channels = 0;
     std::vector<float> m_values;

@@ -117,7 +117,7 @@ void PipeWireConnection::connect()
     }
     listen(m_core.get(), m_coreHook, CoreEvents, this);
     m_mirror = std::make_unique<RegistryMirror>(m_core.get(), [this] {
-        m_hasNewsSinceSync = true;
+        m_isChangedSinceSync = true;
         askForSync();
     });
     askForSync();
@@ -137,7 +137,7 @@ void PipeWireConnection::disconnect()
 void PipeWireConnection::askForSync()
 {
     if (!m_pendingSync) {
-        m_hasNewsSinceSync = false;
+        m_isChangedSinceSync = false;
         m_pendingSync = sync(m_core.get());
     }
 }
@@ -148,7 +148,7 @@ void PipeWireConnection::handleSync(int sequence)
         return;
     }
     m_pendingSync.reset();
-    if (m_hasNewsSinceSync) {
+    if (m_isChangedSinceSync) {
         askForSync();
         return;
     }

@@ -74,7 +74,7 @@ private:
     std::unique_ptr<RegistryMirror> m_mirror;
     std::unique_ptr<LoopTimer> m_reconnect;
     std::optional<int> m_pendingSync;
-    bool m_hasNewsSinceSync = false;
+    bool m_isChangedSinceSync = false;
     bool m_isReady = false;
 };
 

@@ -30,31 +30,31 @@ QImage dragPicture(const QImage& picture, qreal scale)
     return scaled;
 }
 
-ClipCommands::ClipCommands(Parts parts, QObject* parent)
+ClipCommands::ClipCommands(Dependencies parts, QObject* parent)
     : QObject(parent)
-    , m_parts(std::move(parts))
+    , m_dependencies(std::move(parts))
 {
 }
 
 void ClipCommands::copy(const QString& path)
 {
-    m_parts.library.copyToPasteboard(path);
-    m_parts.navigation.showToast(TOnDesktop("Klip panoya kopyalandı — Discord'da ⌘V ile yapıştırın"));
+    m_dependencies.library.copyToPasteboard(path);
+    m_dependencies.navigation.showToast(TOnDesktop("Klip panoya kopyalandı — Discord'da ⌘V ile yapıştırın"));
 }
 
 void ClipCommands::reveal(const QString& path)
 {
-    m_parts.library.revealInFinder(path);
+    m_dependencies.library.revealInFinder(path);
 }
 
 void ClipCommands::trash(const QString& path)
 {
-    m_parts.library.trash(Clip(path));
+    m_dependencies.library.trash(Clip(path));
 }
 
 void ClipCommands::openFolder()
 {
-    m_parts.files.openFolder(m_parts.settings.saveFolder());
+    m_dependencies.files.openFolder(m_dependencies.settings.saveFolder());
 }
 
 void ClipCommands::drag(ClipPicture* picture)
@@ -64,7 +64,9 @@ void ClipCommands::drag(ClipPicture* picture)
     // A drag runs an event loop of its own; the handler that noticed the pointer's movement is to be done before.
     QMetaObject::invokeMethod(
         this,
-        [this, path = picture->path(), image = dragPicture(picture->picture(), scale)] { m_parts.drag(path, image); },
+        [this, path = picture->path(), image = dragPicture(picture->picture(), scale)] {
+            m_dependencies.drag(path, image);
+        },
         Qt::QueuedConnection);
 }
 

@@ -25,7 +25,7 @@ class ClipCommands : public QObject {
     Q_OBJECT
 
 public:
-    struct Parts {
+    struct Dependencies {
         ClipLibrary& library;
         FileManager& files;
         const AppSettings& settings;
@@ -35,7 +35,7 @@ public:
         std::function<void(const QString& path, const QImage& picture)> drag = dragFile;
     };
 
-    explicit ClipCommands(Parts parts, QObject* parent = nullptr);
+    explicit ClipCommands(Dependencies parts, QObject* parent = nullptr);
 
     /// Says so, and how to paste it.
     Q_INVOKABLE void copy(const QString& path);
@@ -49,7 +49,7 @@ public:
 private:
     static void dragFile(const QString& path, const QImage& picture);
 
-    Parts m_parts;
+    Dependencies m_dependencies;
 };
 
 } // namespace quelto

@@ -4,7 +4,7 @@ import Quelto.Shared
 import Quelto.Theme
 
 // Stands where the cards would be, and says how to get some.
-Placard {
+EmptyState {
     property bool isSearch: false
 
     symbol: "film.stack"

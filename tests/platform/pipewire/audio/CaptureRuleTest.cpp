@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/pipewire/audio/ChannelDownmix.h"
 #include "platform/pipewire/audio/MicrophoneRule.h"
-#include "platform/pipewire/audio/StereoSides.h"
-#include "platform/pipewire/audio/SystemSoundRule.h"
+#include "platform/pipewire/audio/SystemAudioRule.h"
 
 #include <gmock/gmock.h>
 
@@ -56,9 +56,9 @@ protected:
 
 const QStringList Stereo = {QStringLiteral("FL"), QStringLiteral("FR")};
 
-class SystemSoundRuleTest : public GraphTest {
+class SystemAudioRuleTest : public GraphTest {
 protected:
-    SystemSoundRuleTest()
+    SystemAudioRuleTest()
     {
         m_graph.defaultSink = QStringLiteral("speaker");
         m_sink = node(QStringLiteral("speaker"), QStringLiteral("Audio/Sink"));
@@ -78,14 +78,14 @@ protected:
     }
     LinkPlan plan() const { return m_rule.links(m_graph, m_capture); }
 
-    SystemSoundRule m_rule;
+    SystemAudioRule m_rule;
     ObjectId m_sink = 0;
     ObjectId m_capture = 0;
     std::vector<ObjectId> m_speaker;
     std::vector<ObjectId> m_inputs;
 };
 
-TEST_F(SystemSoundRuleTest, MirrorsThePlayersOfTheDefaultOutput)
+TEST_F(SystemAudioRuleTest, MirrorsThePlayersOfTheDefaultOutput)
 {
     const auto first = program(client(200));
     const auto second = program(client(201));
@@ -94,7 +94,7 @@ TEST_F(SystemSoundRuleTest, MirrorsThePlayersOfTheDefaultOutput)
                                      LinkEnds{second[0], m_inputs[0]}, LinkEnds{second[1], m_inputs[1]}));
 }
 
-TEST_F(SystemSoundRuleTest, IsNotDisturbedByItsOwnLinks)
+TEST_F(SystemAudioRuleTest, IsNotDisturbedByItsOwnLinks)
 {
     program(client(200));
     const LinkPlan before = plan();
@@ -104,19 +104,19 @@ TEST_F(SystemSoundRuleTest, IsNotDisturbedByItsOwnLinks)
     EXPECT_EQ(plan(), before);
 }
 
-TEST_F(SystemSoundRuleTest, LeavesOutThisProgramBehindThePulseAudioProtocol)
+TEST_F(SystemAudioRuleTest, LeavesOutThisProgramBehindThePulseAudioProtocol)
 {
     program(client(100, 555));
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST_F(SystemSoundRuleTest, LeavesOutThisProgramInsideASandbox)
+TEST_F(SystemAudioRuleTest, LeavesOutThisProgramInsideASandbox)
 {
     program(client(3, 900));
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST_F(SystemSoundRuleTest, WaitsUntilItKnowsWhoseSoundItIs)
+TEST_F(SystemAudioRuleTest, WaitsUntilItKnowsWhoseSoundItIs)
 {
     const ObjectId owner = client(200);
     m_graph.clients[owner].isComplete = false;
@@ -126,13 +126,13 @@ TEST_F(SystemSoundRuleTest, WaitsUntilItKnowsWhoseSoundItIs)
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST_F(SystemSoundRuleTest, TakesNodesThatTheServerMadeItself)
+TEST_F(SystemAudioRuleTest, TakesNodesThatTheServerMadeItself)
 {
     program(std::nullopt);
     EXPECT_EQ(plan().size(), 2u);
 }
 
-TEST_F(SystemSoundRuleTest, RecordsAnEffectsChainOnce)
+TEST_F(SystemAudioRuleTest, RecordsAnEffectsChainOnce)
 {
     const auto game = program(client(200));
     const ObjectId hardware = node(QStringLiteral("hardware"), QStringLiteral("Audio/Sink"));
@@ -144,7 +144,7 @@ TEST_F(SystemSoundRuleTest, RecordsAnEffectsChainOnce)
     EXPECT_THAT(plan(), UnorderedElementsAre(LinkEnds{game[0], m_inputs[0]}, LinkEnds{game[1], m_inputs[1]}));
 }
 
-TEST_F(SystemSoundRuleTest, FollowsTheDefaultOutput)
+TEST_F(SystemAudioRuleTest, FollowsTheDefaultOutput)
 {
     program(client(200));
     const ObjectId other = node(QStringLiteral("headset"), QStringLiteral("Audio/Sink"));
@@ -157,7 +157,7 @@ TEST_F(SystemSoundRuleTest, FollowsTheDefaultOutput)
     EXPECT_EQ(m_rule.heardThrough(m_graph), other);
 }
 
-TEST_F(SystemSoundRuleTest, FoldsSixChannelsIntoTwo)
+TEST_F(SystemAudioRuleTest, FoldsSixChannelsIntoTwo)
 {
     const ObjectId surround = node(QStringLiteral("surround"), QStringLiteral("Audio/Sink"));
     const QStringList channels = {QStringLiteral("FL"),  QStringLiteral("FR"), QStringLiteral("FC"),
@@ -175,7 +175,7 @@ TEST_F(SystemSoundRuleTest, FoldsSixChannelsIntoTwo)
                                      LinkEnds{outputs[4], m_inputs[0]}, LinkEnds{outputs[5], m_inputs[1]}));
 }
 
-TEST_F(SystemSoundRuleTest, HasNothingToCaptureWithoutADefaultOutput)
+TEST_F(SystemAudioRuleTest, HasNothingToCaptureWithoutADefaultOutput)
 {
     program(client(200));
     EXPECT_EQ(m_rule.channels(m_graph), 2);
@@ -184,25 +184,25 @@ TEST_F(SystemSoundRuleTest, HasNothingToCaptureWithoutADefaultOutput)
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST_F(SystemSoundRuleTest, WaitsForThePortsOfItsNode)
+TEST_F(SystemAudioRuleTest, WaitsForThePortsOfItsNode)
 {
     program(client(200));
     m_graph.ports.erase(m_inputs[1]);
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST(StereoSides, KnowsTheSideOfEachSpeaker)
+TEST(ChannelDownmix, KnowsTheSideOfEachSpeaker)
 {
-    constexpr StereoSides Left = {.left = true};
-    constexpr StereoSides Right = {.right = true};
-    constexpr StereoSides Both = {.left = true, .right = true};
-    const std::vector<std::pair<const char16_t*, StereoSides>> table = {
+    constexpr ChannelDownmix Left = {.left = true};
+    constexpr ChannelDownmix Right = {.right = true};
+    constexpr ChannelDownmix Both = {.left = true, .right = true};
+    const std::vector<std::pair<const char16_t*, ChannelDownmix>> table = {
         {u"FL", Left},  {u"SL", Left},   {u"RL", Left},    {u"FLC", Left},  {u"TRL", Left},
         {u"FR", Right}, {u"SR", Right},  {u"RR", Right},   {u"FRC", Right}, {u"TRR", Right},
         {u"FC", Both},  {u"RC", Both},   {u"MONO", Both},  {u"", Both},     {u"LFE", {}},
         {u"LFE2", {}},  {u"AUX0", Left}, {u"AUX1", Right}, {u"AUX2", Left}, {u"AUX13", Right}};
     for (const auto& [channel, sides] : table) {
-        EXPECT_EQ(stereoSides(QString::fromUtf16(channel)), sides) << QString::fromUtf16(channel).toStdString();
+        EXPECT_EQ(channelDownmix(QString::fromUtf16(channel)), sides) << QString::fromUtf16(channel).toStdString();
     }
 }
 

@@ -2,7 +2,7 @@
 #include "Recording.h"
 #include "SoundDesktop.h"
 #include "platform/PlatformError.h"
-#include "platform/pipewire/audio/PipeWireSoundServer.h"
+#include "platform/pipewire/audio/PipeWireAudioServer.h"
 
 #include <QTemporaryDir>
 
@@ -32,7 +32,7 @@ protected:
         if (!m_recording.waitForSound(0.5, 2)) {
             return 0;
         }
-        const AudioSamples samples = m_recording.samples();
+        const AudioBuffers samples = m_recording.samples();
         m_channels = samples.last()->format.channels;
         return m_channels == samples.first()->format.channels ? amplitudeOf(channelOf(samples, 0), hertz) : 0;
     }
@@ -54,9 +54,9 @@ protected:
         return {.leftHertz = 440, .rightHertz = 440, .target = desktopName("QUELTO_TEST_MIC_SINK")};
     }
 
-    std::unique_ptr<SoundServer> m_server = makePipeWireSoundServer();
+    std::unique_ptr<AudioServer> m_server = makePipeWireAudioServer();
     Recording m_recording;
-    std::unique_ptr<SoundSource> m_source;
+    std::unique_ptr<AudioSource> m_source;
     int m_channels = 0;
 };
 
@@ -107,7 +107,7 @@ TEST_F(MicrophoneTest, StampsLieOnTheHostClock)
     const HostTime before = HostClock::now();
     ASSERT_TRUE(m_recording.waitForSound(2));
     const HostTime after = HostClock::now();
-    const AudioSamples samples = m_recording.samples();
+    const AudioBuffers samples = m_recording.samples();
     const double first = inSeconds(samples.first()->presentationTime - before);
     const double last = inSeconds(samples.last()->presentationTime - after);
     std::printf("microphone: first stamp %+.1f ms, last stamp %+.1f ms from the clock\n", first * 1000, last * 1000);
@@ -166,7 +166,7 @@ protected:
     void SetUp() override { qputenv("XDG_RUNTIME_DIR", m_folder.path().toUtf8()); }
     void TearDown() override { qputenv("XDG_RUNTIME_DIR", m_before); }
 
-    QString messageOf(SoundSource& source)
+    QString messageOf(AudioSource& source)
     {
         try {
             source.start({});
@@ -178,7 +178,7 @@ protected:
 
     QTemporaryDir m_folder;
     QByteArray m_before = qgetenv("XDG_RUNTIME_DIR");
-    std::unique_ptr<SoundServer> m_server = makePipeWireSoundServer();
+    std::unique_ptr<AudioServer> m_server = makePipeWireAudioServer();
 };
 
 TEST_F(NoServerTest, HasNoMicrophones)
@@ -190,7 +190,7 @@ TEST_F(NoServerTest, HasNoMicrophones)
 
 TEST_F(NoServerTest, SaysHowToStartOne)
 {
-    const auto source = m_server->systemSound();
+    const auto source = m_server->systemAudio();
     const QString message = messageOf(*source);
     EXPECT_TRUE(message.contains(u"systemctl --user start pipewire wireplumber")) << message.toStdString();
     EXPECT_TRUE(message.contains(u"sistem sesini kapatın")) << message.toStdString();
@@ -201,7 +201,7 @@ TEST_F(NoServerTest, SaysHowToStartOne)
 TEST_F(NoServerTest, SaysWhatIsMissingWhereTheServerHasNoDevices)
 {
     ChildProcess bare(QStringLiteral("pipewire"), {});
-    const auto system = m_server->systemSound();
+    const auto system = m_server->systemAudio();
     const auto microphone = m_server->microphone(QStringLiteral("gone"));
     QString message;
     EXPECT_TRUE(comesTrue([&] { return !(message = messageOf(*system)).contains(u"PipeWire"); }));
@@ -216,7 +216,7 @@ TEST_F(NoServerTest, FindsOneThatIsStartedLater)
     if (desktopName("QUELTO_TEST_MIC").isEmpty()) {
         GTEST_SKIP() << "runs on the private desktop only";
     }
-    const auto source = m_server->systemSound();
+    const auto source = m_server->systemAudio();
     EXPECT_FALSE(messageOf(*source).isEmpty());
     qputenv("XDG_RUNTIME_DIR", m_before);
     EXPECT_EQ(messageOf(*source), QString());

@@ -18,11 +18,11 @@ std::chrono::duration<double> secondsLong(double seconds)
 
 } // namespace
 
-SoundEvents Recording::events()
+AudioSourceEvents Recording::events()
 {
     return {
         .onSample =
-            [this](AudioSamplePtr sample) {
+            [this](AudioBufferPtr sample) {
                 const std::lock_guard guard(m_mutex);
                 m_frames += sample->frames;
                 m_samples.push_back(std::move(sample));
@@ -37,10 +37,10 @@ SoundEvents Recording::events()
     };
 }
 
-AudioSamples Recording::samples() const
+AudioBuffers Recording::samples() const
 {
     const std::lock_guard guard(m_mutex);
-    return AudioSamples(m_samples.begin(), m_samples.end());
+    return AudioBuffers(m_samples.begin(), m_samples.end());
 }
 
 std::vector<std::optional<QString>> Recording::warnings() const
@@ -69,10 +69,10 @@ bool Recording::waitForWarnings(std::size_t count, double longestSeconds)
     return m_changed.wait_for(lock, secondsLong(longestSeconds), [&] { return m_warnings.size() >= count; });
 }
 
-std::vector<float> channelOf(const AudioSamples& samples, int channel)
+std::vector<float> channelOf(const AudioBuffers& samples, int channel)
 {
     std::vector<float> values;
-    for (const AudioSamplePtr& sample : samples) {
+    for (const AudioBufferPtr& sample : samples) {
         const auto stride = static_cast<std::size_t>(sample->format.channels) * sizeof(float);
         for (int i = 0; i < sample->frames; ++i) {
             float value = 0;
@@ -86,16 +86,16 @@ std::vector<float> channelOf(const AudioSamples& samples, int channel)
     return values;
 }
 
-HostTime endOf(const AudioSample& sample)
+HostTime endOf(const AudioBuffer& sample)
 {
     return sample.presentationTime + HostDuration(std::int64_t(sample.frames) * 1'000'000'000 / 48000);
 }
 
-std::vector<HostTime> beepsIn(const AudioSamples& samples)
+std::vector<HostTime> beepsIn(const AudioBuffers& samples)
 {
     std::vector<HostTime> found;
     int quiet = 0;
-    for (const AudioSamplePtr& sample : samples) {
+    for (const AudioBufferPtr& sample : samples) {
         const std::vector<float> values = channelOf({sample}, 0);
         for (std::size_t i = 0; i < values.size(); ++i) {
             if (std::abs(values[i]) < 0.05F) {
@@ -126,7 +126,7 @@ BeepDistances distances(const std::vector<HostTime>& heard, const std::vector<Ho
     return result;
 }
 
-double worstStep(const AudioSamples& samples)
+double worstStep(const AudioBuffers& samples)
 {
     double worst = 0;
     for (qsizetype i = 1; i < samples.size(); ++i) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/Sound.h"
+#include "platform/AudioServer.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -15,9 +15,9 @@ namespace quelto::pipewire {
 /// Thread: any.
 class Recording {
 public:
-    SoundEvents events();
+    AudioSourceEvents events();
 
-    AudioSamples samples() const;
+    AudioBuffers samples() const;
     std::vector<std::optional<QString>> warnings() const;
     void clear();
 
@@ -28,15 +28,15 @@ public:
 private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::vector<AudioSamplePtr> m_samples;
+    std::vector<AudioBufferPtr> m_samples;
     std::vector<std::optional<QString>> m_warnings;
     std::int64_t m_frames = 0;
 };
 
 /// The end of its last frame.
-HostTime endOf(const AudioSample& sample);
+HostTime endOf(const AudioBuffer& sample);
 /// The times at which the silence of at least 100 ms ends.
-std::vector<HostTime> beepsIn(const AudioSamples& samples);
+std::vector<HostTime> beepsIn(const AudioBuffers& samples);
 
 struct BeepDistances {
     std::size_t count = 0;
@@ -47,10 +47,10 @@ struct BeepDistances {
 BeepDistances distances(const std::vector<HostTime>& heard, const std::vector<HostTime>& played);
 
 /// The greatest distance of a sample from the end of the one before it. Units: milliseconds.
-double worstStep(const AudioSamples& samples);
+double worstStep(const AudioBuffers& samples);
 
 /// One channel of the samples, without regard to gaps.
-std::vector<float> channelOf(const AudioSamples& samples, int channel);
+std::vector<float> channelOf(const AudioBuffers& samples, int channel);
 /// The amplitude of a tone, as its sine has it.
 double amplitudeOf(std::span<const float> values, double hertz);
 /// The median of its tenths of a second: a cycle that a busy machine loses makes the sine jump in one of them.

@@ -20,15 +20,15 @@ protected:
     }
     static HostDuration lengthOf(int frames) { return HostDuration(std::int64_t(frames) * 1'000'000'000 / Rate); }
 
-    AudioSamples m_samples;
-    SampleAssembler m_assembler{Rate, [this](AudioSamplePtr sample) { m_samples.append(std::move(sample)); }};
+    AudioBuffers m_samples;
+    SampleAssembler m_assembler{Rate, [this](AudioBufferPtr sample) { m_samples.append(std::move(sample)); }};
 };
 
 TEST_F(SampleAssemblerTest, HandsOutALongBlockAtOnce)
 {
     add(Begin, 1024);
     ASSERT_EQ(m_samples.size(), 1);
-    const AudioSample& sample = *m_samples[0];
+    const AudioBuffer& sample = *m_samples[0];
     EXPECT_EQ(sample.presentationTime, Begin);
     EXPECT_EQ(sample.frames, 1024);
     EXPECT_EQ(sample.format, AudioFormat{});

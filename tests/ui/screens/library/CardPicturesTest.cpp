@@ -14,7 +14,7 @@ protected:
         readClipsBy(
             [this](const QString& path) {
                 read.append(Clip(path).displayTitle());
-                ClipReading reading;
+                ClipReader reading;
                 if (!unfinished.contains(path)) {
                     reading.picture = QImage(64, 36, QImage::Format_RGB32);
                     reading.picture.fill(Qt::darkGreen);

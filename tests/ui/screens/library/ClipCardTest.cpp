@@ -78,7 +78,7 @@ protected:
         settle();
     }
 
-    ClipReading reading;
+    ClipReader reading;
 };
 
 TEST_F(ClipCardTest, IsABoxWithAnOutlineThatBothLightUp)

@@ -71,19 +71,19 @@ protected:
     QStringList read;
     /// Still being copied.
     QString unfinished;
-    ThumbnailCache cache{ThumbnailCache::Parts{.main = main,
-                                               .work = [this](Task task) { work.post(std::move(task)); },
-                                               .read =
-                                                   [this](const QString& path, const std::stop_token&) {
-                                                       read.append(path);
-                                                       ClipReading reading;
-                                                       reading.facts.duration = path == u"/long" ? 65 : 0;
-                                                       if (path != u"/broken" && path != unfinished) {
-                                                           reading.picture = filled({64, 36}, Qt::red);
-                                                       }
-                                                       return reading;
-                                                   },
-                                               .byteLimit = 1 << 20}};
+    ThumbnailCache cache{ThumbnailCache::Dependencies{.main = main,
+                                                      .work = [this](Task task) { work.post(std::move(task)); },
+                                                      .read =
+                                                          [this](const QString& path, const std::stop_token&) {
+                                                              read.append(path);
+                                                              ClipReader reading;
+                                                              reading.facts.duration = path == u"/long" ? 65 : 0;
+                                                              if (path != u"/broken" && path != unfinished) {
+                                                                  reading.picture = filled({64, 36}, Qt::red);
+                                                              }
+                                                              return reading;
+                                                          },
+                                                      .byteLimit = 1 << 20}};
     ClipPicture picture;
 };
 

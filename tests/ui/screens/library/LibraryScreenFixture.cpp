@@ -29,15 +29,15 @@ void LibraryScreenFixture::SetUp()
     L10n::use(QStringLiteral("tr"));
     settings.setLanguage(QStringLiteral("tr"));
     thumbnails = std::make_unique<ThumbnailCache>(mainQueue);
-    commands =
-        std::make_unique<ClipCommands>(ClipCommands::Parts{.library = library,
-                                                           .files = files,
-                                                           .settings = settings,
-                                                           .navigation = navigation,
-                                                           .drag = [this](const QString& path, const QImage& picture) {
-                                                               dragged.append(path);
-                                                               draggedPicture = picture;
-                                                           }});
+    commands = std::make_unique<ClipCommands>(
+        ClipCommands::Dependencies{.library = library,
+                                   .files = files,
+                                   .settings = settings,
+                                   .navigation = navigation,
+                                   .drag = [this](const QString& path, const QImage& picture) {
+                                       dragged.append(path);
+                                       draggedPicture = picture;
+                                   }});
     NavigationForQml::instance = &navigation;
     ThemeForQml::instance = &theme;
     AppSettingsForQml::instance = &settings;
@@ -56,14 +56,14 @@ void LibraryScreenFixture::TearDown()
     L10n::use(QStringLiteral("tr"));
 }
 
-void LibraryScreenFixture::readClipsBy(const std::function<ClipReading(const QString& path)>& read,
+void LibraryScreenFixture::readClipsBy(const std::function<ClipReader(const QString& path)>& read,
                                        const std::function<void(Task)>& work)
 {
     thumbnails = std::make_unique<ThumbnailCache>(
-        ThumbnailCache::Parts{.main = mainQueue,
-                              .work = work,
-                              .read = [read](const QString& path, const std::stop_token&) { return read(path); },
-                              .byteLimit = 1 << 24});
+        ThumbnailCache::Dependencies{.main = mainQueue,
+                                     .work = work,
+                                     .read = [read](const QString& path, const std::stop_token&) { return read(path); },
+                                     .byteLimit = 1 << 24});
     ThumbnailsForQml::instance = thumbnails.get();
 }
 

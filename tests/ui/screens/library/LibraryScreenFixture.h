@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "library/thumbnails/ThumbnailCache.h"
 #include "base/tasks/MainQueue.h"
+#include "library/thumbnails/ThumbnailCache.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/theme/Theme.h"
@@ -23,7 +23,7 @@ protected:
     /// Before the window is made: takes readings from there instead of from the files, at once or when `work` runs
     /// them.
     void readClipsBy(
-        const std::function<ClipReading(const QString& path)>& read,
+        const std::function<ClipReader(const QString& path)>& read,
         const std::function<void(Task)>& work = [](const Task& task) { task(); });
     /// Makes the window; what is in the folder by then it shows at once.
     void show(const QString& properties = {});

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/pipewire/audio/AudioDeliveryThread.h"
+
+#include "platform/pipewire/audio/CaptureFormat.h"
+#include "platform/pipewire/audio/SampleAssembler.h"
+
+#include <QDebug>
+
+#include <pthread.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <system_error>
+
+namespace quelto::pipewire {
+
+namespace {
+
+/// Two seconds of stereo: longer than any pause in which the reader could still be called alive.
+constexpr std::size_t RingValues = 2 * 2 * CaptureRate;
+constexpr std::size_t RingBlocks = 4096;
+/// Short blocks are not worth waking a thread for each.
+constexpr int FramesPerWake = CaptureRate / 100;
+
+} // namespace
+
+AudioDeliveryThread::EventCounter::EventCounter()
+    : m_descriptor(eventfd(0, EFD_CLOEXEC))
+{
+    if (m_descriptor < 0) {
+        throw std::system_error(errno, std::generic_category(), "eventfd");
+    }
+}
+
+AudioDeliveryThread::EventCounter::~EventCounter()
+{
+    close(m_descriptor);
+}
+
+void AudioDeliveryThread::EventCounter::raise() noexcept
+{
+    eventfd_write(m_descriptor, 1);
+}
+
+void AudioDeliveryThread::EventCounter::wait() noexcept
+{
+    eventfd_t count = 0;
+    eventfd_read(m_descriptor, &count);
+}
+
+AudioDeliveryThread::AudioDeliveryThread(AudioSourceEvents events)
+    : m_events(std::move(events))
+    , m_ring(RingValues, RingBlocks)
+    , m_thread(&AudioDeliveryThread::run, this)
+{
+    pthread_setname_np(m_thread.native_handle(), "quelto-samples");
+}
+
+AudioDeliveryThread::~AudioDeliveryThread()
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_isEnding = true;
+    }
+    m_counter.raise();
+    m_thread.join();
+}
+
+void AudioDeliveryThread::write(const BlockRing::Block& block, const float* values) noexcept
+{
+    m_ring.tryWrite(block, values);
+    m_framesSinceWake += block.frames;
+    if (m_framesSinceWake >= FramesPerWake) {
+        m_framesSinceWake = 0;
+        m_counter.raise();
+    }
+}
+
+void AudioDeliveryThread::flush()
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_isFlushing = true;
+    }
+    m_counter.raise();
+}
+
+void AudioDeliveryThread::warn(std::optional<QString> warning)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_warnings.push_back(std::move(warning));
+    }
+    m_counter.raise();
+}
+
+void AudioDeliveryThread::run()
+{
+    SampleAssembler assembler(CaptureRate, [this](AudioBufferPtr sample) {
+        if (m_events.onSample) {
+            m_events.onSample(std::move(sample));
+        }
+    });
+    std::vector<float> values;
+    std::uint64_t reportedDrops = 0;
+    while (true) {
+        m_counter.wait();
+        std::deque<std::optional<QString>> warnings;
+        bool isFlushing = false;
+        {
+            const std::lock_guard guard(m_mutex);
+            if (m_isEnding) {
+                return;
+            }
+            warnings.swap(m_warnings);
+            isFlushing = std::exchange(m_isFlushing, false);
+        }
+        while (const auto block = m_ring.tryRead(values)) {
+            assembler.add(*block, values);
+        }
+        if (isFlushing) {
+            assembler.flush();
+        }
+        for (std::optional<QString>& warning : warnings) {
+            if (m_events.onWarning) {
+                m_events.onWarning(std::move(warning));
+            }
+        }
+        if (const std::uint64_t drops = m_ring.droppedBlocks(); drops != reportedDrops) {
+            qWarning("sound: %llu blocks dropped because nobody fetched them in time",
+                     static_cast<unsigned long long>(drops - reportedDrops));
+            reportedDrops = drops;
+        }
+    }
+}
+
+} // namespace quelto::pipewire

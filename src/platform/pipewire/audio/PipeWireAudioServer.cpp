@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/pipewire/audio/PipeWireAudioServer.h"
+
+#include "platform/pipewire/audio/MicrophoneRule.h"
+#include "platform/pipewire/audio/PipeWireSource.h"
+#include "platform/pipewire/audio/SystemAudioRule.h"
+
+namespace quelto {
+
+namespace {
+
+using namespace pipewire;
+
+/// The main thread waits for the list.
+constexpr std::chrono::milliseconds ListTimeout(500);
+
+class PipeWireAudioServer final : public AudioServer {
+public:
+    std::unique_ptr<AudioSource> systemAudio() override
+    {
+        return std::make_unique<PipeWireSource>(m_connection, std::make_unique<SystemAudioRule>());
+    }
+
+    std::unique_ptr<AudioSource> microphone(const QString& id) override
+    {
+        return std::make_unique<PipeWireSource>(m_connection, std::make_unique<MicrophoneRule>(id));
+    }
+
+    QList<MicrophoneInfo> microphones() override
+    {
+        if (!m_connection->waitUntilReady(ListTimeout)) {
+            return {};
+        }
+        const PipeWireConnection::Lock lock(*m_connection);
+        // The server may have left since.
+        return m_connection->isReady() ? microphonesIn(m_connection->graph()) : QList<MicrophoneInfo>();
+    }
+
+private:
+    std::shared_ptr<PipeWireConnection> m_connection = std::make_shared<PipeWireConnection>();
+};
+
+} // namespace
+
+std::unique_ptr<AudioServer> makePipeWireAudioServer()
+{
+    return std::make_unique<PipeWireAudioServer>();
+}
+
+} // namespace quelto

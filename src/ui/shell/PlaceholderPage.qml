@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Theme
+
+// A page with a sign, a title, a sentence, and what can be done from here.
+FocusScope {
+    id: page
+
+    required property string symbol
+    required property string title
+    property string text: ""
+    // What stands between the sentence and the buttons.
+    property alias details: between.data
+    default property alias actions: buttons.data
+
+    focus: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: title
+
+    EmptyState {
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 56, 560)
+        symbol: page.symbol
+        title: page.title
+        text: page.text
+
+        Column {
+            id: between
+
+            width: parent.width
+            visible: children.length > 0
+        }
+
+        Row {
+            id: buttons
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            topPadding: 6
+            spacing: 12
+        }
+    }
+}

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/picture/FrameConverter.h"
+
+#include "ReferencePicture.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace quelto {
+namespace {
+
+using test::SourcePicture;
+
+constexpr double EnoughDecibels = 45;
+
+std::shared_ptr<VideoFrame> converted(const BgrxPicture& picture, QSize size,
+                                      InstructionSet instructionSet = bestInstructionSet())
+{
+    FramePool pool(size, 1);
+    auto frame = pool.tryTake();
+    const auto rows = static_cast<std::size_t>(size.height()) * 3 / 2;
+    std::memset(frame->luma, 0, static_cast<std::size_t>(frame->stride) * rows);
+    FrameConverter(instructionSet).convert(picture, *frame);
+    return frame;
+}
+
+bool sameBytes(const VideoFrame& one, const VideoFrame& other)
+{
+    const auto rows = static_cast<std::size_t>(one.size.height()) * 3 / 2;
+    return one.stride == other.stride &&
+        std::memcmp(one.luma, other.luma, static_cast<std::size_t>(one.stride) * rows) == 0;
+}
+
+struct NamedKind {
+    const char* name;
+    SourcePicture::Kind kind;
+};
+constexpr NamedKind Kinds[] = {{"Natural", SourcePicture::Kind::natural},
+                               {"Gradient", SourcePicture::Kind::gradient},
+                               {"SaturatedNoise", SourcePicture::Kind::saturatedNoise}};
+
+struct ScaleCase {
+    const char* name;
+    QSize source;
+    QSize output;
+};
+constexpr ScaleCase Scales[] = {
+    {"SameSize", {640, 360}, {640, 360}},
+    {"WidthNoMultipleOfAVector", {646, 362}, {646, 362}},
+    {"FourToThree", {640, 360}, {480, 270}},
+    {"ThreeToTwo", {960, 540}, {640, 360}},
+    {"Half", {640, 360}, {320, 180}},
+    {"HalfOfNoMultipleOfAVector", {660, 372}, {330, 186}},
+    {"Third", {960, 540}, {320, 180}},
+    {"OddRatio", {683, 384}, {640, 360}},
+    {"NotQuiteThreeToOne", {1001, 563}, {336, 188}},
+    {"FullHdFrom1440", {2560, 1440}, {1920, 1080}},
+    {"HdFrom768", {1366, 768}, {1280, 720}},
+    {"NarrowerOnly", {700, 360}, {640, 360}},
+    {"LowerOnly", {640, 400}, {640, 360}},
+};
+
+class Fidelity : public testing::TestWithParam<std::tuple<NamedKind, ScaleCase>> { };
+
+TEST_P(Fidelity, IsAtLeast45DecibelsForLumaAndChroma)
+{
+    const auto& [kind, scale] = GetParam();
+    const SourcePicture picture(kind.kind, scale.source);
+    const auto measured =
+        test::fidelity(*converted(picture.view(), scale.output), test::referencePlanes(picture, scale.output));
+    RecordProperty("luma", std::to_string(measured.luma));
+    RecordProperty("chroma", std::to_string(measured.chroma));
+    std::printf("luma %.1f dB, chroma %.1f dB\n", measured.luma, measured.chroma);
+    EXPECT_GE(measured.luma, EnoughDecibels);
+    EXPECT_GE(measured.chroma, EnoughDecibels);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pictures, Fidelity, testing::Combine(testing::ValuesIn(Kinds), testing::ValuesIn(Scales)),
+                         [](const auto& row) {
+                             return std::string(std::get<0>(row.param).name) + std::get<1>(row.param).name;
+                         });
+
+class Kernels : public testing::TestWithParam<ScaleCase> { };
+
+TEST_P(Kernels, GiveTheSameBytesWithEveryInstructionSet)
+{
+    for (const auto& kind : Kinds) {
+        const SourcePicture picture(kind.kind, GetParam().source);
+        const auto expected = converted(picture.view(), GetParam().output, InstructionSet::portable);
+        for (const auto instructionSet : {InstructionSet::ssse3, InstructionSet::avx2}) {
+            if (isAvailable(instructionSet)) {
+                EXPECT_TRUE(sameBytes(*converted(picture.view(), GetParam().output, instructionSet), *expected))
+                    << kind.name << " with instruction set " << static_cast<int>(instructionSet);
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, Kernels, testing::ValuesIn(Scales), [](const auto& row) { return row.param.name; });
+
+struct ColourCase {
+    const char* name;
+    std::uint32_t rgb;
+    int luma;
+    int cb;
+    int cr;
+};
+// The values of Recommendation BT.709 for full-amplitude colours in video range.
+constexpr ColourCase Colours[] = {
+    {"Black", 0x000000, 16, 128, 128}, {"White", 0xffffff, 235, 128, 128}, {"Red", 0xff0000, 63, 102, 240},
+    {"Green", 0x00ff00, 173, 42, 26},  {"Blue", 0x0000ff, 32, 240, 118},   {"Grey", 0x808080, 126, 128, 128},
+};
+
+class Colour : public testing::TestWithParam<ColourCase> { };
+
+TEST_P(Colour, HasTheStandardsValuesInEverySize)
+{
+    const auto& colour = GetParam();
+    for (const auto output : {QSize(160, 90), QSize(120, 68), QSize(320, 180)}) {
+        const auto frame = converted(SourcePicture(colour.rgb, {160, 90}).view(), output);
+        for (int y = 0; y < output.height(); ++y) {
+            for (int x = 0; x < output.width(); ++x) {
+                ASSERT_NEAR(frame->luma[y * frame->stride + x], colour.luma, 1) << x << ", " << y;
+                const int expected = x % 2 == 0 ? colour.cb : colour.cr;
+                const auto* chroma = frame->chroma + y / 2 * frame->stride;
+                ASSERT_NEAR(chroma[x], expected, 1) << x << ", " << y;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Primaries, Colour, testing::ValuesIn(Colours), [](const auto& row) { return row.param.name; });
+
+TEST(FrameConverter, DropsTheLastRowAndColumnOfAnOddScreenInsteadOfScaling)
+{
+    const SourcePicture picture(SourcePicture::Kind::saturatedNoise, {641, 361});
+    auto cropped = picture.view();
+    cropped.size = {640, 360};
+    EXPECT_TRUE(sameBytes(*converted(picture.view(), {640, 360}), *converted(cropped, {640, 360})));
+}
+
+TEST(FrameConverter, GrowsLinearly)
+{
+    // Left black, right white: a ramp between the two centres, without overshoot.
+    std::uint8_t pixels[2 * 4] = {0, 0, 0, 0, 255, 255, 255, 0};
+    const auto frame = converted({.pixels = pixels, .stride = 8, .size = {2, 1}}, {8, 2});
+    const int expected[] = {16, 16, 43, 98, 153, 208, 235, 235};
+    for (int x = 0; x < 8; ++x) {
+        EXPECT_NEAR(frame->luma[x], expected[x], 1) << x;
+    }
+}
+
+TEST(FrameConverter, FollowsAChangeOfTheSourcesSize)
+{
+    const SourcePicture large(SourcePicture::Kind::natural, {1000, 600});
+    const SourcePicture small(SourcePicture::Kind::natural, {500, 300});
+    FramePool pool({640, 360}, 2);
+    FrameConverter converter;
+    auto first = pool.tryTake();
+    auto second = pool.tryTake();
+    converter.convert(large.view(), *first);
+    converter.convert(small.view(), *second);
+    const auto measured = test::fidelity(*first, test::referencePlanes(large, {640, 360}));
+    EXPECT_GE(measured.luma, EnoughDecibels);
+    auto alone = converted(small.view(), {640, 360});
+    std::vector<std::uint8_t> expected(alone->luma, alone->luma + 640 * 360);
+    EXPECT_EQ(expected, std::vector<std::uint8_t>(second->luma, second->luma + 640 * 360));
+}
+
+TEST(FrameConverter, LeavesTheFrameAloneWithoutAPicture)
+{
+    FramePool pool({16, 16}, 1);
+    auto frame = pool.tryTake();
+    frame->luma[0] = 99;
+    FrameConverter().convert({}, *frame);
+    EXPECT_EQ(frame->luma[0], 99);
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/media/reader/GeneratedClips.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <stdexcept>
+#include <system_error>
+
+namespace quelto::test {
+
+namespace {
+
+/// By posix_spawn: a QProcess in the program blinds the thread sanitizer to what follows.
+int exitStatus(std::vector<QByteArray>& command, const QByteArray& log)
+{
+    std::vector<char*> words;
+    words.reserve(command.size() + 1);
+    for (auto& word : command) {
+        words.push_back(word.data());
+    }
+    words.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    pid_t child = 0;
+    const int error = posix_spawnp(&child, words[0], &actions, nullptr, words.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = 0;
+    if (error != 0 || waitpid(child, &status, 0) < 0) {
+        throw std::system_error(error != 0 ? error : errno, std::system_category());
+    }
+    return status;
+}
+
+} // namespace
+
+QString GeneratedClips::make(const QString& name, const QString& words) const
+{
+    auto target = path(name);
+    std::vector<QByteArray> arguments{"ffmpeg", "-nostdin", "-v", "error", "-y"};
+    for (const auto& word : words.split(u' ', Qt::SkipEmptyParts)) {
+        arguments.push_back(word.toUtf8());
+    }
+    arguments.push_back(QFile::encodeName(target));
+    const auto log = path(QStringLiteral("ffmpeg.log"));
+    if (exitStatus(arguments, QFile::encodeName(log)) != 0) {
+        throw std::runtime_error(read(log).toStdString());
+    }
+    return target;
+}
+
+QString GeneratedClips::lightening(const QString& name, double seconds, double rise, const QString& encoding) const
+{
+    return make(name,
+                QStringLiteral("-f lavfi -i color=c=black:s=64x64:r=60:d=%1,format=yuv420p,"
+                               "geq=lum='16+T*%2':cb=128:cr=128 -c:v libx264 -qp 4 %3")
+                    .arg(seconds)
+                    .arg(rise)
+                    .arg(encoding));
+}
+
+QString GeneratedClips::quarters(const QString& name) const
+{
+    return make(name,
+                QStringLiteral("-f lavfi -i color=c=0xFF8080:s=64x32:r=30:d=1,"
+                               "drawbox=x=32:y=0:w=32:h=16:c=0x8080FF:t=fill,"
+                               "drawbox=x=0:y=16:w=32:h=16:c=0x800000:t=fill,"
+                               "drawbox=x=32:y=16:w=32:h=16:c=0x000080:t=fill -c:v libx264 -qp 4"));
+}
+
+QString GeneratedClips::write(const QString& name, const QByteArray& bytes) const
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
+        throw std::runtime_error("cannot write");
+    }
+    return file.fileName();
+}
+
+QByteArray GeneratedClips::read(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw std::runtime_error("cannot read");
+    }
+    return file.readAll();
+}
+
+} // namespace quelto::test

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/CanberraEventSounds.h"
+
+#include "Recording.h"
+#include "SoundDesktop.h"
+#include "platform/pipewire/audio/PipeWireAudioServer.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include <unistd.h>
+
+namespace quelto {
+namespace {
+
+using namespace pipewire;
+
+constexpr double Silence = 0.001;
+
+/// What comes out of the speaker, all programs' sounds together.
+class Speaker {
+public:
+    Speaker()
+        : m_process(QStringLiteral("parec"),
+                    {QStringLiteral("--raw"), QStringLiteral("--format=float32le"), QStringLiteral("--rate=48000"),
+                     QStringLiteral("--channels=1"), QStringLiteral("--latency-msec=20"), QStringLiteral("-d"),
+                     desktopName("QUELTO_TEST_SPEAKER") + QStringLiteral(".monitor")})
+    {
+        EXPECT_TRUE(comesTrue([this] { return read() > 0; })) << "the speaker's monitor gives nothing";
+    }
+
+    ~Speaker() { m_process.terminate(); }
+    Speaker(const Speaker&) = delete;
+    Speaker& operator=(const Speaker&) = delete;
+
+    /// Seconds from the first to the last sound, once there was a sound and then half a second of silence; else 0.
+    double waitForSound(double longestSeconds = 5)
+    {
+        m_first = m_last = -1;
+        const bool isOver = comesTrue([this] { return read() - m_last > 24000 && m_first >= 0; }, longestSeconds);
+        return isOver ? static_cast<double>(m_last - m_first) / 48000 : 0;
+    }
+
+private:
+    /// Frames so far.
+    std::int64_t read()
+    {
+        m_unread += m_process.readAvailable();
+        const auto count = m_unread.size() / qsizetype(sizeof(float));
+        for (qsizetype i = 0; i < count; ++i, ++m_frames) {
+            float value = 0;
+            std::memcpy(&value, m_unread.constData() + i * qsizetype(sizeof value), sizeof value);
+            if (std::abs(value) > 0.01F) {
+                m_first = m_first < 0 ? m_frames : m_first;
+                m_last = m_frames;
+            }
+        }
+        m_unread.remove(0, count * qsizetype(sizeof(float)));
+        return m_frames;
+    }
+
+    ChildProcess m_process;
+    QByteArray m_unread;
+    std::int64_t m_frames = 0;
+    std::int64_t m_first = -1;
+    std::int64_t m_last = -1;
+};
+
+double loudest(const AudioBuffers& samples)
+{
+    double loudest = 0;
+    for (const float value : channelOf(samples, 0)) {
+        loudest = std::max(loudest, std::abs(static_cast<double>(value)));
+    }
+    return loudest;
+}
+
+class CanberraEventSoundsTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (desktopName("QUELTO_TEST_SPEAKER").isEmpty()) {
+            GTEST_SKIP() << "runs on the private desktop only";
+        }
+    }
+
+    CanberraEventSounds m_sounds;
+};
+
+TEST_F(CanberraEventSoundsTest, AreHeardButNotRecorded)
+{
+    const auto server = makePipeWireAudioServer();
+    Recording recording;
+    const auto source = server->systemAudio();
+    source->start(recording.events());
+    // Keeps the capture going without being heard.
+    const OtherProgram quiet({.amplitude = 0});
+    ASSERT_TRUE(recording.waitForSound(0.2));
+    Speaker speaker;
+    for (const EventSound sound : {EventSound::hero, EventSound::glass, EventSound::hero, EventSound::glass}) {
+        m_sounds.play(sound);
+        const double length = speaker.waitForSound();
+        std::printf("%s: %.2f s\n", sound == EventSound::hero ? "hero" : "glass", length);
+        EXPECT_GT(length, sound == EventSound::hero ? 0.7 : 0.2);
+        EXPECT_LT(length, sound == EventSound::hero ? 1.5 : 0.6);
+    }
+    ASSERT_TRUE(recording.waitForSound(0.2));
+    EXPECT_LT(loudest(recording.samples()), Silence);
+
+    // The same file from another program is recorded: what is silent above is so because it is ours.
+    run(QStringLiteral("paplay"), {QStringLiteral("/usr/share/sounds/freedesktop/stereo/complete.oga")});
+    EXPECT_GT(loudest(recording.samples()), 0.05);
+    source->stop();
+}
+
+TEST_F(CanberraEventSoundsTest, ShowInMixersAsOurs)
+{
+    QJsonObject properties;
+    const auto isListed = [&] {
+        const QString list =
+            run(QStringLiteral("pactl"),
+                {QStringLiteral("-f"), QStringLiteral("json"), QStringLiteral("list"), QStringLiteral("sink-inputs")});
+        properties = QJsonDocument::fromJson(list.toUtf8()).array().at(0).toObject().value(u"properties").toObject();
+        return !properties.isEmpty();
+    };
+    // Again where the sound was over before a busy machine listed it.
+    ASSERT_TRUE(comesTrue([&] {
+        m_sounds.play(EventSound::hero);
+        return comesTrue(isListed, 1);
+    }));
+    EXPECT_EQ(properties.value(u"application.name").toString(), u"Quelto");
+    EXPECT_EQ(properties.value(u"application.id").toString(), u"app.quelto.Quelto");
+    EXPECT_EQ(properties.value(u"application.icon_name").toString(), u"app.quelto.Quelto");
+    EXPECT_EQ(properties.value(u"media.role").toString(), u"event");
+    EXPECT_EQ(properties.value(u"application.process.id").toString(), QString::number(getpid()));
+}
+
+TEST_F(CanberraEventSoundsTest, SoundAgainAfterTheServerWasStartedAnew)
+{
+    {
+        Speaker speaker;
+        m_sounds.play(EventSound::glass);
+        ASSERT_GT(speaker.waitForSound(), 0);
+    }
+    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
+    m_sounds.play(EventSound::glass);
+    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("start")});
+    Speaker speaker;
+    double length = 0;
+    for (int attempt = 0; attempt < 3 && length == 0; ++attempt) {
+        m_sounds.play(EventSound::glass);
+        length = speaker.waitForSound(3);
+    }
+    EXPECT_GT(length, 0);
+}
+
+TEST_F(CanberraEventSoundsTest, HoldNobodyUpWhenTheServerDoesNotAnswer)
+{
+    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("pause")});
+    const HostTime begin = HostClock::now();
+    {
+        CanberraEventSounds sounds;
+        sounds.play(EventSound::hero);
+        sounds.play(EventSound::glass);
+        EXPECT_LT(inSeconds(HostClock::now() - begin), 0.1);
+    }
+    EXPECT_LT(inSeconds(HostClock::now() - begin), 1);
+    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("resume")});
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FakeNotificationServer.h"
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+
+namespace {
+
+const QString Service = QStringLiteral("org.freedesktop.Notifications");
+const QString ObjectPath = QStringLiteral("/org/freedesktop/Notifications");
+
+} // namespace
+
+QDBusConnection newConnection()
+{
+    static int count = 0;
+    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QString::number(++count));
+}
+
+void sendNotificationSignal(const QDBusConnection& bus, const QString& signal, const QVariantList& arguments)
+{
+    QDBusMessage message = QDBusMessage::createSignal(ObjectPath, Service, signal);
+    message.setArguments(arguments);
+    EXPECT_TRUE(bus.send(message));
+}
+
+FakeNotificationServer::FakeNotificationServer(QStringList capabilities)
+    : m_bus(newConnection())
+    , m_capabilities(std::move(capabilities))
+{
+    EXPECT_TRUE(m_bus.registerObject(ObjectPath, this, QDBusConnection::ExportAllSlots));
+    EXPECT_TRUE(m_bus.registerService(Service));
+}
+
+FakeNotificationServer::~FakeNotificationServer()
+{
+    m_bus.unregisterService(Service);
+    QDBusConnection::disconnectFromBus(m_bus.name());
+}
+
+QStringList FakeNotificationServer::GetCapabilities()
+{
+    ++capabilityCalls;
+    return m_capabilities;
+}
+
+uint FakeNotificationServer::Notify(const QString& application, uint replaces, const QString& icon,
+                                    const QString& title, const QString& body, const QStringList& actions,
+                                    const QVariantMap& hints, int timeout)
+{
+    calls.append({application, replaces, icon, title, body, actions, hints, timeout});
+    const uint number = replaces != 0 ? replaces : nextNumber++;
+    if (isHoldingBack) {
+        setDelayedReply(true);
+        m_heldBack.append(message().createReply(number));
+    }
+    return number;
+}
+
+void FakeNotificationServer::letGo()
+{
+    isHoldingBack = false;
+    for (const QDBusMessage& reply : std::exchange(m_heldBack, {})) {
+        EXPECT_TRUE(m_bus.send(reply));
+    }
+}
+
+void FakeNotificationServer::send(const QString& signal, const QVariantList& arguments) const
+{
+    sendNotificationSignal(m_bus, signal, arguments);
+}
+
+void FakeNotificationServer::click(uint number) const
+{
+    send(QStringLiteral("ActionInvoked"), {number, QStringLiteral("default")});
+}
+
+} // namespace quelto

@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/FreedesktopNotifications.h"
+
+#include "FakeNotificationServer.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+const QString Markup = QStringLiteral("body-markup");
+const QString Closed = QStringLiteral("NotificationClosed");
+
+class FreedesktopNotificationsTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsEmpty("QUELTO_TEST_DIR")) {
+            GTEST_SKIP() << "runs on the private desktop only";
+        }
+        m_notifications = std::make_unique<FreedesktopNotifications>(m_bus);
+        QObject::connect(m_notifications.get(), &DesktopNotifications::clicked,
+                         [this](const QString& id) { m_clicks.append(id); });
+    }
+
+    void TearDown() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
+
+    static DesktopNotification notification(const QString& id)
+    {
+        return {id, QStringLiteral("title"), QStringLiteral("body")};
+    }
+
+    /// Shows it and waits until the server's answer must have arrived.
+    void showOn(const FakeNotificationServer& server, const DesktopNotification& notification)
+    {
+        const auto before = server.calls.size();
+        m_notifications->show(notification);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return server.calls.size() > before; }));
+        settle();
+    }
+
+    /// Everything sent so far has arrived, on both connections: a message that goes the same ways came back.
+    void settle()
+    {
+        for (int round = 0; round < 2; ++round) {
+            bool isBack = false;
+            const QDBusConnection other = newConnection();
+            const QDBusMessage call =
+                QDBusMessage::createMethodCall(m_bus.baseService(), QStringLiteral("/"),
+                                               QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+            QDBusPendingCallWatcher watcher(other.asyncCall(call));
+            QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, [&isBack] { isBack = true; });
+            ASSERT_TRUE(QTest::qWaitFor([&] { return isBack; }));
+            QTest::qWait(20);
+        }
+    }
+
+    QDBusConnection m_bus = newConnection();
+    std::unique_ptr<FreedesktopNotifications> m_notifications;
+    QStringList m_clicks;
+};
+
+TEST_F(FreedesktopNotificationsTest, TellsTheServerWhoseNoticeItIsAndWhatItSays)
+{
+    const FakeNotificationServer server;
+    showOn(server, {QStringLiteral("one"), QStringLiteral("Maç bitti"), QStringLiteral("3 klip")});
+    ASSERT_EQ(server.calls.size(), 1);
+    const NotifyCall& call = server.calls[0];
+    EXPECT_EQ(call.application, u"Quelto");
+    EXPECT_EQ(call.icon, u"app.quelto.Quelto");
+    EXPECT_EQ(call.replaces, 0u);
+    EXPECT_EQ(call.title, QStringLiteral("Maç bitti"));
+    EXPECT_EQ(call.body, u"3 klip");
+    ASSERT_EQ(call.actions.size(), 2);
+    EXPECT_EQ(call.actions[0], u"default");
+    EXPECT_FALSE(call.actions[1].isEmpty());
+    EXPECT_EQ(call.hints[QStringLiteral("desktop-entry")], QStringLiteral("app.quelto.Quelto"));
+    EXPECT_EQ(call.hints[QStringLiteral("urgency")], QVariant::fromValue(uchar(1)));
+    EXPECT_EQ(call.hints[QStringLiteral("urgency")].metaType(), QMetaType::fromType<uchar>());
+    EXPECT_EQ(call.hints[QStringLiteral("suppress-sound")], true);
+    EXPECT_EQ(call.timeout, -1);
+}
+
+TEST_F(FreedesktopNotificationsTest, EscapesTheBodyForAServerThatReadsMarkup)
+{
+    const FakeNotificationServer server({Markup});
+    showOn(server, {QStringLiteral("one"), QStringLiteral("<b>&"), QStringLiteral("<a href=\"x\">Ahri</a> & 'Co'")});
+    EXPECT_EQ(server.calls[0].title, u"<b>&");
+    EXPECT_EQ(server.calls[0].body, u"&lt;a href=&quot;x&quot;&gt;Ahri&lt;/a&gt; &amp; 'Co'");
+}
+
+TEST_F(FreedesktopNotificationsTest, LeavesTheBodyAsItIsForAServerThatDoesNot)
+{
+    const FakeNotificationServer server({QStringLiteral("body")});
+    showOn(server, {QStringLiteral("one"), {}, QStringLiteral("<b>Ahri</b> & Co")});
+    EXPECT_EQ(server.calls[0].body, u"<b>Ahri</b> & Co");
+}
+
+TEST_F(FreedesktopNotificationsTest, SendsTextThatIsNoValidUnicode)
+{
+    const FakeNotificationServer server;
+    showOn(server, {QStringLiteral("one"), QString(QChar(0xd800)), QStringLiteral("after")});
+    EXPECT_EQ(server.calls[0].body, u"after");
+    EXPECT_TRUE(m_bus.isConnected());
+}
+
+TEST_F(FreedesktopNotificationsTest, AsksForCapabilitiesOnceAndKeepsTheOrder)
+{
+    const FakeNotificationServer server;
+    m_notifications->show(notification(QStringLiteral("one")));
+    m_notifications->show({QStringLiteral("two"), QStringLiteral("second"), {}});
+    showOn(server, {QStringLiteral("three"), QStringLiteral("third"), {}});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.calls.size() == 3; }));
+    EXPECT_EQ(server.capabilityCalls, 1);
+    EXPECT_EQ(server.calls[0].title, u"title");
+    EXPECT_EQ(server.calls[1].title, u"second");
+    EXPECT_EQ(server.calls[2].title, u"third");
+}
+
+TEST_F(FreedesktopNotificationsTest, ReplacesTheEarlierNoticeOfTheSameId)
+{
+    FakeNotificationServer server;
+    server.nextNumber = 77;
+    showOn(server, notification(QStringLiteral("one")));
+    showOn(server, notification(QStringLiteral("two")));
+    showOn(server, notification(QStringLiteral("one")));
+    EXPECT_EQ(server.calls[1].replaces, 0u);
+    EXPECT_EQ(server.calls[2].replaces, 77u);
+}
+
+TEST_F(FreedesktopNotificationsTest, ReplacesANoticeWhoseNumberIsStillToCome)
+{
+    FakeNotificationServer server;
+    server.isHoldingBack = true;
+    showOn(server, notification(QStringLiteral("one")));
+    QElapsedTimer timer;
+    timer.start();
+    m_notifications->show({QStringLiteral("one"), QStringLiteral("skipped"), {}});
+    m_notifications->show({QStringLiteral("one"), QStringLiteral("newest"), {}});
+    EXPECT_LT(timer.elapsed(), 100) << "waited for the server";
+    settle();
+    EXPECT_EQ(server.calls.size(), 1);
+    server.letGo();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.calls.size() == 2; }));
+    EXPECT_EQ(server.calls[1].replaces, 1u);
+    EXPECT_EQ(server.calls[1].title, u"newest");
+}
+
+TEST_F(FreedesktopNotificationsTest, ReportsAClickWithTheIdOfItsNotice)
+{
+    const FakeNotificationServer server;
+    showOn(server, notification(QStringLiteral("one")));
+    showOn(server, notification(QStringLiteral("two")));
+    server.click(2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_clicks.isEmpty(); }));
+    EXPECT_EQ(m_clicks, QStringList{QStringLiteral("two")});
+}
+
+TEST_F(FreedesktopNotificationsTest, IgnoresOtherActionsAndOtherProgramsNotices)
+{
+    const FakeNotificationServer server;
+    showOn(server, notification(QStringLiteral("one")));
+    server.click(0);
+    server.click(2);
+    server.send(QStringLiteral("ActionInvoked"), {1U, QStringLiteral("settings")});
+    server.click(1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_clicks.isEmpty(); }));
+    settle();
+    EXPECT_EQ(m_clicks.size(), 1);
+}
+
+TEST_F(FreedesktopNotificationsTest, IgnoresSignalsThatAreNotTheServers)
+{
+    const FakeNotificationServer server;
+    showOn(server, notification(QStringLiteral("one")));
+    const QDBusConnection stranger = newConnection();
+    sendNotificationSignal(stranger, QStringLiteral("ActionInvoked"), {1U, QStringLiteral("default")});
+    sendNotificationSignal(stranger, Closed, {1U, 2U});
+    settle();
+    EXPECT_TRUE(m_clicks.isEmpty());
+    server.click(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 1; }));
+}
+
+TEST_F(FreedesktopNotificationsTest, ForgetsADismissedNoticeButNotOneThatExpired)
+{
+    const FakeNotificationServer server;
+    showOn(server, notification(QStringLiteral("dismissed")));
+    showOn(server, notification(QStringLiteral("expired")));
+    server.send(Closed, {1U, 2U});
+    server.send(Closed, {2U, 1U});
+    server.click(1);
+    server.click(2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_clicks.isEmpty(); }));
+    settle();
+    EXPECT_EQ(m_clicks, QStringList{QStringLiteral("expired")});
+    showOn(server, notification(QStringLiteral("dismissed")));
+    showOn(server, notification(QStringLiteral("expired")));
+    EXPECT_EQ(server.calls[2].replaces, 0u);
+    EXPECT_EQ(server.calls[3].replaces, 0u);
+}
+
+TEST_F(FreedesktopNotificationsTest, DoesNotMixUpTheNumbersOfTwoServers)
+{
+    auto server = std::make_unique<FakeNotificationServer>(QStringList{Markup});
+    showOn(*server, {QStringLiteral("one"), {}, QStringLiteral("&")});
+    EXPECT_EQ(server->calls[0].body, u"&amp;");
+    server.reset();
+    settle();
+    server = std::make_unique<FakeNotificationServer>();
+    settle();
+    server->click(1);
+    settle();
+    EXPECT_TRUE(m_clicks.isEmpty());
+    showOn(*server, {QStringLiteral("one"), {}, QStringLiteral("&")});
+    EXPECT_EQ(server->calls[0].replaces, 0u);
+    EXPECT_EQ(server->calls[0].body, u"&") << "what the server before it could read";
+    server->click(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 1; }));
+}
+
+TEST_F(FreedesktopNotificationsTest, LosesANoticeInSilenceWhereThereIsNoServer)
+{
+    m_notifications->show(notification(QStringLiteral("lost")));
+    settle();
+    const FakeNotificationServer server;
+    showOn(server, {QStringLiteral("one"), QStringLiteral("next"), {}});
+    ASSERT_EQ(server.calls.size(), 1);
+    EXPECT_EQ(server.calls[0].title, u"next");
+    server.click(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 1; }));
+}
+
+TEST_F(FreedesktopNotificationsTest, LosesANoticeInSilenceWhereThereIsNoBus)
+{
+    FreedesktopNotifications notifications(QDBusConnection(QStringLiteral("none")));
+    notifications.show(notification(QStringLiteral("one")));
+    notifications.show(notification(QStringLiteral("one")));
+    QTest::qWait(20);
+}
+
+TEST_F(FreedesktopNotificationsTest, HandsOnTheActivationTokenBeforeTheClick)
+{
+    const FakeNotificationServer server;
+    showOn(server, notification(QStringLiteral("one")));
+    QByteArray seen;
+    QByteArray startupId;
+    QObject::connect(m_notifications.get(), &DesktopNotifications::clicked, [&] {
+        seen = qgetenv("XDG_ACTIVATION_TOKEN");
+        startupId = qgetenv("DESKTOP_STARTUP_ID");
+    });
+    server.send(QStringLiteral("ActivationToken"), {9U, QStringLiteral("another's")});
+    server.click(1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 1; }));
+    EXPECT_EQ(seen, "");
+    server.send(QStringLiteral("ActivationToken"), {1U, QStringLiteral("token-1_TIME5")});
+    server.click(1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 2; }));
+    EXPECT_EQ(seen, "token-1_TIME5");
+    EXPECT_EQ(startupId, "token-1_TIME5");
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "other programs must not inherit what is spent";
+    EXPECT_FALSE(qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
+}
+
+} // namespace
+} // namespace quelto

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ChildProcess.h"
+#include "platform/freedesktop/FreedesktopNotifications.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace quelto {
+namespace {
+
+using pipewire::ChildProcess;
+
+QByteArray dunstctl(const QStringList& arguments)
+{
+    ChildProcess process(QStringLiteral("dunstctl"), arguments);
+    return process.readAll();
+}
+
+int displayed()
+{
+    return dunstctl({QStringLiteral("count"), QStringLiteral("displayed")}).trimmed().toInt();
+}
+
+/// What the server has shown and closed since, the newest first.
+QJsonArray history()
+{
+    const QJsonDocument document = QJsonDocument::fromJson(dunstctl({QStringLiteral("history")}));
+    return document.object().value(u"data").toArray().at(0).toArray();
+}
+
+QString field(const QJsonValue& entry, QStringView name)
+{
+    return entry.toObject().value(name).toObject().value(u"data").toString();
+}
+
+TEST(NotificationServer, ShowsANoticeReplacesItAndReportsTheClick)
+{
+    if (qEnvironmentVariableIsEmpty("QUELTO_TEST_NOTICES")) {
+        GTEST_SKIP() << "runs on the private desktop with notifications only";
+    }
+    FreedesktopNotifications notifications;
+    QStringList clicks;
+    QObject::connect(&notifications, &DesktopNotifications::clicked, [&](const QString& id) { clicks.append(id); });
+    notifications.show({QStringLiteral("match"), QStringLiteral("first"), QStringLiteral("body")});
+    notifications.show(
+        {QStringLiteral("match"), QStringLiteral("Maç bitti • <i>"), QStringLiteral("<b>Ahri</b> & Co • 3")});
+    ASSERT_TRUE(QTest::qWaitFor([] { return displayed() == 1; }));
+    QTest::qWait(200);
+    ASSERT_EQ(displayed(), 1) << "the second one did not replace the first";
+    dunstctl({QStringLiteral("action")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !clicks.isEmpty(); }));
+    EXPECT_EQ(clicks, QStringList{QStringLiteral("match")});
+    dunstctl({QStringLiteral("close")});
+    ASSERT_TRUE(QTest::qWaitFor([] { return displayed() == 0; }));
+    const QJsonArray shown = history();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(field(shown[0], u"appname"), u"Quelto");
+    EXPECT_EQ(field(shown[0], u"summary"), QStringLiteral("Maç bitti • <i>"));
+    EXPECT_TRUE(field(shown[0], u"message").contains(QStringLiteral("&lt;b&gt;Ahri&lt;/b&gt; &amp; Co • 3")))
+        << field(shown[0], u"message").toStdString();
+    EXPECT_EQ(field(shown[0], u"default_action_name"), u"default");
+}
+
+} // namespace
+} // namespace quelto
