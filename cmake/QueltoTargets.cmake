@@ -42,6 +42,7 @@ quelto_precompiled_header(quelto_precompiled_for_tests PrecompiledForTests.h GTe
 # quelto_library(name SOURCES a.cpp … LINK target … [PRIVATE_LINK target …])
 function(quelto_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK;PRIVATE_LINK")
+    quelto_check_layers(${name} ${arg_LINK} ${arg_PRIVATE_LINK})
     add_library(${name} STATIC ${arg_SOURCES})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_link_libraries(${name} PUBLIC Qt6::Core ${arg_LINK} PRIVATE quelto_warnings ${arg_PRIVATE_LINK})

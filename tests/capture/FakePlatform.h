@@ -9,7 +9,7 @@
 #include <cstring>
 #include <optional>
 
-/// Desktop services that a test drives by hand. They stand at the seam only; what lies above it is the real thing.
+/// Desktop services that a test controls. Everything above the platform interfaces is real.
 namespace quelto::test {
 
 class FakeDisplays final : public Displays {
@@ -99,7 +99,7 @@ public:
     QString askedFor;
     std::optional<QString> micError;
     std::optional<QString> systemError;
-    /// The sources that were made last. Their owner may have destroyed them since.
+    /// The sources created last; their owner may have destroyed them.
     FakeAudioSource* mic = nullptr;
     FakeAudioSource* system = nullptr;
 
@@ -129,7 +129,7 @@ public:
         bool operator==(const Combination&) const = default;
     };
 
-    /// What is grabbed now, and how often something was.
+    /// The current grab, and the number of grabs so far.
     std::optional<Combination> grabbed;
     int grabs = 0;
 
@@ -150,10 +150,10 @@ public:
 };
 
 enum class FakeKeyFrames { everyThirtieth, none };
-/// Whether a sample comes out with its picture or with the one after it.
+/// Whether a frame is emitted at once or when the next one arrives.
 enum class FakeDelay { none, onePicture };
 
-/// Gives out a sample of 1,024 bytes for each picture.
+/// Emits 1,024 bytes for each frame.
 class FakeEncoder final : public VideoEncoder {
 public:
     FakeEncoder(OnSample onSample, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
@@ -194,7 +194,7 @@ private:
     int m_count = 0;
 };
 
-/// A platform of fakes, and handles to reach them by.
+/// A platform of fakes, with access to each of them.
 struct FakePlatform {
     Platform platform;
     FakeDisplays* displays = nullptr;

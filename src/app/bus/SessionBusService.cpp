@@ -20,9 +20,9 @@ ProgramOnBus::ProgramOnBus(Recorder& recorder, AppSettings& settings, const Navi
     , m_settings(settings)
     , m_navigation(navigation)
 {
-    // SetSetting's argument is looked up by this name.
+    // Qt finds SetSetting's argument type by this name.
     qRegisterMetaType<QDBusVariant>("QDBusVariant");
-    connect(&recorder, &Recorder::clipSaved, this, &ProgramOnBus::ClipSaved);
+    connect(&recorder, &Recorder::clipSaved, this, [this](const SavedClip& clip) { Q_EMIT ClipSaved(clip.path); });
     connect(&recorder, &Recorder::saveFailed, this, &ProgramOnBus::SaveFailed);
 }
 

@@ -19,20 +19,20 @@ inline const QString service = QStringLiteral("app.quelto.Quelto");
 inline const QString path = QStringLiteral("/app/quelto/Quelto");
 } // namespace busNames
 
-/// What other programs can ask of Quelto on the session bus: the way to the key's action where the desktop keeps global
-/// keys to itself, and to scripts.
+/// Quelto's own interface on the session bus, for scripts and for desktop shortcuts where programs cannot grab global
+/// keys.
 class ProgramOnBus : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "app.quelto.Quelto")
     /// "idle", "starting", "recording" or "error".
     Q_PROPERTY(QString State READ stateName)
-    /// Of an error: the text that the user reads.
+    /// In the error state: the message that the user sees.
     Q_PROPERTY(QString Message READ message)
     Q_PROPERTY(QString CaptureSummary READ captureSummary)
     Q_PROPERTY(QString MicWarning READ micWarning)
     Q_PROPERTY(double BufferMB READ bufferMB)
     Q_PROPERTY(bool IsSaving READ isSaving)
-    /// The page in the window: "library", "review" and the match's id.
+    /// The page in the window, such as "library", or "review" with the match's id.
     Q_PROPERTY(QString Page READ pageName)
 
 public:
@@ -47,11 +47,11 @@ public:
     QString pageName() const { return pageText(m_navigation.page()); }
 
 public Q_SLOTS:
-    /// Does what the key does.
+    /// Does the same as the global key.
     void SaveClip();
     void Start();
     void Stop();
-    /// Sets one preference by its name. An unknown name or a value of another kind is an error.
+    /// Sets a preference by its name. An unknown name or a value of another type is an error.
     void SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call);
 
 Q_SIGNALS:
@@ -64,7 +64,7 @@ private:
     const Navigation& m_navigation;
 };
 
-/// The desktop's own interface for programs that run once: a second start raises the first one's window.
+/// The desktop's interface for single-instance programs: a second start raises the window of the first.
 class ApplicationOnBus : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -81,10 +81,10 @@ private:
     std::function<void()> m_activate;
 };
 
-/// Whether this process is now the one that bears Quelto's name on the session bus; true also where there is no bus.
+/// Claims Quelto's name on the session bus. False if another process owns it; true without a bus.
 bool claimBusName();
-/// Asks the Quelto that bears the name to show its window. True also if it is still starting, and will show it by
-/// itself; false if it does not answer within a few seconds.
+/// Asks the running Quelto to show its window. True also if it is still starting and will show the window itself; false
+/// if it does not answer within a few seconds.
 bool raiseRunningInstance();
 
 } // namespace quelto

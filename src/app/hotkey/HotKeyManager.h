@@ -8,7 +8,7 @@
 
 namespace quelto {
 
-/// Keeps the one global key combination that saves a clip registered, as the settings have it.
+/// Keeps the global key combination of the settings registered.
 ///
 /// Thread: main.
 class HotKeyManager : public QObject {
@@ -17,15 +17,15 @@ class HotKeyManager : public QObject {
 public:
     HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* parent = nullptr);
 
-    /// What the key does. Runs from the event loop, never from inside the display system's event handling.
+    /// Called when the key is pressed, from the event loop.
     std::function<void()> action;
 
-    /// Replaces an earlier registration. A combination that another program holds never fires, without a message.
+    /// Replaces the previous registration. A combination that another program holds never fires; no error is reported.
     void registerKey(std::uint32_t keyCode, std::uint32_t modifiers);
     void registerFromSettings();
-    /// From now on each change of the key or its modifiers takes effect at once.
+    /// From now on, registers the combination again whenever it changes.
     void followSettings();
-    /// While the user records a new combination the old one must not fire.
+    /// Used while the user records a new combination, so that the old one does not fire.
     void unregister();
 
 private:

@@ -21,24 +21,14 @@ namespace quelto {
 namespace {
 
 constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
-/// For a save folder on a disk that hangs.
+/// Limits the wait for a scan of a save folder on a disk that hangs.
 constexpr std::chrono::milliseconds ReadTimeout{500};
-
-DisplaySize sizesOf(const Displays& displays)
-{
-    return [&displays](std::uint32_t displayID) -> std::optional<QSize> {
-        const auto all = displays.all();
-        const auto found = std::ranges::find_if(
-            all, [=](const DisplayInfo& each) { return displayID == 0 ? each.isMain : each.id == displayID; });
-        return found == all.end() ? std::nullopt : std::optional(found->pixelSize);
-    };
-}
 
 } // namespace
 
 ApplicationController::ApplicationController()
     : m_platform(makePlatform())
-    , m_settings(AppSettings::defaultPath(), sizesOf(*m_platform.displays))
+    , m_settings(AppSettings::defaultPath())
     , m_language(m_settings)
     , m_sessionQueue(QStringLiteral("quelto.session"))
     , m_saveQueue(QStringLiteral("quelto.save"))
@@ -66,20 +56,21 @@ ApplicationController::ApplicationController()
     , m_clipCommands(
           {.library = m_library, .files = *m_platform.files, .settings = m_settings, .navigation = m_navigation})
     , m_hud(m_engine, m_main)
-    , m_routing(m_settings, m_matches,
-                {.isRecording = [this] { return m_recorder->isActive(); },
-                 .startRecording = [this] { m_recorder->start(); },
-                 .saveAutoClip = [this](const Moment& moment) { m_recorder->saveAutoClip(moment, moment.game); },
-                 .reloadLibrary = [this] { m_library.reload(); },
-                 .playSound = [this](EventSound sound) { m_platform.sounds->play(sound); },
-                 .showHud = [this](const HudMessage& message) { showHud(message); },
-                 .showToast = [this](const QString& text) { m_navigation.showToast(text); },
-                 .notifyDesktop =
-                     [this](const MatchNotification& notification) {
-                         m_platform.notifications->show({.id = matchIdText(notification.id),
-                                                         .title = notification.title,
-                                                         .body = notification.body});
-                     }})
+    , m_policy(m_settings, m_matches,
+               {.isRecording = [this] { return m_recorder->isActive(); },
+                .startRecording = [this] { m_recorder->start(); },
+                .saveAutoClip = [this](const Moment& moment) { m_recorder->saveAutoClip(moment, moment.game); }})
+    , m_feedback(m_settings, m_matches,
+                 {.reloadLibrary = [this] { m_library.reload(); },
+                  .playSound = [this](EventSound sound) { m_platform.sounds->play(sound); },
+                  .showHud = [this](const HudMessage& message) { showHud(message); },
+                  .showToast = [this](const QString& text) { m_navigation.showToast(text); },
+                  .notifyDesktop =
+                      [this](const MatchNotification& notification) {
+                          m_platform.notifications->show({.id = matchIdText(notification.id),
+                                                          .title = notification.title,
+                                                          .body = notification.body});
+                      }})
 {
     m_recorder = std::make_unique<Recorder>(Recorder::Dependencies{.settings = m_settings,
                                                                    .platform = m_platform,
@@ -90,7 +81,7 @@ ApplicationController::ApplicationController()
 
 ApplicationController::~ApplicationController()
 {
-    // The window's bindings look at what goes next.
+    // First, because the window's bindings use the members destroyed below.
     delete m_window;
     m_libraryQueue.finish(ReadTimeout);
 }
@@ -112,7 +103,7 @@ void ApplicationController::applicationDidFinishLaunching()
     followGames();
     connect(m_recorder.get(), &Recorder::stateChanged, m_statusItem.get(), &StatusItem::updateIcon);
 
-    // What others may ask over the session bus, once there is something to answer with.
+    // Registered last, when every method can be answered.
     new ProgramOnBus(*m_recorder, m_settings, m_navigation, this);
     new ApplicationOnBus([this] { showWindow(); }, this);
     QDBusConnection::sessionBus().registerObject(busNames::path, this);
@@ -149,8 +140,8 @@ void ApplicationController::joinSavedClips()
 {
     connect(m_recorder.get(), &Recorder::clipSaved, &m_commands, &WindowCommands::clipSaved);
     connect(m_recorder.get(), &Recorder::saveFailed, &m_commands, &WindowCommands::saveFailed);
-    connect(m_recorder.get(), &Recorder::clipSaved, &m_routing, &MomentRouting::clipSaved);
-    connect(m_recorder.get(), &Recorder::saveFailed, &m_routing, &MomentRouting::saveFailed);
+    connect(m_recorder.get(), &Recorder::clipSaved, &m_feedback, &ClipFeedback::clipSaved);
+    connect(m_recorder.get(), &Recorder::saveFailed, &m_feedback, &ClipFeedback::saveFailed);
 }
 
 void ApplicationController::joinMatches()
@@ -169,9 +160,9 @@ void ApplicationController::joinMatches()
 
 void ApplicationController::followGames()
 {
-    m_routing.followMatches(m_league, LeagueWatcher::gameName());
-    m_routing.followMatches(m_dota, DotaWatcher::gameName());
-    m_routing.follow(m_wow, WoWWatcher::gameName());
+    m_policy.followMatches(m_league, LeagueWatcher::gameName());
+    m_policy.followMatches(m_dota, DotaWatcher::gameName());
+    m_policy.follow(m_wow, WoWWatcher::gameName());
 }
 
 void ApplicationController::openReview(const QUuid& match)
@@ -186,14 +177,14 @@ void ApplicationController::showHud(const HudMessage& message)
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         m_hud.show(message);
     } else {
-        // Without X11 no window gets above a full-screen one; the desktop's own notices may.
+        // Only X11 lets a window stay above a full-screen one; a desktop notification may.
         m_platform.notifications->show({.id = QStringLiteral("hud"), .title = message.title, .body = message.subtitle});
     }
 }
 
 void ApplicationController::showWindow()
 {
-    // show() would make a maximised window a normal one.
+    // show() would restore a maximised window to its normal size.
     m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
     m_window->setVisible(true);
     m_window->raise();
@@ -214,7 +205,7 @@ void ApplicationController::openFolder()
 void ApplicationController::quit()
 {
     m_window->hide();
-    // Whatever happens in a game from now on, the clips that are asked for already are the last.
+    // No new automatic clips: only the requested ones are still saved.
     for (GameWatcher* watcher : std::initializer_list<GameWatcher*>{&m_league, &m_dota, &m_wow}) {
         watcher->stop();
     }

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "app/hotkey/HotKeyManager.h"
-#include "app/routing/MomentRouting.h"
+#include "app/routing/ClipFeedback.h"
+#include "app/routing/MomentPolicy.h"
 #include "app/startup/LanguageSwitcher.h"
 #include "app/tray/StatusItem.h"
 #include "base/settings/AppSettings.h"
@@ -32,9 +33,9 @@
 
 namespace quelto {
 
-/// The composition root: makes every long-lived object, joins them to each other, and from then on only routes.
+/// The composition root: creates every long-lived object and connects them.
 ///
-/// Closing the window does not end the program, so that capture and the key stay alive; "Quit" does.
+/// Closing the window does not end the program, so that recording and the global key go on; "Quit" does.
 ///
 /// Thread: main.
 class ApplicationController : public QObject {
@@ -44,18 +45,18 @@ public:
     ApplicationController();
     ~ApplicationController() override;
 
-    /// The start-up sequence. A subsystem that this build does not have has no line in it.
+    /// The start-up sequence.
     void applicationDidFinishLaunching();
 
-    /// Nothing before it finished launching.
+    /// Null before applicationDidFinishLaunching().
     QQuickWindow* window() const { return m_window; }
 
     void showWindow();
     void showSettings();
     void openFolder();
-    /// Ends the program; clips that are being saved, or wait for it, are finished first.
+    /// Ends the program after all requested clips are saved.
     void quit();
-    /// For an end that cannot be put off: waits until the clip that is being written is a whole file.
+    /// For an exit that cannot be delayed: blocks until the clip that is being written is complete.
     void finishRunningSave();
 
 private:
@@ -64,7 +65,7 @@ private:
     void joinMatches();
     void followGames();
     void showHud(const HudMessage& message);
-    /// Shows the review of a match, which may be gone by now.
+    /// Shows the review of a match, which may no longer exist.
     void openReview(const QUuid& match);
 
     Platform m_platform;
@@ -72,7 +73,7 @@ private:
     LanguageSwitcher m_language;
     MainQueue m_main;
     std::unique_ptr<Recorder> m_recorder;
-    // They end before the recorder that their tasks refer to.
+    // Declared after the recorder, so that they end before the objects their tasks use.
     SerialQueue m_sessionQueue;
     SerialQueue m_saveQueue;
     SerialQueue m_libraryQueue;
@@ -90,7 +91,8 @@ private:
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;
-    MomentRouting m_routing;
+    MomentPolicy m_policy;
+    ClipFeedback m_feedback;
     LeagueWatcher m_league;
     DotaWatcher m_dota;
     WoWWatcher m_wow;

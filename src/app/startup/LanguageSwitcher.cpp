@@ -18,7 +18,7 @@ LanguageSwitcher::LanguageSwitcher(const AppSettings& settings)
 
 void LanguageSwitcher::loadQtTexts()
 {
-    // False leaves it empty, which is English.
+    // A failed load leaves the translator empty, which means English.
     std::ignore = m_qtTexts.load(L10n::locale(), QStringLiteral("qtbase"), QStringLiteral("_"),
                                  QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }

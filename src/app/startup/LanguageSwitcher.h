@@ -8,10 +8,10 @@
 
 namespace quelto {
 
-/// Puts the language of the settings in force, also for what Qt itself says: the names of keys beside menu entries, the
-/// buttons of its own dialogs. These are in English where Qt's translations are not installed.
+/// Applies the language of the settings, also to Qt's own texts: key names beside menu entries, buttons of its dialogs.
+/// Qt's texts are English where its translations are not installed.
 ///
-/// Thread: main. Made before anything that has texts.
+/// Thread: main. Created before any object with texts.
 class LanguageSwitcher {
 public:
     explicit LanguageSwitcher(const AppSettings& settings);
@@ -22,7 +22,7 @@ private:
     void loadQtTexts();
 
     QTranslator m_qtTexts;
-    /// Ends the connections.
+    /// Its destruction ends the connections.
     QObject m_context;
 };
 

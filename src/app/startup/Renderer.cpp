@@ -10,7 +10,7 @@ namespace quelto {
 bool hasGraphicsCard(const QString& devices)
 {
     const QDir folder(devices);
-    // Device files are neither files nor folders to Qt.
+    // QDir lists device files only as system files.
     constexpr auto Kind = QDir::System | QDir::Files;
     return !QDir(folder.filePath(QStringLiteral("dri"))).entryList({QStringLiteral("renderD*")}, Kind).isEmpty() ||
         !folder.entryList({QStringLiteral("nvidia[0-9]*")}, Kind).isEmpty();
@@ -22,7 +22,7 @@ void chooseRenderer()
     if (isSet("QT_QUICK_BACKEND") || isSet("QSG_RHI_BACKEND")) {
         return;
     }
-    // Mesa's variable keeps OpenGL from a card that is there.
+    // Mesa's variable that forces rendering by the processor.
     if (isSet("LIBGL_ALWAYS_SOFTWARE") || !hasGraphicsCard(QStringLiteral("/dev"))) {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     }

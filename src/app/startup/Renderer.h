@@ -5,16 +5,13 @@
 
 namespace quelto {
 
-/// Whether there is a device that draws: a render node of the kernel's, or one of NVIDIA's own driver.
-///
-/// `devices` is the folder of the device files.
+/// Whether the machine has a graphics device: a kernel render node or one of NVIDIA's own driver. `devices` is the
+/// folder of the device files.
 bool hasGraphicsCard(const QString& devices);
 
-/// Lets Qt draw windows by the processor where there is no graphics card, unless the user's environment chooses. OpenGL
-/// without a card draws the whole window anew for each frame of a small movement, on every core, beside the encoder
-/// that works there too: frames of the recording would be lost.
-///
-/// Before the first window.
+/// Selects Qt's software renderer on machines without a graphics card, unless the user's environment chooses one.
+/// OpenGL emulated by the processor redraws the whole window for each frame of a small animation, on all cores, and the
+/// encoder would lose frames. Call before the first window is created.
 void chooseRenderer();
 
 } // namespace quelto

@@ -7,9 +7,9 @@
 
 namespace quelto {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into an ordinary quit, so that a logout loses no clip that is being saved.
+/// Turns SIGTERM, SIGINT and SIGHUP into an ordinary quit, so that a logout does not lose a clip that is being saved.
 ///
-/// One at a time. Thread: main.
+/// At most one instance at a time. Thread: main.
 class TerminationSignals {
 public:
     explicit TerminationSignals(std::function<void()> quit);

@@ -23,22 +23,22 @@ Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
 namespace {
 
-constexpr std::chrono::seconds UntilAllRuns{2};
-/// For threads that read from a disk that hangs; longer than what is still moved to the trash may take.
+constexpr std::chrono::seconds StartupTime{2};
+/// Limits the wait for threads that read from a disk that hangs. Longer than the time the trash may take.
 constexpr std::chrono::seconds ExitTimeout{10};
 
-/// Qt leaves by exit() when the display server goes away, from within the event loop, with all threads running: what
-/// they use would be torn down under them. A clip that is being written is finished, and then the process ends at once.
+/// Qt calls exit() from the event loop when the display server goes away, while all threads run; static objects would
+/// be destroyed under them. This handler lets the running save finish and then ends the process at once.
 class AbruptExit {
 public:
     explicit AbruptExit(quelto::ApplicationController& controller)
     {
         running = &controller;
         comeFirst();
-        // What Qt makes on its way to the first picture, and the watchers on theirs, would be torn down before.
+        // Objects that Qt and the watchers register during start-up would otherwise be destroyed first.
         QObject::connect(controller.window(), &QQuickWindow::frameSwapped, &m_context, &comeFirst,
                          Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
-        QTimer::singleShot(UntilAllRuns, &m_context, &comeFirst);
+        QTimer::singleShot(StartupTime, &m_context, &comeFirst);
     }
     ~AbruptExit() { running = nullptr; }
     AbruptExit(const AbruptExit&) = delete;
@@ -60,7 +60,7 @@ private:
     QObject m_context;
 };
 
-/// A process that never ends would keep the next start from recording.
+/// Ends the process after a time limit: one that never ends would block the next start.
 void endEvenIfAThreadHangs(int result)
 {
     std::thread([result] {
@@ -73,7 +73,7 @@ void endEvenIfAThreadHangs(int result)
 
 int main(int argc, char* argv[])
 {
-    // A server that goes away in the midst of a request must not take the program with it.
+    // Writing to a closed socket must not end the program.
     std::signal(SIGPIPE, SIG_IGN);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quelto"));
@@ -100,7 +100,7 @@ int main(int argc, char* argv[])
     controller.applicationDidFinishLaunching();
     const AbruptExit abruptExit(controller);
     const int result = QApplication::exec();
-    // Only then may the end be cut short. After an ordinary quit there is nothing left to wait for.
+    // Before the process may be ended early. After an ordinary quit no save is left.
     controller.finishRunningSave();
     endEvenIfAThreadHangs(result);
     return result;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/tray/StatusItem.h"
 
+#include "base/keys/HotKeyText.h"
 #include "base/language/T.h"
 #include "ui/theme/Palette.h"
 #include "ui/theme/Symbols.h"
@@ -47,7 +48,7 @@ StatusItem::StatusItem(Recorder& recorder, const AppSettings& settings, ShellCom
 
 void StatusItem::updateIcon()
 {
-    // Panels are light or dark, and do not tell; the accent can be seen on both.
+    // Panels may be light or dark and do not say which; the accent colour is visible on both.
     const auto color = Palette::find(m_settings.colorTheme()).accent;
     m_icon.setIcon(symbolIcon(symbolFor(m_recorder.stateKind()), color));
 }
@@ -57,7 +58,9 @@ void StatusItem::rebuildMenu()
     m_menu.clear();
     m_menu.addAction(statusLine())->setEnabled(false);
     m_menu.addSeparator();
-    auto* save = m_menu.addAction(T("Klip Kaydet ({0})", m_settings.hotkeyDisplay()), &m_recorder, &Recorder::saveClip);
+    auto* save = m_menu.addAction(
+        T("Klip Kaydet ({0})", hotKeyDisplay(m_settings.hotkeyModifiers(), m_settings.hotkeyKeyName())), &m_recorder,
+        &Recorder::saveClip);
     save->setEnabled(m_recorder.isActive());
     m_menu.addAction(m_recorder.isActive() ? T("Kaydı Durdur") : T("Kaydı Başlat"), &m_recorder, &Recorder::toggle);
     m_menu.addSeparator();

@@ -11,7 +11,7 @@
 
 namespace quelto {
 
-/// What the status item's menu and the window's menu make happen.
+/// The commands of the status item's menu and of the window's menu.
 struct ShellCommands {
     std::function<void()> showWindow;
     std::function<void()> showSettings;
@@ -19,7 +19,7 @@ struct ShellCommands {
     std::function<void()> quit;
 };
 
-/// The icon in the desktop's status area, with a menu that is built each time it opens.
+/// The icon in the desktop's status area. Its menu is rebuilt each time it opens.
 ///
 /// Thread: main.
 class StatusItem : public QObject {

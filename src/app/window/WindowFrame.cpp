@@ -11,15 +11,15 @@ namespace quelto {
 
 namespace {
 
-// A crash loses no more than the last movement.
-constexpr std::chrono::seconds RestBeforeSave{1};
+// A crash loses at most the last movement.
+constexpr std::chrono::seconds SaveFrameDelay{1};
 
 const auto FrameKey = QStringLiteral("windows/QueltoMain");
 const auto MaximizedKey = QStringLiteral("windows/QueltoMainMaximized");
 
 QList<QRect> screensPrimaryFirst()
 {
-    // Qt lists the primary one first.
+    // Qt lists the primary screen first.
     QList<QRect> all;
     for (const auto* screen : QGuiApplication::screens()) {
         all.append(screen->availableGeometry());
@@ -48,7 +48,7 @@ QRect fittingFrame(const QRect& wanted, const QMargins& decoration, const QSize&
     }
     frame.moveRight(std::min(frame.right(), room.right()));
     frame.moveBottom(std::min(frame.bottom(), room.bottom()));
-    // Last, as the title bar stands at the top and is read from the left.
+    // Top and left come last: the start of the title bar must stay visible.
     frame.moveLeft(std::max(frame.left(), room.left()));
     frame.moveTop(std::max(frame.top(), room.top()));
     return frame;
@@ -61,7 +61,7 @@ WindowFrame::WindowFrame(QWindow& window, QString settingsPath)
 {
     restore();
     m_untilSave.setSingleShot(true);
-    m_untilSave.setInterval(RestBeforeSave);
+    m_untilSave.setInterval(SaveFrameDelay);
     m_untilSave.callOnTimeout(this, &WindowFrame::save);
     window.installEventFilter(this);
     connect(&window, &QWindow::visibleChanged, this, [this](bool isVisible) {
@@ -102,7 +102,7 @@ void WindowFrame::restore()
     }
 }
 
-/// What the window manager draws around the window is not known before it stands on the screen.
+/// The size of the window manager's decoration is only known when the window is shown.
 void WindowFrame::fitAsDecorated()
 {
     if (m_isFitted || !m_window.isExposed()) {
@@ -124,7 +124,7 @@ void WindowFrame::save()
     QSettings settings(m_settingsPath, QSettings::IniFormat);
     const bool isMaximized = m_window.windowStates().testFlag(Qt::WindowMaximized);
     settings.setValue(MaximizedKey, isMaximized);
-    // The frame that a maximised window goes back to is the last one it had before.
+    // While maximised, keep the frame to which the window returns.
     if (!isMaximized) {
         settings.setValue(FrameKey, m_window.geometry());
     }

@@ -6,22 +6,22 @@
 
 namespace quelto {
 
-/// The frame for a window's contents nearest to the wanted one that leaves the whole window, with what the window
-/// manager draws around it, on one of the screens: the one that shows most of it, or, where none does, the middle of
-/// the first. A window whose smallest size exceeds the screen keeps its title bar on it.
+/// The frame nearest to `wanted` that keeps the whole window, with its decoration, on one screen: the screen that shows
+/// most of it, or, if none does, the middle of the first. A window whose minimum size exceeds the screen keeps its
+/// title bar on it.
 ///
-/// `screens` are what panels and docks leave of them; the first is the primary one.
+/// `screens` are the areas without panels and docks; the first is the primary screen.
 QRect fittingFrame(const QRect& wanted, const QMargins& decoration, const QSize& smallest, const QList<QRect>& screens);
 
-/// Puts a window where it stood when the program last ran, as large as the screen if it was, and without a saved frame
-/// in the middle of the screen; keeps what it is moved to. It belongs to the window.
+/// Restores the frame and the maximised state that the window had when the program last ran, or centres it, and saves
+/// later changes. Owned by the window.
 ///
 /// Thread: main.
 class WindowFrame : public QObject {
     Q_OBJECT
 
 public:
-    /// For a window that was not shown yet.
+    /// Call before the window is shown.
     WindowFrame(QWindow& window, QString settingsPath);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -91,7 +91,7 @@ QString labelOf(QualityPreset preset)
     case QualityPreset::ultra:
         break;
     }
-    // Reads the same in every language.
+    // The same in every language.
     return QStringLiteral("Ultra");
 }
 
@@ -100,17 +100,17 @@ QString labelOf(VideoCodec codec)
     return QString::fromLatin1(rowOf(Codecs, codec).label);
 }
 
-ResolutionPreset resolutionFromRawValue(const QString& rawValue)
+template <> ResolutionPreset presetFromRawValue(const QString& rawValue)
 {
     return valueFrom(Resolutions, rawValue, ResolutionPreset::p1080);
 }
 
-QualityPreset qualityFromRawValue(const QString& rawValue)
+template <> QualityPreset presetFromRawValue(const QString& rawValue)
 {
     return valueFrom(Qualities, rawValue, QualityPreset::high);
 }
 
-VideoCodec codecFromRawValue(const QString& rawValue)
+template <> VideoCodec presetFromRawValue(const QString& rawValue)
 {
     return valueFrom(Codecs, rawValue, VideoCodec::h264);
 }

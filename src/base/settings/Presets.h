@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/types/EncodedFrame.h"
+#include "base/settings/VideoCodec.h"
 
 #include <QString>
 
@@ -10,9 +10,9 @@
 
 namespace quelto {
 
-/// The output's height.
+/// The height of the output.
 enum class ResolutionPreset { native, p1440, p1080, p720 };
-/// How many bits a pixel gets.
+/// The bit rate, as bits per pixel.
 enum class QualityPreset { low, medium, high, ultra };
 
 inline constexpr std::array AllResolutionPresets{ResolutionPreset::native, ResolutionPreset::p1440,
@@ -21,22 +21,23 @@ inline constexpr std::array AllQualityPresets{QualityPreset::low, QualityPreset:
                                               QualityPreset::ultra};
 inline constexpr std::array AllVideoCodecs{VideoCodec::h264, VideoCodec::hevc};
 
-/// The word that stands in the settings file.
+/// The preset's name in the settings file.
 QString rawValueOf(ResolutionPreset preset);
 QString rawValueOf(QualityPreset preset);
 QString rawValueOf(VideoCodec codec);
 
-/// The words for the user.
+/// The text for the user.
 QString labelOf(ResolutionPreset preset);
 QString labelOf(QualityPreset preset);
 QString labelOf(VideoCodec codec);
 
-/// The preset of that word; an unknown word gives the default one. Case-sensitive.
-ResolutionPreset resolutionFromRawValue(const QString& rawValue);
-QualityPreset qualityFromRawValue(const QString& rawValue);
-VideoCodec codecFromRawValue(const QString& rawValue);
+/// The preset with that name in the settings file, or its default for an unknown name. Case-sensitive.
+template <typename Preset> Preset presetFromRawValue(const QString& rawValue);
+template <> ResolutionPreset presetFromRawValue(const QString& rawValue);
+template <> QualityPreset presetFromRawValue(const QString& rawValue);
+template <> VideoCodec presetFromRawValue(const QString& rawValue);
 
-/// Units: pixels; nothing for the display's own height.
+/// The greatest height of the output, or nothing for the display's own. Units: pixels.
 std::optional<int> heightOf(ResolutionPreset preset);
 double bitsPerPixelOf(QualityPreset preset);
 

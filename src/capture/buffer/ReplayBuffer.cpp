@@ -5,10 +5,9 @@ namespace quelto {
 
 namespace {
 
-// What the window keeps beyond the seconds asked for, so that a clip's wanted start is still inside when the save
-// begins.
+// Kept beyond the requested seconds, so that the clip's start is still in the buffer when the save begins.
 constexpr double ExtraSeconds = 3.0;
-// Sound reaches further back than the picture, whose head may lie up to a key-frame interval before the window's edge.
+// Audio reaches back further than video, whose head may lie up to a key-frame interval before the window's edge.
 constexpr double ExtraAudioSeconds = 2.0;
 
 } // namespace
@@ -65,7 +64,7 @@ void ReplayBuffer::appendChat(AudioBufferPtr sample)
     append(std::move(sample), m_chat);
 }
 
-void ReplayBuffer::append(AudioBufferPtr sample, AudioTrackEncoder& track)
+void ReplayBuffer::append(AudioBufferPtr sample, AudioTrack& track)
 {
     const std::scoped_lock guard(m_lock);
     const auto cutoff = sample->presentationTime - fromSeconds(m_keepSeconds + ExtraAudioSeconds);

@@ -9,22 +9,22 @@
 
 namespace quelto {
 
-/// The rolling store behind instant replay: the newest encoded pictures and the newest sound of three sources.
+/// The rolling buffer of instant replay: the newest encoded frames and the newest audio of three sources.
 ///
-/// It trims itself on every append, so memory stays in proportion to the window. Nothing goes to disk here, and no
-/// sample is copied: buffer and snapshots share them.
+/// Each append trims its track, so memory stays proportional to the window. Nothing is written to disk and no sample is
+/// copied; the buffer and its snapshots share them.
 ///
-/// The head of the video track only ever moves to a key frame, the newest one that lies at or before the window's edge.
-/// Moving it any further would leave pictures that no decoder can start with.
+/// The head of the video track only moves to a key frame: the newest one at or before the window's edge. Any later head
+/// would leave frames that no decoder can start with.
 ///
-/// Thread: any. Each track has one producer that appends in time order.
+/// Thread: any. Each track has one producer, which appends in time order.
 class ReplayBuffer {
 public:
-    /// Sets the window to the given seconds and 3 more. A shorter window trims each track on its next append.
+    /// Sets the window to `seconds` plus 3. A shorter window takes effect on each track's next append.
     void configure(int seconds);
     double keepSeconds() const;
 
-    /// Empties all tracks; the window stays.
+    /// Empties all tracks. The window is kept.
     void reset();
 
     void appendVideo(EncodedFramePtr sample);
@@ -32,22 +32,22 @@ public:
     void appendMic(AudioBufferPtr sample);
     void appendChat(AudioBufferPtr sample);
 
-    /// The tracks as they are now. Takes four references, so no producer waits for a save.
+    /// The current tracks. Copies four references, so no producer waits for a save.
     ReplaySnapshot snapshot();
 
-    /// Units: bytes of all samples' data.
+    /// The size of all samples' data. Units: bytes.
     std::int64_t approximateBytes() const;
 
 private:
-    using AudioTrackEncoder = ReplayTrack<AudioBuffer>;
+    using AudioTrack = ReplayTrack<AudioBuffer>;
 
-    void append(AudioBufferPtr sample, AudioTrackEncoder& track);
+    void append(AudioBufferPtr sample, AudioTrack& track);
 
     mutable std::mutex m_lock;
     ReplayTrack<EncodedFrame> m_video;
-    AudioTrackEncoder m_audio;
-    AudioTrackEncoder m_mic;
-    AudioTrackEncoder m_chat;
+    AudioTrack m_audio;
+    AudioTrack m_mic;
+    AudioTrack m_chat;
     double m_keepSeconds = 33.0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace quelto {
 
-/// The four tracks of the replay buffer as they were at one instant, oldest sample first. Shares the samples.
+/// The four tracks of the replay buffer at one instant, oldest sample first. Shares the samples.
 struct ReplaySnapshot {
     EncodedFrames video;
     AudioBuffers audio;

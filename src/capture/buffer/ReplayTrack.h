@@ -8,12 +8,12 @@
 
 namespace quelto {
 
-/// One track of the replay buffer: samples in the order of their times, oldest first.
+/// One track of the replay buffer: samples in time order, oldest first.
 ///
-/// A snapshot shares the list, and the first change after it works on a list of its own. It goes by what was given out
-/// and not by the list's count of owners, since another thread may be about to let go of the shared one.
+/// A snapshot shares the list, and the first change after a snapshot copies it. The track remembers whether it handed
+/// out the list instead of using the list's reference count, because another thread may be releasing a snapshot.
 ///
-/// Thread: one at a time; the snapshots it gave out may be read and dropped anywhere.
+/// Thread: one at a time. Snapshots may be read and released on any thread.
 template <typename Sample> class ReplayTrack {
 public:
     using Samples = QList<std::shared_ptr<const Sample>>;
@@ -40,7 +40,7 @@ public:
         m_samples.remove(0, count);
     }
 
-    /// Takes one reference.
+    /// Copies one reference.
     Samples snapshot()
     {
         m_isShared = true;

@@ -6,9 +6,9 @@ namespace quelto {
 namespace {
 
 constexpr std::size_t Channels = 2;
-// From here on every packet of silence is the same; measured, and checked again each time.
+// Measured: from this packet on, all packets of silence are equal. The code checks it again each time.
 constexpr std::size_t SettledPackets = 4;
-// What the encoder gives at its end beyond what is to be heard.
+// Packets that the encoder may emit when flushed, beyond those with audible frames.
 constexpr std::int64_t SparePackets = 4;
 constexpr std::size_t FinishedBit = 1;
 
@@ -93,7 +93,7 @@ void AudioTrackEncoder::encodeSound(const std::stop_token& stop)
     hand(m_encoder.finish());
 }
 
-/// Silence sounds the same everywhere: a few packets are encoded and the last one stands for the rest.
+/// Encodes a few packets of silence and repeats the last one for the rest of the track.
 void AudioTrackEncoder::encodeSilence()
 {
     const std::vector<float> silence(AacEncoder::framesPerPacket * Channels);

@@ -11,18 +11,17 @@
 
 namespace quelto {
 
-/// One sound track of a clip, encoded on a thread of its own while the file is already being written: encoding is what
-/// a save costs, and the tracks do not depend on each other. Lets go of its thread in the midst of the work when it is
-/// destroyed.
+/// Encodes one audio track of a clip on its own thread while the file is being written. Audio encoding dominates the
+/// time of a save, and the tracks are independent. The destructor stops the thread.
 class AudioTrackEncoder final : public AudioPacketSource {
 public:
-    /// Takes what the mixer gives: interleaved float stereo at 48,000 Hz.
+    /// `pcm` is the mixer's output: interleaved float stereo at 48,000 Hz.
     AudioTrackEncoder(AudioBuffers pcm, int bitsPerSecond, Mp4TrackState state);
 
-    /// The track as the writer wants it, with this object as its source.
+    /// Describes the track for the muxer. This object is its packet source.
     AudioTrackInfo asAudioTrackInfo();
 
-    /// Thread: one caller. Waits for the encoder. Errors: what the encoder threw.
+    /// The next packet; waits for the encoder. Thread: one caller. Errors: those of the encoder.
     std::optional<AacPacket> next() override;
 
 private:
@@ -37,13 +36,13 @@ private:
     std::int64_t m_frames = 0;
     AacEncoder m_encoder;
 
-    /// Room for all packets from the beginning, so that those that are ready stay where they are while more are made.
+    /// Allocated in full before the thread starts, so that finished packets never move.
     std::vector<AacPacket> m_packets;
-    /// The next packet to be fetched.
+    /// Index of the next packet to hand out.
     std::size_t m_next = 0;
-    /// Twice the number of packets that are ready, and one when there will be no more.
+    /// Twice the number of finished packets, plus one when no more follow.
     std::atomic<std::size_t> m_progress = 0;
-    /// Set before the end is told.
+    /// Written before m_progress announces the end.
     std::exception_ptr m_failure;
 
     std::jthread m_thread;

@@ -9,14 +9,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// How long the newest picture is shown when nothing says more.
-constexpr HostDuration LastPictureLength = std::chrono::round<HostDuration>(std::chrono::duration<double>(1.0 / 60));
-// A moving screen has a key frame this often, so a clip begins at most so much before the wanted time.
+// How long the last frame is shown if the clip does not end later.
+constexpr HostDuration LastFrameDuration = std::chrono::round<HostDuration>(std::chrono::duration<double>(1.0 / 60));
+// The longest distance of key frames while the screen changes, so a clip starts at most this much too early.
 constexpr HostDuration KeyFrameInterval = 1s;
-constexpr HostDuration LongestClip = 1h;
-constexpr HostDuration FarthestSound = 24h;
+constexpr HostDuration MaxClipLength = 1h;
+constexpr HostDuration MaxAudioDistance = 24h;
 
-/// Stamps of a broken device can lie anywhere.
+/// Saturates: timestamps of a broken device can have any value.
 HostDuration difference(HostTime later, HostTime earlier)
 {
     std::int64_t result = 0;
@@ -52,10 +52,10 @@ std::optional<ClipPlan> planClip(const EncodedFrames& video, HostTime endTime, i
             start = sample;
         }
     }
-    // A screen that stood still gave no pictures: what it showed then is in an older one. The clip is not to be longer
-    // for that, so the older pictures move up to its start.
+    // An unchanged screen delivers no frames, so the frame that shows it may be much older. Such frames move to the
+    // clip's start instead of making the clip longer.
     const auto earliestStart = moved(wantedStart, -KeyFrameInterval);
-    const auto videoEnd = moved(video.back()->presentationTime, LastPictureLength);
+    const auto videoEnd = moved(video.back()->presentationTime, LastFrameDuration);
     return ClipPlan{start - video.begin(), std::max((*start)->presentationTime, earliestStart),
                     std::max(endTime, videoEnd)};
 }
@@ -65,11 +65,11 @@ bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioBuffers& mixed)
     return (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) && !mixed.isEmpty();
 }
 
-AudioBuffers soundNear(const AudioBuffers& samples, HostTime start)
+AudioBuffers audioNear(const AudioBuffers& samples, HostTime start)
 {
     const auto isFar = [start](const AudioBufferPtr& sample) {
         const auto distance = difference(sample->presentationTime, start);
-        return distance > FarthestSound || distance < -FarthestSound;
+        return distance > MaxAudioDistance || distance < -MaxAudioDistance;
     };
     if (std::none_of(samples.begin(), samples.end(), isFar)) {
         return samples;
@@ -82,7 +82,7 @@ AudioBuffers soundNear(const AudioBuffers& samples, HostTime start)
 bool isPlausible(const ClipPlan& plan)
 {
     const auto length = difference(plan.end, plan.start);
-    return length > HostDuration::zero() && length <= LongestClip;
+    return length > HostDuration::zero() && length <= MaxClipLength;
 }
 
 } // namespace quelto

@@ -8,31 +8,31 @@
 
 namespace quelto {
 
-/// What of a snapshot goes into a clip: the pictures from firstSample to the newest one, and the sound from start to
-/// end. Pictures older than start are shown there, in an instant.
+/// The part of a snapshot that goes into a clip: frames from firstSample to the newest one, and audio from start to
+/// end. Frames older than start are shown at start, one right after the other.
 struct ClipPlan {
     qsizetype firstSample = 0;
     HostTime start;
     HostTime end;
 };
 
-/// A clip starts at the newest key frame at or before endTime − seconds, or at the first one there is. It holds every
-/// picture from there on, also those later than endTime, and lasts until endTime if that lies behind the newest
-/// picture. Nothing if no picture can start a clip.
+/// Plans a clip of `seconds` that ends at endTime. It starts at the newest key frame at or before endTime − seconds, or
+/// else at the first key frame. It includes all later frames, also those after endTime, and lasts until endTime or
+/// until the end of the newest frame, whichever is later. Empty if the video has no key frame.
 ///
-/// A key frame more than a second before the wanted time is from a screen that stood still afterwards. The clip then
-/// starts a second before the wanted time, with what the screen showed: the key frame's own time would put minutes of a
-/// still picture in front.
+/// A key frame more than a second before the wanted start means that the screen did not change after it. The clip then
+/// starts one second before the wanted start and shows that frame; starting at the frame's own time could add minutes
+/// of a still picture.
 std::optional<ClipPlan> planClip(const EncodedFrames& video, HostTime endTime, int seconds);
 
-/// Whether each source also gets a track of its own: only when there is more to hear than the system sound.
+/// Whether each source also gets its own track: only when there is more than system audio.
 bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioBuffers& mixed);
 
-/// The samples whose stamps are anywhere near the clip. What lies further off can only come from a broken clock, and
-/// arithmetic with it could overflow.
-AudioBuffers soundNear(const AudioBuffers& samples, HostTime start);
+/// The buffers with timestamps within a day of the clip. Others come from a broken clock, and arithmetic with them
+/// could overflow.
+AudioBuffers audioNear(const AudioBuffers& samples, HostTime start);
 
-/// Whether the clip's length is one that a replay buffer can hold.
+/// Whether the length is one that a replay buffer can hold.
 bool isPlausible(const ClipPlan& plan);
 
 } // namespace quelto

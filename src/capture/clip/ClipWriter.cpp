@@ -25,7 +25,7 @@ namespace {
 constexpr int MainBitsPerSecond = 192000;
 constexpr int AlternateBitsPerSecond = 128000;
 
-/// The sound of a clip: the mix first, then each source alone where there is more than one.
+/// Renders the audio of a clip: the mix first, then each source on its own if there is more than one.
 std::vector<AudioBuffers> renderSound(const ClipRequest& request, const ClipPlan& plan)
 {
     const AudioMixer mixer(makeResamplingConverter);
@@ -35,11 +35,11 @@ std::vector<AudioBuffers> renderSound(const ClipRequest& request, const ClipPlan
         });
     };
     const auto& snapshot = request.snapshot;
-    const auto audio = soundNear(snapshot.audio, plan.start);
-    const auto mic = soundNear(snapshot.mic, plan.start);
-    const auto chat = soundNear(snapshot.chat, plan.start);
+    const auto audio = audioNear(snapshot.audio, plan.start);
+    const auto mic = audioNear(snapshot.mic, plan.start);
+    const auto chat = audioNear(snapshot.chat, plan.start);
 
-    // Voice chat is part of the system sound already and would be heard twice.
+    // System audio already includes voice chat; mixing it in again would double it.
     auto mix = render({{audio, request.systemGain}, {mic, request.micGain}});
     std::vector<std::future<AudioBuffers>> alone;
     if (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) {
@@ -50,7 +50,7 @@ std::vector<AudioBuffers> renderSound(const ClipRequest& request, const ClipPlan
 
     std::vector<AudioBuffers> tracks{mix.get()};
     if (!hasOwnTracks(snapshot, tracks.front())) {
-        // Without a mix there is no main track, and alternates of nothing make no sense to a player.
+        // Without a mix there is no main track that the other tracks could be alternates of.
         if (tracks.front().isEmpty()) {
             tracks.clear();
         }
@@ -86,7 +86,7 @@ QString publish(AtomicFile& file, const ClipRequest& request, const QDateTime& d
     }
 }
 
-QString writeClip(const ClipRequest& request, const ClipPlan& plan)
+SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
 {
     auto tracks = startEncoding(renderSound(request, plan));
     std::filesystem::create_directories(QFile::encodeName(request.folder).toStdString());
@@ -103,12 +103,12 @@ QString writeClip(const ClipRequest& request, const ClipPlan& plan)
     }
     writeMp4(movie, file);
     file.flush();
-    return publish(file, request, date);
+    return {.path = publish(file, request, date), .duration = inSeconds(plan.end - plan.start)};
 }
 
 } // namespace
 
-QString ClipWriter::write(const ClipRequest& request)
+SavedClip ClipWriter::write(const ClipRequest& request)
 {
     const auto plan = planClip(request.snapshot.video, request.endTime, request.seconds);
     if (!plan) {

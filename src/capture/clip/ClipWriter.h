@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/buffer/ReplaySnapshot.h"
+#include "capture/clip/SavedClip.h"
 
 #include <QDateTime>
 #include <QString>
@@ -10,29 +11,28 @@
 
 namespace quelto {
 
-/// Everything that one clip is made of, fixed when the clip was asked for.
+/// The input of one clip, fixed at the time of the request.
 struct ClipRequest {
     ReplaySnapshot snapshot;
     float systemGain = 1.0F;
     float micGain = 1.0F;
-    /// Where the clip should end.
+    /// The wanted end of the clip.
     HostTime endTime;
-    /// Units: seconds before endTime at which the clip should start.
+    /// The wanted start, before endTime. Units: seconds.
     int seconds = 30;
     QString folder;
-    /// First part of the file's name.
+    /// The first part of the file name.
     QString game;
-    /// Second part of the file's name; none for a clip that the key saved.
+    /// The second part of the file name; none for a clip saved by the shortcut.
     std::optional<QString> suffix;
 };
 
-/// Turns a snapshot of the replay buffer into one MPEG-4 file. The picture is written as it stands; the sound is mixed
-/// and encoded afresh.
+/// Writes a snapshot of the replay buffer as an MPEG-4 file. The video is copied; the audio is mixed and encoded.
 class ClipWriter {
 public:
-    /// Gives the path of the finished file. Blocks until the file is whole. On an error no file is left behind.
-    /// Thread: any, several at once. Errors: RecorderError.
-    static QString write(const ClipRequest& request);
+    /// Blocks until the file is complete. After an error no file is left behind. Thread: any, several at once. Errors:
+    /// RecorderError.
+    static SavedClip write(const ClipRequest& request);
 };
 
 } // namespace quelto

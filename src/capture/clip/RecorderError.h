@@ -7,12 +7,12 @@
 
 namespace quelto {
 
-/// Why a recording or a clip did not come to be. The message is translated and meant for the user.
+/// A failure of a recording or of a save. The message is translated, for the user.
 class RecorderError : public std::runtime_error {
 public:
     static RecorderError encoder(int status);
     static RecorderError writer(const QString& text);
-    /// No right to read the screen.
+    /// Reading the screen is not permitted.
     static RecorderError permission();
     static RecorderError noDisplay();
     static RecorderError emptyBuffer();

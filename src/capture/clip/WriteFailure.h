@@ -5,8 +5,8 @@
 
 namespace quelto {
 
-/// The system's reason why a file could not be written, as a sentence that tells the user what to do where the reason
-/// is a common one, else in the system's own words.
+/// Why a file could not be written, from a system error code: for common causes a sentence that says what to do,
+/// otherwise the system's own text.
 QString writeFailureText(int code);
 
 } // namespace quelto

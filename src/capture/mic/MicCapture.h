@@ -9,10 +9,10 @@
 
 namespace quelto {
 
-/// The microphone: hands on every sample, and now and then how loud it is.
+/// Captures the microphone: passes on every buffer, and from time to time the level.
 ///
-/// Thread: start and stop from one thread at a time; the callbacks come on the device's own thread and are set before
-/// the first start.
+/// Thread: start and stop from one thread at a time. Callbacks are set before the first start and run on the device's
+/// thread.
 class MicCapture {
 public:
     using Clock = std::function<HostTime()>;
@@ -23,15 +23,15 @@ public:
     MicCapture& operator=(const MicCapture&) = delete;
 
     std::function<void(AudioBufferPtr)> onSample;
-    /// A peak from 0 to 1, at most once in 0.08 seconds. The samples between are not measured.
+    /// The peak of one buffer, 0 to 1, at most every 0.08 seconds. Buffers in between are not measured.
     std::function<void(float)> onLevel;
-    /// What is wrong with the running device, or nothing once it is back.
+    /// A problem with the running device, or nothing when it is resolved.
     std::function<void(std::optional<QString>)> onWarning;
 
-    /// The device of that id; the default one if the id is empty or the device is gone. An earlier one is stopped
-    /// first. Errors: PlatformError.
+    /// Starts the device with that id, or the default device if the id is empty or the device is gone. Stops a previous
+    /// device first. Errors: PlatformError.
     void start(const QString& deviceID);
-    /// No callback comes after it returns.
+    /// No callback runs after this returns.
     void stop() noexcept;
 
 private:

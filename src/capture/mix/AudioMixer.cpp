@@ -7,18 +7,18 @@ namespace quelto {
 
 namespace {
 
-// A stamp that differs by less from where the samples before it end is jitter; anything bigger is a real gap.
+// A smaller difference between a timestamp and the end of the previous buffer is jitter; a larger one is a real gap.
 constexpr std::int64_t DriftFrames = 1920;
 constexpr double LimiterKnee = 0.9;
 
-/// The position of a time on the grid that begins at start, to the nearest frame, halves away from zero.
+/// The frame index of a time on the grid that starts at `start`, rounded to nearest, halves away from zero.
 std::int64_t frameAt(HostTime time, HostTime start)
 {
     return std::llround(inSeconds(time - start) * AudioMixer::sampleRate);
 }
 
-/// Rounded up. Whole seconds and the rest are counted apart: a 64-bit float would round some spans up by a frame too
-/// many.
+/// Rounds up. Whole seconds are counted separately, because a 64-bit float would round some durations up by one frame
+/// too many.
 std::int64_t framesBetween(HostTime start, HostTime end)
 {
     constexpr auto Rate = static_cast<std::int64_t>(AudioMixer::sampleRate);
@@ -70,14 +70,14 @@ template <typename Value> float peakOf(const AudioBuffer& sample, std::size_t va
     return peak;
 }
 
-/// Whether the sound already lies on the grid's rate as floats, so that its channels only have to be told apart.
+/// Whether the buffer is float at the grid's rate, so that its channels only have to be separated.
 bool isOnGrid(const AudioFormat& format)
 {
     return format.encoding == PcmEncoding::float32 && format.sampleRate == static_cast<int>(AudioMixer::sampleRate) &&
         format.channels <= 2;
 }
 
-/// Sound at the grid's rate, wherever it lies: one channel in place, so that nothing is copied that is not mixed.
+/// A view of one channel at the grid's rate, so that nothing is copied before it is mixed.
 struct Channel {
     const std::byte* first = nullptr;
     std::size_t stride = sizeof(float);
@@ -117,7 +117,7 @@ Stereo inPlace(const PlanarPcm& pcm)
             .frames = static_cast<std::int64_t>(pcm.front().size())};
 }
 
-/// Reads the samples of one source in order, keeping a converter as long as their format stays the same.
+/// Reads the buffers of one source in order and keeps one converter while their format stays the same.
 class SourceReader {
 public:
     explicit SourceReader(const PcmConverterFactory& makeConverter)
@@ -125,7 +125,7 @@ public:
     {
     }
 
-    /// What it gives is good until the next call, and as long as the sample lives.
+    /// The result is valid until the next call, and while `sample` lives.
     std::optional<Stereo> read(const AudioBuffer& sample)
     {
         if (!isReadable(sample)) {
@@ -156,7 +156,7 @@ private:
 float limited(float value)
 {
     if (std::isnan(value)) {
-        // A program that plays nonsense must not take the rest of the mix with it.
+        // A program that plays NaN or infinity must not spoil the rest of the mix.
         return 0;
     }
     const double magnitude = std::abs(static_cast<double>(value));
@@ -172,7 +172,7 @@ struct Grid {
     std::vector<float> right;
     bool isPlacedOn = false;
 
-    /// Adds the part of the sound that lies on the grid.
+    /// Adds the part that overlaps the grid.
     void add(const Stereo& sound, std::int64_t offset, float gain)
     {
         const auto total = static_cast<std::int64_t>(left.size());

@@ -2,7 +2,6 @@
 #include "capture/recorder/CapturePipeline.h"
 
 #include "base/language/T.h"
-#include "base/settings/CaptureArithmetic.h"
 #include "capture/clip/RecorderError.h"
 #include "platform/PlatformError.h"
 
@@ -10,10 +9,10 @@ namespace quelto {
 
 namespace {
 
-// Well before the snapshot of a save, a quarter of a second after its request.
-constexpr std::chrono::milliseconds StillAfter{100};
-// Less than the time between two pictures at any rate, so that the next one is still later.
-constexpr std::chrono::milliseconds RepeatDistance{1};
+// Well below the 0.25 s between a request and its snapshot.
+constexpr std::chrono::milliseconds UnchangedAfter{100};
+// Less than the frame interval at any rate, so that the next frame is still later.
+constexpr std::chrono::milliseconds RepetitionOffset{1};
 
 } // namespace
 
@@ -32,20 +31,20 @@ CapturePipeline::~CapturePipeline()
     stop();
 }
 
-CaptureReport CapturePipeline::start(const CaptureRequest& request, int bufferSeconds, const CaptureEvents& events)
+CaptureReport CapturePipeline::start(const CaptureSettings& settings, int bufferSeconds, const CaptureEvents& events)
 {
-    const auto display = chosenDisplay(request.displayID);
+    const auto display = chosenDisplay(settings.displayID);
     CaptureReport report;
-    report.outputSize = scaledSize(display.pixelSize, request.targetHeight, request.codec);
-    report.bitsPerSecond = request.bitrate(report.outputSize);
-    report.framesPerSecond = request.framesPerSecond;
-    report.codec = request.codec;
+    report.outputSize = settings.outputSize(display.pixelSize);
+    report.bitsPerSecond = settings.bitrate(report.outputSize);
+    report.framesPerSecond = settings.framesPerSecond;
+    report.codec = settings.codec;
 
     std::unique_ptr<VideoEncoder> encoder;
     try {
-        encoder = m_openEncoder({.codec = request.codec,
+        encoder = m_openEncoder({.codec = settings.codec,
                                  .size = report.outputSize,
-                                 .framesPerSecond = request.framesPerSecond,
+                                 .framesPerSecond = settings.framesPerSecond,
                                  .bitsPerSecond = report.bitsPerSecond},
                                 [this](EncodedFramePtr sample) { m_buffer.appendVideo(std::move(sample)); });
     } catch (const EncoderError& error) {
@@ -59,15 +58,15 @@ CaptureReport CapturePipeline::start(const CaptureRequest& request, int bufferSe
     m_platform.frames->start(
         {.displayID = display.id,
          .outputSize = report.outputSize,
-         .framesPerSecond = request.framesPerSecond,
-         .showsCursor = request.showsCursor},
+         .framesPerSecond = settings.framesPerSecond,
+         .showsCursor = settings.showsCursor},
         {.onFrame =
              [this](VideoFramePtr frame) { m_videoQueue.post([this, frame = std::move(frame)] { encode(frame); }); },
          .onStopped = events.onStopped});
-    if (request.capturesAudio) {
+    if (settings.capturesAudio) {
         startSystemAudio(events);
     }
-    startMicrophone(request, events, report);
+    startMicrophone(settings, events, report);
     return report;
 }
 
@@ -80,19 +79,19 @@ void CapturePipeline::encode(VideoFramePtr frame)
     ++m_pictures;
     if (m_encoder->isHoldingPicture()) {
         m_lastPicture = std::move(frame);
-        m_videoQueue.postAfter(StillAfter, [this, picture = m_pictures] { repeatIfStill(picture); });
+        m_videoQueue.postAfter(UnchangedAfter, [this, picture = m_pictures] { repeatIfStill(picture); });
     }
 }
 
-/// The encoder gives out the newest picture when the next one comes. On a screen that stands still none comes, and a
-/// clip would end with the picture before: the same one once more, a moment later, brings it out.
+/// The encoder emits a frame only when the next one arrives. An unchanged screen delivers none, and a clip would end
+/// one frame too early; so the last frame is encoded a second time, a moment later.
 void CapturePipeline::repeatIfStill(std::uint64_t picture)
 {
     if (!m_encoder || !m_lastPicture || picture != m_pictures) {
         return;
     }
     auto repeated = *std::exchange(m_lastPicture, nullptr);
-    repeated.presentationTime += RepeatDistance;
+    repeated.presentationTime += RepetitionOffset;
     m_encoder->encode(repeated);
 }
 
@@ -117,20 +116,21 @@ void CapturePipeline::startSystemAudio(const CaptureEvents& events)
                           .onWarning = events.onSystemAudioWarning});
 }
 
-void CapturePipeline::startMicrophone(const CaptureRequest& request, const CaptureEvents& events, CaptureReport& report)
+void CapturePipeline::startMicrophone(const CaptureSettings& settings, const CaptureEvents& events,
+                                      CaptureReport& report)
 {
-    if (!request.capturesMicrophone) {
+    if (!settings.capturesMicrophone) {
         return;
     }
     m_mic.onLevel = events.onMicLevel;
     m_mic.onWarning = events.onMicWarning;
     try {
-        m_mic.start(request.microphoneID);
+        m_mic.start(settings.microphoneID);
         report.isMicActive = true;
     } catch (const PlatformError& error) {
         report.micWarning = T("Mikrofon başlatılamadı: {0}", error.message());
     } catch (const std::exception& error) {
-        // Whatever it is, a microphone never ends a recording.
+        // A microphone failure of any kind never ends a recording.
         report.micWarning = T("Mikrofon başlatılamadı: {0}", QString::fromLocal8Bit(error.what()));
     }
 }
@@ -142,14 +142,14 @@ void CapturePipeline::stop() noexcept
         m_systemAudio->stop();
         m_systemAudio.reset();
     }
-    // What was posted before runs before this, so no picture is left on its way to the encoder.
+    // Runs after all posted tasks, so no frame is still on its way to the encoder.
     m_videoQueue.sync([this] {
         if (m_encoder) {
             m_encoder->finish();
             m_encoder.reset();
         }
         m_lastPicture.reset();
-        // A repetition that is still to come belongs to this session.
+        // Cancels a pending repetition.
         ++m_pictures;
     });
     m_mic.stop();

@@ -4,6 +4,7 @@
 #include "base/tasks/SerialQueue.h"
 #include "capture/buffer/ReplayBuffer.h"
 #include "capture/mic/MicCapture.h"
+#include "capture/settings/CaptureSettings.h"
 #include "media/codec/VideoEncoder.h"
 #include "platform/Platform.h"
 
@@ -15,31 +16,16 @@
 
 namespace quelto {
 
-/// What a capture session is built from, taken out of the settings when it begins.
-struct CaptureRequest {
-    /// 0 for the main display.
-    std::uint32_t displayID = 0;
-    std::optional<int> targetHeight;
-    int framesPerSecond = 60;
-    VideoCodec codec = VideoCodec::h264;
-    /// Units: bits per second for pictures of that size.
-    std::function<int(QSize)> bitrate;
-    bool capturesAudio = true;
-    bool showsCursor = true;
-    bool capturesMicrophone = true;
-    QString microphoneID;
-};
-
 struct CaptureEvents {
-    /// The screen went away, with a translated sentence.
+    /// The screen is gone; with a translated message.
     std::function<void(QString)> onStopped;
     std::function<void(float)> onMicLevel;
-    /// What is wrong with a sound source that was running, or nothing once it runs again.
+    /// A problem with a running audio source, or nothing when it is resolved.
     std::function<void(std::optional<QString>)> onMicWarning;
     std::function<void(std::optional<QString>)> onSystemAudioWarning;
 };
 
-/// How the session came up.
+/// The state of a session that has started.
 struct CaptureReport {
     QSize outputSize;
     int bitsPerSecond = 0;
@@ -49,11 +35,11 @@ struct CaptureReport {
     std::optional<QString> micWarning;
 };
 
-/// The running parts of one capture session: screen to encoder to buffer, and the sound sources to the buffer.
+/// The running parts of one capture session: screen to encoder to buffer, and audio sources to buffer.
 ///
-/// Pictures travel from the frame source's thread to the queue "quelto.video", which alone touches the encoder. The
-/// frame source's pool bounds what can wait there: when the encoder falls behind, whole pictures are left out before
-/// any work goes into them. Sound goes straight from its source's thread into the buffer.
+/// Frames go from the frame source's thread to the queue "quelto.video", which owns the encoder. The frame source's
+/// pool limits how many can wait: when the encoder falls behind, whole frames are skipped before any work is spent on
+/// them. Audio goes from its source's thread directly into the buffer.
 ///
 /// Thread: start and stop from one queue. Events come on the sources' threads, none after stop() has returned.
 class CapturePipeline {
@@ -65,10 +51,10 @@ public:
     CapturePipeline(const CapturePipeline&) = delete;
     CapturePipeline& operator=(const CapturePipeline&) = delete;
 
-    /// Empties the buffer and begins to fill it. A microphone that fails is a warning in the report.
-    /// Errors: RecorderError, PlatformError; call stop() after one as well.
-    CaptureReport start(const CaptureRequest& request, int bufferSeconds, const CaptureEvents& events);
-    /// Ends everything and empties the buffer. Never fails.
+    /// Empties the buffer and starts filling it. A microphone failure is a warning in the report. Errors:
+    /// RecorderError, PlatformError; call stop() after an error too.
+    CaptureReport start(const CaptureSettings& settings, int bufferSeconds, const CaptureEvents& events);
+    /// Stops everything and empties the buffer. Never fails.
     void stop() noexcept;
 
 private:
@@ -76,14 +62,14 @@ private:
     void repeatIfStill(std::uint64_t picture);
     DisplayInfo chosenDisplay(std::uint32_t displayID) const;
     void startSystemAudio(const CaptureEvents& events);
-    void startMicrophone(const CaptureRequest& request, const CaptureEvents& events, CaptureReport& report);
+    void startMicrophone(const CaptureSettings& settings, const CaptureEvents& events, CaptureReport& report);
 
     Platform& m_platform;
     ReplayBuffer& m_buffer;
     OpenEncoder m_openEncoder;
     MicCapture m_mic;
     std::unique_ptr<AudioSource> m_systemAudio;
-    // What follows belongs to the video queue.
+    // Owned by the video queue.
     std::unique_ptr<VideoEncoder> m_encoder;
     VideoFramePtr m_lastPicture;
     std::uint64_t m_pictures = 0;

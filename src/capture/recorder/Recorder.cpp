@@ -13,7 +13,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// Settings come in bursts, a slider's above all; the pipeline is rebuilt once they are quiet.
+// Settings change in bursts, for example while a slider moves. The pipeline is rebuilt when they have been quiet this
+// long.
 constexpr milliseconds SettingsQuiet{800};
 constexpr milliseconds StatisticsInterval{2000};
 constexpr double BytesPerMebibyte = 1024.0 * 1024.0;
@@ -29,17 +30,17 @@ QString summaryOf(const CaptureReport& report)
 
 } // namespace
 
-Recorder::Recorder(const Dependencies& parts, QObject* parent)
+Recorder::Recorder(const Dependencies& dependencies, QObject* parent)
     : QObject(parent)
-    , m_dependencies(parts)
-    , m_saves({.settings = parts.settings,
+    , m_dependencies(dependencies)
+    , m_saves({.settings = dependencies.settings,
                .buffer = m_buffer,
-               .frontApplication = *parts.platform.frontApplication,
-               .main = parts.main,
-               .work = parts.saves,
-               .clock = parts.clock,
-               .write = parts.write})
-    , m_pipeline(parts.platform, m_buffer, parts.openEncoder)
+               .frontApplication = *dependencies.platform.frontApplication,
+               .main = dependencies.main,
+               .work = dependencies.saves,
+               .clock = dependencies.clock,
+               .write = dependencies.write})
+    , m_pipeline(dependencies.platform, m_buffer, dependencies.openEncoder)
 {
     connect(&m_saves, &SaveScheduler::isSavingChanged, this, &Recorder::isSavingChanged);
     connect(&m_saves, &SaveScheduler::clipSaved, this, &Recorder::clipSaved);
@@ -78,13 +79,12 @@ void Recorder::buildSession()
 {
     const auto session = ++m_session;
     m_hasMicEvent = false;
-    m_dependencies.session.post([this, session, request = requestFromSettings(), events = eventsOf(session),
-                                 seconds = m_dependencies.settings.bufferSeconds(),
-                                 signature = m_dependencies.settings.captureSignature()] {
+    m_dependencies.session.post([this, session, settings = CaptureSettings::of(m_dependencies.settings),
+                                 seconds = bufferSeconds(m_dependencies.settings), events = eventsOf(session)] {
         QString message;
         try {
-            const auto report = m_pipeline.start(request, seconds, events);
-            onMainIn(session, [this, report, signature] { captureStarted(report, signature); });
+            const auto report = m_pipeline.start(settings, seconds, events);
+            onMainIn(session, [this, report, settings] { captureStarted(report, settings); });
             return;
         } catch (const RecorderError& error) {
             message = error.message();
@@ -98,14 +98,14 @@ void Recorder::buildSession()
     });
 }
 
-void Recorder::captureStarted(const CaptureReport& report, const QString& signature)
+void Recorder::captureStarted(const CaptureReport& report, const CaptureSettings& settings)
 {
-    if (signature != m_dependencies.settings.captureSignature()) {
-        // A setting changed while the session was being built with the old ones. What waits for it goes on waiting.
+    if (settings.captureSignature() != currentSignature()) {
+        // A setting changed while the session was being built. Pending requests keep waiting.
         teardown([this] { buildSession(); });
         return;
     }
-    m_runningSignature = signature;
+    m_runningSignature = settings.captureSignature();
     m_captureSummary = summaryOf(report);
     Q_EMIT captureSummaryChanged();
     if (!m_hasMicEvent) {
@@ -175,10 +175,15 @@ void Recorder::teardown(Task then)
 
 void Recorder::settingsChanged()
 {
-    m_buffer.configure(m_dependencies.settings.bufferSeconds());
-    if (m_state.kind == CaptureState::Recording && m_runningSignature != m_dependencies.settings.captureSignature()) {
+    m_buffer.configure(bufferSeconds(m_dependencies.settings));
+    if (m_state.kind == CaptureState::Recording && m_runningSignature != currentSignature()) {
         restart();
     }
+}
+
+QString Recorder::currentSignature() const
+{
+    return CaptureSettings::of(m_dependencies.settings).captureSignature();
 }
 
 void Recorder::updateBufferSize()
@@ -188,21 +193,6 @@ void Recorder::updateBufferSize()
         Q_EMIT bufferMBChanged();
     }
     onMain(StatisticsInterval, [this] { updateBufferSize(); });
-}
-
-CaptureRequest Recorder::requestFromSettings() const
-{
-    const auto& settings = m_dependencies.settings;
-    return {.displayID = settings.displayID(),
-            .targetHeight = heightOf(settings.resolution()),
-            .framesPerSecond = settings.fps(),
-            .codec = settings.codec(),
-            .bitrate = [fps = settings.fps(), quality = settings.quality(),
-                        codec = settings.codec()](QSize size) { return bitrateFor(size, fps, quality, codec); },
-            .capturesAudio = settings.captureAudio(),
-            .showsCursor = settings.showCursor(),
-            .capturesMicrophone = settings.captureMicrophone(),
-            .microphoneID = settings.microphoneID()};
 }
 
 CaptureEvents Recorder::eventsOf(std::uint64_t session)

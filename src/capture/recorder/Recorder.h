@@ -18,13 +18,12 @@
 
 namespace quelto {
 
-/// The capture session: keeps screen and sound flowing into the replay buffer while its state is Recording, and makes
-/// clips of what is in it.
+/// Runs capture sessions: fills the replay buffer while the state is Recording, and saves clips from it.
 ///
-/// A change of a capture setting restarts the session by itself once the settings have been quiet for 0.8 seconds; that
-/// loses what was buffered. A change of the clip's length only moves the buffer's window.
+/// A changed capture setting restarts the session after the settings have been quiet for 0.8 seconds; the buffer's
+/// content is lost. A changed clip length only changes the buffer's window.
 ///
-/// Thread: main. The session is built and taken down on the session queue, in the order in which it was asked for.
+/// Thread: main. Sessions are built and taken down on the session queue, in the order of the requests.
 class Recorder : public QObject {
     Q_OBJECT
     Q_PROPERTY(quelto::CaptureStates::Kind state READ stateKind NOTIFY stateChanged)
@@ -38,7 +37,7 @@ class Recorder : public QObject {
     Q_PROPERTY(QString micWarning READ micWarningText NOTIFY micChanged)
 
 public:
-    /// What a test replaces: where work runs, what time it is, and who encodes and writes.
+    /// What tests replace: where work runs, the clock, the encoder and the clip writer.
     struct Dependencies {
         AppSettings& settings;
         Platform& platform;
@@ -52,8 +51,8 @@ public:
         SaveScheduler::Write write = ClipWriter::write;
     };
 
-    explicit Recorder(const Dependencies& parts, QObject* parent = nullptr);
-    /// The queues must have ended before.
+    explicit Recorder(const Dependencies& dependencies, QObject* parent = nullptr);
+    /// The session and save queues must have ended.
     ~Recorder() override;
 
     const RecorderState& state() const { return m_state; }
@@ -61,19 +60,19 @@ public:
     QString errorMessage() const { return m_state.message; }
     bool isActive() const;
     bool isSaving() const { return m_saves.isSaving(); }
-    /// Whether a clip is being saved or waits for its turn.
+    /// Whether a clip is being saved or waiting to be saved.
     bool hasSavesToFinish() const { return m_saves.hasWork(); }
-    /// Size, rate and codec of the running session, for the user.
+    /// Size, rate and codec of the running session, as text for the user.
     QString captureSummary() const { return m_captureSummary; }
     /// Units: mebibytes.
     double bufferMB() const { return m_bufferMB; }
     float micLevel() const { return m_micLevel; }
     bool micActive() const { return m_isMicActive; }
-    /// Why the microphone, or else the system sound, is not heard.
+    /// Why the microphone, or else the system audio, is not being recorded.
     std::optional<QString> micWarning() const;
     QString micWarningText() const { return micWarning().value_or(QString()); }
 
-    /// Does nothing while a session runs or begins.
+    /// Does nothing while a session is starting or recording.
     Q_INVOKABLE void start();
     Q_INVOKABLE void stop();
     Q_INVOKABLE void toggle();
@@ -89,25 +88,25 @@ Q_SIGNALS:
     void bufferMBChanged();
     void micLevelChanged();
     void micChanged();
-    void clipSaved(const QString& path);
+    void clipSaved(const quelto::SavedClip& clip);
     void saveFailed(const QString& message);
 
 private:
     void setState(const RecorderState& state);
     void buildSession();
     void settingsChanged();
-    void captureStarted(const CaptureReport& report, const QString& signature);
+    void captureStarted(const CaptureReport& report, const CaptureSettings& settings);
+    QString currentSignature() const;
     void captureFailed(const QString& message);
     void screenStopped(const QString& message);
-    /// Takes the session down and then runs the task on the main thread.
+    /// Takes the session down, then runs `then` on the main thread.
     void teardown(Task then);
     void updateBufferSize();
-    CaptureRequest requestFromSettings() const;
     CaptureEvents eventsOf(std::uint64_t session);
     void publishMic(bool isActive, std::optional<QString> warning);
-    /// Runs the task on the main thread if this object still lives by then.
+    /// Runs the task on the main thread, unless this object is destroyed first.
     void onMain(HostDuration delay, Task task);
-    /// The same, unless another session was asked for by then.
+    /// The same, but not if another session has been requested by then.
     void onMainIn(std::uint64_t session, Task task);
 
     Dependencies m_dependencies;
@@ -118,10 +117,10 @@ private:
     bool m_isMicActive = false;
     std::optional<QString> m_micWarning;
     std::optional<QString> m_systemAudioWarning;
-    /// The microphone has told of itself since the session was begun; that is newer than how it came up.
+    /// The microphone reported its state since the session began; this is newer than the report of the start.
     bool m_hasMicEvent = false;
     std::optional<QString> m_runningSignature;
-    /// Counts sessions, so that what an ended one still had to say is not taken for the present one's.
+    /// The number of the current session. Results of earlier sessions are ignored.
     std::uint64_t m_session = 0;
     /// Counts changes of settings, so that only the last of a burst is acted on.
     std::uint64_t m_settingsChange = 0;

@@ -6,7 +6,7 @@
 
 namespace quelto {
 
-/// Holds the enumeration for QML, which takes it from a class only, and only with upper-case enumerators.
+/// Holds the enumeration for QML, which requires a class and upper-case enumerators.
 class CaptureStates : public QObject {
     Q_OBJECT
 
@@ -15,12 +15,12 @@ public:
     Q_ENUM(Kind)
 };
 
-/// Where a capture session stands.
+/// The state of a capture session.
 using CaptureState = CaptureStates::Kind;
 
 struct RecorderState {
     CaptureState kind = CaptureState::Idle;
-    /// Of an error: a translated text for the user.
+    /// For Error: the translated message for the user.
     QString message;
 
     bool operator==(const RecorderState&) const = default;

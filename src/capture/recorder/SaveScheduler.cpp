@@ -3,8 +3,8 @@
 
 #include "base/language/T.h"
 #include "capture/clip/RecorderError.h"
+#include "capture/settings/CaptureSettings.h"
 #include "library/naming/ClipMeta.h"
-#include "media/mux/MediaDuration.h"
 
 #include <QPointer>
 
@@ -14,15 +14,15 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// From the request to the snapshot, so that the buffer catches up to the end time and past it.
+// From the request to the snapshot, so that the buffer contains the end time.
 constexpr milliseconds SaveDelay{250};
-// While another save runs, and while there is no key frame in the buffer.
+// Between attempts while another save runs, or while the buffer has no key frame.
 constexpr milliseconds RetryInterval{500};
-// From reaching the recording state to the saves that waited for it.
+// From the start of recording to the saves that waited for it.
 constexpr milliseconds FlushDelay{1000};
 constexpr int LastRetriedAttempt = 5;
-// A match that is watched asks for a few in a minute. What asks for more has gone wild, and must not fill the disk.
-constexpr qsizetype MostWaitingMoments = 20;
+// A real match causes a few per minute. The limit keeps a faulty watcher from filling the disk.
+constexpr qsizetype MaxWaitingMoments = 20;
 
 bool hasKeyframe(const EncodedFrames& video)
 {
@@ -31,9 +31,9 @@ bool hasKeyframe(const EncodedFrames& video)
 
 } // namespace
 
-SaveScheduler::SaveScheduler(const Dependencies& parts, QObject* parent)
+SaveScheduler::SaveScheduler(const Dependencies& dependencies, QObject* parent)
     : QObject(parent)
-    , m_dependencies(parts)
+    , m_dependencies(dependencies)
 {
 }
 
@@ -42,12 +42,12 @@ void SaveScheduler::saveClip()
     if (m_state == CaptureState::Idle || m_state == CaptureState::Error) {
         return;
     }
-    // Before the name is looked up, which may have to wait for the disk.
+    // Before the application's name is looked up, which may read from disk.
     const auto pressed = m_dependencies.clock();
-    dispatch({.seconds = m_dependencies.settings.clipLength(), .game = nameOfWhatIsInFront()}, pressed);
+    dispatch({.seconds = m_dependencies.settings.clipLength(), .game = frontApplicationName()}, pressed);
 }
 
-QString SaveScheduler::nameOfWhatIsInFront() const
+QString SaveScheduler::frontApplicationName() const
 {
     const auto front = m_dependencies.frontApplication.current();
     if (front && (front->isThisProgram || front->isDesktop)) {
@@ -58,25 +58,25 @@ QString SaveScheduler::nameOfWhatIsInFront() const
 
 void SaveScheduler::saveAutoClip(const Moment& moment, const QString& game)
 {
-    if (m_waiting + m_pending.size() >= MostWaitingMoments) {
+    if (m_waiting + m_pending.size() >= MaxWaitingMoments) {
         return;
     }
     const auto suffix = QStringLiteral("[%1 %2] ").arg(tagOf(moment.tier)).arg(moment.score) + moment.label;
-    dispatch({.seconds = std::min(m_dependencies.settings.bufferSeconds(), moment.seconds),
+    dispatch({.seconds = std::min(bufferSeconds(m_dependencies.settings), moment.seconds),
               .game = game,
               .suffix = suffix,
               .moment = moment},
              m_dependencies.clock());
 }
 
-void SaveScheduler::dispatch(const Request& wish, HostTime endTime)
+void SaveScheduler::dispatch(const Request& request, HostTime endTime)
 {
     switch (m_state) {
     case CaptureState::Recording:
-        saveWhenFree(wish, endTime);
+        saveWhenFree(request, endTime);
         break;
     case CaptureState::Starting:
-        m_pending.append(wish);
+        m_pending.append(request);
         break;
     case CaptureState::Idle:
     case CaptureState::Error:
@@ -84,26 +84,26 @@ void SaveScheduler::dispatch(const Request& wish, HostTime endTime)
     }
 }
 
-void SaveScheduler::saveWhenFree(const Request& wish, HostTime endTime)
+void SaveScheduler::saveWhenFree(const Request& request, HostTime endTime)
 {
     if (m_state != CaptureState::Recording) {
         return;
     }
     if (m_isSaving) {
         ++m_waiting;
-        onMain(RetryInterval, [this, wish, endTime] {
+        onMain(RetryInterval, [this, request, endTime] {
             --m_waiting;
-            saveWhenFree(wish, endTime);
+            saveWhenFree(request, endTime);
         });
     } else {
-        schedule(wish, endTime, 0);
+        schedule(request, endTime, 0);
     }
 }
 
-void SaveScheduler::schedule(const Request& wish, HostTime endTime, int attempt)
+void SaveScheduler::schedule(const Request& request, HostTime endTime, int attempt)
 {
     setSaving(true);
-    const Save planned{.wish = wish,
+    const Save planned{.request = request,
                        .endTime = endTime,
                        .attempt = attempt,
                        .folder = m_dependencies.settings.saveFolder(),
@@ -121,26 +121,27 @@ void SaveScheduler::save(const Save& save)
     }
     QString message;
     try {
-        const auto path = m_dependencies.write({.snapshot = std::move(snapshot),
-                                                .systemGain = save.systemGain,
-                                                .micGain = save.micGain,
-                                                .endTime = save.endTime,
-                                                .seconds = save.wish.seconds,
-                                                .folder = save.folder,
-                                                .game = save.wish.game,
-                                                .suffix = save.wish.suffix});
-        if (const auto& moment = save.wish.moment) {
-            ClipMeta::of(*moment, mediaDuration(path).value_or(moment->seconds)).save(path);
+        auto clip = m_dependencies.write({.snapshot = std::move(snapshot),
+                                          .systemGain = save.systemGain,
+                                          .micGain = save.micGain,
+                                          .endTime = save.endTime,
+                                          .seconds = save.request.seconds,
+                                          .folder = save.folder,
+                                          .game = save.request.game,
+                                          .suffix = save.request.suffix});
+        clip.moment = save.request.moment;
+        if (clip.moment) {
+            ClipMeta::of(*clip.moment, clip.duration).save(clip.path);
         }
-        onMain({}, [this, path] {
+        onMain({}, [this, clip] {
             setSaving(false);
-            Q_EMIT clipSaved(path);
+            Q_EMIT clipSaved(clip);
         });
         return;
     } catch (const RecorderError& error) {
         message = error.message();
     } catch (const std::exception& error) {
-        // Out of memory, say. The next request must be served all the same.
+        // For example out of memory. The next request must still be served.
         message = RecorderError::writer(QString::fromUtf8(error.what())).message();
     }
     onMain({}, [this, message] {
@@ -152,7 +153,7 @@ void SaveScheduler::save(const Save& save)
 void SaveScheduler::retry(const Save& save)
 {
     setSaving(false);
-    schedule(save.wish, m_dependencies.clock(), save.attempt + 1);
+    schedule(save.request, m_dependencies.clock(), save.attempt + 1);
 }
 
 void SaveScheduler::setState(CaptureState state)
@@ -160,10 +161,10 @@ void SaveScheduler::setState(CaptureState state)
     const auto before = std::exchange(m_state, state);
     if (state == CaptureState::Recording && before == CaptureState::Starting) {
         if (!m_pending.isEmpty()) {
-            onMain(FlushDelay, [this, wishes = std::exchange(m_pending, {})] {
-                for (const auto& wish : wishes) {
-                    // By now the session may be over; what was asked for while it began goes with it.
-                    saveWhenFree(wish, m_dependencies.clock());
+            onMain(FlushDelay, [this, requests = std::exchange(m_pending, {})] {
+                for (const auto& request : requests) {
+                    // Does nothing if the session has ended meanwhile.
+                    saveWhenFree(request, m_dependencies.clock());
                 }
             });
         }

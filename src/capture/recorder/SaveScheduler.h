@@ -18,18 +18,18 @@ namespace quelto {
 
 /// Turns requests for clips into runs of the clip writer, one at a time.
 ///
-/// A save begins a quarter of a second after the request, so that what happens just after the moment is in the buffer.
-/// Requests that come while another save runs wait for it and keep their own end time. Requests that come while capture
-/// is starting wait until it has been up for a second. Outside a session a request is dropped in silence.
+/// A save begins 0.25 s after its request, so that the buffer contains what happened just after the moment. A request
+/// during another save waits for it and keeps its own end time. A request while capture is starting waits until it has
+/// been recording for a second. A request outside a session is ignored.
 ///
-/// Thread: main, for everything public and all signals; the writing itself runs on the work queue, on a snapshot.
+/// Thread: main, for the public interface and all signals. Clips are written on the work queue, from a snapshot.
 class SaveScheduler : public QObject {
     Q_OBJECT
 
 public:
     using Clock = std::function<HostTime()>;
-    /// Writes the clip and gives its path. Errors: RecorderError.
-    using Write = std::function<QString(const ClipRequest&)>;
+    /// Writes the clip. Errors: RecorderError.
+    using Write = std::function<SavedClip(const ClipRequest&)>;
 
     struct Dependencies {
         const AppSettings& settings;
@@ -41,31 +41,31 @@ public:
         Write write = ClipWriter::write;
     };
 
-    explicit SaveScheduler(const Dependencies& parts, QObject* parent = nullptr);
+    explicit SaveScheduler(const Dependencies& dependencies, QObject* parent = nullptr);
 
     bool isSaving() const { return m_isSaving; }
-    /// Whether a clip is being saved or waits for its turn.
+    /// Whether a clip is being saved or waiting to be saved.
     bool hasWork() const { return m_isSaving || m_waiting > 0; }
 
-    /// A clip of the last seconds, named after the program in front.
+    /// Saves the last seconds, named after the front application.
     void saveClip();
-    /// A clip for a moment, as long as the moment asks for and the buffer reaches. Of more than a game can bring about
-    /// the rest is dropped.
+    /// Saves a clip for a moment, as long as the moment asks for, at most the buffer's length. Ignored while 20
+    /// requests wait.
     void saveAutoClip(const Moment& moment, const QString& game);
 
-    /// The session's state decides what becomes of a request. Reaching Recording lets the waiting ones run; leaving
-    /// Starting any other way drops them.
+    /// Tells the session's state. Reaching Recording releases the requests that wait for it; leaving Starting in any
+    /// other way drops them.
     void setState(CaptureState state);
 
 Q_SIGNALS:
     void isSavingChanged();
-    /// After isSaving went back to false.
-    void clipSaved(const QString& path);
-    /// With a translated message; after isSaving went back to false.
+    /// Emitted after isSaving has become false.
+    void clipSaved(const quelto::SavedClip& clip);
+    /// With a translated message; emitted after isSaving has become false.
     void saveFailed(const QString& message);
 
 private:
-    /// Fixed when the clip is asked for.
+    /// What is fixed at the time of the request.
     struct Request {
         int seconds = 0;
         QString game;
@@ -73,9 +73,9 @@ private:
         std::optional<Moment> moment;
     };
 
-    /// A wish on its way: where it ends, how it is to be written, and how often a snapshot had nothing to start with.
+    /// A scheduled request: its end, its settings, and how many snapshots had no key frame so far.
     struct Save {
-        Request wish;
+        Request request;
         HostTime endTime;
         int attempt = 0;
         QString folder;
@@ -83,21 +83,21 @@ private:
         float micGain = 1;
     };
 
-    QString nameOfWhatIsInFront() const;
-    void dispatch(const Request& wish, HostTime endTime);
-    /// Drops the wish if the session is over.
-    void saveWhenFree(const Request& wish, HostTime endTime);
-    void schedule(const Request& wish, HostTime endTime, int attempt);
+    QString frontApplicationName() const;
+    void dispatch(const Request& request, HostTime endTime);
+    /// Drops the request if the session has ended.
+    void saveWhenFree(const Request& request, HostTime endTime);
+    void schedule(const Request& request, HostTime endTime, int attempt);
     void save(const Save& save);
     void retry(const Save& save);
     void setSaving(bool isSaving);
-    /// Runs the task on the main thread if this object still lives by then.
+    /// Runs the task on the main thread, unless this object is destroyed first.
     void onMain(HostDuration delay, Task task);
 
     Dependencies m_dependencies;
     CaptureState m_state = CaptureState::Idle;
     bool m_isSaving = false;
-    /// Requests that wait for the running save to end.
+    /// Requests that wait for the running save.
     int m_waiting = 0;
     QList<Request> m_pending;
 };

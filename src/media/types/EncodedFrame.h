@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/settings/VideoCodec.h"
 #include "base/time/HostClock.h"
 
 #include <QList>
@@ -12,8 +13,6 @@
 #include <vector>
 
 namespace quelto {
-
-enum class VideoCodec { h264, hevc };
 
 /// What a player must know before it can decode a track. Shared by all samples of one encoder.
 struct VideoFormat {

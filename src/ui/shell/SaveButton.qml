@@ -7,7 +7,7 @@ import Quelto.Theme
 AccentButton {
     symbol: "scissors"
     text: L10n.T("Klip Kaydet")
-    trailingText: AppSettings.hotkeyDisplay
+    trailingText: KeyNames.ofHotKey(AppSettings.hotkeyModifiers, AppSettings.hotkeyKeyName)
     enabled: Recorder.isActive && !Recorder.isSaving
     busy: Recorder.isSaving
     opacity: Recorder.isActive ? 1 : 0.45

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/theme/KeyNames.h"
 
+#include "base/keys/HotKeyText.h"
+
 #include <QKeySequence>
 
 namespace quelto {
@@ -8,6 +10,11 @@ namespace quelto {
 QString KeyNames::of(const QString& shortcut)
 {
     return QKeySequence::fromString(shortcut, QKeySequence::PortableText).toString(QKeySequence::NativeText);
+}
+
+QString KeyNames::ofHotKey(quint32 modifiers, const QString& keyName)
+{
+    return hotKeyDisplay(modifiers, keyName);
 }
 
 } // namespace quelto

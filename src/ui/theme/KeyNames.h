@@ -16,6 +16,8 @@ class KeyNames : public QObject {
 public:
     /// "Ctrl+O" is "Strg+O" in German.
     Q_INVOKABLE static QString of(const QString& shortcut);
+    /// The stored global shortcut, as hotKeyDisplay() shows it.
+    Q_INVOKABLE static QString ofHotKey(quint32 modifiers, const QString& keyName);
 };
 
 } // namespace quelto

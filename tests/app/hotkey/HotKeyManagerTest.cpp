@@ -20,20 +20,20 @@ protected:
     HotKeyManager manager{settings, key};
 };
 
-TEST_F(HotKeyManagerTest, RegistersWhatTheSettingsHold)
+TEST_F(HotKeyManagerTest, RegistersTheCombinationOfTheSettings)
 {
     manager.registerFromSettings();
     EXPECT_EQ(key.grabbed, (Combination{8, 2560}));
 }
 
-TEST_F(HotKeyManagerTest, LeavesOneRegistrationAfterMany)
+TEST_F(HotKeyManagerTest, KeepsOnlyTheLastRegistration)
 {
     manager.registerKey(8, 2560);
     manager.registerKey(122, 0);
     EXPECT_EQ(key.grabbed, (Combination{122, 0}));
 }
 
-TEST_F(HotKeyManagerTest, RegistersAnewOnEachChangeAndNotBefore)
+TEST_F(HotKeyManagerTest, RegistersAgainOnEachChange)
 {
     manager.registerFromSettings();
     manager.followSettings();
@@ -47,14 +47,14 @@ TEST_F(HotKeyManagerTest, RegistersAnewOnEachChangeAndNotBefore)
     EXPECT_EQ(key.grabs, 3);
 }
 
-TEST_F(HotKeyManagerTest, LetsGoWhileAnewCombinationIsRecorded)
+TEST_F(HotKeyManagerTest, ReleasesTheKeyWhileANewCombinationIsRecorded)
 {
     manager.registerFromSettings();
     manager.unregister();
     EXPECT_EQ(key.grabbed, std::nullopt);
 }
 
-TEST_F(HotKeyManagerTest, RunsTheActionFromTheEventLoopOnceAPress)
+TEST_F(HotKeyManagerTest, RunsTheActionOncePerPressFromTheEventLoop)
 {
     int presses = 0;
     manager.action = [&] { ++presses; };

@@ -24,10 +24,10 @@ protected:
     static QString cancel() { return QCoreApplication::translate("QPlatformTheme", "Cancel"); }
 
     QTemporaryDir folder;
-    AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf")), {}};
+    AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
 };
 
-TEST_F(LanguageSwitcherTest, IsTheOneOfTheSettingsAlsoForWhatQtSays)
+TEST_F(LanguageSwitcherTest, AppliesTheLanguageToQtTexts)
 {
     settings.setLanguage(QStringLiteral("de"));
     L10n::use(QStringLiteral("tr"));
@@ -42,7 +42,7 @@ TEST_F(LanguageSwitcherTest, IsTheOneOfTheSettingsAlsoForWhatQtSays)
     }
 }
 
-TEST_F(LanguageSwitcherTest, NamesTheKeysAsTheKeyboardsDo)
+TEST_F(LanguageSwitcherTest, NamesKeysInTheLanguage)
 {
     const LanguageSwitcher language(settings);
     settings.setLanguage(QStringLiteral("de"));

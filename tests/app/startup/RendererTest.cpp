@@ -23,7 +23,7 @@ void PrintTo(const Devices& devices, std::ostream* stream)
 
 class GraphicsCardTest : public testing::TestWithParam<Devices> { };
 
-TEST_P(GraphicsCardTest, IsKnownByItsDevices)
+TEST_P(GraphicsCardTest, IsDetectedByItsDeviceFiles)
 {
     const QTemporaryDir folder;
     for (const auto& name : GetParam().names) {
@@ -46,12 +46,12 @@ TEST(GraphicsCard, IsADeviceFile)
 {
     const QTemporaryDir folder;
     QDir(folder.path()).mkdir(QStringLiteral("dri"));
-    // No ordinary user makes device files; a link stands for what it leads to.
+    // Only root can create device files; a link to one does the same.
     ASSERT_TRUE(QFile::link(QStringLiteral("/dev/null"), folder.filePath(QStringLiteral("dri/renderD128"))));
     EXPECT_TRUE(hasGraphicsCard(folder.path()));
 }
 
-TEST(GraphicsCard, IsNotThereWhereThereIsNoFolder)
+TEST(GraphicsCard, IsMissingWithoutADeviceFolder)
 {
     EXPECT_FALSE(hasGraphicsCard(QStringLiteral("/no such folder")));
 }

@@ -27,7 +27,7 @@ protected:
 
     void TearDown() override { item.reset(); }
 
-    /// The menu's rows as they are when it opens; a separator is "-".
+    /// The menu's entries when it opens; a separator is "-".
     QStringList rows() const
     {
         Q_EMIT menu().aboutToShow();
@@ -50,7 +50,7 @@ protected:
     QStringList asked;
 };
 
-TEST_F(StatusItemTest, HasItsRowsInOrder)
+TEST_F(StatusItemTest, HasItsEntriesInOrder)
 {
     const QStringList expected{QStringLiteral("Kayıt kapalı"),
                                QStringLiteral("-"),
@@ -65,7 +65,7 @@ TEST_F(StatusItemTest, HasItsRowsInOrder)
     EXPECT_EQ(rows(), expected);
 }
 
-TEST_F(StatusItemTest, TellsTheStateAndOffersToSaveOnlyWhileActive)
+TEST_F(StatusItemTest, ShowsTheStateAndOffersToSaveOnlyWhileActive)
 {
     EXPECT_FALSE(row(0).isEnabled());
     EXPECT_FALSE(row(2).isEnabled());
@@ -86,7 +86,7 @@ TEST_F(StatusItemTest, TellsTheStateAndOffersToSaveOnlyWhileActive)
     EXPECT_EQ(rows().at(3), QStringLiteral("Kaydı Başlat"));
 }
 
-TEST_F(StatusItemTest, DoesWhatItsRowsSay)
+TEST_F(StatusItemTest, RunsTheCommandOfEachEntry)
 {
     row(3).trigger();
     time.settle();
@@ -101,11 +101,11 @@ TEST_F(StatusItemTest, DoesWhatItsRowsSay)
     EXPECT_EQ(asked, expected);
 }
 
-TEST_F(StatusItemTest, SpeaksAnotherLanguageAtOnce)
+TEST_F(StatusItemTest, FollowsTheLanguage)
 {
     for (const auto language : AllLanguages) {
         settings.setLanguage(rawValueOf(language));
-        // Without the menu's having been opened anew.
+        // Without opening the menu again.
         EXPECT_EQ(menu().actions().at(0)->text(), T("Kayıt kapalı"));
         EXPECT_EQ(menu().actions().last()->text(), T("Çıkış"));
         const QDir pictures(QStringLiteral(QUELTO_PICTURES));

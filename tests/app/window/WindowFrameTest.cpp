@@ -26,7 +26,7 @@ void PrintTo(const Row& row, std::ostream* out)
     *out << row.name;
 }
 
-TEST_P(FittingFrameTest, IsWhollyOnOneScreen)
+TEST_P(FittingFrameTest, IsEntirelyOnOneScreen)
 {
     const auto& row = GetParam();
     const auto frame = fittingFrame(row.wanted, Decoration, Smallest, row.screens);
@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"LargerThanTheSecond", {1930, 210, 1900, 1050}, {Screen, RightScreen}, {1921, 220, 1364, 743}}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(FittingFrame, IsTheWantedOneWithoutAnyScreen)
+TEST(FittingFrame, IsTheWantedFrameWithoutAnyScreen)
 {
     EXPECT_EQ(fittingFrame({1, 2, 1100, 700}, Decoration, Smallest, {}), QRect(1, 2, 1100, 700));
 }

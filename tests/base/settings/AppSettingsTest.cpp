@@ -31,7 +31,7 @@ protected:
     }
 };
 
-TEST_F(AppSettingsTest, HasTheDefaultsOnAFirstRun)
+TEST_F(AppSettingsTest, HasDefaultsOnFirstRun)
 {
     const AppSettings settings(path);
     EXPECT_EQ(settings.clipLength(), 30);
@@ -65,41 +65,33 @@ TEST_F(AppSettingsTest, HasTheDefaultsOnAFirstRun)
     EXPECT_EQ(settings.hotkeyCode(), 8U);
     EXPECT_EQ(settings.hotkeyModifiers(), 2560U);
     EXPECT_EQ(settings.hotkeyKeyName(), QStringLiteral("C"));
-    EXPECT_EQ(settings.captureSignature(), QStringLiteral("0|p1080|high|60|h264|true|true|true||true"));
 }
 
-TEST_F(AppSettingsTest, WritesNoDefaults)
+TEST_F(AppSettingsTest, DoesNotWriteDefaults)
 {
     const AppSettings settings(path);
     EXPECT_TRUE(stored().isEmpty());
 }
 
-struct StoredWord {
-    const char* name;
-    const char* line;
-    QString signature;
-};
-
-class AppSettingsWords : public AppSettingsTest, public testing::WithParamInterface<StoredWord> { };
-
-TEST_P(AppSettingsWords, FallBackWhereTheyAreUnknown)
+TEST_F(AppSettingsTest, FallsBackToTheDefaultForAnUnknownPreset)
 {
-    store(GetParam().line);
-    EXPECT_EQ(AppSettings(path).captureSignature(), GetParam().signature);
+    store("resolution=4k\nquality=\ncodec=HEVC\n");
+    const AppSettings settings(path);
+    EXPECT_EQ(settings.resolution(), ResolutionPreset::p1080);
+    EXPECT_EQ(settings.quality(), QualityPreset::high);
+    EXPECT_EQ(settings.codec(), VideoCodec::h264) << "names are case-sensitive";
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, AppSettingsWords,
-                         testing::Values(StoredWord{"Resolution", "resolution=4k\n",
-                                                    QStringLiteral("0|p1080|high|60|h264|true|true|true||true")},
-                                         StoredWord{"EmptyQuality", "quality=\n",
-                                                    QStringLiteral("0|p1080|high|60|h264|true|true|true||true")},
-                                         StoredWord{"CapitalCodec", "codec=HEVC\n",
-                                                    QStringLiteral("0|p1080|high|60|h264|true|true|true||true")},
-                                         StoredWord{"Known", "codec=hevc\nquality=low\nresolution=native\n",
-                                                    QStringLiteral("0|native|low|60|hevc|true|true|true||true")}),
-                         [](const auto& each) { return std::string(each.param.name); });
+TEST_F(AppSettingsTest, ReadsKnownPresets)
+{
+    store("resolution=native\nquality=low\ncodec=hevc\n");
+    const AppSettings settings(path);
+    EXPECT_EQ(settings.resolution(), ResolutionPreset::native);
+    EXPECT_EQ(settings.quality(), QualityPreset::low);
+    EXPECT_EQ(settings.codec(), VideoCodec::hevc);
+}
 
-TEST_F(AppSettingsTest, KeepsValuesOutsideTheListsAsTheyStand)
+TEST_F(AppSettingsTest, KeepsValuesOutsideTheOfferedLists)
 {
     store("clipLength=3\nfps=17\nmicVolume=7.5\ndiscordLimitMB=-1\nlanguage=xx\ncolorTheme=none\n");
     const AppSettings settings(path);
@@ -111,7 +103,7 @@ TEST_F(AppSettingsTest, KeepsValuesOutsideTheListsAsTheyStand)
     EXPECT_EQ(settings.colorTheme(), QStringLiteral("none"));
 }
 
-TEST_F(AppSettingsTest, WritesAValueTheMomentItIsSet)
+TEST_F(AppSettingsTest, WritesAValueWhenItIsSet)
 {
     AppSettings settings(path);
     settings.setClipLength(60);
@@ -171,13 +163,13 @@ TEST_F(AppSettingsTest, ReadsBackWhatItWrote)
     EXPECT_TRUE(settings.autoClipBasic());
 }
 
-TEST_F(AppSettingsTest, TakesAFolderWithACommaThatWasWrittenByHand)
+TEST_F(AppSettingsTest, ReadsAnUnquotedFolderWithAComma)
 {
     store("saveFolder=/srv/clips, old\n");
     EXPECT_EQ(AppSettings(path).saveFolder(), QStringLiteral("/srv/clips, old"));
 }
 
-TEST_F(AppSettingsTest, NoFolderIsTheDefaultOne)
+TEST_F(AppSettingsTest, EmptySaveFolderIsTheDefault)
 {
     const auto usual = AppSettings(path).saveFolder();
     ASSERT_TRUE(QDir::isAbsolutePath(usual));
@@ -192,7 +184,7 @@ TEST_F(AppSettingsTest, NoFolderIsTheDefaultOne)
     EXPECT_EQ(AppSettings(path).saveFolder(), usual);
 }
 
-TEST_F(AppSettingsTest, AFolderWithoutItsBeginningIsInTheHomeFolder)
+TEST_F(AppSettingsTest, RelativeSaveFolderIsInTheHomeFolder)
 {
     const auto clips = QDir::homePath() + QStringLiteral("/Videos/clips");
     for (const char* written : {"Videos/clips", "./Videos/clips", "~/Videos/clips", "~/Videos/clips/"}) {
@@ -207,7 +199,7 @@ TEST_F(AppSettingsTest, AFolderWithoutItsBeginningIsInTheHomeFolder)
     EXPECT_EQ(AppSettings(path).saveFolder(), settings.saveFolder());
 }
 
-TEST_F(AppSettingsTest, TellsOfAChangeBeforeItIsWrittenAndWritesAlsoWhatIsUnchanged)
+TEST_F(AppSettingsTest, EmitsChangesBeforeWritingAndWritesUnchangedValues)
 {
     AppSettings settings(path);
     int changes = 0;
@@ -220,7 +212,7 @@ TEST_F(AppSettingsTest, TellsOfAChangeBeforeItIsWrittenAndWritesAlsoWhatIsUnchan
     EXPECT_TRUE(stored().contains("fps=60"));
 }
 
-TEST_F(AppSettingsTest, SurvivesAFolderThatCannotBeWritten)
+TEST_F(AppSettingsTest, KeepsAValueThatCannotBeWritten)
 {
     AppSettings settings(QStringLiteral("/proc/no/such/place/Quelto.conf"));
     settings.setFps(30);
@@ -229,98 +221,13 @@ TEST_F(AppSettingsTest, SurvivesAFolderThatCannotBeWritten)
 
 using AppSettingsDeathTest = AppSettingsTest;
 
-TEST_F(AppSettingsDeathTest, EndsTheProgramOnANumberThatNothingWrites)
+TEST_F(AppSettingsDeathTest, OutOfRangeNumberEndsTheProgram)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     store("displayID=-1\n");
     EXPECT_DEATH(AppSettings{path}, "displayID");
     store("hotkeyCode=4294967296\n");
     EXPECT_DEATH(AppSettings{path}, "hotkeyCode");
-}
-
-TEST_F(AppSettingsTest, ReachesBackNinetySecondsWhileMomentsAreDetected)
-{
-    AppSettings settings(path);
-    EXPECT_EQ(settings.bufferSeconds(), 90);
-    settings.setClipLength(300);
-    EXPECT_EQ(settings.bufferSeconds(), 300);
-    settings.setClipLength(30);
-    settings.setAutoClipEnabled(false);
-    EXPECT_EQ(settings.bufferSeconds(), 30);
-}
-
-TEST_F(AppSettingsTest, SignsTheMicrophoneButNotTheClipLength)
-{
-    AppSettings settings(path);
-    const auto signature = settings.captureSignature();
-    settings.setClipLength(120);
-    settings.setSystemVolume(0.5);
-    settings.setSaveFolder(QStringLiteral("/elsewhere"));
-    EXPECT_EQ(settings.captureSignature(), signature);
-    settings.setMicrophoneID(QStringLiteral("usb"));
-    EXPECT_EQ(settings.captureSignature(), QStringLiteral("0|p1080|high|60|h264|true|true|true|usb|true"));
-}
-
-TEST_F(AppSettingsTest, SignsEachFieldAtItsPlace)
-{
-    const std::array<std::pair<const char*, const char*>, 10> lines{
-        {{"displayID=7", "7|p1080|high|60|h264|true|true|true||true"},
-         {"resolution=p720", "0|p720|high|60|h264|true|true|true||true"},
-         {"quality=low", "0|p1080|low|60|h264|true|true|true||true"},
-         {"fps=30", "0|p1080|high|30|h264|true|true|true||true"},
-         {"codec=hevc", "0|p1080|high|60|hevc|true|true|true||true"},
-         {"captureAudio=false", "0|p1080|high|60|h264|false|true|true||true"},
-         {"showCursor=false", "0|p1080|high|60|h264|true|false|true||true"},
-         {"captureMicrophone=false", "0|p1080|high|60|h264|true|true|false||true"},
-         {"microphoneID=usb", "0|p1080|high|60|h264|true|true|true|usb|true"},
-         {"captureVoiceChat=false", "0|p1080|high|60|h264|true|true|true||false"}}};
-    for (const auto& [line, signature] : lines) {
-        const auto own = folder.filePath(QString::fromLatin1(line));
-        QFile file(own);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray("[General]\n") + line + '\n');
-        file.close();
-        EXPECT_EQ(AppSettings(own).captureSignature(), QLatin1String(signature)) << line;
-    }
-}
-
-TEST_F(AppSettingsTest, KnowsTheSwitchOfEachGame)
-{
-    AppSettings settings(path);
-    settings.setAutoClipDota(false);
-    EXPECT_TRUE(settings.isGameEnabled(QStringLiteral("League of Legends")));
-    EXPECT_FALSE(settings.isGameEnabled(QStringLiteral("Dota 2")));
-    EXPECT_TRUE(settings.isGameEnabled(QStringLiteral("World of Warcraft")));
-    EXPECT_FALSE(settings.isGameEnabled(QStringLiteral("Chess")));
-}
-
-TEST_F(AppSettingsTest, KnowsTheSwitchOfEachTier)
-{
-    const AppSettings settings(path);
-    EXPECT_TRUE(settings.isTierEnabled(ClipTier::epic));
-    EXPECT_TRUE(settings.isTierEnabled(ClipTier::medium));
-    EXPECT_FALSE(settings.isTierEnabled(ClipTier::basic));
-}
-
-TEST_F(AppSettingsTest, EstimatesTheSizeFromTheDisplay)
-{
-    QSize display(2560, 1440);
-    AppSettings settings(path, [&](std::uint32_t) { return std::optional(display); });
-    EXPECT_EQ(settings.estimatedCaptureSize(), QSize(1920, 1080));
-    settings.setResolution(ResolutionPreset::native);
-    EXPECT_EQ(settings.estimatedCaptureSize(), QSize(2560, 1440));
-    display = {0, 1440};
-    EXPECT_EQ(settings.estimatedCaptureSize(), QSize(1920, 1080));
-}
-
-TEST_F(AppSettingsTest, EstimatesFullHdWithoutADisplay)
-{
-    EXPECT_EQ(AppSettings(path).estimatedCaptureSize(), QSize(1920, 1080));
-}
-
-TEST_F(AppSettingsTest, ShowsTheShortcut)
-{
-    EXPECT_EQ(AppSettings(path).hotkeyDisplay(), QStringLiteral("⌥⇧C"));
 }
 
 } // namespace

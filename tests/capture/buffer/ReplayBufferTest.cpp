@@ -71,7 +71,7 @@ TEST(ReplayBuffer, MovesItsHeadToTheNewestKeyFrameBeforeTheWindow)
     EXPECT_EQ(times(buffer.snapshot().video), (std::vector<double>{2, 3, 13.5}));
 }
 
-TEST(ReplayBuffer, TakesAKeyFrameExactlyAtTheWindowsEdgeAsHead)
+TEST(ReplayBuffer, MovesItsHeadToAKeyFrameExactlyAtTheWindowsEdge)
 {
     ReplayBuffer buffer;
     buffer.configure(7);
@@ -81,7 +81,7 @@ TEST(ReplayBuffer, TakesAKeyFrameExactlyAtTheWindowsEdgeAsHead)
     EXPECT_EQ(times(buffer.snapshot().video), (std::vector<double>{2, 12}));
 }
 
-TEST(ReplayBuffer, LeavesAKeyFrameATickAfterTheWindowsEdge)
+TEST(ReplayBuffer, IgnoresAKeyFrameJustAfterTheWindowsEdge)
 {
     ReplayBuffer buffer;
     buffer.configure(7);
@@ -91,7 +91,7 @@ TEST(ReplayBuffer, LeavesAKeyFrameATickAfterTheWindowsEdge)
     EXPECT_EQ(buffer.snapshot().video.size(), 3);
 }
 
-TEST(ReplayBuffer, TakesASampleThatSaysNothingForAKeyFrame)
+TEST(ReplayBuffer, TreatsAnUnmarkedFrameAsAKeyFrame)
 {
     ReplayBuffer buffer;
     buffer.configure(7);
@@ -106,7 +106,7 @@ using Append = void (ReplayBuffer::*)(AudioBufferPtr);
 
 class ReplayBufferSound : public testing::TestWithParam<std::pair<Append, AudioBuffers ReplaySnapshot::*>> { };
 
-TEST_P(ReplayBufferSound, KeepsASampleExactlyAtTheEdgeAndDropsOneBeforeIt)
+TEST_P(ReplayBufferSound, KeepsABufferAtTheEdgeAndDropsOneBeforeIt)
 {
     const auto [append, track] = GetParam();
     ReplayBuffer buffer;
@@ -122,7 +122,7 @@ INSTANTIATE_TEST_SUITE_P(EachTrack, ReplayBufferSound,
                                          std::pair{&ReplayBuffer::appendMic, &ReplaySnapshot::mic},
                                          std::pair{&ReplayBuffer::appendChat, &ReplaySnapshot::chat}));
 
-TEST(ReplayBuffer, KeepsThreeSecondsMoreThanAskedFor)
+TEST(ReplayBuffer, KeepsThreeSecondsMoreThanRequested)
 {
     ReplayBuffer buffer;
     EXPECT_EQ(buffer.keepSeconds(), 33.0);
@@ -155,7 +155,7 @@ TEST(ReplayBuffer, CountsTheBytesOfAllTracks)
     EXPECT_EQ(buffer.approximateBytes(), 1234);
 }
 
-TEST(ReplayBuffer, CountsNoLongerWhatItTrimmed)
+TEST(ReplayBuffer, DoesNotCountTrimmedSamples)
 {
     ReplayBuffer buffer;
     buffer.configure(7);
@@ -167,7 +167,7 @@ TEST(ReplayBuffer, CountsNoLongerWhatItTrimmed)
     EXPECT_EQ(buffer.approximateBytes(), 16);
 }
 
-TEST(ReplayBuffer, LeavesASnapshotWholeWhenItTrims)
+TEST(ReplayBuffer, TrimmingDoesNotChangeASnapshot)
 {
     ReplayBuffer buffer;
     buffer.configure(7);
@@ -195,7 +195,7 @@ TEST(ReplayBuffer, TrimsToAShorterWindowOnTheNextSample)
     EXPECT_EQ(times(buffer.snapshot().video).front(), 21);
 }
 
-TEST(ReplayBuffer, ServesProducersAndReadersAtOnce)
+TEST(ReplayBuffer, ServesProducersAndReadersConcurrently)
 {
     ReplayBuffer buffer;
     buffer.configure(1);

@@ -41,7 +41,7 @@ ClipRequest requestInto(const QString& folder, ReplaySnapshot snapshot = someSna
             .suffix = std::nullopt};
 }
 
-/// The message that the user sees; empty if a clip came out.
+/// The message that the user sees; empty if the clip was saved.
 QString messageOf(const ClipRequest& request)
 {
     try {
@@ -57,7 +57,7 @@ QStringList filesIn(const QString& folder)
     return QDir(folder).entryList(QDir::Files | QDir::Hidden);
 }
 
-TEST(ClipFailure, NoKeyFrameMeansAnEmptyBuffer)
+TEST(ClipFailure, MissingKeyFrameIsAnEmptyBuffer)
 {
     const QTemporaryDir folder;
     EXPECT_EQ(messageOf(requestInto(folder.path(), {})), QStringLiteral("Tamponda henüz görüntü yok."));
@@ -67,7 +67,7 @@ TEST(ClipFailure, NoKeyFrameMeansAnEmptyBuffer)
     EXPECT_EQ(filesIn(folder.path()), QStringList{});
 }
 
-TEST(ClipFailure, AFullDiskLeavesNothingAndTheNextClipIsSavedWhenThereIsRoom)
+TEST(ClipFailure, FullDiskLeavesNoFileAndTheNextSaveSucceeds)
 {
     const test::SmallDisk disk(600 * 1024);
     if (!disk.isThere()) {
@@ -86,7 +86,7 @@ TEST(ClipFailure, AFullDiskLeavesNothingAndTheNextClipIsSavedWhenThereIsRoom)
     EXPECT_EQ(filesIn(disk.path()).size(), 2);
 }
 
-TEST(ClipFailure, AReadOnlyFolderIsSaidSo)
+TEST(ClipFailure, ReportsAReadOnlyFolder)
 {
     test::SmallDisk disk(600 * 1024);
     if (!disk.isThere() || !disk.makeReadOnly()) {
@@ -98,7 +98,7 @@ TEST(ClipFailure, AReadOnlyFolderIsSaidSo)
               QStringLiteral("Klip yazılamadı: Kayıt klasörü salt okunur. Başka bir kayıt klasörü seçin."));
 }
 
-TEST(ClipFailure, AFileInThePlaceOfTheFolderIsSaidSo)
+TEST(ClipFailure, ReportsAFileInPlaceOfTheFolder)
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("Quelto")));
@@ -109,7 +109,7 @@ TEST(ClipFailure, AFileInThePlaceOfTheFolderIsSaidSo)
     EXPECT_EQ(messageOf(requestInto(file.fileName() + QStringLiteral("/deeper"))), expected);
 }
 
-TEST(ClipFailure, AnImpossibleFolderNameIsSaidSo)
+TEST(ClipFailure, ReportsAnInvalidFolderName)
 {
     const QTemporaryDir folder;
     EXPECT_EQ(messageOf(requestInto(folder.filePath(QString(400, u'x')))),
@@ -117,7 +117,7 @@ TEST(ClipFailure, AnImpossibleFolderNameIsSaidSo)
     EXPECT_NE(messageOf(requestInto(QString())), QString());
 }
 
-TEST(ClipFailure, AFolderThatWasDeletedIsMadeAgain)
+TEST(ClipFailure, CreatesADeletedFolderAgain)
 {
     const QTemporaryDir parent;
     const auto folder = parent.filePath(QStringLiteral("Quelto"));
@@ -127,7 +127,7 @@ TEST(ClipFailure, AFolderThatWasDeletedIsMadeAgain)
     EXPECT_EQ(filesIn(folder).size(), 1);
 }
 
-TEST(ClipFailure, AbsurdTimesAreAnErrorAndNotAnEndlessClip)
+TEST(ClipFailure, ImplausibleTimestampsAreAnError)
 {
     const QTemporaryDir folder;
     for (const auto first : {HostTime::min(), PictureStart - 100h}) {
@@ -142,7 +142,7 @@ TEST(ClipFailure, AbsurdTimesAreAnErrorAndNotAnEndlessClip)
     EXPECT_EQ(filesIn(folder.path()), QStringList{});
 }
 
-TEST(ClipFailure, BrokenSoundIsLeftOutAndTheClipSaved)
+TEST(ClipFailure, SkipsCorruptAudioAndSavesTheClip)
 {
     const QTemporaryDir folder;
     auto snapshot = someSnapshot();
@@ -162,13 +162,13 @@ TEST(ClipFailure, BrokenSoundIsLeftOutAndTheClipSaved)
     audio[7] = changed(audio[7], [](AudioBuffer& sample) { sample.format.channels = 0; });
     audio[8] = changed(audio[8],
                        [](AudioBuffer& sample) { std::fill(sample.data.begin(), sample.data.end(), std::byte{0xFF}); });
-    const auto path = ClipWriter::write(requestInto(folder.path(), snapshot));
+    const auto path = ClipWriter::write(requestInto(folder.path(), snapshot)).path;
     EXPECT_EQ(test::decodingErrors(path), "");
     EXPECT_EQ(test::streamsOf(path).size(), 5);
     EXPECT_NEAR(test::levelOf(test::decodedSound(path, 1), 400, 0), 0.2, 0.02);
 }
 
-TEST(ClipFailure, BrokenPicturesDoNotCrash)
+TEST(ClipFailure, SurvivesCorruptFrames)
 {
     const QTemporaryDir folder;
     auto snapshot = someSnapshot();

@@ -18,7 +18,7 @@ EncodedFramePtr picture(HostTime time, std::optional<bool> isNotSync)
     return sample;
 }
 
-/// Ten pictures a second from 100 s on; the key frames are those with these numbers.
+/// Ten frames per second from 100 s on; those with the given numbers are key frames.
 EncodedFrames pictures(int count, const std::vector<int>& keyFrames)
 {
     EncodedFrames video;
@@ -29,12 +29,12 @@ EncodedFrames pictures(int count, const std::vector<int>& keyFrames)
     return video;
 }
 
-TEST(ClipPlan, NoPicturesMakeNoClip)
+TEST(ClipPlan, IsEmptyWithoutFrames)
 {
     EXPECT_FALSE(planClip({}, HostTime(110s), 5));
 }
 
-TEST(ClipPlan, NoKeyFrameMakesNoClip)
+TEST(ClipPlan, IsEmptyWithoutAKeyFrame)
 {
     EXPECT_FALSE(planClip(pictures(50, {}), HostTime(110s), 5));
 }
@@ -47,21 +47,21 @@ TEST(ClipPlan, StartsAtTheNewestKeyFrameAtOrBeforeTheWantedStart)
     EXPECT_EQ(plan->start, HostTime(104s));
 }
 
-TEST(ClipPlan, AKeyFrameExactlyAtTheWantedStartIsTheStart)
+TEST(ClipPlan, StartsAtAKeyFrameExactlyAtTheWantedStart)
 {
     const auto plan = planClip(pictures(100, {0, 40, 50, 60}), HostTime(110s), 5);
     ASSERT_TRUE(plan);
     EXPECT_EQ(plan->firstSample, 50);
 }
 
-TEST(ClipPlan, AKeyFrameJustAfterTheWantedStartIsNot)
+TEST(ClipPlan, DoesNotStartAtAKeyFrameJustAfterTheWantedStart)
 {
     const auto plan = planClip(pictures(100, {0, 40, 50, 60}), HostTime(110s) - 1ns, 5);
     ASSERT_TRUE(plan);
     EXPECT_EQ(plan->firstSample, 40);
 }
 
-TEST(ClipPlan, AWantedStartBeforeTheOldestPictureGivesAShorterClip)
+TEST(ClipPlan, WantedStartBeforeTheOldestFrameGivesAShorterClip)
 {
     const auto plan = planClip(pictures(100, {0, 10}), HostTime(110s), 60);
     ASSERT_TRUE(plan);
@@ -69,10 +69,10 @@ TEST(ClipPlan, AWantedStartBeforeTheOldestPictureGivesAShorterClip)
     EXPECT_EQ(plan->start, HostTime(100s));
 }
 
-TEST(ClipPlan, AScreenThatStoodStillDoesNotMakeAClipLonger)
+TEST(ClipPlan, UnchangedScreenDoesNotMakeTheClipLonger)
 {
     auto video = pictures(10, {0});
-    // Ten minutes later something moves again.
+    // The screen changes again ten minutes later.
     video.push_back(picture(HostTime(700s), false));
     const auto plan = planClip(video, HostTime(710s), 30);
     ASSERT_TRUE(plan);
@@ -81,7 +81,7 @@ TEST(ClipPlan, AScreenThatStoodStillDoesNotMakeAClipLonger)
     EXPECT_EQ(plan->end, HostTime(710s));
 }
 
-TEST(ClipPlan, AKeyFrameASecondBeforeTheWantedStartGivesTheStart)
+TEST(ClipPlan, StartsAtAKeyFrameOneSecondBeforeTheWantedStart)
 {
     auto video = pictures(1, {0});
     video.push_back(picture(HostTime(105s), false));
@@ -89,14 +89,14 @@ TEST(ClipPlan, AKeyFrameASecondBeforeTheWantedStartGivesTheStart)
     EXPECT_EQ(planClip(video, HostTime(106s) + 1ns, 5)->start, HostTime(100s) + 1ns);
 }
 
-TEST(ClipPlan, KeyFramesOnlyAfterTheWantedStartGiveTheFirstOfThem)
+TEST(ClipPlan, StartsAtTheFirstKeyFrameIfAllAreAfterTheWantedStart)
 {
     const auto plan = planClip(pictures(100, {70, 80}), HostTime(110s), 5);
     ASSERT_TRUE(plan);
     EXPECT_EQ(plan->firstSample, 70);
 }
 
-TEST(ClipPlan, PicturesThatSayNothingAboutThemselvesAreKeyFrames)
+TEST(ClipPlan, UnmarkedFramesAreKeyFrames)
 {
     const EncodedFrames video{picture(HostTime(100s), true), picture(HostTime(101s), std::nullopt),
                               picture(HostTime(102s), true)};
@@ -105,21 +105,21 @@ TEST(ClipPlan, PicturesThatSayNothingAboutThemselvesAreKeyFrames)
     EXPECT_EQ(plan->firstSample, 1);
 }
 
-TEST(ClipPlan, EndsASixtiethOfASecondAfterTheNewestPicture)
+TEST(ClipPlan, EndsASixtiethOfASecondAfterTheNewestFrame)
 {
     const auto plan = planClip(pictures(100, {0}), HostTime(105s), 2);
     ASSERT_TRUE(plan);
     EXPECT_EQ(plan->end, HostTime(109900ms) + SixtiethOfASecond);
 }
 
-TEST(ClipPlan, EndsAtTheWantedEndIfThatLiesBehindTheNewestPicture)
+TEST(ClipPlan, EndsAtTheWantedEndIfItIsAfterTheNewestFrame)
 {
     const auto plan = planClip(pictures(100, {0}), HostTime(112s), 2);
     ASSERT_TRUE(plan);
     EXPECT_EQ(plan->end, HostTime(112s));
 }
 
-TEST(ClipPlan, AbsurdTimesDoNotOverflow)
+TEST(ClipPlan, ImplausibleTimestampsDoNotOverflow)
 {
     const EncodedFrames video{picture(HostTime::min(), false), picture(HostTime::max(), true)};
     for (const auto end : {HostTime::min(), HostTime(110s), HostTime::max()}) {
@@ -131,7 +131,7 @@ TEST(ClipPlan, AbsurdTimesDoNotOverflow)
     }
 }
 
-TEST(ClipPlan, LengthsThatABufferCanHoldArePlausible)
+TEST(ClipPlan, AcceptsLengthsThatABufferCanHold)
 {
     EXPECT_TRUE(isPlausible({0, HostTime(100s), HostTime(400s)}));
     EXPECT_FALSE(isPlausible({0, HostTime(100s), HostTime(100s)}));
@@ -155,12 +155,12 @@ TEST(ClipPlan, OwnTracksNeedAMixAndAMicrophoneOrVoiceChat)
     EXPECT_FALSE(hasOwnTracks({.video = {}, .audio = {}, .mic = some, .chat = some}, {}));
 }
 
-TEST(ClipPlan, SoundOfABrokenClockIsLeftOut)
+TEST(ClipPlan, SkipsAudioWithImplausibleTimestamps)
 {
     const AudioBuffers all{sound(HostTime::min()), sound(HostTime(90s)), sound(HostTime(110s)), sound(HostTime(30h)),
                            sound(HostTime::max())};
-    EXPECT_EQ(soundNear(all, HostTime(100s)), (AudioBuffers{all[1], all[2]}));
-    EXPECT_EQ(soundNear(all, HostTime(-100s)), (AudioBuffers{all[1], all[2]}));
+    EXPECT_EQ(audioNear(all, HostTime(100s)), (AudioBuffers{all[1], all[2]}));
+    EXPECT_EQ(audioNear(all, HostTime(-100s)), (AudioBuffers{all[1], all[2]}));
 }
 
 } // namespace

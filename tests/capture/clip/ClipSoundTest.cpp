@@ -36,7 +36,8 @@ protected:
                                   .seconds = 3,
                                   .folder = m_folder.path(),
                                   .game = QStringLiteral("Game"),
-                                  .suffix = std::nullopt});
+                                  .suffix = std::nullopt})
+            .path;
     }
     /// 3 seconds of picture with a tone in each source.
     static ReplaySnapshot threeTones()
@@ -68,7 +69,7 @@ void expectLevels(const QString& path, int track, const Levels& expected)
     }
 }
 
-TEST_F(ClipSoundTest, EachSourceIsInItsTrackAndChatNotInTheMix)
+TEST_F(ClipSoundTest, EachSourceHasItsTrackAndChatIsNotInTheMix)
 {
     const auto path = write(threeTones());
     expectLevels(path, 0, {0.2, 0.1, 0});
@@ -77,7 +78,7 @@ TEST_F(ClipSoundTest, EachSourceIsInItsTrackAndChatNotInTheMix)
     expectLevels(path, 3, {0, 0, 0.3});
 }
 
-TEST_F(ClipSoundTest, GainsWorkOnTheMixAlone)
+TEST_F(ClipSoundTest, GainsAffectOnlyTheMix)
 {
     const auto path = write(threeTones(), 2, 0.5);
     expectLevels(path, 0, {0.4, 0.05, 0});
@@ -85,14 +86,14 @@ TEST_F(ClipSoundTest, GainsWorkOnTheMixAlone)
     expectLevels(path, 2, {0, 0.1, 0});
 }
 
-TEST_F(ClipSoundTest, ASystemGainOfZeroLeavesItsOwnTrackAtFullLevel)
+TEST_F(ClipSoundTest, ZeroSystemGainLeavesTheSystemTrackAtFullLevel)
 {
     const auto path = write(threeTones(), 0, 1);
     expectLevels(path, 0, {0, 0.1, 0});
     expectLevels(path, 1, {0.2, 0, 0});
 }
 
-TEST_F(ClipSoundTest, ASilentMicrophoneStillGetsItsTrackAndTheMissingChatSilence)
+TEST_F(ClipSoundTest, SilentMicrophoneAndMissingChatHaveTracksOfSilence)
 {
     auto snapshot = threeTones();
     snapshot.mic = sound({.seconds = 3});
@@ -113,7 +114,7 @@ TEST_F(ClipSoundTest, ASilentMicrophoneStillGetsItsTrackAndTheMissingChatSilence
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_F(ClipSoundTest, AMonoMicrophoneAt44100HertzIsHeardOnBothSidesAtFullLevel)
+TEST_F(ClipSoundTest, MonoMicrophoneAt44100HertzFillsBothChannelsAtFullLevel)
 {
     auto snapshot = threeTones();
     snapshot.mic = sound(
@@ -123,7 +124,7 @@ TEST_F(ClipSoundTest, AMonoMicrophoneAt44100HertzIsHeardOnBothSidesAtFullLevel)
     expectLevels(path, 2, {0, 0.1, 0});
 }
 
-TEST_F(ClipSoundTest, ABeepIsHeardWhereItWas)
+TEST_F(ClipSoundTest, BeepKeepsItsTime)
 {
     constexpr double BeepAt = 1.23456;
     constexpr double BeepLength = 0.05;
@@ -132,7 +133,7 @@ TEST_F(ClipSoundTest, ABeepIsHeardWhereItWas)
         return isOn ? 0.8 * std::sin(2 * 3.14159265358979 * 2000 * (second - BeepAt)) : 0.0;
     };
     auto snapshot = threeTones();
-    // Sound begins before the picture, and at a time that lies on no frame of the clip's own grid.
+    // Audio begins before the video, at a time between two frames of the clip's grid.
     constexpr HostDuration Ahead = 700ms + 12345ns;
     snapshot.audio = sound({.start = PictureStart - Ahead, .seconds = 3.6, .value = [&](double second) {
                                 return beep(second - inSeconds(Ahead));

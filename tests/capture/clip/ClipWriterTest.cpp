@@ -2,8 +2,8 @@
 #include "capture/clip/ClipWriter.h"
 
 #include "library/naming/ClipName.h"
-#include "media/mux/MediaDuration.h"
 #include "tests/capture/clip/SnapshotMaker.h"
+#include "tests/media/probe/MediaDuration.h"
 #include "tests/media/probe/Mp4Atoms.h"
 #include "tests/media/probe/Probe.h"
 
@@ -46,13 +46,13 @@ private:
     QTemporaryDir m_folder;
 };
 
-TEST_F(ClipWriterTest, AWholeClipHasEverythingThatAPlayerLooksFor)
+TEST_F(ClipWriterTest, ClipHasAllThatPlayersNeed)
 {
     const ReplaySnapshot snapshot{.video = pictures(6),
                                   .audio = sound({.seconds = 6, .value = tone(440, 0.3)}),
                                   .mic = sound({.seconds = 6, .value = tone(1000, 0.2)}),
                                   .chat = sound({.seconds = 6, .value = tone(2000, 0.1)})};
-    const auto path = ClipWriter::write(request(snapshot, PictureStart + 6s, 3));
+    const auto path = ClipWriter::write(request(snapshot, PictureStart + 6s, 3)).path;
 
     EXPECT_EQ(files(), QStringList{QFileInfo(path).fileName()});
     EXPECT_TRUE(QRegularExpression(QStringLiteral(R"(^Game - \d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d\.mp4$)"))
@@ -85,11 +85,11 @@ TEST_F(ClipWriterTest, AWholeClipHasEverythingThatAPlayerLooksFor)
     EXPECT_NE(boxes.tracks[1].alternateGroup, 0);
 }
 
-TEST_F(ClipWriterTest, BeginsAtAKeyFrameAtOrBeforeTheWantedStartAndRunsToTheNewestPicture)
+TEST_F(ClipWriterTest, StartsAtAKeyFrameAndEndsWithTheNewestFrame)
 {
     const auto video = pictures(6);
     const auto endTime = PictureStart + 5s;
-    const auto path = ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, endTime, 2));
+    const auto path = ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, endTime, 2)).path;
     HostTime expected;
     for (const auto& sample : video) {
         if (sample->isKeyframe() && sample->presentationTime <= endTime - 2s) {
@@ -104,67 +104,77 @@ TEST_F(ClipWriterTest, BeginsAtAKeyFrameAtOrBeforeTheWantedStartAndRunsToTheNewe
     EXPECT_EQ(packets.at(0)[u"pts"].toInteger(), 0);
 }
 
-TEST_F(ClipWriterTest, AWantedStartBeforeTheOldestSampleGivesAShorterClip)
+TEST_F(ClipWriterTest, WantedStartBeforeTheOldestFrameGivesAShorterClip)
 {
     const auto path =
-        ClipWriter::write(request({.video = pictures(2), .audio = {}, .mic = {}, .chat = {}}, PictureStart + 2s, 30));
+        ClipWriter::write(request({.video = pictures(2), .audio = {}, .mic = {}, .chat = {}}, PictureStart + 2s, 30))
+            .path;
     EXPECT_NEAR(mediaDuration(path).value_or(0), 2, 0.001);
 }
 
-TEST_F(ClipWriterTest, KeyFramesOnlyAfterTheWantedStartGiveTheFirstOfThem)
+TEST_F(ClipWriterTest, StartsAtTheFirstKeyFrameIfAllAreAfterTheWantedStart)
 {
     auto video = pictures(4);
     const auto second = std::find_if(video.begin() + 1, video.end(), [](const auto& s) { return s->isKeyframe(); });
-    // The buffer's head is a picture that nothing can start at.
+    // The buffer's head is not a key frame.
     video.erase(video.begin(), second - 5);
     const auto firstKey = video.at(5)->presentationTime;
     const auto path =
-        ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, PictureStart + 4s, 30));
+        ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, PictureStart + 4s, 30)).path;
     EXPECT_NEAR(mediaDuration(path).value_or(0), inSeconds(PictureStart + 4s - firstKey), 0.001);
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_F(ClipWriterTest, AWantedStartExactlyOnAKeyFrameBeginsThere)
+TEST_F(ClipWriterTest, StartsAtAKeyFrameExactlyAtTheWantedStart)
 {
     const auto video = test::picturesAt({PictureStart, PictureStart + 500ms, PictureStart + 2s, PictureStart + 2500ms});
     ASSERT_TRUE(video.at(2)->isKeyframe());
     const auto path =
-        ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, PictureStart + 5s, 3));
+        ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, PictureStart + 5s, 3)).path;
     EXPECT_EQ(test::readMp4Boxes(path).tracks.at(0).durations, (std::vector<std::uint32_t>{45000, 225000}));
 }
 
-TEST_F(ClipWriterTest, WithoutMicrophoneAndChatThereIsOneAudioTrackEncoder)
+TEST_F(ClipWriterTest, WithoutMicrophoneAndChatThereIsOneAudioTrack)
 {
-    const auto path = ClipWriter::write(
-        request({.video = pictures(2), .audio = sound({.seconds = 2, .value = tone(440, 0.5)}), .mic = {}, .chat = {}},
-                PictureStart + 2s, 2));
+    const auto path =
+        ClipWriter::write(
+            request(
+                {.video = pictures(2), .audio = sound({.seconds = 2, .value = tone(440, 0.5)}), .mic = {}, .chat = {}},
+                PictureStart + 2s, 2))
+            .path;
     const auto boxes = test::readMp4Boxes(path);
     ASSERT_EQ(boxes.tracks.size(), 2U);
     EXPECT_TRUE(boxes.tracks[1].isEnabled);
 }
 
-TEST_F(ClipWriterTest, WithoutAnySoundThereIsThePictureAlone)
+TEST_F(ClipWriterTest, WithoutAudioTheClipHasOnlyVideo)
 {
     const auto path =
-        ClipWriter::write(request({.video = pictures(2), .audio = {}, .mic = {}, .chat = {}}, PictureStart + 2s, 2));
+        ClipWriter::write(request({.video = pictures(2), .audio = {}, .mic = {}, .chat = {}}, PictureStart + 2s, 2))
+            .path;
     EXPECT_EQ(test::streamsOf(path).size(), 1);
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_F(ClipWriterTest, ChatAloneMakesNoAudioTrackEncoderAtAll)
+TEST_F(ClipWriterTest, ChatAloneMakesNoAudioTrack)
 {
-    const auto path = ClipWriter::write(
-        request({.video = pictures(2), .audio = {}, .mic = {}, .chat = sound({.seconds = 2, .value = tone(440, 0.5)})},
-                PictureStart + 2s, 2));
+    const auto path =
+        ClipWriter::write(
+            request(
+                {.video = pictures(2), .audio = {}, .mic = {}, .chat = sound({.seconds = 2, .value = tone(440, 0.5)})},
+                PictureStart + 2s, 2))
+            .path;
     EXPECT_EQ(test::streamsOf(path).size(), 1);
 }
 
-TEST_F(ClipWriterTest, AnEndAfterTheLastPictureHoldsItUntilThen)
+TEST_F(ClipWriterTest, HoldsTheLastFrameUntilTheWantedEnd)
 {
     const auto video = pictures(1);
-    const auto path = ClipWriter::write(
-        request({.video = video, .audio = sound({.seconds = 3, .value = tone(440, 0.5)}), .mic = {}, .chat = {}},
-                PictureStart + 3s, 10));
+    const auto path =
+        ClipWriter::write(
+            request({.video = video, .audio = sound({.seconds = 3, .value = tone(440, 0.5)}), .mic = {}, .chat = {}},
+                    PictureStart + 3s, 10))
+            .path;
     const auto boxes = test::readMp4Boxes(path);
     const auto& picture = boxes.tracks.at(0);
     const auto length = std::accumulate(picture.durations.begin(), picture.durations.end(), std::uint64_t{0});
@@ -173,13 +183,14 @@ TEST_F(ClipWriterTest, AnEndAfterTheLastPictureHoldsItUntilThen)
     EXPECT_EQ(boxes.tracks.at(1).mediaDuration, 144000U + 1024U);
 }
 
-TEST_F(ClipWriterTest, HevcClipsCarryTheTagThatPlayersTake)
+TEST_F(ClipWriterTest, HevcClipsHaveTheTagThatPlayersAccept)
 {
     const auto path = ClipWriter::write(request({.video = pictures(2, VideoCodec::hevc),
                                                  .audio = sound({.seconds = 2, .value = tone(440, 0.5)}),
                                                  .mic = {},
                                                  .chat = {}},
-                                                PictureStart + 2s, 2));
+                                                PictureStart + 2s, 2))
+                          .path;
     const auto stream = test::streamsOf(path).at(0).toObject();
     EXPECT_EQ(stream[u"codec_name"].toString(), u"hevc");
     EXPECT_EQ(stream[u"codec_tag_string"].toString(), u"hvc1");
@@ -187,40 +198,40 @@ TEST_F(ClipWriterTest, HevcClipsCarryTheTagThatPlayersTake)
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_F(ClipWriterTest, SparsePicturesKeepTheirTimes)
+TEST_F(ClipWriterTest, SparseFramesKeepTheirTimes)
 {
     const auto video = test::picturesAt({PictureStart, PictureStart + 40ms, PictureStart + 3s, PictureStart + 7s});
     const auto path =
-        ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, PictureStart + 8s, 20));
+        ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, PictureStart + 8s, 20)).path;
     EXPECT_EQ(test::readMp4Boxes(path).tracks.at(0).durations,
               (std::vector<std::uint32_t>{3600, 266400, 360000, 90000}));
 }
 
-TEST_F(ClipWriterTest, MakesTheFolderWithItsParents)
+TEST_F(ClipWriterTest, CreatesTheFolderWithItsParents)
 {
     auto wanted = request({.video = pictures(1), .audio = {}, .mic = {}, .chat = {}}, PictureStart + 1s, 1);
     wanted.folder += QStringLiteral("/Videolar/ç ğ/Quelto");
-    const auto path = ClipWriter::write(wanted);
+    const auto path = ClipWriter::write(wanted).path;
     EXPECT_TRUE(QFileInfo::exists(path));
     EXPECT_EQ(QFileInfo(path).path(), wanted.folder);
 }
 
-TEST_F(ClipWriterTest, ATakenNameGetsItsMarkBeforeTheSuffix)
+TEST_F(ClipWriterTest, NumbersATakenNameBeforeTheSuffix)
 {
     auto wanted = request({.video = pictures(1), .audio = {}, .mic = {}, .chat = {}}, PictureStart + 1s, 1);
     wanted.suffix = QStringLiteral("[EFSANE 95] Penta Kill");
-    // The names of this second and of the next ones are taken.
+    // Takes the names of this second and of the next ones.
     const auto now = QDateTime::currentDateTime();
     for (int second = 0; second < 5; ++second) {
         QFile file(folder() + u'/' + clipFileName({wanted.game, now.addSecs(second), wanted.suffix}));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     }
-    const auto name = QFileInfo(ClipWriter::write(wanted)).fileName();
+    const auto name = QFileInfo(ClipWriter::write(wanted).path).fileName();
     EXPECT_TRUE(name.endsWith(QStringLiteral(" (2) [EFSANE 95] Penta Kill.mp4"))) << name.toStdString();
     EXPECT_EQ(files().size(), 6);
 }
 
-TEST_F(ClipWriterTest, ThreadsAndProcessesThatSaveInTheSameSecondAllGetTheirClip)
+TEST_F(ClipWriterTest, ConcurrentSavesInTheSameSecondAllGetTheirClip)
 {
     const auto wanted = request({.video = pictures(1),
                                  .audio = sound({.seconds = 1, .value = tone(440, 0.5)}),
@@ -257,21 +268,21 @@ TEST_F(ClipWriterTest, ThreadsAndProcessesThatSaveInTheSameSecondAllGetTheirClip
     }
 }
 
-TEST_F(ClipWriterTest, HostileTextsStayInsideTheFolder)
+TEST_F(ClipWriterTest, HostileNamesStayInsideTheFolder)
 {
     auto wanted = request({.video = pictures(1), .audio = {}, .mic = {}, .chat = {}}, PictureStart + 1s, 1);
     wanted.game = QStringLiteral("../../etc/A:B");
     wanted.suffix = QStringLiteral("[ORTA 40] ../x");
-    const auto path = ClipWriter::write(wanted);
+    const auto path = ClipWriter::write(wanted).path;
     EXPECT_EQ(QFileInfo(path).absolutePath(), QDir(folder()).absolutePath());
     EXPECT_EQ(files().size(), 1);
 }
 
-TEST_F(ClipWriterTest, ANameLongerThanAnyFileSystemTakesIsShortened)
+TEST_F(ClipWriterTest, ShortensANameThatIsTooLongForFileSystems)
 {
     auto wanted = request({.video = pictures(1), .audio = {}, .mic = {}, .chat = {}}, PictureStart + 1s, 1);
     wanted.game = QString(300, QChar(u'Ж'));
-    const auto path = ClipWriter::write(wanted);
+    const auto path = ClipWriter::write(wanted).path;
     EXPECT_TRUE(QFileInfo::exists(path));
     EXPECT_LE(QFileInfo(path).fileName().toUtf8().size(), 255);
     EXPECT_TRUE(QFileInfo(path).fileName().startsWith(QString(50, QChar(u'Ж'))));

@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(MicCaptureTest, HandsOnEverySample)
+TEST_F(MicCaptureTest, PassesOnEveryBuffer)
 {
     int count = 0;
     mic.onSample = [&](const AudioBufferPtr&) { ++count; };
@@ -35,7 +35,7 @@ TEST_F(MicCaptureTest, HandsOnEverySample)
     EXPECT_EQ(count, 5);
 }
 
-TEST_F(MicCaptureTest, ReportsALevelAtMostOnceInEightyMilliseconds)
+TEST_F(MicCaptureTest, ReportsALevelAtMostEveryEightyMilliseconds)
 {
     mic.start({});
     server.mic->emitTone(0.5F);
@@ -47,14 +47,14 @@ TEST_F(MicCaptureTest, ReportsALevelAtMostOnceInEightyMilliseconds)
     EXPECT_EQ(levels, (std::vector{0.5F, 0.7F}));
 }
 
-TEST_F(MicCaptureTest, ReportsNoLevelForASampleThatIsNotThere)
+TEST_F(MicCaptureTest, ReportsNoLevelForANullBuffer)
 {
     mic.start({});
     server.mic->events.onSample(nullptr);
     EXPECT_TRUE(levels.empty());
 }
 
-TEST_F(MicCaptureTest, AsksForTheDeviceOfThatId)
+TEST_F(MicCaptureTest, OpensTheDeviceWithThatId)
 {
     mic.start(QStringLiteral("usb-microphone"));
     EXPECT_EQ(server.askedFor, QStringLiteral("usb-microphone"));
@@ -69,7 +69,7 @@ TEST_F(MicCaptureTest, StopsTheDeviceBeforeItStartsAnother)
     EXPECT_EQ(server.runningSources, 0);
 }
 
-TEST_F(MicCaptureTest, PassesOnThatThereIsNoDevice)
+TEST_F(MicCaptureTest, PassesOnAMissingDevice)
 {
     server.micError = QStringLiteral("Mikrofon bulunamadı.");
     EXPECT_THROW(mic.start({}), PlatformError);

@@ -25,7 +25,7 @@ template <typename Value> std::vector<std::byte> bytesOf(const std::vector<Value
     return bytes;
 }
 
-/// Stereo floats at 48,000 Hz, every value the same.
+/// Stereo floats at 48,000 Hz, all with the same value.
 AudioBufferPtr constant(HostTime time, int count, float value)
 {
     auto sample = std::make_shared<AudioBuffer>();
@@ -59,7 +59,7 @@ AudioBuffers mixed(const std::vector<MixSource>& sources, HostTime end)
     return AudioMixer(makeResamplingConverter).mix(sources, Start, end);
 }
 
-TEST(AudioMixer, GivesNothingWithoutLength)
+TEST(AudioMixer, IsEmptyWithoutLength)
 {
     EXPECT_TRUE(mixed({{{constant(Start, 10, 0.5F)}, 1}}, Start).isEmpty());
     EXPECT_TRUE(mixed({{{constant(Start, 10, 0.5F)}, 1}}, Start - frames(100)).isEmpty());
@@ -81,7 +81,7 @@ TEST(AudioMixer, DoesNotAddAFrameToAnExactLength)
     EXPECT_EQ(total, 48000U * 30);
 }
 
-TEST(AudioMixer, LeavesOutASourceWithoutGain)
+TEST(AudioMixer, SkipsASourceWithZeroGain)
 {
     const auto out =
         rendered(mixed({{{constant(Start, 48, 0.5F)}, 0}, {{constant(Start, 48, 0.25F)}, 1}}, Start + frames(48)));
@@ -97,23 +97,23 @@ TEST(AudioMixer, AddsSourcesWithTheirGains)
     EXPECT_FLOAT_EQ(out.right.at(20), 0.45F);
 }
 
-TEST(AudioMixer, GivesNothingWhenAllSamplesEndBeforeTheStart)
+TEST(AudioMixer, IsEmptyIfAllBuffersEndBeforeTheStart)
 {
     EXPECT_TRUE(mixed({{{constant(Start - frames(100), 50, 0.5F), constant(Start - frames(50), 50, 0.5F)}, 1}},
                       Start + frames(480))
                     .isEmpty());
 }
 
-TEST(AudioMixer, ClipsASampleThatBeginsBeforeTheStart)
+TEST(AudioMixer, CutsABufferThatBeginsBeforeTheStart)
 {
     const auto out = rendered(mixed({{{constant(Start - frames(30), 48, 0.5F)}, 1}}, Start + frames(48)));
     EXPECT_EQ(out.left.at(17), 0.5F);
     EXPECT_EQ(out.left.at(18), 0.0F);
 }
 
-TEST(AudioMixer, CountsTheDriftFromTheNominalEndOfAClippedSample)
+TEST(AudioMixer, MeasuresDriftFromTheUncutEndOfABuffer)
 {
-    // The first sample ends at frame 18; the second is stamped a little later and closes up to it.
+    // The first buffer ends at frame 18; the second has a slightly later timestamp and closes the gap.
     const auto out = rendered(mixed(
         {{{constant(Start - frames(30), 48, 0.5F), constant(Start + frames(20), 10, 0.25F)}, 1}}, Start + frames(48)));
     EXPECT_EQ(out.left.at(17), 0.5F);
@@ -129,7 +129,7 @@ struct Lateness {
 
 class AudioMixerDrift : public testing::TestWithParam<Lateness> { };
 
-TEST_P(AudioMixerDrift, ClosesUpBelowFortyMilliseconds)
+TEST_P(AudioMixerDrift, ClosesGapsBelowFortyMilliseconds)
 {
     const auto out =
         rendered(mixed({{{constant(Start, 480, 0.5F), constant(Start + frames(480) + GetParam().late, 480, 0.25F)}, 1}},
@@ -145,7 +145,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, AudioMixerDrift,
                                          Lateness{"Late41", std::chrono::milliseconds(41), 480 + 1968}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST(AudioMixer, DoesNotAddUpJitterOverManySamples)
+TEST(AudioMixer, DoesNotAccumulateJitter)
 {
     AudioBuffers samples;
     for (int i = 0; i < 1000; ++i) {
@@ -163,7 +163,7 @@ struct Limit {
 
 class AudioMixerLimiter : public testing::TestWithParam<Limit> { };
 
-TEST_P(AudioMixerLimiter, BendsOnlyWhatIsLoud)
+TEST_P(AudioMixerLimiter, LimitsOnlyLoudValues)
 {
     const auto out = rendered(mixed({{{constant(Start, 4, GetParam().in)}, 1}}, Start + frames(4)));
     EXPECT_NEAR(out.left.at(1), GetParam().out, 1e-6);
@@ -178,13 +178,13 @@ INSTANTIATE_TEST_SUITE_P(Cases, AudioMixerLimiter,
                                          Limit{"Endless", std::numeric_limits<float>::infinity(), 1.0}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST(AudioMixer, LeavesTheKneeItselfBitForBit)
+TEST(AudioMixer, LeavesTheKneeUnchanged)
 {
     const auto out = rendered(mixed({{{constant(Start, 1, 0.9F)}, 1}}, Start + frames(1)));
     EXPECT_EQ(out.left.at(0), 0.9F);
 }
 
-TEST(AudioMixer, BringsMonoAt44100ToBothSidesAt48000)
+TEST(AudioMixer, ConvertsMono44100HertzToStereo48000)
 {
     auto sample = std::make_shared<AudioBuffer>();
     sample->presentationTime = Start;
@@ -220,7 +220,7 @@ TEST(AudioMixer, ReadsPlanarStereo)
     EXPECT_EQ(out.right, (std::vector{0.3F, 0.4F}));
 }
 
-TEST(AudioMixer, SkipsWhatItCannotRead)
+TEST(AudioMixer, SkipsUnknownFormats)
 {
     auto unknown = std::make_shared<AudioBuffer>();
     unknown->presentationTime = Start;
@@ -238,7 +238,7 @@ TEST(AudioMixer, SkipsWhatItCannotRead)
     EXPECT_EQ(out.left.at(10), 0.5F);
 }
 
-TEST(AudioMixer, CutsChunksOf4096WithExactStamps)
+TEST(AudioMixer, CutsBuffersOf4096FramesWithExactTimestamps)
 {
     const auto samples = AudioMixer::silence(Start, Start + std::chrono::seconds(1));
     ASSERT_EQ(samples.size(), 12);
@@ -248,7 +248,7 @@ TEST(AudioMixer, CutsChunksOf4096WithExactStamps)
     EXPECT_EQ(samples.last()->data.size(), static_cast<std::size_t>(samples.last()->frames) * 8);
 }
 
-TEST(AudioMixer, KeepsItsStampsExactOverHours)
+TEST(AudioMixer, KeepsTimestampsExactOverHours)
 {
     constexpr std::int64_t Far = 48000LL * 3600 * 3;
     const std::vector<float> one(1);
@@ -273,7 +273,7 @@ TEST(PeakLevel, TakesTheLargestMagnitudeOfAllInterleavedChannels)
               0.75F);
 }
 
-TEST(PeakLevel, MeasuresOnlyTheFirstChannelOfPlanarSound)
+TEST(PeakLevel, MeasuresOnlyTheFirstChannelOfPlanarAudio)
 {
     EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::float32, PcmLayout::planar,
                                                bytesOf(std::vector{0.1F, -0.25F, 0.9F, 0.9F}), 2)),
@@ -296,7 +296,7 @@ TEST(PeakLevel, ScalesIntegersAndLimitsToOne)
               1.0F);
 }
 
-TEST(PeakLevel, IsZeroForWhatCannotBeRead)
+TEST(PeakLevel, IsZeroForUnknownFormats)
 {
     EXPECT_EQ(AudioMixer::peakLevel(AudioBuffer{}), 0.0F);
     EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::unknown, PcmLayout::interleaved, {}, 5)), 0.0F);

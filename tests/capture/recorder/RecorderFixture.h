@@ -12,7 +12,7 @@
 
 namespace quelto::test {
 
-/// A real recorder over fake desktop services, in time that the test moves.
+/// A real recorder on fake desktop services and a manual clock.
 class RecorderFixture : public testing::Test {
 protected:
     QTemporaryDir folder;
@@ -27,9 +27,12 @@ protected:
     std::optional<int> encoderError;
     std::vector<EncoderRequest> encoders;
     std::atomic<int> encoded = 0;
-    /// What the clip writer was given, in order; and what it does besides.
+    /// The clip writer's requests in order, and a hook that runs while it writes.
     std::vector<ClipRequest> written;
     std::function<void()> whileWriting;
+    /// What the clip writer reports. Units: seconds.
+    double clipDuration = 40;
+    QList<SavedClip> savedClips;
     QStringList savedPaths;
     QStringList failures;
     std::unique_ptr<Recorder> recorder;
@@ -61,16 +64,19 @@ protected:
                                              [](const auto& sample) { return sample->isKeyframe(); })) {
                         throw RecorderError::emptyBuffer();
                     }
-                    return folder.filePath(QStringLiteral("%1.mp4").arg(written.size()));
+                    return SavedClip{.path = folder.filePath(QStringLiteral("%1.mp4").arg(written.size())),
+                                     .duration = clipDuration};
                 }});
-        QObject::connect(recorder.get(), &Recorder::clipSaved, recorder.get(),
-                         [this](const QString& path) { savedPaths.append(path); });
+        QObject::connect(recorder.get(), &Recorder::clipSaved, recorder.get(), [this](const SavedClip& clip) {
+            savedClips.append(clip);
+            savedPaths.append(clip.path);
+        });
         QObject::connect(recorder.get(), &Recorder::saveFailed, recorder.get(),
                          [this](const QString& message) { failures.append(message); });
     }
 
-    /// Brings one picture through the real video queue into the buffer.
-    void showPicture()
+    /// Sends one frame through the real video queue into the buffer.
+    void showFrame()
     {
         const auto before = encoded.load();
         fakes.frames->emitFrame(time.now());
@@ -82,7 +88,7 @@ protected:
         recorder->start();
         time.settle();
         ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
-        showPicture();
+        showFrame();
     }
 };
 

@@ -15,7 +15,7 @@ TEST_F(RecorderTest, IsIdleAtFirst)
     EXPECT_FALSE(recorder->isActive());
 }
 
-TEST_F(RecorderTest, GoesOverStartingToRecording)
+TEST_F(RecorderTest, GoesFromStartingToRecording)
 {
     std::vector<CaptureState> states;
     QObject::connect(recorder.get(), &Recorder::stateChanged, recorder.get(),
@@ -48,10 +48,10 @@ TEST_F(RecorderTest, BuildsThePipelineFromTheSettings)
     EXPECT_EQ(fakes.frames->request.framesPerSecond, 30);
     EXPECT_FALSE(fakes.frames->request.showsCursor);
     EXPECT_EQ(fakes.sound->askedFor, QStringLiteral("usb"));
-    EXPECT_EQ(encoders.at(0).bitsPerSecond, settings.bitrate({1280, 720}));
+    EXPECT_EQ(encoders.at(0).bitsPerSecond, CaptureSettings::of(settings).bitrate({1280, 720}));
 }
 
-TEST_F(RecorderTest, TellsWhatItRecords)
+TEST_F(RecorderTest, DescribesTheRunningSession)
 {
     record();
     EXPECT_EQ(recorder->captureSummary(), QStringLiteral("1920×1080 • 60 FPS • 14 Mbps • H.264"));
@@ -66,7 +66,7 @@ struct DisplayChoice {
 
 class RecorderDisplay : public test::RecorderFixture, public testing::WithParamInterface<DisplayChoice> { };
 
-TEST_P(RecorderDisplay, IsChosenFromThoseThatAreThere)
+TEST_P(RecorderDisplay, IsChosenFromTheConnectedDisplays)
 {
     settings.setDisplayID(GetParam().wanted);
     fakes.displays->displays = GetParam().displays;
@@ -94,7 +94,7 @@ TEST_F(RecorderTest, FailsWithoutADisplay)
     EXPECT_EQ(recorder->state().message, QStringLiteral("Kaydedilecek ekran bulunamadı."));
 }
 
-TEST_F(RecorderTest, NamesTheStatusWhenNoEncoderOpens)
+TEST_F(RecorderTest, ReportsTheStatusWhenNoEncoderOpens)
 {
     encoderError = -1313558101;
     recorder->start();
@@ -104,7 +104,7 @@ TEST_F(RecorderTest, NamesTheStatusWhenNoEncoderOpens)
     EXPECT_FALSE(fakes.frames->isRunning);
 }
 
-TEST_F(RecorderTest, FailsWithTheAudioServersWordsAndLeavesNothingRunning)
+TEST_F(RecorderTest, FailsWithTheAudioServersMessageAndStopsEverything)
 {
     fakes.sound->systemError = QStringLiteral("no sound server");
     recorder->start();
@@ -115,7 +115,7 @@ TEST_F(RecorderTest, FailsWithTheAudioServersWordsAndLeavesNothingRunning)
     EXPECT_EQ(fakes.sound->runningSources, 0);
 }
 
-TEST_F(RecorderTest, DoesNotAskForTheAudioServerWhenSystemAudioIsOff)
+TEST_F(RecorderTest, DoesNotUseTheAudioServerWhenSystemAudioIsOff)
 {
     settings.setCaptureAudio(false);
     settings.setCaptureMicrophone(false);
@@ -126,7 +126,7 @@ TEST_F(RecorderTest, DoesNotAskForTheAudioServerWhenSystemAudioIsOff)
     EXPECT_EQ(recorder->micWarning(), std::nullopt);
 }
 
-TEST_F(RecorderTest, RecordsOnWithoutAMicrophoneAndSaysSo)
+TEST_F(RecorderTest, RecordsWithoutAMicrophoneAndWarns)
 {
     fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
     record();
@@ -134,7 +134,7 @@ TEST_F(RecorderTest, RecordsOnWithoutAMicrophoneAndSaysSo)
     EXPECT_EQ(recorder->micWarning(), QStringLiteral("Mikrofon başlatılamadı: Mikrofon bulunamadı."));
 }
 
-TEST_F(RecorderTest, PassesOnWhatBecomesOfTheAudioSources)
+TEST_F(RecorderTest, ReportsWarningsOfTheAudioSources)
 {
     record();
     EXPECT_TRUE(recorder->micActive());
@@ -152,7 +152,7 @@ TEST_F(RecorderTest, PassesOnWhatBecomesOfTheAudioSources)
     EXPECT_EQ(recorder->micWarning(), std::nullopt);
 }
 
-TEST_F(RecorderTest, ShowsTheMicrophonesLevelAndForgetsItOnStop)
+TEST_F(RecorderTest, ShowsTheMicrophoneLevelAndResetsItOnStop)
 {
     record();
     fakes.sound->mic->emitTone(0.5F);
@@ -186,7 +186,7 @@ TEST_F(RecorderTest, RestartsOnceAfterABurstOfCaptureSettings)
     EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
 }
 
-TEST_F(RecorderTest, LeavesThePipelineAloneForClipLengthAndVolumes)
+TEST_F(RecorderTest, DoesNotRestartForClipLengthAndVolumes)
 {
     record();
     settings.setClipLength(300);
@@ -197,7 +197,7 @@ TEST_F(RecorderTest, LeavesThePipelineAloneForClipLengthAndVolumes)
     EXPECT_EQ(fakes.frames->starts, 1);
 }
 
-TEST_F(RecorderTest, DoesNotRestartForASettingThatCameBack)
+TEST_F(RecorderTest, DoesNotRestartForASettingThatWasRestored)
 {
     record();
     settings.setFps(30);
@@ -206,26 +206,26 @@ TEST_F(RecorderTest, DoesNotRestartForASettingThatCameBack)
     EXPECT_EQ(fakes.frames->starts, 1);
 }
 
-TEST_F(RecorderTest, MovesTheWindowWithTheClipLength)
+TEST_F(RecorderTest, AdjustsTheBufferToTheClipLength)
 {
     settings.setAutoClipEnabled(false);
     settings.setClipLength(300);
     record();
     for (int i = 0; i < 200; ++i) {
         time.advance(seconds(1));
-        showPicture();
+        showFrame();
     }
     settings.setClipLength(15);
     time.advance(seconds(1));
-    showPicture();
+    showFrame();
     recorder->saveClip();
     time.advance(milliseconds(250));
-    // Key frames stand every 30 pictures, here every 30 seconds; the window is 18 seconds.
+    // A key frame every 30 frames, here every 30 seconds; the window is 18 seconds.
     EXPECT_LE(written.at(0).snapshot.video.size(), 49);
     EXPECT_GE(written.at(0).snapshot.video.size(), 19);
 }
 
-TEST_F(RecorderTest, TakesASettingThatChangedWhileItStarted)
+TEST_F(RecorderTest, AppliesASettingThatChangedDuringTheStart)
 {
     recorder->start();
     settings.setFps(30);
@@ -243,16 +243,16 @@ TEST_F(RecorderTest, LosesTheBufferOnARestart)
     recorder->saveClip();
     time.advance(milliseconds(250));
     EXPECT_TRUE(written.empty());
-    showPicture();
+    showFrame();
     time.advance(seconds(1));
     EXPECT_EQ(written.at(0).snapshot.video.size(), 1);
 }
 
-TEST_F(RecorderTest, BringsOutTheNewestPictureOfAScreenThatStandsStill)
+TEST_F(RecorderTest, EncodesTheLastFrameOfAnUnchangedScreen)
 {
     encoderDelay = test::FakeDelay::onePicture;
     record();
-    // The picture once more, which nobody asked for, lets the encoder give out what it held.
+    // The repeated frame makes the encoder emit the one it held.
     encoded.wait(1);
     const auto shown = time.now();
     recorder->saveClip();
@@ -261,19 +261,19 @@ TEST_F(RecorderTest, BringsOutTheNewestPictureOfAScreenThatStandsStill)
     EXPECT_EQ(written.at(0).snapshot.video.first()->presentationTime, shown);
 }
 
-TEST_F(RecorderTest, ForgetsAPictureToRepeatWhenItRestarts)
+TEST_F(RecorderTest, DropsAPendingRepetitionOnARestart)
 {
     encoderDelay = test::FakeDelay::onePicture;
     record();
     recorder->restart();
     time.settle();
-    // The first session's repetition falls due before the second one's.
-    showPicture();
+    // The first session's repetition is due before the second one's.
+    showFrame();
     encoded.wait(2);
     EXPECT_EQ(encoded, 3);
 }
 
-TEST_F(RecorderTest, KeepsAMicrophonesWarningThatCameBeforeTheStartWasDone)
+TEST_F(RecorderTest, KeepsAMicrophoneWarningFromBeforeTheEndOfTheStart)
 {
     recorder->start();
     main.post([this] { fakes.sound->mic->events.onWarning(QStringLiteral("gone again")); });
@@ -283,18 +283,18 @@ TEST_F(RecorderTest, KeepsAMicrophonesWarningThatCameBeforeTheStartWasDone)
     EXPECT_EQ(recorder->micWarning(), QStringLiteral("gone again"));
 }
 
-TEST_F(RecorderTest, CountsTheBufferEveryTwoSecondsWhileItRecords)
+TEST_F(RecorderTest, MeasuresTheBufferEveryTwoSecondsWhileRecording)
 {
     record();
     for (int i = 0; i < 1023; ++i) {
-        showPicture();
+        showFrame();
     }
     EXPECT_EQ(recorder->bufferMB(), 0);
     time.advance(seconds(2));
     EXPECT_EQ(recorder->bufferMB(), 1.0);
 }
 
-TEST_F(RecorderTest, ForgetsTheBuffersSizeOnStopButKeepsItInAnError)
+TEST_F(RecorderTest, ResetsTheBufferSizeOnStopButNotOnAnError)
 {
     record();
     time.advance(seconds(2));
@@ -310,7 +310,7 @@ TEST_F(RecorderTest, ForgetsTheBuffersSizeOnStopButKeepsItInAnError)
     EXPECT_EQ(recorder->bufferMB(), 0);
 }
 
-TEST_F(RecorderTest, SaysWhyTheScreenStoppedAndDoesNotRestart)
+TEST_F(RecorderTest, ReportsWhyTheScreenStoppedAndDoesNotRestart)
 {
     record();
     fakes.frames->events.onStopped(QStringLiteral("unplugged"));
@@ -322,7 +322,7 @@ TEST_F(RecorderTest, SaysWhyTheScreenStoppedAndDoesNotRestart)
     EXPECT_EQ(fakes.sound->runningSources, 0);
 }
 
-TEST_F(RecorderTest, IgnoresWhatAnEndedSessionStillHasToSay)
+TEST_F(RecorderTest, IgnoresEventsOfAnEndedSession)
 {
     record();
     const auto events = fakes.frames->events;
@@ -332,7 +332,7 @@ TEST_F(RecorderTest, IgnoresWhatAnEndedSessionStillHasToSay)
     EXPECT_EQ(recorder->stateKind(), CaptureState::Idle);
 }
 
-TEST_F(RecorderTest, EndsIdleWhenStoppedWhileStarting)
+TEST_F(RecorderTest, IsIdleWhenStoppedWhileStarting)
 {
     recorder->start();
     recorder->stop();

@@ -22,7 +22,7 @@ protected:
     }
 };
 
-TEST_F(SaveSchedulerTest, WritesAQuarterOfASecondAfterThePress)
+TEST_F(SaveSchedulerTest, SavesAQuarterOfASecondAfterThePress)
 {
     record();
     const auto pressed = time.now();
@@ -39,7 +39,7 @@ TEST_F(SaveSchedulerTest, WritesAQuarterOfASecondAfterThePress)
     EXPECT_FALSE(recorder->isSaving());
 }
 
-TEST_F(SaveSchedulerTest, IsNoLongerSavingWhenItTellsOfTheClip)
+TEST_F(SaveSchedulerTest, IsNotSavingWhenItReportsTheClip)
 {
     bool wasSaving = true;
     QObject::connect(recorder.get(), &Recorder::clipSaved, recorder.get(), [&] { wasSaving = recorder->isSaving(); });
@@ -77,14 +77,14 @@ INSTANTIATE_TEST_SUITE_P(
                           QStringLiteral("Masaüstü")}),
     [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(SaveSchedulerTest, GivesEachOfTwoQuickPressesItsOwnClip)
+TEST_F(SaveSchedulerTest, TwoQuickPressesGiveTwoClips)
 {
     record();
     const auto first = time.now();
     recorder->saveClip();
     time.advance(milliseconds(100));
     recorder->saveClip();
-    // The first is written at 250 ms; the second looks again half a second after it was asked for.
+    // The first is written at 250 ms; the second tries again half a second after its request.
     time.advance(milliseconds(250));
     EXPECT_EQ(written.size(), 1U);
     time.advance(milliseconds(499));
@@ -125,12 +125,12 @@ TEST_F(SaveSchedulerTest, DropsARequestOutsideASession)
     EXPECT_TRUE(failures.isEmpty());
 }
 
-TEST_F(SaveSchedulerTest, SavesOneSecondAfterRecordingBeganWhatWasAskedForWhileStarting)
+TEST_F(SaveSchedulerTest, SavesPendingRequestsOneSecondAfterRecordingBegins)
 {
     recorder->start();
     recorder->saveClip();
     time.settle();
-    showPicture();
+    showFrame();
     const auto began = time.now();
     time.advance(milliseconds(1249));
     EXPECT_TRUE(written.empty());
@@ -141,7 +141,7 @@ TEST_F(SaveSchedulerTest, SavesOneSecondAfterRecordingBeganWhatWasAskedForWhileS
     EXPECT_EQ(written.size(), 1U);
 }
 
-TEST_F(SaveSchedulerTest, DropsWhatWasAskedForWhenTheStartFails)
+TEST_F(SaveSchedulerTest, DropsPendingRequestsWhenTheStartFails)
 {
     fakes.sound->systemError = QStringLiteral("no sound server");
     recorder->start();
@@ -190,20 +190,20 @@ TEST_F(SaveSchedulerTest, GivesUpAfterSixRetriesWithoutAKeyFrame)
     EXPECT_FALSE(recorder->isSaving());
 }
 
-TEST_F(SaveSchedulerTest, EndsARetriedClipWhenTheFirstKeyFrameIsThere)
+TEST_F(SaveSchedulerTest, EndsARetriedClipAtTheRetry)
 {
     recorder->start();
     time.settle();
     recorder->saveClip();
     time.advance(milliseconds(260));
-    showPicture();
+    showFrame();
     const auto retried = time.now() + milliseconds(490);
     time.advance(seconds(1));
     ASSERT_EQ(written.size(), 1U);
     EXPECT_EQ(written.at(0).endTime, retried);
 }
 
-TEST_F(SaveSchedulerTest, MakesAMomentsClipAsLongAsTheBufferReaches)
+TEST_F(SaveSchedulerTest, LimitsAMomentsClipToTheBuffer)
 {
     settings.setAutoClipEnabled(false);
     settings.setClipLength(45);
@@ -213,7 +213,7 @@ TEST_F(SaveSchedulerTest, MakesAMomentsClipAsLongAsTheBufferReaches)
     EXPECT_EQ(written.at(0).seconds, 45);
 }
 
-TEST_F(SaveSchedulerTest, PutsTierScoreAndLabelIntoAMomentsName)
+TEST_F(SaveSchedulerTest, NamesAMomentsClipByTierScoreAndLabel)
 {
     record();
     recorder->saveAutoClip(pentakill(), QStringLiteral("League of Legends"));
@@ -223,7 +223,7 @@ TEST_F(SaveSchedulerTest, PutsTierScoreAndLabelIntoAMomentsName)
     EXPECT_EQ(written.at(0).seconds, 40);
 }
 
-TEST_F(SaveSchedulerTest, HasWorkFromTheFirstPressToTheLastClip)
+TEST_F(SaveSchedulerTest, HasWorkFromTheFirstRequestToTheLastClip)
 {
     record();
     EXPECT_FALSE(recorder->hasSavesToFinish());
@@ -236,19 +236,19 @@ TEST_F(SaveSchedulerTest, HasWorkFromTheFirstPressToTheLastClip)
     EXPECT_FALSE(recorder->hasSavesToFinish());
 }
 
-TEST_F(SaveSchedulerTest, KeepsWhatWaitsForAStartThatIsBegunAnew)
+TEST_F(SaveSchedulerTest, KeepsPendingRequestsWhenTheStartBeginsAgain)
 {
     recorder->start();
     recorder->saveClip();
     settings.setFps(30);
     time.settle();
     ASSERT_EQ(fakes.frames->starts, 2);
-    showPicture();
+    showFrame();
     time.advance(seconds(2));
     EXPECT_EQ(written.size(), 1U);
 }
 
-TEST_F(SaveSchedulerTest, LeavesASidecarBesideAMomentsClipOnly)
+TEST_F(SaveSchedulerTest, WritesASidecarOnlyForAMomentsClip)
 {
     record();
     recorder->saveClip();
@@ -260,9 +260,26 @@ TEST_F(SaveSchedulerTest, LeavesASidecarBesideAMomentsClipOnly)
     const auto meta = ClipMeta::load(savedPaths.at(1));
     ASSERT_TRUE(meta);
     EXPECT_EQ(meta->label, QStringLiteral("PENTAKILL"));
-    // What the writer made here is no video, so the moment's own length counts: 40 s less 5 s.
+    // 5 s before the end of a clip of 40 s.
     const QList<ClipMeta::Event> expected{ClipMeta::Event{35, QStringLiteral("multikill_5")}};
     EXPECT_EQ(meta->events, expected);
+}
+
+TEST_F(SaveSchedulerTest, ReportsPathDurationAndMomentOfASavedClip)
+{
+    clipDuration = 12.5;
+    record();
+    recorder->saveClip();
+    time.advance(seconds(1));
+    recorder->saveAutoClip(pentakill(), QStringLiteral("League of Legends"));
+    time.advance(seconds(1));
+    ASSERT_EQ(savedClips.size(), 2);
+    EXPECT_EQ(savedClips.at(0).path, folder.filePath(QStringLiteral("1.mp4")));
+    EXPECT_EQ(savedClips.at(0).duration, 12.5);
+    EXPECT_FALSE(savedClips.at(0).moment);
+    ASSERT_TRUE(savedClips.at(1).moment);
+    EXPECT_EQ(savedClips.at(1).moment->label, QStringLiteral("PENTAKILL"));
+    EXPECT_EQ(savedClips.at(1).moment->tier, ClipTier::epic);
 }
 
 TEST_F(SaveSchedulerTest, ReadsFolderAndVolumesWhenTheSaveIsScheduled)
@@ -300,7 +317,7 @@ TEST_F(SaveSchedulerTest, ServesTheNextRequestAfterAFailure)
     EXPECT_EQ(savedPaths.size(), 1);
 }
 
-TEST_F(SaveSchedulerTest, MomentsThatNeverEndDoNotPileUp)
+TEST_F(SaveSchedulerTest, LimitsWaitingMoments)
 {
     record();
     for (int i = 0; i < 1000; ++i) {

@@ -3,9 +3,9 @@
 
 #include "base/files/AtomicFile.h"
 #include "media/codec/AacEncoder.h"
-#include "media/mux/MediaDuration.h"
 #include "tests/base/disk/SmallDisk.h"
 #include "tests/media/probe/EncodedScene.h"
+#include "tests/media/probe/MediaDuration.h"
 #include "tests/media/probe/Mp4Atoms.h"
 #include "tests/media/probe/Probe.h"
 
@@ -311,7 +311,7 @@ TEST_F(Mp4WriterTest, GarbageInsteadOfPicturesGoesThroughUnharmed)
     }
 }
 
-TEST_F(Mp4WriterTest, AAudioTrackEncoderWhosePacketsEndEarlyIsNoError)
+TEST_F(Mp4WriterTest, AnAudioTrackWhosePacketsEndEarlyIsNoError)
 {
     const auto samples = video(VideoCodec::h264, steady(60));
     ToneSource tone(4800);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/keys/HotKeyText.h"
 #include "tests/ui/LookOfItem.h"
 #include "tests/ui/shell/ShellFixture.h"
 
@@ -200,7 +201,7 @@ TEST_F(CaptureCardTest, TheButtonShowsItsKeyAtItsFarEnd)
     const auto* scissors = test::symbolOn(button);
     EXPECT_EQ(scissors->property("symbol").toString(), QStringLiteral("scissors"));
     EXPECT_EQ(placeOf(test::labelOn(button, save)).left() - placeOf(scissors).right(), 8);
-    const auto* key = test::labelOn(button, settings.hotkeyDisplay());
+    const auto* key = test::labelOn(button, hotKeyDisplay(settings.hotkeyModifiers(), settings.hotkeyKeyName()));
     ASSERT_NE(key, nullptr);
     EXPECT_EQ(fontOf(key).pixelSize(), 11);
     EXPECT_EQ(fontOf(key).weight(), QFont::Bold);

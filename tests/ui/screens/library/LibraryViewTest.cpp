@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/keys/HotKeyText.h"
 #include "tests/ui/screens/library/LibraryScreenFixture.h"
 
 #include "base/language/L10n.h"
@@ -40,7 +41,7 @@ protected:
     QString emptyHint() const
     {
         return QStringLiteral("Kayıt açıkken %1 tuşlarına basarak son %2 saniyeyi kaydedin.")
-            .arg(settings.hotkeyDisplay())
+            .arg(hotKeyDisplay(settings.hotkeyModifiers(), settings.hotkeyKeyName()))
             .arg(settings.clipLength());
     }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "base/settings/CaptureArithmetic.h"
+#include "capture/settings/CaptureArithmetic.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ TEST(Bitrate, GrowsWithPixelsFramesAndQuality)
     EXPECT_EQ(bitrateFor({1920, 1080}, 60, QualityPreset::high, VideoCodec::hevc), 9'580'032);
 }
 
-TEST(Bitrate, StaysBetweenTwoAndAHundredMegabits)
+TEST(Bitrate, IsClampedToTwoToHundredMegabits)
 {
     EXPECT_EQ(bitrateFor({640, 360}, 30, QualityPreset::low, VideoCodec::h264), 2'000'000);
     EXPECT_EQ(bitrateFor({3840, 2160}, 120, QualityPreset::ultra, VideoCodec::h264), 100'000'000);

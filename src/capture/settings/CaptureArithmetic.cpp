@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "base/settings/CaptureArithmetic.h"
+#include "capture/settings/CaptureArithmetic.h"
 
 namespace quelto {
 
 namespace {
 
-constexpr double HevcShare = 0.7;
-constexpr double LeastBitrate = 2'000'000;
-constexpr double MostBitrate = 100'000'000;
+constexpr double HevcFactor = 0.7;
+constexpr double MinBitrate = 2'000'000;
+constexpr double MaxBitrate = 100'000'000;
 
 constexpr double widthLimitOf(VideoCodec codec)
 {
@@ -26,9 +26,9 @@ int bitrateFor(QSize size, int framesPerSecond, QualityPreset quality, VideoCode
     const auto pixels = static_cast<std::int64_t>(size.width()) * size.height();
     auto rate = static_cast<double>(pixels) * framesPerSecond * bitsPerPixelOf(quality);
     if (codec == VideoCodec::hevc) {
-        rate *= HevcShare;
+        rate *= HevcFactor;
     }
-    return static_cast<int>(std::clamp(rate, LeastBitrate, MostBitrate));
+    return static_cast<int>(std::clamp(rate, MinBitrate, MaxBitrate));
 }
 
 QSize scaledSize(QSize display, std::optional<int> targetHeight, VideoCodec codec)

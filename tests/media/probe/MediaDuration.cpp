@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "media/mux/MediaDuration.h"
+#include "tests/media/probe/MediaDuration.h"
 
 #include "media/ffmpeg/Handles.h"
 
