@@ -40,8 +40,9 @@ struct Scene {
 
 struct SceneryClip {
     QString game;
-    /// Behind the date; for a clip that has a title of its own, in the date's place.
+    /// Follows the date in the file name.
     QString suffix;
+    /// Replaces date and suffix if it is not empty.
     QString title;
     int daysAgo = 0;
     QTime time;
@@ -65,7 +66,7 @@ QColor faded(QRgb color, qreal alpha)
     return result;
 }
 
-/// The heights of one ridge, a value for each column of pixels, between -1 and 1.
+/// The heights of one ridge, one value for each column of pixels, about -1 to 1.
 QList<qreal> ridgeLine(Ground ground, std::mt19937& random)
 {
     std::uniform_real_distribution<qreal> phase(0, 2 * std::numbers::pi);
@@ -167,7 +168,7 @@ void paintBar(QPainter& painter, const QRectF& place, qreal share, QRgb color)
         QRectF(place.topLeft() + QPointF(2, 2), QSizeF((place.width() - 4) * share, place.height() - 4)), 2, 2);
 }
 
-/// What a game shows above its world.
+/// The controls and status bars that a game draws over its scene.
 void paintOverlay(QPainter& painter, const Scene& scene)
 {
     const auto dark = faded(0xff0a0d12, 0.72);
@@ -223,7 +224,6 @@ QImage painted(const Scene& scene)
     return image;
 }
 
-// Each date is a place for the clip's own, which depends on the day of the run.
 QList<SceneryClip> sceneryClips()
 {
     const auto text = [](const char* words) { return QString::fromUtf8(words); };
@@ -343,7 +343,7 @@ void addSceneryClips(const QString& folder)
         ASSERT_TRUE(QFile::remove(still));
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        // A hole at the end gives the file the size that a recording has; players pass over it.
+        // A sparse end gives the file the size of a real recording. Demuxers ignore it.
         ASSERT_TRUE(file.resize(qint64{clip.megabytes} * 1'000'000));
         ASSERT_TRUE(file.setFileTime(date, QFileDevice::FileModificationTime));
     }

@@ -5,8 +5,8 @@
 
 namespace quelto::test {
 
-/// Fills the folder with clips of two days as a player has them: real game names, automatic clips of all tiers and
-/// clips by hand, and a painted landscape as the picture of each.
+/// Adds nine realistic clips of two days to the folder: real game names, automatic clips of all tiers, manual clips.
+/// Each shows a painted landscape.
 void addSceneryClips(const QString& folder);
 
 } // namespace quelto::test
