@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/PictureClips.h"
+#include "tests/ui/SceneryClips.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 namespace quelto {
@@ -81,6 +82,50 @@ TEST_F(WindowPicturesTest, ForTheDocuments)
     settings.setColorTheme(QStringLiteral("blurple"));
     navigation->showGame(QStringLiteral("Dota 2"));
     show(QStringLiteral("window-game-blurple"));
+}
+
+/// The pictures of README.md.
+TEST_F(WindowPicturesTest, ForTheReadme)
+{
+    settings.setLanguage(QStringLiteral("en"));
+    test::addSceneryClips(settings.saveFolder());
+    reloadLibrary();
+
+    // 222 MiB in the buffer, by appending one block many times.
+    auto sound = std::make_shared<AudioBuffer>();
+    sound->data.resize(std::size_t{1} << 20);
+    for (int mebibytes = 0; mebibytes < 222; ++mebibytes) {
+        fakes.sound->system->events.onSample(sound);
+    }
+    for (const auto* game : {"League of Legends", "Dota 2"}) {
+        matches->gameStarted(QLatin1String(game), {});
+        for (const auto& clip : library->clips()) {
+            if (clip.game == QLatin1String(game)) {
+                matches->clipSaved(clip.path);
+            }
+        }
+        matches->gameEnded(QLatin1String(game));
+        time.advance(std::chrono::seconds(11));
+    }
+
+    window->resize(1240, 900);
+    QTest::qWait(100);
+    QTest::mouseMove(window, test::middleOf(textItem(QStringLiteral("Triple Kill (Ahri)"))) - QPoint(0, 100));
+    show(QStringLiteral("readme-library"));
+    QTest::mouseMove(window, {5, 5});
+
+    window->resize(window->minimumSize());
+    settings.setColorTheme(QStringLiteral("sunset"));
+    show(QStringLiteral("readme-sunset"));
+    settings.setLanguage(QStringLiteral("ru"));
+    settings.setColorTheme(QStringLiteral("ocean"));
+    time.settle();
+    show(QStringLiteral("readme-russian"));
+    settings.setLanguage(QStringLiteral("en"));
+    settings.setColorTheme(QStringLiteral("blurple"));
+    navigation->showGame(QStringLiteral("League of Legends"));
+    time.settle();
+    show(QStringLiteral("readme-game"));
 }
 
 } // namespace
