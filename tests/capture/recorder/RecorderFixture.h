@@ -43,7 +43,7 @@ protected:
             .session = session,
             .saves = saves,
             .openEncoder = [this](const EncoderRequest& request,
-                                  VideoEncoder::OnSample onSample) -> std::unique_ptr<VideoEncoder> {
+                                  VideoEncoder::OnEncodedFrame onSample) -> std::unique_ptr<VideoEncoder> {
                 if (encoderError) {
                     throw EncoderError(*encoderError);
                 }
