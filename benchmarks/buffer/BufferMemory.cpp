@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How much memory the replay buffer takes beside the bytes of its samples. Fills it as a recording of 1080p60 with
-// three sound tracks does, until its window has gone by four times, and prints both figures in bytes.
+// Compares the memory of the replay buffer with the bytes of its samples. Fills the buffer like a recording of 1080p60
+// with three audio tracks for four times its window, and prints both figures in bytes.
 #include "capture/buffer/ReplayBuffer.h"
 
 #include <unistd.h>
@@ -17,7 +17,7 @@ constexpr int WindowSeconds = 90;
 constexpr int RecordedSeconds = 4 * WindowSeconds;
 constexpr int FramesPerSecond = 60;
 constexpr int BitsPerSecond = 13'685'760;
-// A key frame is worth about so many others.
+// The size of a key frame relative to other frames.
 constexpr int KeyFrameWeight = 5;
 constexpr int AudioFrames = 1024;
 constexpr int AudioRate = 48000;
@@ -30,8 +30,8 @@ std::int64_t residentBytes()
     return resident * sysconf(_SC_PAGESIZE);
 }
 
-/// Sizes vary from picture to picture as an encoder's do; that is what tears holes into the heap.
-class Pictures {
+/// Frame sizes vary like those of an encoder, which fragments the heap.
+class VideoSource {
 public:
     EncodedFramePtr next(HostTime time, bool isKey)
     {
@@ -49,7 +49,7 @@ private:
     std::lognormal_distribution<double> m_size{-0.08, 0.4};
 };
 
-AudioBufferPtr sound(HostTime time)
+AudioBufferPtr audioBuffer(HostTime time)
 {
     auto sample = std::make_shared<AudioBuffer>();
     sample->presentationTime = time;
@@ -60,17 +60,17 @@ AudioBufferPtr sound(HostTime time)
 
 void record(ReplayBuffer& buffer)
 {
-    Pictures pictures;
+    VideoSource video;
     std::int64_t audioFrames = 0;
     for (int frame = 0; frame < RecordedSeconds * FramesPerSecond; ++frame) {
         const HostTime time{fromSeconds(static_cast<double>(frame) / FramesPerSecond)};
-        buffer.appendVideo(pictures.next(time, frame % FramesPerSecond == 0));
+        buffer.appendVideo(video.next(time, frame % FramesPerSecond == 0));
         for (; audioFrames * FramesPerSecond <= static_cast<std::int64_t>(frame) * AudioRate;
              audioFrames += AudioFrames) {
-            const HostTime heard{fromSeconds(static_cast<double>(audioFrames) / AudioRate)};
-            buffer.appendAudio(sound(heard));
-            buffer.appendMic(sound(heard));
-            buffer.appendChat(sound(heard));
+            const HostTime audioTime{fromSeconds(static_cast<double>(audioFrames) / AudioRate)};
+            buffer.appendAudio(audioBuffer(audioTime));
+            buffer.appendMic(audioBuffer(audioTime));
+            buffer.appendChat(audioBuffer(audioTime));
         }
     }
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What reading and converting the screen costs: bench_grab [seconds] [width height]
+// Measures grabbing and converting the screen: bench_grab [seconds] [width height]
 #include "platform/x11/X11Platform.h"
 
 #include <cstdio>
@@ -23,12 +23,11 @@ int main(int argumentCount, char** arguments)
                   {.onFrame = [&](const VideoFramePtr&) { ++frames; }, .onStopped = [](const QString&) {}});
     std::this_thread::sleep_for(std::chrono::seconds(1));
     const int framesBefore = frames;
-    const auto processorBefore = std::clock();
+    const auto cpuBefore = std::clock();
     std::this_thread::sleep_for(std::chrono::seconds(seconds));
-    const auto processor = static_cast<double>(std::clock() - processorBefore) / CLOCKS_PER_SEC;
-    const int taken = frames - framesBefore;
-    std::printf("%dx%d to %dx%d: %.2f frames a second, %.3f %% of one core, %.3f ms a frame\n",
-                display.pixelSize.width(), display.pixelSize.height(), size.width(), size.height(),
-                static_cast<double>(taken) / seconds, 100 * processor / seconds,
-                taken > 0 ? 1000 * processor / taken : 0);
+    const auto cpuSeconds = static_cast<double>(std::clock() - cpuBefore) / CLOCKS_PER_SEC;
+    const int grabbed = frames - framesBefore;
+    std::printf("%dx%d to %dx%d: %.2f frames/s, %.3f %% of one core, %.3f ms per frame\n", display.pixelSize.width(),
+                display.pixelSize.height(), size.width(), size.height(), static_cast<double>(grabbed) / seconds,
+                100 * cpuSeconds / seconds, grabbed > 0 ? 1000 * cpuSeconds / grabbed : 0);
 }

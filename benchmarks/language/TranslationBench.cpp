@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a text costs: the first one in a language other than Turkish, which reads the table, and each one after it.
-// Prints both in nanoseconds, as JSON.
+// Measures a text lookup: the first one in a language other than Turkish, which loads the table, and the later ones.
+// Prints nanoseconds, as JSON.
 #include "base/language/L10n.h"
 #include "base/language/T.h"
 

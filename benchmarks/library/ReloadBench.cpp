@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a reload of the library costs: from the request to the list, and how long the main thread is busy for it.
+// Measures a reload of the library: the time from the request to the new list, and the main-thread time in it.
 //
-//   bench_library_reload make FOLDER COUNT    fills a folder with empty clips under names as the recorder gives them
-//   bench_library_reload run FOLDER           reloads it warm and prints medians in milliseconds, as JSON
+//   bench_library_reload make FOLDER COUNT    fills a folder with empty clips with names like the recorder's
+//   bench_library_reload run FOLDER           reloads it with a warm cache and prints medians in milliseconds, as JSON
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
 #include "library/clips/ClipLibrary.h"
@@ -23,8 +23,8 @@ namespace {
 using namespace quelto;
 using Clock = std::chrono::steady_clock;
 
-// Even, so that the folder holds at the end what it held before.
-constexpr int Runs = 16;
+// Even: the extra clip is added and removed in turn, so the folder ends up unchanged.
+constexpr int RunCount = 16;
 
 class NoDesktop final : public Trash, public FileManager, public Pasteboard {
 public:
@@ -34,8 +34,8 @@ public:
     void setFile(const QString& /*path*/) override { }
 };
 
-/// The main queue, with a watch on how long its tasks take.
-class TimedMain final : public TaskQueue {
+/// The main queue; measures the run time of its tasks.
+class TimedMainQueue final : public TaskQueue {
 public:
     void post(Task task) override
     {
@@ -85,13 +85,13 @@ void makeClips(const QString& path, int count)
     }
 }
 
-/// Reloads again and again; `between` is called before each.
-void measure(const char* what, ClipLibrary& library, TimedMain& main, const std::function<void()>& between)
+/// Reloads the library repeatedly; calls `prepare` before each reload.
+void measure(const char* what, ClipLibrary& library, TimedMainQueue& main, const std::function<void()>& prepare)
 {
-    std::vector<double> whole;
+    std::vector<double> total;
     std::vector<double> busy;
-    for (int i = 0; i < Runs; ++i) {
-        between();
+    for (int i = 0; i < RunCount; ++i) {
+        prepare();
         bool isDone = false;
         main.busy = {};
         const auto start = Clock::now();
@@ -99,10 +99,10 @@ void measure(const char* what, ClipLibrary& library, TimedMain& main, const std:
         while (!isDone) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
-        whole.push_back(milliseconds(Clock::now() - start));
+        total.push_back(milliseconds(Clock::now() - start));
         busy.push_back(milliseconds(main.busy));
     }
-    std::printf(R"("%s": %.2f, "%s main": %.2f, )", what, median(whole), what, median(busy));
+    std::printf(R"("%s": %.2f, "%s main": %.2f, )", what, median(total), what, median(busy));
 }
 
 int run(const QString& folder)
@@ -111,7 +111,7 @@ int run(const QString& folder)
     AppSettings settings(configuration.filePath(QStringLiteral("Quelto.conf")));
     settings.setSaveFolder(folder);
     NoDesktop desktop;
-    TimedMain main;
+    TimedMainQueue main;
     SerialQueue work(QStringLiteral("quelto.library"));
     const auto launched = Clock::now();
     ClipLibrary library(
@@ -122,7 +122,7 @@ int run(const QString& folder)
     std::printf(R"({"first": %.2f, )", milliseconds(Clock::now() - launched));
     measure("unchanged", library, main, [] {});
     const auto extra = QDir(folder).filePath(QStringLiteral("Dota 2 - 2026-11-01 20.15.07.mp4"));
-    measure("one more or less", library, main, [&] {
+    measure("one change", library, main, [&] {
         if (!QFile::remove(extra)) {
             QFile(extra).open(QIODevice::WriteOnly);
         }
@@ -141,14 +141,14 @@ int run(const QString& folder)
 int main(int argumentCount, char** arguments)
 {
     const QCoreApplication application(argumentCount, arguments);
-    const auto given = QCoreApplication::arguments();
-    if (given.size() == 4 && given[1] == u"make") {
-        makeClips(given[2], given[3].toInt());
+    const auto words = QCoreApplication::arguments();
+    if (words.size() == 4 && words[1] == u"make") {
+        makeClips(words[2], words[3].toInt());
         return 0;
     }
-    if (given.size() == 3 && given[1] == u"run") {
-        return run(given[2]);
+    if (words.size() == 3 && words[1] == u"run") {
+        return run(words[2]);
     }
-    std::fputs("bench_library_reload make FOLDER COUNT | run FOLDER\n", stderr);
+    std::fputs("usage: bench_library_reload make FOLDER COUNT | run FOLDER\n", stderr);
     return 64;
 }

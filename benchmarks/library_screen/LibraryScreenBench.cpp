@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the library's screen costs with many clips: "bench_library_screen FOLDER". The folder holds the clips. Prints
-// one JSON object: frames a second and the longest waits for one while the screen is flung and while it is dragged from
-// one end to the other, and the memory that the program takes.
+// Measures the library screen with many clips: "bench_library_screen FOLDER", where the folder holds the clips. Prints
+// one JSON object: frame rate and frame times during a fling and during a drag from one end to the other, and the
+// memory of the process.
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
 #include "library/thumbnails/ThumbnailCache.h"
@@ -31,7 +31,7 @@ namespace quelto {
 namespace {
 
 constexpr std::chrono::seconds RunTime{6};
-// Units: pixels a second, as a strong flick of a finger.
+// A strong flick. Units: pixels per second.
 constexpr qreal FlingSpeed = 5000;
 
 class NoTrash final : public Trash {
@@ -50,8 +50,8 @@ public:
     void setFile(const QString& /*path*/) override { }
 };
 
-/// Units: MiB, of what this process alone has written, in memory or swapped out.
-double memory()
+/// Private dirty memory of the process, including swap. Units: MiB.
+double privateMemory()
 {
     QFile file(QStringLiteral("/proc/self/smaps_rollup"));
     qint64 kilobytes = 0;
@@ -82,26 +82,26 @@ void wait(int milliseconds)
 struct Figures {
     double framesPerSecond = 0;
     double medianMs = 0;
-    double hundredthMs = 0;
+    double percentile99Ms = 0;
     double worstMs = 0;
     double cpuPerSecond = 0;
     double pixels = 0;
 };
 
-/// Calls the step before each frame for the time of a run.
+/// Renders frames for the run time; calls `step` before each frame.
 Figures run(QQuickWindow& window, QQuickItem& cards, const std::function<void(double seconds)>& step)
 {
-    std::vector<double> gaps;
-    QElapsedTimer since;
+    std::vector<double> frameTimes;
+    QElapsedTimer sinceFrame;
     QElapsedTimer clock;
-    const auto before = cpuSeconds();
+    const auto cpuBefore = cpuSeconds();
     const auto top = cards.property("contentY").toReal();
     clock.start();
-    since.start();
+    sinceFrame.start();
     QEventLoop loop;
     const auto connection = QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, [&] {
-        gaps.push_back(static_cast<double>(since.nsecsElapsed()) / 1e6);
-        since.restart();
+        frameTimes.push_back(static_cast<double>(sinceFrame.nsecsElapsed()) / 1e6);
+        sinceFrame.restart();
         if (clock.elapsed() >= std::chrono::milliseconds(RunTime).count()) {
             loop.quit();
             return;
@@ -114,20 +114,20 @@ Figures run(QQuickWindow& window, QQuickItem& cards, const std::function<void(do
     loop.exec();
     QObject::disconnect(connection);
     const auto seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
-    std::ranges::sort(gaps);
-    return {.framesPerSecond = static_cast<double>(gaps.size()) / seconds,
-            .medianMs = gaps.at(gaps.size() / 2),
-            .hundredthMs = gaps.at(gaps.size() * 99 / 100),
-            .worstMs = gaps.back(),
-            .cpuPerSecond = (cpuSeconds() - before) / seconds,
+    std::ranges::sort(frameTimes);
+    return {.framesPerSecond = static_cast<double>(frameTimes.size()) / seconds,
+            .medianMs = frameTimes.at(frameTimes.size() / 2),
+            .percentile99Ms = frameTimes.at(frameTimes.size() * 99 / 100),
+            .worstMs = frameTimes.back(),
+            .cpuPerSecond = (cpuSeconds() - cpuBefore) / seconds,
             .pixels = cards.property("contentY").toReal() - top};
 }
 
 void print(const char* name, const Figures& figures)
 {
-    std::printf("\"%s\": {\"fps\": %.1f, \"median\": %.2f, \"hundredth\": %.2f, \"worst\": %.2f, \"cpu\": %.2f, "
+    std::printf("\"%s\": {\"fps\": %.1f, \"median\": %.2f, \"percentile99\": %.2f, \"worst\": %.2f, \"cpu\": %.2f, "
                 "\"pixels\": %.0f}, ",
-                name, figures.framesPerSecond, figures.medianMs, figures.hundredthMs, figures.worstMs,
+                name, figures.framesPerSecond, figures.medianMs, figures.percentile99Ms, figures.worstMs,
                 figures.cpuPerSecond, figures.pixels);
 }
 
@@ -164,30 +164,30 @@ int bench(const QString& folder)
         return 1;
     }
     wait(1000);
-    const auto empty = memory();
+    const auto empty = privateMemory();
     settings.setSaveFolder(folder);
     while (cards->property("contentHeight").toReal() < 1000) {
         wait(50);
     }
     wait(2000);
     const auto clips = library.clips().size();
-    const auto filled = memory();
+    const auto filled = privateMemory();
     const auto end = cards->property("contentHeight").toReal() - cards->height();
-    const auto flung = run(*window, *cards, [&](double /*seconds*/) {
+    const auto fling = run(*window, *cards, [&](double /*seconds*/) {
         if (cards->property("verticalVelocity").toReal() < FlingSpeed * 0.5) {
             QMetaObject::invokeMethod(cards, "flick", Q_ARG(qreal, 0), Q_ARG(qreal, -FlingSpeed));
         }
     });
     QMetaObject::invokeMethod(cards, "cancelFlick");
-    const auto dragged = run(*window, *cards, [&](double seconds) {
-        const auto part = seconds / std::chrono::duration<double>(RunTime).count();
-        cards->setProperty("contentY", std::min(1.0, part) * end);
+    const auto drag = run(*window, *cards, [&](double seconds) {
+        const auto progress = seconds / std::chrono::duration<double>(RunTime).count();
+        cards->setProperty("contentY", std::min(1.0, progress) * end);
     });
     wait(1000);
-    const auto after = memory();
+    const auto after = privateMemory();
     std::printf("{");
-    print("flung", flung);
-    print("dragged", dragged);
+    print("fling", fling);
+    print("drag", drag);
     std::printf("\"clips\": %lld, \"empty\": %.1f, \"filled\": %.1f, \"after\": %.1f}\n", static_cast<long long>(clips),
                 empty, filled, after);
     return 0;
@@ -198,7 +198,7 @@ int bench(const QString& folder)
 
 int main(int argc, char* argv[])
 {
-    // As on a machine without a GPU.
+    // Qt's software renderer, as on a machine without a GPU.
     qputenv("QT_QUICK_BACKEND", "software");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");

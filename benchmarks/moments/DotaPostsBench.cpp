@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What following a Dota 2 match costs: the game posts ten times a second, as often as it ever does.
+// Measures the Dota 2 watcher during a match: the game posts ten times a second, its maximum rate.
 //
 //     bench_dota_posts [--seconds N] [--runs N]
 //
-// Posts of 15 KB go over real connections to a watcher that runs as in the program; what its thread takes of one core
-// is printed as the median of the runs, the answer's delay beside it.
+// Sends posts of 15 KB over real connections to a watcher that runs as in the program. Prints the medians of the
+// thread's CPU time as a share of one core and of the response time.
 #include "base/time/HostClock.h"
 #include "moments/dota/DotaWatcher.h"
 
@@ -44,10 +44,10 @@ QByteArray bodyWith(int assists)
     QJsonObject player{{"team_name"_L1, "radiant"_L1}, {"kills"_L1, 3}, {"deaths"_L1, 1}, {"assists"_L1, assists}};
     QJsonObject kills;
     QByteArray body;
-    for (int more = 0; body.size() < BodyBytes; ++more) {
-        hero[QStringLiteral("talent_%1").arg(more)] = more % 3 == 0;
-        hero[QStringLiteral("mana_%1").arg(more)] = 1000.5 + more;
-        kills[QStringLiteral("victimid_%1").arg(more)] = more;
+    for (int i = 0; body.size() < BodyBytes; ++i) {
+        hero[QStringLiteral("talent_%1").arg(i)] = i % 3 == 0;
+        hero[QStringLiteral("mana_%1").arg(i)] = 1000.5 + i;
+        kills[QStringLiteral("victimid_%1").arg(i)] = i;
         player["kill_list"_L1] = kills;
         body = QJsonDocument(QJsonObject{{"provider"_L1, QJsonObject{{"name"_L1, "Dota 2"_L1}, {"appid"_L1, 570}}},
                                          {"map"_L1,
@@ -62,8 +62,8 @@ QByteArray bodyWith(int assists)
     return body;
 }
 
-/// CPU seconds that the watcher's thread has used, in our code and in the system.
-double watcherSeconds()
+/// User and system CPU seconds of the watcher's thread.
+double watcherCpuSeconds()
 {
     for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
         const auto folder = QString::fromStdString(thread.path().string());
@@ -84,7 +84,7 @@ quint16 freePort()
     return server.serverPort();
 }
 
-/// Milliseconds until the whole answer was there; negative if none came.
+/// Milliseconds until the complete response; negative if there was none.
 double post(quint16 port, const QByteArray& body)
 {
     const auto start = HostClock::now();
@@ -126,21 +126,21 @@ int main(int count, char** arguments)
     int assists = 0;
     auto next = std::chrono::steady_clock::now();
     for (int run = 0; run < parser.value(runs).toInt(); ++run) {
-        const auto before = watcherSeconds();
+        const auto before = watcherCpuSeconds();
         const auto start = HostClock::now();
         for (int i = 0; i < parser.value(seconds).toInt() * 10; ++i) {
             std::this_thread::sleep_until(next += PostPeriod);
-            // Every fifth tells something new.
+            // Every fifth post contains a change.
             delays.push_back(post(port, bodyWith(assists = (assists + (i % 5 == 0 ? 1 : 0)) % 1000)));
             QCoreApplication::processEvents();
             if (delays.back() < 0 && delays.size() > 1) {
-                std::fputs("a post was not answered\n", stderr);
+                std::fputs("a post got no response\n", stderr);
                 return 1;
             }
         }
-        shares.push_back((watcherSeconds() - before) / inSeconds(HostClock::now() - start));
+        shares.push_back((watcherCpuSeconds() - before) / inSeconds(HostClock::now() - start));
     }
-    std::printf("%.3f %% of a core for ten posts of %lld bytes a second; answered after %.2f ms\n",
+    std::printf("%.3f %% of a core for ten posts of %lld bytes a second; response after %.2f ms\n",
                 median(shares) * 100, static_cast<long long>(bodyWith(0).size()), median(delays));
     return watcher.inGame() ? 0 : 1;
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How fast a combat log is read, from the file to the moments, beside a plain search for the same four words by grep.
+// Measures reading a combat log, from the file to the moments, in comparison with a grep for the same four words.
 //
 //     bench_log_throughput [--megabytes N] [--runs N] [--log FILE]
 //
-// Makes a log in the form in which the game writes it (about 500 MB in the temporary folder, unless one is given), has
-// it read by both in turn with its pages in memory, and prints the medians in MB/s and that of the ratios.
+// Generates a log in the game's format (about 500 MB in the temporary folder, unless one is given), reads it with both
+// in turn from the page cache, and prints the medians in MB/s and the median ratio.
 #include "base/time/HostClock.h"
 #include "moments/wow/LogTail.h"
 #include "moments/wow/WowFights.h"
@@ -27,13 +27,13 @@ using namespace quelto;
 
 namespace fs = std::filesystem;
 
-/// Lines by how often a raid brings them; "%d" is a number that differs from line to line.
-struct Shape {
+/// A line template with its relative frequency in a raid; "%d" is a number that differs from line to line.
+struct LineTemplate {
     int weight;
     const char* text;
 };
 
-constexpr Shape Shapes[]{
+constexpr LineTemplate LineTemplates[]{
     {300,
      "SPELL_DAMAGE,Player-1403-0A6F33C2,\"Çağla-Kazzak\",0x511,0x0,Creature-0-4255-2549-7-209333-0000%d,"
      "\"Gnarlroot\",0x10a48,0x0,49998,\"Death Strike\",0x1,Creature-0-4255-2549-7-209333-000037B1C4,"
@@ -69,9 +69,9 @@ constexpr Shape Shapes[]{
      "Lasher\",0xa48,0x0,0"},
 };
 
-constexpr int LinesABoss = 40'000;
+constexpr int LinesPerBoss = 40'000;
 
-class LogMaker {
+class LogGenerator {
 public:
     QByteArray nextLine()
     {
@@ -81,38 +81,38 @@ public:
                                       static_cast<int>(second / 60 % 60), static_cast<int>(second % 60),
                                       static_cast<int>(m_milliseconds % 1000))
                         .toUtf8();
-        if (++m_lines % LinesABoss == 0) {
+        if (++m_lines % LinesPerBoss == 0) {
             return line + "ENCOUNTER_END,2820,\"Gnarlroot\",15,20,1,185523\r\n";
         }
-        QByteArray text = Shapes[static_cast<std::size_t>(m_shape(m_random))].text;
-        for (auto at = text.indexOf("%d"); at >= 0; at = text.indexOf("%d", at)) {
-            text.replace(at, 2, QByteArray::number(static_cast<uint>(m_random() % 1'000'000)));
+        QByteArray text = LineTemplates[static_cast<std::size_t>(m_templateIndex(m_random))].text;
+        for (auto index = text.indexOf("%d"); index >= 0; index = text.indexOf("%d", index)) {
+            text.replace(index, 2, QByteArray::number(static_cast<uint>(m_random() % 1'000'000)));
         }
         return line + text + "\r\n";
     }
 
 private:
-    static std::discrete_distribution<int> shape()
+    static std::discrete_distribution<int> templateDistribution()
     {
         std::vector<double> weights;
-        for (const auto& each : Shapes) {
+        for (const auto& each : LineTemplates) {
             weights.push_back(each.weight);
         }
         return {weights.begin(), weights.end()};
     }
 
     std::mt19937 m_random{7};
-    std::discrete_distribution<int> m_shape = shape();
+    std::discrete_distribution<int> m_templateIndex = templateDistribution();
     qint64 m_milliseconds = 0;
     int m_lines = 0;
 };
 
-void make(const fs::path& file, std::uint64_t bytes)
+void writeLog(const fs::path& file, std::uint64_t bytes)
 {
     std::ofstream stream(file, std::ios::binary);
-    LogMaker maker;
+    LogGenerator generator;
     for (std::uint64_t written = 0; written < bytes;) {
-        const auto line = maker.nextLine();
+        const auto line = generator.nextLine();
         stream.write(line.data(), line.size());
         written += static_cast<std::uint64_t>(line.size());
     }
@@ -125,8 +125,8 @@ template <typename Work> double secondsFor(Work work)
     return inSeconds(HostClock::now() - start);
 }
 
-/// The number of lines that were looked at, so that it can be held against grep's.
-int readAsAWatcher(LogFile log)
+/// Returns the number of matching lines, for comparison with grep's.
+int readLikeWatcher(LogFile log)
 {
     int lines = 0;
     WowFights fights;
@@ -136,7 +136,7 @@ int readAsAWatcher(LogFile log)
             fights.take(*event, 0);
         }
     });
-    // As if it had just been begun, and had then grown by all of it.
+    // Follows the log as an empty file first, so that all of it counts as new.
     const auto size = std::exchange(log.size, 0);
     tail.follow(log, 0);
     log.size = size;
@@ -146,10 +146,10 @@ int readAsAWatcher(LogFile log)
     return lines;
 }
 
-/// The number of lines that it found. Given /dev/null to write to, it would stop at the first.
+/// Returns the number of matching lines. The output is a file: grep stops at the first match if it writes to /dev/null.
 int grep(const fs::path& file)
 {
-    const auto answer = file.parent_path() / "answer";
+    const auto output = file.parent_path() / "output";
     std::string path = file.string();
     std::vector<std::string> words{"grep", "-F", "-c"};
     for (const auto word : LogEventWords) {
@@ -158,12 +158,12 @@ int grep(const fs::path& file)
     words.push_back(path);
     std::vector<char*> arguments(words.size() + 1);
     std::transform(words.begin(), words.end(), arguments.begin(), [](auto& word) { return word.data(); });
-    // Bytes, not letters: its faster way.
+    // The C locale makes grep compare bytes, which is faster.
     std::string locale = "LC_ALL=C";
     char* const environment[]{locale.data(), nullptr};
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, answer.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     pid_t process = 0;
     int status = 1;
     if (posix_spawnp(&process, "grep", &actions, nullptr, arguments.data(), environment) == 0) {
@@ -171,7 +171,7 @@ int grep(const fs::path& file)
     }
     posix_spawn_file_actions_destroy(&actions);
     int lines = 0;
-    std::ifstream(answer) >> lines;
+    std::ifstream(output) >> lines;
     return status == 0 ? lines : -1;
 }
 
@@ -188,11 +188,11 @@ int main(int count, char** arguments)
     const QCoreApplication application(count, arguments);
     QCommandLineParser parser;
     parser.addHelpOption();
-    const QCommandLineOption megabytes(QStringLiteral("megabytes"), QStringLiteral("Size of the log to make"),
+    const QCommandLineOption megabytes(QStringLiteral("megabytes"), QStringLiteral("Size of the generated log"),
                                        QStringLiteral("N"), QStringLiteral("500"));
-    const QCommandLineOption runs(QStringLiteral("runs"), QStringLiteral("Runs of each"), QStringLiteral("N"),
-                                  QStringLiteral("5"));
-    const QCommandLineOption log(QStringLiteral("log"), QStringLiteral("A log to read instead"),
+    const QCommandLineOption runs(QStringLiteral("runs"), QStringLiteral("Number of runs of each program"),
+                                  QStringLiteral("N"), QStringLiteral("5"));
+    const QCommandLineOption log(QStringLiteral("log"), QStringLiteral("Existing log to read instead"),
                                  QStringLiteral("FILE"));
     parser.addOptions({megabytes, runs, log});
     parser.process(application);
@@ -203,25 +203,25 @@ int main(int count, char** arguments)
     if (parser.isSet(log)) {
         fs::copy_file(parser.value(log).toStdString(), file, fs::copy_options::overwrite_existing);
     } else {
-        make(file, parser.value(megabytes).toULongLong() * 1'000'000);
+        writeLog(file, parser.value(megabytes).toULongLong() * 1'000'000);
     }
     const auto found = newestLog({folder});
     const auto size = static_cast<double>(found->size) / 1e6;
 
     const int lines = grep(file);
-    if (lines <= 0 || readAsAWatcher(*found) != lines) {
-        std::fputs("The two do not find the same lines\n", stderr);
+    if (lines <= 0 || readLikeWatcher(*found) != lines) {
+        std::fputs("Quelto and grep do not match the same lines\n", stderr);
         return 1;
     }
     std::vector<double> ours;
     std::vector<double> theirs;
     std::vector<double> ratios;
     for (int i = 0; i < parser.value(runs).toInt(); ++i) {
-        ours.push_back(size / secondsFor([&] { readAsAWatcher(*found); }));
+        ours.push_back(size / secondsFor([&] { readLikeWatcher(*found); }));
         theirs.push_back(size / secondsFor([&] { grep(file); }));
         ratios.push_back(ours.back() / theirs.back());
     }
-    std::printf("quelto %.0f MB/s, grep %.0f MB/s, ratio %.2f (%.0f MB, %d lines looked at)\n", median(ours),
+    std::printf("quelto %.0f MB/s, grep %.0f MB/s, ratio %.2f (%.0f MB, %d matching lines)\n", median(ours),
                 median(theirs), median(ratios), size, lines);
     fs::remove_all(folder);
     return 0;

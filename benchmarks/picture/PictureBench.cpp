@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Our picture conversion beside swscale's and libyuv's, from a screen's size to 1080p.
+// Compares our image conversion with swscale and libyuv, from various screen sizes to 1080p.
 #include "media/picture/FrameConverter.h"
 
 #include <benchmark/benchmark.h>
@@ -17,10 +17,10 @@ namespace {
 
 constexpr QSize OutputSize{1920, 1080};
 
-/// Several sources and targets in turn, as a recording has them: no picture is still in a near cache.
-class Pictures {
+/// Alternates between several sources and targets, as in a recording, so that no image is still in a cache.
+class Images {
 public:
-    explicit Pictures(QSize source)
+    explicit Images(QSize source)
         : m_size(source)
         , m_pool(OutputSize, static_cast<int>(Count))
     {
@@ -31,16 +31,16 @@ public:
                 state = state * 1664525 + 1013904223;
                 byte = static_cast<std::uint8_t>(state >> 24);
             }
-            m_frames.push_back(m_pool.tryTake());
+            m_frames.push_back(m_pool.tryAcquire());
         }
     }
 
-    BgrxPicture next()
+    BgrxImage next()
     {
-        m_turn = (m_turn + 1) % Count;
-        return {.pixels = m_pixels[m_turn].data(), .stride = m_size.width() * 4, .size = m_size};
+        m_index = (m_index + 1) % Count;
+        return {.pixels = m_pixels[m_index].data(), .stride = m_size.width() * 4, .size = m_size};
     }
-    const VideoFrame& frame() const { return *m_frames[m_turn]; }
+    const VideoFrame& frame() const { return *m_frames[m_index]; }
 
 private:
     static constexpr std::size_t Count = 4;
@@ -49,7 +49,7 @@ private:
     FramePool m_pool;
     std::vector<std::vector<std::uint8_t>> m_pixels;
     std::vector<std::shared_ptr<VideoFrame>> m_frames;
-    std::size_t m_turn = 0;
+    std::size_t m_index = 0;
 };
 
 QSize sourceSize(const benchmark::State& state)
@@ -59,11 +59,11 @@ QSize sourceSize(const benchmark::State& state)
 
 void ours(benchmark::State& state, InstructionSet instructionSet)
 {
-    Pictures pictures(sourceSize(state));
+    Images images(sourceSize(state));
     FrameConverter converter(instructionSet);
     for (auto _ : state) {
-        const auto picture = pictures.next();
-        converter.convert(picture, pictures.frame());
+        const auto image = images.next();
+        converter.convert(image, images.frame());
     }
 }
 
@@ -73,37 +73,37 @@ void swscale(benchmark::State& state)
         void operator()(SwsContext* context) const { sws_freeContext(context); }
     };
     const auto size = sourceSize(state);
-    Pictures pictures(size);
+    Images images(size);
     const std::unique_ptr<SwsContext, Free> context(
         sws_getContext(size.width(), size.height(), AV_PIX_FMT_BGR0, OutputSize.width(), OutputSize.height(),
                        AV_PIX_FMT_NV12, size == OutputSize ? SWS_POINT : SWS_AREA, nullptr, nullptr, nullptr));
     sws_setColorspaceDetails(context.get(), sws_getCoefficients(SWS_CS_ITU709), 1, sws_getCoefficients(SWS_CS_ITU709),
                              0, 0, 1 << 16, 1 << 16);
     for (auto _ : state) {
-        const auto picture = pictures.next();
-        const auto& frame = pictures.frame();
+        const auto image = images.next();
+        const auto& frame = images.frame();
         std::uint8_t* planes[] = {frame.luma, frame.chroma};
         const int strides[] = {frame.stride, frame.stride};
-        sws_scale(context.get(), &picture.pixels, &picture.stride, 0, size.height(), planes, strides);
+        sws_scale(context.get(), &image.pixels, &image.stride, 0, size.height(), planes, strides);
     }
 }
 
 #ifdef QUELTO_HAS_LIBYUV
-/// BT.601 only, and a full scaled picture in between.
+/// BT.601 only, with an intermediate scaled image.
 void libyuvBt601(benchmark::State& state)
 {
     const auto size = sourceSize(state);
-    Pictures pictures(size);
+    Images images(size);
     std::vector<std::uint8_t> scaled(static_cast<std::size_t>(OutputSize.width() * OutputSize.height() * 4));
     for (auto _ : state) {
-        auto picture = pictures.next();
-        const auto& frame = pictures.frame();
+        auto image = images.next();
+        const auto& frame = images.frame();
         if (size != OutputSize) {
-            libyuv::ARGBScale(picture.pixels, picture.stride, size.width(), size.height(), scaled.data(),
+            libyuv::ARGBScale(image.pixels, image.stride, size.width(), size.height(), scaled.data(),
                               OutputSize.width() * 4, OutputSize.width(), OutputSize.height(), libyuv::kFilterBox);
-            picture = {.pixels = scaled.data(), .stride = OutputSize.width() * 4, .size = OutputSize};
+            image = {.pixels = scaled.data(), .stride = OutputSize.width() * 4, .size = OutputSize};
         }
-        libyuv::ARGBToNV12(picture.pixels, picture.stride, frame.luma, frame.stride, frame.chroma, frame.stride,
+        libyuv::ARGBToNV12(image.pixels, image.stride, frame.luma, frame.stride, frame.chroma, frame.stride,
                            OutputSize.width(), OutputSize.height());
     }
 }

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The rows of the watchers: what they cost while nobody plays, and what a game's data costs."""
+"""The rows for the watchers: CPU use without a game, and the cost of processing a game's data."""
 import json
 import os
 import pathlib
@@ -17,7 +17,7 @@ SETTLING_SECONDS = 3
 
 
 def _home():
-    """A home folder in which Dota 2 and World of Warcraft are installed, and an old combat log lies."""
+    """A home folder with Dota 2, World of Warcraft and an old combat log."""
     home = desk.TEST_FOLDER / f"home-{time.monotonic_ns()}"
     games.install_dota(home)
     log = games.WowLog(games.install_wow(home))
@@ -27,7 +27,7 @@ def _home():
 
 
 def thread_seconds(pid):
-    """Run time by thread name; those of one name together."""
+    """CPU seconds by thread name, summed over threads of the same name."""
     seconds = {}
     for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
         try:
@@ -38,7 +38,7 @@ def thread_seconds(pid):
     return seconds
 
 
-class _Hidden:
+class _HiddenProgram:
     """The program with its recorder stopped and its window hidden."""
 
     def __init__(self, **settings):
@@ -54,7 +54,7 @@ class _Hidden:
         self.program.stop()
 
     def share(self, seconds):
-        """Of one core, over so many seconds, and the same by thread."""
+        """The CPU share of one core over a period, in total and by thread."""
         pid = self.program.process.pid
         before, threads = cpu_seconds(pid), thread_seconds(pid)
         time.sleep(seconds)
@@ -66,7 +66,7 @@ class _Hidden:
 def watchers_idle(options):
     shares = {True: [], False: []}
     threads = []
-    with _Hidden() as hidden:
+    with _HiddenProgram() as hidden:
         for _ in range(options.runs):
             for is_on in (True, False):
                 hidden.program.set("autoClipEnabled", is_on)
@@ -76,9 +76,9 @@ def watchers_idle(options):
                 if is_on:
                     threads.append(by_thread)
     on, off = (100 * statistics.median(shares[is_on]) for is_on in (True, False))
-    told = ", ".join(f"{name} {100 * statistics.median(each[f'quelto.{name}'] for each in threads):.3f}"
+    by_watcher = ", ".join(f"{name} {100 * statistics.median(each[f'quelto.{name}'] for each in threads):.3f}"
                      for name in ("league", "dota", "wow"))
-    return Row("Three watchers, no game", f"{on:.2f} % of a core ({told})", f"{off:.2f} % without them", f"{on - off:.2f} %",
+    return Row("Three watchers, no game", f"{on:.2f} % of a core ({by_watcher})", f"{off:.2f} % without them", f"{on - off:.2f} %",
                "0.3 %", on - off <= 0.3)
 
 
@@ -104,9 +104,9 @@ def league_poll(options):
 
 def dota_posts(options):
     output = _output(options, "bench_dota_posts", "--runs", max(5, options.runs))
-    share, size, delay = re.match(r"([\d.]+) % of a core for ten posts of (\d+) bytes a second; answered after ([\d.]+) ms",
+    share, size, delay = re.match(r"([\d.]+) % of a core for ten posts of (\d+) bytes a second; response after ([\d.]+) ms",
                                   output).groups()
-    return Row(f"Ten Dota posts of {int(size) // 1000} KB a second", f"{share} % of a core", "", f"answered after {delay} ms",
+    return Row(f"Ten Dota posts of {int(size) // 1000} KB a second", f"{share} % of a core", "", f"response after {delay} ms",
                "", True)
 
 

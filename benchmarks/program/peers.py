@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The public tool beside which each figure is put: the ffmpeg command line, at the settings that Quelto uses."""
+"""The tool that the figures are compared with: the ffmpeg command line, with the settings that Quelto uses."""
 import os
 import subprocess
 
@@ -8,7 +8,7 @@ WIDTH, HEIGHT, FPS = 1920, 1080, 60
 
 
 def grab(seconds):
-    """Captures and encodes the screen; the CPU seconds that it took, all threads."""
+    """Captures and encodes the screen. Returns the CPU seconds of all threads."""
     return _cpu_seconds(
         "ffmpeg", "-v", "fatal", "-f", "x11grab", "-framerate", FPS, "-video_size", f"{WIDTH}x{HEIGHT}",
         "-i", os.environ["DISPLAY"], "-t", seconds, "-pix_fmt", "yuv420p", "-c:v", "libx264", "-preset", "ultrafast",
@@ -23,23 +23,23 @@ def _cpu_seconds(*words):
     _, status, usage = os.wait4(process.pid, 0)
     process.returncode = os.waitstatus_to_exitcode(status)
     if process.returncode:
-        raise RuntimeError(f"{words[0]} ended with {process.returncode}")
+        raise RuntimeError(f"{words[0]} failed with exit code {process.returncode}")
     return usage.ru_utime + usage.ru_stime
 
 
 def decode_mix(clip, target):
-    """The clip's mix as PCM: what a save starts from."""
+    """Decodes the clip's mix to PCM, the input of a save."""
     subprocess.run(["ffmpeg", "-v", "error", "-y", "-i", clip, "-map", "0:a:0", target], check=True)
 
 
 def copy_and_encode_mix(clip, mix, target):
-    """Copies the picture and encodes one audio track, as the least that anybody has to do for a clip."""
+    """Copies the video and encodes one audio track: the minimum work for a clip."""
     subprocess.run(["ffmpeg", "-v", "error", "-y", "-i", clip, "-i", mix, "-map", "0:v:0", "-map", "1:a:0", "-c:v", "copy",
                     "-c:a", "aac", "-b:a", "192k", target], check=True)
 
 
 def make_clip(target, seconds):
-    """A moving picture with a key frame a second, as large as a recorded one."""
+    """Makes a clip of moving video with one key frame per second, at the bit rate of a recording."""
     subprocess.run(["ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", f"testsrc2=s={WIDTH}x{HEIGHT}:r={FPS}:d={seconds}",
                     "-c:v", "libx264", "-preset", "ultrafast", "-b:v", str(BITRATE), "-g", str(FPS), "-pix_fmt", "yuv420p",
                     "-movflags", "faststart", target], check=True)

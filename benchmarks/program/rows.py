@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""One function a row of the table. Each measures on the private desktop and gives back a Row."""
+"""One function per row of the table. Each measures on the private desktop and returns a Row."""
 import dataclasses
 import os
 import pathlib
@@ -31,12 +31,12 @@ def cpu_seconds(pid):
 
 
 def lost_frames(counters, scene):
-    """Frames between the first and the last counter that the clip should have and has not."""
+    """The number of frames that are missing from the clip between its first and last counter."""
     return len(set(range(counters[0], counters[-1])) - set(counters) - scene.excused())
 
 
 class Recording:
-    """Scene and program for the time of one measurement."""
+    """Runs scene and program during one measurement."""
 
     def __init__(self, *scene_options, **settings):
         self.scene = desk.Scene(*scene_options)
@@ -52,7 +52,7 @@ class Recording:
 
 
 def _capture_pair(seconds, *scene_options):
-    """CPU seconds of Quelto and of the peer over the same length of the same scene, and the frames that Quelto lost."""
+    """CPU seconds of Quelto and of the peer for equal durations of the same scene, and the frames that Quelto lost."""
     with Recording(*scene_options, clipLength=seconds, **SILENT) as recording:
         time.sleep(2)
         before = cpu_seconds(recording.program.process.pid)
@@ -78,19 +78,19 @@ def moving_screen(options):
 def still_screen(options):
     pairs = [_capture_pair(options.seconds, "--still", "--silent") for _ in range(options.runs)]
     ratio = statistics.median(ours / theirs for ours, theirs, _ in pairs)
-    return Row("The same, still screen", f"{statistics.median(pair[0] for pair in pairs) / options.seconds:.3f} CPU s/s",
+    return Row("Capture and encode, still 1080p60", f"{statistics.median(pair[0] for pair in pairs) / options.seconds:.3f} CPU s/s",
                f"{statistics.median(pair[1] for pair in pairs) / options.seconds:.2f} CPU s/s", f"{ratio:.3f}", "0.1",
                ratio <= 0.1)
 
 
 def _seconds_to_clip(program):
-    """From the request to the finished file, less the settling delay."""
+    """From the request to the finished file, minus the delay before a save."""
     count = len(program.visible_clips())
-    asked = time.monotonic()
+    requested = time.monotonic()
     program.call("SaveClip")
     while len(program.visible_clips()) == count:
         time.sleep(0.002)
-    return time.monotonic() - asked - 0.25
+    return time.monotonic() - requested - 0.25
 
 
 def save(options):
@@ -118,11 +118,11 @@ def saves_in_a_row(options):
         recording.program.set("clipLength", 60)
         counters = clip.Clip(recording.program.save()).counters()
     lost = lost_frames(counters, recording.scene)
-    return Row("Frames lost while 20 saves follow each other", f"{lost} of {len(counters)}", "", f"{lost}", "0", lost == 0)
+    return Row("Frames lost during 20 consecutive saves", f"{lost} of {len(counters)}", "", f"{lost}", "0", lost == 0)
 
 
 def _drift(points):
-    """Milliseconds over the whole length by the straight line through (time, lead)."""
+    """Milliseconds over the whole length, from a linear regression of (time, lead)."""
     slope, _ = statistics.linear_regression(*zip(*points))
     return 1000 * slope * (points[-1][0] - points[0][0])
 
@@ -131,7 +131,7 @@ def sound_against_picture(options):
     points = []
     with Recording("--tone", 440, clipLength=15) as recording:
         started = time.monotonic()
-        # Each clip shows about fifteen pairs of flash and beep.
+        # Each clip has about fifteen pairs of flash and beep.
         for moment in range(16, max(31, options.sync_minutes * 60 + 1), 15 if options.sync_minutes < 5 else 60):
             time.sleep(max(0.0, started + moment - time.monotonic()))
             path = recording.program.save()
@@ -141,7 +141,7 @@ def sound_against_picture(options):
     mean, lowest, highest = (1000 * value for value in (statistics.mean(leads), min(leads), max(leads)))
     drift = _drift(points)
     length = f"{points[-1][0] / 60:.1f} min"
-    return Row("Sound before picture", f"mean {mean:+.1f} ms, {lowest:+.1f} to {highest:+.1f} ms", "",
+    return Row("Audio ahead of video", f"mean {mean:+.1f} ms, {lowest:+.1f} to {highest:+.1f} ms", "",
                f"drift {drift:+.1f} ms over {length}", "mean ±10 ms, −45 to +15 ms",
                abs(mean) <= 10 and lowest >= -45 and highest <= 15)
 
@@ -149,7 +149,7 @@ def sound_against_picture(options):
 def buffer_memory(options):
     output = subprocess.run([options.build / "benchmarks/buffer/bench_buffer_memory"], capture_output=True, text=True, check=True)
     taken, held = map(int, output.stdout.split())
-    return Row("Memory of the buffer over its samples", f"{taken / 2**20:.1f} MiB", f"{held / 2**20:.1f} MiB of samples",
+    return Row("Buffer memory relative to its samples", f"{taken / 2**20:.1f} MiB", f"{held / 2**20:.1f} MiB of samples",
                f"{taken / held:.3f}", "1.05", taken / held <= 1.05)
 
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The row of the library's pictures: from a clip to a picture of it."""
+"""The row for thumbnails: the time to read one from a clip."""
 import statistics
 import subprocess
 import time
@@ -8,7 +8,7 @@ import desk
 import peers
 from rows import Row
 
-READINGS = 20
+REPETITIONS = 20
 
 
 def _seconds(run, *words):
@@ -30,11 +30,11 @@ def thumbnail(options):
     for _ in range(max(5, options.runs)):
         ours.append(_seconds(read, 1))
         theirs.append(_seconds(peers.thumbnail, clip, folder / "theirs.png"))
-        inside.append(float(read(READINGS)))
+        inside.append(float(read(REPETITIONS)))
     clip.unlink()
     ratio = statistics.median(a / b for a, b in zip(ours, theirs))
-    return Row("Picture of a clip, 30 s of 1080p60", f"{1000 * statistics.median(ours):.0f} ms as a process of its own, "
-               f"{statistics.median(inside):.1f} ms within one", f"{1000 * statistics.median(theirs):.0f} ms", f"{ratio:.2f}", "", True)
+    return Row("Thumbnail of a clip, 30 s of 1080p60", f"{1000 * statistics.median(ours):.0f} ms as a process, "
+               f"{statistics.median(inside):.1f} ms within a process", f"{1000 * statistics.median(theirs):.0f} ms", f"{ratio:.2f}", "", True)
 
 
 ALL = {"thumbnail": thumbnail}

@@ -156,8 +156,8 @@ enum class FakeDelay { none, onePicture };
 /// Emits 1,024 bytes for each frame.
 class FakeEncoder final : public VideoEncoder {
 public:
-    FakeEncoder(OnSample onSample, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
-        : m_onSample(std::move(onSample))
+    FakeEncoder(OnEncodedFrame onSample, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
+        : m_onEncodedFrame(std::move(onSample))
         , m_keyFrames(keyFrames)
         , m_delay(delay)
         , m_encoded(encoded)
@@ -175,18 +175,18 @@ public:
             std::swap(sample, m_held);
         }
         if (sample) {
-            m_onSample(std::move(sample));
+            m_onEncodedFrame(std::move(sample));
         }
         ++m_encoded;
         m_encoded.notify_all();
     }
 
-    bool isHoldingPicture() const override { return m_held != nullptr; }
+    bool hasPendingFrame() const override { return m_held != nullptr; }
     void finish() noexcept override { }
     QString name() const override { return QStringLiteral("fake"); }
 
 private:
-    OnSample m_onSample;
+    OnEncodedFrame m_onEncodedFrame;
     FakeKeyFrames m_keyFrames;
     FakeDelay m_delay;
     std::shared_ptr<EncodedFrame> m_held;

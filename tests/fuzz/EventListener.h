@@ -9,7 +9,7 @@
 
 namespace quelto::fuzz {
 
-/// Keeps to the bounds that all moments have.
+/// Requires that a moment is within the bounds of all moments.
 inline void checkMoment(const Moment& moment)
 {
     require(tierFromScore(moment.score) == moment.tier && !moment.label.isEmpty());
@@ -19,30 +19,31 @@ inline void checkMoment(const Moment& moment)
     }
 }
 
-/// Hears the news as the main thread does: a game is detected once, right after it is told to be followed.
+/// Receives events as the main thread does, and requires that a game is detected exactly once, directly after the state
+/// changes to in game.
 class EventListener {
 public:
     bool isInGame() const { return m_isInGame; }
 
-    void hear(const MatchEvents& news)
+    void receive(const MatchEvents& events)
     {
-        for (const auto& each : news) {
-            if (const auto* const state = std::get_if<MatchState>(&each)) {
+        for (const auto& event : events) {
+            if (const auto* const state = std::get_if<MatchState>(&event)) {
                 require(state->inGame || state->character.isEmpty());
-                m_isNew = !m_isInGame && state->inGame;
+                m_awaitsDetection = !m_isInGame && state->inGame;
                 m_isInGame = state->inGame;
-            } else if (std::holds_alternative<GameDetected>(each)) {
-                require(std::exchange(m_isNew, false));
-            } else if (const auto* const moment = std::get_if<Moment>(&each)) {
+            } else if (std::holds_alternative<GameDetected>(event)) {
+                require(std::exchange(m_awaitsDetection, false));
+            } else if (const auto* const moment = std::get_if<Moment>(&event)) {
                 checkMoment(*moment);
             }
         }
-        require(!m_isNew);
+        require(!m_awaitsDetection);
     }
 
 private:
     bool m_isInGame = false;
-    bool m_isNew = false;
+    bool m_awaitsDetection = false;
 };
 
 } // namespace quelto::fuzz

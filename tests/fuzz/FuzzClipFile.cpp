@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Any bytes may lie under a clip's name: they are read without harm, and what comes of it is within bounds.
+// Reads arbitrary bytes as a clip file. Requires no crash and results within bounds.
 #include "media/reader/ClipReader.h"
 
 #include "tests/fuzz/Require.h"
@@ -11,23 +11,23 @@
 
 namespace {
 
-/// A file in memory that has a path.
+/// An in-memory file with a path.
 class MemoryFile {
 public:
     MemoryFile(const std::uint8_t* data, std::size_t size)
-        : m_descriptor(memfd_create("clip", MFD_CLOEXEC))
+        : m_fd(memfd_create("clip", MFD_CLOEXEC))
     {
-        quelto::fuzz::require(m_descriptor >= 0);
-        quelto::fuzz::require(::write(m_descriptor, data, size) == static_cast<ssize_t>(size));
+        quelto::fuzz::require(m_fd >= 0);
+        quelto::fuzz::require(::write(m_fd, data, size) == static_cast<ssize_t>(size));
     }
-    ~MemoryFile() { ::close(m_descriptor); }
+    ~MemoryFile() { ::close(m_fd); }
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
 
-    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(m_descriptor); }
+    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(m_fd); }
 
 private:
-    int m_descriptor;
+    int m_fd;
 };
 
 } // namespace
@@ -36,10 +36,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     using quelto::fuzz::require;
     const MemoryFile file(data, size);
-    const auto reading = quelto::readClip(file.path(), {}, std::chrono::seconds(2));
-    require(std::isfinite(reading.facts.duration) && reading.facts.duration >= 0);
-    require(std::isfinite(reading.facts.fps) && reading.facts.fps >= 0);
-    require(reading.facts.width >= 0 && reading.facts.height >= 0);
-    require(reading.picture.width() <= 640 && reading.picture.height() <= 640);
+    const auto preview = quelto::readClip(file.path(), {}, std::chrono::seconds(2));
+    require(std::isfinite(preview.metadata.duration) && preview.metadata.duration >= 0);
+    require(std::isfinite(preview.metadata.fps) && preview.metadata.fps >= 0);
+    require(preview.metadata.width >= 0 && preview.metadata.height >= 0);
+    require(preview.thumbnail.width() <= 640 && preview.thumbnail.height() <= 640);
     return 0;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a clip's name was made of is what reading it gives back, and any name can be read.
+// Requires that parsing a generated clip name returns its parts, and that any name can be parsed.
 #include "library/naming/Clip.h"
 #include "library/naming/ClipName.h"
 
@@ -10,7 +10,7 @@ namespace {
 using namespace quelto;
 using namespace quelto::fuzz;
 
-void readAnyName(const QString& name)
+void parseAnyName(const QString& name)
 {
     const Clip clip(QStringLiteral("/clips/") + name);
     clip.displayTitle();
@@ -20,7 +20,7 @@ void readAnyName(const QString& name)
     require(!clip.autoLabel || !clip.autoLabel->isEmpty());
 }
 
-void writeAndRead(const QString& game, const QString& label)
+void requireRoundTrip(const QString& game, const QString& label)
 {
     const QDateTime date({2026, 3, 1}, {20, 15, 7});
     const auto name = clipFileName({.game = game, .date = date, .suffix = QStringLiteral("[EFSANE 95] ") + label}, 2);
@@ -31,9 +31,9 @@ void writeAndRead(const QString& game, const QString& label)
     const auto separator = QStringLiteral(" - ");
     auto beforeDate = game + separator;
     beforeDate.replace(u'/', u'-').replace(u':', u'-');
-    const bool isSeparatorItsOwn = beforeDate.indexOf(separator) == game.size();
+    const bool isSeparatorUnique = beforeDate.indexOf(separator) == game.size();
     const bool isShort = (game + label).toUtf8().size() <= 200;
-    if (isShort && isSeparatorItsOwn && !label.isEmpty()) {
+    if (isShort && isSeparatorUnique && !label.isEmpty()) {
         require(clip.hasDefaultTitle());
         require(clip.game.size() == game.size());
         require(clip.autoTier == ClipTier::epic && clip.autoScore == 95);
@@ -45,11 +45,11 @@ void writeAndRead(const QString& game, const QString& label)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    // The first line is a game, the second a headline.
+    // The first line is the game, the second the label.
     auto text = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     text.remove(QChar(u'\0'));
-    readAnyName(text);
+    parseAnyName(text);
     const auto lines = text.split(u'\n');
-    writeAndRead(lines[0], lines.value(1));
+    requireRoundTrip(lines[0], lines.value(1));
     return 0;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// However a request is cut into pieces, the same comes out of it. The first byte says how it is cut.
+// Requires that the result does not depend on how a request is split into reads. The first byte seeds the split.
 #include "moments/dota/HttpPostReader.h"
 
 #include "tests/fuzz/Require.h"

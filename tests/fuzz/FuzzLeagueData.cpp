@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Whatever the game's client answers, what it makes the watcher tell makes sense. A line is an answer.
+// Requires that the watcher's events are consistent for any responses of the game client. Each line is a response.
 #include "moments/league/LeagueMatch.h"
 
 #include "tests/fuzz/EventListener.h"
@@ -15,10 +15,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
 {
     LeagueMatch match;
     EventListener listener;
-    for (const auto& answer :
+    for (const auto& response :
          QByteArray(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size)).split('\n')) {
-        const auto data = readLeagueData(answer);
-        listener.hear(data ? match.polled(*data) : match.pollFailed());
+        const auto data = readLeagueData(response);
+        listener.receive(data ? match.polled(*data) : match.pollFailed());
         require(listener.isInGame() == data.has_value());
     }
     return 0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A log that comes in any pieces gives the same events as one that is cut into lines first, and whatever stands in it,
-// moments keep to their bounds.
+// Requires that a log read in blocks of any size gives the same lines as a log that is split into lines first, and that
+// moments are within bounds for any content.
 #include "moments/wow/LogLines.h"
 #include "moments/wow/WowFights.h"
 
@@ -14,21 +14,21 @@ namespace {
 using namespace quelto;
 using namespace quelto::fuzz;
 
-// Stands for many bytes, as lines that are too long are out of a fuzzer's reach.
+// Expands to many bytes, since the fuzzer cannot generate overlong lines itself.
 constexpr char Filler = '\x01';
 constexpr qsizetype FillerLength = 1021;
 
-/// The sizes are repeated until all of the log is read.
-QByteArrayList pickedInPieces(const QByteArray& log, const QByteArray& sizes)
+/// The block sizes repeat until the whole log is read.
+QByteArrayList pickedInBlocks(const QByteArray& log, const QByteArray& sizes)
 {
     QByteArrayList picked;
     LogLines lines;
-    qsizetype at = 0;
-    for (qsizetype i = 0; at < log.size(); ++i) {
+    qsizetype offset = 0;
+    for (qsizetype i = 0; offset < log.size(); ++i) {
         const auto size = sizes.isEmpty() ? 1 : 1 + static_cast<unsigned char>(sizes[i % sizes.size()]);
-        const auto piece = log.mid(at, size);
-        lines.take(piece, [&](QByteArrayView line) { picked.append(line.toByteArray()); });
-        at += piece.size();
+        const auto block = log.mid(offset, size);
+        lines.take(block, [&](QByteArrayView line) { picked.append(line.toByteArray()); });
+        offset += block.size();
     }
     return picked;
 }
@@ -42,7 +42,7 @@ void score(const QByteArrayList& lines)
         if (const auto event = logEvent(line)) {
             moments = fights.take(*event, now);
         }
-        // Not all fights come to rest before the next line.
+        // Varies the gap, so that some fights are still open at the next line.
         now += static_cast<double>(line.size() % 13);
         moments += fights.tick(now);
         for (const auto& moment : moments) {
@@ -55,13 +55,13 @@ void score(const QByteArrayList& lines)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    // The first line is the sizes of the pieces, what follows is the log.
+    // The first line holds the block sizes, the rest is the log.
     const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     const auto end = std::max<qsizetype>(input.indexOf('\n'), 0);
     auto log = input.mid(end);
     log.replace(Filler, QByteArray(FillerLength, 'x'));
     const auto lines = test::pickedLineByLine(log);
-    require(pickedInPieces(log, input.left(end)) == lines);
+    require(pickedInBlocks(log, input.left(end)) == lines);
     score(lines);
     return 0;
 }

@@ -5,10 +5,10 @@
 
 namespace quelto::fuzz {
 
-/// Ends the program where something does not hold, which is how a fuzzer learns of it.
-inline void require(bool isTrue)
+/// Aborts if the condition is false, which the fuzzer reports as a finding.
+inline void require(bool condition)
 {
-    if (!isTrue) {
+    if (!condition) {
         std::abort();
     }
 }

@@ -22,15 +22,15 @@ namespace {
 constexpr QByteArrayView HiddenPrefix = ".quelto-";
 constexpr QByteArrayView HiddenSuffix = ".part";
 constexpr mode_t NewFileMode = 0666;
-// The disk gets to work in pieces of this size while the rest is still being made.
-constexpr std::int64_t StartEvery = 4 << 20;
+// Writeback starts in steps of this size while the rest of the file is still being produced.
+constexpr std::int64_t WritebackStep = 4 << 20;
 
 [[noreturn]] void fail(int code)
 {
     throw std::system_error(code, std::generic_category());
 }
 
-template <typename Call> auto retried(Call call)
+template <typename Call> auto retryOnInterrupt(Call call)
 {
     auto result = call();
     while (result < 0 && errno == EINTR) {
@@ -39,7 +39,7 @@ template <typename Call> auto retried(Call call)
     return result;
 }
 
-struct CloseFolder {
+struct CloseDir {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
 };
 
@@ -47,8 +47,8 @@ struct CloseFolder {
 
 AtomicFile::Descriptor::~Descriptor()
 {
-    if (m_number >= 0) {
-        ::close(m_number);
+    if (m_fd >= 0) {
+        ::close(m_fd);
     }
 }
 
@@ -58,8 +58,8 @@ AtomicFile::AtomicFile(const QString& folder)
     if (m_folder.get() < 0) {
         fail(errno);
     }
-    sweepAbandoned();
-    createHidden();
+    deleteAbandonedFiles();
+    createHiddenFile();
 }
 
 AtomicFile::~AtomicFile()
@@ -69,7 +69,7 @@ AtomicFile::~AtomicFile()
     }
 }
 
-void AtomicFile::createHidden()
+void AtomicFile::createHiddenFile()
 {
     for (;;) {
         const QByteArray name = HiddenPrefix.toByteArray() + QByteArray::number(::getpid()) + '-' +
@@ -81,8 +81,8 @@ void AtomicFile::createHidden()
             }
             fail(errno);
         }
-        // Between the two calls another process may have taken the file for an abandoned one.
-        retried([&] { return ::flock(file.get(), LOCK_EX); });
+        // Another process may have deleted the file as abandoned before it was locked.
+        retryOnInterrupt([&] { return ::flock(file.get(), LOCK_EX); });
         struct stat status { };
         if (::fstat(file.get(), &status) == 0 && status.st_nlink == 0) {
             continue;
@@ -93,15 +93,15 @@ void AtomicFile::createHidden()
     }
 }
 
-void AtomicFile::sweepAbandoned() const
+void AtomicFile::deleteAbandonedFiles() const
 {
-    const auto reader = ::openat(m_folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (reader < 0) {
+    const auto fd = ::openat(m_folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) {
         return;
     }
-    const std::unique_ptr<DIR, CloseFolder> folder(::fdopendir(reader));
+    const std::unique_ptr<DIR, CloseDir> folder(::fdopendir(fd));
     if (!folder) {
-        ::close(reader);
+        ::close(fd);
         return;
     }
     while (const auto* entry = ::readdir(folder.get())) {
@@ -119,7 +119,7 @@ void AtomicFile::sweepAbandoned() const
 void AtomicFile::write(std::span<const std::byte> bytes)
 {
     while (!bytes.empty()) {
-        const auto written = retried([&] { return ::write(m_file.get(), bytes.data(), bytes.size()); });
+        const auto written = retryOnInterrupt([&] { return ::write(m_file.get(), bytes.data(), bytes.size()); });
         if (written < 0) {
             fail(errno);
         }
@@ -127,16 +127,16 @@ void AtomicFile::write(std::span<const std::byte> bytes)
         m_position += written;
         m_size = std::max(m_size, m_position);
     }
-    if (m_size - m_started >= StartEvery) {
-        // Only a hint; what goes wrong shows in flush.
-        ::sync_file_range(m_file.get(), m_started, m_size - m_started, SYNC_FILE_RANGE_WRITE);
-        m_started = m_size;
+    if (m_size - m_writebackPosition >= WritebackStep) {
+        // Only a hint. Errors are reported by flush.
+        ::sync_file_range(m_file.get(), m_writebackPosition, m_size - m_writebackPosition, SYNC_FILE_RANGE_WRITE);
+        m_writebackPosition = m_size;
     }
 }
 
 void AtomicFile::seek(std::int64_t position)
 {
-    if (retried([&] { return ::lseek(m_file.get(), position, SEEK_SET); }) < 0) {
+    if (retryOnInterrupt([&] { return ::lseek(m_file.get(), position, SEEK_SET); }) < 0) {
         fail(errno);
     }
     m_position = position;
@@ -144,20 +144,20 @@ void AtomicFile::seek(std::int64_t position)
 
 void AtomicFile::flush()
 {
-    // Some file systems have no such call; then the data is as safe there as it gets.
-    if (retried([&] { return ::fdatasync(m_file.get()); }) < 0 && errno != EINVAL && errno != EROFS) {
+    // Some file systems do not support fdatasync; nothing more can be done there.
+    if (retryOnInterrupt([&] { return ::fdatasync(m_file.get()); }) < 0 && errno != EINVAL && errno != EROFS) {
         fail(errno);
     }
 }
 
 bool AtomicFile::tryPublish(const QString& name)
 {
-    const auto reason = renameToFreeName(m_folder.get(), m_hiddenName.constData(), QFile::encodeName(name).constData());
-    if (reason == EEXIST) {
+    const auto error = renameToFreeName(m_folder.get(), m_hiddenName.constData(), QFile::encodeName(name).constData());
+    if (error == EEXIST) {
         return false;
     }
-    if (reason != 0) {
-        fail(reason);
+    if (error != 0) {
+        fail(error);
     }
     m_hiddenName.clear();
     return true;

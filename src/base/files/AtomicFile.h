@@ -10,13 +10,13 @@
 
 namespace quelto {
 
-/// A file that appears under its name only when it is whole. Until then it has a hidden name in the same folder, and it
-/// is gone if it never gets its own.
+/// A file that appears under its final name only when it is complete. Until then it has a hidden temporary name in the
+/// same folder. An unpublished file is deleted by the destructor.
 ///
-/// A process that is killed leaves its hidden file behind; the next one made in that folder clears it away. A hidden
-/// file whose process lives is known by its lock.
+/// A process that is killed leaves its hidden file behind; the next AtomicFile in that folder deletes it. A file lock
+/// marks the hidden files of running processes.
 ///
-/// Errors: std::system_error with the system's own code.
+/// Errors: std::system_error with the system's error code.
 class AtomicFile {
 public:
     /// The folder must exist.
@@ -25,50 +25,50 @@ public:
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
 
-    /// At the current position, which then lies behind what was written.
+    /// Writes at the current position and advances it.
     void write(std::span<const std::byte> bytes);
     void seek(std::int64_t position);
     std::int64_t size() const noexcept { return m_size; }
 
-    /// Waits until the disk has everything. An error that the system held back comes out here.
+    /// Waits until all data is on the disk. Reports write errors that the system deferred.
     void flush();
-    /// Gives the file its name, never over another one: false if the name is taken. Call flush first.
+    /// Renames the file to its final name. Returns false if the name is taken; never replaces a file. Call flush first.
     bool tryPublish(const QString& name);
 
 private:
     class Descriptor {
     public:
-        explicit Descriptor(int number = -1) noexcept
-            : m_number(number)
+        explicit Descriptor(int fd = -1) noexcept
+            : m_fd(fd)
         {
         }
         ~Descriptor();
         Descriptor(Descriptor&& other) noexcept
-            : m_number(std::exchange(other.m_number, -1))
+            : m_fd(std::exchange(other.m_fd, -1))
         {
         }
         Descriptor& operator=(Descriptor&& other) noexcept
         {
-            std::swap(m_number, other.m_number);
+            std::swap(m_fd, other.m_fd);
             return *this;
         }
-        int get() const noexcept { return m_number; }
+        int get() const noexcept { return m_fd; }
 
     private:
-        int m_number;
+        int m_fd;
     };
 
-    void createHidden();
-    void sweepAbandoned() const;
+    void createHiddenFile();
+    void deleteAbandonedFiles() const;
 
     Descriptor m_folder;
     Descriptor m_file;
-    /// Empty once the file has its own name.
+    /// Empty once the file is published.
     QByteArray m_hiddenName;
     std::int64_t m_position = 0;
     std::int64_t m_size = 0;
-    /// Up to here the system was asked to begin writing to the disk.
-    std::int64_t m_started = 0;
+    /// The system was asked to start writeback up to this position.
+    std::int64_t m_writebackPosition = 0;
 };
 
 } // namespace quelto

@@ -10,26 +10,26 @@ namespace {
 
 qint64 nanoseconds(const struct statx_timestamp& time)
 {
-    constexpr qint64 InASecond = 1'000'000'000;
-    // What a broken file system tells beyond the years 1678 to 2261 is cut to them.
-    constexpr qint64 MostSeconds = std::numeric_limits<qint64>::max() / InASecond - 1;
-    return std::clamp<qint64>(time.tv_sec, -MostSeconds, MostSeconds) * InASecond + time.tv_nsec;
+    constexpr qint64 NanosecondsPerSecond = 1'000'000'000;
+    // Times of a broken file system outside the years 1678 to 2261 are clamped.
+    constexpr qint64 MaxSeconds = std::numeric_limits<qint64>::max() / NanosecondsPerSecond - 1;
+    return std::clamp<qint64>(time.tv_sec, -MaxSeconds, MaxSeconds) * NanosecondsPerSecond + time.tv_nsec;
 }
 
 } // namespace
 
-std::optional<FileStat> factsOf(int folder, const char* name) noexcept
+std::optional<FileStat> tryFileStat(int folder, const char* name) noexcept
 {
-    struct statx found = {};
-    if (::statx(folder, name, 0, STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_BTIME, &found) != 0) {
+    struct statx status = {};
+    if (::statx(folder, name, 0, STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_BTIME, &status) != 0) {
         return std::nullopt;
     }
-    const qint64 changed = nanoseconds(found.stx_mtime);
-    // Some file systems that store no birth give the year 1970 for it.
-    const bool hasBirth = (found.stx_mask & STATX_BTIME) != 0 && found.stx_btime.tv_sec > 0;
-    return FileStat{.madeAt = hasBirth ? std::min(nanoseconds(found.stx_btime), changed) : changed,
-                    .size = static_cast<qint64>(found.stx_size),
-                    .isFile = S_ISREG(found.stx_mode)};
+    const qint64 modified = nanoseconds(status.stx_mtime);
+    // Some file systems without birth times report 1970.
+    const bool hasBirthTime = (status.stx_mask & STATX_BTIME) != 0 && status.stx_btime.tv_sec > 0;
+    return FileStat{.createdAt = hasBirthTime ? std::min(nanoseconds(status.stx_btime), modified) : modified,
+                    .size = static_cast<qint64>(status.stx_size),
+                    .isFile = S_ISREG(status.stx_mode)};
 }
 
 } // namespace quelto

@@ -7,19 +7,20 @@
 
 namespace quelto {
 
-/// What a list of files needs to know of each, in one look.
+/// File metadata from a single statx call.
 struct FileStat {
-    /// The earlier of the times of birth and of the last change, since a copy on another disk is born anew; not every
-    /// file system knows a birth. Units: nanoseconds since 1970.
-    qint64 madeAt = 0;
+    /// The earlier of birth time and modification time: a copy on another disk gets a new birth time but keeps its
+    /// modification time. Modification time alone where the file system stores no birth time.
+    /// Units: nanoseconds since 1970.
+    qint64 createdAt = 0;
     /// Units: bytes.
     qint64 size = 0;
-    /// Not a folder, a pipe or the like.
+    /// False for folders, pipes and other special files.
     bool isFile = false;
 };
 
-/// Of what a link leads to. A relative name is below the folder, an open descriptor or AT_FDCWD. On nothing, errno
-/// tells why.
-std::optional<FileStat> factsOf(int folder, const char* name) noexcept;
+/// Follows symbolic links. A relative name is resolved against the folder, an open descriptor or AT_FDCWD. Sets errno
+/// when it returns nothing.
+std::optional<FileStat> tryFileStat(int folder, const char* name) noexcept;
 
 } // namespace quelto

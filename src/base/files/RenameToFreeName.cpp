@@ -24,18 +24,18 @@ int renameToFreeName(int folder, const char* from, const char* to) noexcept
     if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS && errno != EMLINK) {
         return errno;
     }
-    // No links either: an empty file takes the name, and only who made it may put the clip in its place.
-    const auto claim = ::openat(folder, to, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (claim < 0) {
+    // No hard links either. An exclusively created empty file reserves the name; only its creator replaces it.
+    const auto placeholder = ::openat(folder, to, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (placeholder < 0) {
         return errno;
     }
-    ::close(claim);
+    ::close(placeholder);
     if (::renameat(folder, from, folder, to) == 0) {
         return 0;
     }
-    const auto reason = errno;
+    const auto error = errno;
     ::unlinkat(folder, to, 0);
-    return reason;
+    return error;
 }
 
 } // namespace quelto

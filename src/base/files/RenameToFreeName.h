@@ -3,8 +3,9 @@
 
 namespace quelto {
 
-/// A rename that fails with EEXIST instead of replacing a file, in every file system: not all of them know how to.
-/// Relative names are below the folder, an open descriptor or AT_FDCWD. Gives an error number, 0 if all went well.
+/// Renames a file and fails with EEXIST instead of replacing one, also on file systems without an atomic
+/// no-replace rename. Relative names are resolved against the folder, an open descriptor or AT_FDCWD. Returns an errno
+/// value, 0 on success.
 int renameToFreeName(int folder, const char* from, const char* to) noexcept;
 
 } // namespace quelto

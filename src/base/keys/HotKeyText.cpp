@@ -11,7 +11,7 @@ struct ModifierRow {
     const char* symbol;
 };
 
-// In the order in which they are shown.
+// In display order.
 constexpr std::array Modifiers{
     ModifierRow{modifierBits::control, Qt::ControlModifier, "⌃"},
     ModifierRow{modifierBits::option, Qt::AltModifier, "⌥"},
@@ -47,13 +47,13 @@ template <typename Rows> const KeyRow* tryFind(const Rows& rows, std::uint32_t k
 
 QString hotKeyDisplay(std::uint32_t modifiers, const QString& keyName)
 {
-    QString shown;
+    QString text;
     for (const auto& row : Modifiers) {
         if ((modifiers & row.bit) != 0) {
-            shown += QString::fromUtf8(row.symbol);
+            text += QString::fromUtf8(row.symbol);
         }
     }
-    return shown + keyName;
+    return text + keyName;
 }
 
 std::optional<QString> specialKeyName(std::uint32_t keyCode)

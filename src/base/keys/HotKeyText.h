@@ -16,20 +16,20 @@ constexpr std::uint32_t option = 2048;
 constexpr std::uint32_t control = 4096;
 } // namespace modifierBits
 
-/// A shortcut as the user reads it: control, option, shift and command, in this order, then the key's name.
+/// A shortcut as shown to the user: the symbols of control, option, shift and command, in this order, then the key
+/// name.
 QString hotKeyDisplay(std::uint32_t modifiers, const QString& keyName);
 
-/// The name of a key that has the same one on every keyboard layout; nothing for the others.
+/// The name of a key whose name does not depend on the keyboard layout; nothing for other keys.
 std::optional<QString> specialKeyName(std::uint32_t keyCode);
 
 /// True for F1 to F19.
 bool isFunctionKey(std::uint32_t keyCode);
 
-/// What to show for a pressed key: its special name, else the characters that it types without modifiers in upper case,
-/// else "?".
+/// The name of a key: its special name, else the upper-case characters that it types without modifiers, else "?".
 QString hotKeyName(std::uint32_t keyCode, const QString& charactersIgnoringModifiers);
 
-/// The stored bits of Qt's modifiers: Meta is command, Alt is option. Keypad and group switch add nothing.
+/// Converts Qt's modifiers to the stored bits: Meta is command, Alt is option. Keypad and group switch are ignored.
 std::uint32_t storedModifiers(Qt::KeyboardModifiers modifiers);
 
 } // namespace quelto

@@ -9,25 +9,25 @@
 
 namespace quelto {
 
-/// One key of the keyboard by its place, whatever the layout prints on it.
+/// The physical position of a key, independent of the keyboard layout.
 struct KeyPosition {
-    /// The stored form: 8 is the place of C on an ANSI keyboard, in every layout.
+    /// The stored key code: 8 is the position of C on an ANSI keyboard, in every layout.
     std::uint32_t code = 0;
-    /// The name that keyboard descriptions (XKB) give the place, such as "AB03".
+    /// The XKB key name of the position, such as "AB03".
     const char* xkbName = nullptr;
-    /// The kernel's code of the place (evdev); an X key code is this plus 8 on all present servers.
+    /// The kernel's evdev code of the position. An X key code is this plus 8 on all current servers.
     std::uint32_t scanCode = 0;
 };
 
-/// All places with a stored code. Two places may share one: what a PC keyboard has in place of F13 to F15 (Print,
-/// Scroll Lock, Pause) counts as these.
+/// All positions with a stored code. Two positions may share a code: Print, Scroll Lock and Pause of a PC keyboard
+/// count as F13 to F15.
 std::span<const KeyPosition> keyPositions() noexcept;
 
-/// The stored code for a pressed key, or nothing for a key that has none, such as a modifier.
+/// The stored code of a pressed key; nothing for a key without a code, such as a modifier.
 std::optional<std::uint32_t> keyCodeForScanCode(std::uint32_t scanCode) noexcept;
 std::optional<std::uint32_t> keyCodeForXkbName(std::string_view xkbName) noexcept;
 
-/// The places of a stored code; empty for a code that no keyboard has.
+/// The positions of a stored code; empty for a code that no keyboard has.
 std::vector<KeyPosition> positionsOfKeyCode(std::uint32_t code);
 
 } // namespace quelto

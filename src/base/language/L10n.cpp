@@ -16,7 +16,7 @@ namespace quelto {
 
 namespace {
 
-std::atomic<Language> inForce{Language::tr};
+std::atomic<Language> currentLanguage{Language::tr};
 
 icu::UnicodeString unicode(const QString& text)
 {
@@ -33,15 +33,15 @@ icu::Locale icuLocale(Language language)
     return icu::Locale::createFromName(localeIdOf(language).toLatin1().constData());
 }
 
-/// Nothing where ICU's data is not there. Looking up a pattern takes long beside writing a date by it.
+/// Null if ICU's data is not installed. Cached: finding the pattern takes much longer than formatting a date.
 std::shared_ptr<const icu::DateFormat> dateFormat(const QString& dateTemplate)
 {
     using Formats = std::map<std::pair<Language, QString>, std::shared_ptr<const icu::DateFormat>>;
     static std::mutex lock;
-    static Formats known;
+    static Formats cache;
     const std::lock_guard guard(lock);
     const Language language = L10n::current();
-    auto& format = known[{language, dateTemplate}];
+    auto& format = cache[{language, dateTemplate}];
     if (!format) {
         const auto locale = icuLocale(language);
         UErrorCode error = U_ZERO_ERROR;
@@ -50,10 +50,10 @@ std::shared_ptr<const icu::DateFormat> dateFormat(const QString& dateTemplate)
         if (U_FAILURE(error) != 0) {
             return nullptr;
         }
-        const auto made = std::make_shared<icu::SimpleDateFormat>(
+        const auto created = std::make_shared<icu::SimpleDateFormat>(
             patterns->getBestPattern(unicode(dateTemplate), error), locale, error);
-        made->setTimeZone(*icu::TimeZone::getGMT());
-        format = made;
+        created->setTimeZone(*icu::TimeZone::getGMT());
+        format = created;
     }
     return format;
 }
@@ -61,8 +61,7 @@ std::shared_ptr<const icu::DateFormat> dateFormat(const QString& dateTemplate)
 struct SizeUnit {
     icu::MeasureUnit (*unit)();
     double bytes;
-    /// How many stand behind the point at most.
-    int digits;
+    int maxDecimals;
 };
 
 const std::array SizeUnits{
@@ -70,12 +69,12 @@ const std::array SizeUnits{
     SizeUnit{icu::MeasureUnit::getMegabyte, 1e6, 1},  SizeUnit{icu::MeasureUnit::getGigabyte, 1e9, 2},
     SizeUnit{icu::MeasureUnit::getTerabyte, 1e12, 2},
 };
-constexpr double InTheNextUnit = 1000;
+constexpr double NextUnitThreshold = 1000;
 
-/// In the unit, rounded to its digits.
-double shownIn(const SizeUnit& unit, qint64 bytes)
+/// The size in the unit, rounded to its decimals.
+double roundedSize(const SizeUnit& unit, qint64 bytes)
 {
-    const double shift = std::pow(10, unit.digits);
+    const double shift = std::pow(10, unit.maxDecimals);
     return std::round(static_cast<double>(bytes) / unit.bytes * shift) / shift;
 }
 
@@ -83,12 +82,12 @@ double shownIn(const SizeUnit& unit, qint64 bytes)
 
 void L10n::use(const QString& setting)
 {
-    inForce = languageFor(setting, preferredLanguages());
+    currentLanguage = languageFor(setting, preferredLanguages());
 }
 
 Language L10n::current()
 {
-    return inForce;
+    return currentLanguage;
 }
 
 QLocale L10n::locale()
@@ -100,31 +99,31 @@ QString L10n::date(const QDateTime& date, const QString& dateTemplate)
 {
     const auto format = dateFormat(dateTemplate);
     if (format == nullptr) {
-        // ICU's data is not there; a plain date is better than none.
+        // Without ICU's data, Qt's short format is the fallback.
         return QLocale(localeIdOf(current())).toString(date, QLocale::ShortFormat);
     }
-    // ICU would stay in the time zone that the program was started in.
+    // ICU keeps using the time zone at program start, so the local time is formatted as if it were UTC.
     const auto local = date.toLocalTime();
-    const auto asIfInGreenwich = local.toMSecsSinceEpoch() + local.offsetFromUtc() * qint64(1000);
+    const auto localAsUtc = local.toMSecsSinceEpoch() + local.offsetFromUtc() * qint64(1000);
     icu::UnicodeString result;
-    return fromUnicode(format->format(static_cast<UDate>(asIfInGreenwich), result));
+    return fromUnicode(format->format(static_cast<UDate>(localAsUtc), result));
 }
 
 QString L10n::fileSize(qint64 bytes)
 {
     const auto* unit = SizeUnits.begin();
-    // By what is shown, so that 999,960 bytes are "1 MB" and not "1000 kB".
-    while (std::next(unit) != SizeUnits.end() && shownIn(*unit, bytes) >= InTheNextUnit) {
+    // Compares the rounded size, so that 999,960 bytes are "1 MB" and not "1000 kB".
+    while (std::next(unit) != SizeUnits.end() && roundedSize(*unit, bytes) >= NextUnitThreshold) {
         ++unit;
     }
     UErrorCode error = U_ZERO_ERROR;
     const auto text = icu::number::NumberFormatter::withLocale(icuLocale(current()))
                           .unit(unit->unit())
                           .unitWidth(unit == SizeUnits.begin() ? UNUM_UNIT_WIDTH_FULL_NAME : UNUM_UNIT_WIDTH_SHORT)
-                          .precision(icu::number::Precision::maxFraction(unit->digits))
-                          .formatDouble(shownIn(*unit, bytes), error)
+                          .precision(icu::number::Precision::maxFraction(unit->maxDecimals))
+                          .formatDouble(roundedSize(*unit, bytes), error)
                           .toString(error);
-    return U_FAILURE(error) != 0 ? locale().formattedDataSize(bytes, unit->digits, QLocale::DataSizeSIFormat)
+    return U_FAILURE(error) != 0 ? locale().formattedDataSize(bytes, unit->maxDecimals, QLocale::DataSizeSIFormat)
                                  : fromUnicode(text);
 }
 

@@ -9,23 +9,23 @@
 
 namespace quelto {
 
-/// The language now in force, and what beside the texts depends on it. Until a setting is told it is Turkish, the
-/// language of the keys.
+/// The current language, and formatting that depends on it. Turkish, the language of the translation keys, until use()
+/// is called.
 ///
 /// Thread: any.
 class L10n {
 public:
-    /// What the settings hold: a language's raw value, or anything else for the system's.
+    /// Sets the language from the setting: a language's raw value, or anything else for the system language.
     static void use(const QString& setting);
 
     static Language current();
     static QLocale locale();
-    /// The date in the words and the order of the language. The template tells which parts are wanted, in the letters
-    /// of Unicode's date patterns ("dMMMyyyyHHmm"); their order in it means nothing. Local time.
+    /// Formats a date in local time with the words and field order of the language. The template lists the fields in
+    /// the letters of Unicode date patterns ("dMMMyyyyHHmm"); their order does not matter.
     static QString date(const QDateTime& date, const QString& dateTemplate);
-    /// A file's size in decimal units, as exact as one cares to know: "312 kB", "12,4 MB", "1,25 GB". Units: bytes.
+    /// Formats a file size in decimal units with at most two decimals: "312 kB", "12,4 MB", "1,25 GB". Units: bytes.
     static QString fileSize(qint64 bytes);
-    /// In capitals as the language writes them: Turkish has two kinds of i.
+    /// Converts to upper case by the rules of the language: Turkish distinguishes dotted and dotless i.
     static QString upperCased(const QString& text);
 };
 

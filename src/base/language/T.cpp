@@ -8,7 +8,7 @@ namespace quelto {
 
 namespace {
 
-std::optional<QString> textIn(const Translations::Table& table, const char* key, Language language)
+std::optional<QString> tryTranslation(const Translations::Table& table, const char* key, Language language)
 {
     const auto row = table.constFind(QByteArray::fromRawData(key, static_cast<qsizetype>(qstrlen(key))));
     if (row == table.constEnd()) {
@@ -18,9 +18,9 @@ std::optional<QString> textIn(const Translations::Table& table, const char* key,
     return text == row->constEnd() ? std::nullopt : std::optional(*text);
 }
 
-QString filled(QString text, const QStringList& arguments)
+QString withArguments(QString text, const QStringList& arguments)
 {
-    // One argument after the other, each on the result of the one before: a text put in for {0} may itself hold {1}.
+    // In sequence, each on the previous result: the replacement of {0} may itself contain {1}.
     int index = 0;
     for (const auto& argument : arguments) {
         text.replace(u'{' + QString::number(index++) + u'}', argument);
@@ -33,14 +33,14 @@ QString filled(QString text, const QStringList& arguments)
 QString translated(const char* key, const QStringList& arguments)
 {
     const auto language = L10n::current();
-    const auto text = language == Language::tr ? std::nullopt : textIn(Translations::table(), key, language);
-    return filled(text ? *text : QString::fromUtf8(key), arguments);
+    const auto text = language == Language::tr ? std::nullopt : tryTranslation(Translations::table(), key, language);
+    return withArguments(text ? *text : QString::fromUtf8(key), arguments);
 }
 
 QString translatedForDesktop(const char* key, const QStringList& arguments)
 {
-    const auto text = textIn(Translations::desktopTable(), key, L10n::current());
-    return text ? filled(*text, arguments) : translated(key, arguments);
+    const auto text = tryTranslation(Translations::desktopTable(), key, L10n::current());
+    return text ? withArguments(*text, arguments) : translated(key, arguments);
 }
 
 } // namespace quelto

@@ -6,9 +6,9 @@
 
 namespace quelto {
 
-/// T for a caller that has its arguments in a list.
+/// T with the arguments in a list.
 QString translated(const char* key, const QStringList& arguments);
-/// TOnDesktop for a caller that has its arguments in a list.
+/// TOnDesktop with the arguments in a list.
 QString translatedForDesktop(const char* key, const QStringList& arguments);
 
 namespace detail {
@@ -26,9 +26,9 @@ inline QString argumentText(int number)
 }
 } // namespace detail
 
-/// The text for the user in the chosen language. The key is the Turkish text itself, in UTF-8; a key that no table
-/// knows shows as it stands. {0}, {1}, {2} are filled from the arguments, one after the other; numbers appear without
-/// grouping. A placeholder without an argument stays, an argument without a placeholder has no effect.
+/// The text in the current language. The key is the Turkish text itself, in UTF-8; a key without a translation is
+/// returned unchanged. The arguments replace {0}, {1}, {2} in this order; numbers have no group separators. A
+/// placeholder without an argument stays; an argument without a placeholder is ignored.
 ///
 /// Thread: any.
 template <typename... Arguments> QString T(const char* key, const Arguments&... arguments)
@@ -36,8 +36,8 @@ template <typename... Arguments> QString T(const char* key, const Arguments&... 
     return translated(key, {detail::argumentText(arguments)...});
 }
 
-/// The same for a text that speaks of the platform's own places and keys: it reads as this desktop calls them, where it
-/// has a word of its own for them, and as T otherwise.
+/// T for a text that names places and keys of the platform: uses the Linux desktop's wording where the table has one,
+/// and T otherwise.
 template <typename... Arguments> QString TOnDesktop(const char* key, const Arguments&... arguments)
 {
     return translatedForDesktop(key, {detail::argumentText(arguments)...});

@@ -12,7 +12,7 @@ namespace {
 constexpr auto AllButTurkish = std::span(AllLanguages).subspan(1);
 std::atomic<bool> isBuilt{false};
 
-QByteArray resource(const QString& name)
+QByteArray readResource(const QString& name)
 {
     QFile file(QStringLiteral(":/language/") + name);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -20,7 +20,7 @@ QByteArray resource(const QString& name)
 
 } // namespace
 
-Translations::Table parsedTranslations(const QByteArray& source, std::span<const Language> columns)
+Translations::Table parseTranslations(const QByteArray& source, std::span<const Language> columns)
 {
     Translations::Table table;
     for (const auto& row : source.split('\n')) {
@@ -41,14 +41,14 @@ const Translations::Table& Translations::table()
 {
     static const auto table = [] {
         isBuilt = true;
-        return parsedTranslations(resource(QStringLiteral("translations.tsv")), AllButTurkish);
+        return parseTranslations(readResource(QStringLiteral("translations.tsv")), AllButTurkish);
     }();
     return table;
 }
 
 const Translations::Table& Translations::desktopTable()
 {
-    static const auto table = parsedTranslations(resource(QStringLiteral("desktop.tsv")), AllLanguages);
+    static const auto table = parseTranslations(readResource(QStringLiteral("desktop.tsv")), AllLanguages);
     return table;
 }
 

@@ -8,25 +8,26 @@
 
 namespace quelto {
 
-/// What a key reads in other languages. A key is the Turkish text, in UTF-8.
+/// The translation tables. A key is the Turkish text, in UTF-8.
 class Translations {
 public:
     using Texts = QHash<Language, QString>;
     using Table = QHash<QByteArray, Texts>;
 
-    /// All texts of the program: every language but Turkish, whose texts are the keys.
+    /// All texts of the program in every language but Turkish, whose texts are the keys.
     ///
-    /// Parsed at the first call. Thread: any.
+    /// Parsed by the first call. Thread: any.
     static const Table& table();
-    /// Wordings of this desktop, for the few texts that speak of the platform's own places and keys: every language,
-    /// Turkish too.
+    /// The Linux desktop's wording of the few texts that name places and keys of the platform, in every language
+    /// including Turkish.
     static const Table& desktopTable();
-    /// Whether table() was ever called.
+    /// Whether table() has been called. For tests.
     static bool isTableBuilt();
 };
 
-/// A table from its source: rows separated by line feeds, columns by tabs, the key first, the languages in that order
-/// behind it. A row with another number of columns is skipped; a later row replaces an earlier one of the same key.
-Translations::Table parsedTranslations(const QByteArray& source, std::span<const Language> columns);
+/// Parses a table: rows end with line feeds, columns are separated by tabs, the key comes first, then the languages in
+/// the given order. Rows with another number of columns are skipped; a later row replaces an earlier one of the same
+/// key.
+Translations::Table parseTranslations(const QByteArray& source, std::span<const Language> columns);
 
 } // namespace quelto

@@ -13,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int NiceValue = 10;
-constexpr auto Grace = 500ms;
+constexpr auto ShutdownTimeout = 500ms;
 
 } // namespace
 
@@ -22,7 +22,7 @@ struct BackgroundThreads::State {
     std::condition_variable changed;
     std::deque<Task> tasks;
     bool isEnding = false;
-    std::size_t ended = 0;
+    std::size_t endedThreads = 0;
 
     void run()
     {
@@ -36,11 +36,11 @@ struct BackgroundThreads::State {
             tasks.pop_front();
             guard.unlock();
             task();
-            // What the task holds must go before the lock is taken: its destructors may post.
+            // Destroy the task's captures before locking: their destructors may post.
             task = nullptr;
             guard.lock();
         }
-        ++ended;
+        ++endedThreads;
         changed.notify_all();
     }
 };
@@ -51,7 +51,7 @@ BackgroundThreads::BackgroundThreads(const QString& name, int count)
     for (int i = 0; i < count; ++i) {
         m_threads.emplace_back([state = m_state, name = name.toUtf8().left(15)] {
             pthread_setname_np(pthread_self(), name.constData());
-            // On Linux a nice value belongs to the thread, and the threads that it starts inherit it.
+            // On Linux the nice value is per thread, and child threads inherit it.
             setpriority(PRIO_PROCESS, 0, NiceValue);
             state->run();
         });
@@ -65,11 +65,11 @@ BackgroundThreads::~BackgroundThreads()
     m_state->isEnding = true;
     dropped.swap(m_state->tasks);
     m_state->changed.notify_all();
-    const bool haveEnded =
-        m_state->changed.wait_for(guard, Grace, [this] { return m_state->ended == m_threads.size(); });
+    const bool allEnded =
+        m_state->changed.wait_for(guard, ShutdownTimeout, [this] { return m_state->endedThreads == m_threads.size(); });
     guard.unlock();
     for (auto& thread : m_threads) {
-        haveEnded ? thread.join() : thread.detach();
+        allEnded ? thread.join() : thread.detach();
     }
 }
 

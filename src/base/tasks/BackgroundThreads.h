@@ -7,17 +7,16 @@
 
 namespace quelto {
 
-/// A few threads for work that nobody waits for, such as reading files that may lie on another machine's disk. They
-/// give way to everything else that wants the processor. Tasks begin in the order of their posting; as many run side by
-/// side as there are threads.
+/// A few low-priority threads for background work, such as reading files that may be on a network file system. Tasks
+/// start in the order in which they are posted; one runs on each thread at a time.
 ///
-/// Destruction drops the tasks that have not begun and waits a moment for the running ones. A thread that the system
-/// does not let go of is left behind: so a task must own what it refers to.
+/// Destruction drops the tasks that have not started and waits up to 500 ms for the running ones. A thread that is
+/// still blocked after that is detached, so a task must own everything it uses.
 ///
-/// Errors: a task must not throw; what escapes ends the program.
+/// Errors: a task must not throw; an exception ends the program.
 class BackgroundThreads {
 public:
-    /// The name shows in debuggers and "top"; the kernel keeps its first 15 bytes.
+    /// The name appears in debuggers and "top"; the kernel keeps its first 15 bytes.
     BackgroundThreads(const QString& name, int count);
     ~BackgroundThreads();
     BackgroundThreads(const BackgroundThreads&) = delete;

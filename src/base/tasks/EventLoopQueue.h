@@ -7,14 +7,14 @@
 
 namespace quelto {
 
-/// A named thread with an event loop, for work that sockets and timers drive: objects that a task creates live there
-/// and get their events there.
+/// A named thread with an event loop, for work that is driven by sockets and timers. Objects that a task creates live
+/// on that thread and receive their events there.
 ///
-/// Destruction waits for the running task and drops the tasks that have not begun. Objects that live on the queue must
-/// have been deleted before, by a task.
+/// Destruction waits for the running task and drops the tasks that have not started. Delete the objects that live on
+/// the queue before, from a task.
 class EventLoopQueue final : public TaskQueue {
 public:
-    /// The name shows in debuggers and "top"; the kernel keeps its first 15 bytes.
+    /// The name appears in debuggers and "top"; the kernel keeps its first 15 bytes.
     explicit EventLoopQueue(const QString& name);
     ~EventLoopQueue() override;
     EventLoopQueue(const EventLoopQueue&) = delete;
@@ -23,7 +23,7 @@ public:
     void post(Task task) override;
     void postAfter(HostDuration delay, Task task) override;
 
-    /// Runs the task behind what is queued and waits for its end. Never from the queue itself.
+    /// Runs the task after the queued ones and waits until it ends. Must not be called from the queue itself.
     void sync(const Task& task);
 
     bool isCurrent() const noexcept;

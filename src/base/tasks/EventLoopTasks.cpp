@@ -16,7 +16,7 @@ void EventLoopTasks::post(Task task)
 
 void EventLoopTasks::postAfter(HostDuration delay, Task task)
 {
-    // A timer belongs to the thread that starts it, so a call from elsewhere travels there first.
+    // A timer belongs to the thread that starts it, so it is started from a task on that thread.
     post([this, delay, task = std::move(task)]() mutable {
         QTimer::singleShot(std::chrono::ceil<std::chrono::milliseconds>(delay), Qt::PreciseTimer, this,
                            std::move(task));
@@ -31,7 +31,7 @@ void EventLoopTasks::runNext()
         task = std::move(m_tasks.front());
         m_tasks.pop_front();
     }
-    // It may delete this object.
+    // The task may delete this object.
     task();
 }
 

@@ -9,10 +9,11 @@
 
 namespace quelto {
 
-/// Tasks that the event loop of this object's thread runs, one an event. Left-over tasks are dropped with the object.
+/// A queue of tasks that the event loop of this object's thread runs, one per event. Destruction drops the remaining
+/// tasks.
 ///
-/// They lie under a lock of our own, and the event carries nothing: how a task gets from thread to thread can then be
-/// seen by tools that cannot look into Qt.
+/// The tasks are kept under our own lock and the event carries no data, so that a thread sanitizer without an
+/// instrumented Qt sees the hand-over between threads.
 class EventLoopTasks final : public QObject {
     Q_OBJECT
 

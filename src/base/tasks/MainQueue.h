@@ -5,7 +5,7 @@
 
 namespace quelto {
 
-/// The main thread's event loop as a queue. Create it on the main thread; tasks left over at its end are dropped.
+/// The main thread's event loop as a queue. Create it on the main thread. Destruction drops the remaining tasks.
 class MainQueue final : public TaskQueue {
 public:
     void post(Task task) override;

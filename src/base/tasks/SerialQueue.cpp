@@ -12,11 +12,11 @@ namespace quelto {
 struct SerialQueue::State {
     std::mutex lock;
     std::condition_variable changed;
-    // Ordered by due time; a multimap keeps tasks of one due time in the order of their arrival.
+    // Ordered by due time; tasks with the same due time keep their insertion order.
     std::multimap<std::chrono::steady_clock::time_point, Task> tasks;
     bool isEnding = false;
 
-    /// What has not begun, for destruction outside the lock.
+    /// Returns the tasks that have not started, to be destroyed outside the lock.
     auto end()
     {
         const std::scoped_lock guard(lock);
@@ -42,7 +42,7 @@ struct SerialQueue::State {
             tasks.erase(first);
             guard.unlock();
             task();
-            // What the task holds must go before the lock is taken: its destructors may post.
+            // Destroy the task's captures before locking: their destructors may post.
             task = nullptr;
             guard.lock();
         }
@@ -54,7 +54,7 @@ SerialQueue::SerialQueue(const QString& name, QueuePriority priority)
     , m_thread([state = m_state, name = name.toUtf8().left(15), priority] {
         pthread_setname_np(pthread_self(), name.constData());
         if (priority == QueuePriority::userInteractive) {
-            // On Linux a nice value belongs to the thread. Ordinary users are mostly refused, which costs nothing.
+            // On Linux the nice value is per thread. Ordinary users usually lack the permission; failure is ignored.
             setpriority(PRIO_PROCESS, 0, -10);
         }
         state->run();
@@ -72,7 +72,7 @@ SerialQueue::~SerialQueue()
 
 void SerialQueue::post(Task task)
 {
-    // A task without a delay is due at the time of its posting, so it takes its turn among those that were delayed.
+    // Due at the time of posting, which orders the task correctly among delayed ones.
     postAfter(HostDuration::zero(), std::move(task));
 }
 
@@ -96,14 +96,14 @@ void SerialQueue::sync(const Task& task)
     done.get_future().wait();
 }
 
-void SerialQueue::finish(HostDuration deadline)
+void SerialQueue::finish(HostDuration timeout)
 {
     const auto finished = std::make_shared<std::promise<void>>();
     post([finished, state = m_state] {
         state->end();
         finished->set_value();
     });
-    if (finished->get_future().wait_for(deadline) == std::future_status::ready) {
+    if (finished->get_future().wait_for(timeout) == std::future_status::ready) {
         m_thread.join();
     } else {
         m_state->end();

@@ -8,19 +8,19 @@
 namespace quelto {
 
 enum class QueuePriority {
-    /// Frames wait for it: the scheduler is asked to prefer it where it lets an ordinary user ask.
+    /// For work that frames wait for. Requests a higher scheduling priority, where the user is allowed to.
     userInteractive,
     userInitiated,
 };
 
 /// A named thread that runs one task after the other.
 ///
-/// Destruction waits for the running task and drops the tasks that have not begun, those with a delay among them.
-/// So whatever a task refers to must outlive the queue: declare the queue last. A queue for work on disks that may hang
-/// is finished before.
+/// Destruction waits for the running task and drops the tasks that have not started, including delayed ones. Everything
+/// that a task refers to must outlive the queue: declare the queue last. Call finish before destroying a queue whose
+/// tasks may block on a disk that does not respond.
 class SerialQueue final : public TaskQueue {
 public:
-    /// The name shows in debuggers and "top"; the kernel keeps its first 15 bytes.
+    /// The name appears in debuggers and "top"; the kernel keeps its first 15 bytes.
     explicit SerialQueue(const QString& name, QueuePriority priority = QueuePriority::userInitiated);
     ~SerialQueue() override;
     SerialQueue(const SerialQueue&) = delete;
@@ -29,14 +29,14 @@ public:
     void post(Task task) override;
     void postAfter(HostDuration delay, Task task) override;
 
-    /// Runs the task behind what is queued and waits for its end. Never from the queue itself: that would wait for
-    /// ever, and is an assertion in a debug build.
+    /// Runs the task after the queued ones and waits until it ends. Must not be called from the queue itself: that
+    /// would deadlock, and fails an assertion in a debug build.
     void sync(const Task& task);
 
-    /// Runs what was posted without a delay, drops the rest, and ends the queue: nothing that is posted behind it is
-    /// run. A disk that hangs is waited for no longer than that; what has not begun is dropped then too, and the thread
-    /// left behind with the task that runs: so tasks of such a queue must own what they refer to.
-    void finish(HostDuration deadline);
+    /// Runs the tasks that were posted without a delay, drops the delayed ones, and ends the queue. Tasks posted later
+    /// never run. After the timeout, drops the tasks that have not started and detaches the thread with its running
+    /// task, so tasks of such a queue must own everything they use.
+    void finish(HostDuration timeout);
 
     bool isCurrent() const noexcept;
 

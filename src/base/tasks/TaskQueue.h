@@ -9,17 +9,17 @@ namespace quelto {
 
 using Task = std::function<void()>;
 
-/// Where work runs, one task at a time, in the order in which it was posted.
+/// Runs tasks one at a time, in the order in which they were posted.
 ///
-/// Logic takes this interface, so that a test can hand in a queue that it drives by hand, with a clock of its own.
+/// Classes depend on this interface so that tests can pass a queue with a fake clock that they advance themselves.
 ///
-/// Thread: post and postAfter from any. Errors: a task must not throw; what escapes ends the program.
+/// Thread: any, for post and postAfter. Errors: a task must not throw; an exception ends the program.
 class TaskQueue {
 public:
     virtual ~TaskQueue() = default;
 
     virtual void post(Task task) = 0;
-    /// Runs the task once the delay is over, behind what is queued by then. Tasks due at the same time keep their
+    /// Runs the task after the delay, behind the tasks that are queued by then. Tasks due at the same time keep their
     /// order.
     virtual void postAfter(HostDuration delay, Task task) = 0;
 };

@@ -6,12 +6,12 @@
 
 namespace quelto {
 
-/// The one clock that every captured sample is stamped with: CLOCK_MONOTONIC.
+/// The clock of all presentation times: CLOCK_MONOTONIC.
 ///
-/// It is a clock of its own, and not std::chrono::steady_clock, so that a presentation time cannot be mixed up with
-/// another time point by accident. PipeWire's graph clock and the X server's machine run on the same hardware clock.
+/// A type of its own, not std::chrono::steady_clock, so that a presentation time cannot be confused with another time
+/// point. PipeWire's graph clock and a local X server run on the same hardware clock.
 ///
-/// Units: nanoseconds since the system's start.
+/// Units: nanoseconds since system start.
 struct HostClock {
     using rep = std::int64_t;
     using period = std::nano;
@@ -25,13 +25,13 @@ struct HostClock {
 using HostTime = HostClock::time_point;
 using HostDuration = HostClock::duration;
 
-/// The length in seconds, as the rules of trimming and mixing count it.
+/// The duration in seconds, the unit of the trimming and mixing rules.
 constexpr double inSeconds(HostDuration duration) noexcept
 {
     return std::chrono::duration<double>(duration).count();
 }
 
-/// The nearest representable length.
+/// The nearest representable duration.
 constexpr HostDuration fromSeconds(double seconds) noexcept
 {
     return std::chrono::round<HostDuration>(std::chrono::duration<double>(seconds));

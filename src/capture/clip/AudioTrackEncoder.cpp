@@ -36,7 +36,7 @@ AudioTrackEncoder::AudioTrackEncoder(AudioBuffers pcm, int bitsPerSecond, Mp4Tra
         m_frames += sample->frames;
     }
     m_packets.resize(
-        static_cast<std::size_t>(AacEncoder::packetsFor(m_frames, m_encoder.encoderDelay()) + SparePackets));
+        static_cast<std::size_t>(AacEncoder::packetCountFor(m_frames, m_encoder.encoderDelay()) + SparePackets));
     m_thread = std::jthread([this](const std::stop_token& stop) { encodeAll(stop); });
 }
 
@@ -97,7 +97,7 @@ void AudioTrackEncoder::encodeSound(const std::stop_token& stop)
 void AudioTrackEncoder::encodeSilence()
 {
     const std::vector<float> silence(AacEncoder::framesPerPacket * Channels);
-    const auto needed = static_cast<std::size_t>(AacEncoder::packetsFor(m_frames, m_encoder.encoderDelay()));
+    const auto needed = static_cast<std::size_t>(AacEncoder::packetCountFor(m_frames, m_encoder.encoderDelay()));
     std::vector<AacPacket> packets;
     const auto isSettled = [&] {
         const auto count = packets.size();

@@ -97,9 +97,9 @@ SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
     Mp4Movie movie{.video = std::span(video.constData(), video.size()).subspan(plan.firstSample),
                    .start = plan.start,
                    .end = plan.end,
-                   .sound = {}};
+                   .audio = {}};
     for (const auto& track : tracks) {
-        movie.sound.push_back(track->asAudioTrackInfo());
+        movie.audio.push_back(track->asAudioTrackInfo());
     }
     writeMp4(movie, file);
     file.flush();

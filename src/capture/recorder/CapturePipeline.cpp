@@ -77,7 +77,7 @@ void CapturePipeline::encode(VideoFramePtr frame)
     }
     m_encoder->encode(*frame);
     ++m_pictures;
-    if (m_encoder->isHoldingPicture()) {
+    if (m_encoder->hasPendingFrame()) {
         m_lastPicture = std::move(frame);
         m_videoQueue.postAfter(UnchangedAfter, [this, picture = m_pictures] { repeatIfStill(picture); });
     }

@@ -44,7 +44,8 @@ struct CaptureReport {
 /// Thread: start and stop from one queue. Events come on the sources' threads, none after stop() has returned.
 class CapturePipeline {
 public:
-    using OpenEncoder = std::function<std::unique_ptr<VideoEncoder>(const EncoderRequest&, VideoEncoder::OnSample)>;
+    using OpenEncoder =
+        std::function<std::unique_ptr<VideoEncoder>(const EncoderRequest&, VideoEncoder::OnEncodedFrame)>;
 
     CapturePipeline(Platform& platform, ReplayBuffer& buffer, OpenEncoder openEncoder);
     ~CapturePipeline();

@@ -47,7 +47,7 @@ std::optional<Entry> entryOf(int folder, const QString& prefix, const dirent& li
     if (!isClipName(listed.d_name)) {
         return std::nullopt;
     }
-    const auto facts = factsOf(folder, listed.d_name);
+    const auto facts = tryFileStat(folder, listed.d_name);
     // Deleted since it was listed, or a link to nowhere.
     const bool isGone = !facts && errno != EACCES;
     if (isGone || (facts && !facts->isFile)) {
@@ -56,10 +56,10 @@ std::optional<Entry> entryOf(int folder, const QString& prefix, const dirent& li
     return Entry{.path = prefix + QFile::decodeName(listed.d_name), .facts = facts};
 }
 
-qint64 madeAt(const Entry& entry)
+qint64 createdAt(const Entry& entry)
 {
     // Without facts it is of this very moment.
-    return entry.facts ? entry.facts->madeAt : std::numeric_limits<qint64>::max();
+    return entry.facts ? entry.facts->createdAt : std::numeric_limits<qint64>::max();
 }
 
 /// Clips of an earlier reading, by their paths.
@@ -78,7 +78,7 @@ public:
     {
         const auto place = m_places.value(entry.path, -1);
         // The language may have changed since.
-        const bool isKnown = place >= 0 && entry.facts && entry.facts->madeAt == m_list.madeAt[place] &&
+        const bool isKnown = place >= 0 && entry.facts && entry.facts->createdAt == m_list.createdAt[place] &&
             entry.facts->size == m_list.clips[place].size && m_list.clips[place].hasOwnGame();
         return isKnown ? m_list.clips[place] : Clip(entry.path, entry.facts);
     }
@@ -115,14 +115,14 @@ ClipList clipsIn(const QString& folder, const ClipList& known)
             entries.push_back(std::move(*entry));
         }
     }
-    std::ranges::stable_sort(entries, std::ranges::greater(), madeAt);
+    std::ranges::stable_sort(entries, std::ranges::greater(), createdAt);
     const KnownClips knownClips(known);
     ClipList list;
     list.clips.reserve(static_cast<qsizetype>(entries.size()));
-    list.madeAt.reserve(static_cast<qsizetype>(entries.size()));
+    list.createdAt.reserve(static_cast<qsizetype>(entries.size()));
     for (const auto& entry : entries) {
         list.clips.append(knownClips.clipOf(entry));
-        list.madeAt.append(madeAt(entry));
+        list.createdAt.append(createdAt(entry));
     }
     return list;
 }

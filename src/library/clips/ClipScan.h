@@ -16,7 +16,7 @@ bool isClipName(QByteArrayView fileName) noexcept;
 struct ClipList {
     QList<Clip> clips;
     /// Of each, when it was made; as FileStat tells it.
-    QList<qint64> madeAt;
+    QList<qint64> createdAt;
 };
 
 /// The clips right in a folder; of one age in the order in which the file system lists them. A folder that cannot be

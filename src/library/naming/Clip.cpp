@@ -74,13 +74,13 @@ std::optional<MomentMarker> firstMomentMarker(QStringView title)
 } // namespace
 
 Clip::Clip(const QString& filePath)
-    : Clip(filePath, factsOf(AT_FDCWD, QFile::encodeName(filePath).constData()))
+    : Clip(filePath, tryFileStat(AT_FDCWD, QFile::encodeName(filePath).constData()))
 {
 }
 
 Clip::Clip(const QString& filePath, const std::optional<FileStat>& facts)
     : path(filePath)
-    , date(facts ? QDateTime::fromMSecsSinceEpoch(facts->madeAt / NanosecondsInAMillisecond)
+    , date(facts ? QDateTime::fromMSecsSinceEpoch(facts->createdAt / NanosecondsInAMillisecond)
                  : QDateTime::currentDateTime())
     , size(facts ? facts->size : 0)
 {

@@ -40,7 +40,7 @@ struct ThumbnailCache::State {
     }
 
     TaskQueue& main;
-    const std::function<ClipReader(const QString&, const std::stop_token&)> read;
+    const std::function<ClipPreview(const QString&, const std::stop_token&)> read;
     std::stop_source stop;
 
     std::mutex lock;
@@ -56,7 +56,7 @@ struct ThumbnailCache::State {
 
     void withdraw(quint64 number);
     static void readNewest(const std::shared_ptr<State>& state);
-    void keep(const std::shared_ptr<State>& self, const QString& path, const ClipReader& reading);
+    void keep(const std::shared_ptr<State>& self, const QString& path, const ClipPreview& reading);
     void deliver(quint64 number, const QImage& picture, const ClipInfo& info);
 };
 
@@ -92,23 +92,24 @@ void ThumbnailCache::State::readNewest(const std::shared_ptr<State>& state)
     state->keep(state, path, reading);
 }
 
-void ThumbnailCache::State::keep(const std::shared_ptr<State>& self, const QString& path, const ClipReader& reading)
+void ThumbnailCache::State::keep(const std::shared_ptr<State>& self, const QString& path, const ClipPreview& reading)
 {
-    const auto& facts = reading.facts;
-    const ClipInfo info{.duration = facts.duration, .width = facts.width, .height = facts.height, .fps = facts.fps};
+    const auto& metadata = reading.metadata;
+    const ClipInfo info{
+        .duration = metadata.duration, .width = metadata.width, .height = metadata.height, .fps = metadata.fps};
     const std::scoped_lock guard(lock);
     if (isEnding) {
         return;
     }
     infos.insert(path, info);
-    if (!reading.picture.isNull()) {
-        pictures.put(path, reading.picture);
+    if (!reading.thumbnail.isNull()) {
+        pictures.put(path, reading.thumbnail);
     }
     const auto tickets = reads.take(path).tickets;
     if (tickets.isEmpty()) {
         return;
     }
-    main.post([state = std::weak_ptr(self), tickets, picture = reading.picture, info] {
+    main.post([state = std::weak_ptr(self), tickets, picture = reading.thumbnail, info] {
         for (const auto number : tickets) {
             if (const auto living = state.lock()) {
                 living->deliver(number, picture, info);

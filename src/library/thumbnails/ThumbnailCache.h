@@ -54,7 +54,7 @@ public:
         /// Where files are read: runs tasks in order, several at a time. Thread: called from main.
         std::function<void(Task)> work;
         /// Thread: those of the work.
-        std::function<ClipReader(const QString& path, const std::stop_token& stop)> read;
+        std::function<ClipPreview(const QString& path, const std::stop_token& stop)> read;
         /// For pictures.
         qsizetype byteLimit;
     };

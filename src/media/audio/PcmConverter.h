@@ -10,17 +10,17 @@
 
 namespace quelto {
 
-/// One sample's sound as floats, one vector a channel, one or two channels, all of one length, at 48,000 Hz.
+/// Planar float PCM at 48,000 Hz: one vector per channel, one or two channels, all of the same length.
 using PlanarPcm = std::vector<std::vector<float>>;
 
-/// Brings the samples of one source to 32-bit float at 48,000 Hz. It is stateful, as resampling is: one for each source
-/// and format, fed in order.
+/// Converts the buffers of one source to 32-bit float at 48,000 Hz. Stateful because of resampling: use one converter
+/// per source and format, and pass the buffers in order.
 class PcmConverter {
 public:
     virtual ~PcmConverter() = default;
 
-    /// Nothing if the sample cannot be converted; no frames if the converter still holds them back.
-    virtual std::optional<PlanarPcm> convert(const AudioBuffer& sample) = 0;
+    /// Nothing if the buffer cannot be converted; no frames if the resampler still holds them.
+    virtual std::optional<PlanarPcm> convert(const AudioBuffer& buffer) = 0;
 };
 
 /// Null if the format cannot be converted.

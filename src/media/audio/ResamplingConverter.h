@@ -5,8 +5,8 @@
 
 namespace quelto {
 
-/// A converter from any rate, layout, encoding and number of channels to planar floats at 48,000 Hz; mono stays mono,
-/// everything else becomes stereo. Null for a format that nobody can read. A PcmConverterFactory.
+/// A PcmConverterFactory for any sample rate, layout, encoding and channel count. Mono stays mono; everything else
+/// becomes stereo. Null for a format that is not supported.
 std::unique_ptr<PcmConverter> makeResamplingConverter(const AudioFormat& from);
 
 } // namespace quelto

@@ -16,12 +16,12 @@ namespace quelto {
 namespace {
 
 constexpr std::size_t Channels = 2;
-// At such rates the bits are worth more below; the search is a tenth shorter for it as well.
+// At low bit rates, bits are better spent below this cutoff. It also shortens the quantizer search by a tenth.
 constexpr int LowBitsPerSecond = 128000;
-constexpr int LowRateHertz = 15000;
+constexpr int LowRateCutoffHertz = 15000;
 
-/// One broken value from a device would make the codec library refuse the whole track.
-float finite(float value)
+/// Clamps to ±1 and replaces NaN: FFmpeg rejects a track with a single invalid value.
+float validValue(float value)
 {
     return std::abs(value) <= 1.0F ? value : (value > 0 ? 1.0F : (value < 0 ? -1.0F : 0.0F));
 }
@@ -33,11 +33,11 @@ struct AacEncoder::State {
     ffmpeg::Frame frame = ffmpeg::makeFrame();
     ffmpeg::Packet packet = ffmpeg::makePacket();
     std::vector<std::byte> configuration;
-    /// Frames that already stand in frame.
+    /// Number of PCM frames in frame.
     std::size_t filled = 0;
     std::int64_t nextTime = 0;
 
-    void makeFrameWritable()
+    void resetFrame()
     {
         av_frame_unref(frame.get());
         frame->format = context->sample_fmt;
@@ -48,9 +48,9 @@ struct AacEncoder::State {
         filled = 0;
     }
 
-    void send(const AVFrame* sent, std::vector<AacPacket>& packets)
+    void send(const AVFrame* input, std::vector<AacPacket>& packets)
     {
-        ffmpeg::checked(avcodec_send_frame(context.get(), sent));
+        ffmpeg::checked(avcodec_send_frame(context.get(), input));
         for (;;) {
             const auto status = avcodec_receive_packet(context.get(), packet.get());
             if (status == AVERROR(EAGAIN) || status == AVERROR_EOF) {
@@ -59,14 +59,14 @@ struct AacEncoder::State {
             ffmpeg::checked(status);
             const auto* bytes = reinterpret_cast<const std::byte*>(packet->data);
             packets.emplace_back(bytes, bytes + packet->size);
-            steer(packet->size);
+            updateRateControl(packet->size);
             av_packet_unref(packet.get());
         }
     }
 
-    /// Sound that needs few bits makes the library search again and again for a way to spend more. While packets come
-    /// out small, it keeps the quality that it has found, in one go, and minds the rate again as soon as they grow.
-    void steer(int packetBytes)
+    /// For audio that needs few bits, FFmpeg's encoder repeats its search for a way to spend more. While packets are
+    /// small, a fixed quality avoids that; the target rate applies again as soon as they grow.
+    void updateRateControl(int packetBytes)
     {
         const auto target = context->bit_rate * framesPerPacket / sampleRate / 8;
         if (packetBytes < target * 3 / 4) {
@@ -76,20 +76,20 @@ struct AacEncoder::State {
         }
     }
 
-    void sendFilled(std::vector<AacPacket>& packets)
+    void sendFrame(std::vector<AacPacket>& packets)
     {
         frame->nb_samples = static_cast<int>(filled);
         frame->pts = nextTime;
         nextTime += frame->nb_samples;
         send(frame.get(), packets);
-        makeFrameWritable();
+        resetFrame();
     }
 };
 
 AacEncoder::AacEncoder(int bitsPerSecond)
     : m_state(std::make_unique<State>())
 {
-    ffmpeg::keepQuiet();
+    ffmpeg::disableLogging();
     const auto* codec = avcodec_find_encoder_by_name("aac");
     if (!codec) {
         throw ffmpeg::FfmpegError(AVERROR_ENCODER_NOT_FOUND);
@@ -105,12 +105,12 @@ AacEncoder::AacEncoder(int bitsPerSecond)
     context->bit_rate = bitsPerSecond;
     context->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     av_channel_layout_default(&context->ch_layout, Channels);
-    // Measured at 192 and 128 kbit/s on tones and on noise: the fast search is 2.5 times as quick as the default one
-    // and comes as near to the original or nearer in nearly every band. Noise shaping in time changes nothing there.
+    // Measured at 192 and 128 kbit/s on tones and on noise: the fast search is 2.5 times as fast as the default one and
+    // at least as close to the original in nearly every band. Temporal noise shaping makes no difference.
     av_opt_set(context->priv_data, "aac_coder", "fast", 0);
     av_opt_set_int(context->priv_data, "aac_tns", 0, 0);
     if (bitsPerSecond <= LowBitsPerSecond) {
-        context->cutoff = LowRateHertz;
+        context->cutoff = LowRateCutoffHertz;
     }
     ffmpeg::checked(avcodec_open2(context, codec, nullptr));
     if (context->frame_size != framesPerPacket) {
@@ -118,7 +118,7 @@ AacEncoder::AacEncoder(int bitsPerSecond)
     }
     const auto* bytes = reinterpret_cast<const std::byte*>(context->extradata);
     m_state->configuration.assign(bytes, bytes + context->extradata_size);
-    m_state->makeFrameWritable();
+    m_state->resetFrame();
 }
 
 AacEncoder::~AacEncoder() = default;
@@ -137,21 +137,21 @@ std::vector<AacPacket> AacEncoder::encode(std::span<const float> interleaved)
 {
     std::vector<AacPacket> packets;
     auto& state = *m_state;
-    std::size_t read = 0;
+    std::size_t consumed = 0;
     const auto frames = interleaved.size() / Channels;
-    while (read < frames) {
+    while (consumed < frames) {
         auto* left = reinterpret_cast<float*>(state.frame->data[0]);
         auto* right = reinterpret_cast<float*>(state.frame->data[1]);
-        const auto count = std::min(frames - read, framesPerPacket - state.filled);
-        const auto* from = interleaved.data() + read * Channels;
+        const auto count = std::min(frames - consumed, framesPerPacket - state.filled);
+        const auto* from = interleaved.data() + consumed * Channels;
         for (std::size_t i = 0; i < count; ++i) {
-            left[state.filled + i] = finite(from[i * Channels]);
-            right[state.filled + i] = finite(from[i * Channels + 1]);
+            left[state.filled + i] = validValue(from[i * Channels]);
+            right[state.filled + i] = validValue(from[i * Channels + 1]);
         }
         state.filled += count;
-        read += count;
+        consumed += count;
         if (state.filled == framesPerPacket) {
-            state.sendFilled(packets);
+            state.sendFrame(packets);
         }
     }
     return packets;
@@ -161,13 +161,13 @@ std::vector<AacPacket> AacEncoder::finish()
 {
     std::vector<AacPacket> packets;
     if (m_state->filled > 0) {
-        m_state->sendFilled(packets);
+        m_state->sendFrame(packets);
     }
     m_state->send(nullptr, packets);
     return packets;
 }
 
-std::int64_t AacEncoder::packetsFor(std::int64_t frames, int encoderDelay) noexcept
+std::int64_t AacEncoder::packetCountFor(std::int64_t frames, int encoderDelay) noexcept
 {
     return (frames + encoderDelay + framesPerPacket - 1) / framesPerPacket;
 }

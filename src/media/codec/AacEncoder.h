@@ -9,16 +9,15 @@
 
 namespace quelto {
 
-/// One packet of AAC: framesPerPacket frames of sound. The first packets hold the encoder's own start-up, see
-/// AacEncoder::encoderDelay.
+/// One AAC packet of framesPerPacket frames. The first packets contain the encoder delay (priming).
 using AacPacket = std::vector<std::byte>;
 
-/// Stereo sound at 48,000 Hz to AAC.
+/// Encodes stereo audio at 48,000 Hz to AAC.
 ///
-/// Packet n covers the frames from n × framesPerPacket − encoderDelay on; who writes the packets into a file must have
-/// the priming skipped there, or all of the sound comes late by it.
+/// Packet n covers the frames from n × framesPerPacket − encoderDelay on. A muxer must skip the encoder delay, for
+/// example with an edit list, or all audio is late by it.
 ///
-/// Thread: one at a time. Errors: std::runtime_error with the codec library's text.
+/// Thread: one at a time. Errors: std::runtime_error with FFmpeg's text.
 class AacEncoder {
 public:
     static constexpr int sampleRate = 48000;
@@ -27,17 +26,18 @@ public:
     explicit AacEncoder(int bitsPerSecond);
     ~AacEncoder();
 
-    /// What a player must know before it can decode the packets.
+    /// The AudioSpecificConfig that a decoder needs.
     const std::vector<std::byte>& decoderConfiguration() const noexcept;
+    /// Units: frames.
     int encoderDelay() const noexcept;
 
-    /// Adds frames of interleaved stereo and gives the packets that became ready.
+    /// Takes interleaved stereo frames and returns the packets that are complete.
     std::vector<AacPacket> encode(std::span<const float> interleaved);
-    /// Gives what is still inside. Nothing can be encoded after it.
+    /// Returns the remaining packets. Nothing can be encoded afterwards.
     std::vector<AacPacket> finish();
 
-    /// Packets that are needed so that this many frames can be heard.
-    static std::int64_t packetsFor(std::int64_t frames, int encoderDelay) noexcept;
+    /// The number of packets that hold this many audible frames.
+    static std::int64_t packetCountFor(std::int64_t frames, int encoderDelay) noexcept;
 
 private:
     struct State;

@@ -9,20 +9,20 @@
 
 namespace quelto {
 
-/// How pictures get into an encoder.
+/// The input format of an encoder.
 enum class FrameInput {
-    /// As they are.
+    /// Unchanged.
     nv12,
-    /// With the chroma planes apart.
+    /// With separate chroma planes.
     yuv420p,
-    /// Copied into the graphics card's memory first.
+    /// Uploaded to GPU memory.
     vaapi,
 };
 
-/// Opening alone proves nothing where a driver stands behind an encoder.
-enum class EncoderProof { opens, givesPictures };
+/// How to verify that an encoder works. A hardware encoder may open and still fail, so it must encode a frame.
+enum class EncoderProof { opens, encodesFrame };
 
-/// One encoder that may be there, and the settings that only it knows.
+/// An encoder that may be available, and its private options.
 struct EncoderCandidate {
     VideoCodec codec = VideoCodec::h264;
     const char* name = nullptr;
@@ -31,7 +31,7 @@ struct EncoderCandidate {
     std::span<const std::pair<const char*, const char*>> options;
 };
 
-/// Best first.
+/// In order of preference.
 std::span<const EncoderCandidate> encoderCandidates() noexcept;
 
 } // namespace quelto

@@ -7,23 +7,23 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr HostDuration LongestGap = 1s;
+constexpr HostDuration MaxInterval = 1s;
 
 } // namespace
 
-// The next picture comes about one interval later, a little more or less.
+// A quarter more than the nominal frame interval allows for jitter.
 KeyFramePolicy::KeyFramePolicy(int framesPerSecond)
-    : m_expectedInterval(LongestGap * 5 / 4 / std::max(framesPerSecond, 2))
+    : m_expectedInterval(MaxInterval * 5 / 4 / std::max(framesPerSecond, 2))
 {
 }
 
 bool KeyFramePolicy::isDue(HostTime presentationTime)
 {
-    const auto before = m_previous.value_or(presentationTime);
-    m_previous = presentationTime;
-    // If the next picture could be too late, this one has to do.
-    const auto nextComesIn = std::max(m_expectedInterval, presentationTime - before);
-    return !m_last || presentationTime - *m_last + nextComesIn > LongestGap;
+    const auto previous = m_previousFrame.value_or(presentationTime);
+    m_previousFrame = presentationTime;
+    // This frame must be the key frame if the next one could be too late.
+    const auto nextInterval = std::max(m_expectedInterval, presentationTime - previous);
+    return !m_lastKeyFrame || presentationTime - *m_lastKeyFrame + nextInterval > MaxInterval;
 }
 
 } // namespace quelto

@@ -7,23 +7,23 @@
 
 namespace quelto {
 
-/// Decides which pictures become key frames, by time and not by count: a still screen gives few pictures.
+/// Decides which frames become key frames, by time and not by frame count: a still screen produces few frames.
 ///
-/// While pictures come at a steady pace, whichever it is, no two key frames lie further apart than a second, unless the
-/// pictures do; a picture that comes after a longer pause is one itself.
+/// At any steady frame rate, key frames are at most one second apart, unless the frames themselves are further apart. A
+/// frame after a longer pause is always a key frame.
 class KeyFramePolicy {
 public:
     explicit KeyFramePolicy(int framesPerSecond);
 
-    /// Whether the picture of this time, later than all before it, has to be a key frame. Asked once for each picture.
+    /// Whether the frame with this time must be a key frame. Call once per frame, in order of presentation time.
     bool isDue(HostTime presentationTime);
-    /// The encoder took a picture as a key frame.
-    void keyFrameTaken(HostTime presentationTime) { m_last = presentationTime; }
+    /// Records that the encoder accepted a key frame.
+    void recordKeyFrame(HostTime presentationTime) { m_lastKeyFrame = presentationTime; }
 
 private:
     HostDuration m_expectedInterval;
-    std::optional<HostTime> m_previous;
-    std::optional<HostTime> m_last;
+    std::optional<HostTime> m_previousFrame;
+    std::optional<HostTime> m_lastKeyFrame;
 };
 
 } // namespace quelto

@@ -12,44 +12,44 @@ namespace quelto {
 
 class VaapiUpload;
 
-/// One encoder of the codec library behind the program's own interface.
+/// A VideoEncoder on top of a libavcodec encoder.
 class LibavVideoEncoder final : public VideoEncoder {
 public:
-    /// Errors: ffmpeg::FfmpegError when the encoder is not there or does not open.
-    LibavVideoEncoder(const EncoderCandidate& candidate, const EncoderRequest& request, OnSample onSample);
+    /// Errors: ffmpeg::FfmpegError if the encoder is missing or does not open.
+    LibavVideoEncoder(const EncoderCandidate& candidate, const EncoderRequest& request, OnEncodedFrame onEncodedFrame);
     ~LibavVideoEncoder() override;
 
-    void encode(const VideoFrame& picture) override;
-    bool isHoldingPicture() const override { return !m_pending.empty(); }
+    void encode(const VideoFrame& input) override;
+    bool hasPendingFrame() const override { return !m_pending.empty(); }
     void finish() noexcept override;
     QString name() const override;
 
 private:
-    /// A picture that is inside the encoder: the library's time, and the exact one that it stands for.
+    /// A frame inside the encoder: its timestamp there, and its exact presentation time.
     struct Pending {
-        std::int64_t libraryTime = 0;
+        std::int64_t pts = 0;
         HostTime presentationTime;
     };
 
     void configure(const EncoderRequest& request);
     void open(const EncoderCandidate& candidate);
-    ffmpeg::Frame wrapped(const VideoFrame& picture);
-    std::int64_t libraryTimeOf(HostTime presentationTime);
+    ffmpeg::Frame wrap(const VideoFrame& input);
+    std::int64_t nextPts(HostTime presentationTime);
     void drain();
-    void giveOut(const AVPacket& packet);
+    void deliver(const AVPacket& packet);
 
     VideoCodec m_codec;
     QSize m_size;
     FrameInput m_input;
     KeyFramePolicy m_keyFramePolicy;
-    OnSample m_onSample;
+    OnEncodedFrame m_onEncodedFrame;
     std::unique_ptr<VaapiUpload> m_upload;
     ffmpeg::CodecContext m_context;
     ffmpeg::Packet m_packet = ffmpeg::makePacket();
     std::shared_ptr<const VideoFormat> m_format;
     std::deque<Pending> m_pending;
     std::optional<HostTime> m_firstTime;
-    std::int64_t m_lastLibraryTime = -1;
+    std::int64_t m_lastPts = -1;
 };
 
 } // namespace quelto

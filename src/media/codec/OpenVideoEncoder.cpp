@@ -7,27 +7,28 @@ namespace quelto {
 
 namespace {
 
-/// Whether an encoder that opens also works: one picture goes in, and has to come out.
-bool givesPictures(const EncoderCandidate& candidate, const EncoderRequest& request)
+/// Whether an encoder that opens also works: encodes one test frame.
+bool encodesFrame(const EncoderCandidate& candidate, const EncoderRequest& request)
 {
-    int samples = 0;
-    LibavVideoEncoder trial(candidate, request, [&samples](const EncodedFramePtr&) { ++samples; });
+    int encoded = 0;
+    LibavVideoEncoder trial(candidate, request, [&encoded](const EncodedFramePtr&) { ++encoded; });
     FramePool pool(request.size, 1);
-    const auto picture = pool.tryTake();
-    picture->presentationTime = HostClock::now();
-    const auto bytes = static_cast<std::size_t>(picture->stride) * static_cast<std::size_t>(request.size.height());
-    std::fill_n(picture->luma, bytes, std::uint8_t{16});
-    std::fill_n(picture->chroma, bytes / 2, std::uint8_t{128});
-    trial.encode(*picture);
+    const auto frame = pool.tryAcquire();
+    frame->presentationTime = HostClock::now();
+    const auto bytes = static_cast<std::size_t>(frame->stride) * static_cast<std::size_t>(request.size.height());
+    std::fill_n(frame->luma, bytes, std::uint8_t{16});
+    std::fill_n(frame->chroma, bytes / 2, std::uint8_t{128});
+    trial.encode(*frame);
     trial.finish();
-    return samples > 0;
+    return encoded > 0;
 }
 
 } // namespace
 
-// The header's parameter is by value for its callers' sake; each candidate needs a copy of its own.
+// The parameter is by value for the callers; each candidate needs its own copy.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
-std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request, VideoEncoder::OnSample onSample)
+std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request,
+                                               VideoEncoder::OnEncodedFrame onEncodedFrame)
 {
     auto status = AVERROR(EINVAL);
     if (request.size.width() <= 0 || request.size.height() <= 0 || request.framesPerSecond <= 0 ||
@@ -39,10 +40,10 @@ std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request, Vi
             continue;
         }
         try {
-            if (candidate.proof == EncoderProof::givesPictures && !givesPictures(candidate, request)) {
+            if (candidate.proof == EncoderProof::encodesFrame && !encodesFrame(candidate, request)) {
                 continue;
             }
-            return std::make_unique<LibavVideoEncoder>(candidate, request, onSample);
+            return std::make_unique<LibavVideoEncoder>(candidate, request, onEncodedFrame);
         } catch (const ffmpeg::FfmpegError& error) {
             status = error.status();
         }

@@ -53,12 +53,12 @@ VaapiUpload::VaapiUpload(QSize size)
     ffmpeg::checked(av_hwframe_ctx_init(m_frames.get()));
 }
 
-ffmpeg::Frame VaapiUpload::uploaded(const AVFrame& picture) const
+ffmpeg::Frame VaapiUpload::upload(const AVFrame& input) const
 {
     auto frame = ffmpeg::makeFrame();
     ffmpeg::checked(av_hwframe_get_buffer(m_frames.get(), frame.get(), 0));
-    ffmpeg::checked(av_hwframe_transfer_data(frame.get(), &picture, 0));
-    ffmpeg::checked(av_frame_copy_props(frame.get(), &picture));
+    ffmpeg::checked(av_hwframe_transfer_data(frame.get(), &input, 0));
+    ffmpeg::checked(av_frame_copy_props(frame.get(), &input));
     return frame;
 }
 

@@ -7,15 +7,15 @@
 
 namespace quelto {
 
-/// The graphics card's picture memory that a VA-API encoder reads from.
+/// GPU frames that a VA-API encoder reads from.
 class VaapiUpload {
 public:
-    /// Opens the first render node that VA-API works on. Errors: ffmpeg::FfmpegError.
+    /// Opens the first render node that supports VA-API. Errors: ffmpeg::FfmpegError.
     explicit VaapiUpload(QSize size);
 
     AVBufferRef* frames() const noexcept { return m_frames.get(); }
-    /// Copies an NV12 picture over. Errors: ffmpeg::FfmpegError.
-    ffmpeg::Frame uploaded(const AVFrame& picture) const;
+    /// Copies an NV12 frame to GPU memory. Errors: ffmpeg::FfmpegError.
+    ffmpeg::Frame upload(const AVFrame& input) const;
 
 private:
     ffmpeg::BufferRef m_device;

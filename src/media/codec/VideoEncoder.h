@@ -16,11 +16,11 @@ struct EncoderRequest {
     VideoCodec codec = VideoCodec::h264;
     QSize size;
     int framesPerSecond = 60;
-    /// The average rate; over any one second the encoder may spend half as much again.
+    /// The average rate. Any one second may use up to 1.5 times as much.
     int bitsPerSecond = 0;
 };
 
-/// No encoder opened. The status is the last one's error code of the codec library.
+/// No encoder could be opened. The status is the FFmpeg error code of the last candidate.
 class EncoderError : public std::runtime_error {
 public:
     explicit EncoderError(int status)
@@ -34,31 +34,31 @@ private:
     int m_status;
 };
 
-/// Turns pictures into samples, in the order in which they came, without reordering: one comes out for each that goes
-/// in.
+/// Encodes video frames in order, without B-frames: one encoded frame per input frame.
 ///
-/// A picture becomes a key frame when a second of presentation time has gone by since the last one, however few
-/// pictures came in between; so a clip can start within a second of where it was asked to.
+/// A frame becomes a key frame when a second of presentation time has passed since the last one, however few frames
+/// came in between. A clip can therefore start within a second of the requested time.
 ///
-/// Thread: encode and finish on one queue; onSample is called from within them.
+/// Thread: encode and finish on one queue; both call onEncodedFrame.
 class VideoEncoder {
 public:
-    using OnSample = std::function<void(EncodedFramePtr)>;
+    using OnEncodedFrame = std::function<void(EncodedFramePtr)>;
 
     virtual ~VideoEncoder() = default;
 
-    /// A picture that cannot be encoded is dropped without a word.
+    /// A frame that cannot be encoded is dropped silently.
     virtual void encode(const VideoFrame& frame) = 0;
-    /// Whether a picture went in that has not come out: rate control may wait for the next one, to know how long it
-    /// shows.
-    virtual bool isHoldingPicture() const = 0;
-    /// Gives out what is still inside. Nothing can be encoded after it.
+    /// Whether the encoder holds a frame that it has not output: rate control may wait for the next frame to know the
+    /// duration.
+    virtual bool hasPendingFrame() const = 0;
+    /// Outputs the pending frames. Nothing can be encoded afterwards.
     virtual void finish() noexcept = 0;
-    /// The codec library's name of the encoder that runs, such as "libx264".
+    /// FFmpeg's name of the encoder, such as "libx264".
     virtual QString name() const = 0;
 };
 
-/// Opens the first that works of the machine's hardware encoders and the software ones. Errors: EncoderError.
-std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request, VideoEncoder::OnSample onSample);
+/// Opens the first working encoder: hardware encoders first, then software encoders. Errors: EncoderError.
+std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request,
+                                               VideoEncoder::OnEncodedFrame onEncodedFrame);
 
 } // namespace quelto

@@ -12,7 +12,7 @@ namespace quelto::ffmpeg {
 
 namespace {
 
-std::string textOf(int status)
+std::string errorText(int status)
 {
     std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
     av_strerror(status, text.data(), text.size());
@@ -22,7 +22,7 @@ std::string textOf(int status)
 } // namespace
 
 FfmpegError::FfmpegError(int status)
-    : std::runtime_error(textOf(status))
+    : std::runtime_error(errorText(status))
     , m_status(status)
 {
 }

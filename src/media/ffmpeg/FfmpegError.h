@@ -5,7 +5,7 @@
 
 namespace quelto::ffmpeg {
 
-/// A call of the codec libraries that failed; the text is theirs.
+/// A failed FFmpeg call. The text is FFmpeg's.
 class FfmpegError : public std::runtime_error {
 public:
     explicit FfmpegError(int status);
@@ -15,7 +15,7 @@ private:
     int m_status;
 };
 
-/// Gives a good status back and throws for a bad one.
+/// Returns a non-negative status; throws FfmpegError for a negative one.
 int checked(int status);
 
 } // namespace quelto::ffmpeg

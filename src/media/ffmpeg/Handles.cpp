@@ -31,7 +31,7 @@ void Free::operator()(AVBufferRef* buffer) const noexcept
 
 void Free::operator()(AVIOContext* io) const noexcept
 {
-    // The library may have put another buffer in the place of the first.
+    // FFmpeg may have replaced the buffer that was passed to avio_alloc_context.
     av_freep(&io->buffer);
     avio_context_free(&io);
 }
@@ -79,7 +79,7 @@ Packet makePacket()
     return packet;
 }
 
-void keepQuiet() noexcept
+void disableLogging() noexcept
 {
     av_log_set_level(AV_LOG_QUIET);
 }

@@ -15,8 +15,7 @@ extern "C" {
 
 namespace quelto::ffmpeg {
 
-/// Every object of the codec libraries lives in one of these; nobody frees one by hand. Only folders below media/
-/// include this header.
+/// RAII handles for FFmpeg objects. Only folders below media/ include this header.
 struct Free {
     void operator()(AVCodecContext* context) const noexcept;
     void operator()(AVFrame* frame) const noexcept;
@@ -38,7 +37,7 @@ using CodecContext = std::unique_ptr<AVCodecContext, Free>;
 using Frame = std::unique_ptr<AVFrame, Free>;
 using Packet = std::unique_ptr<AVPacket, Free>;
 using BufferRef = std::unique_ptr<AVBufferRef, Free>;
-using Io = std::unique_ptr<AVIOContext, Free>;
+using IoContext = std::unique_ptr<AVIOContext, Free>;
 using Resampler = std::unique_ptr<SwrContext, Free>;
 using Scaler = std::unique_ptr<SwsContext, Free>;
 using Dictionary = std::unique_ptr<AVDictionary, Free>;
@@ -49,8 +48,7 @@ using OutputContext = std::unique_ptr<AVFormatContext, FreeOutput>;
 Frame makeFrame();
 Packet makePacket();
 
-/// The program writes no log lines, and neither do the libraries in it. Every place that opens something calls this
-/// first.
-void keepQuiet() noexcept;
+/// Turns off FFmpeg's log output. Called before every use that opens a codec or a file.
+void disableLogging() noexcept;
 
 } // namespace quelto::ffmpeg

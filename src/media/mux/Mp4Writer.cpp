@@ -21,17 +21,17 @@ namespace quelto {
 namespace {
 
 constexpr int VideoTicksPerSecond = 90000;
-constexpr int SoundTicksPerSecond = 48000;
+constexpr int AudioTicksPerSecond = 48000;
 constexpr int FramesPerPacket = 1024;
 constexpr int IoBufferBytes = 512 << 10;
-// Picture and sound take turns in runs of this length, so that a player finds both close together.
+// Video and audio are interleaved in runs of this length, so that a player finds both close together.
 constexpr std::int64_t RunsPerSecond = 2;
 constexpr std::int64_t TicksPerRun = VideoTicksPerSecond / RunsPerSecond;
-constexpr std::int64_t SoundTicksPerRun = SoundTicksPerSecond / RunsPerSecond;
-// The library starts a new chunk in its index at the latest at this size.
-constexpr std::int64_t ChunkBytes = 1 << 20;
+constexpr std::int64_t AudioTicksPerRun = AudioTicksPerSecond / RunsPerSecond;
+// FFmpeg's muxer starts a new chunk at this size at the latest.
+constexpr std::int64_t MaxChunkBytes = 1 << 20;
 
-/// Joins the library's output to the file. Nothing may be thrown through the library: the error waits here.
+/// An AVIOContext that writes to the file. C callbacks must not throw, so an exception is kept until checked().
 class FileIo {
 public:
     explicit FileIo(AtomicFile& file)
@@ -48,7 +48,7 @@ public:
 
     AVIOContext* get() const noexcept { return m_io.get(); }
 
-    /// The file's own error is told before the library's.
+    /// Throws the file's error, if any, in preference to FFmpeg's.
     int checked(int status) const
     {
         if (m_failure) {
@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    template <typename Action> int guarded(Action action) noexcept
+    template <typename Action> int catchErrors(Action action) noexcept
     {
         try {
             action();
@@ -75,7 +75,7 @@ private:
     static int write(void* self, std::uint8_t* data, int size) noexcept
     {
         auto& io = *static_cast<FileIo*>(self);
-        const auto status = io.guarded([&] {
+        const auto status = io.catchErrors([&] {
             io.m_file.write({reinterpret_cast<const std::byte*>(data), static_cast<std::size_t>(size)});
         });
         return status < 0 ? status : size;
@@ -90,13 +90,13 @@ private:
         if (whence != SEEK_SET) {
             return AVERROR(EINVAL);
         }
-        const auto status = io.guarded([&] { io.m_file.seek(offset); });
+        const auto status = io.catchErrors([&] { io.m_file.seek(offset); });
         return status < 0 ? status : offset;
     }
 
     AtomicFile& m_file;
     std::exception_ptr m_failure;
-    ffmpeg::Io m_io;
+    ffmpeg::IoContext m_io;
 };
 
 void setExtradata(AVCodecParameters* parameters, std::span<const std::byte> bytes)
@@ -119,13 +119,13 @@ std::int64_t ticksFromStart(HostTime time, HostTime start)
     return av_rescale(span, VideoTicksPerSecond, HostClock::period::den);
 }
 
-/// The samples that hold anything, with their places on the track. A stamp that does not rise is moved up by a tick,
-/// since no file can hold it.
+/// A sample with its track time. Times that do not increase are moved up by a tick, since MP4 cannot store them.
 struct TimedSample {
     const EncodedFrame* sample = nullptr;
     std::int64_t time = 0;
 };
 
+/// Leaves out empty and oversized samples.
 std::vector<TimedSample> timedSamples(const Mp4Movie& movie)
 {
     std::vector<TimedSample> timed;
@@ -135,33 +135,33 @@ std::vector<TimedSample> timedSamples(const Mp4Movie& movie)
         if (!sample || sample->data.empty() || sample->data.size() > std::numeric_limits<int>::max()) {
             continue;
         }
-        const auto lowest = timed.empty() ? 0 : timed.back().time + 1;
+        const auto minTime = timed.empty() ? 0 : timed.back().time + 1;
         timed.push_back(
-            {sample.get(), std::max(lowest, std::min(ticksFromStart(sample->presentationTime, movie.start), end))});
+            {sample.get(), std::max(minTime, std::min(ticksFromStart(sample->presentationTime, movie.start), end))});
     }
     return timed;
 }
 
-/// Room for the whole index: what each kind of entry takes at most, and the boxes around them.
-std::int64_t indexBytes(const std::vector<TimedSample>& video, const Mp4Movie& movie)
+/// An upper bound of the index size: the maximum size of all entries and of the boxes around them.
+std::int64_t maxIndexBytes(const std::vector<TimedSample>& video, const Mp4Movie& movie)
 {
-    constexpr std::int64_t BoxesPerTrack = 2048;
+    constexpr std::int64_t MaxBoxBytesPerTrack = 2048;
     constexpr std::int64_t BytesPerChunk = 8 + 12; // co64, stsc
     std::int64_t dataBytes = 0;
     for (const auto& [sample, time] : video) {
         dataBytes += static_cast<std::int64_t>(sample->data.size());
     }
     const auto runs = ticksFromStart(movie.end, movie.start) / TicksPerRun + 2;
-    // Two chunks that follow each other in one run are together longer than one may be.
-    auto chunks = runs + 2 * dataBytes / ChunkBytes + 1;
-    auto bytes = BoxesPerTrack + static_cast<std::int64_t>(video.front().sample->format->parameterSets.size()) +
+    // Two consecutive chunks of one run together exceed the maximum size of one.
+    auto chunks = runs + 2 * dataBytes / MaxChunkBytes + 1;
+    auto bytes = MaxBoxBytesPerTrack + static_cast<std::int64_t>(video.front().sample->format->parameterSets.size()) +
         static_cast<std::int64_t>(video.size()) * (8 + 4 + 4); // stts, stsz, stss
-    for (const auto& sound : movie.sound) {
-        const auto packets = (sound.frames + sound.encoderDelay) / FramesPerPacket + 2;
-        bytes += BoxesPerTrack + static_cast<std::int64_t>(sound.decoderConfiguration.size()) + packets * (4 + 8);
-        chunks += runs + packets * FramesPerPacket / SoundTicksPerSecond + 1;
+    for (const auto& track : movie.audio) {
+        const auto packets = (track.frames + track.encoderDelay) / FramesPerPacket + 2;
+        bytes += MaxBoxBytesPerTrack + static_cast<std::int64_t>(track.decoderConfiguration.size()) + packets * (4 + 8);
+        chunks += runs + packets * FramesPerPacket / AudioTicksPerSecond + 1;
     }
-    return BoxesPerTrack + bytes + chunks * BytesPerChunk;
+    return MaxBoxBytesPerTrack + bytes + chunks * BytesPerChunk;
 }
 
 class Writer {
@@ -175,18 +175,18 @@ public:
             m_video.front().sample->format->parameterSets.empty()) {
             throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
         }
-        AVFormatContext* made = nullptr;
-        ffmpeg::checked(avformat_alloc_output_context2(&made, nullptr, "mp4", nullptr));
-        m_context.reset(made);
+        AVFormatContext* context = nullptr;
+        ffmpeg::checked(avformat_alloc_output_context2(&context, nullptr, "mp4", nullptr));
+        m_context.reset(context);
         m_context->pb = m_io.get();
         m_context->flags |= AVFMT_FLAG_CUSTOM_IO | AVFMT_FLAG_BITEXACT;
         addVideoTrack(*m_video.front().sample->format);
-        for (const auto& sound : movie.sound) {
-            addAudioTrackEncoder(sound);
+        for (const auto& track : movie.audio) {
+            addAudioTrack(track);
         }
-        m_nextFrame.resize(movie.sound.size());
-        for (std::size_t i = 0; i < movie.sound.size(); ++i) {
-            m_nextFrame[i] = -movie.sound[i].encoderDelay;
+        m_nextFrame.resize(movie.audio.size());
+        for (std::size_t i = 0; i < movie.audio.size(); ++i) {
+            m_nextFrame[i] = -movie.audio[i].encoderDelay;
         }
     }
 
@@ -200,9 +200,9 @@ public:
             while (written < m_video.size() && (isLast || m_video[written].time < run * TicksPerRun)) {
                 writeSample(written++);
             }
-            for (std::size_t i = 0; i < m_movie.sound.size(); ++i) {
-                writeSoundUpTo(
-                    i, isLast ? m_movie.sound[i].frames : std::min(run * SoundTicksPerRun, m_movie.sound[i].frames));
+            for (std::size_t i = 0; i < m_movie.audio.size(); ++i) {
+                writeAudioUpTo(
+                    i, isLast ? m_movie.audio[i].frames : std::min(run * AudioTicksPerRun, m_movie.audio[i].frames));
             }
         }
         m_io.checked(av_write_trailer(m_context.get()));
@@ -241,38 +241,38 @@ private:
         setExtradata(parameters, format.parameterSets);
     }
 
-    void addAudioTrackEncoder(const AudioTrackInfo& sound)
+    void addAudioTrack(const AudioTrackInfo& track)
     {
         auto* stream = addTrack();
-        stream->time_base = {1, SoundTicksPerSecond};
-        stream->disposition = sound.state == Mp4TrackState::enabled ? AV_DISPOSITION_DEFAULT : 0;
+        stream->time_base = {1, AudioTicksPerSecond};
+        stream->disposition = track.state == Mp4TrackState::enabled ? AV_DISPOSITION_DEFAULT : 0;
         auto* parameters = stream->codecpar;
         parameters->codec_type = AVMEDIA_TYPE_AUDIO;
         parameters->codec_id = AV_CODEC_ID_AAC;
-        parameters->bit_rate = sound.bitsPerSecond;
-        parameters->sample_rate = SoundTicksPerSecond;
+        parameters->bit_rate = track.bitsPerSecond;
+        parameters->sample_rate = AudioTicksPerSecond;
         parameters->frame_size = FramesPerPacket;
-        parameters->initial_padding = sound.encoderDelay;
+        parameters->initial_padding = track.encoderDelay;
         av_channel_layout_default(&parameters->ch_layout, 2);
-        setExtradata(parameters, sound.decoderConfiguration);
+        setExtradata(parameters, track.decoderConfiguration);
     }
 
     void writeHeader()
     {
-        AVDictionary* made = nullptr;
-        av_dict_set_int(&made, "moov_size", indexBytes(m_video, m_movie), 0);
-        // Newer libraries count the movie's own clock finer than in milliseconds if asked to.
+        AVDictionary* options = nullptr;
+        av_dict_set_int(&options, "moov_size", maxIndexBytes(m_video, m_movie), 0);
+        // Newer FFmpeg versions have an option for a movie timescale finer than milliseconds.
         if (av_opt_find(m_context->priv_data, "movie_timescale", nullptr, 0, 0)) {
-            av_dict_set_int(&made, "movie_timescale", VideoTicksPerSecond, 0);
+            av_dict_set_int(&options, "movie_timescale", VideoTicksPerSecond, 0);
         }
-        const auto status = avformat_write_header(m_context.get(), &made);
-        const ffmpeg::Dictionary unused(made);
+        const auto status = avformat_write_header(m_context.get(), &options);
+        const ffmpeg::Dictionary unusedOptions(options);
         m_io.checked(status);
     }
 
     void writePacket(std::span<const std::byte> data, int track, std::int64_t time, std::int64_t duration, int flags)
     {
-        // The library only reads; its packets have no constant form.
+        // The muxer only reads the data, but AVPacket has no const data pointer.
         m_packet->data = reinterpret_cast<std::uint8_t*>(const_cast<std::byte*>(data.data()));
         m_packet->size = static_cast<int>(data.size());
         m_packet->stream_index = track;
@@ -280,7 +280,7 @@ private:
         m_packet->dts = time;
         m_packet->duration = duration;
         m_packet->flags = flags;
-        const AVRational base{1, track == 0 ? VideoTicksPerSecond : SoundTicksPerSecond};
+        const AVRational base{1, track == 0 ? VideoTicksPerSecond : AudioTicksPerSecond};
         av_packet_rescale_ts(m_packet.get(), base, m_context->streams[track]->time_base);
         m_io.checked(av_write_frame(m_context.get(), m_packet.get()));
     }
@@ -294,18 +294,18 @@ private:
                     sample->isKeyframe() ? AV_PKT_FLAG_KEY : 0);
     }
 
-    void writeSoundUpTo(std::size_t index, std::int64_t frame)
+    void writeAudioUpTo(std::size_t index, std::int64_t frame)
     {
-        const auto& sound = m_movie.sound[index];
+        const auto& track = m_movie.audio[index];
         auto& next = m_nextFrame[index];
         while (next < frame) {
-            const auto packet = sound.packets->next();
+            const auto packet = track.packets->next();
             if (!packet) {
-                next = sound.frames;
+                next = track.frames;
                 return;
             }
-            // The last packet is cut to the track's end, so that all tracks end together.
-            const auto duration = std::min<std::int64_t>(FramesPerPacket, sound.frames - next);
+            // The last packet is shortened to the end of the track, so that all tracks end together.
+            const auto duration = std::min<std::int64_t>(FramesPerPacket, track.frames - next);
             writePacket(*packet, static_cast<int>(index) + 1, next, duration, AV_PKT_FLAG_KEY);
             next += FramesPerPacket;
         }
@@ -323,7 +323,7 @@ private:
 
 void writeMp4(const Mp4Movie& movie, AtomicFile& file)
 {
-    ffmpeg::keepQuiet();
+    ffmpeg::disableLogging();
     Writer(movie, file).write();
 }
 

@@ -13,49 +13,49 @@ namespace quelto {
 
 class AtomicFile;
 
-/// Where the writer gets a sound track's packets from, in order; it may wait for one that is still being encoded.
+/// Supplies an audio track's packets in order. next() may block until a packet is encoded.
 class AudioPacketSource {
 public:
     virtual ~AudioPacketSource() = default;
-    /// Nothing at the end.
+    /// Nothing at the end of the track.
     virtual std::optional<std::vector<std::byte>> next() = 0;
 };
 
 enum class Mp4TrackState {
     enabled,
-    /// Players leave it out, editors show it.
+    /// Ignored by players, shown by editors.
     disabled,
 };
 
-/// A track of AAC at 48,000 Hz in stereo.
+/// An AAC track, 48,000 Hz stereo.
 struct AudioTrackInfo {
     Mp4TrackState state = Mp4TrackState::enabled;
     int bitsPerSecond = 0;
     std::vector<std::byte> decoderConfiguration;
-    /// Frames at the head of the packets that are not to be heard.
+    /// Priming frames at the start, which players skip.
     int encoderDelay = 0;
-    /// Frames to be heard, from the movie's start on; the last packets may hold more.
+    /// Audible frames from the start of the movie; the last packet may hold more.
     std::int64_t frames = 0;
     AudioPacketSource* packets = nullptr;
 };
 
-/// One picture track, passed through as it stands, and any number of sound tracks that are alternates of each other.
+/// One video track, muxed without re-encoding, and any number of audio tracks in one alternate group.
 struct Mp4Movie {
-    /// In presentation order, without reordered pictures. Each lasts until the next one, the last one until the end.
+    /// In presentation order, without B-frames. Each frame lasts until the next one, the last until the end.
     std::span<const EncodedFramePtr> video;
     HostTime start;
     HostTime end;
-    std::vector<AudioTrackInfo> sound;
+    std::vector<AudioTrackInfo> audio;
 };
 
-/// Writes an MPEG-4 file whose index stands in front of the data, in one pass: the room for the index is reserved by a
-/// bound that follows from the number of samples.
+/// Writes an MP4 file with the index in front of the data in one pass: the space for the index is reserved from an
+/// upper bound that is computed from the number of samples.
 ///
-/// Time lines are counted in ticks from the movie's start, never added up from rounded durations. Sound begins exactly
-/// at the start: an edit list skips the encoder's priming.
+/// Timestamps are computed in ticks from the start of the movie, never summed from rounded durations. Audio begins
+/// exactly at the start: an edit list skips the encoder delay.
 ///
-/// Errors: std::system_error from the file, std::runtime_error with the library's text for samples that no file can
-/// hold, and whatever a packet source throws.
+/// Errors: std::system_error from the file, std::runtime_error with FFmpeg's text for samples that cannot be muxed, and
+/// any exception of a packet source.
 void writeMp4(const Mp4Movie& movie, AtomicFile& file);
 
 } // namespace quelto

@@ -7,10 +7,10 @@ namespace {
 
 constexpr int BytesPerPixel = 4;
 
-bool fitsWithoutScaling(QSize source, QSize output)
+bool canCrop(QSize source, QSize output)
 {
-    const auto rest = source - output;
-    return rest.width() >= 0 && rest.width() <= 1 && rest.height() >= 0 && rest.height() <= 1;
+    const auto excess = source - output;
+    return excess.width() >= 0 && excess.width() <= 1 && excess.height() >= 0 && excess.height() <= 1;
 }
 
 } // namespace
@@ -20,41 +20,41 @@ FrameConverter::FrameConverter(InstructionSet instructionSet)
 {
 }
 
-void FrameConverter::convert(const BgrxPicture& picture, const VideoFrame& frame)
+void FrameConverter::convert(const BgrxImage& image, const VideoFrame& frame)
 {
-    if (picture.size.isEmpty() || frame.size.isEmpty()) {
+    if (image.size.isEmpty() || frame.size.isEmpty()) {
         return;
     }
-    if (fitsWithoutScaling(picture.size, frame.size)) {
-        convertSameSize(picture, frame);
+    if (canCrop(image.size, frame.size)) {
+        convertSameSize(image, frame);
     } else {
-        convertScaled(picture, frame);
+        convertScaled(image, frame);
     }
 }
 
-void FrameConverter::convertSameSize(const BgrxPicture& picture, const VideoFrame& frame) const
+void FrameConverter::convertSameSize(const BgrxImage& image, const VideoFrame& frame) const
 {
-    const auto pictureStride = static_cast<std::ptrdiff_t>(picture.stride);
+    const auto imageStride = static_cast<std::ptrdiff_t>(image.stride);
     const auto frameStride = static_cast<std::ptrdiff_t>(frame.stride);
     for (int row = 0; row + 1 < frame.size.height(); row += 2) {
-        const auto* top = picture.pixels + row * pictureStride;
+        const auto* top = image.pixels + row * imageStride;
         auto* luma = frame.luma + row * frameStride;
         m_kernels.convertRows(
-            {.top = top, .bottom = top + pictureStride},
+            {.top = top, .bottom = top + imageStride},
             {.lumaTop = luma, .lumaBottom = luma + frameStride, .chroma = frame.chroma + row / 2 * frameStride},
             frame.size.width());
     }
 }
 
-void FrameConverter::convertScaled(const BgrxPicture& picture, const VideoFrame& frame)
+void FrameConverter::convertScaled(const BgrxImage& image, const VideoFrame& frame)
 {
-    plan(picture.size, frame.size);
+    updatePlan(image.size, frame.size);
     const auto frameStride = static_cast<std::ptrdiff_t>(frame.stride);
     auto* top = m_scaled.data();
     auto* bottom = top + static_cast<std::size_t>(frame.size.width()) * BytesPerPixel;
     for (int row = 0; row + 1 < frame.size.height(); row += 2) {
-        scaleRow(picture, row, top);
-        scaleRow(picture, row + 1, bottom);
+        scaleRow(image, row, top);
+        scaleRow(image, row + 1, bottom);
         auto* luma = frame.luma + row * frameStride;
         m_kernels.convertRows(
             {.top = top, .bottom = bottom},
@@ -63,14 +63,14 @@ void FrameConverter::convertScaled(const BgrxPicture& picture, const VideoFrame&
     }
 }
 
-void FrameConverter::plan(QSize source, QSize output)
+void FrameConverter::updatePlan(QSize source, QSize output)
 {
     if (source == m_source && output == m_output) {
         return;
     }
     m_rows = RowPlan::make(source.height(), output.height());
     m_columns = ColumnPlan::make(source.width(), output.width());
-    // The column kernels read pixels in pairs and may reach one past the last.
+    // The column kernels read pixels in pairs and may read one past the last.
     m_blended.assign((static_cast<std::size_t>(source.width()) + 2) * BytesPerPixel, 0);
     m_scaled.resize(static_cast<std::size_t>(output.width()) * BytesPerPixel * 2);
     m_taps.resize(static_cast<std::size_t>(m_rows.taps));
@@ -78,11 +78,11 @@ void FrameConverter::plan(QSize source, QSize output)
     m_output = output;
 }
 
-void FrameConverter::scaleRow(const BgrxPicture& picture, int outputRow, std::uint8_t* scaled)
+void FrameConverter::scaleRow(const BgrxImage& image, int outputRow, std::uint8_t* scaled)
 {
-    if (picture.size == m_output * 2) {
-        const auto* top = picture.pixels + std::ptrdiff_t{outputRow} * 2 * picture.stride;
-        m_kernels.halveRows({.top = top, .bottom = top + picture.stride}, scaled, m_output.width());
+    if (image.size == m_output * 2) {
+        const auto* top = image.pixels + std::ptrdiff_t{outputRow} * 2 * image.stride;
+        m_kernels.halveRows({.top = top, .bottom = top + image.stride}, scaled, m_output.width());
         return;
     }
     const auto index = static_cast<std::size_t>(outputRow);
@@ -94,9 +94,9 @@ void FrameConverter::scaleRow(const BgrxPicture& picture, int outputRow, std::ui
             used = tap + 1;
         }
         m_taps[tap] =
-            picture.pixels + (m_rows.first[index] + static_cast<std::ptrdiff_t>(tap)) * std::ptrdiff_t{picture.stride};
+            image.pixels + (m_rows.first[index] + static_cast<std::ptrdiff_t>(tap)) * std::ptrdiff_t{image.stride};
     }
-    m_kernels.blendRows(std::span(m_taps).first(used), weights, m_blended.data(), picture.size.width() * BytesPerPixel);
+    m_kernels.blendRows(std::span(m_taps).first(used), weights, m_blended.data(), image.size.width() * BytesPerPixel);
     m_kernels.resampleRow(m_blended.data(), m_columns, scaled, m_output.width());
 }
 

@@ -12,35 +12,35 @@
 
 namespace quelto {
 
-/// A picture as a screen gives it: four bytes a pixel, blue, green, red and one that means nothing.
+/// A screen image: four bytes per pixel in the order blue, green, red, unused.
 ///
 /// Units: stride in bytes.
-struct BgrxPicture {
+struct BgrxImage {
     const std::uint8_t* pixels = nullptr;
     int stride = 0;
     QSize size;
 };
 
-/// Turns screen pictures into the encoder's form: NV12 in BT.709 video range, scaled to the frame's size.
+/// Converts screen images to the encoder's format, NV12 in BT.709 video range, and scales them to the frame size.
 ///
-/// A chroma value is the mean of its 2 × 2 pixels, so chroma sits in the middle of them (MPEG-1 siting).
-/// A picture of the frame's size is converted straight away; any other is scaled row by row on the way, by area when it
-/// shrinks and linearly when it grows, so that no scaled picture ever stands in memory. A picture that is larger by a
-/// single row or column, as odd-sized screens are, loses it instead of being blurred.
+/// A chroma value is the mean of its 2 × 2 pixels, so chroma is sited in their centre (MPEG-1 siting). An image with
+/// the frame's size is converted directly. Other images are scaled row by row during conversion, by area averaging when
+/// shrinking and by linear interpolation when growing; no scaled image is stored. An image that is larger by a single
+/// row or column, as on screens with odd sizes, is cropped instead, because scaling would blur it.
 ///
-/// Thread: one at a time; it keeps the plan and the row buffers of the last pair of sizes.
+/// Thread: one at a time. Keeps the scale plan and row buffers of the last pair of sizes.
 class FrameConverter {
 public:
     explicit FrameConverter(InstructionSet instructionSet = bestInstructionSet());
 
-    /// Fills both planes of the frame. Nothing happens with an empty picture.
-    void convert(const BgrxPicture& picture, const VideoFrame& frame);
+    /// Fills both planes of the frame. Does nothing for an empty image.
+    void convert(const BgrxImage& image, const VideoFrame& frame);
 
 private:
-    void convertSameSize(const BgrxPicture& picture, const VideoFrame& frame) const;
-    void convertScaled(const BgrxPicture& picture, const VideoFrame& frame);
-    void plan(QSize source, QSize output);
-    void scaleRow(const BgrxPicture& picture, int outputRow, std::uint8_t* scaled);
+    void convertSameSize(const BgrxImage& image, const VideoFrame& frame) const;
+    void convertScaled(const BgrxImage& image, const VideoFrame& frame);
+    void updatePlan(QSize source, QSize output);
+    void scaleRow(const BgrxImage& image, int outputRow, std::uint8_t* scaled);
 
     const RowKernels& m_kernels;
     QSize m_source;

@@ -14,10 +14,10 @@ namespace {
 
 using namespace arithmetic;
 
-constexpr int PixelsPerStep = 32;
-// A screen picture comes from far memory, and the processor's own look-ahead ends with each page of it; fetching this
-// far ahead measured best.
-constexpr int BytesAhead = 2048;
+constexpr int PixelsPerIteration = 32;
+// Screen images are not in the cache, and the hardware prefetcher stops at page boundaries. This prefetch distance
+// measured best.
+constexpr int PrefetchBytes = 2048;
 
 QUELTO_AVX2 inline __m256i load(const void* from)
 {
@@ -29,19 +29,19 @@ QUELTO_AVX2 inline void store(void* to, __m256i value)
     _mm256_storeu_si256(static_cast<__m256i*>(to), value);
 }
 
-/// Four signed bytes, once for each pixel.
+/// The channel weights as four signed bytes, repeated for each pixel.
 QUELTO_AVX2 inline __m256i perPixel(int blue, int green, int red)
 {
     return _mm256_set1_epi32((blue & 0xff) | (green & 0xff) << 8 | (red & 0xff) << 16);
 }
 
-/// Puts right what instructions that work on each half by itself have mixed up: 0 4 1 5 2 6 3 7.
-QUELTO_AVX2 inline __m256i joinHalves(__m256i mixed)
+/// Restores the element order after instructions that work on each 128-bit lane separately: 0 4 1 5 2 6 3 7.
+QUELTO_AVX2 inline __m256i joinLanes(__m256i interleaved)
 {
-    return _mm256_permutevar8x32_epi32(mixed, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+    return _mm256_permutevar8x32_epi32(interleaved, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
 }
 
-/// The pixels of one step of one row.
+/// The pixels of one row in one loop iteration.
 struct Pixels {
     __m256i first;
     __m256i second;
@@ -54,11 +54,11 @@ QUELTO_AVX2 inline Pixels loadPixels(const std::uint8_t* from)
     return {load(from), load(from + 32), load(from + 64), load(from + 96)};
 }
 
-/// Asks for memory that a later step will read. Past the end of a picture it has no effect.
+/// Prefetches memory for a later iteration. Has no effect past the end of an image.
 QUELTO_AVX2 inline void prefetch(const std::uint8_t* from)
 {
-    _mm_prefetch(from + BytesAhead, _MM_HINT_T0);
-    _mm_prefetch(from + BytesAhead + 64, _MM_HINT_T0);
+    _mm_prefetch(from + PrefetchBytes, _MM_HINT_T0);
+    _mm_prefetch(from + PrefetchBytes + 64, _MM_HINT_T0);
 }
 
 QUELTO_AVX2 inline __m256i lumaSums(__m256i left, __m256i right)
@@ -75,10 +75,10 @@ QUELTO_AVX2 inline __m256i luma(const Pixels& pixels)
 {
     const auto left = lumaSums(pixels.first, pixels.second);
     const auto right = lumaSums(pixels.third, pixels.fourth);
-    return joinHalves(_mm256_packus_epi16(left, right));
+    return joinLanes(_mm256_packus_epi16(left, right));
 }
 
-/// The means of neighbouring pixels: 0 1 4 5 | 2 3 6 7.
+/// The means of adjacent pixels, in the order 0 1 4 5 | 2 3 6 7.
 QUELTO_AVX2 inline __m256i halved(__m256i left, __m256i right)
 {
     const auto leftValues = _mm256_castsi256_ps(left);
@@ -104,7 +104,7 @@ QUELTO_AVX2 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, in
     const auto* bottom = pixels.bottom;
     const auto [lumaTop, lumaBottom, chroma] = planes;
     int column = 0;
-    for (; column + PixelsPerStep <= width; column += PixelsPerStep) {
+    for (; column + PixelsPerIteration <= width; column += PixelsPerIteration) {
         prefetch(top + column * 4);
         prefetch(bottom + column * 4);
         const auto upper = loadPixels(top + column * 4);
@@ -117,12 +117,12 @@ QUELTO_AVX2 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, in
             halved(_mm256_avg_epu8(upper.third, lower.third), _mm256_avg_epu8(upper.fourth, lower.fourth));
         const auto cb = chromaOf16(left, right, cbWeights);
         const auto cr = chromaOf16(left, right, crWeights);
-        store(chroma + column, joinHalves(_mm256_or_si256(cb, _mm256_slli_epi16(cr, 8))));
+        store(chroma + column, joinLanes(_mm256_or_si256(cb, _mm256_slli_epi16(cr, 8))));
     }
     portable::convertRows(pixels, planes, column, width);
 }
 
-/// The sums of neighbouring pixels, channel by channel.
+/// The sums of adjacent pixels per channel.
 QUELTO_AVX2 inline __m256i pairSums(__m256i pixels)
 {
     const auto interleave = _mm256_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15, //
@@ -142,8 +142,8 @@ QUELTO_AVX2 void halveRows(const PixelRows& pixels, std::uint8_t* halved, int wi
     const auto* bottom = pixels.bottom;
     int column = 0;
     for (; column + 8 <= width; column += 8, top += 64, bottom += 64) {
-        _mm_prefetch(top + BytesAhead, _MM_HINT_T0);
-        _mm_prefetch(bottom + BytesAhead, _MM_HINT_T0);
+        _mm_prefetch(top + PrefetchBytes, _MM_HINT_T0);
+        _mm_prefetch(bottom + PrefetchBytes, _MM_HINT_T0);
         const auto packed = _mm256_packus_epi16(means(top, bottom), means(top + 32, bottom + 32));
         store(halved + column * 4, _mm256_permute4x64_epi64(packed, 0xd8));
     }
@@ -201,7 +201,7 @@ QUELTO_AVX2 void resampleRow(const std::uint16_t* blended, const ColumnPlan& pla
         const auto left = _mm256_packs_epi32(resampled(blended, plan, column), resampled(blended, plan, column + 2));
         const auto right =
             _mm256_packs_epi32(resampled(blended, plan, column + 4), resampled(blended, plan, column + 6));
-        store(pixels + column * 4, joinHalves(_mm256_packus_epi16(left, right)));
+        store(pixels + column * 4, joinLanes(_mm256_packus_epi16(left, right)));
     }
     portable::resampleRow(blended, plan, pixels, column, width);
 }

@@ -14,7 +14,7 @@ namespace {
 
 using namespace arithmetic;
 
-constexpr int PixelsPerStep = 16;
+constexpr int PixelsPerIteration = 16;
 
 QUELTO_SSSE3 inline __m128i load(const void* from)
 {
@@ -26,13 +26,13 @@ QUELTO_SSSE3 inline void store(void* to, __m128i value)
     _mm_storeu_si128(static_cast<__m128i*>(to), value);
 }
 
-/// Four signed bytes, once for each pixel.
+/// The channel weights as four signed bytes, repeated for each pixel.
 QUELTO_SSSE3 inline __m128i perPixel(int blue, int green, int red)
 {
     return _mm_set1_epi32((blue & 0xff) | (green & 0xff) << 8 | (red & 0xff) << 16);
 }
 
-/// The pixels of one step of one row.
+/// The pixels of one row in one loop iteration.
 struct Pixels {
     __m128i first;
     __m128i second;
@@ -62,7 +62,7 @@ QUELTO_SSSE3 inline __m128i luma(const Pixels& pixels)
     return _mm_packus_epi16(left, right);
 }
 
-/// The means of neighbouring pixels.
+/// The means of adjacent pixels.
 QUELTO_SSSE3 inline __m128i halved(__m128i left, __m128i right)
 {
     const auto leftValues = _mm_castsi128_ps(left);
@@ -87,7 +87,7 @@ QUELTO_SSSE3 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, i
     const auto* bottom = pixels.bottom;
     const auto [lumaTop, lumaBottom, chroma] = planes;
     int column = 0;
-    for (; column + PixelsPerStep <= width; column += PixelsPerStep) {
+    for (; column + PixelsPerIteration <= width; column += PixelsPerIteration) {
         const auto upper = loadPixels(top + column * 4);
         const auto lower = loadPixels(bottom + column * 4);
         store(lumaTop + column, luma(upper));
@@ -101,7 +101,7 @@ QUELTO_SSSE3 void convertRows(const PixelRows& pixels, const Nv12Rows& planes, i
     portable::convertRows(pixels, planes, column, width);
 }
 
-/// The sums of neighbouring pixels, channel by channel.
+/// The sums of adjacent pixels per channel.
 QUELTO_SSSE3 inline __m128i pairSums(__m128i pixels)
 {
     const auto interleave = _mm_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15);

@@ -11,31 +11,31 @@ namespace {
 constexpr int RowWeightSum = 65535;
 constexpr int ColumnWeightSum = 16384;
 
-struct Shares {
+struct Filter {
     int taps = 0;
     std::vector<int> first;
-    /// Taps values for each output position, which add up to 1.
-    std::vector<double> values;
+    /// `taps` weights per output position, with a sum of 1.
+    std::vector<double> weights;
 };
 
-/// How much of the source position lies in the output position that reaches from begin to end.
+/// The part of a source position that is inside the output position from begin to end.
 double overlap(double begin, double end, int position)
 {
     return std::max(0.0, std::min(end, position + 1.0) - std::max(begin, static_cast<double>(position)));
 }
 
-Shares shares(int source, int output)
+Filter makeFilter(int source, int output)
 {
     const double ratio = static_cast<double>(source) / output;
     const bool shrinks = source >= output;
-    // Ratios such as 4:3 meet whole positions that rounding must not push over the edge.
-    constexpr double Edge = 1e-9;
-    Shares result;
+    // With ratios such as 4:3, edges fall on whole positions; rounding errors must not move them to the next one.
+    constexpr double Epsilon = 1e-9;
+    Filter result;
     if (shrinks) {
         for (int position = 0; position < output; ++position) {
             const double begin = position * ratio;
-            const double touched = std::ceil(begin + ratio - Edge) - std::floor(begin + Edge);
-            result.taps = std::max(result.taps, static_cast<int>(touched));
+            const double overlapped = std::ceil(begin + ratio - Epsilon) - std::floor(begin + Epsilon);
+            result.taps = std::max(result.taps, static_cast<int>(overlapped));
         }
     } else {
         result.taps = std::min(2, source);
@@ -43,27 +43,27 @@ Shares shares(int source, int output)
     for (int position = 0; position < output; ++position) {
         const double begin = position * ratio;
         const double centre = std::clamp(begin + ratio / 2 - 0.5, 0.0, source - 1.0);
-        const int first = static_cast<int>(std::floor(shrinks ? begin + Edge : centre));
+        const int first = static_cast<int>(std::floor(shrinks ? begin + Epsilon : centre));
         result.first.push_back(std::clamp(first, 0, source - result.taps));
         for (int tap = result.first.back(); tap < result.first.back() + result.taps; ++tap) {
-            result.values.push_back(shrinks ? overlap(begin, begin + ratio, tap) / ratio
-                                            : std::max(0.0, 1.0 - std::abs(centre - tap)));
+            result.weights.push_back(shrinks ? overlap(begin, begin + ratio, tap) / ratio
+                                             : std::max(0.0, 1.0 - std::abs(centre - tap)));
         }
     }
     return result;
 }
 
-/// Whole numbers in proportion to the shares that add up to the sum exactly, so that a plain area keeps its colour.
-std::vector<int> quantised(const double* values, int count, int sum)
+/// Scales the weights to integers with exactly this sum, so that a uniform area keeps its colour.
+std::vector<int> quantize(const double* weights, int count, int sum)
 {
     std::vector<int> result;
-    double reached = 0;
-    int given = 0;
+    double cumulative = 0;
+    int assigned = 0;
     for (int index = 0; index < count; ++index) {
-        reached += values[index];
-        const int upTo = index + 1 == count ? sum : static_cast<int>(std::lround(std::min(reached, 1.0) * sum));
-        result.push_back(upTo - given);
-        given = upTo;
+        cumulative += weights[index];
+        const int total = index + 1 == count ? sum : static_cast<int>(std::lround(std::min(cumulative, 1.0) * sum));
+        result.push_back(total - assigned);
+        assigned = total;
     }
     return result;
 }
@@ -72,10 +72,10 @@ std::vector<int> quantised(const double* values, int count, int sum)
 
 RowPlan RowPlan::make(int source, int output)
 {
-    auto parts = shares(source, output);
-    RowPlan plan{.taps = parts.taps, .first = std::move(parts.first)};
+    auto filter = makeFilter(source, output);
+    RowPlan plan{.taps = filter.taps, .first = std::move(filter.first)};
     for (int row = 0; row < output; ++row) {
-        for (const int weight : quantised(parts.values.data() + row * parts.taps, parts.taps, RowWeightSum)) {
+        for (const int weight : quantize(filter.weights.data() + row * filter.taps, filter.taps, RowWeightSum)) {
             plan.weights.push_back(static_cast<std::uint16_t>(weight));
         }
     }
@@ -84,11 +84,11 @@ RowPlan RowPlan::make(int source, int output)
 
 ColumnPlan ColumnPlan::make(int source, int output)
 {
-    auto parts = shares(source, output);
-    ColumnPlan plan{.pairs = (parts.taps + 1) / 2, .first = std::move(parts.first)};
+    auto filter = makeFilter(source, output);
+    ColumnPlan plan{.pairs = (filter.taps + 1) / 2, .first = std::move(filter.first)};
     plan.weights.resize(static_cast<std::size_t>(output) * static_cast<std::size_t>(plan.pairs));
     for (int column = 0; column < output; ++column) {
-        auto weights = quantised(parts.values.data() + column * parts.taps, parts.taps, ColumnWeightSum);
+        auto weights = quantize(filter.weights.data() + column * filter.taps, filter.taps, ColumnWeightSum);
         weights.resize(static_cast<std::size_t>(plan.pairs) * 2, 0);
         for (int pair = 0; pair < plan.pairs; ++pair) {
             auto& entry = plan.weights[plan.indexOf(column, pair)];

@@ -8,37 +8,39 @@
 
 namespace quelto {
 
-/// Which source rows make an output row, and with which shares.
+/// The source rows of each output row, and their weights.
 ///
-/// Shrinking takes each source row by the area that falls into the output row; growing takes the two nearest rows
-/// linearly.
+/// Shrinking weights each source row by the area that it covers of the output row; growing interpolates linearly
+/// between the two nearest rows.
 struct RowPlan {
+    /// Source rows per output row.
     int taps = 0;
-    /// The first source row of each output row; all taps from there lie inside the source.
+    /// The first source row of each output row; all taps from there are inside the source.
     std::vector<int> first;
-    /// Taps values for each output row, which add up to 65,535.
+    /// `taps` weights per output row, with a sum of 65,535.
     std::vector<std::uint16_t> weights;
 
     static RowPlan make(int source, int output);
 };
 
-/// The same for columns, laid out as the vector kernels read it.
+/// The same for columns, in the memory layout of the vector kernels.
 struct ColumnPlan {
-    /// The weights of two neighbouring source pixels, once for each of the four channels.
+    /// The weights of two adjacent source pixels, repeated for the four channels.
     using Pair = std::array<std::int16_t, 8>;
 
-    /// Source pixels come in pairs; the second of the last pair may lie one past the source, then with no weight.
+    /// Pairs of source pixels per output pixel. The second pixel of the last pair may be one past the source; its
+    /// weight is then zero.
     int pairs = 0;
     /// The first source pixel of each output pixel.
     std::vector<int> first;
-    /// For every two output pixels, pair after pair: the left one's weights, then the right one's. The weights of an
-    /// output pixel add up to 16,384.
+    /// For every two output pixels, pair by pair: the weights of the left pixel, then of the right one. The weights of
+    /// an output pixel have a sum of 16,384.
     std::vector<Pair> weights;
 
-    /// The output's width is even.
+    /// The output width must be even.
     static ColumnPlan make(int source, int output);
 
-    /// Where an output pixel's weights for a pair stand.
+    /// The index in weights of an output pixel's pair.
     std::size_t indexOf(int outputPixel, int pair) const noexcept
     {
         const auto pixel = static_cast<std::size_t>(outputPixel);

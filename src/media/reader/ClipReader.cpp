@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/reader/ClipReader.h"
 
-#include "media/reader/InputFile.h"
-#include "media/reader/StillDecoder.h"
-#include "media/reader/StillImage.h"
+#include "media/reader/Demuxer.h"
+#include "media/reader/FrameExtractor.h"
+#include "media/reader/FrameToImage.h"
 
 #include <exception>
 
@@ -11,66 +11,66 @@ namespace quelto {
 
 namespace {
 
-constexpr int LongestSide = 640;
-constexpr double LatestSecond = 1;
-/// Half of what would do: a clip's first picture, a second before the wanted one, is often black.
+constexpr int MaxThumbnailSide = 640;
+constexpr double ThumbnailSecond = 1;
+/// Below one second: the first frame of a clip is often black.
 constexpr double Tolerance = 0.5;
 
-double secondsOf(std::int64_t value, AVRational unit)
+double toSeconds(std::int64_t value, AVRational unit)
 {
     return value == AV_NOPTS_VALUE || value <= 0 ? 0 : static_cast<double>(value) * av_q2d(unit);
 }
 
-/// Movies in fragments leave the movie's own duration open.
+/// Fragmented files may declare durations in their tracks only.
 double durationOf(const AVFormatContext& context)
 {
-    auto duration = secondsOf(context.duration, av_get_time_base_q());
+    auto duration = toSeconds(context.duration, av_get_time_base_q());
     for (unsigned i = 0; duration <= 0 && i < context.nb_streams; ++i) {
-        duration = std::max(duration, secondsOf(context.streams[i]->duration, context.streams[i]->time_base));
+        duration = std::max(duration, toSeconds(context.streams[i]->duration, context.streams[i]->time_base));
     }
     return duration;
 }
 
-void readTrackFacts(const AVStream& track, ClipFacts& facts)
+void readMetadata(const AVStream& stream, ClipMetadata& metadata)
 {
-    const auto aspect = track.sample_aspect_ratio;
+    const auto aspect = stream.sample_aspect_ratio;
     const auto stretch = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1.0;
-    const auto width = track.codecpar->width * stretch;
-    facts.width = width <= INT_MAX ? static_cast<int>(width) : 0;
-    facts.height = track.codecpar->height;
-    if (track.avg_frame_rate.num > 0 && track.avg_frame_rate.den > 0) {
-        facts.fps = av_q2d(track.avg_frame_rate);
+    const auto width = stream.codecpar->width * stretch;
+    metadata.width = width <= INT_MAX ? static_cast<int>(width) : 0;
+    metadata.height = stream.codecpar->height;
+    if (stream.avg_frame_rate.num > 0 && stream.avg_frame_rate.den > 0) {
+        metadata.fps = av_q2d(stream.avg_frame_rate);
     }
 }
 
-QImage readPicture(const InputFile& file, AVStream& track, double duration)
+QImage readThumbnail(const Demuxer& demuxer, AVStream& stream, double duration)
 {
-    StillDecoder decoder(file, track);
+    FrameExtractor extractor(demuxer, stream);
     const auto middle = duration / 2;
-    const auto frame = decoder.pictureAt(std::min(middle, LatestSecond), middle < LatestSecond ? 0 : Tolerance);
+    const auto frame = extractor.frameAt(std::min(middle, ThumbnailSecond), middle < ThumbnailSecond ? 0 : Tolerance);
     if (!frame) {
         return {};
     }
-    const auto aspect = av_guess_sample_aspect_ratio(&file.context(), &track, frame.get());
-    return stillImage(*frame, aspect, displayTransform(track), LongestSide);
+    const auto aspect = av_guess_sample_aspect_ratio(&demuxer.context(), &stream, frame.get());
+    return toImage(*frame, aspect, displayTransform(stream), MaxThumbnailSide);
 }
 
 } // namespace
 
-ClipReader readClip(const QString& path, const std::stop_token& stop, HostDuration timeLimit)
+ClipPreview readClip(const QString& path, const std::stop_token& stop, HostDuration timeLimit)
 {
-    ClipReader reading;
+    ClipPreview preview;
     try {
-        const InputFile file(path, Deadline(stop, timeLimit));
-        reading.facts.duration = durationOf(file.context());
-        if (auto* track = file.pictureTrack()) {
-            readTrackFacts(*track, reading.facts);
-            reading.picture = readPicture(file, *track, reading.facts.duration);
+        const Demuxer demuxer(path, Deadline(stop, timeLimit));
+        preview.metadata.duration = durationOf(demuxer.context());
+        if (auto* stream = demuxer.videoStream()) {
+            readMetadata(*stream, preview.metadata);
+            preview.thumbnail = readThumbnail(demuxer, *stream, preview.metadata.duration);
         }
     } catch (const std::exception&) {
-        // What was learnt before stays.
+        // Returns the results so far.
     }
-    return reading;
+    return preview;
 }
 
 } // namespace quelto

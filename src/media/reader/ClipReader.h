@@ -10,33 +10,31 @@
 
 namespace quelto {
 
-/// What a clip file says of itself; 0 is what it does not say.
-struct ClipFacts {
+/// The metadata of a clip file; 0 for values that the file does not declare.
+struct ClipMetadata {
     /// Units: seconds.
     double duration = 0;
-    /// Of the first picture track in square pixels, before it is turned for display.
+    /// Of the first video track, in square pixels, before rotation for display.
     int width = 0;
     int height = 0;
-    /// Pictures a second, in the mean: clips of a screen that rests have few.
+    /// The average frame rate; low for clips of a mostly still screen.
     double fps = 0;
 };
 
-struct ClipReader {
-    ClipFacts facts;
-    /// As a player shows it, upright and in square pixels, at most 640 on its longer side and never enlarged. Null if
-    /// there is none.
-    QImage picture;
+struct ClipPreview {
+    ClipMetadata metadata;
+    /// Rotated for display, in square pixels, at most 640 on its longer side and never enlarged. Null if there is none.
+    QImage thumbnail;
 };
 
-/// Reads a clip's facts and its picture of second 1, or of the middle of a clip that is shorter than two seconds.
+/// Reads a clip's metadata and a thumbnail: the frame at second 1, or in the middle of a clip shorter than two seconds.
 ///
-/// In a longer clip half a second more or less is as good, if a key frame is there. What is no clip, broken, too large
-/// to be decoded within reason or gone has no picture, and facts as far as its index tells them. Only regular files are
-/// opened, and they cannot make it open others.
+/// In longer clips, a key frame within half a second is used instead. A file that is missing, broken, not a clip or too
+/// large to decode has no thumbnail, and only the metadata in its index. Opens regular files only, and no files that
+/// they refer to.
 ///
-/// Thread: any, for as long as the disk takes; it ends early, with what is there by then, on a stop or when the time is
-/// over.
-ClipReader readClip(const QString& path, const std::stop_token& stop = {},
-                    HostDuration timeLimit = std::chrono::seconds(6));
+/// Thread: any. Blocks on disk reads; a stop request or the time limit ends it early with the results so far.
+ClipPreview readClip(const QString& path, const std::stop_token& stop = {},
+                     HostDuration timeLimit = std::chrono::seconds(6));
 
 } // namespace quelto

@@ -9,7 +9,7 @@ Deadline::Deadline(std::stop_token stop, HostDuration timeLimit)
 {
 }
 
-bool Deadline::isOver() const noexcept
+bool Deadline::hasExpired() const noexcept
 {
     return m_stop.stop_requested() || HostClock::now() >= m_end;
 }

@@ -7,12 +7,12 @@
 
 namespace quelto {
 
-/// How long the reader of a file goes on with it.
+/// Limits how long a file is read: a time limit combined with a stop request.
 class Deadline {
 public:
     Deadline(std::stop_token stop, HostDuration timeLimit);
 
-    bool isOver() const noexcept;
+    bool hasExpired() const noexcept;
 
 private:
     std::stop_token m_stop;

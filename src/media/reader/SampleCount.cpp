@@ -11,7 +11,7 @@ namespace quelto {
 
 namespace {
 
-constexpr int MostBoxes = 10'000;
+constexpr int MaxBoxes = 10'000;
 
 consteval std::uint32_t boxType(const char (&name)[5])
 {
@@ -22,34 +22,34 @@ consteval std::uint32_t boxType(const char (&name)[5])
     return type;
 }
 
-/// The size and type of a box, and what its content begins with; zeros behind the file's end.
-class BoxHead {
+/// The header of a box and the first bytes of its content; zeros beyond the end of the file.
+class BoxHeader {
 public:
-    BoxHead(int file, std::int64_t position)
-        : m_isThere(::pread(file, m_bytes.data(), m_bytes.size(), position) >= 8)
+    BoxHeader(int fd, std::int64_t position)
+        : m_isRead(::pread(fd, m_bytes.data(), m_bytes.size(), position) >= 8)
     {
     }
 
-    bool isWhole() const { return m_isThere && size() >= ownSize(); }
+    bool isValid() const { return m_isRead && size() >= headerSize(); }
     std::uint32_t type() const { return at(4); }
-    std::uint32_t ownSize() const { return at(0) == 1 ? 16 : 8; }
+    std::uint32_t headerSize() const { return at(0) == 1 ? 16 : 8; }
     std::uint64_t size() const { return at(0) == 1 ? qFromBigEndian<std::uint64_t>(m_bytes.data() + 8) : at(0); }
-    /// The number at that place of the content, behind version and flags.
-    std::uint32_t content(std::size_t place) const { return at(ownSize() + 4 + place); }
+    /// The number at this offset of the content, after version and flags.
+    std::uint32_t content(std::size_t offset) const { return at(headerSize() + 4 + offset); }
 
 private:
-    std::uint32_t at(std::size_t place) const { return qFromBigEndian<std::uint32_t>(m_bytes.data() + place); }
+    std::uint32_t at(std::size_t offset) const { return qFromBigEndian<std::uint32_t>(m_bytes.data() + offset); }
 
     std::array<char, 32> m_bytes{};
-    bool m_isThere;
+    bool m_isRead;
 };
 
 struct Track {
-    bool isSound = false;
-    bool isOfSingleFrames = false;
+    bool isAudio = false;
+    bool hasSingleFrameSamples = false;
     std::uint64_t samples = 0;
 
-    std::uint64_t toKeep() const { return isSound && isOfSingleFrames ? 0 : samples; }
+    std::uint64_t indexedSamples() const { return isAudio && hasSingleFrameSamples ? 0 : samples; }
 };
 
 bool isContainer(std::uint32_t type)
@@ -61,26 +61,26 @@ bool isContainer(std::uint32_t type)
 
 } // namespace
 
-std::uint64_t claimedSamples(int file)
+std::uint64_t declaredSampleCount(int fd)
 {
     std::uint64_t samples = 0;
     Track track;
     std::int64_t position = 0;
-    for (int i = 0; i < MostBoxes; ++i) {
-        const BoxHead box(file, position);
-        if (!box.isWhole()) {
+    for (int i = 0; i < MaxBoxes; ++i) {
+        const BoxHeader box(fd, position);
+        if (!box.isValid()) {
             break;
         }
         switch (box.type()) {
         case boxType("trak"):
-            samples += std::exchange(track, {}).toKeep();
+            samples += std::exchange(track, {}).indexedSamples();
             break;
         case boxType("hdlr"):
-            // Some have another one for where their data lies.
-            track.isSound |= box.content(4) == boxType("soun");
+            // QuickTime tracks may have a second handler box, for the data reference.
+            track.isAudio |= box.content(4) == boxType("soun");
             break;
         case boxType("stts"):
-            track.isOfSingleFrames = box.content(0) == 1 && box.content(8) == 1;
+            track.hasSingleFrameSamples = box.content(0) == 1 && box.content(8) == 1;
             break;
         case boxType("stsz"):
         case boxType("stz2"):
@@ -92,12 +92,12 @@ std::uint64_t claimedSamples(int file)
         default:
             break;
         }
-        const std::uint64_t step = isContainer(box.type()) ? box.ownSize() : box.size();
+        const std::uint64_t step = isContainer(box.type()) ? box.headerSize() : box.size();
         if (__builtin_add_overflow(position, step, &position)) {
             break;
         }
     }
-    return samples + track.toKeep();
+    return samples + track.indexedSamples();
 }
 
 } // namespace quelto

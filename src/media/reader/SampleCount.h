@@ -5,11 +5,11 @@
 
 namespace quelto {
 
-/// How many samples the tracks and fragments of a movie file claim to have, all together. A few damaged bytes can claim
-/// billions, for which the library would make room before it misses the first one.
+/// The total number of samples that the tracks and fragments of an MP4 file declare. A few damaged bytes can declare
+/// billions, for which FFmpeg would allocate index entries before it notices that the data is missing.
 ///
-/// Left out is sound without compression, which is not kept by the sample. Only the heads of boxes are read, and not
-/// endlessly many: it is a check for damage, not a parser.
-std::uint64_t claimedSamples(int file);
+/// Uncompressed audio does not count: FFmpeg does not index its samples one by one. This is a check for damaged files,
+/// not a parser: it reads box headers only, and a limited number of them.
+std::uint64_t declaredSampleCount(int fd);
 
 } // namespace quelto

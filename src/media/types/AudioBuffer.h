@@ -14,7 +14,7 @@ namespace quelto {
 enum class PcmEncoding { float32, int16, int32, unknown };
 enum class PcmLayout { interleaved, planar };
 
-/// How PCM frames lie in memory.
+/// The memory layout of PCM frames.
 struct AudioFormat {
     PcmEncoding encoding = PcmEncoding::float32;
     PcmLayout layout = PcmLayout::interleaved;
@@ -24,7 +24,7 @@ struct AudioFormat {
     bool operator==(const AudioFormat&) const = default;
 };
 
-/// Bytes of one value, 0 for an encoding that nobody here can read.
+/// Bytes per value; 0 for an encoding that is not supported.
 constexpr std::size_t bytesPerValue(PcmEncoding encoding) noexcept
 {
     switch (encoding) {
@@ -39,12 +39,12 @@ constexpr std::size_t bytesPerValue(PcmEncoding encoding) noexcept
     return 0;
 }
 
-/// A run of PCM frames. Immutable once made; the replay buffer and its snapshots share it.
+/// A block of PCM frames. Immutable after construction; shared by the replay buffer and its snapshots.
 struct AudioBuffer {
-    /// When the first frame was heard or spoken.
+    /// When the first frame was played or captured.
     HostTime presentationTime;
     AudioFormat format;
-    /// Frames in data; data holds frames × channels values, planar data one channel after the other.
+    /// Number of frames in data, which holds frames × channels values; planar data holds one channel after the other.
     int frames = 0;
     std::vector<std::byte> data;
 

@@ -14,24 +14,24 @@
 
 namespace quelto {
 
-/// What a player must know before it can decode a track. Shared by all samples of one encoder.
+/// The decoder configuration of a video track. Shared by all frames of one encoder.
 struct VideoFormat {
     VideoCodec codec = VideoCodec::h264;
     QSize size;
-    /// The encoder's parameter sets (SPS, PPS, for HEVC also VPS), in Annex B form.
+    /// The encoder's parameter sets (SPS, PPS, for HEVC also VPS), in Annex B format.
     std::vector<std::byte> parameterSets;
 };
 
-/// One encoded picture. Immutable once made; the replay buffer and its snapshots share it.
+/// One encoded video frame. Immutable after construction; shared by the replay buffer and its snapshots.
 struct EncodedFrame {
     HostTime presentationTime;
-    /// Set where the encoder says whether a decoder can start here; most formats say it for every picture.
+    /// Whether decoding cannot start at this frame. Set if the encoder reports it; most encoders do so for every frame.
     std::optional<bool> isNotSync;
-    /// The access unit in Annex B form.
+    /// The access unit in Annex B format.
     std::vector<std::byte> data;
     std::shared_ptr<const VideoFormat> format;
 
-    /// A sample that says nothing about itself is one that a clip may start with.
+    /// A frame without sync information counts as a key frame.
     bool isKeyframe() const noexcept { return !isNotSync.value_or(false); }
     std::size_t totalSize() const noexcept { return data.size(); }
 };

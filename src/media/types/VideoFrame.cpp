@@ -8,7 +8,7 @@ namespace quelto {
 
 namespace {
 
-// One cache line, and the widest vector register in use.
+// One cache line; also the width of the widest vector register in use.
 constexpr std::size_t Alignment = 64;
 
 struct FreeMemory {
@@ -48,7 +48,7 @@ FramePool::FramePool(QSize size, int frameCount)
     }
 }
 
-std::shared_ptr<VideoFrame> FramePool::tryTake()
+std::shared_ptr<VideoFrame> FramePool::tryAcquire()
 {
     const std::scoped_lock guard(m_store->lock);
     if (m_store->free.empty()) {
@@ -57,7 +57,7 @@ std::shared_ptr<VideoFrame> FramePool::tryTake()
     auto* slot = m_store->free.back();
     m_store->free.pop_back();
     return {&slot->frame, [store = m_store, slot](VideoFrame*) {
-                const std::scoped_lock returning(store->lock);
+                const std::scoped_lock releaseGuard(store->lock);
                 store->free.push_back(slot);
             }};
 }

@@ -13,9 +13,10 @@
 
 namespace quelto {
 
-/// One uncompressed picture: 8-bit 4:2:0, video range, BT.709, a luma plane and an interleaved chroma plane (NV12).
+/// One uncompressed video frame in NV12: 8-bit 4:2:0, video range, BT.709, a luma plane and an interleaved chroma
+/// plane.
 ///
-/// Units: strides in bytes. Both sides are even.
+/// Units: stride in bytes. Width and height are even.
 struct VideoFrame {
     HostTime presentationTime;
     QSize size;
@@ -26,18 +27,19 @@ struct VideoFrame {
 
 using VideoFramePtr = std::shared_ptr<const VideoFrame>;
 
-/// A fixed number of frames that go round between a grabber and an encoder.
+/// A fixed number of frames that a screen grabber and an encoder reuse.
 ///
-/// When the encoder falls behind, the pool runs dry and the grabber skips a whole frame before any work was put into
-/// it; memory never grows. A frame goes back by itself when its last owner lets go, also after the pool is gone.
+/// When the encoder falls behind, the pool is exhausted and the grabber skips a whole frame before doing any work for
+/// it, so memory use is bounded. A frame returns to the pool when its last reference is released, even after the pool
+/// has been destroyed.
 ///
 /// Thread: any.
 class FramePool {
 public:
     FramePool(QSize size, int frameCount);
 
-    /// A frame to be filled, or null when all are in use.
-    std::shared_ptr<VideoFrame> tryTake();
+    /// A frame to fill, or null when all are in use.
+    std::shared_ptr<VideoFrame> tryAcquire();
 
 private:
     struct Store;

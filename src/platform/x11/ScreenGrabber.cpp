@@ -189,7 +189,7 @@ void ScreenGrabber::noteFailure()
 void ScreenGrabber::takeFrame(const FrameEvents& events)
 {
     m_lookedAt = HostClock::now();
-    const auto frame = m_pool.tryTake();
+    const auto frame = m_pool.tryAcquire();
     if (!frame) {
         // Nothing has been asked of the server yet, so it keeps the changes for the next try, which shows a later
         // picture.

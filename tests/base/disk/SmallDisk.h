@@ -6,8 +6,8 @@
 
 namespace quelto::test {
 
-/// A file system of a few blocks in memory, to be filled or made read-only. Only root may mount one: without the right
-/// it is not there, and the test that wants it is to be skipped.
+/// A small in-memory file system for tests of full and read-only disks. Mounting requires root: a test must skip if
+/// isMounted() is false.
 class SmallDisk {
 public:
     explicit SmallDisk(qint64 bytes);
@@ -15,7 +15,7 @@ public:
     SmallDisk(const SmallDisk&) = delete;
     SmallDisk& operator=(const SmallDisk&) = delete;
 
-    bool isThere() const { return m_isMounted; }
+    bool isMounted() const { return m_isMounted; }
     QString path() const { return m_folder.path(); }
     bool makeReadOnly();
 

@@ -34,7 +34,7 @@ QByteArray contents(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
 
-int failureOf(const std::function<void()>& action)
+int errorCodeOf(const std::function<void()>& action)
 {
     try {
         action();
@@ -57,7 +57,7 @@ TEST(AtomicFile, AppearsUnderItsNameOnlyWhenPublished)
     EXPECT_EQ(contents(folder.filePath(QStringLiteral("a.mp4"))), "hello");
 }
 
-TEST(AtomicFile, StaysWhenItsObjectGoes)
+TEST(AtomicFile, PublishedFileOutlivesTheObject)
 {
     const QTemporaryDir folder;
     {
@@ -67,14 +67,14 @@ TEST(AtomicFile, StaysWhenItsObjectGoes)
     EXPECT_EQ(entries(folder.path()), QStringList{QStringLiteral("a.mp4")});
 }
 
-TEST(AtomicFile, LeavesNothingWhenNeverPublished)
+TEST(AtomicFile, UnpublishedFileIsDeleted)
 {
     const QTemporaryDir folder;
     AtomicFile(folder.path()).write(bytesOf("half"));
     EXPECT_EQ(entries(folder.path()), QStringList{});
 }
 
-TEST(AtomicFile, NeverReplacesAFileThatHasTheName)
+TEST(AtomicFile, NeverReplacesExistingFile)
 {
     const QTemporaryDir folder;
     const auto path = folder.filePath(QStringLiteral("a.mp4"));
@@ -89,7 +89,7 @@ TEST(AtomicFile, NeverReplacesAFileThatHasTheName)
     EXPECT_EQ(contents(folder.filePath(QStringLiteral("a (2).mp4"))), "mine");
 }
 
-TEST(AtomicFile, SeeksBackAndFillsIn)
+TEST(AtomicFile, OverwritesAfterSeek)
 {
     const QTemporaryDir folder;
     AtomicFile file(folder.path());
@@ -101,7 +101,7 @@ TEST(AtomicFile, SeeksBackAndFillsIn)
     EXPECT_EQ(contents(folder.filePath(QStringLiteral("a"))), "my__world");
 }
 
-TEST(AtomicFile, ClearsAwayWhatAKilledProcessLeftBehindAndNothingElse)
+TEST(AtomicFile, DeletesOnlyFilesThatKilledProcessesLeft)
 {
     const QTemporaryDir folder;
     std::array<int, 2> ready{};
@@ -110,17 +110,17 @@ TEST(AtomicFile, ClearsAwayWhatAKilledProcessLeftBehindAndNothingElse)
     if (child == 0) {
         AtomicFile file(folder.path());
         file.write(bytesOf("half"));
-        [[maybe_unused]] const auto told = ::write(ready[1], "x", 1);
+        [[maybe_unused]] const auto written = ::write(ready[1], "x", 1);
         for (;;) {
             ::pause();
         }
     }
     char byte = 0;
     ASSERT_EQ(::read(ready[0], &byte, 1), 1);
-    QFile mine(folder.filePath(QStringLiteral(".quelto-notes")));
-    ASSERT_TRUE(mine.open(QIODevice::WriteOnly));
+    QFile unrelated(folder.filePath(QStringLiteral(".quelto-notes")));
+    ASSERT_TRUE(unrelated.open(QIODevice::WriteOnly));
 
-    // While the process lives its file is left alone.
+    // The file of a running process is kept.
     {
         const AtomicFile file(folder.path());
     }
@@ -137,7 +137,7 @@ TEST(AtomicFile, ClearsAwayWhatAKilledProcessLeftBehindAndNothingElse)
     ::close(ready[1]);
 }
 
-TEST(AtomicFile, ManyAtOnceAllGetANameOfTheirOwn)
+TEST(AtomicFile, ConcurrentWritersGetDistinctNames)
 {
     const QTemporaryDir folder;
     constexpr int Writers = 8;
@@ -147,9 +147,9 @@ TEST(AtomicFile, ManyAtOnceAllGetANameOfTheirOwn)
         threads.emplace_back([&] {
             AtomicFile file(folder.path());
             file.write(bytesOf("clip"));
-            int mark = 1;
-            while (!file.tryPublish(QString::number(mark))) {
-                ++mark;
+            int number = 1;
+            while (!file.tryPublish(QString::number(number))) {
+                ++number;
             }
         });
     }
@@ -161,28 +161,28 @@ TEST(AtomicFile, ManyAtOnceAllGetANameOfTheirOwn)
     EXPECT_EQ(entries(folder.path()), expected);
 }
 
-TEST(AtomicFile, AMissingFolderIsAnError)
+TEST(AtomicFile, MissingFolderIsAnError)
 {
-    EXPECT_EQ(failureOf([] { const AtomicFile file(QStringLiteral("/nowhere/at/all")); }), ENOENT);
+    EXPECT_EQ(errorCodeOf([] { const AtomicFile file(QStringLiteral("/nowhere/at/all")); }), ENOENT);
 }
 
-TEST(AtomicFile, AFolderThatGoesAwayMeanwhileIsAnError)
+TEST(AtomicFile, FolderDeletedBeforePublishIsAnError)
 {
     auto folder = std::make_unique<QTemporaryDir>();
     AtomicFile file(folder->path());
     file.write(bytesOf("clip"));
     folder.reset();
-    EXPECT_EQ(failureOf([&] { file.tryPublish(QStringLiteral("a")); }), ENOENT);
+    EXPECT_EQ(errorCodeOf([&] { file.tryPublish(QStringLiteral("a")); }), ENOENT);
 }
 
-TEST(AtomicFile, AFullDiskIsAnErrorAndLeavesNothing)
+TEST(AtomicFile, FullDiskIsAnErrorAndLeavesNoFile)
 {
     const test::SmallDisk disk(64 * 1024);
-    if (!disk.isThere()) {
-        GTEST_SKIP() << "only root may mount a small disk";
+    if (!disk.isMounted()) {
+        GTEST_SKIP() << "mounting a small disk requires root";
     }
     const std::vector<std::byte> data(256 * 1024);
-    EXPECT_EQ(failureOf([&] {
+    EXPECT_EQ(errorCodeOf([&] {
                   AtomicFile file(disk.path());
                   file.write(data);
                   file.flush();
@@ -191,13 +191,13 @@ TEST(AtomicFile, AFullDiskIsAnErrorAndLeavesNothing)
     EXPECT_EQ(entries(disk.path()), QStringList{});
 }
 
-TEST(AtomicFile, AReadOnlyDiskIsAnError)
+TEST(AtomicFile, ReadOnlyDiskIsAnError)
 {
     test::SmallDisk disk(64 * 1024);
-    if (!disk.isThere() || !disk.makeReadOnly()) {
-        GTEST_SKIP() << "only root may mount a small disk";
+    if (!disk.isMounted() || !disk.makeReadOnly()) {
+        GTEST_SKIP() << "mounting a small disk requires root";
     }
-    EXPECT_EQ(failureOf([&] { const AtomicFile file(disk.path()); }), EROFS);
+    EXPECT_EQ(errorCodeOf([&] { const AtomicFile file(disk.path()); }), EROFS);
 }
 
 } // namespace

@@ -11,12 +11,12 @@ TEST(HotKeyText, ShowsTheDefaultShortcut)
     EXPECT_EQ(hotKeyDisplay(2560, QStringLiteral("C")), QStringLiteral("⌥⇧C"));
 }
 
-TEST(HotKeyText, ShowsModifiersInOneOrder)
+TEST(HotKeyText, ShowsModifiersInFixedOrder)
 {
     EXPECT_EQ(hotKeyDisplay(256 + 512 + 2048 + 4096, QString()), QStringLiteral("⌃⌥⇧⌘"));
 }
 
-TEST(HotKeyText, KnowsTheFunctionKeys)
+TEST(HotKeyText, RecognizesFunctionKeys)
 {
     EXPECT_TRUE(isFunctionKey(122));
     EXPECT_TRUE(isFunctionKey(80));
@@ -24,21 +24,21 @@ TEST(HotKeyText, KnowsTheFunctionKeys)
     EXPECT_FALSE(isFunctionKey(49));
 }
 
-TEST(HotKeyText, NamesSpecialKeysWhateverTheLayoutTypes)
+TEST(HotKeyText, NamesSpecialKeysIndependentOfLayout)
 {
     EXPECT_EQ(hotKeyName(49, QStringLiteral(" ")), QStringLiteral("Space"));
     EXPECT_EQ(hotKeyName(117, QStringLiteral("x")), QStringLiteral("⌦"));
     EXPECT_EQ(hotKeyName(80, QString()), QStringLiteral("F19"));
 }
 
-TEST(HotKeyText, NamesOtherKeysByWhatTheLayoutTypes)
+TEST(HotKeyText, NamesOtherKeysByTheirCharacters)
 {
     EXPECT_EQ(hotKeyName(8, QStringLiteral("c")), QStringLiteral("C"));
     EXPECT_EQ(hotKeyName(8, QStringLiteral("с")), QStringLiteral("С")); // Cyrillic
     EXPECT_EQ(hotKeyName(10, QString()), QStringLiteral("?"));
 }
 
-TEST(HotKeyText, StoresTheFourModifiersAndNoOther)
+TEST(HotKeyText, StoresFourModifiersOnly)
 {
     EXPECT_EQ(storedModifiers(Qt::MetaModifier), 256U);
     EXPECT_EQ(storedModifiers(Qt::ShiftModifier), 512U);

@@ -14,7 +14,7 @@
 namespace quelto {
 namespace {
 
-TEST(KeyCodes, AreThoseOfTheAnsiPlaces)
+TEST(KeyCodes, MatchAnsiPositions)
 {
     for (const auto& [name, code] : std::map<std::string_view, std::uint32_t>{{"AC01", 0},
                                                                               {"AC02", 1},
@@ -31,18 +31,18 @@ TEST(KeyCodes, AreThoseOfTheAnsiPlaces)
     }
 }
 
-TEST(KeyCodes, LeadBackToTheSamePlace)
+TEST(KeyCodes, RoundTripThroughEveryPosition)
 {
     for (const auto& position : keyPositions()) {
         EXPECT_EQ(keyCodeForScanCode(position.scanCode), position.code) << position.xkbName;
         EXPECT_EQ(keyCodeForXkbName(position.xkbName), position.code) << position.xkbName;
-        const auto back = positionsOfKeyCode(position.code);
-        EXPECT_TRUE(
-            std::ranges::any_of(back, [&](const KeyPosition& other) { return other.scanCode == position.scanCode; }));
+        const auto positions = positionsOfKeyCode(position.code);
+        EXPECT_TRUE(std::ranges::any_of(positions,
+                                        [&](const KeyPosition& other) { return other.scanCode == position.scanCode; }));
     }
 }
 
-TEST(KeyCodes, AreNoneForModifiersAndUnknownKeys)
+TEST(KeyCodes, AreMissingForModifiersAndUnknownKeys)
 {
     constexpr std::uint32_t LeftShift = 42;
     EXPECT_FALSE(keyCodeForScanCode(LeftShift));
@@ -52,7 +52,7 @@ TEST(KeyCodes, AreNoneForModifiersAndUnknownKeys)
     EXPECT_TRUE(positionsOfKeyCode(200).empty());
 }
 
-TEST(KeyCodes, EachPlaceStandsOnce)
+TEST(KeyCodes, PositionsAreUnique)
 {
     std::set<std::uint32_t> scanCodes;
     std::set<std::string_view> names;
@@ -62,7 +62,7 @@ TEST(KeyCodes, EachPlaceStandsOnce)
     }
 }
 
-TEST(KeyCodes, CoverEveryKeyThatHasAName)
+TEST(KeyCodes, CoverEveryNamedKey)
 {
     for (std::uint32_t code = 0; code < 256; ++code) {
         if (specialKeyName(code)) {
@@ -71,7 +71,7 @@ TEST(KeyCodes, CoverEveryKeyThatHasAName)
     }
 }
 
-TEST(KeyCodes, AgreeWithTheSystemsKeyboardDescription)
+TEST(KeyCodes, MatchTheSystemsXkbKeymap)
 {
     const std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS),
                                                                              &xkb_context_unref);

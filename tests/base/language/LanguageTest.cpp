@@ -6,7 +6,7 @@
 namespace quelto {
 namespace {
 
-TEST(Language, HasItsRows)
+TEST(Language, HasRawValueNativeNameAndLocale)
 {
     QStringList rows;
     for (const auto language : AllLanguages) {
@@ -26,7 +26,7 @@ struct Choice {
 
 class LanguageChoice : public testing::TestWithParam<Choice> { };
 
-TEST_P(LanguageChoice, FollowsTheSettingThenTheSystem)
+TEST_P(LanguageChoice, ComesFromSettingThenSystem)
 {
     EXPECT_EQ(languageFor(QString::fromUtf8(GetParam().setting), GetParam().preferred), GetParam().expected);
 }
@@ -36,24 +36,24 @@ QStringList list(const char* words)
     return QString::fromUtf8(words).split(u' ', Qt::SkipEmptyParts);
 }
 
-INSTANTIATE_TEST_SUITE_P(Language, LanguageChoice,
-                         testing::Values(Choice{"Chosen", "fr", list("de_DE"), Language::fr},
-                                         Choice{"ChosenTurkish", "tr", list("de_DE"), Language::tr},
-                                         Choice{"FirstKnownOfTheSystem", "system", list("de-DE tr-TR"), Language::de},
-                                         Choice{"UnknownOnesArePassedOver", "system", list("ja_JP.UTF-8 ru_RU.UTF-8"),
-                                                Language::ru},
-                                         Choice{"OnlyUnknownOnes", "system", list("ja-JP ko-KR"), Language::en},
-                                         Choice{"None", "system", {}, Language::en},
-                                         Choice{"CIsNoLanguage", "system", list("C.UTF-8"), Language::en},
-                                         Choice{"Brazil", "system", list("pt-BR"), Language::pt},
-                                         Choice{"Britain", "system", list("en-GB de"), Language::en},
-                                         Choice{"LettersOfAnotherCase", "system", list("DE_de"), Language::en},
-                                         Choice{"AnUnknownSettingIsTheSystems", "klingon", list("es_AR"), Language::es},
-                                         Choice{"AnUnknownSettingIsNeverTurkish", "", {}, Language::en},
-                                         Choice{"ASettingOfAnotherCase", "FR", list("es"), Language::es}),
-                         [](const auto& choice) { return choice.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Language, LanguageChoice,
+    testing::Values(Choice{"Chosen", "fr", list("de_DE"), Language::fr},
+                    Choice{"ChosenTurkish", "tr", list("de_DE"), Language::tr},
+                    Choice{"FirstSupportedSystemLanguage", "system", list("de-DE tr-TR"), Language::de},
+                    Choice{"SkipsUnsupportedLanguages", "system", list("ja_JP.UTF-8 ru_RU.UTF-8"), Language::ru},
+                    Choice{"OnlyUnsupportedLanguages", "system", list("ja-JP ko-KR"), Language::en},
+                    Choice{"NoSystemLanguage", "system", {}, Language::en},
+                    Choice{"CLocale", "system", list("C.UTF-8"), Language::en},
+                    Choice{"Brazil", "system", list("pt-BR"), Language::pt},
+                    Choice{"Britain", "system", list("en-GB de"), Language::en},
+                    Choice{"IgnoresSystemLanguageInUpperCase", "system", list("DE_de"), Language::en},
+                    Choice{"UnknownSettingMeansSystem", "klingon", list("es_AR"), Language::es},
+                    Choice{"EmptySettingMeansSystem", "", {}, Language::en},
+                    Choice{"SettingInUpperCaseMeansSystem", "FR", list("es"), Language::es}),
+    [](const auto& choice) { return choice.param.name; });
 
-/// Puts variables back as they were.
+/// Clears the language variables and restores them afterwards.
 class PreferredLanguages : public testing::Test {
 protected:
     static constexpr std::array Variables{"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
@@ -76,7 +76,7 @@ private:
     QByteArrayList m_before;
 };
 
-TEST_F(PreferredLanguages, ComeFromTheEnvironmentInOrder)
+TEST_F(PreferredLanguages, AreReadFromEnvironmentInOrder)
 {
     qputenv("LANG", "de_DE.UTF-8");
     qputenv("LC_MESSAGES", "fr_FR.UTF-8");
@@ -85,7 +85,7 @@ TEST_F(PreferredLanguages, ComeFromTheEnvironmentInOrder)
     EXPECT_EQ(preferredLanguages().join(u' '), QStringLiteral("es ru C fr_FR.UTF-8 de_DE.UTF-8"));
 }
 
-TEST_F(PreferredLanguages, EmptyOnesAreNone)
+TEST_F(PreferredLanguages, SkipEmptyVariables)
 {
     qputenv("LANGUAGE", "");
     qputenv("LC_ALL", "");
@@ -98,14 +98,14 @@ protected:
     ~L10nTest() override { L10n::use(QStringLiteral("tr")); }
 };
 
-TEST_F(L10nTest, BringsItsLocale)
+TEST_F(L10nTest, LocaleFollowsLanguage)
 {
     L10n::use(QStringLiteral("pt"));
     EXPECT_EQ(L10n::current(), Language::pt);
     EXPECT_EQ(L10n::locale().name(), QStringLiteral("pt_BR"));
 }
 
-TEST_F(L10nTest, PutsTheDateInTheOrderOfTheLanguage)
+TEST_F(L10nTest, FormatsDatesInTheOrderOfTheLanguage)
 {
     const QDateTime date(QDate(2026, 3, 1), QTime(20, 5, 7));
     struct Case {
@@ -119,14 +119,14 @@ TEST_F(L10nTest, PutsTheDateInTheOrderOfTheLanguage)
           Case{"fr", "dimanche 1 mars 2026", "20:05"}, Case{"pt", "domingo, 1 de março de 2026", "20:05"},
           Case{"ru", "воскресенье, 1 марта 2026 г.", "20:05"}}) {
         L10n::use(QString::fromUtf8(each.language));
-        // Which kind of blank stands before "г." depends on ICU's data.
+        // ICU's data determines the kind of space before "г.".
         EXPECT_EQ(L10n::date(date, QStringLiteral("EEEEdMMMMyyyy")).replace(QChar(0x202F), u' '),
                   QString::fromUtf8(each.day));
         EXPECT_EQ(L10n::date(date, QStringLiteral("H:mm")), QString::fromUtf8(each.time));
     }
 }
 
-TEST_F(L10nTest, WritesTheTimeOfWhereTheComputerIsNow)
+TEST_F(L10nTest, FormatsTimesInTheCurrentTimeZone)
 {
     const auto before = qgetenv("TZ");
     const bool wasSet = qEnvironmentVariableIsSet("TZ");
@@ -148,7 +148,7 @@ TEST_F(L10nTest, WritesTheTimeOfWhereTheComputerIsNow)
     }
 }
 
-TEST_F(L10nTest, KnowsBothKindsOfI)
+TEST_F(L10nTest, UpperCaseFollowsTheLanguage)
 {
     L10n::use(QStringLiteral("tr"));
     EXPECT_EQ(L10n::upperCased(QStringLiteral("iyi ıssız")), QStringLiteral("İYİ ISSIZ"));

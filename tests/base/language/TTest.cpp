@@ -14,36 +14,36 @@ protected:
     ~TranslatedT() override { L10n::use(QStringLiteral("tr")); }
 };
 
-// First of all: what is tested is that nothing before it needed the table.
-TEST(T, TurkishNeedsNoTable)
+// Must be the first test: it checks that nothing has loaded the table yet.
+TEST(T, TurkishDoesNotLoadTheTable)
 {
     EXPECT_EQ(T("Oto klip ({0}): {1}", QStringLiteral("Efsane"), 7), QStringLiteral("Oto klip (Efsane): 7"));
     EXPECT_FALSE(Translations::isTableBuilt());
 }
 
-TEST(T, GivesAKeyItselfWithItsPlaceholdersFilled)
+TEST(T, ReturnsKeyWithPlaceholdersFilledInTurkish)
 {
     EXPECT_EQ(T("● Kayıtta — son {0} sn", 30), QStringLiteral("● Kayıtta — son 30 sn"));
     EXPECT_EQ(T("{0} klip"), QStringLiteral("{0} klip"));
 }
 
-TEST(T, FillsEveryOccurrenceInOrderAndIgnoresWhatIsLeftOver)
+TEST(T, FillsEveryOccurrenceAndIgnoresExtraArguments)
 {
     EXPECT_EQ(T("{1} {0} {1}", QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")), QStringLiteral("b a b"));
     EXPECT_EQ(T("{0} {1}", QStringLiteral("a")), QStringLiteral("a {1}"));
 }
 
-TEST(T, GoesOnFillingInWhatAnArgumentBrought)
+TEST(T, FillsPlaceholdersInsideArguments)
 {
     EXPECT_EQ(T("{0}!", QStringLiteral("{1}"), QStringLiteral("x")), QStringLiteral("x!"));
 }
 
-TEST(T, PrintsNumbersWithoutGrouping)
+TEST(T, FormatsNumbersWithoutGrouping)
 {
     EXPECT_EQ(T("{0}", 1500), QStringLiteral("1500"));
 }
 
-TEST_F(TranslatedT, SpeaksTheLanguageSwitcher)
+TEST_F(TranslatedT, ReturnsTextInCurrentLanguage)
 {
     struct Case {
         const char* language;
@@ -58,20 +58,20 @@ TEST_F(TranslatedT, SpeaksTheLanguageSwitcher)
     }
 }
 
-TEST_F(TranslatedT, AKeyWithoutARowShowsItself)
+TEST_F(TranslatedT, KeyWithoutRowIsReturnedUnchanged)
 {
     L10n::use(QStringLiteral("de"));
     EXPECT_EQ(T("Böyle bir satır yok: {0}", 3), QStringLiteral("Böyle bir satır yok: 3"));
     EXPECT_EQ(T(""), QString());
 }
 
-TEST_F(TranslatedT, APlaceholderWithoutAnArgumentStays)
+TEST_F(TranslatedT, PlaceholderWithoutArgumentStays)
 {
     L10n::use(QStringLiteral("en"));
     EXPECT_EQ(T("{0} klip"), QStringLiteral("{0} clips"));
 }
 
-TEST_F(TranslatedT, TheDesktopsWordsComeFirstWhereItHasThem)
+TEST_F(TranslatedT, DesktopTextsTakePrecedence)
 {
     const auto* const key = "Finder'da Göster";
     EXPECT_EQ(TOnDesktop(key), QStringLiteral("Klasörde Göster"));
@@ -82,10 +82,10 @@ TEST_F(TranslatedT, TheDesktopsWordsComeFirstWhereItHasThem)
     EXPECT_EQ(TOnDesktop("Son {0} sn • {1} MB", 30, 7), QStringLiteral("Last 30 s • 7 MB"));
 }
 
-TEST(Translations, ASourceIsReadRowByRow)
+TEST(Translations, ParsesRowsAndSkipsMalformedOnes)
 {
     constexpr std::array columns{Language::en, Language::de};
-    const auto table = parsedTranslations("bir\tone\teins\n\nkısa\tshort\nuzun\ta\tb\tc\nbir\tuno\tun", columns);
+    const auto table = parseTranslations("bir\tone\teins\n\nkısa\tshort\nuzun\ta\tb\tc\nbir\tuno\tun", columns);
     ASSERT_EQ(table.size(), 1) << "rows with too few or too many columns are skipped";
     EXPECT_EQ(table["bir"][Language::en], QStringLiteral("uno")) << "a later row replaces an earlier one";
     EXPECT_EQ(table["bir"][Language::de], QStringLiteral("un"));

@@ -11,8 +11,8 @@
 namespace quelto {
 namespace {
 
-// How much longer than the English a text may be before a button or a row has to be looked at.
-constexpr double MostOfEnglish = 1.6;
+// A text longer than this needs a check that it fits its button or row.
+constexpr double MaxRatioToEnglish = 1.6;
 
 QStringList linesOf(const QString& path)
 {
@@ -21,7 +21,7 @@ QStringList linesOf(const QString& path)
     return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
 }
 
-/// A table of texts as a translator edits it.
+/// A translation table.
 struct Rows {
     QList<QStringList> rows;
     QStringList languages;
@@ -69,16 +69,16 @@ QStringList placeholders(const QString& text)
     return sorted;
 }
 
-/// Rows of three columns, language, key and reason, that excuse a text from a rule.
-bool isExcused(const QString& list, const QString& language, const QString& key)
+/// Whether the list exempts the text from a rule. Lists have three columns: language, key and reason.
+bool isExempt(const QString& list, const QString& language, const QString& key)
 {
     static QHash<QString, QSet<QString>> lists;
     if (!lists.contains(list)) {
-        auto& excuses = lists[list];
+        auto& exemptions = lists[list];
         for (const auto& line : linesOf(QStringLiteral("tests/base/language/") + list)) {
             const auto cells = line.split(u'\t');
-            EXPECT_EQ(cells.size(), 3) << "no reason given: " << line.toStdString();
-            excuses.insert(cells.value(0) + u'\t' + cells.value(1));
+            EXPECT_EQ(cells.size(), 3) << "expected language, key and reason: " << line.toStdString();
+            exemptions.insert(cells.value(0) + u'\t' + cells.value(1));
         }
     }
     return lists[list].contains(language + u'\t' + key);
@@ -89,7 +89,7 @@ protected:
     const Rows& rows = QByteArray(GetParam()) == "Desktop" ? desktopTable() : table();
 };
 
-TEST_P(TranslationRows, HaveEveryColumnAndNoKeyTwice)
+TEST_P(TranslationRows, HaveAllColumnsAndUniqueKeys)
 {
     QSet<QString> keys;
     for (const auto& row : rows.rows) {
@@ -102,7 +102,7 @@ TEST_P(TranslationRows, HaveEveryColumnAndNoKeyTwice)
     }
 }
 
-TEST_P(TranslationRows, HoldTheSamePlaceholdersInEveryColumn)
+TEST_P(TranslationRows, HaveSamePlaceholdersInEveryColumn)
 {
     for (const auto& row : rows.rows) {
         for (const auto& text : row) {
@@ -111,7 +111,7 @@ TEST_P(TranslationRows, HoldTheSamePlaceholdersInEveryColumn)
     }
 }
 
-TEST_P(TranslationRows, AreWrittenInTheLettersOfTheirLanguage)
+TEST_P(TranslationRows, UseTheAlphabetOfTheirLanguage)
 {
     static const QRegularExpression turkish(QStringLiteral("[ğĞşŞıİ]"));
     static const QRegularExpression cyrillic(QStringLiteral("[а-яёА-ЯЁ]"));
@@ -124,19 +124,19 @@ TEST_P(TranslationRows, AreWrittenInTheLettersOfTheirLanguage)
     }
 }
 
-TEST_P(TranslationRows, AreNotLeftInEnglish)
+TEST_P(TranslationRows, AreTranslatedFromEnglish)
 {
     for (const auto& row : rows.rows) {
         for (const auto* language : {"de", "es", "fr", "pt", "ru"}) {
             if (row[rows.column(language)] == row[rows.column("en")]) {
-                EXPECT_TRUE(isExcused(QStringLiteral("same-as-english.tsv"), QString::fromLatin1(language), row[0]))
+                EXPECT_TRUE(isExempt(QStringLiteral("same-as-english.tsv"), QString::fromLatin1(language), row[0]))
                     << language << ": " << row[0].toStdString();
             }
         }
     }
 }
 
-TEST_P(TranslationRows, HoldOnlyKnownLatinWordsInRussian)
+TEST_P(TranslationRows, ContainOnlyKnownLatinWordsInRussian)
 {
     static const QRegularExpression word(QStringLiteral("[A-Za-z][A-Za-z.+/-]*[A-Za-z]"));
     const auto known = linesOf(QStringLiteral("tests/base/language/latin-words-in-russian.txt"));
@@ -153,8 +153,9 @@ TEST_P(TranslationRows, AreNotMuchLongerThanTheEnglish)
     for (const auto& row : rows.rows) {
         for (const auto* language : {"de", "es", "fr", "pt", "ru"}) {
             const auto& text = row[rows.column(language)];
-            if (static_cast<double>(text.size()) > MostOfEnglish * static_cast<double>(row[rows.column("en")].size())) {
-                EXPECT_TRUE(isExcused(QStringLiteral("long-texts.tsv"), QString::fromLatin1(language), row[0]))
+            if (static_cast<double>(text.size()) >
+                MaxRatioToEnglish * static_cast<double>(row[rows.column("en")].size())) {
+                EXPECT_TRUE(isExempt(QStringLiteral("long-texts.tsv"), QString::fromLatin1(language), row[0]))
                     << language << ": " << text.toStdString();
             }
         }
@@ -164,7 +165,7 @@ TEST_P(TranslationRows, AreNotMuchLongerThanTheEnglish)
 INSTANTIATE_TEST_SUITE_P(Tables, TranslationRows, testing::Values("All", "Desktop"),
                          [](const auto& name) { return name.param; });
 
-TEST(DesktopRows, StandInForRowsOfTheTable)
+TEST(DesktopRows, ReplaceExistingRows)
 {
     for (const auto& row : desktopTable().rows) {
         EXPECT_TRUE(std::ranges::any_of(table().rows, [&](const auto& each) { return each[0] == row[0]; }))
@@ -172,7 +173,7 @@ TEST(DesktopRows, StandInForRowsOfTheTable)
     }
 }
 
-/// All of the program's own files, as C++ and QML write them.
+/// The text of all C++ and QML files of the program.
 const QString& sources()
 {
     static const auto all = [] {
@@ -190,7 +191,7 @@ const QString& sources()
     return all;
 }
 
-/// Every key that is passed to a lookup as a literal.
+/// The keys that are passed to T or TOnDesktop as literals.
 QSet<QString> keysInSources()
 {
     static const QRegularExpression call(
@@ -207,7 +208,7 @@ QSet<QString> keysInSources()
     return keys;
 }
 
-TEST(TranslationKeys, EveryTextOfTheProgramHasARow)
+TEST(TranslationKeys, EveryTextInTheSourcesHasARow)
 {
     const auto keys = keysInSources();
     EXPECT_GT(keys.size(), 90);
@@ -217,18 +218,18 @@ TEST(TranslationKeys, EveryTextOfTheProgramHasARow)
     }
 }
 
-TEST(TranslationKeys, ARowThatNothingUsesIsListedAsYetToCome)
+TEST(TranslationKeys, UnusedRowsAreListed)
 {
     auto used = keysInSources();
     for (const auto& row : table().rows) {
-        // Some keys travel as data: what a fight holds, what a menu is made of.
+        // Some keys are passed as data, for example in fights and menus.
         if (sources().contains(u'"' + row[0] + u'"')) {
             used.insert(row[0]);
         }
     }
-    const auto toCome = linesOf(QStringLiteral("tests/base/language/keys-yet-to-come.txt"));
-    for (const auto& key : toCome) {
-        EXPECT_FALSE(used.contains(key)) << "it has come: " << key.toStdString();
+    const auto unused = linesOf(QStringLiteral("tests/base/language/unused-keys.txt"));
+    for (const auto& key : unused) {
+        EXPECT_FALSE(used.contains(key)) << "is used now, remove it from the list: " << key.toStdString();
         used.insert(key);
     }
     for (const auto& row : table().rows) {

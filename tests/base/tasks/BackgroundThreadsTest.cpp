@@ -13,42 +13,42 @@ namespace {
 
 constexpr auto* Name = u"quelto.test";
 
-TEST(BackgroundThreads, RunAsManyTasksAsThereAreThreads)
+TEST(BackgroundThreads, RunOneTaskPerThreadConcurrently)
 {
-    std::latch together(3);
+    std::latch allRunning(3);
     std::latch ended(3);
     BackgroundThreads threads(QString::fromUtf16(Name), 3);
     for (int i = 0; i < 3; ++i) {
         threads.post([&] {
-            // Each waits until the others run too.
-            together.arrive_and_wait();
+            // Each task waits until the others run.
+            allRunning.arrive_and_wait();
             ended.count_down();
         });
     }
     ended.wait();
 }
 
-TEST(BackgroundThreads, RunNoMoreTasksThanThereAreThreads)
+TEST(BackgroundThreads, NeverRunMoreTasksThanThreads)
 {
     constexpr int Count = 200;
     std::atomic<int> running = 0;
-    std::atomic<int> most = 0;
+    std::atomic<int> maxRunning = 0;
     std::latch ended(Count);
     BackgroundThreads threads(QString::fromUtf16(Name), 2);
     for (int i = 0; i < Count; ++i) {
         threads.post([&] {
             const int now = ++running;
-            for (int known = most; known < now && !most.compare_exchange_weak(known, now);) { }
+            for (int previous = maxRunning; previous < now && !maxRunning.compare_exchange_weak(previous, now);) { }
             std::this_thread::yield();
             --running;
             ended.count_down();
         });
     }
     ended.wait();
-    EXPECT_LE(most, 2);
+    EXPECT_LE(maxRunning, 2);
 }
 
-TEST(BackgroundThreads, OneThreadKeepsTheOrder)
+TEST(BackgroundThreads, OneThreadRunsTasksInPostingOrder)
 {
     std::vector<int> order;
     std::promise<void> ended;
@@ -61,7 +61,7 @@ TEST(BackgroundThreads, OneThreadKeepsTheOrder)
     EXPECT_EQ(order, (std::vector{0, 1, 2, 3, 4}));
 }
 
-TEST(BackgroundThreads, GiveWayToOthers)
+TEST(BackgroundThreads, RunAtLowPriority)
 {
     std::promise<int> nice;
     BackgroundThreads threads(QString::fromUtf16(Name), 1);
@@ -69,36 +69,36 @@ TEST(BackgroundThreads, GiveWayToOthers)
     EXPECT_GE(nice.get_future().get(), 10);
 }
 
-TEST(BackgroundThreads, DestructionDropsWhatHasNotBegunAndWaitsForWhatRuns)
+TEST(BackgroundThreads, DestructorDropsQueuedTasksAndWaitsForRunningOnes)
 {
-    // The task's own: a thread that is held up for too long is left behind, and may come to it later.
+    // Owned by the task: a thread that is blocked for too long is detached and may access it later.
     struct Shared {
-        std::promise<void> begun;
+        std::promise<void> started;
         std::promise<void> mayEnd;
         std::atomic<bool> hasEnded = false;
     };
     const auto shared = std::make_shared<Shared>();
-    const auto held = std::make_shared<bool>(false);
+    const auto sentinel = std::make_shared<bool>(false);
     {
         BackgroundThreads threads(QString::fromUtf16(Name), 1);
         threads.post([shared] {
-            shared->begun.set_value();
+            shared->started.set_value();
             shared->mayEnd.get_future().wait();
             shared->hasEnded = true;
         });
-        threads.post([held] { *held = true; });
-        shared->begun.get_future().wait();
+        threads.post([sentinel] { *sentinel = true; });
+        shared->started.get_future().wait();
         shared->mayEnd.set_value();
-        // Either the second task was dropped or it ran; both are over behind this line.
+        // The second task was dropped or has run when the destructor returns.
     }
     EXPECT_TRUE(shared->hasEnded);
-    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_EQ(sentinel.use_count(), 1);
 }
 
-TEST(BackgroundThreads, ThreadThatHangsIsLeftBehind)
+TEST(BackgroundThreads, DestructorDetachesBlockedThread)
 {
     struct Shared {
-        std::promise<void> begun;
+        std::promise<void> started;
         std::promise<void> mayEnd;
         std::promise<void> ended;
     };
@@ -106,13 +106,13 @@ TEST(BackgroundThreads, ThreadThatHangsIsLeftBehind)
     {
         BackgroundThreads threads(QString::fromUtf16(Name), 2);
         threads.post([shared] {
-            shared->begun.set_value();
+            shared->started.set_value();
             shared->mayEnd.get_future().wait();
             shared->ended.set_value();
         });
-        shared->begun.get_future().wait();
+        shared->started.get_future().wait();
     }
-    // The destructor came back while the task still hangs.
+    // The destructor returned while the task is still blocked.
     shared->mayEnd.set_value();
     shared->ended.get_future().wait();
 }

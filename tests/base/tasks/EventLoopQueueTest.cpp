@@ -32,7 +32,7 @@ TEST_F(EventLoopQueueTest, RunsTasksInOrderOnItsOwnThread)
     EXPECT_EQ(order, (QList<int>{0, 1, 2, 3, 4, 5}));
 }
 
-TEST_F(EventLoopQueueTest, TimersOfItsObjectsFireOnIt)
+TEST_F(EventLoopQueueTest, TimersFireOnTheQueueThread)
 {
     EventLoopQueue queue(QStringLiteral("test"));
     std::promise<bool> fired;
@@ -47,12 +47,12 @@ TEST_F(EventLoopQueueTest, TimersOfItsObjectsFireOnIt)
     queue.sync([&] { timer.reset(); });
 }
 
-TEST_F(EventLoopQueueTest, RunsADelayedTaskBehindTheOthers)
+TEST_F(EventLoopQueueTest, RunsDelayedTaskAfterUndelayedOnes)
 {
     EventLoopQueue queue(QStringLiteral("test"));
     std::promise<void> done;
     QList<int> order;
-    // The queue is held meanwhile: it has both before it looks at either, however long that takes.
+    // sync blocks the queue until both tasks are posted.
     queue.sync([&] {
         queue.postAfter(std::chrono::milliseconds(5), [&] {
             order.append(2);
@@ -64,7 +64,7 @@ TEST_F(EventLoopQueueTest, RunsADelayedTaskBehindTheOthers)
     EXPECT_EQ(order, (QList<int>{1, 2}));
 }
 
-TEST_F(EventLoopQueueTest, DropsWhatHasNotBegunAtItsEnd)
+TEST_F(EventLoopQueueTest, DestructorDropsQueuedTasks)
 {
     bool hasRun = false;
     {

@@ -7,12 +7,12 @@
 
 namespace quelto::test {
 
-/// Time that stands still until a test moves it, and what is due in it.
+/// A clock that only moves when a test advances it, with the tasks that are scheduled on it.
 class ManualTime {
 public:
     HostTime now() const { return m_now; }
 
-    /// Runs what falls due, in order, and what that brings with it.
+    /// Runs all tasks that become due, in order, including those that they schedule.
     void advance(HostDuration duration)
     {
         const auto end = m_now + duration;
@@ -22,7 +22,7 @@ public:
         m_now = end;
     }
 
-    /// Runs the one task that is due first.
+    /// Advances to the earliest task and runs it.
     void runNext()
     {
         const auto task = std::move(m_tasks.begin()->second);
@@ -31,7 +31,7 @@ public:
         task();
     }
 
-    /// Runs what is due now.
+    /// Runs the tasks that are due now.
     void settle() { advance(HostDuration::zero()); }
 
     void schedule(HostDuration delay, Task task) { m_tasks.emplace(m_now + delay, std::move(task)); }
@@ -41,7 +41,7 @@ private:
     std::multimap<HostTime, Task> m_tasks;
 };
 
-/// A queue that runs on the test's own thread, when the test lets time go by.
+/// A queue whose tasks run on the test's thread when the test advances the time.
 class ManualQueue final : public TaskQueue {
 public:
     explicit ManualQueue(ManualTime& time)
@@ -56,7 +56,7 @@ public:
     }
     void postAfter(HostDuration delay, Task task) override { m_time.schedule(delay, std::move(task)); }
 
-    /// How many tasks came without a delay, so far.
+    /// The number of tasks posted without a delay so far.
     int posted() const { return m_posted; }
 
 private:

@@ -22,7 +22,7 @@ TEST(SerialQueue, RunsTasksOfOneProducerInOrder)
     EXPECT_TRUE(std::ranges::is_sorted(order));
 }
 
-TEST(SerialQueue, RunsAllTasksOnOneThreadOfItsOwn)
+TEST(SerialQueue, RunsAllTasksOnItsOwnThread)
 {
     SerialQueue queue(QStringLiteral("test"));
     std::thread::id first;
@@ -33,16 +33,16 @@ TEST(SerialQueue, RunsAllTasksOnOneThreadOfItsOwn)
     EXPECT_NE(first, std::this_thread::get_id());
 }
 
-TEST(SerialQueue, RunsAnEarlierDelayBeforeALaterOne)
+TEST(SerialQueue, RunsShorterDelayBeforeLongerOne)
 {
     std::vector<int> order;
-    HostDuration apart{};
+    HostDuration gap{};
     do {
         order.clear();
         std::latch both(2);
         SerialQueue queue(QStringLiteral("test"));
         queue.sync([&] {
-            const auto begun = HostClock::now();
+            const auto started = HostClock::now();
             queue.postAfter(milliseconds(20), [&] {
                 order.push_back(2);
                 both.count_down();
@@ -51,29 +51,29 @@ TEST(SerialQueue, RunsAnEarlierDelayBeforeALaterOne)
                 order.push_back(1);
                 both.count_down();
             });
-            apart = HostClock::now() - begun;
+            gap = HostClock::now() - started;
         });
         both.wait();
-        // After a pause between the two, the second may really have been the later one.
-    } while (apart > milliseconds(10));
+        // If the thread was paused between the two calls, the second task may really be due later.
+    } while (gap > milliseconds(10));
     EXPECT_EQ(order, (std::vector{1, 2}));
 }
 
-TEST(SerialQueue, NeverRunsADelayedTaskEarly)
+TEST(SerialQueue, NeverRunsDelayedTaskEarly)
 {
     SerialQueue queue(QStringLiteral("test"));
     std::latch done(1);
-    const auto asked = HostClock::now();
+    const auto posted = HostClock::now();
     HostTime ran;
     queue.postAfter(milliseconds(30), [&] {
         ran = HostClock::now();
         done.count_down();
     });
     done.wait();
-    EXPECT_GE(ran - asked, milliseconds(30));
+    EXPECT_GE(ran - posted, milliseconds(30));
 }
 
-TEST(SerialQueue, DropsWhatHasNotBegunWhenItEnds)
+TEST(SerialQueue, DestructorDropsQueuedTasks)
 {
     bool hasRun = false;
     {
@@ -83,23 +83,23 @@ TEST(SerialQueue, DropsWhatHasNotBegunWhenItEnds)
     EXPECT_FALSE(hasRun);
 }
 
-TEST(SerialQueue, FinishesTheRunningTaskWhenItEnds)
+TEST(SerialQueue, DestructorWaitsForRunningTask)
 {
-    std::latch begun(1);
+    std::latch started(1);
     bool isFinished = false;
     {
         SerialQueue queue(QStringLiteral("test"));
         queue.post([&] {
-            begun.count_down();
+            started.count_down();
             std::this_thread::sleep_for(milliseconds(20));
             isFinished = true;
         });
-        begun.wait();
+        started.wait();
     }
     EXPECT_TRUE(isFinished);
 }
 
-TEST(SerialQueue, LetsATaskPostFromItsOwnThread)
+TEST(SerialQueue, TaskCanPostToItsOwnQueue)
 {
     std::latch done(1);
     SerialQueue queue(QStringLiteral("test"));
@@ -111,28 +111,28 @@ TEST(SerialQueue, LetsATaskPostFromItsOwnThread)
     EXPECT_FALSE(queue.isCurrent());
 }
 
-TEST(SerialQueue, FinishingRunsWhatWasPostedButNotWhatIsPutOff)
+TEST(SerialQueue, FinishRunsPostedTasksAndDropsDelayedOnes)
 {
     std::vector<int> order;
-    const auto held = std::make_shared<bool>(false);
+    const auto sentinel = std::make_shared<bool>(false);
     std::latch mayRun(1);
     SerialQueue queue(QStringLiteral("test"));
     queue.post([&] { mayRun.wait(); });
     for (int i = 0; i < 100; ++i) {
         queue.post([&order, i] { order.push_back(i); });
     }
-    queue.postAfter(std::chrono::hours(1), [held] { *held = true; });
+    queue.postAfter(std::chrono::hours(1), [sentinel] { *sentinel = true; });
     mayRun.count_down();
     queue.finish(std::chrono::minutes(1));
     EXPECT_EQ(order.size(), 100U);
     EXPECT_TRUE(std::ranges::is_sorted(order));
-    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_EQ(sentinel.use_count(), 1);
 }
 
-TEST(SerialQueue, FinishingLeavesAThreadThatHangsBehind)
+TEST(SerialQueue, FinishDetachesBlockedThreadAfterTimeout)
 {
     struct Shared {
-        std::latch begun{1};
+        std::latch started{1};
         std::latch mayEnd{1};
         std::latch ended{1};
         bool hasNextRun = false;
@@ -141,16 +141,16 @@ TEST(SerialQueue, FinishingLeavesAThreadThatHangsBehind)
     {
         SerialQueue queue(QStringLiteral("test"));
         queue.post([shared] {
-            shared->begun.count_down();
+            shared->started.count_down();
             shared->mayEnd.wait();
             shared->ended.count_down();
         });
         queue.post([shared] { shared->hasNextRun = true; });
-        shared->begun.wait();
+        shared->started.wait();
         queue.finish(milliseconds(10));
-        EXPECT_EQ(shared.use_count(), 2) << "what has not begun is dropped";
+        EXPECT_EQ(shared.use_count(), 2) << "queued tasks are dropped";
     }
-    // Both came back while the task still hangs.
+    // finish and the destructor returned while the task is still blocked.
     shared->mayEnd.count_down();
     shared->ended.wait();
     while (shared.use_count() > 1) {

@@ -70,7 +70,7 @@ TEST(ClipFailure, MissingKeyFrameIsAnEmptyBuffer)
 TEST(ClipFailure, FullDiskLeavesNoFileAndTheNextSaveSucceeds)
 {
     const test::SmallDisk disk(600 * 1024);
-    if (!disk.isThere()) {
+    if (!disk.isMounted()) {
         GTEST_SKIP() << "only root may mount a small disk";
     }
     QFile ballast(disk.path() + QStringLiteral("/ballast"));
@@ -89,7 +89,7 @@ TEST(ClipFailure, FullDiskLeavesNoFileAndTheNextSaveSucceeds)
 TEST(ClipFailure, ReportsAReadOnlyFolder)
 {
     test::SmallDisk disk(600 * 1024);
-    if (!disk.isThere() || !disk.makeReadOnly()) {
+    if (!disk.isMounted() || !disk.makeReadOnly()) {
         GTEST_SKIP() << "only root may mount a small disk";
     }
     EXPECT_EQ(messageOf(requestInto(disk.path())),
@@ -165,7 +165,7 @@ TEST(ClipFailure, SkipsCorruptAudioAndSavesTheClip)
     const auto path = ClipWriter::write(requestInto(folder.path(), snapshot)).path;
     EXPECT_EQ(test::decodingErrors(path), "");
     EXPECT_EQ(test::streamsOf(path).size(), 5);
-    EXPECT_NEAR(test::levelOf(test::decodedSound(path, 1), 400, 0), 0.2, 0.02);
+    EXPECT_NEAR(test::levelOf(test::decodeAudio(path, 1), 400, 0), 0.2, 0.02);
 }
 
 TEST(ClipFailure, SurvivesCorruptFrames)

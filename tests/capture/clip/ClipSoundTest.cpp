@@ -2,7 +2,7 @@
 #include "capture/clip/ClipWriter.h"
 
 #include "tests/capture/clip/SnapshotMaker.h"
-#include "tests/media/probe/Mp4Atoms.h"
+#include "tests/media/probe/Mp4Boxes.h"
 #include "tests/media/probe/Probe.h"
 
 #include <QTemporaryDir>
@@ -60,7 +60,7 @@ struct Levels {
 
 void expectLevels(const QString& path, int track, const Levels& expected)
 {
-    const auto decoded = test::decodedSound(path, track);
+    const auto decoded = test::decodeAudio(path, track);
     ASSERT_FALSE(decoded.empty());
     for (int channel = 0; channel < 2; ++channel) {
         EXPECT_NEAR(levelOf(decoded, SystemTone, channel), expected.system, 0.01) << "track " << track;
@@ -107,7 +107,7 @@ TEST_F(ClipSoundTest, SilentMicrophoneAndMissingChatHaveTracksOfSilence)
     }
     expectLevels(path, 0, {0.2, 0, 0});
     for (const int track : {2, 3}) {
-        const auto decoded = test::decodedSound(path, track);
+        const auto decoded = test::decodeAudio(path, track);
         EXPECT_GE(decoded.size(), 3U * 48000 * 2);
         EXPECT_EQ(test::peakOf(decoded), 0) << track;
     }
@@ -138,7 +138,7 @@ TEST_F(ClipSoundTest, BeepKeepsItsTime)
     snapshot.audio = sound({.start = PictureStart - Ahead, .seconds = 3.6, .value = [&](double second) {
                                 return beep(second - inSeconds(Ahead));
                             }});
-    const auto decoded = test::decodedSound(write(snapshot), 1);
+    const auto decoded = test::decodeAudio(write(snapshot), 1);
     const auto isLoud = [](float value) { return std::abs(value) > 0.4F; };
     const auto first = std::find_if(decoded.begin(), decoded.end(), isLoud);
     ASSERT_NE(first, decoded.end());

@@ -4,7 +4,7 @@
 #include "library/naming/ClipName.h"
 #include "tests/capture/clip/SnapshotMaker.h"
 #include "tests/media/probe/MediaDuration.h"
-#include "tests/media/probe/Mp4Atoms.h"
+#include "tests/media/probe/Mp4Boxes.h"
 #include "tests/media/probe/Probe.h"
 
 #include <QDir>

@@ -46,7 +46,7 @@ protected:
             .session = session,
             .saves = saves,
             .openEncoder = [this](const EncoderRequest& request,
-                                  VideoEncoder::OnSample onSample) -> std::unique_ptr<VideoEncoder> {
+                                  VideoEncoder::OnEncodedFrame onSample) -> std::unique_ptr<VideoEncoder> {
                 if (encoderError) {
                     throw EncoderError(*encoderError);
                 }

@@ -142,7 +142,7 @@ TEST(Clip, BeginsWithADateOnlyIfAllOfItIsThere)
 TEST(Clip, TellsSizesAsCloselyAsOneCaresToKnow)
 {
     const auto text = [](qint64 bytes) {
-        return Clip(QStringLiteral("/x.mp4"), FileStat{.madeAt = 0, .size = bytes, .isFile = true})
+        return Clip(QStringLiteral("/x.mp4"), FileStat{.createdAt = 0, .size = bytes, .isFile = true})
             .sizeText()
             .replace(QChar(0xA0), u' ')
             .replace(QChar(0x202F), u' ');
@@ -180,7 +180,7 @@ TEST(Clip, TellsTheTimeAsTheLanguageDoes)
 {
     const QDateTime date(QDate(2026, 3, 1), QTime(9, 5, 7));
     const Clip found(QStringLiteral("/x.mp4"),
-                     FileStat{.madeAt = date.toMSecsSinceEpoch() * 1'000'000, .size = 1, .isFile = true});
+                     FileStat{.createdAt = date.toMSecsSinceEpoch() * 1'000'000, .size = 1, .isFile = true});
     EXPECT_EQ(found.date, date);
     L10n::use(QStringLiteral("de"));
     EXPECT_EQ(found.timeText(), L10n::date(date, QStringLiteral("H:mm")));

@@ -66,7 +66,7 @@ protected:
     test::ManualTime workTime;
     test::ManualQueue main{mainTime};
     test::ManualQueue work{workTime};
-    ClipReader reading{.facts = {.duration = 30, .width = 1920, .height = 1080, .fps = 60}, .picture = picture()};
+    ClipPreview reading{.metadata = {.duration = 30, .width = 1920, .height = 1080, .fps = 60}, .thumbnail = picture()};
     std::function<void(const QString&)> onRead;
     std::vector<std::string> read;
     std::vector<std::string> shown;
@@ -119,7 +119,7 @@ TEST_F(ThumbnailCacheTest, FileWithoutAPictureKeepsItsDataAndIsReadAgain)
     settle();
     EXPECT_TRUE(lastImage.isNull());
     EXPECT_EQ(cache->cachedInfo(QStringLiteral("broken")), ClipInfo{});
-    reading = {.facts = {.duration = 5}, .picture = picture()};
+    reading = {.metadata = {.duration = 5}, .thumbnail = picture()};
     const auto second = load("broken");
     settle();
     EXPECT_THAT(read, ElementsAre("broken", "broken"));

@@ -28,18 +28,19 @@ template <typename Value> Value encoded(double value)
 
 template <typename Value> AudioBuffer tone(const AudioFormat& format, int firstFrame, int frames)
 {
-    AudioBuffer sample{.presentationTime = HostTime{}, .format = format, .frames = frames, .data = {}};
+    AudioBuffer buffer{.presentationTime = HostTime{}, .format = format, .frames = frames, .data = {}};
     std::vector<Value> values(static_cast<std::size_t>(frames * format.channels));
     for (int i = 0; i < frames; ++i) {
         for (int channel = 0; channel < format.channels; ++channel) {
-            const auto at = format.layout == PcmLayout::planar ? channel * frames + i : i * format.channels + channel;
-            values[static_cast<std::size_t>(at)] =
+            const auto index =
+                format.layout == PcmLayout::planar ? channel * frames + i : i * format.channels + channel;
+            values[static_cast<std::size_t>(index)] =
                 encoded<Value>(toneAt(static_cast<double>(firstFrame + i) / format.sampleRate, channel));
         }
     }
-    sample.data.resize(values.size() * sizeof(Value));
-    std::memcpy(sample.data.data(), values.data(), sample.data.size());
-    return sample;
+    buffer.data.resize(values.size() * sizeof(Value));
+    std::memcpy(buffer.data.data(), values.data(), buffer.data.size());
+    return buffer;
 }
 
 AudioBuffer toneOf(const AudioFormat& format, int firstFrame, int frames)
@@ -61,7 +62,7 @@ struct FormatRow {
 
 class EveryFormat : public testing::TestWithParam<FormatRow> { };
 
-TEST_P(EveryFormat, ComesOutAsTheSameToneAt48000HertzWithoutClicksBetweenBuffers)
+TEST_P(EveryFormat, ConvertsToTheSameToneAt48000HzWithoutClicks)
 {
     const auto format = GetParam().format;
     const auto converter = makeResamplingConverter(format);
@@ -81,7 +82,7 @@ TEST_P(EveryFormat, ComesOutAsTheSameToneAt48000HertzWithoutClicksBetweenBuffers
     EXPECT_NEAR(static_cast<double>(whole[0].size()), 24000, 64);
     for (std::size_t channel = 0; channel < whole.size(); ++channel) {
         double worst = 0;
-        // The resampler's ends have nothing to look at on one side.
+        // The resampling filter lacks input on one side at both ends.
         for (std::size_t i = 200; i + 200 < whole[channel].size(); ++i) {
             const auto expected = toneAt(static_cast<double>(i) / 48000, static_cast<int>(channel));
             worst = std::max(worst, std::abs(expected - static_cast<double>(whole[channel][i])));
@@ -112,7 +113,7 @@ TEST(ResamplingConverter, MoreThanTwoChannelsBecomeStereo)
     }
 }
 
-TEST(ResamplingConverter, FormatsThatNobodyCanReadHaveNoConverter)
+TEST(ResamplingConverter, UnsupportedFormatsHaveNoConverter)
 {
     EXPECT_FALSE(makeResamplingConverter({PcmEncoding::unknown, PcmLayout::interleaved, 48000, 2}));
     EXPECT_FALSE(makeResamplingConverter({PcmEncoding::float32, PcmLayout::interleaved, 0, 2}));
@@ -121,22 +122,22 @@ TEST(ResamplingConverter, FormatsThatNobodyCanReadHaveNoConverter)
     EXPECT_FALSE(makeResamplingConverter({PcmEncoding::float32, PcmLayout::interleaved, 48000, 100000}));
 }
 
-TEST(ResamplingConverter, ASampleThatHoldsLessThanItSaysIsRefused)
+TEST(ResamplingConverter, RejectsBufferWithInvalidFrameCount)
 {
     const AudioFormat format{PcmEncoding::int16, PcmLayout::planar, 44100, 2};
     const auto converter = makeResamplingConverter(format);
-    auto sample = toneOf(format, 0, 441);
-    sample.data.pop_back();
-    EXPECT_FALSE(converter->convert(sample));
-    sample.frames = std::numeric_limits<int>::max();
-    EXPECT_FALSE(converter->convert(sample));
-    sample.frames = 0;
-    EXPECT_FALSE(converter->convert(sample));
-    sample.frames = -1;
-    EXPECT_FALSE(converter->convert(sample));
+    auto buffer = toneOf(format, 0, 441);
+    buffer.data.pop_back();
+    EXPECT_FALSE(converter->convert(buffer));
+    buffer.frames = std::numeric_limits<int>::max();
+    EXPECT_FALSE(converter->convert(buffer));
+    buffer.frames = 0;
+    EXPECT_FALSE(converter->convert(buffer));
+    buffer.frames = -1;
+    EXPECT_FALSE(converter->convert(buffer));
 }
 
-TEST(ResamplingConverter, ASampleOfAnotherFormatIsRefused)
+TEST(ResamplingConverter, RejectsBufferOfAnotherFormat)
 {
     const auto converter = makeResamplingConverter({PcmEncoding::int16, PcmLayout::interleaved, 44100, 1});
     EXPECT_FALSE(converter->convert(toneOf({PcmEncoding::int16, PcmLayout::interleaved, 48000, 1}, 0, 480)));

@@ -20,11 +20,11 @@ std::vector<float> noise(std::size_t frames)
     return values;
 }
 
-std::vector<AacPacket> encodeAll(AacEncoder& encoder, std::span<const float> sound, std::size_t valuesAtOnce)
+std::vector<AacPacket> encodeAll(AacEncoder& encoder, std::span<const float> pcm, std::size_t blockSize)
 {
     std::vector<AacPacket> packets;
-    for (std::size_t at = 0; at < sound.size(); at += valuesAtOnce) {
-        const auto part = encoder.encode(sound.subspan(at, std::min(valuesAtOnce, sound.size() - at)));
+    for (std::size_t offset = 0; offset < pcm.size(); offset += blockSize) {
+        const auto part = encoder.encode(pcm.subspan(offset, std::min(blockSize, pcm.size() - offset)));
         packets.insert(packets.end(), part.begin(), part.end());
     }
     const auto rest = encoder.finish();
@@ -32,26 +32,26 @@ std::vector<AacPacket> encodeAll(AacEncoder& encoder, std::span<const float> sou
     return packets;
 }
 
-TEST(AacEncoder, GivesEnoughPacketsForEveryFrameWhateverTheLength)
+TEST(AacEncoder, OutputsEnoughPacketsForAnyLength)
 {
     for (const std::size_t frames : {1U, 1023U, 1024U, 1025U, 4096U, 48000U}) {
         AacEncoder encoder(128000);
         const auto packets = encodeAll(encoder, noise(frames), 8192);
         EXPECT_GE(static_cast<std::int64_t>(packets.size()),
-                  AacEncoder::packetsFor(static_cast<std::int64_t>(frames), encoder.encoderDelay()))
+                  AacEncoder::packetCountFor(static_cast<std::int64_t>(frames), encoder.encoderDelay()))
             << frames;
     }
 }
 
-TEST(AacEncoder, PacketsDoNotDependOnHowTheSoundIsCutUp)
+TEST(AacEncoder, PacketsDoNotDependOnInputBlockSize)
 {
-    const auto sound = noise(20000);
+    const auto pcm = noise(20000);
     AacEncoder whole(192000);
     AacEncoder pieces(192000);
-    EXPECT_EQ(encodeAll(whole, sound, sound.size()), encodeAll(pieces, sound, 2 * 333));
+    EXPECT_EQ(encodeAll(whole, pcm, pcm.size()), encodeAll(pieces, pcm, 2 * 333));
 }
 
-TEST(AacEncoder, HoldsItsBitRate)
+TEST(AacEncoder, KeepsTheTargetBitRate)
 {
     AacEncoder encoder(192000);
     std::size_t bytes = 0;
@@ -61,7 +61,7 @@ TEST(AacEncoder, HoldsItsBitRate)
     EXPECT_NEAR(static_cast<double>(bytes) * 8 / 10, 192000, 20000);
 }
 
-TEST(AacEncoder, SilenceSettlesOnOnePacket)
+TEST(AacEncoder, SilenceEncodesToIdenticalPackets)
 {
     AacEncoder encoder(128000);
     const auto packets = encodeAll(encoder, std::vector<float>(48000 * 2), 8192);
@@ -71,21 +71,21 @@ TEST(AacEncoder, SilenceSettlesOnOnePacket)
     }
 }
 
-TEST(AacEncoder, TellsDecodersWhatToExpect)
+TEST(AacEncoder, ProvidesDecoderConfigurationAndDelay)
 {
     const AacEncoder encoder(128000);
     EXPECT_GE(encoder.decoderConfiguration().size(), 2U);
     EXPECT_EQ(encoder.encoderDelay(), 1024);
 }
 
-TEST(AacEncoder, BrokenValuesDoNotStopATrack)
+TEST(AacEncoder, AcceptsInvalidSampleValues)
 {
-    auto sound = noise(8192);
-    sound[100] = std::numeric_limits<float>::quiet_NaN();
-    sound[5000] = std::numeric_limits<float>::infinity();
-    sound[5001] = -std::numeric_limits<float>::max();
+    auto pcm = noise(8192);
+    pcm[100] = std::numeric_limits<float>::quiet_NaN();
+    pcm[5000] = std::numeric_limits<float>::infinity();
+    pcm[5001] = -std::numeric_limits<float>::max();
     AacEncoder encoder(128000);
-    EXPECT_GE(encodeAll(encoder, sound, 8192).size(), 9U);
+    EXPECT_GE(encodeAll(encoder, pcm, 8192).size(), 9U);
 }
 
 } // namespace

@@ -8,33 +8,33 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Times of the key frames among the pictures with these times.
-std::vector<HostTime> keyFrames(KeyFramePolicy clock, const std::vector<HostTime>& pictures)
+/// The times of the key frames among frames with the given times.
+std::vector<HostTime> keyFrames(KeyFramePolicy policy, const std::vector<HostTime>& frames)
 {
     std::vector<HostTime> result;
-    for (const auto time : pictures) {
-        if (clock.isDue(time)) {
-            clock.keyFrameTaken(time);
+    for (const auto time : frames) {
+        if (policy.isDue(time)) {
+            policy.recordKeyFrame(time);
             result.push_back(time);
         }
     }
     return result;
 }
 
-TEST(KeyFramePolicy, TheFirstPictureIsAKeyFrame)
+TEST(KeyFramePolicy, FirstFrameIsAKeyFrame)
 {
     EXPECT_TRUE(KeyFramePolicy(60).isDue(HostTime(5s)));
 }
 
-TEST(KeyFramePolicy, NoTwoKeyFramesLieMoreThanASecondApartAtTheExpectedRateWithJitter)
+TEST(KeyFramePolicy, KeyFramesAreAtMostOneSecondApartWithJitter)
 {
     for (const int framesPerSecond : {30, 60, 120}) {
-        std::vector<HostTime> pictures;
+        std::vector<HostTime> frames;
         for (int i = 0; i < 600; ++i) {
             const auto jitter = std::chrono::microseconds((i * 7919) % 1000 - 500);
-            pictures.push_back(HostTime(10s) + HostDuration(1s) * i / framesPerSecond + jitter);
+            frames.push_back(HostTime(10s) + HostDuration(1s) * i / framesPerSecond + jitter);
         }
-        const auto found = keyFrames(KeyFramePolicy(framesPerSecond), pictures);
+        const auto found = keyFrames(KeyFramePolicy(framesPerSecond), frames);
         ASSERT_GT(found.size(), 4U);
         for (std::size_t i = 1; i < found.size(); ++i) {
             EXPECT_LE(found[i] - found[i - 1], HostDuration(1s));
@@ -43,34 +43,33 @@ TEST(KeyFramePolicy, NoTwoKeyFramesLieMoreThanASecondApartAtTheExpectedRateWithJ
     }
 }
 
-TEST(KeyFramePolicy, NoTwoKeyFramesLieMoreThanASecondApartWhenPicturesAreSparse)
+TEST(KeyFramePolicy, KeyFramesAreAtMostOneSecondApartAtLowFrameRates)
 {
-    for (const auto pace : {250ms, 400ms, 600ms, 900ms, 1000ms}) {
-        std::vector<HostTime> pictures(50);
+    for (const auto interval : {250ms, 400ms, 600ms, 900ms, 1000ms}) {
+        std::vector<HostTime> frames(50);
         for (int i = 0; i < 50; ++i) {
-            pictures[static_cast<std::size_t>(i)] = HostTime(10s) + pace * i;
+            frames[static_cast<std::size_t>(i)] = HostTime(10s) + interval * i;
         }
-        const auto found = keyFrames(KeyFramePolicy(60), pictures);
+        const auto found = keyFrames(KeyFramePolicy(60), frames);
         for (std::size_t i = 1; i < found.size(); ++i) {
-            EXPECT_LE(found[i] - found[i - 1], HostDuration(1s)) << pace.count();
+            EXPECT_LE(found[i] - found[i - 1], HostDuration(1s)) << interval.count();
         }
     }
 }
 
-TEST(KeyFramePolicy, APictureAfterALongPauseIsAKeyFrame)
+TEST(KeyFramePolicy, FrameAfterLongPauseIsAKeyFrame)
 {
-    const std::vector<HostTime> pictures{HostTime(0s), HostTime(100ms), HostTime(1300ms), HostTime(1400ms),
-                                         HostTime(9s)};
-    EXPECT_EQ(keyFrames(KeyFramePolicy(60), pictures),
+    const std::vector<HostTime> frames{HostTime(0s), HostTime(100ms), HostTime(1300ms), HostTime(1400ms), HostTime(9s)};
+    EXPECT_EQ(keyFrames(KeyFramePolicy(60), frames),
               (std::vector<HostTime>{HostTime(0s), HostTime(1300ms), HostTime(9s)}));
 }
 
-TEST(KeyFramePolicy, APictureThatTheEncoderDidNotTakeDoesNotCount)
+TEST(KeyFramePolicy, RejectedKeyFrameDoesNotCount)
 {
-    KeyFramePolicy clock(60);
-    clock.keyFrameTaken(HostTime(0s));
-    EXPECT_TRUE(clock.isDue(HostTime(1s)));
-    EXPECT_TRUE(clock.isDue(HostTime(1017ms)));
+    KeyFramePolicy policy(60);
+    policy.recordKeyFrame(HostTime(0s));
+    EXPECT_TRUE(policy.isDue(HostTime(1s)));
+    EXPECT_TRUE(policy.isDue(HostTime(1017ms)));
 }
 
 } // namespace

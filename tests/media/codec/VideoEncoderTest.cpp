@@ -24,26 +24,26 @@ EncoderRequest smallRequest(VideoCodec codec)
 }
 
 struct Encoded {
-    std::vector<EncodedFramePtr> samples;
+    std::vector<EncodedFramePtr> frames;
     QString encoderName;
 };
 
-/// The scene's state at a picture; it moves on by one from picture to picture unless told otherwise.
-using SceneAt = std::function<int(int picture)>;
+/// The scene position for each frame index; by default it advances by one per frame.
+using SceneAt = std::function<int(int index)>;
 
 Encoded encode(
     const EncoderRequest& request, const std::vector<HostTime>& times,
-    const SceneAt& sceneAt = [](int picture) { return picture; })
+    const SceneAt& sceneAt = [](int index) { return index; })
 {
     Encoded result;
     const auto encoder =
-        openVideoEncoder(request, [&](EncodedFramePtr sample) { result.samples.push_back(std::move(sample)); });
+        openVideoEncoder(request, [&](EncodedFramePtr frame) { result.frames.push_back(std::move(frame)); });
     result.encoderName = encoder->name();
     test::MovingScene scene(request.size);
     FramePool pool(request.size, 1);
     int index = 0;
     for (const auto time : times) {
-        const auto frame = pool.tryTake();
+        const auto frame = pool.tryAcquire();
         frame->presentationTime = time;
         scene.paint(*frame, sceneAt(index++));
         encoder->encode(*frame);
@@ -52,12 +52,12 @@ Encoded encode(
     return result;
 }
 
-std::vector<HostTime> steady(int pictures, int framesPerSecond)
+std::vector<HostTime> steady(int frames, int framesPerSecond)
 {
     std::vector<HostTime> times;
-    times.reserve(static_cast<std::size_t>(pictures));
-    for (int i = 0; i < pictures; ++i) {
-        // Not on any rounder grid than nanoseconds.
+    times.reserve(static_cast<std::size_t>(frames));
+    for (int i = 0; i < frames; ++i) {
+        // Not aligned to any unit above nanoseconds.
         times.push_back(HostTime(1234567891ns) + HostDuration(1s) * i / framesPerSecond + HostDuration(i % 7));
     }
     return times;
@@ -74,9 +74,9 @@ protected:
         const auto write = [&](const std::vector<std::byte>& bytes) {
             file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
         };
-        write(encoded.samples.at(0)->format->parameterSets);
-        for (const auto& sample : encoded.samples) {
-            write(sample->data);
+        write(encoded.frames.at(0)->format->parameterSets);
+        for (const auto& frame : encoded.frames) {
+            write(frame->data);
         }
         return path;
     }
@@ -85,20 +85,20 @@ private:
     QTemporaryDir m_folder;
 };
 
-TEST_P(EveryCodec, GivesOneSampleForEachPictureInOrderWithItsExactTime)
+TEST_P(EveryCodec, OutputsOneFramePerInputWithExactTime)
 {
     const auto times = steady(90, 60);
     const auto encoded = encode(smallRequest(GetParam()), times);
-    ASSERT_EQ(encoded.samples.size(), times.size());
+    ASSERT_EQ(encoded.frames.size(), times.size());
     for (std::size_t i = 0; i < times.size(); ++i) {
-        EXPECT_EQ(encoded.samples[i]->presentationTime, times[i]);
-        EXPECT_FALSE(encoded.samples[i]->data.empty());
-        EXPECT_EQ(encoded.samples[i]->format, encoded.samples[0]->format);
+        EXPECT_EQ(encoded.frames[i]->presentationTime, times[i]);
+        EXPECT_FALSE(encoded.frames[i]->data.empty());
+        EXPECT_EQ(encoded.frames[i]->format, encoded.frames[0]->format);
     }
     EXPECT_FALSE(encoded.encoderName.isEmpty());
 }
 
-TEST_P(EveryCodec, StreamSaysItsProfileAndItsColours)
+TEST_P(EveryCodec, StreamDeclaresProfileAndColours)
 {
     const auto encoded = encode(smallRequest(GetParam()), steady(30, 60));
     const auto path = rawFile(encoded);
@@ -114,64 +114,64 @@ TEST_P(EveryCodec, StreamSaysItsProfileAndItsColours)
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_P(EveryCodec, KeyFramesLieAtMostASecondApart)
+TEST_P(EveryCodec, KeyFramesAreAtMostOneSecondApart)
 {
     const auto encoded = encode(smallRequest(GetParam()), steady(200, 60));
     std::vector<HostTime> keys;
-    for (const auto& sample : encoded.samples) {
-        ASSERT_TRUE(sample->isNotSync.has_value());
-        if (sample->isKeyframe()) {
-            keys.push_back(sample->presentationTime);
+    for (const auto& frame : encoded.frames) {
+        ASSERT_TRUE(frame->isNotSync.has_value());
+        if (frame->isKeyframe()) {
+            keys.push_back(frame->presentationTime);
         }
     }
     ASSERT_GE(keys.size(), 4U);
-    EXPECT_EQ(keys.front(), encoded.samples.front()->presentationTime);
+    EXPECT_EQ(keys.front(), encoded.frames.front()->presentationTime);
     for (std::size_t i = 1; i < keys.size(); ++i) {
         EXPECT_LE(keys[i] - keys[i - 1], HostDuration(1s));
     }
 }
 
-TEST_P(EveryCodec, SparsePicturesAreKeyFramesThemselves)
+TEST_P(EveryCodec, FramesAfterLongPausesAreKeyFrames)
 {
     const std::vector<HostTime> times{HostTime(10s), HostTime(10100ms), HostTime(13s), HostTime(20s),
                                       HostTime(20050ms)};
     const auto encoded = encode(smallRequest(GetParam()), times);
-    ASSERT_EQ(encoded.samples.size(), times.size());
+    ASSERT_EQ(encoded.frames.size(), times.size());
     const std::vector<bool> expected{true, false, true, true, false};
     for (std::size_t i = 0; i < times.size(); ++i) {
-        EXPECT_EQ(encoded.samples[i]->isKeyframe(), expected[i]) << i;
+        EXPECT_EQ(encoded.frames[i]->isKeyframe(), expected[i]) << i;
     }
 }
 
-TEST_P(EveryCodec, DecodingCanBeginAtEachKeyFrame)
+TEST_P(EveryCodec, DecodingCanStartAtAnyKeyFrame)
 {
     auto encoded = encode(smallRequest(GetParam()), steady(150, 60));
-    const auto isKey = [](const EncodedFramePtr& sample) { return sample->isKeyframe(); };
-    const auto second = std::find_if(encoded.samples.begin() + 1, encoded.samples.end(), isKey);
-    ASSERT_NE(second, encoded.samples.end());
-    encoded.samples.erase(encoded.samples.begin(), second);
+    const auto isKey = [](const EncodedFramePtr& frame) { return frame->isKeyframe(); };
+    const auto second = std::find_if(encoded.frames.begin() + 1, encoded.frames.end(), isKey);
+    ASSERT_NE(second, encoded.frames.end());
+    encoded.frames.erase(encoded.frames.begin(), second);
     EXPECT_EQ(test::decodingErrors(rawFile(encoded)), "");
 }
 
-TEST_P(EveryCodec, APictureOfAnotherSizeIsDropped)
+TEST_P(EveryCodec, FrameOfAnotherSizeIsDropped)
 {
-    int samples = 0;
-    const auto encoder = openVideoEncoder(smallRequest(GetParam()), [&](const EncodedFramePtr&) { ++samples; });
+    int frames = 0;
+    const auto encoder = openVideoEncoder(smallRequest(GetParam()), [&](const EncodedFramePtr&) { ++frames; });
     FramePool pool(QSize(160, 90), 1);
-    const auto frame = pool.tryTake();
+    const auto frame = pool.tryAcquire();
     test::MovingScene(QSize(160, 90)).paint(*frame, 0);
     encoder->encode(*frame);
     encoder->finish();
-    EXPECT_EQ(samples, 0);
+    EXPECT_EQ(frames, 0);
 }
 
-TEST_P(EveryCodec, OddestSizesOfTheSettingsOpen)
+TEST_P(EveryCodec, ExtremeSizesOfTheSettingsOpen)
 {
     for (const auto size : {QSize(2, 2), QSize(1278, 538), QSize(2560, 1080)}) {
         auto request = smallRequest(GetParam());
         request.size = size;
         if (GetParam() == VideoCodec::hevc && size.width() < 16) {
-            continue; // below the codec's own smallest block
+            continue; // smaller than the codec's minimum block size
         }
         EXPECT_NO_THROW(openVideoEncoder(request, [](const EncodedFramePtr&) {})) << size.width();
     }
@@ -180,21 +180,21 @@ TEST_P(EveryCodec, OddestSizesOfTheSettingsOpen)
 INSTANTIATE_TEST_SUITE_P(VideoEncoder, EveryCodec, testing::Values(VideoCodec::h264, VideoCodec::hevc),
                          [](const auto& codec) { return codec.param == VideoCodec::hevc ? "Hevc" : "H264"; });
 
-TEST(VideoEncoder, SoftwareGivesEachH264PictureAtTheNextOneAtTheLatest)
+TEST(VideoEncoder, SoftwareH264DelaysOutputByAtMostOneFrame)
 {
-    int samples = 0;
-    const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [&](const EncodedFramePtr&) { ++samples; });
+    int frames = 0;
+    const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [&](const EncodedFramePtr&) { ++frames; });
     if (encoder->name() != u"libx264") {
-        GTEST_SKIP() << "a hardware encoder runs here";
+        GTEST_SKIP() << "a hardware encoder is in use";
     }
     test::MovingScene scene(SmallSize);
     FramePool pool(SmallSize, 1);
     for (int i = 0; i < 20; ++i) {
-        const auto frame = pool.tryTake();
+        const auto frame = pool.tryAcquire();
         frame->presentationTime = HostTime(1s) + i * HostDuration(16ms);
         scene.paint(*frame, i);
         encoder->encode(*frame);
-        EXPECT_GE(samples, i);
+        EXPECT_GE(frames, i);
     }
 }
 
@@ -204,14 +204,14 @@ constexpr EncoderRequest RateRequest{
 std::vector<double> bitsOf(const Encoded& encoded)
 {
     std::vector<double> bits;
-    bits.reserve(encoded.samples.size());
-    for (const auto& sample : encoded.samples) {
-        bits.push_back(8.0 * static_cast<double>(sample->data.size()));
+    bits.reserve(encoded.frames.size());
+    for (const auto& frame : encoded.frames) {
+        bits.push_back(8.0 * static_cast<double>(frame->data.size()));
     }
     return bits;
 }
 
-TEST(VideoEncoder, HoldsTheAverageRateOnAMovingScene)
+TEST(VideoEncoder, KeepsTheAverageRateOnAMovingScene)
 {
     const auto bits = bitsOf(encode(RateRequest, steady(480, 60)));
     ASSERT_EQ(bits.size(), 480U);
@@ -219,11 +219,11 @@ TEST(VideoEncoder, HoldsTheAverageRateOnAMovingScene)
                 0.15 * RateRequest.bitsPerSecond);
 }
 
-TEST(VideoEncoder, NoSecondTakesMoreThanHalfAsMuchAgainWhenAStillScreenBursts)
+TEST(VideoEncoder, NoSecondExceedsOneAndAHalfTimesTheRateAfterAStillScreen)
 {
-    const auto bits = bitsOf(encode(RateRequest, steady(480, 60), [](int picture) {
-        // Every picture after the fourth second has nothing to do with the one before it.
-        return picture < 240 ? 0 : picture * 101;
+    const auto bits = bitsOf(encode(RateRequest, steady(480, 60), [](int index) {
+        // After the fourth second every frame is unrelated to the previous one.
+        return index < 240 ? 0 : index * 101;
     }));
     ASSERT_EQ(bits.size(), 480U);
     double worst = 0;
@@ -234,15 +234,15 @@ TEST(VideoEncoder, NoSecondTakesMoreThanHalfAsMuchAgainWhenAStillScreenBursts)
     EXPECT_LE(worst, 1.5 * RateRequest.bitsPerSecond);
 }
 
-TEST(VideoEncoder, PicturesWithTheSameTimeStillComeOut)
+TEST(VideoEncoder, FramesWithEqualTimesAreEncoded)
 {
     const std::vector<HostTime> times{HostTime(1s), HostTime(1s), HostTime(1s), HostTime(1100ms)};
     const auto encoded = encode(smallRequest(VideoCodec::h264), times);
-    ASSERT_EQ(encoded.samples.size(), 4U);
-    EXPECT_EQ(encoded.samples[2]->presentationTime, HostTime(1s));
+    ASSERT_EQ(encoded.frames.size(), 4U);
+    EXPECT_EQ(encoded.frames[2]->presentationTime, HostTime(1s));
 }
 
-TEST(VideoEncoder, ASizeThatNoEncoderTakesIsAnErrorWithAStatus)
+TEST(VideoEncoder, UnsupportedSizeIsAnErrorWithAStatus)
 {
     for (const auto size : {QSize(0, 0), QSize(-4, 8), QSize(60000, 60000)}) {
         auto request = smallRequest(VideoCodec::h264);
@@ -256,7 +256,7 @@ TEST(VideoEncoder, ASizeThatNoEncoderTakesIsAnErrorWithAStatus)
     }
 }
 
-TEST(VideoEncoder, FinishingTwiceIsHarmless)
+TEST(VideoEncoder, FinishTwiceIsHarmless)
 {
     const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [](const EncodedFramePtr&) {});
     encoder->finish();

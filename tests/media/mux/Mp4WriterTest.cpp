@@ -6,7 +6,7 @@
 #include "tests/base/disk/SmallDisk.h"
 #include "tests/media/probe/EncodedScene.h"
 #include "tests/media/probe/MediaDuration.h"
-#include "tests/media/probe/Mp4Atoms.h"
+#include "tests/media/probe/Mp4Boxes.h"
 #include "tests/media/probe/Probe.h"
 
 #include <QFile>
@@ -31,28 +31,28 @@ std::vector<EncodedFramePtr> video(VideoCodec codec, const std::vector<HostTime>
     return test::encodedScene({.codec = codec, .size = size, .framesPerSecond = 60, .bitsPerSecond = 500'000}, times);
 }
 
-std::vector<HostTime> steady(int pictures)
+std::vector<HostTime> steady(int frames)
 {
     std::vector<HostTime> times;
-    times.reserve(static_cast<std::size_t>(pictures));
-    for (int i = 0; i < pictures; ++i) {
+    times.reserve(static_cast<std::size_t>(frames));
+    for (int i = 0; i < frames; ++i) {
         times.push_back(Start + HostDuration(1s) * i / 60);
     }
     return times;
 }
 
-/// A tone in packets.
+/// A sine tone as AAC packets.
 class ToneSource final : public AudioPacketSource {
 public:
     explicit ToneSource(std::int64_t frames)
         : m_frames(frames)
     {
-        std::vector<float> sound(static_cast<std::size_t>(frames) * 2);
-        for (std::size_t i = 0; i < sound.size(); i += 2) {
+        std::vector<float> pcm(static_cast<std::size_t>(frames) * 2);
+        for (std::size_t i = 0; i < pcm.size(); i += 2) {
             const auto second = static_cast<double>(i) / 2 / 48000;
-            sound[i] = sound[i + 1] = static_cast<float>(0.5 * std::sin(2 * std::numbers::pi * 440 * second));
+            pcm[i] = pcm[i + 1] = static_cast<float>(0.5 * std::sin(2 * std::numbers::pi * 440 * second));
         }
-        m_packets = m_encoder.encode(sound);
+        m_packets = m_encoder.encode(pcm);
         for (auto& packet : m_encoder.finish()) {
             m_packets.push_back(std::move(packet));
         }
@@ -61,7 +61,7 @@ public:
     {
         return m_next < m_packets.size() ? std::optional(m_packets[m_next++]) : std::nullopt;
     }
-    AudioTrackInfo sound(Mp4TrackState state)
+    AudioTrackInfo track(Mp4TrackState state)
     {
         return {.state = state,
                 .bitsPerSecond = 128000,
@@ -92,12 +92,12 @@ private:
     QTemporaryDir m_folder;
 };
 
-TEST_F(Mp4WriterTest, IndexStandsBeforeTheDataThatWasWrittenOnce)
+TEST_F(Mp4WriterTest, WritesIndexBeforeDataInOnePass)
 {
     const auto samples = video(VideoCodec::h264, steady(150));
     ToneSource tone(120000);
     const auto path =
-        write({.video = samples, .start = Start, .end = Start + 2500ms, .sound = {tone.sound(Mp4TrackState::enabled)}});
+        write({.video = samples, .start = Start, .end = Start + 2500ms, .audio = {tone.track(Mp4TrackState::enabled)}});
     const auto boxes = test::readMp4Boxes(path);
     ASSERT_GE(boxes.order.size(), 3U);
     const auto at = [&](const QString& type) {
@@ -105,49 +105,50 @@ TEST_F(Mp4WriterTest, IndexStandsBeforeTheDataThatWasWrittenOnce)
     };
     EXPECT_EQ(boxes.order.front(), u"ftyp");
     EXPECT_LT(at(QStringLiteral("moov")), at(QStringLiteral("mdat")));
-    // The room that was kept for the index and not needed: proof that the data did not move.
+    // The unused part of the reserved index space shows that the data was not moved.
     EXPECT_LT(at(QStringLiteral("free")), at(QStringLiteral("mdat")));
     EXPECT_EQ(std::count(boxes.order.begin(), boxes.order.end(), u"mdat"), 1);
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_F(Mp4WriterTest, EveryTrackLastsFromTheStartToTheEnd)
+TEST_F(Mp4WriterTest, EveryTrackSpansStartToEnd)
 {
     const auto samples = video(VideoCodec::h264, steady(100));
     const auto end = Start + 3s;
     ToneSource tone(144000);
     const auto path =
-        write({.video = samples, .start = Start, .end = end, .sound = {tone.sound(Mp4TrackState::enabled)}});
+        write({.video = samples, .start = Start, .end = end, .audio = {tone.track(Mp4TrackState::enabled)}});
     const auto boxes = test::readMp4Boxes(path);
     ASSERT_EQ(boxes.tracks.size(), 2U);
-    const auto& picture = boxes.tracks[0];
-    const auto& sound = boxes.tracks[1];
-    EXPECT_EQ(picture.timeScale, 90000U);
-    EXPECT_EQ(picture.mediaDuration, 270000U);
-    EXPECT_EQ(std::accumulate(picture.durations.begin(), picture.durations.end(), std::uint64_t{0}), 270000U);
-    EXPECT_EQ(picture.durations.size(), 100U);
-    EXPECT_EQ(sound.timeScale, 48000U);
-    EXPECT_EQ(sound.editStart, 1024);
-    EXPECT_EQ(sound.mediaDuration, 144000U + 1024U);
-    EXPECT_EQ(std::accumulate(sound.durations.begin(), sound.durations.end(), std::uint64_t{0}), 144000U + 1024U);
-    EXPECT_NEAR(static_cast<double>(sound.editLength) / boxes.movieTimeScale, 3, 0.001);
+    const auto& videoTrack = boxes.tracks[0];
+    const auto& audioTrack = boxes.tracks[1];
+    EXPECT_EQ(videoTrack.timeScale, 90000U);
+    EXPECT_EQ(videoTrack.mediaDuration, 270000U);
+    EXPECT_EQ(std::accumulate(videoTrack.durations.begin(), videoTrack.durations.end(), std::uint64_t{0}), 270000U);
+    EXPECT_EQ(videoTrack.durations.size(), 100U);
+    EXPECT_EQ(audioTrack.timeScale, 48000U);
+    EXPECT_EQ(audioTrack.editStart, 1024);
+    EXPECT_EQ(audioTrack.mediaDuration, 144000U + 1024U);
+    EXPECT_EQ(std::accumulate(audioTrack.durations.begin(), audioTrack.durations.end(), std::uint64_t{0}),
+              144000U + 1024U);
+    EXPECT_NEAR(static_cast<double>(audioTrack.editLength) / boxes.movieTimeScale, 3, 0.001);
     EXPECT_NEAR(mediaDuration(path).value_or(0), 3, 1e-6);
-    // A decoder may play the last packet to its own end.
-    const auto heard = test::decodedSound(path, 0).size() / 2;
-    EXPECT_GE(heard, 144000U);
-    EXPECT_LT(heard, 144000U + AacEncoder::framesPerPacket);
+    // A decoder may play the last packet to its end.
+    const auto decoded = test::decodeAudio(path, 0).size() / 2;
+    EXPECT_GE(decoded, 144000U);
+    EXPECT_LT(decoded, 144000U + AacEncoder::framesPerPacket);
 }
 
-TEST_F(Mp4WriterTest, RoundingDoesNotAddUp)
+TEST_F(Mp4WriterTest, RoundingErrorsDoNotAccumulate)
 {
     std::vector<HostTime> times;
     times.reserve(1200);
     for (int i = 0; i < 1200; ++i) {
-        // 7.77 ms is no whole number of ticks.
+        // 7.77 ms is not a whole number of ticks.
         times.push_back(Start + i * HostDuration(7770003ns));
     }
     const auto samples = video(VideoCodec::h264, times);
-    const auto path = write({.video = samples, .start = Start, .end = times.back() + 16ms, .sound = {}});
+    const auto path = write({.video = samples, .start = Start, .end = times.back() + 16ms, .audio = {}});
     const auto track = test::readMp4Boxes(path).tracks.at(0);
     std::uint64_t ticks = 0;
     for (std::size_t i = 0; i < times.size(); ++i) {
@@ -157,18 +158,18 @@ TEST_F(Mp4WriterTest, RoundingDoesNotAddUp)
     }
 }
 
-TEST_F(Mp4WriterTest, SparsePicturesLastUntilTheNextOne)
+TEST_F(Mp4WriterTest, SparseFramesLastUntilTheNextOne)
 {
     const std::vector<HostTime> times{Start, Start + 100ms, Start + 4s, Start + 4100ms};
     const auto samples = video(VideoCodec::h264, times);
-    const auto path = write({.video = samples, .start = Start, .end = Start + 10s, .sound = {}});
+    const auto path = write({.video = samples, .start = Start, .end = Start + 10s, .audio = {}});
     const auto track = test::readMp4Boxes(path).tracks.at(0);
     EXPECT_EQ(track.durations, (std::vector<std::uint32_t>{9000, 351000, 9000, 531000}));
     EXPECT_EQ(track.syncSamples, (std::vector<std::uint32_t>{1, 3}));
     EXPECT_NEAR(mediaDuration(path).value_or(0), 10, 1e-6);
 }
 
-TEST_F(Mp4WriterTest, DisabledTracksAreAlternatesOfTheEnabledOne)
+TEST_F(Mp4WriterTest, DisabledTracksShareTheAlternateGroup)
 {
     const auto samples = video(VideoCodec::h264, steady(60));
     ToneSource first(48000);
@@ -177,8 +178,8 @@ TEST_F(Mp4WriterTest, DisabledTracksAreAlternatesOfTheEnabledOne)
     const auto path = write({.video = samples,
                              .start = Start,
                              .end = Start + 1s,
-                             .sound = {first.sound(Mp4TrackState::enabled), second.sound(Mp4TrackState::disabled),
-                                       third.sound(Mp4TrackState::disabled)}});
+                             .audio = {first.track(Mp4TrackState::enabled), second.track(Mp4TrackState::disabled),
+                                       third.track(Mp4TrackState::disabled)}});
     const auto boxes = test::readMp4Boxes(path);
     ASSERT_EQ(boxes.tracks.size(), 4U);
     EXPECT_TRUE(boxes.tracks[0].isEnabled);
@@ -196,13 +197,13 @@ TEST_F(Mp4WriterTest, DisabledTracksAreAlternatesOfTheEnabledOne)
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_F(Mp4WriterTest, TagsAndColoursOfBothCodecs)
+TEST_F(Mp4WriterTest, WritesTagsAndColoursOfBothCodecs)
 {
     for (const auto codec : {VideoCodec::h264, VideoCodec::hevc}) {
         const auto samples = video(codec, steady(70));
         QTemporaryDir folder;
         AtomicFile file(folder.path());
-        writeMp4({.video = samples, .start = Start, .end = Start + 1200ms, .sound = {}}, file);
+        writeMp4({.video = samples, .start = Start, .end = Start + 1200ms, .audio = {}}, file);
         ASSERT_TRUE(file.tryPublish(QStringLiteral("movie.mp4")));
         const auto path = folder.filePath(QStringLiteral("movie.mp4"));
         const auto track = test::readMp4Boxes(path).tracks.at(0);
@@ -217,9 +218,9 @@ TEST_F(Mp4WriterTest, TagsAndColoursOfBothCodecs)
     }
 }
 
-TEST_F(Mp4WriterTest, RoomForTheIndexSufficesWhateverTheShape)
+TEST_F(Mp4WriterTest, ReservedIndexSpaceSufficesForAnyMovie)
 {
-    // Few pictures and much sound, many pictures that all last differently, and big pictures in many chunks.
+    // Much audio and many frames of different durations, and large frames in many chunks.
     std::vector<HostTime> uneven;
     uneven.reserve(3000);
     for (int i = 0; i < 3000; ++i) {
@@ -228,12 +229,12 @@ TEST_F(Mp4WriterTest, RoomForTheIndexSufficesWhateverTheShape)
     ToneSource one(48000 * 20);
     ToneSource two(48000 * 20);
     ToneSource three(1);
-    const auto sound = [&] {
-        return std::vector<AudioTrackInfo>{one.sound(Mp4TrackState::enabled), two.sound(Mp4TrackState::disabled),
-                                           three.sound(Mp4TrackState::disabled)};
+    const auto audio = [&] {
+        return std::vector<AudioTrackInfo>{one.track(Mp4TrackState::enabled), two.track(Mp4TrackState::disabled),
+                                           three.track(Mp4TrackState::disabled)};
     };
     const auto many = video(VideoCodec::h264, uneven);
-    EXPECT_EQ(test::decodingErrors(write({.video = many, .start = Start, .end = Start + 20s, .sound = sound()})), "");
+    EXPECT_EQ(test::decodingErrors(write({.video = many, .start = Start, .end = Start + 20s, .audio = audio()})), "");
 
     std::vector<EncodedFramePtr> big;
     for (int i = 0; i < 120; ++i) {
@@ -244,17 +245,17 @@ TEST_F(Mp4WriterTest, RoomForTheIndexSufficesWhateverTheShape)
     }
     QTemporaryDir folder;
     AtomicFile file(folder.path());
-    EXPECT_NO_THROW(writeMp4({.video = big, .start = Start, .end = Start + 1200ms, .sound = {}}, file));
+    EXPECT_NO_THROW(writeMp4({.video = big, .start = Start, .end = Start + 1200ms, .audio = {}}, file));
 }
 
-TEST_F(Mp4WriterTest, ALastPictureBehindTheEndStillHasItsTick)
+TEST_F(Mp4WriterTest, LastFrameAfterTheEndLastsOneTick)
 {
     const auto samples = video(VideoCodec::h264, steady(10));
-    const auto path = write({.video = samples, .start = Start, .end = Start + 50ms, .sound = {}});
+    const auto path = write({.video = samples, .start = Start, .end = Start + 50ms, .audio = {}});
     EXPECT_EQ(test::readMp4Boxes(path).tracks.at(0).durations.size(), 10U);
 }
 
-TEST_F(Mp4WriterTest, StampsThatDoNotRiseAndEmptySamplesAreMended)
+TEST_F(Mp4WriterTest, CorrectsInvalidTimesAndSkipsEmptySamples)
 {
     auto samples = video(VideoCodec::h264, steady(30));
     const auto changed = [&](std::size_t index, auto change) {
@@ -269,13 +270,13 @@ TEST_F(Mp4WriterTest, StampsThatDoNotRiseAndEmptySamplesAreMended)
     changed(21, [](EncodedFrame& sample) { sample.format = nullptr; });
     changed(22, [](EncodedFrame& sample) { sample.data.resize(3); });
     samples[23] = nullptr;
-    const auto path = write({.video = samples, .start = Start, .end = Start + 500ms, .sound = {}});
+    const auto path = write({.video = samples, .start = Start, .end = Start + 500ms, .audio = {}});
     const auto track = test::readMp4Boxes(path).tracks.at(0);
     EXPECT_GE(track.durations.size(), 27U);
     EXPECT_TRUE(std::ranges::all_of(track.durations, [](auto ticks) { return ticks > 0 && ticks < 100000; }));
 }
 
-TEST_F(Mp4WriterTest, SamplesWithoutAFormatAreAnError)
+TEST_F(Mp4WriterTest, SamplesWithoutFormatAreAnError)
 {
     const auto empty = std::make_shared<EncodedFrame>();
     auto formatless = std::make_shared<EncodedFrame>();
@@ -284,12 +285,12 @@ TEST_F(Mp4WriterTest, SamplesWithoutAFormatAreAnError)
         const std::vector<EncodedFramePtr> samples{sample};
         QTemporaryDir folder;
         AtomicFile file(folder.path());
-        EXPECT_THROW(writeMp4({.video = samples, .start = Start, .end = Start + 1s, .sound = {}}, file),
+        EXPECT_THROW(writeMp4({.video = samples, .start = Start, .end = Start + 1s, .audio = {}}, file),
                      std::runtime_error);
     }
 }
 
-TEST_F(Mp4WriterTest, GarbageInsteadOfPicturesGoesThroughUnharmed)
+TEST_F(Mp4WriterTest, InvalidVideoDataDoesNotCrash)
 {
     auto garbage = std::make_shared<EncodedFrame>();
     garbage->presentationTime = Start;
@@ -302,7 +303,7 @@ TEST_F(Mp4WriterTest, GarbageInsteadOfPicturesGoesThroughUnharmed)
             QTemporaryDir folder;
             AtomicFile file(folder.path());
             try {
-                writeMp4({.video = samples, .start = Start, .end = Start + 1s, .sound = {}}, file);
+                writeMp4({.video = samples, .start = Start, .end = Start + 1s, .audio = {}}, file);
                 EXPECT_GT(file.size(), 1000);
             } catch (const std::runtime_error& error) {
                 EXPECT_STRNE(error.what(), "");
@@ -311,27 +312,27 @@ TEST_F(Mp4WriterTest, GarbageInsteadOfPicturesGoesThroughUnharmed)
     }
 }
 
-TEST_F(Mp4WriterTest, AnAudioTrackWhosePacketsEndEarlyIsNoError)
+TEST_F(Mp4WriterTest, AcceptsAudioTrackThatEndsEarly)
 {
     const auto samples = video(VideoCodec::h264, steady(60));
     ToneSource tone(4800);
-    auto sound = tone.sound(Mp4TrackState::enabled);
-    sound.frames = 48000;
-    const auto path = write({.video = samples, .start = Start, .end = Start + 1s, .sound = {sound}});
+    auto track = tone.track(Mp4TrackState::enabled);
+    track.frames = 48000;
+    const auto path = write({.video = samples, .start = Start, .end = Start + 1s, .audio = {track}});
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 
-TEST_F(Mp4WriterTest, AFullDiskIsTheSystemsOwnError)
+TEST_F(Mp4WriterTest, FullDiskIsReportedAsSystemError)
 {
     const test::SmallDisk disk(96 * 1024);
-    if (!disk.isThere()) {
-        GTEST_SKIP() << "only root may mount a small disk";
+    if (!disk.isMounted()) {
+        GTEST_SKIP() << "mounting a small disk requires root";
     }
     const auto samples = video(VideoCodec::h264, steady(120), QSize(320, 180));
     AtomicFile file(disk.path());
     try {
-        writeMp4({.video = samples, .start = Start, .end = Start + 2s, .sound = {}}, file);
-        ADD_FAILURE() << "written";
+        writeMp4({.video = samples, .start = Start, .end = Start + 2s, .audio = {}}, file);
+        ADD_FAILURE() << "no error";
     } catch (const std::system_error& error) {
         EXPECT_EQ(error.code().value(), ENOSPC);
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/picture/FrameConverter.h"
 
-#include "ReferencePicture.h"
+#include "ReferenceImage.h"
 
 #include <gtest/gtest.h>
 
@@ -10,35 +10,34 @@
 namespace quelto {
 namespace {
 
-using test::SourcePicture;
+using test::SourceImage;
 
-constexpr double EnoughDecibels = 45;
+constexpr double MinPsnrDecibels = 45;
 
-std::shared_ptr<VideoFrame> converted(const BgrxPicture& picture, QSize size,
+std::shared_ptr<VideoFrame> converted(const BgrxImage& image, QSize size,
                                       InstructionSet instructionSet = bestInstructionSet())
 {
     FramePool pool(size, 1);
-    auto frame = pool.tryTake();
+    auto frame = pool.tryAcquire();
     const auto rows = static_cast<std::size_t>(size.height()) * 3 / 2;
     std::memset(frame->luma, 0, static_cast<std::size_t>(frame->stride) * rows);
-    FrameConverter(instructionSet).convert(picture, *frame);
+    FrameConverter(instructionSet).convert(image, *frame);
     return frame;
 }
 
-bool sameBytes(const VideoFrame& one, const VideoFrame& other)
+bool sameBytes(const VideoFrame& a, const VideoFrame& b)
 {
-    const auto rows = static_cast<std::size_t>(one.size.height()) * 3 / 2;
-    return one.stride == other.stride &&
-        std::memcmp(one.luma, other.luma, static_cast<std::size_t>(one.stride) * rows) == 0;
+    const auto rows = static_cast<std::size_t>(a.size.height()) * 3 / 2;
+    return a.stride == b.stride && std::memcmp(a.luma, b.luma, static_cast<std::size_t>(a.stride) * rows) == 0;
 }
 
 struct NamedKind {
     const char* name;
-    SourcePicture::Kind kind;
+    SourceImage::Kind kind;
 };
-constexpr NamedKind Kinds[] = {{"Natural", SourcePicture::Kind::natural},
-                               {"Gradient", SourcePicture::Kind::gradient},
-                               {"SaturatedNoise", SourcePicture::Kind::saturatedNoise}};
+constexpr NamedKind Kinds[] = {{"Natural", SourceImage::Kind::natural},
+                               {"Gradient", SourceImage::Kind::gradient},
+                               {"SaturatedNoise", SourceImage::Kind::saturatedNoise}};
 
 struct ScaleCase {
     const char* name;
@@ -47,33 +46,33 @@ struct ScaleCase {
 };
 constexpr ScaleCase Scales[] = {
     {"SameSize", {640, 360}, {640, 360}},
-    {"WidthNoMultipleOfAVector", {646, 362}, {646, 362}},
+    {"WidthNotAMultipleOfVectorSize", {646, 362}, {646, 362}},
     {"FourToThree", {640, 360}, {480, 270}},
     {"ThreeToTwo", {960, 540}, {640, 360}},
     {"Half", {640, 360}, {320, 180}},
-    {"HalfOfNoMultipleOfAVector", {660, 372}, {330, 186}},
+    {"HalfWidthNotAMultipleOfVectorSize", {660, 372}, {330, 186}},
     {"Third", {960, 540}, {320, 180}},
     {"OddRatio", {683, 384}, {640, 360}},
     {"NotQuiteThreeToOne", {1001, 563}, {336, 188}},
     {"FullHdFrom1440", {2560, 1440}, {1920, 1080}},
     {"HdFrom768", {1366, 768}, {1280, 720}},
-    {"NarrowerOnly", {700, 360}, {640, 360}},
-    {"LowerOnly", {640, 400}, {640, 360}},
+    {"WidthOnly", {700, 360}, {640, 360}},
+    {"HeightOnly", {640, 400}, {640, 360}},
 };
 
 class Fidelity : public testing::TestWithParam<std::tuple<NamedKind, ScaleCase>> { };
 
-TEST_P(Fidelity, IsAtLeast45DecibelsForLumaAndChroma)
+TEST_P(Fidelity, PsnrIsAtLeast45DecibelsForLumaAndChroma)
 {
     const auto& [kind, scale] = GetParam();
-    const SourcePicture picture(kind.kind, scale.source);
+    const SourceImage image(kind.kind, scale.source);
     const auto measured =
-        test::fidelity(*converted(picture.view(), scale.output), test::referencePlanes(picture, scale.output));
+        test::fidelity(*converted(image.view(), scale.output), test::referencePlanes(image, scale.output));
     RecordProperty("luma", std::to_string(measured.luma));
     RecordProperty("chroma", std::to_string(measured.chroma));
     std::printf("luma %.1f dB, chroma %.1f dB\n", measured.luma, measured.chroma);
-    EXPECT_GE(measured.luma, EnoughDecibels);
-    EXPECT_GE(measured.chroma, EnoughDecibels);
+    EXPECT_GE(measured.luma, MinPsnrDecibels);
+    EXPECT_GE(measured.chroma, MinPsnrDecibels);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pictures, Fidelity, testing::Combine(testing::ValuesIn(Kinds), testing::ValuesIn(Scales)),
@@ -83,14 +82,14 @@ INSTANTIATE_TEST_SUITE_P(Pictures, Fidelity, testing::Combine(testing::ValuesIn(
 
 class Kernels : public testing::TestWithParam<ScaleCase> { };
 
-TEST_P(Kernels, GiveTheSameBytesWithEveryInstructionSet)
+TEST_P(Kernels, AllInstructionSetsProduceTheSameBytes)
 {
     for (const auto& kind : Kinds) {
-        const SourcePicture picture(kind.kind, GetParam().source);
-        const auto expected = converted(picture.view(), GetParam().output, InstructionSet::portable);
+        const SourceImage image(kind.kind, GetParam().source);
+        const auto expected = converted(image.view(), GetParam().output, InstructionSet::portable);
         for (const auto instructionSet : {InstructionSet::ssse3, InstructionSet::avx2}) {
             if (isAvailable(instructionSet)) {
-                EXPECT_TRUE(sameBytes(*converted(picture.view(), GetParam().output, instructionSet), *expected))
+                EXPECT_TRUE(sameBytes(*converted(image.view(), GetParam().output, instructionSet), *expected))
                     << kind.name << " with instruction set " << static_cast<int>(instructionSet);
             }
         }
@@ -114,11 +113,11 @@ constexpr ColourCase Colours[] = {
 
 class Colour : public testing::TestWithParam<ColourCase> { };
 
-TEST_P(Colour, HasTheStandardsValuesInEverySize)
+TEST_P(Colour, HasStandardValuesAtEverySize)
 {
     const auto& colour = GetParam();
     for (const auto output : {QSize(160, 90), QSize(120, 68), QSize(320, 180)}) {
-        const auto frame = converted(SourcePicture(colour.rgb, {160, 90}).view(), output);
+        const auto frame = converted(SourceImage(colour.rgb, {160, 90}).view(), output);
         for (int y = 0; y < output.height(); ++y) {
             for (int x = 0; x < output.width(); ++x) {
                 ASSERT_NEAR(frame->luma[y * frame->stride + x], colour.luma, 1) << x << ", " << y;
@@ -132,17 +131,17 @@ TEST_P(Colour, HasTheStandardsValuesInEverySize)
 
 INSTANTIATE_TEST_SUITE_P(Primaries, Colour, testing::ValuesIn(Colours), [](const auto& row) { return row.param.name; });
 
-TEST(FrameConverter, DropsTheLastRowAndColumnOfAnOddScreenInsteadOfScaling)
+TEST(FrameConverter, CropsOddScreensInsteadOfScaling)
 {
-    const SourcePicture picture(SourcePicture::Kind::saturatedNoise, {641, 361});
-    auto cropped = picture.view();
+    const SourceImage image(SourceImage::Kind::saturatedNoise, {641, 361});
+    auto cropped = image.view();
     cropped.size = {640, 360};
-    EXPECT_TRUE(sameBytes(*converted(picture.view(), {640, 360}), *converted(cropped, {640, 360})));
+    EXPECT_TRUE(sameBytes(*converted(image.view(), {640, 360}), *converted(cropped, {640, 360})));
 }
 
-TEST(FrameConverter, GrowsLinearly)
+TEST(FrameConverter, EnlargesWithLinearInterpolation)
 {
-    // Left black, right white: a ramp between the two centres, without overshoot.
+    // Black and white pixels: a linear ramp between their centres, without overshoot.
     std::uint8_t pixels[2 * 4] = {0, 0, 0, 0, 255, 255, 255, 0};
     const auto frame = converted({.pixels = pixels, .stride = 8, .size = {2, 1}}, {8, 2});
     const int expected[] = {16, 16, 43, 98, 153, 208, 235, 235};
@@ -151,27 +150,27 @@ TEST(FrameConverter, GrowsLinearly)
     }
 }
 
-TEST(FrameConverter, FollowsAChangeOfTheSourcesSize)
+TEST(FrameConverter, AdaptsToChangedSourceSize)
 {
-    const SourcePicture large(SourcePicture::Kind::natural, {1000, 600});
-    const SourcePicture small(SourcePicture::Kind::natural, {500, 300});
+    const SourceImage large(SourceImage::Kind::natural, {1000, 600});
+    const SourceImage small(SourceImage::Kind::natural, {500, 300});
     FramePool pool({640, 360}, 2);
     FrameConverter converter;
-    auto first = pool.tryTake();
-    auto second = pool.tryTake();
+    auto first = pool.tryAcquire();
+    auto second = pool.tryAcquire();
     converter.convert(large.view(), *first);
     converter.convert(small.view(), *second);
     const auto measured = test::fidelity(*first, test::referencePlanes(large, {640, 360}));
-    EXPECT_GE(measured.luma, EnoughDecibels);
+    EXPECT_GE(measured.luma, MinPsnrDecibels);
     auto alone = converted(small.view(), {640, 360});
     std::vector<std::uint8_t> expected(alone->luma, alone->luma + 640 * 360);
     EXPECT_EQ(expected, std::vector<std::uint8_t>(second->luma, second->luma + 640 * 360));
 }
 
-TEST(FrameConverter, LeavesTheFrameAloneWithoutAPicture)
+TEST(FrameConverter, LeavesFrameUnchangedForEmptyImage)
 {
     FramePool pool({16, 16}, 1);
-    auto frame = pool.tryTake();
+    auto frame = pool.tryAcquire();
     frame->luma[0] = 99;
     FrameConverter().convert({}, *frame);
     EXPECT_EQ(frame->luma[0], 99);

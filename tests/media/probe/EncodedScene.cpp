@@ -7,20 +7,19 @@ namespace quelto::test {
 
 std::vector<EncodedFramePtr> encodedScene(const EncoderRequest& request, const std::vector<HostTime>& times)
 {
-    std::vector<EncodedFramePtr> samples;
-    const auto encoder =
-        openVideoEncoder(request, [&](EncodedFramePtr sample) { samples.push_back(std::move(sample)); });
+    std::vector<EncodedFramePtr> encoded;
+    const auto encoder = openVideoEncoder(request, [&](EncodedFramePtr frame) { encoded.push_back(std::move(frame)); });
     MovingScene scene(request.size);
     FramePool pool(request.size, 1);
     int index = 0;
     for (const auto time : times) {
-        const auto frame = pool.tryTake();
+        const auto frame = pool.tryAcquire();
         frame->presentationTime = time;
         scene.paint(*frame, index++);
         encoder->encode(*frame);
     }
     encoder->finish();
-    return samples;
+    return encoded;
 }
 
 } // namespace quelto::test

@@ -5,7 +5,7 @@
 
 namespace quelto::test {
 
-/// A moving scene, really encoded: one sample for each of the times.
+/// A moving scene encoded with a real encoder: one frame for each time.
 std::vector<EncodedFramePtr> encodedScene(const EncoderRequest& request, const std::vector<HostTime>& times);
 
 } // namespace quelto::test

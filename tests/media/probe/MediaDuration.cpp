@@ -9,15 +9,15 @@ namespace quelto {
 
 std::optional<double> mediaDuration(const QString& path)
 {
-    ffmpeg::keepQuiet();
+    ffmpeg::disableLogging();
     AVFormatContext* opened = nullptr;
-    // The scheme keeps a path that looks like an address from being taken for one.
-    const QByteArray address = QByteArrayLiteral("file:") + QFile::encodeName(path);
-    if (avformat_open_input(&opened, address.constData(), nullptr, nullptr) < 0) {
+    // With an explicit scheme, FFmpeg does not interpret a path that looks like a URL.
+    const QByteArray url = QByteArrayLiteral("file:") + QFile::encodeName(path);
+    if (avformat_open_input(&opened, url.constData(), nullptr, nullptr) < 0) {
         return std::nullopt;
     }
     const ffmpeg::InputContext input(opened);
-    std::optional<double> sound;
+    std::optional<double> audio;
     for (unsigned i = 0; i < input->nb_streams; ++i) {
         const auto* stream = input->streams[i];
         if (stream->duration == AV_NOPTS_VALUE || stream->duration <= 0) {
@@ -27,14 +27,14 @@ std::optional<double> mediaDuration(const QString& path)
         if (stream->codecpar->codec_type == AVMEDIA_TYPE_VIDEO) {
             return seconds;
         }
-        if (!sound && stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
-            sound = seconds;
+        if (!audio && stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
+            audio = seconds;
         }
     }
-    if (!sound && input->duration > 0) {
+    if (!audio && input->duration > 0) {
         return static_cast<double>(input->duration) / AV_TIME_BASE;
     }
-    return sound;
+    return audio;
 }
 
 } // namespace quelto

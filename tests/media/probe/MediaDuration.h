@@ -7,8 +7,8 @@
 
 namespace quelto {
 
-/// How long a media file's picture lasts, or its sound if it has no picture. Units: seconds. Nothing for a file that
-/// cannot be read. Reads the file's index only.
+/// The duration of a media file's video track, or of its audio track if it has no video. Nothing for a file that cannot
+/// be read. Reads the index only. Units: seconds.
 std::optional<double> mediaDuration(const QString& path);
 
 } // namespace quelto

@@ -9,7 +9,7 @@
 namespace quelto {
 namespace {
 
-TEST(MediaDuration, WhatIsNoMediaFileHasNone)
+TEST(MediaDuration, FilesWithoutMediaHaveNoDuration)
 {
     const QTemporaryDir folder;
     EXPECT_FALSE(mediaDuration(folder.filePath(QStringLiteral("none.mp4"))));

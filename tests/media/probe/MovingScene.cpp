@@ -32,7 +32,7 @@ void MovingScene::paint(VideoFrame& frame, int index)
 {
     for (int y = 0; y < m_size.height(); ++y) {
         auto* row = frame.luma + static_cast<std::ptrdiff_t>(frame.stride) * y;
-        // Three depths that move at their own speeds.
+        // Three bands that move at different speeds.
         const auto speed = 1 + 3 * (3 * y / m_size.height());
         const auto* from = &m_texture[static_cast<std::size_t>(y + index) % TextureSide * TextureSide];
         for (int x = 0; x < m_size.width(); ++x) {

@@ -7,7 +7,7 @@
 
 namespace quelto::test {
 
-/// Paints pictures with a moving texture and some noise, as a game would give an encoder to do.
+/// Paints frames with a moving texture and noise, an encoder load similar to a game.
 class MovingScene {
 public:
     explicit MovingScene(QSize size);

@@ -56,22 +56,22 @@ QByteArray decodingErrors(const QString& path)
     return result.exitCode == 0 ? result.errors : result.errors + " [failed]";
 }
 
-std::vector<float> decodedSound(const QString& path, int soundTrack)
+std::vector<float> decodeAudio(const QString& path, int audioTrack)
 {
     const auto result = run(QStringLiteral("ffmpeg"),
                             {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
-                             QStringLiteral("-map"), QStringLiteral("0:a:%1").arg(soundTrack), QStringLiteral("-f"),
+                             QStringLiteral("-map"), QStringLiteral("0:a:%1").arg(audioTrack), QStringLiteral("-f"),
                              QStringLiteral("f32le"), QStringLiteral("-ac"), QStringLiteral("2"), QStringLiteral("-ar"),
                              QStringLiteral("48000"), QStringLiteral("-")});
-    std::vector<float> sound(static_cast<std::size_t>(result.output.size()) / sizeof(float));
-    std::memcpy(sound.data(), result.output.constData(), sound.size() * sizeof(float));
-    return sound;
+    std::vector<float> audio(static_cast<std::size_t>(result.output.size()) / sizeof(float));
+    std::memcpy(audio.data(), result.output.constData(), audio.size() * sizeof(float));
+    return audio;
 }
 
-float peakOf(const std::vector<float>& sound)
+float peakOf(const std::vector<float>& audio)
 {
     float peak = 0;
-    for (const auto value : sound) {
+    for (const auto value : audio) {
         peak = std::max(peak, std::abs(value));
     }
     return peak;

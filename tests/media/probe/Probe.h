@@ -19,19 +19,19 @@ struct CommandResult {
 
 CommandResult run(const QString& program, const QStringList& arguments);
 
-/// What ffprobe says about a file: "streams" and "format".
+/// ffprobe's output for a file: "streams" and "format".
 QJsonObject probe(const QString& path);
 QJsonArray streamsOf(const QString& path);
-/// The streams' packets, as ffprobe lists them.
+/// The packets of a stream, as ffprobe lists them.
 QJsonArray packetsOf(const QString& path, const QString& stream);
 
-/// Everything that ffmpeg has to complain about while it decodes all tracks; empty for a sound file.
+/// ffmpeg's error output when it decodes all tracks; empty for a valid file.
 QByteArray decodingErrors(const QString& path);
 
-/// One sound track as a player hears it, edit lists honoured: interleaved stereo at 48,000 Hz.
-std::vector<float> decodedSound(const QString& path, int soundTrack);
+/// An audio track as a player outputs it, with edit lists applied: interleaved stereo at 48,000 Hz.
+std::vector<float> decodeAudio(const QString& path, int audioTrack);
 
-/// The loudest value.
-float peakOf(const std::vector<float>& sound);
+/// The largest absolute value.
+float peakOf(const std::vector<float>& audio);
 
 } // namespace quelto::test

@@ -27,16 +27,16 @@ class BrokenClipTest : public testing::Test {
 protected:
     BrokenClipTest() { testing::internal::CaptureStderr(); }
 
-    /// No library may talk about what it found.
+    /// Libraries must not write to stderr.
     void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
 
-    static void expectNothing(const ClipReader& reading)
+    static void expectEmpty(const ClipPreview& preview)
     {
-        EXPECT_TRUE(reading.picture.isNull());
-        EXPECT_EQ(reading.facts.duration, 0);
-        EXPECT_EQ(reading.facts.width, 0);
-        EXPECT_EQ(reading.facts.height, 0);
-        EXPECT_EQ(reading.facts.fps, 0);
+        EXPECT_TRUE(preview.thumbnail.isNull());
+        EXPECT_EQ(preview.metadata.duration, 0);
+        EXPECT_EQ(preview.metadata.width, 0);
+        EXPECT_EQ(preview.metadata.height, 0);
+        EXPECT_EQ(preview.metadata.fps, 0);
     }
 
     QByteArray goodClip(const QString& encoding = {}) const
@@ -51,82 +51,82 @@ protected:
     test::GeneratedClips clips;
 };
 
-TEST_F(BrokenClipTest, WhatIsNoClipHasNothing)
+TEST_F(BrokenClipTest, FilesThatAreNotClipsAreEmpty)
 {
-    expectNothing(readClip(QString()));
-    expectNothing(readClip(clips.path(QStringLiteral("none.mp4"))));
-    expectNothing(readClip(clips.path(QStringLiteral("."))));
-    expectNothing(readClip(QStringLiteral("/dev/zero")));
-    expectNothing(readClip(clips.write(QStringLiteral("empty.mp4"), {})));
-    expectNothing(readClip(clips.write(QStringLiteral("text.mp4"), QByteArray(100000, 'x'))));
-    expectNothing(readClip(clips.write(QStringLiteral("zeros.mp4"), QByteArray(100000, '\0'))));
+    expectEmpty(readClip(QString()));
+    expectEmpty(readClip(clips.path(QStringLiteral("none.mp4"))));
+    expectEmpty(readClip(clips.path(QStringLiteral("."))));
+    expectEmpty(readClip(QStringLiteral("/dev/zero")));
+    expectEmpty(readClip(clips.write(QStringLiteral("empty.mp4"), {})));
+    expectEmpty(readClip(clips.write(QStringLiteral("text.mp4"), QByteArray(100000, 'x'))));
+    expectEmpty(readClip(clips.write(QStringLiteral("zeros.mp4"), QByteArray(100000, '\0'))));
 }
 
-TEST_F(BrokenClipTest, PipeDoesNotMakeItWait)
+TEST_F(BrokenClipTest, PipeDoesNotBlock)
 {
     const auto path = clips.path(QStringLiteral("pipe.mp4"));
     ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    expectNothing(readClip(path));
+    expectEmpty(readClip(path));
 }
 
-TEST_F(BrokenClipTest, PlayListLeadsNowhere)
+TEST_F(BrokenClipTest, PlaylistsAreNotFollowed)
 {
     clips.write(QStringLiteral("real.mp4"), goodClip());
-    expectNothing(readClip(clips.write(QStringLiteral("hls.mp4"),
-                                       "#EXTM3U\n#EXT-X-TARGETDURATION:4\n#EXTINF:4,\nreal.mp4\n#EXT-X-ENDLIST\n")));
-    expectNothing(readClip(clips.write(QStringLiteral("concat.mp4"), "ffconcat version 1.0\nfile real.mp4\n")));
+    expectEmpty(readClip(clips.write(QStringLiteral("hls.mp4"),
+                                     "#EXTM3U\n#EXT-X-TARGETDURATION:4\n#EXTINF:4,\nreal.mp4\n#EXT-X-ENDLIST\n")));
+    expectEmpty(readClip(clips.write(QStringLiteral("concat.mp4"), "ffconcat version 1.0\nfile real.mp4\n")));
 }
 
-TEST_F(BrokenClipTest, SoundAloneHasALengthAndNothingElse)
+TEST_F(BrokenClipTest, AudioOnlyFileHasDurationOnly)
 {
-    const auto reading = readClip(clips.make(QStringLiteral("a.mp4"), QStringLiteral("-f lavfi -i sine=d=2 -c:a aac")));
-    EXPECT_NEAR(reading.facts.duration, 2, 0.1);
-    EXPECT_EQ(reading.facts.width, 0);
-    EXPECT_TRUE(reading.picture.isNull());
+    const auto preview = readClip(clips.make(QStringLiteral("a.mp4"), QStringLiteral("-f lavfi -i sine=d=2 -c:a aac")));
+    EXPECT_NEAR(preview.metadata.duration, 2, 0.1);
+    EXPECT_EQ(preview.metadata.width, 0);
+    EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
-TEST_F(BrokenClipTest, ClipWithoutItsIndexHasNothing)
+TEST_F(BrokenClipTest, ClipWithoutIndexIsEmpty)
 {
     const auto bytes = goodClip();
-    expectNothing(readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.size() / 2))));
+    expectEmpty(readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.size() / 2))));
 }
 
-TEST_F(BrokenClipTest, ClipWithoutItsDataHasItsFacts)
+TEST_F(BrokenClipTest, ClipWithoutMediaDataHasMetadata)
 {
     const auto bytes = goodClip(QStringLiteral("-movflags faststart"));
-    const auto reading = readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.indexOf("mdat") + 100)));
-    EXPECT_NEAR(reading.facts.duration, 4, 0.1);
-    EXPECT_EQ(reading.facts.width, 320);
-    EXPECT_TRUE(reading.picture.isNull());
+    const auto preview = readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.indexOf("mdat") + 100)));
+    EXPECT_NEAR(preview.metadata.duration, 4, 0.1);
+    EXPECT_EQ(preview.metadata.width, 320);
+    EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
-TEST_F(BrokenClipTest, ClipWhoseEndIsMissingHasItsPicture)
+TEST_F(BrokenClipTest, TruncatedClipHasThumbnail)
 {
     const auto bytes = goodClip(QStringLiteral("-movflags faststart"));
-    const auto reading = readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.size() * 3 / 4)));
-    EXPECT_EQ(reading.picture.size(), QSize(320, 180));
+    const auto preview = readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.size() * 3 / 4)));
+    EXPECT_EQ(preview.thumbnail.size(), QSize(320, 180));
 }
 
-TEST_F(BrokenClipTest, ClipThatVanishesHasNothing)
+TEST_F(BrokenClipTest, DeletedClipIsEmpty)
 {
     const auto path = clips.write(QStringLiteral("a.mp4"), goodClip());
-    ASSERT_FALSE(readClip(path).picture.isNull());
+    ASSERT_FALSE(readClip(path).thumbnail.isNull());
     ASSERT_TRUE(QFile::remove(path));
-    expectNothing(readClip(path));
+    expectEmpty(readClip(path));
 }
 
-TEST_F(BrokenClipTest, HugePictureIsNotDecoded)
+TEST_F(BrokenClipTest, HugeFrameSizeIsNotDecoded)
 {
     auto bytes = goodClip();
     auto* entry = bytes.data() + bytes.indexOf("avc1", bytes.indexOf("stsd"));
     qToBigEndian<quint16>(20000, entry + 28);
     qToBigEndian<quint16>(20000, entry + 30);
-    const auto reading = readClip(clips.write(QStringLiteral("huge.mp4"), bytes));
-    EXPECT_EQ(reading.facts.width, 20000);
-    EXPECT_TRUE(reading.picture.isNull());
+    const auto preview = readClip(clips.write(QStringLiteral("huge.mp4"), bytes));
+    EXPECT_EQ(preview.metadata.width, 20000);
+    EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
-TEST_F(BrokenClipTest, HugePictureThatTheIndexHidesIsNotDecoded)
+TEST_F(BrokenClipTest, HugeFrameSizeInBitstreamIsNotDecoded)
 {
     auto bytes = test::GeneratedClips::read(
         clips.make(QStringLiteral("a.mov"),
@@ -135,12 +135,12 @@ TEST_F(BrokenClipTest, HugePictureThatTheIndexHidesIsNotDecoded)
         qToBigEndian<quint16>(60000, bytes.data() + frame + 5);
         qToBigEndian<quint16>(60000, bytes.data() + frame + 7);
     }
-    const auto reading = readClip(clips.write(QStringLiteral("huge.mov"), bytes));
-    EXPECT_EQ(reading.facts.width, 64);
-    EXPECT_TRUE(reading.picture.isNull());
+    const auto preview = readClip(clips.write(QStringLiteral("huge.mov"), bytes));
+    EXPECT_EQ(preview.metadata.width, 64);
+    EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
-TEST_F(BrokenClipTest, IndexOfEndlessPicturesDoesNotHoldItUp)
+TEST_F(BrokenClipTest, HugeIndexOfPicturesIsReadInTime)
 {
     for (const quint32 distance : {0U, 1U}) {
         auto bytes = goodClip();
@@ -150,21 +150,21 @@ TEST_F(BrokenClipTest, IndexOfEndlessPicturesDoesNotHoldItUp)
         constexpr quint32 Count = 200'000;
         put("stsz", 8, 1);
         put("stsz", 12, Count);
-        // One chunk holds them all, and they stand close together.
+        // All samples are in one chunk.
         put("stsc", 16, Count);
         put("stts", 12, Count);
         put("stts", 16, distance);
         const auto start = HostClock::now();
-        EXPECT_TRUE(readClip(clips.write(QStringLiteral("endless.mp4"), bytes)).picture.isNull());
+        EXPECT_TRUE(readClip(clips.write(QStringLiteral("endless.mp4"), bytes)).thumbnail.isNull());
         EXPECT_LT(HostClock::now() - start, 5s);
     }
 }
 
-/// Broken claims of many samples: in a track of pictures, in one of sound, and in a fragment.
-TEST_F(BrokenClipTest, ClaimsOfEndlessSamplesCostNoMemory)
+/// Declares a huge sample count in a video track, in an audio track and in a fragment.
+TEST_F(BrokenClipTest, DeclaredSamplesDoNotAllocateMemory)
 {
     constexpr quint32 Count = 40'000'000;
-    const auto claims = [](QByteArray bytes, qsizetype from) {
+    const auto withHugeCount = [](QByteArray bytes, qsizetype from) {
         const auto put = [&](const char* box, qsizetype at, quint32 value) {
             qToBigEndian(value, bytes.data() + bytes.indexOf(box, from) + at);
         };
@@ -177,36 +177,35 @@ TEST_F(BrokenClipTest, ClaimsOfEndlessSamplesCostNoMemory)
     const auto good = goodClip();
     auto fragment = goodClip(QStringLiteral("-movflags frag_keyframe+empty_moov"));
     auto* run = fragment.data() + fragment.indexOf("trun");
-    // Nothing about the single sample, so that nothing can be missing.
+    // No per-sample fields, so that the box size stays valid.
     qToBigEndian<quint32>(0, run + 4);
     qToBigEndian(Count, run + 8);
     readClip(clips.write(QStringLiteral("good.mp4"), good));
-    const auto peak = [] {
+    const auto peakMiB = [] {
         rusage usage{};
         getrusage(RUSAGE_SELF, &usage);
         return usage.ru_maxrss / 1024;
     };
-    const auto before = peak();
-    expectNothing(readClip(clips.write(QStringLiteral("picture.mp4"), claims(good, good.indexOf("vide")))));
-    expectNothing(readClip(clips.write(QStringLiteral("sound.mp4"), claims(good, good.indexOf("soun")))));
-    expectNothing(readClip(clips.write(QStringLiteral("fragment.mp4"), fragment)));
-    // Mebibytes.
-    EXPECT_LT(peak() - before, 50);
+    const auto before = peakMiB();
+    expectEmpty(readClip(clips.write(QStringLiteral("video.mp4"), withHugeCount(good, good.indexOf("vide")))));
+    expectEmpty(readClip(clips.write(QStringLiteral("audio.mp4"), withHugeCount(good, good.indexOf("soun")))));
+    expectEmpty(readClip(clips.write(QStringLiteral("fragment.mp4"), fragment)));
+    EXPECT_LT(peakMiB() - before, 50);
 }
 
-TEST_F(BrokenClipTest, SoundWithoutCompressionIsNoReasonToRefuse)
+TEST_F(BrokenClipTest, AcceptsLongUncompressedAudio)
 {
-    // More frames of sound than samples would be believed.
+    // More audio frames than the maximum sample count.
     const auto path =
         clips.make(QStringLiteral("long.mov"),
                    QStringLiteral("-f lavfi -i testsrc=s=64x64:r=1:d=660 -f lavfi -i anullsrc=r=8000:cl=mono "
                                   "-t 660 -c:v libx264 -preset ultrafast -c:a pcm_u8"));
-    const auto reading = readClip(path);
-    EXPECT_NEAR(reading.facts.duration, 660, 1);
-    EXPECT_FALSE(reading.picture.isNull());
+    const auto preview = readClip(path);
+    EXPECT_NEAR(preview.metadata.duration, 660, 1);
+    EXPECT_FALSE(preview.thumbnail.isNull());
 }
 
-TEST_F(BrokenClipTest, ReadingLeavesOthersTheirMemory)
+TEST_F(BrokenClipTest, LargeAllocationsStayPossibleAfterReading)
 {
     readClip(clips.write(QStringLiteral("good.mp4"), goodClip()));
     constexpr std::size_t Large = std::size_t{900} << 20U;
@@ -215,31 +214,31 @@ TEST_F(BrokenClipTest, ReadingLeavesOthersTheirMemory)
     av_free(block);
 }
 
-TEST_F(BrokenClipTest, StopAndTheEndOfTheTimeEndTheReading)
+TEST_F(BrokenClipTest, StopRequestAndTimeLimitEndReading)
 {
     const auto path = clips.write(QStringLiteral("a.mp4"), goodClip());
     std::stop_source stop;
-    EXPECT_FALSE(readClip(path, stop.get_token()).picture.isNull());
+    EXPECT_FALSE(readClip(path, stop.get_token()).thumbnail.isNull());
     stop.request_stop();
-    expectNothing(readClip(path, stop.get_token()));
-    expectNothing(readClip(path, {}, 0s));
+    expectEmpty(readClip(path, stop.get_token()));
+    expectEmpty(readClip(path, {}, 0s));
 }
 
-TEST_F(BrokenClipTest, DamageAnywhereIsSurvived)
+TEST_F(BrokenClipTest, RandomDamageDoesNotCrash)
 {
     const auto bytes = goodClip(QStringLiteral("-movflags faststart"));
     const auto indexEnd = bytes.indexOf("mdat");
     std::minstd_rand random(5);
     for (int round = 0; round < 150; ++round) {
         auto damaged = bytes;
-        // The first rounds hit the index, where it hurts most.
-        const auto reach = static_cast<unsigned>(round < 100 ? indexEnd : bytes.size());
+        // The first rounds damage the index only.
+        const auto range = static_cast<unsigned>(round < 100 ? indexEnd : bytes.size());
         for (int i = 0; i < 1 + round % 8; ++i) {
-            damaged[static_cast<qsizetype>(random() % reach)] = static_cast<char>(random());
+            damaged[static_cast<qsizetype>(random() % range)] = static_cast<char>(random());
         }
-        const auto reading = readClip(clips.write(QStringLiteral("damaged.mp4"), damaged));
-        EXPECT_GE(reading.facts.duration, 0);
-        EXPECT_LE(std::max(reading.picture.width(), reading.picture.height()), 640);
+        const auto preview = readClip(clips.write(QStringLiteral("damaged.mp4"), damaged));
+        EXPECT_GE(preview.metadata.duration, 0);
+        EXPECT_LE(std::max(preview.thumbnail.width(), preview.thumbnail.height()), 640);
     }
 }
 

@@ -15,20 +15,20 @@ namespace quelto::test {
 
 namespace {
 
-/// By posix_spawn: a QProcess in the program blinds the thread sanitizer to what follows.
+/// Uses posix_spawn because the thread sanitizer stops working after a QProcess has run.
 int exitStatus(std::vector<QByteArray>& command, const QByteArray& log)
 {
-    std::vector<char*> words;
-    words.reserve(command.size() + 1);
-    for (auto& word : command) {
-        words.push_back(word.data());
+    std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
+    for (auto& argument : command) {
+        arguments.push_back(argument.data());
     }
-    words.push_back(nullptr);
+    arguments.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     pid_t child = 0;
-    const int error = posix_spawnp(&child, words[0], &actions, nullptr, words.data(), environ);
+    const int error = posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     int status = 0;
     if (error != 0 || waitpid(child, &status, 0) < 0) {
@@ -39,22 +39,22 @@ int exitStatus(std::vector<QByteArray>& command, const QByteArray& log)
 
 } // namespace
 
-QString GeneratedClips::make(const QString& name, const QString& words) const
+QString GeneratedClips::make(const QString& name, const QString& arguments) const
 {
     auto target = path(name);
-    std::vector<QByteArray> arguments{"ffmpeg", "-nostdin", "-v", "error", "-y"};
-    for (const auto& word : words.split(u' ', Qt::SkipEmptyParts)) {
-        arguments.push_back(word.toUtf8());
+    std::vector<QByteArray> command{"ffmpeg", "-nostdin", "-v", "error", "-y"};
+    for (const auto& argument : arguments.split(u' ', Qt::SkipEmptyParts)) {
+        command.push_back(argument.toUtf8());
     }
-    arguments.push_back(QFile::encodeName(target));
+    command.push_back(QFile::encodeName(target));
     const auto log = path(QStringLiteral("ffmpeg.log"));
-    if (exitStatus(arguments, QFile::encodeName(log)) != 0) {
+    if (exitStatus(command, QFile::encodeName(log)) != 0) {
         throw std::runtime_error(read(log).toStdString());
     }
     return target;
 }
 
-QString GeneratedClips::lightening(const QString& name, double seconds, double rise, const QString& encoding) const
+QString GeneratedClips::brightening(const QString& name, double seconds, double rise, const QString& encoding) const
 {
     return make(name,
                 QStringLiteral("-f lavfi -i color=c=black:s=64x64:r=60:d=%1,format=yuv420p,"
@@ -64,7 +64,7 @@ QString GeneratedClips::lightening(const QString& name, double seconds, double r
                     .arg(encoding));
 }
 
-QString GeneratedClips::quarters(const QString& name) const
+QString GeneratedClips::quadrants(const QString& name) const
 {
     return make(name,
                 QStringLiteral("-f lavfi -i color=c=0xFF8080:s=64x32:r=30:d=1,"
@@ -77,7 +77,7 @@ QString GeneratedClips::write(const QString& name, const QByteArray& bytes) cons
 {
     QFile file(path(name));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        throw std::runtime_error("cannot write");
+        throw std::runtime_error("cannot write the file");
     }
     return file.fileName();
 }
@@ -86,7 +86,7 @@ QByteArray GeneratedClips::read(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw std::runtime_error("cannot read");
+        throw std::runtime_error("cannot read the file");
     }
     return file.readAll();
 }

@@ -8,19 +8,19 @@
 
 namespace quelto::test {
 
-/// A folder of clips that the ffmpeg command line makes.
+/// A temporary folder of clips that the ffmpeg command line generates.
 class GeneratedClips {
 public:
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
-    /// The words between "ffmpeg" and the file's name, separated by blanks; what the lavfi source draws among them.
-    /// Errors: std::runtime_error with ffmpeg's own text.
-    QString make(const QString& name, const QString& words) const;
+    /// Runs ffmpeg with the arguments, separated by spaces, and the file name as output.
+    /// Errors: std::runtime_error with ffmpeg's error output.
+    QString make(const QString& name, const QString& arguments) const;
 
-    /// A small grey clip that gets lighter: its luma is 16 + rise × seconds.
-    QString lightening(const QString& name, double seconds, double rise, const QString& encoding) const;
-    /// Left half red, right half blue, upper half lighter; one second.
-    QString quarters(const QString& name) const;
+    /// A small grey clip of increasing brightness: its luma is 16 + rise × seconds.
+    QString brightening(const QString& name, double seconds, double rise, const QString& encoding) const;
+    /// One second with a red left half, a blue right half and a lighter upper half.
+    QString quadrants(const QString& name) const;
 
     QString write(const QString& name, const QByteArray& bytes) const;
     static QByteArray read(const QString& path);

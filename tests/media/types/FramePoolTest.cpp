@@ -6,42 +6,42 @@
 namespace quelto {
 namespace {
 
-TEST(FramePool, GivesNoMoreFramesThanItHolds)
+TEST(FramePool, ReturnsNullWhenAllFramesAreInUse)
 {
     FramePool pool({64, 48}, 2);
-    const auto first = pool.tryTake();
-    const auto second = pool.tryTake();
+    const auto first = pool.tryAcquire();
+    const auto second = pool.tryAcquire();
     EXPECT_NE(first, nullptr);
     EXPECT_NE(second, nullptr);
-    EXPECT_EQ(pool.tryTake(), nullptr);
+    EXPECT_EQ(pool.tryAcquire(), nullptr);
 }
 
-TEST(FramePool, TakesAFrameBackWhenItsLastOwnerLetsGo)
+TEST(FramePool, ReusesFrameAfterLastReferenceIsReleased)
 {
     FramePool pool({64, 48}, 1);
-    auto frame = pool.tryTake();
+    auto frame = pool.tryAcquire();
     VideoFramePtr shared = frame;
     frame.reset();
-    EXPECT_EQ(pool.tryTake(), nullptr);
+    EXPECT_EQ(pool.tryAcquire(), nullptr);
     shared.reset();
-    EXPECT_NE(pool.tryTake(), nullptr);
+    EXPECT_NE(pool.tryAcquire(), nullptr);
 }
 
-TEST(FramePool, LetsAFrameOutliveIt)
+TEST(FramePool, FrameOutlivesThePool)
 {
     std::shared_ptr<VideoFrame> frame;
     {
         FramePool pool({64, 48}, 1);
-        frame = pool.tryTake();
+        frame = pool.tryAcquire();
     }
     frame->luma[0] = 7;
     EXPECT_EQ(frame->luma[0], 7);
 }
 
-TEST(FramePool, AlignsItsRowsForVectorInstructions)
+TEST(FramePool, AlignsRowsForVectorInstructions)
 {
     FramePool pool({1366, 768}, 1);
-    const auto frame = pool.tryTake();
+    const auto frame = pool.tryAcquire();
     EXPECT_EQ(frame->size, QSize(1366, 768));
     EXPECT_EQ(frame->stride % 64, 0);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(frame->luma) % 64, 0U);

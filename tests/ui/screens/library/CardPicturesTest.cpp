@@ -14,10 +14,10 @@ protected:
         readClipsBy(
             [this](const QString& path) {
                 read.append(Clip(path).displayTitle());
-                ClipReader reading;
+                ClipPreview reading;
                 if (!unfinished.contains(path)) {
-                    reading.picture = QImage(64, 36, QImage::Format_RGB32);
-                    reading.picture.fill(Qt::darkGreen);
+                    reading.thumbnail = QImage(64, 36, QImage::Format_RGB32);
+                    reading.thumbnail.fill(Qt::darkGreen);
                 }
                 return reading;
             },

@@ -19,9 +19,9 @@ protected:
     void SetUp() override
     {
         LibraryScreenFixture::SetUp();
-        reading.facts.duration = 65;
-        reading.picture = QImage(64, 36, QImage::Format_RGB32);
-        reading.picture.fill(Qt::darkGreen);
+        reading.metadata.duration = 65;
+        reading.thumbnail = QImage(64, 36, QImage::Format_RGB32);
+        reading.thumbnail.fill(Qt::darkGreen);
         readClipsBy([this](const QString&) { return reading; });
     }
 
@@ -78,7 +78,7 @@ protected:
         settle();
     }
 
-    ClipReader reading;
+    ClipPreview reading;
 };
 
 TEST_F(ClipCardTest, IsABoxWithAnOutlineThatBothLightUp)

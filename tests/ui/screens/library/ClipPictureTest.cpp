@@ -76,10 +76,10 @@ protected:
                                                       .read =
                                                           [this](const QString& path, const std::stop_token&) {
                                                               read.append(path);
-                                                              ClipReader reading;
-                                                              reading.facts.duration = path == u"/long" ? 65 : 0;
+                                                              ClipPreview reading;
+                                                              reading.metadata.duration = path == u"/long" ? 65 : 0;
                                                               if (path != u"/broken" && path != unfinished) {
-                                                                  reading.picture = filled({64, 36}, Qt::red);
+                                                                  reading.thumbnail = filled({64, 36}, Qt::red);
                                                               }
                                                               return reading;
                                                           },

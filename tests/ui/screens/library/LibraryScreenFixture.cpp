@@ -56,7 +56,7 @@ void LibraryScreenFixture::TearDown()
     L10n::use(QStringLiteral("tr"));
 }
 
-void LibraryScreenFixture::readClipsBy(const std::function<ClipReader(const QString& path)>& read,
+void LibraryScreenFixture::readClipsBy(const std::function<ClipPreview(const QString& path)>& read,
                                        const std::function<void(Task)>& work)
 {
     thumbnails = std::make_unique<ThumbnailCache>(

@@ -23,7 +23,7 @@ protected:
     /// Before the window is made: takes readings from there instead of from the files, at once or when `work` runs
     /// them.
     void readClipsBy(
-        const std::function<ClipReader(const QString& path)>& read,
+        const std::function<ClipPreview(const QString& path)>& read,
         const std::function<void(Task)>& work = [](const Task& task) { task(); });
     /// Makes the window; what is in the folder by then it shows at once.
     void show(const QString& properties = {});

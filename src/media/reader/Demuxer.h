@@ -8,25 +8,25 @@
 
 namespace quelto {
 
-/// A movie file opened for reading: its index has been read, nothing more.
+/// Opens an MP4 or QuickTime file for demuxing. The constructor reads the index only.
 ///
-/// The library gets the bytes from a file that is already open, and no means to open anything: neither a pipe nor a
-/// device can make it wait, and a play list under a movie's name leads nowhere.
+/// FFmpeg reads through a file descriptor of ours and cannot open anything itself: pipes and devices are rejected
+/// instead of blocking, and a playlist with a clip's name is not followed.
 ///
 /// Errors: std::system_error, ffmpeg::FfmpegError.
-class InputFile {
+class Demuxer {
 public:
-    InputFile(const QString& path, Deadline deadline);
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
+    Demuxer(const QString& path, Deadline deadline);
+    Demuxer(const Demuxer&) = delete;
+    Demuxer& operator=(const Demuxer&) = delete;
 
     AVFormatContext& context() const noexcept { return *m_context; }
     const Deadline& deadline() const noexcept { return m_deadline; }
-    /// The first one that is no cover; null without.
-    AVStream* pictureTrack() const noexcept;
+    /// The first video stream that is not cover art; null if there is none.
+    AVStream* videoStream() const noexcept;
 
 private:
-    static int read(void* self, std::uint8_t* to, int size) noexcept;
+    static int read(void* self, std::uint8_t* buffer, int size) noexcept;
     static std::int64_t seek(void* self, std::int64_t offset, int whence) noexcept;
     static int isInterrupted(void* self) noexcept;
 
@@ -34,7 +34,7 @@ private:
     QFile m_file;
     std::int64_t m_position = 0;
     std::int64_t m_size = 0;
-    ffmpeg::Io m_io;
+    ffmpeg::IoContext m_io;
     ffmpeg::InputContext m_context;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "media/reader/StillImage.h"
+#include "media/reader/FrameToImage.h"
 
 #include "media/ffmpeg/FfmpegError.h"
 
@@ -13,13 +13,13 @@ namespace quelto {
 
 namespace {
 
-/// What files that do not name their colours were made with, by their height.
-constexpr int FirstHighDefinitionHeight = 720;
+/// Files without colour information use BT.709 from this height on, and BT.601 below.
+constexpr int MinHdHeight = 720;
 
-/// Rows and their ends, as the converter's widest instructions write them.
+/// Row alignment for the scaler's widest vector instructions.
 constexpr int Alignment = 64;
 
-int coefficientsOf(const AVFrame& frame)
+int colorspaceOf(const AVFrame& frame)
 {
     switch (frame.colorspace) {
     case AVCOL_SPC_BT709:
@@ -35,7 +35,7 @@ int coefficientsOf(const AVFrame& frame)
     case AVCOL_SPC_BT2020_CL:
         return SWS_CS_BT2020;
     default:
-        return frame.height >= FirstHighDefinitionHeight ? SWS_CS_ITU709 : SWS_CS_ITU601;
+        return frame.height >= MinHdHeight ? SWS_CS_ITU709 : SWS_CS_ITU601;
     }
 }
 
@@ -53,12 +53,12 @@ bool isFullRange(const AVFrame& frame)
     }
 }
 
-QSize fittedSize(const AVFrame& frame, AVRational pixelAspect, int longestSide)
+QSize fittedSize(const AVFrame& frame, AVRational pixelAspect, int maxSide)
 {
     const auto stretch = pixelAspect.num > 0 && pixelAspect.den > 0 ? av_q2d(pixelAspect) : 1.0;
     const auto width = frame.width * stretch;
     const auto height = static_cast<double>(frame.height);
-    const auto scale = std::min(1.0, longestSide / std::max(width, height));
+    const auto scale = std::min(1.0, maxSide / std::max(width, height));
     const auto pixels = [scale](double side) { return std::max(1, static_cast<int>(std::lround(side * scale))); };
     return {pixels(width), pixels(height)};
 }
@@ -68,25 +68,25 @@ int signOf(std::int32_t value)
     return value < 0 ? -1 : 1;
 }
 
-const std::uint8_t* displayMatrixOf(const AVStream& track)
+const std::uint8_t* displayMatrixOf(const AVStream& stream)
 {
     constexpr std::size_t Bytes = 9 * sizeof(std::int32_t);
 #if LIBAVCODEC_VERSION_MAJOR >= 61
-    const auto* data = av_packet_side_data_get(track.codecpar->coded_side_data, track.codecpar->nb_coded_side_data,
+    const auto* data = av_packet_side_data_get(stream.codecpar->coded_side_data, stream.codecpar->nb_coded_side_data,
                                                AV_PKT_DATA_DISPLAYMATRIX);
     return data != nullptr && data->size >= Bytes ? data->data : nullptr;
 #else
     std::size_t size = 0;
-    const auto* data = av_stream_get_side_data(&track, AV_PKT_DATA_DISPLAYMATRIX, &size);
+    const auto* data = av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, &size);
     return size >= Bytes ? data : nullptr;
 #endif
 }
 
 } // namespace
 
-QTransform displayTransform(const AVStream& track)
+QTransform displayTransform(const AVStream& stream)
 {
-    const auto* bytes = displayMatrixOf(track);
+    const auto* bytes = displayMatrixOf(stream);
     if (bytes == nullptr) {
         return {};
     }
@@ -100,9 +100,9 @@ QTransform displayTransform(const AVStream& track)
     return {0, double(signOf(b)), double(signOf(c)), 0, 0, 0};
 }
 
-QImage stillImage(const AVFrame& frame, AVRational pixelAspect, const QTransform& transform, int longestSide)
+QImage toImage(const AVFrame& frame, AVRational pixelAspect, const QTransform& transform, int maxSide)
 {
-    const auto size = fittedSize(frame, pixelAspect, longestSide);
+    const auto size = fittedSize(frame, pixelAspect, maxSide);
     const ffmpeg::Scaler scaler(
         sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), size.width(), size.height(),
                        AV_PIX_FMT_RGB32, SWS_AREA | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT, nullptr, nullptr, nullptr));
@@ -114,14 +114,14 @@ QImage stillImage(const AVFrame& frame, AVRational pixelAspect, const QTransform
         throw ffmpeg::FfmpegError(AVERROR(EINVAL));
     }
     ffmpeg::checked(av_frame_get_buffer(rgb.get(), Alignment));
-    constexpr int Neutral = 1 << 16;
-    // Refused for pictures that are RGB already, which need none of it.
-    sws_setColorspaceDetails(scaler.get(), sws_getCoefficients(coefficientsOf(frame)), isFullRange(frame) ? 1 : 0,
-                             sws_getCoefficients(SWS_CS_DEFAULT), 1, 0, Neutral, Neutral);
+    constexpr int Unity = 1 << 16;
+    // Fails for RGB frames, which do not need it.
+    sws_setColorspaceDetails(scaler.get(), sws_getCoefficients(colorspaceOf(frame)), isFullRange(frame) ? 1 : 0,
+                             sws_getCoefficients(SWS_CS_DEFAULT), 1, 0, Unity, Unity);
     ffmpeg::checked(sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, rgb->data, rgb->linesize));
-    const QImage borrowed(rgb->data[0], size.width(), size.height(), rgb->linesize[0], QImage::Format_ARGB32);
-    // Copies, and makes a track with transparent pixels opaque.
-    const auto image = borrowed.convertToFormat(QImage::Format_RGB32);
+    const QImage view(rgb->data[0], size.width(), size.height(), rgb->linesize[0], QImage::Format_ARGB32);
+    // Makes a copy without the alpha channel.
+    const auto image = view.convertToFormat(QImage::Format_RGB32);
     return transform.isIdentity() ? image : image.transformed(transform);
 }
 

@@ -10,16 +10,16 @@
 
 namespace quelto::test {
 
-/// A BGRX picture in memory whose rows are longer than they need to be.
-class SourcePicture {
+/// A BGRX test image with padding at the end of each row.
+class SourceImage {
 public:
     enum class Kind { natural, gradient, saturatedNoise };
 
-    SourcePicture(Kind kind, QSize size);
-    /// One colour all over.
-    SourcePicture(std::uint32_t rgb, QSize size);
+    SourceImage(Kind kind, QSize size);
+    /// A uniform colour, without padding.
+    SourceImage(std::uint32_t rgb, QSize size);
 
-    BgrxPicture view() const { return {.pixels = m_pixels.data(), .stride = m_stride, .size = m_size}; }
+    BgrxImage view() const { return {.pixels = m_pixels.data(), .stride = m_stride, .size = m_size}; }
     /// Channel 0 is blue, 1 green, 2 red.
     double value(int x, int y, int channel) const;
     QSize size() const { return m_size; }
@@ -32,15 +32,15 @@ private:
     std::vector<std::uint8_t> m_pixels;
 };
 
-/// Luma and chroma of a picture in double precision, unrounded: each output pixel is the mean of the source area that
-/// it covers, each chroma value that of its 2 × 2 output pixels.
+/// Unrounded luma and chroma planes in double precision: each output pixel is the mean of the source area that it
+/// covers, each chroma value is the mean of its 2 × 2 output pixels.
 struct ReferencePlanes {
     std::vector<double> luma;
     std::vector<double> chroma;
 };
-ReferencePlanes referencePlanes(const SourcePicture& picture, QSize outputSize);
+ReferencePlanes referencePlanes(const SourceImage& image, QSize outputSize);
 
-/// In decibels against a peak of 255.
+/// PSNR. Units: decibels, for a peak value of 255.
 struct Fidelity {
     double luma = 0;
     double chroma = 0;

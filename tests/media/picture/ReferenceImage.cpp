@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ReferencePicture.h"
+#include "ReferenceImage.h"
 
 #include <cmath>
 #include <random>
@@ -11,12 +11,12 @@ namespace {
 constexpr double Kr = 0.2126;
 constexpr double Kb = 0.0722;
 
-double decibels(double squaredError, std::size_t count)
+double psnr(double squaredError, std::size_t count)
 {
     return 10 * std::log10(255.0 * 255.0 / (squaredError / static_cast<double>(count)));
 }
 
-/// Source positions with the shares by which they make each output position.
+/// For each output position, the source positions that it covers and their weights.
 std::vector<std::vector<std::pair<int, double>>> areas(int source, int output)
 {
     std::vector<std::vector<std::pair<int, double>>> result;
@@ -24,10 +24,10 @@ std::vector<std::vector<std::pair<int, double>>> areas(int source, int output)
     for (int position = 0; position < output; ++position) {
         auto& parts = result.emplace_back();
         for (int candidate = 0; candidate < source; ++candidate) {
-            const double shared =
+            const double overlap =
                 std::min((position + 1) * ratio, candidate + 1.0) - std::max(position * ratio, 1.0 * candidate);
-            if (shared > 0) {
-                parts.emplace_back(candidate, shared / ratio);
+            if (overlap > 0) {
+                parts.emplace_back(candidate, overlap / ratio);
             }
         }
     }
@@ -36,7 +36,7 @@ std::vector<std::vector<std::pair<int, double>>> areas(int source, int output)
 
 } // namespace
 
-SourcePicture::SourcePicture(Kind kind, QSize size)
+SourceImage::SourceImage(Kind kind, QSize size)
     : m_size(size)
     , m_stride(size.width() * 4 + 20)
     , m_pixels(static_cast<std::size_t>(m_stride) * static_cast<std::size_t>(size.height()), 0x5a)
@@ -50,7 +50,7 @@ SourcePicture::SourcePicture(Kind kind, QSize size)
             const double v = static_cast<double>(y) / size.height();
             switch (kind) {
             case Kind::natural: {
-                // Soft hills, hard edges, grain.
+                // Smooth gradients, hard edges and noise.
                 const double hills = 90 + 60 * std::sin(9 * u + 4 * v) + 40 * std::cos(23 * v * u);
                 const double edge = (static_cast<int>(u * 13) + static_cast<int>(v * 7)) % 3 == 0 ? 45 : 0;
                 set(x, y, hills + edge + grain(random), 0.8 * hills + 30 + grain(random), 200 - hills + grain(random));
@@ -67,7 +67,7 @@ SourcePicture::SourcePicture(Kind kind, QSize size)
     }
 }
 
-SourcePicture::SourcePicture(std::uint32_t rgb, QSize size)
+SourceImage::SourceImage(std::uint32_t rgb, QSize size)
     : m_size(size)
     , m_stride(size.width() * 4)
     , m_pixels(static_cast<std::size_t>(m_stride) * static_cast<std::size_t>(size.height()))
@@ -79,7 +79,7 @@ SourcePicture::SourcePicture(std::uint32_t rgb, QSize size)
     }
 }
 
-void SourcePicture::set(int x, int y, double red, double green, double blue)
+void SourceImage::set(int x, int y, double red, double green, double blue)
 {
     auto* pixel = m_pixels.data() + static_cast<std::ptrdiff_t>(y) * m_stride + x * 4;
     const auto byte = [](double value) {
@@ -90,16 +90,16 @@ void SourcePicture::set(int x, int y, double red, double green, double blue)
     pixel[2] = byte(red);
 }
 
-double SourcePicture::value(int x, int y, int channel) const
+double SourceImage::value(int x, int y, int channel) const
 {
     return m_pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_stride) +
                     static_cast<std::size_t>(x * 4L + channel)];
 }
 
-ReferencePlanes referencePlanes(const SourcePicture& picture, QSize outputSize)
+ReferencePlanes referencePlanes(const SourceImage& image, QSize outputSize)
 {
-    const auto columns = areas(picture.size().width(), outputSize.width());
-    const auto rows = areas(picture.size().height(), outputSize.height());
+    const auto columns = areas(image.size().width(), outputSize.width());
+    const auto rows = areas(image.size().height(), outputSize.height());
     const int width = outputSize.width();
     const int height = outputSize.height();
     ReferencePlanes planes{
@@ -111,7 +111,7 @@ ReferencePlanes referencePlanes(const SourcePicture& picture, QSize outputSize)
             for (const auto& [row, rowShare] : rows[static_cast<std::size_t>(y)]) {
                 for (const auto& [column, columnShare] : columns[static_cast<std::size_t>(x)]) {
                     for (int channel = 0; channel < 3; ++channel) {
-                        channels[channel] += picture.value(column, row, channel) / 255 * rowShare * columnShare;
+                        channels[channel] += image.value(column, row, channel) / 255 * rowShare * columnShare;
                     }
                 }
             }
@@ -132,20 +132,20 @@ Fidelity fidelity(const VideoFrame& frame, const ReferencePlanes& reference)
     double chroma = 0;
     const int width = frame.size.width();
     for (int y = 0; y < frame.size.height(); ++y) {
-        const auto* own = frame.luma + std::ptrdiff_t{y} * frame.stride;
-        const auto* wanted = reference.luma.data() + std::ptrdiff_t{y} * width;
+        const auto* actual = frame.luma + std::ptrdiff_t{y} * frame.stride;
+        const auto* expected = reference.luma.data() + std::ptrdiff_t{y} * width;
         for (int x = 0; x < width; ++x) {
-            luma += std::pow(own[x] - wanted[x], 2);
+            luma += std::pow(actual[x] - expected[x], 2);
         }
     }
     for (int y = 0; y < frame.size.height() / 2; ++y) {
-        const auto* own = frame.chroma + std::ptrdiff_t{y} * frame.stride;
-        const auto* wanted = reference.chroma.data() + std::ptrdiff_t{y} * width;
+        const auto* actual = frame.chroma + std::ptrdiff_t{y} * frame.stride;
+        const auto* expected = reference.chroma.data() + std::ptrdiff_t{y} * width;
         for (int x = 0; x < width; ++x) {
-            chroma += std::pow(own[x] - wanted[x], 2);
+            chroma += std::pow(actual[x] - expected[x], 2);
         }
     }
-    return {.luma = decibels(luma, reference.luma.size()), .chroma = decibels(chroma, reference.chroma.size())};
+    return {.luma = psnr(luma, reference.luma.size()), .chroma = psnr(chroma, reference.chroma.size())};
 }
 
 } // namespace quelto::test

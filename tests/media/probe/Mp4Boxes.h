@@ -9,31 +9,31 @@
 
 namespace quelto::test {
 
-/// What the tests look at in a track's boxes.
+/// The values of a track's boxes that the tests check.
 struct Mp4TrackBoxes {
     bool isEnabled = false;
     int alternateGroup = 0;
     std::uint32_t timeScale = 0;
     std::uint64_t mediaDuration = 0;
-    /// Of the first edit: where in the media it begins, and for how long it lasts in the movie's own clock.
+    /// Of the first edit. Units: editStart in the media timescale, editLength in the movie timescale.
     std::int64_t editStart = 0;
     std::uint64_t editLength = 0;
-    /// Each sample's duration, in order.
+    /// The duration of each sample. Units: media timescale.
     std::vector<std::uint32_t> durations;
-    /// Numbers of the samples that can be started at, from 1; nothing if all can.
+    /// Numbers of the sync samples, from 1; nothing if all samples are sync samples.
     std::optional<std::vector<std::uint32_t>> syncSamples;
     bool hasColourBox = false;
     QString sampleEntry;
 };
 
 struct Mp4Boxes {
-    /// Types of the outermost boxes in file order.
+    /// Types of the top-level boxes in file order.
     std::vector<QString> order;
     std::uint32_t movieTimeScale = 0;
     std::vector<Mp4TrackBoxes> tracks;
 };
 
-/// Reads the boxes of a small file. Errors: std::runtime_error for one that makes no sense.
+/// Parses the boxes of a small file. Errors: std::runtime_error for an invalid file.
 Mp4Boxes readMp4Boxes(const QString& path);
 
 } // namespace quelto::test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/media/probe/Mp4Atoms.h"
+#include "tests/media/probe/Mp4Boxes.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -18,41 +18,41 @@ public:
     {
     }
 
-    std::uint64_t number(qsizetype at, int bytes) const
+    std::uint64_t number(qsizetype offset, int bytes) const
     {
-        if (at + bytes > m_data.size()) {
+        if (offset + bytes > m_data.size()) {
             throw std::runtime_error("box too short");
         }
         std::uint64_t value = 0;
         for (int i = 0; i < bytes; ++i) {
-            value = value << 8 | static_cast<std::uint8_t>(m_data[at + i]);
+            value = value << 8 | static_cast<std::uint8_t>(m_data[offset + i]);
         }
         return value;
     }
-    std::uint32_t word(qsizetype at) const { return static_cast<std::uint32_t>(number(at, 4)); }
+    std::uint32_t word(qsizetype offset) const { return static_cast<std::uint32_t>(number(offset, 4)); }
     QByteArrayView data() const { return m_data; }
 
     void forEach(const std::function<void(const QString&, const Box&)>& visit) const
     {
-        qsizetype at = 0;
-        while (at + 8 <= m_data.size()) {
-            auto size = static_cast<qsizetype>(word(at));
-            const auto type = QString::fromLatin1(m_data.sliced(at + 4, 4));
+        qsizetype offset = 0;
+        while (offset + 8 <= m_data.size()) {
+            auto size = static_cast<qsizetype>(word(offset));
+            const auto type = QString::fromLatin1(m_data.sliced(offset + 4, 4));
             qsizetype header = 8;
             if (size == 1) {
-                size = static_cast<qsizetype>(number(at + 8, 8));
+                size = static_cast<qsizetype>(number(offset + 8, 8));
                 header = 16;
             } else if (size == 0) {
-                size = m_data.size() - at;
+                size = m_data.size() - offset;
             }
-            if (size < header || at + size > m_data.size()) {
-                throw std::runtime_error("box size");
+            if (size < header || offset + size > m_data.size()) {
+                throw std::runtime_error("invalid box size");
             }
-            visit(type, Box(m_data.sliced(at + header, size - header)));
-            at += size;
+            visit(type, Box(m_data.sliced(offset + header, size - header)));
+            offset += size;
         }
-        if (at != m_data.size()) {
-            throw std::runtime_error("rest behind the last box");
+        if (offset != m_data.size()) {
+            throw std::runtime_error("data after the last box");
         }
     }
 
@@ -62,19 +62,19 @@ private:
 
 void readTrack(const QString& type, const Box& box, Mp4TrackBoxes& track)
 {
-    const bool isWide = !box.data().isEmpty() && box.data().front() == 1;
+    const bool isVersion1 = !box.data().isEmpty() && box.data().front() == 1;
     if (type == u"mdia" || type == u"minf" || type == u"stbl" || type == u"edts") {
         box.forEach([&](const QString& inner, const Box& child) { readTrack(inner, child, track); });
     } else if (type == u"tkhd") {
         track.isEnabled = (box.word(0) & 1U) != 0;
-        track.alternateGroup = static_cast<int>(box.number(isWide ? 46 : 34, 2));
+        track.alternateGroup = static_cast<int>(box.number(isVersion1 ? 46 : 34, 2));
     } else if (type == u"mdhd") {
-        track.timeScale = box.word(isWide ? 20 : 12);
-        track.mediaDuration = isWide ? box.number(24, 8) : box.word(16);
+        track.timeScale = box.word(isVersion1 ? 20 : 12);
+        track.mediaDuration = isVersion1 ? box.number(24, 8) : box.word(16);
     } else if (type == u"elst") {
-        track.editLength = isWide ? box.number(8, 8) : box.word(8);
+        track.editLength = isVersion1 ? box.number(8, 8) : box.word(8);
         track.editStart =
-            isWide ? static_cast<std::int64_t>(box.number(16, 8)) : static_cast<std::int32_t>(box.word(12));
+            isVersion1 ? static_cast<std::int64_t>(box.number(16, 8)) : static_cast<std::int32_t>(box.word(12));
     } else if (type == u"stts") {
         for (std::uint32_t i = 0; i < box.word(4); ++i) {
             track.durations.insert(track.durations.end(), box.word(8 + 8 * i), box.word(12 + 8 * i));
@@ -96,7 +96,7 @@ Mp4Boxes readMp4Boxes(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw std::runtime_error("no such file");
+        throw std::runtime_error("cannot open file");
     }
     const auto bytes = file.readAll();
     Mp4Boxes boxes;

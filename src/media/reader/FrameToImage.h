@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "media/ffmpeg/Handles.h"
+
+#include <QImage>
+#include <QTransform>
+
+namespace quelto {
+
+/// The rotation and mirroring of a stream's display matrix, rounded to quarter turns.
+QTransform displayTransform(const AVStream& stream);
+
+/// Converts a frame to RGB with square pixels, scales it down to fit maxSide on both sides, and applies the transform.
+/// Never enlarges.
+///
+/// Errors: ffmpeg::FfmpegError for a frame that cannot be converted.
+QImage toImage(const AVFrame& frame, AVRational pixelAspect, const QTransform& transform, int maxSide);
+
+} // namespace quelto
