@@ -140,7 +140,7 @@ int readLikeWatcher(LogFile log)
     const auto size = std::exchange(log.size, 0);
     tail.follow(log, 0);
     log.size = size;
-    for (std::uint64_t read = 0; read < size; read += LogTail::MostBytesAtOnce) {
+    for (std::uint64_t read = 0; read < size; read += LogTail::MaxBytesPerRead) {
         tail.follow(log, 0);
     }
     return lines;

@@ -21,15 +21,15 @@ QString fileIn(const QString& cfgFolder)
     return cfgFolder + Subfolder + u'/' + DotaConfig::configName;
 }
 
-bool holds(const QString& path, const QByteArray& content)
+bool hasContent(const QString& path, const QByteArray& content)
 {
     QFile file(path);
     return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) && file.read(content.size() + 1) == content;
 }
 
-bool writeWhole(const QString& path, const QByteArray& content)
+bool writeAtomically(const QString& path, const QByteArray& content)
 {
-    // A buffer would hide that a full disk has cut the file short.
+    // With a buffer, write() would succeed even if the disk is full.
     QSaveFile file(path);
     return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
         file.write(content) == content.size() && file.commit();
@@ -72,7 +72,7 @@ QStringList DotaConfig::cfgFolders() const
         const auto game = library + QStringLiteral("/steamapps/common/dota 2 beta/game");
         const QFileInfo cfg(game + QStringLiteral("/dota/cfg"));
         if (QFileInfo::exists(game + QStringLiteral("/bin")) && cfg.isDir()) {
-            // Two libraries may lead to one game by a symbolic link.
+            // A symbolic link can make two libraries lead to the same game.
             if (const auto folder = cfg.canonicalFilePath(); !folders.contains(folder)) {
                 folders.append(folder);
             }
@@ -88,18 +88,18 @@ DotaConfig::InstallState DotaConfig::installState() const
         return InstallState::NotFound;
     }
     const auto content = configText().toUtf8();
-    const bool areAllRight =
-        std::all_of(folders.begin(), folders.end(), [&](const auto& folder) { return holds(fileIn(folder), content); });
-    return areAllRight ? InstallState::Installed : InstallState::NotInstalled;
+    const bool areAllCurrent = std::all_of(folders.begin(), folders.end(),
+                                           [&](const auto& folder) { return hasContent(fileIn(folder), content); });
+    return areAllCurrent ? InstallState::Installed : InstallState::NotInstalled;
 }
 
 bool DotaConfig::install() const
 {
-    bool hasAny = false;
+    bool hasWritten = false;
     for (const auto& folder : cfgFolders()) {
-        hasAny = writeWhole(fileIn(folder), configText().toUtf8()) || hasAny;
+        hasWritten = writeAtomically(fileIn(folder), configText().toUtf8()) || hasWritten;
     }
-    return hasAny;
+    return hasWritten;
 }
 
 } // namespace quelto

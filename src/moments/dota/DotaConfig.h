@@ -6,17 +6,18 @@
 
 namespace quelto {
 
-/// The file that makes Dota 2 post its state to us, and the folders of the game that it has to lie in.
+/// The configuration file that makes Dota 2 post its state to Quelto, and the folders where the game expects it.
 ///
-/// Thread: any; each call reads the disk anew. Errors: a folder that cannot be written is passed over.
+/// Thread: any. Each call reads the disk.
+/// Errors: a folder that cannot be written is skipped.
 class DotaConfig {
     Q_GADGET
 
 public:
     enum class InstallState {
-        /// Steam has no Dota 2.
+        /// No Dota 2 is installed in Steam.
         NotFound,
-        /// At least one Dota 2 lacks the file as it has to be.
+        /// At least one Dota 2 has no such file, or one with other content.
         NotInstalled,
         Installed,
     };
@@ -26,12 +27,12 @@ public:
 
     DotaConfig(const QString& homeFolder, quint16 port);
 
-    /// The whole file.
+    /// The content of the file.
     QString configText() const;
-    /// The settings folder of every Dota 2, each once.
+    /// The "cfg" folder of every Dota 2, without duplicates.
     QStringList cfgFolders() const;
     InstallState installState() const;
-    /// Writes the file into every folder; true if one got it.
+    /// Writes the file into every folder. Returns true if at least one write succeeds.
     bool install() const;
 
 private:

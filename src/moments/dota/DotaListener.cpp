@@ -9,87 +9,91 @@ namespace quelto {
 
 namespace {
 
-constexpr qint64 LargestRead = 1024 * 1024;
-/// For all connections together. A quarter of a megabyte for each is ten times what the game ever sends, so the one
-/// that holds most is never the game's.
-constexpr qsizetype MostHeld = 16 * 1024 * 1024;
-/// Many may probePort between two turns of the event loop.
+constexpr qint64 MaxReadSize = 1024 * 1024;
+/// Units: bytes, in all connections. The share of each connection, 256 KiB, is ten times what the game sends. So the
+/// connection with the most bytes is never the game's.
+constexpr qsizetype MaxBufferedBytes = 16 * 1024 * 1024;
+/// Many clients may connect between two iterations of the event loop.
 constexpr int Backlog = 256;
-constexpr std::chrono::seconds AcceptPause{1};
+constexpr std::chrono::seconds AcceptRetryDelay{1};
 
-constexpr auto Answer = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
+constexpr auto Response =
+    "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
 
 } // namespace
 
-DotaListener::DotaListener(std::function<void(const QByteArray& body)> onPost, std::chrono::milliseconds timeToSpeak)
+DotaListener::DotaListener(std::function<void(const QByteArray& body)> onPost,
+                           std::chrono::milliseconds firstByteTimeout)
     : m_onPost(std::move(onPost))
-    , m_timeToSpeak(timeToSpeak)
+    , m_firstByteTimeout(firstByteTimeout)
 {
     m_server.setListenBacklogSize(Backlog);
-    m_untilRoom.setSingleShot(true);
-    m_untilRoom.callOnTimeout([this] {
+    m_acceptTimer.setSingleShot(true);
+    m_acceptTimer.callOnTimeout([this] {
         m_server.resumeAccepting();
-        admitWaiting();
+        acceptPending();
     });
-    QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] { admitWaiting(); });
-    // Without a free descriptor the server stops taking connections altogether. That passes.
-    QObject::connect(&m_server, &QTcpServer::acceptError, &m_server,
-                     [this] { QTimer::singleShot(AcceptPause, &m_server, [this] { m_server.resumeAccepting(); }); });
+    QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] { acceptPending(); });
+    // The server stops accepting when the process is out of file descriptors. That is temporary.
+    QObject::connect(&m_server, &QTcpServer::acceptError, &m_server, [this] {
+        QTimer::singleShot(AcceptRetryDelay, &m_server, [this] { m_server.resumeAccepting(); });
+    });
 }
 
 bool DotaListener::listen(quint16 port)
 {
-    // The server lets the address be used again that connections of an earlier run still hold on their way out; two
-    // that listen there at once exclude each other all the same.
+    // Qt sets SO_REUSEADDR, so closing connections of an earlier run do not block the port. A second listener still
+    // fails.
     return m_server.listen(QHostAddress(QHostAddress::LocalHost), port);
 }
 
-void DotaListener::admitWaiting()
+void DotaListener::acceptPending()
 {
     while (m_server.hasPendingConnections()) {
         if (!makeRoom()) {
             m_server.pauseAccepting();
-            m_untilRoom.start(m_timeToSpeak);
+            m_acceptTimer.start(m_firstByteTimeout);
             return;
         }
-        admit(m_server.nextPendingConnection());
+        accept(m_server.nextPendingConnection());
     }
 }
 
-void DotaListener::admit(QTcpSocket* socket)
+void DotaListener::accept(QTcpSocket* socket)
 {
-    socket->setReadBufferSize(LargestRead);
+    socket->setReadBufferSize(MaxReadSize);
     const auto connection = m_connections.insert(
-        m_connections.end(), Connection{.socket = socket, .reader = {}, .admitted = HostClock::now()});
+        m_connections.end(), Connection{.socket = socket, .reader = {}, .acceptedAt = HostClock::now()});
     QObject::connect(socket, &QTcpSocket::readyRead, &m_server, [this, connection] { read(connection); });
     QObject::connect(socket, &QTcpSocket::disconnected, &m_server, [this, connection] { drop(connection); });
-    // What happened while it waited to be let in is told by no signal any more.
+    // No signal is emitted for what happened before the connection was accepted.
     if (socket->bytesAvailable() > 0) {
         read(connection);
     }
-    const bool isStillThere = std::ranges::find(m_connections, socket, &Connection::socket) != m_connections.end();
-    if (isStillThere && socket->state() == QAbstractSocket::UnconnectedState) {
+    const bool isStillOpen = std::ranges::find(m_connections, socket, &Connection::socket) != m_connections.end();
+    if (isStillOpen && socket->state() == QAbstractSocket::UnconnectedState) {
         drop(connection);
     }
 }
 
 bool DotaListener::makeRoom()
 {
-    for (std::size_t tries = 0; m_connections.size() >= MostConnections; ++tries) {
-        // Many may have been admitted at once, before anything was read: who seems idle may have sent a whole post.
-        auto* idlest = m_connections.front().socket;
-        const bool hasSent = tries < MostConnections && idlest->waitForReadyRead(0);
-        const bool isStillThere = !m_connections.empty() && m_connections.front().socket == idlest;
-        if (hasSent || !isStillThere) {
+    for (std::size_t attempt = 0; m_connections.size() >= MaxConnections; ++attempt) {
+        // If many connections were accepted at once, the first one may look idle but have an unread post.
+        auto* longestIdle = m_connections.front().socket;
+        const bool hasData = attempt < MaxConnections && longestIdle->waitForReadyRead(0);
+        const bool isStillOpen = !m_connections.empty() && m_connections.front().socket == longestIdle;
+        if (hasData || !isStillOpen) {
             continue;
         }
-        const auto leaver = std::ranges::find_if(m_connections, [this, now = HostClock::now()](const Connection& each) {
-            return each.reader.size() > 0 || now - each.admitted >= m_timeToSpeak;
-        });
-        if (leaver == m_connections.end()) {
+        const auto dropped =
+            std::ranges::find_if(m_connections, [this, now = HostClock::now()](const Connection& candidate) {
+                return candidate.reader.size() > 0 || now - candidate.acceptedAt >= m_firstByteTimeout;
+            });
+        if (dropped == m_connections.end()) {
             return false;
         }
-        drop(leaver);
+        drop(dropped);
     }
     return true;
 }
@@ -97,30 +101,30 @@ bool DotaListener::makeRoom()
 void DotaListener::read(Connections::iterator connection)
 {
     m_connections.splice(m_connections.end(), m_connections, connection);
-    const auto before = connection->reader.size();
-    const auto state = connection->reader.add(connection->socket->read(LargestRead));
-    m_held += connection->reader.size() - before;
+    const auto previousSize = connection->reader.size();
+    const auto state = connection->reader.add(connection->socket->read(MaxReadSize));
+    m_bufferedBytes += connection->reader.size() - previousSize;
     switch (state) {
     case HttpPostReader::State::complete:
-        answer(connection);
+        respond(connection);
         break;
     case HttpPostReader::State::tooLarge:
         drop(connection);
         break;
     case HttpPostReader::State::needsMore:
-        boundMemory();
+        limitMemory();
         break;
     }
 }
 
-void DotaListener::answer(Connections::iterator connection)
+void DotaListener::respond(Connections::iterator connection)
 {
     const auto post = connection->reader.post();
     auto* socket = release(connection);
     QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
-    socket->write(Answer);
+    socket->write(Response);
     socket->flush();
-    // Closes when the answer is out, and does not read on.
+    // Closes after the response is sent, without reading more.
     socket->disconnectFromHost();
     if (socket->state() == QAbstractSocket::UnconnectedState) {
         socket->deleteLater();
@@ -141,14 +145,14 @@ QTcpSocket* DotaListener::release(Connections::iterator connection)
 {
     auto* socket = connection->socket;
     socket->disconnect(&m_server);
-    m_held -= connection->reader.size();
+    m_bufferedBytes -= connection->reader.size();
     m_connections.erase(connection);
     return socket;
 }
 
-void DotaListener::boundMemory()
+void DotaListener::limitMemory()
 {
-    while (m_held > MostHeld) {
+    while (m_bufferedBytes > MaxBufferedBytes) {
         drop(std::max_element(m_connections.begin(), m_connections.end(), [](const auto& one, const auto& other) {
             return one.reader.size() < other.reader.size();
         }));

@@ -15,61 +15,63 @@ class QTcpSocket;
 
 namespace quelto {
 
-/// Takes the posts that the game sends, on this machine's own address only. Every whole request is answered with the
-/// same empty success, whatever it holds, and its connection closed: who asks learns nothing, and the game never waits.
+/// Receives the posts of the game, on the loopback address only. Sends the same empty success response to every
+/// complete request, whatever its content, then closes the connection. So a client learns nothing, and the game never
+/// waits.
 ///
-/// Anybody on this machine can connect, so what connections may hold is bounded, each and together. Where there is too
-/// much of it, those go first that are least like the game's: the one that has been idle longest, or that holds most.
+/// Any program on this machine can connect, so the number of connections and their buffered bytes are bounded. At a
+/// limit, the connections least like the game's are dropped: the longest idle one, or the one with the most bytes.
 ///
-/// Thread: lives on one thread with an event loop.
+/// Thread: the creating thread, which needs an event loop.
 class DotaListener {
 public:
-    static constexpr std::size_t MostConnections = 64;
-    /// Between a program's connecting and its first byte lies far less, also on a busy machine.
-    static constexpr std::chrono::milliseconds TimeToSpeak{50};
+    static constexpr std::size_t MaxConnections = 64;
+    /// How long a new connection without data is kept when there are too many. Even on a busy machine a client sends
+    /// its first byte much sooner.
+    static constexpr std::chrono::milliseconds FirstByteTimeout{50};
 
-    /// Called with the body of each post, once the answer has gone out. Posts that come from web pages are left out.
-    /// The callback must not destroy the listener.
+    /// Calls onPost with the body of each post, after the response is sent. Posts from web pages are ignored. The
+    /// callback must not destroy the listener.
     explicit DotaListener(std::function<void(const QByteArray& body)> onPost,
-                          std::chrono::milliseconds timeToSpeak = TimeToSpeak);
+                          std::chrono::milliseconds firstByteTimeout = FirstByteTimeout);
     DotaListener(const DotaListener&) = delete;
     DotaListener& operator=(const DotaListener&) = delete;
 
-    /// Port 0 takes any that is free. False if another program listens there, for one.
+    /// Port 0 selects any free port. Returns false on failure, for example if another program uses the port.
     bool listen(quint16 port);
-    /// Why listening failed, in the user's language as far as the system speaks it.
+    /// Why listen() failed, in the user's language if the system has a translation.
     QString errorText() const { return m_server.errorString(); }
     quint16 port() const { return m_server.serverPort(); }
 
 private:
     struct Connection {
-        /// The server's child.
+        /// Owned by the server.
         QTcpSocket* socket = nullptr;
         HttpPostReader reader;
-        HostTime admitted;
+        HostTime acceptedAt;
     };
-    /// Idle longest first.
+    /// The longest idle connection comes first.
     using Connections = std::list<Connection>;
 
-    void admitWaiting();
-    void admit(QTcpSocket* socket);
-    /// False if all have just come and not yet said a word.
+    void acceptPending();
+    void accept(QTcpSocket* socket);
+    /// Drops connections above the limit. Returns false if all are new and have not sent anything yet.
     bool makeRoom();
     void read(Connections::iterator connection);
-    void answer(Connections::iterator connection);
+    void respond(Connections::iterator connection);
     void drop(Connections::iterator connection);
-    /// The connection is no longer counted; its socket is left as it is, and silent.
+    /// Removes the connection from the list and disconnects its signals. The socket stays open.
     QTcpSocket* release(Connections::iterator connection);
-    void boundMemory();
+    void limitMemory();
 
     std::function<void(const QByteArray&)> m_onPost;
-    std::chrono::milliseconds m_timeToSpeak;
+    std::chrono::milliseconds m_firstByteTimeout;
     Connections m_connections;
-    /// What all connections hold together.
-    qsizetype m_held = 0;
+    /// Units: bytes, in all connections.
+    qsizetype m_bufferedBytes = 0;
     QTcpServer m_server;
-    /// Runs while those who want in must wait.
-    QTimer m_untilRoom;
+    /// Runs while new connections wait for room.
+    QTimer m_acceptTimer;
 };
 
 } // namespace quelto

@@ -14,21 +14,23 @@ namespace {
 const QString PreGame = QStringLiteral("DOTA_GAMERULES_STATE_PRE_GAME");
 const QString GameInProgress = QStringLiteral("DOTA_GAMERULES_STATE_GAME_IN_PROGRESS");
 const QString PostGame = QStringLiteral("DOTA_GAMERULES_STATE_POST_GAME");
-/// What the game says while it loads, and so for no match in particular.
-const QString NoMatchYet = QStringLiteral("0");
+/// The match id while the game loads; it names no match.
+const QString LoadingMatchId = QStringLiteral("0");
 
-/// A kill this long after the one before still belongs to its chain.
-constexpr double ChainGap = 18;
-/// A change later than this is another fight's.
-constexpr double FightGap = 12;
-/// A fight in which nothing has changed for this long is over.
-constexpr double QuietEnd = 8;
-/// The game posts at least every 10 seconds.
-constexpr double LongestSilence = 35;
-/// How much of the victory a clip shows.
-constexpr double AfterVictory = 2;
-/// A bound for games' data gone wild: no fight comes near.
-constexpr int MostOfAKind = 10'000;
+// Units: seconds.
+/// A kill at most this long after the previous one continues its chain.
+constexpr double MaxChainGap = 18;
+/// A change after more than this starts a new fight.
+constexpr double MaxFightGap = 12;
+/// A fight without a change for this long is over.
+constexpr double QuietPeriod = 8;
+/// Without a post for longer than this, the game has ended. The game posts at least every 10 s.
+constexpr double PostTimeout = 35;
+/// How long a clip continues after the victory.
+constexpr double VictoryLeadOut = 2;
+
+/// Bounds the counters and objectives of one fight if the game's counters are invalid.
+constexpr int MaxCount = 10'000;
 
 bool isLive(const QString& gameState)
 {
@@ -37,56 +39,56 @@ bool isLive(const QString& gameState)
 
 int bounded(int count)
 {
-    return std::min(count, MostOfAKind);
+    return std::min(count, MaxCount);
 }
 
 } // namespace
 
-bool DotaMatch::Change::isAny() const
+bool DotaMatch::Change::isEmpty() const
 {
-    return more.kills + more.deaths + more.assists >= 1 || hasGotAegis || hasJustWon;
+    return added.kills + added.deaths + added.assists < 1 && !hasGotAegis && !hasJustWon;
 }
 
 MatchEvents DotaMatch::posted(const DotaState& state, double now)
 {
-    MatchEvents news;
+    MatchEvents events;
     m_lastPost = now;
     if (!state.hasMatch) {
-        // The match stays known and its counters with it, for a player who comes back to it by way of the menu; the
-        // next match's id does away with them.
+        // Keeps the match id and the counters, because the player may return to the match from the menu. The id of the
+        // next match discards them.
         if (m_published.inGame) {
-            endGame(news);
+            endGame(events);
         }
-        return news;
+        return events;
     }
-    followMatch(state.matchId, news);
+    updateMatchId(state.matchId, events);
     if (state.gameState == PostGame && m_endedMatch != state.matchId) {
-        // What is left to see belongs to the match still, hence nothing else changes.
+        // The rest of the match can still give moments, so no other state changes.
         m_endedMatch = state.matchId;
-        news.append(GameEnded{});
+        events.append(GameEnded{});
     }
-    showPlayer(state, news);
-    // Counters from before the game or from before we looked make no clip.
+    updateState(state, events);
+    // Changes before the game starts or before the first post do not count.
     if (isLive(state.gameState) && m_previous) {
-        score(state, now, news);
+        processChange(state, now, events);
     }
     m_previous = Counters{.kills = state.kills, .deaths = state.deaths, .assists = state.assists};
     m_hadAegis = state.hasAegis;
     m_hasWon = m_hasWon || state.isWin();
-    return news;
+    return events;
 }
 
 MatchEvents DotaMatch::tick(double now)
 {
-    MatchEvents news;
-    if (m_fight && now - m_lastChange >= QuietEnd) {
-        seal(now, news);
+    MatchEvents events;
+    if (m_fight && now - m_lastChange >= QuietPeriod) {
+        seal(now, events);
     }
-    if (m_published.inGame && m_lastPost > 0 && now - m_lastPost > LongestSilence) {
+    if (m_published.inGame && m_lastPost > 0 && now - m_lastPost > PostTimeout) {
         resetMatch();
-        endGame(news);
+        endGame(events);
     }
-    return news;
+    return events;
 }
 
 void DotaMatch::reset()
@@ -95,58 +97,57 @@ void DotaMatch::reset()
     m_published = {};
 }
 
-void DotaMatch::followMatch(const QString& id, MatchEvents& news)
+void DotaMatch::updateMatchId(const QString& id, MatchEvents& events)
 {
     if (id == m_matchId) {
         return;
     }
-    // That one match follows upon another ends the one, but the player is not seen to leave: the next one begins
-    // without being detected. While the game loads it has said that there is a game, but not yet which; that the
-    // match then gets its id is no end.
-    const bool hadMatch = !m_matchId.isEmpty() && m_matchId != NoMatchYet;
+    // A new id ends the previous match. The player has not been at the menu in between, so the new match is not
+    // detected again. Changing from the loading id to a real one ends nothing.
+    const bool hadMatch = !m_matchId.isEmpty() && m_matchId != LoadingMatchId;
     if (hadMatch && m_published.inGame) {
-        news.append(GameEnded{});
+        events.append(GameEnded{});
     }
     m_matchId = id;
     resetMatch();
 }
 
-void DotaMatch::showPlayer(const DotaState& state, MatchEvents& news)
+void DotaMatch::updateState(const DotaState& state, MatchEvents& events)
 {
-    const MatchState shown{.inGame = true, .character = heroDisplayName(state.heroName)};
+    const MatchState newState{.inGame = true, .character = heroDisplayName(state.heroName)};
     const bool isNew = !m_published.inGame;
-    if (shown != m_published) {
-        m_published = shown;
-        news.append(shown);
+    if (newState != m_published) {
+        m_published = newState;
+        events.append(newState);
     }
     if (isNew) {
-        news.append(GameDetected{});
+        events.append(GameDetected{});
     }
 }
 
 DotaMatch::Change DotaMatch::changeTo(const DotaState& state) const
 {
-    const auto& before = *m_previous;
-    return {.more = {.kills = std::max(state.kills - before.kills, 0),
-                     .deaths = std::max(state.deaths - before.deaths, 0),
-                     .assists = std::max(state.assists - before.assists, 0)},
+    const auto& previous = *m_previous;
+    return {.added = {.kills = std::max(state.kills - previous.kills, 0),
+                      .deaths = std::max(state.deaths - previous.deaths, 0),
+                      .assists = std::max(state.assists - previous.assists, 0)},
             .hasGotAegis = state.hasAegis && !m_hadAegis,
             .hasJustWon = state.isWin() && !m_hasWon};
 }
 
-void DotaMatch::score(const DotaState& state, double now, MatchEvents& news)
+void DotaMatch::processChange(const DotaState& state, double now, MatchEvents& events)
 {
     const auto change = changeTo(state);
-    if (change.isAny()) {
-        if (m_fight && now - m_lastChange > FightGap) {
-            seal(now, news);
+    if (!change.isEmpty()) {
+        if (m_fight && now - m_lastChange > MaxFightGap) {
+            seal(now, events);
         }
         apply(change, now);
     }
     updateHealth(state);
     if (change.hasJustWon) {
-        // The last push does not wait for quiet, which after it means nothing.
-        seal(now + AfterVictory, news);
+        // Nothing can follow the victory, so the fight is sealed without waiting for the quiet period.
+        seal(now + VictoryLeadOut, events);
     }
 }
 
@@ -155,12 +156,12 @@ void DotaMatch::apply(const Change& change, double now)
     if (!m_fight) {
         m_fight = Fight{.style = FightStyle::dota, .startTime = now, .lastTime = now};
     }
-    addKills(change.more.kills, now);
-    if (change.more.deaths >= 1) {
+    addKills(change.added.kills, now);
+    if (change.added.deaths >= 1) {
         m_fight->addEvent(now, QStringLiteral("my_death"));
-        m_fight->deaths = bounded(m_fight->deaths + change.more.deaths);
+        m_fight->deaths = bounded(m_fight->deaths + change.added.deaths);
     }
-    m_fight->assists = bounded(m_fight->assists + change.more.assists);
+    m_fight->assists = bounded(m_fight->assists + change.added.assists);
     if (change.hasGotAegis) {
         addObjective(QStringLiteral("Aegis"), QStringLiteral("objective_Aegis"), now);
     }
@@ -174,7 +175,7 @@ void DotaMatch::apply(const Change& change, double now)
 void DotaMatch::addKills(int kills, double now)
 {
     for (int i = 0; i < kills; ++i) {
-        m_streak = m_streak > 0 && now - m_lastKill <= ChainGap ? bounded(m_streak + 1) : 1;
+        m_streak = m_streak > 0 && now - m_lastKill <= MaxChainGap ? bounded(m_streak + 1) : 1;
         m_lastKill = now;
         m_fight->maxMulti = std::max(m_fight->maxMulti, m_streak);
         m_fight->addEvent(now, m_streak < 2 ? QStringLiteral("kill") : QStringLiteral("multikill_%1").arg(m_streak));
@@ -182,12 +183,12 @@ void DotaMatch::addKills(int kills, double now)
     m_fight->kills = bounded(m_fight->kills + kills);
 }
 
-void DotaMatch::addObjective(const QString& key, const QString& event, double now)
+void DotaMatch::addObjective(const QString& key, const QString& marker, double now)
 {
-    if (m_fight->objectives.size() < MostOfAKind) {
+    if (m_fight->objectives.size() < MaxCount) {
         m_fight->objectives.append(key);
     }
-    m_fight->addEvent(now, event);
+    m_fight->addEvent(now, marker);
 }
 
 void DotaMatch::updateHealth(const DotaState& state)
@@ -199,19 +200,19 @@ void DotaMatch::updateHealth(const DotaState& state)
     }
 }
 
-void DotaMatch::seal(double now, MatchEvents& news)
+void DotaMatch::seal(double now, MatchEvents& events)
 {
     const auto fight = *std::exchange(m_fight, std::nullopt);
     if (auto moment = sealed(fight, {.game = gameNames::dota2, .now = now, .character = m_published.character})) {
-        news.append(std::move(*moment));
+        events.append(std::move(*moment));
     }
 }
 
-void DotaMatch::endGame(MatchEvents& news)
+void DotaMatch::endGame(MatchEvents& events)
 {
     m_published = {};
-    news.append(m_published);
-    news.append(GameEnded{});
+    events.append(m_published);
+    events.append(GameEnded{});
 }
 
 void DotaMatch::resetMatch()

@@ -9,19 +9,20 @@
 
 namespace quelto {
 
-/// The rules by which a match is followed. The game tells of no events, only of counters that change between one post
-/// and the next; everything is inferred from that.
+/// Follows a match from post to post and detects its moments. The game sends no events, only counters; the events are
+/// inferred from the changes between two posts.
 ///
-/// Units: times in seconds on any clock that only moves forward. What it gives back is in the order in which it is to
-/// be published. Thread: none of its own.
+/// The returned events are in the order in which they must be published.
+///
+/// Units: times in seconds on any clock that never goes back.
 class DotaMatch {
 public:
     MatchEvents posted(const DotaState& state, double now);
-    /// About once a second, while needsTick.
+    /// Call about once a second while needsTick() is true.
     MatchEvents tick(double now);
-    /// Time alone can change something: a fight is open, or the game may fall silent.
+    /// Whether time alone can change the state: a fight is open, or the game may stop posting.
     bool needsTick() const { return m_fight || m_published.inGame; }
-    /// Follows nothing any more; an open fight is dropped and nothing is told.
+    /// Discards all state, including an open fight, without returning events.
     void reset();
 
 private:
@@ -30,39 +31,39 @@ private:
         int deaths = 0;
         int assists = 0;
     };
-    /// What a post has over the one before it.
+    /// The difference between a post and the previous one.
     struct Change {
-        Counters more;
+        Counters added;
         bool hasGotAegis = false;
         bool hasJustWon = false;
 
-        bool isAny() const;
+        bool isEmpty() const;
     };
 
-    void followMatch(const QString& id, MatchEvents& news);
-    void showPlayer(const DotaState& state, MatchEvents& news);
+    void updateMatchId(const QString& id, MatchEvents& events);
+    void updateState(const DotaState& state, MatchEvents& events);
     Change changeTo(const DotaState& state) const;
-    void score(const DotaState& state, double now, MatchEvents& news);
+    void processChange(const DotaState& state, double now, MatchEvents& events);
     void apply(const Change& change, double now);
     void addKills(int kills, double now);
-    void addObjective(const QString& key, const QString& event, double now);
+    void addObjective(const QString& key, const QString& marker, double now);
     void updateHealth(const DotaState& state);
-    void seal(double now, MatchEvents& news);
-    void endGame(MatchEvents& news);
+    void seal(double now, MatchEvents& events);
+    void endGame(MatchEvents& events);
     void resetMatch();
 
     MatchState m_published;
     QString m_matchId;
-    /// The match whose end has been told.
+    /// The latest match for which the post-game phase was reported as its end.
     QString m_endedMatch;
     std::optional<Fight> m_fight;
     double m_lastChange = 0;
     double m_lastPost = 0;
-    /// The counters of the post before; a post without that is only where counting starts.
+    /// The counters of the previous post. Without one, a post only sets the starting values.
     std::optional<Counters> m_previous;
-    /// Kills in the current chain. It runs on over the end of a fight.
+    /// The number of kills in the current chain. A chain can span several fights.
     int m_streak = 0;
-    /// The chain's latest.
+    /// The time of the latest kill in the chain.
     double m_lastKill = 0;
     bool m_hadAegis = false;
     bool m_hasWon = false;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/dota/DotaState.h"
 
-#include "moments/watcher/JsonReading.h"
+#include "moments/watcher/JsonFields.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -12,12 +12,12 @@ namespace quelto {
 
 namespace {
 
-/// No match comes near; and what counts kills one by one must not count to billions for anybody.
-constexpr int LargestCounter = 1000;
-/// A hero's name goes into headlines and file names.
-constexpr qsizetype LongestHeroName = 100;
+/// Far above any real match. Bounds the loops that count kills one by one.
+constexpr int MaxCounter = 1000;
+/// Hero names are used in headlines and file names.
+constexpr qsizetype MaxHeroNameLength = 100;
 
-/// Empty for anything but an object.
+/// Empty if the field is absent or not an object.
 QJsonObject objectIn(const QJsonObject& object, QLatin1StringView key)
 {
     return object.value(key).toObject();
@@ -26,10 +26,10 @@ QJsonObject objectIn(const QJsonObject& object, QLatin1StringView key)
 int counterIn(const QJsonObject& object, QLatin1StringView key)
 {
     const auto counter = integerIn(object, key).value_or(0);
-    return counter >= 0 && counter <= LargestCounter ? counter : 0;
+    return counter >= 0 && counter <= MaxCounter ? counter : 0;
 }
 
-QString textFormOf(const QJsonValue& value)
+QString toText(const QJsonValue& value)
 {
     if (value.isObject()) {
         return QString::fromUtf8(QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact));
@@ -43,7 +43,7 @@ QString textFormOf(const QJsonValue& value)
 QString heroNameIn(const QJsonObject& hero)
 {
     const auto name = textIn(hero, QLatin1StringView("name")).value_or(QString());
-    return name.size() <= LongestHeroName ? name : QString();
+    return name.size() <= MaxHeroNameLength ? name : QString();
 }
 
 bool holdsAegis(const QJsonObject& items)
@@ -57,13 +57,13 @@ bool holdsAegis(const QJsonObject& items)
 
 bool DotaState::isWin() const
 {
-    // Who has not chosen a side may be said to be of the team "none", which is also who has won until somebody has.
+    // A player who has not chosen a side may have the team "none", which is also the winner while the match runs.
     return !teamName.isEmpty() && teamName == winTeam && winTeam != QStringLiteral("none");
 }
 
 std::optional<DotaState> readDotaState(const QByteArray& body)
 {
-    const auto object = jsonObject(body);
+    const auto object = parseJsonObject(body);
     if (!object) {
         return std::nullopt;
     }
@@ -76,7 +76,7 @@ std::optional<DotaState> readDotaState(const QByteArray& body)
 
     DotaState state{.hasMatch = true};
     state.gameState = textIn(map, QLatin1StringView("game_state")).value_or(QString());
-    state.matchId = textFormOf(map.value(QLatin1StringView("matchid")));
+    state.matchId = toText(map.value(QLatin1StringView("matchid")));
     state.winTeam = textIn(map, QLatin1StringView("win_team")).value_or(state.winTeam);
     state.teamName = textIn(player, QLatin1StringView("team_name")).value_or(QString());
     state.kills = counterIn(player, QLatin1StringView("kills"));

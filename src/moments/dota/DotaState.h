@@ -8,21 +8,20 @@
 
 namespace quelto {
 
-/// What one post of the game tells, as far as it is followed. A field that is absent, or of a kind that it should not
-/// be, has its default.
+/// The part of one post that Quelto uses. A field that is absent or of the wrong type has its default value.
 struct DotaState {
-    /// The game told of a map and a player; at the menu it does not.
+    /// Whether the post has a map and a player. At the menu it has none.
     bool hasMatch = false;
-    /// Phase of the match.
+    /// The phase of the match.
     QString gameState;
-    /// Text form of whatever stands there; "0" before the game knows.
+    /// The JSON value of any type as text; "0" while the match loads.
     QString matchId;
     QString winTeam = QStringLiteral("none");
     QString teamName;
     int kills = 0;
     int deaths = 0;
     int assists = 0;
-    /// The game's own name, such as "npc_dota_hero_zuus".
+    /// The game's internal name, such as "npc_dota_hero_zuus".
     QString heroName;
     std::optional<bool> isHeroAlive;
     std::optional<int> healthPercent;
@@ -31,8 +30,8 @@ struct DotaState {
     bool isWin() const;
 };
 
-/// The state that a post's body holds; nothing if that is no JSON object. The objects "previously" and "added" repeat
-/// parts of the tree as they were, and are not read.
+/// Parses the body of a post; returns nothing if it is not a JSON object. Ignores the objects "previously" and "added",
+/// which hold old values.
 std::optional<DotaState> readDotaState(const QByteArray& body);
 
 } // namespace quelto

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/dota/DotaWatcher.h"
 
-#include "base/time/HostClock.h"
 #include "moments/dota/DotaListener.h"
 
 #include <QTimer>
@@ -11,11 +10,6 @@ namespace quelto {
 namespace {
 
 constexpr std::chrono::seconds TickPeriod{1};
-
-double secondsNow()
-{
-    return inSeconds(HostClock::now().time_since_epoch());
-}
 
 } // namespace
 
@@ -28,7 +22,7 @@ DotaWatcher::DotaWatcher(const QString& homeFolder, quint16 port, QObject* paren
 
 DotaWatcher::~DotaWatcher()
 {
-    finish();
+    stopAndWait();
 }
 
 void DotaWatcher::refreshInstallState()
@@ -38,14 +32,14 @@ void DotaWatcher::refreshInstallState()
 
 bool DotaWatcher::install()
 {
-    const bool hasAny = m_config.install();
+    const bool hasWritten = m_config.install();
     refreshInstallState();
-    return hasAny;
+    return hasWritten;
 }
 
 void DotaWatcher::open()
 {
-    putConfigRight();
+    updateConfig();
     if (!m_listener) {
         listen();
     }
@@ -62,7 +56,7 @@ void DotaWatcher::close()
     m_match.reset();
 }
 
-void DotaWatcher::putConfigRight()
+void DotaWatcher::updateConfig()
 {
     auto state = m_config.installState();
     if (state == InstallState::NotInstalled) {
@@ -74,7 +68,7 @@ void DotaWatcher::putConfigRight()
 
 void DotaWatcher::listen()
 {
-    auto listener = std::make_unique<DotaListener>([this](const QByteArray& body) { takePost(body); });
+    auto listener = std::make_unique<DotaListener>([this](const QByteArray& body) { processPost(body); });
     QString error;
     if (listener->listen(m_port)) {
         m_listener = std::move(listener);
@@ -84,23 +78,23 @@ void DotaWatcher::listen()
     publish([this, error] { setListenerError(error); });
 }
 
-void DotaWatcher::takePost(const QByteArray& body)
+void DotaWatcher::processPost(const QByteArray& body)
 {
     if (const auto state = readDotaState(body)) {
-        publishEvents(m_match.posted(*state, secondsNow()));
-        tickWhileNeeded();
+        publishEvents(m_match.posted(*state, monotonicSeconds()));
+        updateTimer();
     }
 }
 
 void DotaWatcher::tick()
 {
-    publishEvents(m_match.tick(secondsNow()));
-    tickWhileNeeded();
+    publishEvents(m_match.tick(monotonicSeconds()));
+    updateTimer();
 }
 
-void DotaWatcher::tickWhileNeeded()
+void DotaWatcher::updateTimer()
 {
-    // Without a game nothing wakes the queue.
+    // The timer runs only during a game, so that the queue stays idle otherwise.
     if (!m_match.needsTick()) {
         m_timer->stop();
     } else if (!m_timer->isActive()) {

@@ -16,13 +16,14 @@ namespace quelto {
 
 class DotaListener;
 
-/// Follows Dota 2 by what the game posts to us, and sees to it that it does: starting puts the configuration file right
-/// in every Dota 2 that Steam has. The game must also be started with "-gamestateintegration", which only the user can
-/// set in Steam.
+/// Follows Dota 2 through the state that the game posts. Starting the watcher also installs the configuration file in
+/// every Dota 2 in Steam. The game must be started with "-gamestateintegration", which only the user can set in Steam.
+///
+/// Thread: main.
 class DotaWatcher final : public MatchWatcher {
     Q_OBJECT
     Q_PROPERTY(quelto::DotaConfig::InstallState installState READ installState NOTIFY installStateChanged)
-    /// Why posts cannot be received; empty when they can.
+    /// Why posts cannot be received; empty if they can.
     Q_PROPERTY(QString listenerError READ listenerError NOTIFY listenerErrorChanged)
 
 public:
@@ -41,9 +42,9 @@ public:
     QString listenerError() const { return m_listenerError; }
     const DotaConfig& config() const { return m_config; }
 
-    /// Looks at the disk again.
+    /// Reads the disk again.
     Q_INVOKABLE void refreshInstallState();
-    /// True if a Dota 2 got the file.
+    /// Returns true if the file was written for at least one Dota 2.
     Q_INVOKABLE bool install();
 
 Q_SIGNALS:
@@ -54,11 +55,11 @@ private:
     void open() override;
     void close() override;
 
-    void putConfigRight();
+    void updateConfig();
     void listen();
-    void takePost(const QByteArray& body);
+    void processPost(const QByteArray& body);
     void tick();
-    void tickWhileNeeded();
+    void updateTimer();
 
     void setInstallState(InstallState state);
     void setListenerError(const QString& text);
@@ -68,7 +69,7 @@ private:
     InstallState m_installState = InstallState::NotFound;
     QString m_listenerError;
 
-    // On the queue.
+    // Used on the watcher's queue only.
     DotaMatch m_match;
     std::unique_ptr<DotaListener> m_listener;
     std::unique_ptr<QTimer> m_timer;

@@ -8,8 +8,8 @@ namespace quelto {
 
 namespace {
 
-/// The heroes that the game itself spells otherwise.
-const QHash<QString, QString>& knownNames()
+/// The heroes whose display name differs from the words of the internal name.
+const QHash<QString, QString>& specialNames()
 {
     static const QHash<QString, QString> names{
         {QStringLiteral("zuus"), QStringLiteral("Zeus")},
@@ -45,12 +45,12 @@ const QHash<QString, QString>& knownNames()
 
 QString heroDisplayName(const QString& name)
 {
-    auto rest = name;
-    rest.remove(QStringLiteral("npc_dota_hero_"));
-    if (const auto known = knownNames().constFind(rest); known != knownNames().constEnd()) {
-        return *known;
+    auto shortName = name;
+    shortName.remove(QStringLiteral("npc_dota_hero_"));
+    if (const auto special = specialNames().constFind(shortName); special != specialNames().constEnd()) {
+        return *special;
     }
-    auto words = rest.split(u'_', Qt::SkipEmptyParts);
+    auto words = shortName.split(u'_', Qt::SkipEmptyParts);
     for (auto& word : words) {
         word[0] = word[0].toUpper();
     }

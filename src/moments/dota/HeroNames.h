@@ -5,7 +5,7 @@
 
 namespace quelto {
 
-/// The name under which players know a hero, from the game's own, such as "npc_dota_hero_zuus".
+/// The display name of a hero, from the game's internal name, such as "npc_dota_hero_zuus".
 QString heroDisplayName(const QString& name);
 
 } // namespace quelto

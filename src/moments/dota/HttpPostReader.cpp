@@ -14,8 +14,8 @@ namespace {
 constexpr QByteArrayView LineEnd("\r\n");
 constexpr QByteArrayView HeaderEnd("\r\n\r\n");
 
-/// The rest of a line that begins so, whatever the case of its letters.
-std::optional<QByteArrayView> restBehind(QByteArrayView name, QByteArrayView line)
+/// The rest of a line that starts with the name, ignoring case.
+std::optional<QByteArrayView> valueAfter(QByteArrayView name, QByteArrayView line)
 {
     if (line.size() < name.size() || line.first(name.size()).compare(name, Qt::CaseInsensitive) != 0) {
         return std::nullopt;
@@ -23,8 +23,8 @@ std::optional<QByteArrayView> restBehind(QByteArrayView name, QByteArrayView lin
     return line.sliced(name.size());
 }
 
-/// What is no number, or a negative one, is none: such a request has no body.
-qint64 lengthFrom(QByteArrayView text)
+/// Returns 0 for a negative or invalid number: such a request has no body.
+qint64 parseLength(QByteArrayView text)
 {
     const auto trimmed = QString::fromUtf8(text).trimmed().toUtf8();
     qint64 length = 0;
@@ -45,11 +45,11 @@ HttpPostReader::State HttpPostReader::add(QByteArrayView bytes)
     if (m_bodyStart == 0) {
         findBody();
     }
-    // Compared by what is left, so that no length, however absurd, overflows.
-    const auto mostForBody = std::min(m_bytes.size(), LargestRequest) - m_bodyStart;
-    if (m_bodyStart > 0 && m_bodySize <= mostForBody) {
+    // Compares with the remaining size, so that no length can overflow.
+    const auto maxBodySize = std::min(m_bytes.size(), MaxRequestSize) - m_bodyStart;
+    if (m_bodyStart > 0 && m_bodySize <= maxBodySize) {
         m_state = State::complete;
-    } else if (m_bytes.size() > LargestRequest) {
+    } else if (m_bytes.size() > MaxRequestSize) {
         m_state = State::tooLarge;
     }
     return m_state;
@@ -63,10 +63,10 @@ HttpPost HttpPostReader::post() const
 
 void HttpPostReader::findBody()
 {
-    const auto end = m_bytes.indexOf(HeaderEnd, m_searched);
+    const auto end = m_bytes.indexOf(HeaderEnd, m_searchStart);
     if (end < 0) {
-        // The mark may have come in part; the rest has not to be searched again.
-        m_searched = std::max(m_bytes.size() - (HeaderEnd.size() - 1), qsizetype{0});
+        // The last bytes may be the start of the header's end; earlier bytes need not be searched again.
+        m_searchStart = std::max(m_bytes.size() - (HeaderEnd.size() - 1), qsizetype{0});
         return;
     }
     m_bodyStart = end + HeaderEnd.size();
@@ -81,11 +81,11 @@ void HttpPostReader::readHeader(QByteArrayView header)
         end = end < 0 ? header.size() : end;
         const auto line = header.sliced(start, end - start);
         start = end + LineEnd.size();
-        if (const auto length = restBehind("content-length:", line); length && !hasLength) {
+        if (const auto length = valueAfter("content-length:", line); length && !hasLength) {
             hasLength = true;
-            m_bodySize = lengthFrom(*length);
+            m_bodySize = parseLength(*length);
         }
-        m_hasOrigin = m_hasOrigin || restBehind("origin:", line).has_value();
+        m_hasOrigin = m_hasOrigin || valueAfter("origin:", line).has_value();
     }
 }
 

@@ -7,27 +7,26 @@ namespace quelto {
 
 struct HttpPost {
     QByteArray body;
-    /// Browsers add the header to what a page sends to another site; games do not.
+    /// Browsers add this header to requests from a page to another site; games do not.
     bool hasOrigin = false;
 };
 
-/// Puts one request together from the pieces in which it arrives. Only the header's end, the length of the body and
-/// where it comes from are looked at, not method nor path.
+/// Assembles one HTTP request from the pieces in which it arrives. Reads only the Content-Length and Origin headers and
+/// the body; ignores method and path.
 ///
-/// However the bytes are cut into pieces, the result is the same, and the work is in proportion to their number.
-/// Thread: none of its own; touches no socket.
+/// The result does not depend on how the bytes are split. The total cost is linear in the number of bytes.
 class HttpPostReader {
 public:
     enum class State { needsMore, complete, tooLarge };
 
-    /// Header and body together.
-    static constexpr qsizetype LargestRequest = 4 * 1024 * 1024;
+    /// Units: bytes, header and body.
+    static constexpr qsizetype MaxRequestSize = 4 * 1024 * 1024;
 
-    /// What follows a complete request is ignored.
+    /// Bytes after a complete request are ignored.
     State add(QByteArrayView bytes);
-    /// Only when complete.
+    /// Must only be called in state complete.
     HttpPost post() const;
-    /// How many bytes are held.
+    /// The number of buffered bytes.
     qsizetype size() const { return m_bytes.size(); }
 
 private:
@@ -36,10 +35,11 @@ private:
 
     State m_state = State::needsMore;
     QByteArray m_bytes;
-    /// Behind the empty line; 0 until that was found.
+    /// The offset after the empty line; 0 until that is found.
     qsizetype m_bodyStart = 0;
     qint64 m_bodySize = 0;
-    qsizetype m_searched = 0;
+    /// The header's end is not before this offset.
+    qsizetype m_searchStart = 0;
     bool m_hasOrigin = false;
 };
 

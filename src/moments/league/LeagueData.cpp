@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/league/LeagueData.h"
 
-#include "moments/watcher/JsonReading.h"
+#include "moments/watcher/JsonFields.h"
 
 #include <QJsonArray>
 
@@ -11,19 +11,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A long match has some hundred events.
-constexpr qsizetype MostEvents = 10'000;
-// Ten play, and nobody knows what modes are to come.
-constexpr qsizetype MostPlayers = 100;
-constexpr int LargestKillStreak = 1'000;
-constexpr qsizetype LongestText = 1'024;
-// Thirty years: far enough off for any match, near enough for sums to stay finite and exact.
-constexpr double LatestTime = 1e9;
+// A long match has a few hundred events.
+constexpr qsizetype MaxEvents = 10'000;
+// A match has ten players; future modes may have more.
+constexpr qsizetype MaxPlayers = 100;
+constexpr int MaxKillStreak = 1'000;
+constexpr qsizetype MaxTextLength = 1'024;
+// Units: seconds, about thirty years. Small enough for sums to stay finite and exact.
+constexpr double MaxTime = 1e9;
 
 std::optional<QString> shortTextIn(const QJsonObject& object, QLatin1StringView key)
 {
     auto text = textIn(object, key);
-    return text && text->size() <= LongestText ? text : std::nullopt;
+    return text && text->size() <= MaxTextLength ? text : std::nullopt;
 }
 
 QString nameIn(const QJsonObject& object, QLatin1StringView key)
@@ -34,16 +34,16 @@ QString nameIn(const QJsonObject& object, QLatin1StringView key)
 std::optional<double> timeIn(const QJsonObject& object, QLatin1StringView key)
 {
     const auto time = numberIn(object, key);
-    return time && std::abs(*time) <= LatestTime ? time : std::nullopt;
+    return time && std::abs(*time) <= MaxTime ? time : std::nullopt;
 }
 
 std::optional<int> killStreakIn(const QJsonObject& event)
 {
     const auto streak = integerIn(event, "KillStreak"_L1);
-    return streak && *streak >= 0 && *streak <= LargestKillStreak ? streak : std::nullopt;
+    return streak && *streak >= 0 && *streak <= MaxKillStreak ? streak : std::nullopt;
 }
 
-/// The client writes the word as a text.
+/// The client sends the flag as a string.
 bool isStolenIn(const QJsonObject& event)
 {
     return booleanIn(event, "Stolen"_L1).value_or(nameIn(event, "Stolen"_L1).toLower() == u"true");
@@ -58,7 +58,7 @@ QStringList assistersIn(const QJsonObject& event)
 {
     QStringList names;
     for (const auto& name : event["Assisters"_L1].toArray()) {
-        if (names.size() < MostPlayers && name.isString() && name.toString().size() <= LongestText) {
+        if (names.size() < MaxPlayers && name.isString() && name.toString().size() <= MaxTextLength) {
             names.append(name.toString());
         }
     }
@@ -96,11 +96,11 @@ LeaguePlayer readPlayer(const QJsonObject& player)
 
 std::optional<LeagueData> readLeagueData(const QByteArray& body)
 {
-    const auto root = jsonObject(body).value_or(QJsonObject());
+    const auto root = parseJsonObject(body).value_or(QJsonObject());
     const auto gameTime = timeIn(root["gameData"_L1].toObject(), "gameTime"_L1);
     const auto events = root["events"_L1].toObject()["Events"_L1].toArray();
     const auto players = root["allPlayers"_L1].toArray();
-    if (!gameTime || events.size() > MostEvents || players.size() > MostPlayers) {
+    if (!gameTime || events.size() > MaxEvents || players.size() > MaxPlayers) {
         return std::nullopt;
     }
     const auto activePlayer = root["activePlayer"_L1].toObject();

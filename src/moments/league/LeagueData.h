@@ -11,7 +11,7 @@
 
 namespace quelto {
 
-/// The names that the client gives a player, with and without a tag behind "#"; one that it does not give is empty.
+/// The names of one player in the client's data, with and without a tag after "#". A name that is absent is empty.
 using LeagueNames = std::array<QString, 3>;
 
 struct LeaguePlayer {
@@ -20,7 +20,7 @@ struct LeaguePlayer {
     QString champion;
 };
 
-/// One entry of the client's event list. A text that is absent is empty.
+/// One entry of the client's event list. A string that is absent is empty.
 struct LeagueEvent {
     int id = 0;
     QString name;
@@ -37,21 +37,23 @@ struct LeagueEvent {
     bool isStolen = false;
 };
 
-/// What the game client's live data say at one instant, as far as Quelto asks.
+/// The part of the game client's live data that Quelto uses, at one point in time.
 struct LeagueData {
-    /// Units: seconds; stands still while the game is paused.
+    /// Units: seconds. Does not advance while the game is paused.
     double gameTime = 0;
-    /// Of the player at this machine; all empty while spectating.
+    /// The player on this machine; all names are empty while spectating.
     LeagueNames activePlayer;
     std::optional<double> currentHealth;
     std::optional<double> maxHealth;
     QList<LeaguePlayer> players;
-    /// The whole match so far, mostly in order; an id may come twice.
+    /// All events of the match so far, mostly in order. An id may occur twice.
     QList<LeagueEvent> events;
 };
 
-/// The body of an answer. A field of a wrong type, or out of all proportion, counts as absent, an event without its id
-/// as not listed; without the game time, or with more events than any match has, there are no data.
+/// Parses the body of a response.
+///
+/// Errors: a field of the wrong type or beyond its bound counts as absent, and an event without an id is skipped.
+/// Returns nothing without the game time, or with more events or players than any match has.
 std::optional<LeagueData> readLeagueData(const QByteArray& body);
 
 } // namespace quelto

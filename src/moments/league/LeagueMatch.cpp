@@ -9,54 +9,54 @@ namespace quelto {
 namespace {
 
 // Units: seconds of game time.
-constexpr double QuietAfterFight = 7;
-constexpr double LongestGapInFight = 10;
-constexpr double ClockMayRunBack = 5;
+constexpr double QuietPeriod = 7;
+constexpr double MaxGapInFight = 10;
+constexpr double ClockTolerance = 5;
 
-// A match has some hundred; a list that never ends must not eat the memory.
-constexpr qsizetype MostEventsInMatch = 100'000;
+// Bounds memory. A match has a few hundred events.
+constexpr qsizetype MaxEventsInMatch = 100'000;
 
 } // namespace
 
 MatchEvents LeagueMatch::polled(const LeagueData& data)
 {
-    MatchEvents news;
-    const bool isFresh = isNewMatch(data.gameTime);
-    if (isFresh) {
-        forgetMatch();
+    MatchEvents matchEvents;
+    const bool isNew = isNewMatch(data.gameTime);
+    if (isNew) {
+        resetMatch();
     }
     m_lastGameTime = data.gameTime;
-    follow(findPlayer(data), news);
-    if (isFresh) {
+    updateState(updatePlayer(data), matchEvents);
+    if (isNew) {
         markSeen(data.events);
     } else {
-        processNew(data.events, news);
+        processNew(data.events, matchEvents);
     }
     sampleHealth(data);
-    sealFightIfOver(data.gameTime, news);
-    return news;
+    sealFightIfOver(data.gameTime, matchEvents);
+    return matchEvents;
 }
 
 MatchEvents LeagueMatch::pollFailed()
 {
-    MatchEvents news;
+    MatchEvents matchEvents;
     if (!m_state.inGame) {
-        return news;
+        return matchEvents;
     }
-    sealFight(m_lastGameTime.value_or(0) + QuietAfterFight, news);
+    sealFight(m_lastGameTime.value_or(0) + QuietPeriod, matchEvents);
     reset();
-    news.append(m_state);
-    news.append(GameEnded{});
-    return news;
+    matchEvents.append(m_state);
+    matchEvents.append(GameEnded{});
+    return matchEvents;
 }
 
 void LeagueMatch::reset()
 {
-    forgetMatch();
+    resetMatch();
     m_state = {};
 }
 
-void LeagueMatch::forgetMatch()
+void LeagueMatch::resetMatch()
 {
     m_seenEvents.clear();
     m_lastGameTime.reset();
@@ -66,25 +66,25 @@ void LeagueMatch::forgetMatch()
 
 bool LeagueMatch::isNewMatch(double gameTime) const
 {
-    return !m_lastGameTime || *m_lastGameTime < 0 || gameTime + ClockMayRunBack < *m_lastGameTime;
+    return !m_lastGameTime || *m_lastGameTime < 0 || gameTime + ClockTolerance < *m_lastGameTime;
 }
 
-QString LeagueMatch::findPlayer(const LeagueData& data)
+QString LeagueMatch::updatePlayer(const LeagueData& data)
 {
     if (!m_player.isKnown()) {
-        m_player.learn(data.activePlayer);
+        m_player.addNames(data.activePlayer);
     }
     for (const auto& player : data.players) {
-        if (m_player.isAnyOf(player.names)) {
-            m_player.learn(player.names);
-            m_player.join(player.team.value_or(m_player.team()));
+        if (m_player.matchesAny(player.names)) {
+            m_player.addNames(player.names);
+            m_player.setTeam(player.team.value_or(m_player.team()));
             return player.champion;
         }
     }
     return {};
 }
 
-void LeagueMatch::follow(const QString& champion, MatchEvents& news)
+void LeagueMatch::updateState(const QString& champion, MatchEvents& matchEvents)
 {
     const MatchState state{.inGame = true, .character = champion};
     if (state == m_state) {
@@ -92,9 +92,9 @@ void LeagueMatch::follow(const QString& champion, MatchEvents& news)
     }
     const bool isDetected = !m_state.inGame;
     m_state = state;
-    news.append(m_state);
+    matchEvents.append(m_state);
     if (isDetected) {
-        news.append(GameDetected{});
+        matchEvents.append(GameDetected{});
     }
 }
 
@@ -105,49 +105,50 @@ void LeagueMatch::markSeen(const QList<LeagueEvent>& events)
     }
 }
 
-void LeagueMatch::processNew(const QList<LeagueEvent>& events, MatchEvents& news)
+void LeagueMatch::processNew(const QList<LeagueEvent>& events, MatchEvents& matchEvents)
 {
     for (const auto& event : events) {
-        if (m_seenEvents.contains(event.id) || m_seenEvents.size() >= MostEventsInMatch) {
+        if (m_seenEvents.contains(event.id) || m_seenEvents.size() >= MaxEventsInMatch) {
             continue;
         }
         m_seenEvents.insert(event.id);
-        process(event, news);
+        process(event, matchEvents);
     }
 }
 
-void LeagueMatch::process(const LeagueEvent& event, MatchEvents& news)
+void LeagueMatch::process(const LeagueEvent& event, MatchEvents& matchEvents)
 {
     const auto time = event.time.value_or(m_lastGameTime.value_or(0));
     if (event.name == u"GameEnd") {
-        sealFight(time + QuietAfterFight, news);
-        news.append(GameEnded{});
+        sealFight(time + QuietPeriod, matchEvents);
+        matchEvents.append(GameEnded{});
         return;
     }
-    if (m_fight && time - m_fight->lastTime > LongestGapInFight) {
-        sealFight(time, news);
+    if (m_fight && time - m_fight->lastTime > MaxGapInFight) {
+        sealFight(time, matchEvents);
     }
-    Fight begun{.style = FightStyle::league, .startTime = time, .lastTime = time};
-    auto& fight = m_fight ? *m_fight : begun;
-    const LeagueAction deed{.event = event, .time = time, .player = m_player, .isFightOpen = m_fight.has_value()};
-    if (!count(deed, fight)) {
+    Fight newFight{.style = FightStyle::league, .startTime = time, .lastTime = time};
+    auto& fight = m_fight ? *m_fight : newFight;
+    const LeagueEventContext context{
+        .event = event, .time = time, .player = m_player, .isFightOpen = m_fight.has_value()};
+    if (!addToFight(context, fight)) {
         return;
     }
     fight.lastTime = std::max(fight.lastTime, time);
     if (!m_fight) {
-        m_fight = std::move(begun);
+        m_fight = std::move(newFight);
     }
 }
 
 void LeagueMatch::sampleHealth(const LeagueData& data)
 {
-    // Dead is not the same as having barely survived.
+    // Zero health means dead; it must not count as having survived with low health.
     if (m_fight && data.currentHealth > 0.0 && data.maxHealth > 0.0) {
         m_fight->minHealth = std::min(m_fight->minHealth, *data.currentHealth / *data.maxHealth);
     }
 }
 
-void LeagueMatch::sealFight(double now, MatchEvents& news)
+void LeagueMatch::sealFight(double now, MatchEvents& matchEvents)
 {
     if (!m_fight) {
         return;
@@ -156,14 +157,14 @@ void LeagueMatch::sealFight(double now, MatchEvents& news)
     const auto moment =
         sealed(fight, {.game = gameNames::leagueOfLegends, .now = now, .character = m_state.character, .seconds = {}});
     if (moment) {
-        news.append(*moment);
+        matchEvents.append(*moment);
     }
 }
 
-void LeagueMatch::sealFightIfOver(double now, MatchEvents& news)
+void LeagueMatch::sealFightIfOver(double now, MatchEvents& matchEvents)
 {
-    if (m_fight && now - m_fight->lastTime >= QuietAfterFight) {
-        sealFight(now, news);
+    if (m_fight && now - m_fight->lastTime >= QuietPeriod) {
+        sealFight(now, matchEvents);
     }
 }
 

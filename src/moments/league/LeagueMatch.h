@@ -12,34 +12,33 @@
 
 namespace quelto {
 
-/// Follows a match from poll to poll and finds its moments. What happened before the first poll of a match is past and
-/// never told.
+/// Follows a match from poll to poll and detects its moments. Events from before the first poll of a match are ignored.
 ///
-/// A fight is over after some quiet seconds of game time, so it waits while the game is paused. Once a match has ended
-/// the client goes on answering for a while: GameEnded then comes a second time, when it stops.
+/// A fight ends after 7 s of game time without an event, so it stays open while the game is paused. The client keeps
+/// responding for a while after a match has ended; GameEnded is returned a second time when it stops.
 class LeagueMatch {
 public:
     MatchEvents polled(const LeagueData& data);
-    /// No answer, or none that makes sense. A fight that was under way is told, not lost.
+    /// For a poll without a valid response. Seals an open fight.
     MatchEvents pollFailed();
-    /// Forgets everything, an open fight among it.
+    /// Discards all state, including an open fight.
     void reset();
 
 private:
-    void forgetMatch();
+    void resetMatch();
     bool isNewMatch(double gameTime) const;
-    /// Finds the player in the list; gives the champion.
-    QString findPlayer(const LeagueData& data);
-    void follow(const QString& champion, MatchEvents& news);
+    /// Updates the player's names and team from the list of players; returns the champion.
+    QString updatePlayer(const LeagueData& data);
+    void updateState(const QString& champion, MatchEvents& matchEvents);
     void markSeen(const QList<LeagueEvent>& events);
-    void processNew(const QList<LeagueEvent>& events, MatchEvents& news);
-    void process(const LeagueEvent& event, MatchEvents& news);
+    void processNew(const QList<LeagueEvent>& events, MatchEvents& matchEvents);
+    void process(const LeagueEvent& event, MatchEvents& matchEvents);
     void sampleHealth(const LeagueData& data);
-    void sealFight(double now, MatchEvents& news);
-    void sealFightIfOver(double now, MatchEvents& news);
+    void sealFight(double now, MatchEvents& matchEvents);
+    void sealFightIfOver(double now, MatchEvents& matchEvents);
 
     MatchState m_state;
-    /// Of the last poll; nothing before a match's first.
+    /// The game time of the last poll; nothing before the first poll of a match.
     std::optional<double> m_lastGameTime;
     QSet<int> m_seenEvents;
     LocalPlayer m_player;

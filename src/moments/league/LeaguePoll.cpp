@@ -8,13 +8,14 @@ namespace quelto {
 
 namespace {
 
-constexpr int Success = 200;
-constexpr qint64 LongestBody = 16 * 1024 * 1024;
-// What may wait unread between the network's thread and this one.
-constexpr qint64 ReadAhead = 1024 * 1024;
+constexpr int StatusOk = 200;
+// Units: bytes.
+constexpr qint64 MaxBodySize = 16 * 1024 * 1024;
+// Units: bytes. Bounds what the network thread buffers for this one.
+constexpr qint64 ReadBufferSize = 1024 * 1024;
 constexpr int HttpsPort = 443;
 
-bool isThisMachine(const QString& host)
+bool isTrustedHost(const QString& host)
 {
     return host == u"127.0.0.1" || host == u"localhost";
 }
@@ -22,54 +23,55 @@ bool isThisMachine(const QString& host)
 QNetworkRequest request(const QUrl& address)
 {
     QNetworkRequest request(address);
-    if (isThisMachine(address.host())) {
+    if (isTrustedHost(address.host())) {
         auto tls = QSslConfiguration::defaultConfiguration();
         tls.setPeerVerifyMode(QSslSocket::VerifyNone);
         request.setSslConfiguration(tls);
     }
-    // Packed bodies would grow past any bound that is kept on what comes in.
+    // A compressed body could exceed the size limit when unpacked.
     request.setRawHeader("Accept-Encoding", "identity");
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    for (const auto kept : {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
-                            QNetworkRequest::AuthenticationReuseAttribute}) {
-        request.setAttribute(kept, QNetworkRequest::Manual);
+    for (const auto attribute :
+         {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
+          QNetworkRequest::AuthenticationReuseAttribute}) {
+        request.setAttribute(attribute, QNetworkRequest::Manual);
     }
     return request;
 }
 
 } // namespace
 
-LeaguePoll::LeaguePoll(const QUrl& address, OnPolled onPolled, LeaguePollTimes times)
+LeaguePoll::LeaguePoll(const QUrl& address, OnPolled onPolled, LeaguePollTiming timing)
     : m_request(request(address))
     , m_onPolled(std::move(onPolled))
-    , m_times(times)
+    , m_timing(timing)
 {
     m_manager.setProxy(QNetworkProxy::NoProxy);
-    m_door.setProxy(QNetworkProxy::NoProxy);
-    m_next.setSingleShot(true);
-    m_next.setTimerType(Qt::PreciseTimer);
-    m_deadline.setSingleShot(true);
-    m_deadline.setTimerType(Qt::PreciseTimer);
-    connect(&m_next, &QTimer::timeout, this, &LeaguePoll::begin);
-    connect(&m_deadline, &QTimer::timeout, this, [this] { end(std::nullopt); });
-    connect(&m_door, &QTcpSocket::connected, this, &LeaguePoll::ask);
-    connect(&m_door, &QTcpSocket::errorOccurred, this, [this] { end(std::nullopt); });
-    m_next.start(0);
+    m_probe.setProxy(QNetworkProxy::NoProxy);
+    m_nextPoll.setSingleShot(true);
+    m_nextPoll.setTimerType(Qt::PreciseTimer);
+    m_timeout.setSingleShot(true);
+    m_timeout.setTimerType(Qt::PreciseTimer);
+    connect(&m_nextPoll, &QTimer::timeout, this, &LeaguePoll::startPoll);
+    connect(&m_timeout, &QTimer::timeout, this, [this] { endPoll(std::nullopt); });
+    connect(&m_probe, &QTcpSocket::connected, this, &LeaguePoll::sendRequest);
+    connect(&m_probe, &QTcpSocket::errorOccurred, this, [this] { endPoll(std::nullopt); });
+    m_nextPoll.start(0);
 }
 
 LeaguePoll::~LeaguePoll()
 {
-    drop();
+    cancel();
 }
 
-void LeaguePoll::begin()
+void LeaguePoll::startPoll()
 {
-    m_deadline.start(m_times.atMost);
-    if (m_wasGood) {
-        ask();
+    m_timeout.start(m_timing.timeout);
+    if (m_hasSucceeded) {
+        sendRequest();
     } else {
         probePort();
     }
@@ -78,53 +80,53 @@ void LeaguePoll::begin()
 void LeaguePoll::probePort()
 {
     const auto address = m_request.url();
-    m_door.connectToHost(address.host(), static_cast<quint16>(address.port(HttpsPort)));
+    m_probe.connectToHost(address.host(), static_cast<quint16>(address.port(HttpsPort)));
 }
 
-void LeaguePoll::ask()
+void LeaguePoll::sendRequest()
 {
-    m_door.abort();
+    m_probe.abort();
     m_reply = m_manager.get(m_request);
-    m_reply->setReadBufferSize(ReadAhead);
-    connect(m_reply, &QNetworkReply::readyRead, this, &LeaguePoll::read);
-    connect(m_reply, &QNetworkReply::finished, this, &LeaguePoll::answered);
+    m_reply->setReadBufferSize(ReadBufferSize);
+    connect(m_reply, &QNetworkReply::readyRead, this, &LeaguePoll::readBody);
+    connect(m_reply, &QNetworkReply::finished, this, &LeaguePoll::finishRequest);
 }
 
-void LeaguePoll::read()
+void LeaguePoll::readBody()
 {
     m_body += m_reply->readAll();
-    if (m_body.size() > LongestBody) {
-        end(std::nullopt);
+    if (m_body.size() > MaxBodySize) {
+        endPoll(std::nullopt);
     }
 }
 
-void LeaguePoll::answered()
+void LeaguePoll::finishRequest()
 {
     const auto status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     m_body += m_reply->readAll();
-    const bool isAnswer =
-        m_reply->error() == QNetworkReply::NoError && status == Success && m_body.size() <= LongestBody;
-    end(isAnswer ? readLeagueData(m_body) : std::nullopt);
+    const bool isValid =
+        m_reply->error() == QNetworkReply::NoError && status == StatusOk && m_body.size() <= MaxBodySize;
+    endPoll(isValid ? readLeagueData(m_body) : std::nullopt);
 }
 
-void LeaguePoll::end(const std::optional<LeagueData>& data)
+void LeaguePoll::endPoll(const std::optional<LeagueData>& data)
 {
-    drop();
-    m_wasGood = data.has_value();
-    m_next.start(m_wasGood ? m_times.afterGood : m_times.afterFailed);
+    cancel();
+    m_hasSucceeded = data.has_value();
+    m_nextPoll.start(m_hasSucceeded ? m_timing.delayAfterSuccess : m_timing.delayAfterFailure);
     m_onPolled(data);
 }
 
-void LeaguePoll::drop()
+void LeaguePoll::cancel()
 {
-    m_deadline.stop();
+    m_timeout.stop();
     m_body = {};
     if (auto* const reply = std::exchange(m_reply, nullptr)) {
         reply->disconnect(this);
         reply->abort();
         reply->deleteLater();
     }
-    m_door.abort();
+    m_probe.abort();
 }
 
 } // namespace quelto

@@ -15,49 +15,48 @@
 
 namespace quelto {
 
-struct LeaguePollTimes {
-    /// From the end of one poll to the beginning of the next.
-    std::chrono::milliseconds afterGood{1'000};
-    std::chrono::milliseconds afterFailed{3'000};
-    /// For one poll in all, from the connection to the last byte.
-    std::chrono::milliseconds atMost{2'000};
+struct LeaguePollTiming {
+    /// From the end of one poll to the start of the next.
+    std::chrono::milliseconds delayAfterSuccess{1'000};
+    std::chrono::milliseconds delayAfterFailure{3'000};
+    /// For a whole poll, from the connection to the last byte.
+    std::chrono::milliseconds timeout{2'000};
 };
 
-/// Asks one address for the live data of a match, again and again. Whatever is not an answer in time with status 200
-/// and sensible data is a failed poll; nothing follows a redirect, uses a proxy or keeps a cookie.
+/// Polls one address for the live data of a match. A poll fails unless it gets valid data with status 200 in time.
+/// Redirects are not followed, proxies are not used, cookies are not stored.
 ///
-/// The client's certificate is one that nobody trusts. It is accepted from 127.0.0.1 and localhost, and from nobody
-/// else.
+/// The client's certificate is self-signed. It is accepted only from the hosts 127.0.0.1 and localhost.
 ///
-/// Thread: lives where it was made, which needs an event loop. Destruction ends a poll under way, untold.
+/// Thread: the creating thread, which needs an event loop. The destructor cancels a running poll without a callback.
 class LeaguePoll final : public QObject {
     Q_OBJECT
 
 public:
-    /// Nothing for a failed poll. Must not destroy the poll.
+    /// The data is empty for a failed poll. The callback must not destroy the poll.
     using OnPolled = std::function<void(const std::optional<LeagueData>& data)>;
 
-    /// The first poll begins with the next turn of the event loop.
-    LeaguePoll(const QUrl& address, OnPolled onPolled, LeaguePollTimes times = {});
+    /// The first poll starts in the next iteration of the event loop.
+    LeaguePoll(const QUrl& address, OnPolled onPolled, LeaguePollTiming timing = {});
     ~LeaguePoll() override;
 
 private:
-    void begin();
-    /// Looks whether anybody listens at all, which is far cheaper than to ask.
+    void startPoll();
+    /// Checks whether the port is open, which costs far less than a request.
     void probePort();
-    void ask();
-    void read();
-    void answered();
-    void end(const std::optional<LeagueData>& data);
-    void drop();
+    void sendRequest();
+    void readBody();
+    void finishRequest();
+    void endPoll(const std::optional<LeagueData>& data);
+    void cancel();
 
     QNetworkRequest m_request;
     OnPolled m_onPolled;
-    LeaguePollTimes m_times;
-    bool m_wasGood = false;
-    QTimer m_next;
-    QTimer m_deadline;
-    QTcpSocket m_door;
+    LeaguePollTiming m_timing;
+    bool m_hasSucceeded = false;
+    QTimer m_nextPoll;
+    QTimer m_timeout;
+    QTcpSocket m_probe;
     QByteArray m_body;
     QNetworkAccessManager m_manager;
     QNetworkReply* m_reply = nullptr;

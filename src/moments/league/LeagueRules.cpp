@@ -5,125 +5,126 @@ namespace quelto {
 
 namespace {
 
-bool isMyKill(const LeagueAction& deed)
+bool isMyKill(const LeagueEventContext& context)
 {
-    return deed.player.is(deed.event.killer);
+    return context.player.matches(context.event.killer);
 }
 
-bool isMyAssist(const LeagueAction& deed)
+bool isMyAssist(const LeagueEventContext& context)
 {
-    return deed.player.isAnyOf(deed.event.assisters);
+    return context.player.matchesAny(context.event.assisters);
 }
 
-/// What an event of one name does. Objective and marker are for the names that differ in nothing else.
+/// How events with one name count. The objective and the marker serve rules that share a function.
 struct Rule {
     QStringView eventName;
-    bool (*count)(const LeagueAction& deed, const Rule& rule, Fight& fight);
+    bool (*count)(const LeagueEventContext& context, const Rule& rule, Fight& fight);
     QStringView objective = {};
     QStringView marker = {};
 };
 
-bool countChampionKill(const LeagueAction& deed, const Rule&, Fight& fight)
+bool countChampionKill(const LeagueEventContext& context, const Rule&, Fight& fight)
 {
-    const bool isKill = isMyKill(deed);
-    const bool isAssist = !isKill && isMyAssist(deed);
-    const bool isDeath = deed.player.is(deed.event.victim);
-    if (!isKill && !isAssist && !(isDeath && deed.isFightOpen)) {
+    const bool isKill = isMyKill(context);
+    const bool isAssist = !isKill && isMyAssist(context);
+    const bool isDeath = context.player.matches(context.event.victim);
+    if (!isKill && !isAssist && !(isDeath && context.isFightOpen)) {
         return false;
     }
     if (isKill) {
-        const bool isSolo = deed.event.assisters.isEmpty();
+        const bool isSolo = context.event.assisters.isEmpty();
         fight.kills += 1;
         fight.soloKills += isSolo ? 1 : 0;
-        fight.addEvent(deed.time, isSolo ? QStringLiteral("solo_kill") : QStringLiteral("kill"));
+        fight.addEvent(context.time, isSolo ? QStringLiteral("solo_kill") : QStringLiteral("kill"));
     } else if (isAssist) {
         fight.assists += 1;
-        fight.addEvent(deed.time, QStringLiteral("assist"));
+        fight.addEvent(context.time, QStringLiteral("assist"));
     }
     if (isDeath) {
         fight.deaths += 1;
-        fight.addEvent(deed.time, QStringLiteral("my_death"));
+        fight.addEvent(context.time, QStringLiteral("my_death"));
     }
     return true;
 }
 
-bool countMultikill(const LeagueAction& deed, const Rule&, Fight& fight)
+bool countMultikill(const LeagueEventContext& context, const Rule&, Fight& fight)
 {
-    const auto streak = deed.event.killStreak;
-    if (!streak || !isMyKill(deed)) {
+    const auto streak = context.event.killStreak;
+    if (!streak || !isMyKill(context)) {
         return false;
     }
     fight.maxMulti = std::max(fight.maxMulti, *streak);
-    fight.addEvent(deed.time, QStringLiteral("multikill_") + QString::number(*streak));
+    fight.addEvent(context.time, QStringLiteral("multikill_") + QString::number(*streak));
     return true;
 }
 
-bool countAce(const LeagueAction& deed, const Rule&, Fight& fight)
+bool countAce(const LeagueEventContext& context, const Rule&, Fight& fight)
 {
-    const bool isOurs = deed.event.acingTeam == deed.player.team() || deed.player.is(deed.event.acer);
-    if (!deed.isFightOpen || !isOurs) {
+    const bool isAlliedAce =
+        context.event.acingTeam == context.player.team() || context.player.matches(context.event.acer);
+    if (!context.isFightOpen || !isAlliedAce) {
         return false;
     }
     fight.ace = true;
-    fight.addEvent(deed.time, QStringLiteral("ace"));
+    fight.addEvent(context.time, QStringLiteral("ace"));
     return true;
 }
 
-bool countFirstBlood(const LeagueAction& deed, const Rule&, Fight& fight)
+bool countFirstBlood(const LeagueEventContext& context, const Rule&, Fight& fight)
 {
-    if (!deed.player.is(deed.event.recipient)) {
+    if (!context.player.matches(context.event.recipient)) {
         return false;
     }
     fight.firstBlood = true;
-    fight.addEvent(deed.time, QStringLiteral("first_blood"));
+    fight.addEvent(context.time, QStringLiteral("first_blood"));
     return true;
 }
 
-/// The tower itself comes as an event of its own, which bears the marker.
-bool countFirstTower(const LeagueAction& deed, const Rule&, Fight& fight)
+/// Adds no marker: the client also sends an event for the tower itself, which has one.
+bool countFirstTower(const LeagueEventContext& context, const Rule&, Fight& fight)
 {
-    if (!isMyKill(deed) && !isMyAssist(deed)) {
+    if (!isMyKill(context) && !isMyAssist(context)) {
         return false;
     }
     fight.firstTower = true;
     return true;
 }
 
-bool countBuilding(const LeagueAction& deed, const Rule& rule, Fight& fight)
+bool countBuilding(const LeagueEventContext& context, const Rule& rule, Fight& fight)
 {
-    if (!isMyKill(deed) && !isMyAssist(deed)) {
+    if (!isMyKill(context) && !isMyAssist(context)) {
         return false;
     }
     fight.objectives.append(rule.objective.toString());
-    fight.addEvent(deed.time, rule.marker.toString());
+    fight.addEvent(context.time, rule.marker.toString());
     return true;
 }
 
-bool countMonster(const LeagueAction& deed, const QString& key, Fight& fight)
+bool countMonster(const LeagueEventContext& context, const QString& key, Fight& fight)
 {
-    const bool isKill = isMyKill(deed);
-    if (!isKill && !isMyAssist(deed)) {
+    const bool isKill = isMyKill(context);
+    if (!isKill && !isMyAssist(context)) {
         return false;
     }
-    if (isKill && deed.event.isStolen) {
+    if (isKill && context.event.isStolen) {
         fight.steals.append(key);
-        fight.addEvent(deed.time, QStringLiteral("steal_") + key);
+        fight.addEvent(context.time, QStringLiteral("steal_") + key);
     } else {
         fight.objectives.append(key);
-        fight.addEvent(deed.time, QStringLiteral("objective_") + key);
+        fight.addEvent(context.time, QStringLiteral("objective_") + key);
     }
     return true;
 }
 
-bool countNamedMonster(const LeagueAction& deed, const Rule& rule, Fight& fight)
+bool countNamedMonster(const LeagueEventContext& context, const Rule& rule, Fight& fight)
 {
-    return countMonster(deed, rule.objective.toString(), fight);
+    return countMonster(context, rule.objective.toString(), fight);
 }
 
-bool countDragon(const LeagueAction& deed, const Rule&, Fight& fight)
+bool countDragon(const LeagueEventContext& context, const Rule&, Fight& fight)
 {
-    const bool isElder = deed.event.dragonType == u"Elder";
-    return countMonster(deed, isElder ? QStringLiteral("Elder") : QStringLiteral("Ejderha"), fight);
+    const bool isElder = context.event.dragonType == u"Elder";
+    return countMonster(context, isElder ? QStringLiteral("Elder") : QStringLiteral("Ejderha"), fight);
 }
 
 constexpr std::array Rules{
@@ -143,11 +144,12 @@ constexpr std::array Rules{
 
 } // namespace
 
-bool count(const LeagueAction& deed, Fight& fight)
+bool addToFight(const LeagueEventContext& context, Fight& fight)
 {
-    const auto* const rule = std::find_if(Rules.begin(), Rules.end(),
-                                          [&deed](const Rule& each) { return each.eventName == deed.event.name; });
-    return rule != Rules.end() && rule->count(deed, *rule, fight);
+    const auto* const rule = std::find_if(Rules.begin(), Rules.end(), [&context](const Rule& candidate) {
+        return candidate.eventName == context.event.name;
+    });
+    return rule != Rules.end() && rule->count(context, *rule, fight);
 }
 
 } // namespace quelto

@@ -7,17 +7,17 @@
 
 namespace quelto {
 
-/// An event, and what must be known to say whether it belongs into a fight.
-struct LeagueAction {
+/// An event with the data needed to decide whether it belongs to a fight.
+struct LeagueEventContext {
     const LeagueEvent& event;
     /// Units: seconds of game time.
     double time;
     const LocalPlayer& player;
-    /// What the player did not do, such as dying, joins a fight but begins none.
+    /// Some events, such as the player's death, can extend an open fight but not start one.
     bool isFightOpen;
 };
 
-/// Adds the event to the fight; false, with the fight as it was, for one that does not belong there.
-bool count(const LeagueAction& deed, Fight& fight);
+/// Adds the event to the fight. Returns false and leaves the fight unchanged if the event does not belong to it.
+bool addToFight(const LeagueEventContext& context, Fight& fight);
 
 } // namespace quelto

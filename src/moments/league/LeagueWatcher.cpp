@@ -3,17 +3,17 @@
 
 namespace quelto {
 
-LeagueWatcher::LeagueWatcher(const QUrl& address, QObject* parent, LeaguePollTimes times)
+LeagueWatcher::LeagueWatcher(const QUrl& address, QObject* parent, LeaguePollTiming timing)
     : MatchWatcher(QStringLiteral("quelto.league"), parent)
     , m_address(address)
-    , m_times(times)
+    , m_timing(timing)
 {
     connect(this, &MatchWatcher::characterChanged, this, &LeagueWatcher::championChanged);
 }
 
 LeagueWatcher::~LeagueWatcher()
 {
-    finish();
+    stopAndWait();
 }
 
 QUrl LeagueWatcher::clientAddress()
@@ -37,7 +37,7 @@ void LeagueWatcher::open()
         [this](const std::optional<LeagueData>& data) {
             publishEvents(data ? m_match.polled(*data) : m_match.pollFailed());
         },
-        m_times);
+        m_timing);
 }
 
 void LeagueWatcher::close()

@@ -8,8 +8,8 @@
 
 namespace quelto {
 
-/// Follows League of Legends by the live data that its client gives to programs on the same machine. The game itself is
-/// never touched.
+/// Follows League of Legends through the live data that its client offers to programs on the same machine. Does not
+/// access the game's process or files.
 ///
 /// Thread: main.
 class LeagueWatcher final : public MatchWatcher {
@@ -19,11 +19,11 @@ class LeagueWatcher final : public MatchWatcher {
 
 public:
     explicit LeagueWatcher(const QUrl& address = clientAddress(), QObject* parent = nullptr,
-                           LeaguePollTimes times = {});
+                           LeaguePollTiming timing = {});
     ~LeagueWatcher() override;
 
     static QString gameName() { return gameNames::leagueOfLegends; }
-    /// Where the game's client answers.
+    /// The address at which the game's client offers its live data.
     static QUrl clientAddress();
 
     QString champion() const { return character(); }
@@ -39,9 +39,9 @@ private:
     void close() override;
 
     QUrl m_address;
-    LeaguePollTimes m_times;
+    LeaguePollTiming m_timing;
     int m_autoClipCount = 0;
-    /// The queue's, like the poll.
+    // Used on the watcher's queue only.
     LeagueMatch m_match;
     std::unique_ptr<LeaguePoll> m_poll;
 };

@@ -5,8 +5,8 @@ namespace quelto {
 
 namespace {
 
-// A client that has ever new names for the player has none worth keeping.
-constexpr qsizetype MostNames = 64;
+// Bounds memory if the client keeps sending new names.
+constexpr qsizetype MaxNames = 64;
 
 QString normalised(const QString& name)
 {
@@ -15,31 +15,31 @@ QString normalised(const QString& name)
 
 } // namespace
 
-void LocalPlayer::learn(const LeagueNames& names)
+void LocalPlayer::addNames(const LeagueNames& names)
 {
     for (const auto& name : names) {
         const auto key = normalised(name);
-        if (!key.isEmpty() && m_names.size() < MostNames) {
+        if (!key.isEmpty() && m_names.size() < MaxNames) {
             m_names.insert(key);
         }
     }
 }
 
-bool LocalPlayer::is(const QString& name) const
+bool LocalPlayer::matches(const QString& name) const
 {
     const auto key = normalised(name);
     const auto tag = key.indexOf(u'#');
     return m_names.contains(key) || (tag >= 0 && m_names.contains(key.left(tag)));
 }
 
-bool LocalPlayer::isAnyOf(const QStringList& names) const
+bool LocalPlayer::matchesAny(const QStringList& names) const
 {
-    return std::any_of(names.begin(), names.end(), [this](const QString& name) { return is(name); });
+    return std::any_of(names.begin(), names.end(), [this](const QString& name) { return matches(name); });
 }
 
-bool LocalPlayer::isAnyOf(const LeagueNames& names) const
+bool LocalPlayer::matchesAny(const LeagueNames& names) const
 {
-    return std::any_of(names.begin(), names.end(), [this](const QString& name) { return is(name); });
+    return std::any_of(names.begin(), names.end(), [this](const QString& name) { return matches(name); });
 }
 
 } // namespace quelto

@@ -7,20 +7,21 @@
 
 namespace quelto {
 
-/// Who plays at this machine, under all the names that the client has for the player: events name players now with
-/// their tag and now without, so each form that is known is kept.
+/// The player on this machine, with all names that the client uses for them. Events name players with or without the
+/// tag, so every known form is kept.
 class LocalPlayer {
 public:
     bool isKnown() const { return !m_names.isEmpty(); }
-    void learn(const LeagueNames& names);
-    void join(const QString& team) { m_team = team; }
+    void addNames(const LeagueNames& names);
+    void setTeam(const QString& team) { m_team = team; }
     const QString& team() const { return m_team; }
 
-    /// Whatever the case and the blanks around it. A name with a tag is also the player's if the bare one is known; a
-    /// bare name is not, if only the tagged one is known.
-    bool is(const QString& name) const;
-    bool isAnyOf(const QStringList& names) const;
-    bool isAnyOf(const LeagueNames& names) const;
+    /// Whether the name is the player's. Ignores case and surrounding white space. If the name without a tag is known,
+    /// the same name with any tag matches too; if only the name with a tag is known, the name without it does not
+    /// match.
+    bool matches(const QString& name) const;
+    bool matchesAny(const QStringList& names) const;
+    bool matchesAny(const LeagueNames& names) const;
 
 private:
     QSet<QString> m_names;

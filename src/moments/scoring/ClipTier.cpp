@@ -11,7 +11,7 @@ struct TierRow {
     ClipTier tier;
     const char* tag;
     const char* label;
-    int leastScore;
+    int minScore;
 };
 
 constexpr std::array Rows{
@@ -34,8 +34,8 @@ QString tagOf(ClipTier tier)
 
 std::optional<ClipTier> tierFromTag(const QString& tag)
 {
-    const auto* row = std::ranges::find_if(Rows, [&](const TierRow& each) { return tag == QLatin1String(each.tag); });
-    return row == Rows.end() ? std::nullopt : std::optional(row->tier);
+    const auto* found = std::ranges::find_if(Rows, [&](const TierRow& row) { return tag == QLatin1String(row.tag); });
+    return found == Rows.end() ? std::nullopt : std::optional(found->tier);
 }
 
 QString labelOf(ClipTier tier)
@@ -45,8 +45,8 @@ QString labelOf(ClipTier tier)
 
 std::optional<ClipTier> tierFromScore(int score)
 {
-    const auto* row = std::ranges::find_if(Rows, [=](const TierRow& each) { return score >= each.leastScore; });
-    return row == Rows.end() ? std::nullopt : std::optional(row->tier);
+    const auto* found = std::ranges::find_if(Rows, [=](const TierRow& row) { return score >= row.minScore; });
+    return found == Rows.end() ? std::nullopt : std::optional(found->tier);
 }
 
 } // namespace quelto

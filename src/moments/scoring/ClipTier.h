@@ -8,18 +8,18 @@
 
 namespace quelto {
 
-/// How much a moment is worth, best first.
+/// The value of a moment, best first.
 enum class ClipTier { epic, medium, basic };
 
 inline constexpr std::array AllClipTiers{ClipTier::epic, ClipTier::medium, ClipTier::basic};
 
-/// The upper-case ASCII word that clip names and sidecars carry, the same in every language.
+/// The upper-case ASCII word for clip names and sidecars. It does not depend on the language.
 QString tagOf(ClipTier tier);
-/// The reverse of tagOf; exact and case-sensitive.
+/// The inverse of tagOf(). Compares exactly, including case.
 std::optional<ClipTier> tierFromTag(const QString& tag);
-/// The translated word for the user.
+/// The translated word to display.
 QString labelOf(ClipTier tier);
-/// 90 and above is epic, 30 and above medium, 8 and above basic; below that a fight is no moment.
+/// 90 and above is epic, 30 and above medium, 8 and above basic. A lower score gives no moment.
 std::optional<ClipTier> tierFromScore(int score);
 
 } // namespace quelto

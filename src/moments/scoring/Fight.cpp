@@ -13,25 +13,25 @@ constexpr int KillPoints = 10;
 constexpr int AssistPoints = 3;
 constexpr int SoloKillPoints = 5;
 constexpr int AcePoints = 15;
-constexpr int AcePointsOfOthers = 5;
+constexpr int AcePointsWithoutKill = 5;
 constexpr int FirstBloodPoints = 8;
-constexpr int UnlistedStealPoints = 40;
+constexpr int DefaultStealPoints = 40;
 constexpr int ClutchPoints = 20;
 constexpr int DeathPoints = 8;
 constexpr double ClutchHealth = 0.15;
 
-// A bound for games' data gone wild; an endless fight must not eat the memory.
-constexpr qsizetype MostEvents = 1000;
+// Bounds the memory of a fight that never ends.
+constexpr qsizetype MaxEvents = 1000;
 
-constexpr int LargestMulti = 5;
-// By the size of the multikill, from 2 on.
+constexpr int MaxMulti = 5;
+// Index 0 is a multikill of 2.
 constexpr std::array MultiPoints{8, 30, 60, 120};
 
-// A clip shows what led to the fight and a little of what came after.
+// Units: seconds. A clip starts before the fight and ends after it.
 constexpr double LeadIn = 8;
-constexpr double Afterwards = 2;
-constexpr double ShortestClip = 15;
-constexpr double LongestClip = 90;
+constexpr double LeadOut = 2;
+constexpr double MinClipSeconds = 15;
+constexpr double MaxClipSeconds = 90;
 
 const QHash<QString, int>& stealPoints()
 {
@@ -60,7 +60,7 @@ QString translatedKey(const QString& key)
 QString multiWord(int multi, FightStyle style)
 {
     const bool isDota = style == FightStyle::dota;
-    switch (std::min(multi, LargestMulti)) {
+    switch (std::min(multi, MaxMulti)) {
     case 5:
         return isDota ? QStringLiteral("RAMPAGE") : QStringLiteral("PENTAKILL");
     case 4:
@@ -104,15 +104,15 @@ QString baseLabel(const Fight& fight)
 
 int clipSeconds(const Fight& fight, double now)
 {
-    const auto span = std::max(fight.lastTime + Afterwards, now) - fight.startTime + LeadIn;
-    return static_cast<int>(std::lround(std::clamp(span, ShortestClip, LongestClip)));
+    const auto span = std::max(fight.lastTime + LeadOut, now) - fight.startTime + LeadIn;
+    return static_cast<int>(std::lround(std::clamp(span, MinClipSeconds, MaxClipSeconds)));
 }
 
 } // namespace
 
 void Fight::addEvent(double time, const QString& name)
 {
-    if (events.size() >= MostEvents) {
+    if (events.size() >= MaxEvents) {
         events.removeFirst();
     }
     events.append({.time = time, .name = name});
@@ -125,18 +125,18 @@ bool Fight::survivedLowHP() const
 
 int Fight::score() const
 {
-    // A multikill pays for all its kills, also when the watcher only saw its last step.
+    // A multikill counts all its kills, even if the watcher saw only the last one.
     int points = KillPoints * (maxMulti > 1 ? std::max(maxMulti, kills) : std::max(kills, 0));
     points += AssistPoints * assists + SoloKillPoints * soloKills;
     if (maxMulti > 1) {
-        points += MultiPoints[static_cast<std::size_t>(std::min(maxMulti, LargestMulti) - 2)];
+        points += MultiPoints[static_cast<std::size_t>(std::min(maxMulti, MaxMulti) - 2)];
     }
     if (ace) {
-        points += kills >= 1 ? AcePoints : AcePointsOfOthers;
+        points += kills >= 1 ? AcePoints : AcePointsWithoutKill;
     }
     points += firstBlood ? FirstBloodPoints : 0;
     for (const auto& key : steals) {
-        points += stealPoints().value(key, UnlistedStealPoints);
+        points += stealPoints().value(key, DefaultStealPoints);
     }
     for (const auto& key : objectives) {
         points += objectivePoints().value(key, 0);
@@ -160,23 +160,23 @@ QString Fight::label() const
     return text;
 }
 
-std::optional<Moment> sealed(const Fight& fight, const Sealing& sealing)
+std::optional<Moment> sealed(const Fight& fight, const SealParameters& parameters)
 {
     const auto score = fight.score();
     const auto tier = tierFromScore(score);
     if (!tier) {
         return std::nullopt;
     }
-    Moment moment{.game = sealing.game,
+    Moment moment{.game = parameters.game,
                   .tier = *tier,
                   .score = score,
                   .label = fight.label(),
-                  .seconds = sealing.seconds.value_or(clipSeconds(fight, sealing.now))};
-    if (!sealing.character.isEmpty()) {
-        moment.label += QStringLiteral(" (") + sealing.character + u')';
+                  .seconds = parameters.seconds.value_or(clipSeconds(fight, parameters.now))};
+    if (!parameters.character.isEmpty()) {
+        moment.label += QStringLiteral(" (") + parameters.character + u')';
     }
     for (const auto& event : fight.events) {
-        moment.events.append({.secondsBeforeEnd = std::max(sealing.now - event.time, 0.0), .name = event.name});
+        moment.events.append({.secondsBeforeEnd = std::max(parameters.now - event.time, 0.0), .name = event.name});
     }
     return moment;
 }

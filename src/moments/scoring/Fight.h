@@ -11,25 +11,25 @@
 
 namespace quelto {
 
-/// Which game's words a fight's headline uses.
+/// The game whose terms the headline of a fight uses.
 enum class FightStyle { league, dota, wow };
 
-/// Something in a fight that is worth a marker.
+/// An event in a fight that gets a marker in the clip.
 struct FightEvent {
-    /// On the clock of the fight's startTime.
+    /// On the same clock as Fight::startTime.
     double time = 0;
     /// An event key such as "solo_kill".
     QString name;
 };
 
-/// A running fight, as a game's watcher sees it: what happened since its first event. Its points and its headline
-/// follow from that alone, on one scale for all games.
+/// What a game's watcher has counted in one fight so far. The score and the headline depend on these fields only. All
+/// games use the same score scale.
 ///
-/// Units: times in seconds on the watcher's own clock.
+/// Units: times in seconds on the watcher's clock.
 struct Fight {
     FightStyle style = FightStyle::league;
     double startTime = 0;
-    /// Of the latest event that counted; only ever moves forward.
+    /// The time of the latest event that counts. Never decreases.
     double lastTime = 0;
     int kills = 0;
     int soloKills = 0;
@@ -40,42 +40,42 @@ struct Fight {
     bool ace = false;
     bool firstBlood = false;
     bool firstTower = false;
-    /// Objective keys, which are the source texts of their names.
+    /// Objective keys. A key is the source text of the objective's translated name.
     QStringList steals;
     QStringList objectives;
-    /// The lowest share of health seen, 0 to 1.
+    /// The lowest health seen, as a fraction from 0 to 1.
     double minHealth = 1;
     int bonus = 0;
-    /// A watcher's own headline.
+    /// A headline set by the watcher; replaces the computed one.
     std::optional<QString> customLabel;
     QList<FightEvent> events;
 
-    /// Of more markers than a clip could ever show, the oldest go.
+    /// Keeps the newest 1000 markers.
     void addEvent(double time, const QString& name);
-    /// Points, never negative.
+    /// The points; never negative.
     int score() const;
-    /// The headline, in the language of the moment.
+    /// The headline in the current language.
     QString label() const;
-    /// Killed without dying, with hardly any health left.
+    /// The player got a kill without dying, at 15 % health or less.
     bool survivedLowHP() const;
 };
 
-/// How a fight becomes a moment.
-struct Sealing {
+/// The data that sealed() needs in addition to the fight.
+struct SealParameters {
     /// The game's display name.
     QString game;
-    /// When the fight is sealed, on its own clock.
+    /// The time at which the fight is sealed, on the same clock as Fight::startTime.
     double now = 0;
-    /// The player's character, shown behind the headline; empty for none.
+    /// The player's character, appended to the headline; empty for none.
     QString character;
-    /// The clip's length, where the watcher knows better than the fight's span.
+    /// The clip length; computed from the span of the fight if not set.
     std::optional<int> seconds;
 };
 
-/// The moment that the fight was; nothing if it was worth too little.
-std::optional<Moment> sealed(const Fight& fight, const Sealing& sealing);
+/// The moment for a finished fight; nothing if its score is below the lowest tier.
+std::optional<Moment> sealed(const Fight& fight, const SealParameters& parameters);
 
-/// The line that tells of the latest moment: tier, headline, points.
+/// The text shown for the latest moment: tier, headline, points.
 QString momentLine(const Moment& moment);
 
 } // namespace quelto

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// The display names under which the games appear in moments, in clip names and in the settings' switches.
+/// The display names of the games in moments, clip names and settings.
 namespace quelto::gameNames {
 
 inline const QString leagueOfLegends = QStringLiteral("League of Legends");

@@ -10,21 +10,21 @@ namespace quelto {
 
 /// A named marker inside a clip.
 struct MomentEvent {
-    /// Units: seconds between the marker and the instant at which the moment was reported; never negative.
+    /// Units: seconds from the marker to the time at which the moment is reported; never negative.
     double secondsBeforeEnd = 0;
     /// An event key such as "solo_kill".
     QString name;
 };
 
-/// The request for an automatic clip.
+/// A request for an automatic clip.
 struct Moment {
     /// The game's display name.
     QString game;
     ClipTier tier = ClipTier::basic;
     int score = 0;
-    /// The headline, already translated.
+    /// The translated headline.
     QString label;
-    /// The clip's wanted length.
+    /// Units: the requested clip length in seconds.
     int seconds = 0;
     QList<MomentEvent> events;
 };

@@ -12,40 +12,41 @@ namespace quelto {
 
 namespace {
 
-/// Where Steam keeps itself, below the home folder that the way of packaging gives it.
+/// Possible Steam folders, relative to the home folder that Steam sees.
 constexpr std::array SteamFolders{".steam/steam", ".steam/root", ".local/share/Steam", ".steam/debian-installation"};
-/// The home folders that Steam may see, below the real one. A Flatpak's data folder has a name of its own as well.
+/// The home folders that Steam may see, relative to the real one. A Flatpak can also reach its data folder by another
+/// path, FlatpakData.
 constexpr std::array PackagedHomes{".", ".var/app/com.valvesoftware.Steam", "snap/steam/common"};
 constexpr auto FlatpakData = ".var/app/com.valvesoftware.Steam/data/Steam";
 
-/// Far more than a list of folders ever takes.
-constexpr qint64 LargestList = 1024 * 1024;
+/// Units: bytes. Far more than any list of folders needs.
+constexpr qint64 MaxListSize = 1024 * 1024;
 
 QStringList possibleSteamFolders(const QString& homeFolder)
 {
     const QDir home(homeFolder);
     QStringList folders;
     for (const auto* packagedHome : PackagedHomes) {
-        const QDir steamsHome(home.filePath(QString::fromLatin1(packagedHome)));
+        const QDir steamHome(home.filePath(QString::fromLatin1(packagedHome)));
         for (const auto* folder : SteamFolders) {
-            folders.append(steamsHome.filePath(QString::fromLatin1(folder)));
+            folders.append(steamHome.filePath(QString::fromLatin1(folder)));
         }
     }
     return folders << home.filePath(QString::fromLatin1(FlatpakData));
 }
 
-QStringList librariesKnownTo(const QString& steamFolder)
+QStringList listedLibraries(const QString& steamFolder)
 {
     QFile file(steamFolder + QStringLiteral("/steamapps/libraryfolders.vdf"));
-    // Anything else by that name, a pipe for one, could keep us waiting.
+    // Opening something else, such as a pipe, could block.
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
         return {};
     }
     static const QRegularExpression pathEntry(QStringLiteral(R"re("path"\s+"([^"]+)")re"));
     QStringList libraries;
-    auto matches = pathEntry.globalMatch(QString::fromUtf8(file.read(LargestList)));
+    auto matches = pathEntry.globalMatch(QString::fromUtf8(file.read(MaxListSize)));
     while (matches.hasNext()) {
-        // The file's format doubles backslashes.
+        // The file format escapes backslashes.
         libraries.append(matches.next().captured(1).replace(QStringLiteral(R"(\\)"), QStringLiteral(R"(\)")));
     }
     return libraries;
@@ -72,7 +73,7 @@ QStringList steamLibraries(const QString& homeFolder)
     QStringList libraries;
     for (const auto& steamFolder : steamFolders) {
         appendFolder(libraries, steamFolder);
-        for (const auto& library : librariesKnownTo(steamFolder)) {
+        for (const auto& library : listedLibraries(steamFolder)) {
             appendFolder(libraries, library);
         }
     }

@@ -5,12 +5,12 @@
 
 namespace quelto {
 
-/// The folders in which Steam keeps games ("steamapps" lies in each): for every Steam found under the home folder, be
-/// it native, Debian's, a Flatpak or a Snap, the Steam folder itself and then the libraries that it knows of, in its
-/// order.
+/// The folders that hold a "steamapps" folder with games. For each Steam installation under the home folder (native,
+/// Debian package, Flatpak, Snap), lists the Steam folder itself, then its libraries in the order of Steam's own list.
 ///
-/// Canonical absolute paths of folders that exist, so that one that is reached over several symbolic links comes once.
-/// Thread: any. Reads the disk anew at each call.
+/// Returns canonical absolute paths of existing folders without duplicates, even if several symbolic links lead to one.
+///
+/// Thread: any. Reads the disk on each call.
 QStringList steamLibraries(const QString& homeFolder);
 
 } // namespace quelto

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/watcher/GameWatcher.h"
 
+#include "base/time/HostClock.h"
 #include "moments/scoring/Fight.h"
 
 namespace quelto {
@@ -19,7 +20,7 @@ GameWatcher::~GameWatcher()
 void GameWatcher::start()
 {
     m_queue.post([this, run = m_run] {
-        m_runOfQueue = run;
+        m_queueRun = run;
         open();
     });
     if (!m_isRunning) {
@@ -40,7 +41,7 @@ void GameWatcher::stop()
     Q_EMIT isRunningChanged();
 }
 
-void GameWatcher::finish()
+void GameWatcher::stopAndWait()
 {
     stop();
     m_queue.sync([] {});
@@ -49,18 +50,23 @@ void GameWatcher::finish()
 void GameWatcher::publish(std::function<void()> task)
 {
     Q_ASSERT(m_queue.isCurrent());
-    m_main.post([this, run = m_runOfQueue, task = std::move(task)] {
+    m_main.post([this, run = m_queueRun, task = std::move(task)] {
         if (run == m_run) {
             task();
         }
     });
 }
 
-void GameWatcher::tell(const Moment& moment)
+void GameWatcher::reportMoment(const Moment& moment)
 {
     m_lastMoment = momentLine(moment);
     Q_EMIT lastMomentChanged();
     Q_EMIT momentDetected(moment);
+}
+
+double GameWatcher::monotonicSeconds()
+{
+    return inSeconds(HostClock::now().time_since_epoch());
 }
 
 } // namespace quelto

@@ -11,11 +11,11 @@
 
 namespace quelto {
 
-/// Follows one game by what the game itself publishes, and tells of its moments. It knows no preference: it scores
-/// everything, and others decide what becomes a clip.
+/// Follows one game through the data that the game publishes, and reports its moments. It reports every moment; the
+/// receiver decides which ones become clips.
 ///
-/// Thread: main, but for open() and close(), which run on the watcher's own queue. A final class stops in its
-/// destructor.
+/// Thread: main, except open() and close(), which run on the watcher's queue. The destructor of a final class must call
+/// stopAndWait().
 class GameWatcher : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged)
@@ -25,9 +25,9 @@ class GameWatcher : public QObject {
 public:
     ~GameWatcher() override;
 
-    /// Harmless while it runs; a part that failed to open is then tried again.
+    /// While the watcher runs, this only retries what could not be opened before.
     void start();
-    /// What the watcher has seen but not yet told is dropped, an open fight among it. Waits for nothing.
+    /// Discards everything that is not published yet, including an open fight. Does not block.
     void stop();
     bool isRunning() const { return m_isRunning; }
     QString lastMoment() const { return m_lastMoment; }
@@ -35,34 +35,39 @@ public:
 Q_SIGNALS:
     void isRunningChanged();
     void lastMomentChanged();
-    /// The lastMoment line of the same moment has been published before.
+    /// Emitted after lastMomentChanged() for the same moment.
     void momentDetected(const quelto::Moment& moment);
     void gameDetected();
 
 protected:
     explicit GameWatcher(const QString& queueName, QObject* parent = nullptr);
 
-    /// On the queue: begins to watch; what is open already stays as it is.
+    /// Starts watching. Must keep what is already open.
+    /// Thread: the watcher's queue.
     virtual void open() = 0;
-    /// On the queue: forgets everything.
+    /// Stops watching and discards all state.
+    /// Thread: the watcher's queue.
     virtual void close() = 0;
-    /// On the main thread: publishes that nothing is followed any more. Nothing is told as ended.
+    /// Resets the published state without reporting that a game has ended.
     virtual void clear() = 0;
 
-    /// Stops and waits until the queue has nothing to do with this object any more.
-    void finish();
-    /// From the queue: runs the task on the main thread, in order, unless the watcher was stopped by then.
+    /// Stops and waits until the queue no longer uses this object.
+    void stopAndWait();
+    /// Runs the task on the main thread, in order, unless the watcher is stopped before.
+    /// Thread: the watcher's queue.
     void publish(std::function<void()> task);
-    /// On the main thread.
-    void tell(const Moment& moment);
+    void reportMoment(const Moment& moment);
+    /// Seconds on the monotonic clock.
+    /// Thread: any.
+    static double monotonicSeconds();
 
 private:
     bool m_isRunning = false;
     QString m_lastMoment;
-    /// Counts stops, so that what is still under way from before is not taken for news.
+    /// The number of stops so far. Tasks published before a stop carry an older number and are discarded.
     std::uint64_t m_run = 0;
-    /// On the queue: the run that it works for.
-    std::uint64_t m_runOfQueue = 0;
+    /// Thread: the watcher's queue. The value of m_run at the latest start.
+    std::uint64_t m_queueRun = 0;
     MainQueue m_main;
     EventLoopQueue m_queue;
 };

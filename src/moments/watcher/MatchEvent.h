@@ -10,7 +10,7 @@
 
 namespace quelto {
 
-/// What a watcher publishes of the match that it follows.
+/// The published state of the match that a watcher follows.
 struct MatchState {
     bool inGame = false;
     /// Display name of the player's champion or hero; may be empty.
@@ -19,15 +19,11 @@ struct MatchState {
     bool operator==(const MatchState&) const = default;
 };
 
-struct GameDetected {
-    bool operator==(const GameDetected&) const = default;
-};
+struct GameDetected { };
 
-struct GameEnded {
-    bool operator==(const GameEnded&) const = default;
-};
+struct GameEnded { };
 
-/// What the rules of a game with matches have to tell, each in the order in which the main thread is to learn it.
+/// One result of a game's rules. A list holds the results in the order in which they are published.
 using MatchEvent = std::variant<MatchState, GameDetected, GameEnded, Moment>;
 using MatchEvents = QList<MatchEvent>;
 

@@ -5,41 +5,41 @@ namespace quelto {
 
 namespace {
 
-template <typename... Each> struct Overloaded : Each... {
-    using Each::operator()...;
+template <typename... Callables> struct Overloaded : Callables... {
+    using Callables::operator()...;
 };
-template <typename... Each> Overloaded(Each...) -> Overloaded<Each...>;
+template <typename... Callables> Overloaded(Callables...) -> Overloaded<Callables...>;
 
 } // namespace
 
-void MatchWatcher::publishEvents(const MatchEvents& news)
+void MatchWatcher::publishEvents(const MatchEvents& events)
 {
-    for (const auto& each : news) {
-        publish([this, each] { take(each); });
+    for (const auto& event : events) {
+        publish([this, event] { apply(event); });
     }
 }
 
 void MatchWatcher::clear()
 {
-    take(MatchState{});
+    apply(MatchState{});
 }
 
-void MatchWatcher::take(const MatchEvent& news)
+void MatchWatcher::apply(const MatchEvent& event)
 {
-    std::visit(Overloaded{[this](const MatchState& state) { take(state); },
+    std::visit(Overloaded{[this](const MatchState& state) { apply(state); },
                           [this](const GameDetected&) { Q_EMIT gameDetected(); },
                           [this](const GameEnded&) { Q_EMIT gameEnded(); },
-                          [this](const Moment& moment) { tell(moment); }},
-               news);
+                          [this](const Moment& moment) { reportMoment(moment); }},
+               event);
 }
 
-void MatchWatcher::take(const MatchState& state)
+void MatchWatcher::apply(const MatchState& state)
 {
-    const auto before = std::exchange(m_state, state);
-    if (before.inGame != state.inGame) {
+    const auto previous = std::exchange(m_state, state);
+    if (previous.inGame != state.inGame) {
         Q_EMIT inGameChanged();
     }
-    if (before.character != state.character) {
+    if (previous.character != state.character) {
         Q_EMIT characterChanged(state.character);
     }
 }

@@ -6,10 +6,10 @@
 
 namespace quelto {
 
-/// A watcher of a game that is played in matches, by one character.
+/// A watcher for a game that is played in matches with one character.
 class MatchWatcher : public GameWatcher {
     Q_OBJECT
-    /// A live match is being followed.
+    /// Whether a live match is being followed.
     Q_PROPERTY(bool inGame READ inGame NOTIFY inGameChanged)
     Q_PROPERTY(QString character READ character NOTIFY characterChanged)
 
@@ -21,19 +21,20 @@ public:
 Q_SIGNALS:
     void inGameChanged();
     void characterChanged(const QString& character);
-    /// May come more than once for a match.
+    /// May be emitted more than once for a match.
     void gameEnded();
 
 protected:
     using GameWatcher::GameWatcher;
 
-    /// From the queue: publishes each in turn.
-    void publishEvents(const MatchEvents& news);
+    /// Publishes the events in order.
+    /// Thread: the watcher's queue.
+    void publishEvents(const MatchEvents& events);
     void clear() override;
 
 private:
-    void take(const MatchState& state);
-    void take(const MatchEvent& news);
+    void apply(const MatchState& state);
+    void apply(const MatchEvent& event);
 
     MatchState m_state;
 };

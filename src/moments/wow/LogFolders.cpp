@@ -13,29 +13,30 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr double SecondsBetweenSearches = 30;
+// Units: seconds.
+constexpr double SearchInterval = 30;
 
 constexpr std::array Flavours{"_retail_", "_classic_", "_classic_era_", "_anniversary_", "_ptr_", "_beta_"};
 
-struct Found {
+struct FileStat {
     FileIdentity identity;
-    mode_t kind = 0;
+    mode_t type = 0;
     std::uint64_t size = 0;
     double modified = 0;
 };
 
-/// What the path leads to, over symbolic links.
-std::optional<Found> find(const fs::path& path)
+/// Follows symbolic links.
+std::optional<FileStat> statFile(const fs::path& path)
 {
-    struct stat found { };
-    if (::stat(path.c_str(), &found) != 0) {
+    struct stat status { };
+    if (::stat(path.c_str(), &status) != 0) {
         return std::nullopt;
     }
-    return Found{.identity = {.device = found.st_dev, .number = found.st_ino},
-                 .kind = found.st_mode & S_IFMT,
-                 .size = static_cast<std::uint64_t>(found.st_size),
-                 .modified =
-                     static_cast<double>(found.st_mtim.tv_sec) + 1e-9 * static_cast<double>(found.st_mtim.tv_nsec)};
+    return FileStat{.identity = {.device = status.st_dev, .inode = status.st_ino},
+                    .type = status.st_mode & S_IFMT,
+                    .size = static_cast<std::uint64_t>(status.st_size),
+                    .modified = static_cast<double>(status.st_mtim.tv_sec) +
+                        1e-9 * static_cast<double>(status.st_mtim.tv_nsec)};
 }
 
 bool isLogName(const fs::path& name)
@@ -52,7 +53,7 @@ LogFolders::LogFolders(fs::path homeFolder)
 
 std::vector<fs::path> LogFolders::existing(double now)
 {
-    if (!m_lastSearch || now - *m_lastSearch >= SecondsBetweenSearches) {
+    if (!m_lastSearch || now - *m_lastSearch >= SearchInterval) {
         m_lastSearch = now;
         m_candidates.clear();
         for (const auto& game : gameFoldersInPrefixes(m_homeFolder)) {
@@ -62,11 +63,12 @@ std::vector<fs::path> LogFolders::existing(double now)
         }
     }
     std::vector<fs::path> folders;
-    std::vector<FileIdentity> seen;
+    std::vector<FileIdentity> identities;
     for (const auto& candidate : m_candidates) {
-        const auto found = find(candidate);
-        if (found && found->kind == S_IFDIR && std::find(seen.begin(), seen.end(), found->identity) == seen.end()) {
-            seen.push_back(found->identity);
+        const auto status = statFile(candidate);
+        if (status && status->type == S_IFDIR &&
+            std::find(identities.begin(), identities.end(), status->identity) == identities.end()) {
+            identities.push_back(status->identity);
             folders.push_back(candidate);
         }
     }
@@ -78,14 +80,17 @@ std::optional<LogFile> newestLog(const std::vector<fs::path>& folders)
     std::optional<LogFile> newest;
     for (const auto& folder : folders) {
         std::error_code error;
-        for (fs::directory_iterator at(folder, error); !error && at != fs::directory_iterator(); at.increment(error)) {
-            if (!isLogName(at->path().filename())) {
+        for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+             entry.increment(error)) {
+            if (!isLogName(entry->path().filename())) {
                 continue;
             }
-            const auto found = find(at->path());
-            if (found && found->kind == S_IFREG && (!newest || found->modified > newest->modified)) {
-                newest = {
-                    .path = at->path(), .identity = found->identity, .size = found->size, .modified = found->modified};
+            const auto status = statFile(entry->path());
+            if (status && status->type == S_IFREG && (!newest || status->modified > newest->modified)) {
+                newest = {.path = entry->path(),
+                          .identity = status->identity,
+                          .size = status->size,
+                          .modified = status->modified};
             }
         }
     }

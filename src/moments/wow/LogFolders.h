@@ -9,32 +9,34 @@
 
 namespace quelto {
 
-/// Which file it is, whatever its name.
+/// Identifies a file independently of its name.
 struct FileIdentity {
     dev_t device = 0;
-    ino_t number = 0;
+    ino_t inode = 0;
 
     bool operator==(const FileIdentity&) const = default;
 };
 
-/// A combat log as it was found.
+/// A combat log and its file attributes.
 struct LogFile {
     std::filesystem::path path;
     FileIdentity identity;
+    /// Units: bytes.
     std::uint64_t size = 0;
-    /// Seconds of the wall clock.
+    /// Units: seconds on the wall clock.
     double modified = 0;
 };
 
-/// The folders into which installed flavours of the game write combat logs.
+/// Finds the folders in which the installed flavours of the game write combat logs.
 ///
-/// Prefixes come and go rarely and are looked for now and then; the folders of the games found in them are looked at
-/// in each call.
+/// Searches for Wine prefixes at most every 30 s, because they rarely change. Checks the folders of the games found
+/// there on each call.
 class LogFolders {
 public:
     explicit LogFolders(std::filesystem::path homeFolder);
 
-    /// Those that exist. now: seconds of the machine's clock.
+    /// The folders that exist.
+    /// Units: now in seconds on the monotonic clock.
     std::vector<std::filesystem::path> existing(double now);
 
 private:
@@ -43,7 +45,7 @@ private:
     std::optional<double> m_lastSearch;
 };
 
-/// Of all combat logs in the folders the one written last. What is no file or cannot be asked is passed over.
+/// The combat log in the folders that was written last. Skips everything that is not a regular file or cannot be read.
 std::optional<LogFile> newestLog(const std::vector<std::filesystem::path>& folders);
 
 } // namespace quelto

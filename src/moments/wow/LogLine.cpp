@@ -7,15 +7,15 @@ namespace quelto {
 
 namespace {
 
-// A unit's flags: who it belongs to, what it is, how it stands to the player.
+// A unit's flags: affiliation, reaction to the player, controller and type.
 constexpr quint32 PlayerSelf = 0x401;
 constexpr quint32 EnemyPlayer = 0x440;
 
-// Far above any key there will be, and low enough for points to be counted in an int.
-constexpr int HighestKeystone = 1000;
+// Far above any real keystone level, and low enough for the points to fit an int.
+constexpr int MaxKeystoneLevel = 1000;
 
-/// All of the text as a number; nothing for signs, blanks or letters around it.
-template <typename Number> std::optional<Number> number(const QString& text, int base = 10)
+/// Parses the whole text as a number; returns nothing if it has any other character.
+template <typename Number> std::optional<Number> parseNumber(const QString& text, int base = 10)
 {
     const auto bytes = text.toUtf8();
     Number value{};
@@ -23,10 +23,10 @@ template <typename Number> std::optional<Number> number(const QString& text, int
     return error == std::errc() && end == bytes.cend() ? std::optional(value) : std::nullopt;
 }
 
-bool hasFlags(QString field, quint32 wanted)
+bool hasFlags(QString field, quint32 mask)
 {
-    const auto flags = number<quint32>(field.remove(QStringLiteral("0x")), 16);
-    return flags && (*flags & wanted) == wanted;
+    const auto flags = parseNumber<quint32>(field.remove(QStringLiteral("0x")), 16);
+    return flags && (*flags & mask) == mask;
 }
 
 std::optional<LogEvent> partyKill(const QStringList& fields)
@@ -50,7 +50,7 @@ std::optional<LogEvent> encounterEnd(const QStringList& fields)
     if (fields.size() < 6 || fields[5] != QStringLiteral("1")) {
         return std::nullopt;
     }
-    return BossKill{.name = fields[2], .difficulty = number<int>(fields[3])};
+    return BossKill{.name = fields[2], .difficulty = parseNumber<int>(fields[3])};
 }
 
 std::optional<LogEvent> challengeModeEnd(const QStringList& fields)
@@ -58,9 +58,9 @@ std::optional<LogEvent> challengeModeEnd(const QStringList& fields)
     if (fields.size() < 4 || fields[2] != QStringLiteral("1")) {
         return std::nullopt;
     }
-    const auto level = number<int>(fields[3]);
-    return level && *level >= 0 && *level <= HighestKeystone ? std::optional<LogEvent>(KeystoneRun{*level})
-                                                             : std::nullopt;
+    const auto level = parseNumber<int>(fields[3]);
+    return level && *level >= 0 && *level <= MaxKeystoneLevel ? std::optional<LogEvent>(KeystoneRun{*level})
+                                                              : std::nullopt;
 }
 
 } // namespace
@@ -86,11 +86,11 @@ QStringList logFields(QStringView text)
 std::optional<LogEvent> logEvent(QByteArrayView line)
 {
     const auto text = QString::fromUtf8(line);
-    const auto stampEnd = text.indexOf(QStringLiteral("  "));
-    if (stampEnd < 0) {
+    const auto timestampEnd = text.indexOf(QStringLiteral("  "));
+    if (timestampEnd < 0) {
         return std::nullopt;
     }
-    const auto fields = logFields(QStringView(text).mid(stampEnd + 2));
+    const auto fields = logFields(QStringView(text).mid(timestampEnd + 2));
     const auto& event = fields.first();
     if (event == QStringLiteral("PARTY_KILL")) {
         return partyKill(fields);

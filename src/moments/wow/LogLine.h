@@ -12,7 +12,7 @@
 
 namespace quelto {
 
-/// The events of a combat log that are read at all; a line without any of these words is the bulk.
+/// The names of the events that are read. Most lines of a log contain none of them.
 inline constexpr std::array<std::string_view, 4> LogEventWords{"PARTY_KILL", "UNIT_DIED", "ENCOUNTER_END",
                                                                "CHALLENGE_MODE_END"};
 
@@ -28,7 +28,7 @@ struct PlayerDeath {
 
 struct BossKill {
     QString name;
-    /// The game's number of the difficulty; nothing if the log has none that can be read.
+    /// The game's number for the difficulty; nothing if it is missing or invalid.
     std::optional<int> difficulty;
 
     bool operator==(const BossKill&) const = default;
@@ -43,12 +43,12 @@ struct KeystoneRun {
 
 using LogEvent = std::variant<PlayerKill, PlayerDeath, BossKill, KeystoneRun>;
 
-/// What stands behind the time stamp, at each comma outside quotes. The quotes are dropped; the last field is trimmed.
+/// Splits the text after the time stamp at each comma outside quotes. Removes the quotes and trims the last field.
 QStringList logFields(QStringView text);
 
-/// What the line tells, if it is about the player and worth something. The line may still have its carriage return;
-/// bytes that are no UTF-8 are replaced. The time stamp, up to the first two blanks, is not looked at: its form
-/// differs from one version of the game to the next.
+/// The event in the line, if it is relevant and concerns the player. The line may end with a carriage return. Invalid
+/// UTF-8 is replaced. Ignores the time stamp, which ends at the first two spaces: its format depends on the version of
+/// the game.
 std::optional<LogEvent> logEvent(QByteArrayView line);
 
 } // namespace quelto

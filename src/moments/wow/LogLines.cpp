@@ -16,7 +16,7 @@ constexpr std::size_t shortestWord()
     return shortest;
 }
 
-// The search looks at the last two bytes of a window of this length and skips by what they say.
+// The search compares the last two bytes of a window of this length to decide how far it can skip.
 constexpr std::size_t Window = shortestWord();
 
 constexpr std::size_t pair(char first, char second)
@@ -24,7 +24,8 @@ constexpr std::size_t pair(char first, char second)
     return static_cast<std::size_t>(static_cast<unsigned char>(first)) << 8 | static_cast<unsigned char>(second);
 }
 
-/// By the last two bytes of the window: how far the nearest place is at which a word could begin. 0 means here.
+/// Maps the last two bytes of the window to the distance to the next possible start of a word. 0 means that a word may
+/// start at the window.
 constexpr auto skips()
 {
     std::array<std::uint8_t, 1 << 16> skips{};
@@ -46,7 +47,7 @@ bool isWordAt(const char* at, const char* end)
     return std::any_of(LogEventWords.begin(), LogEventWords.end(), [&](auto word) { return rest.starts_with(word); });
 }
 
-/// The first of the words, or the end. One pass, most of which skips eight bytes at a time.
+/// The start of the first word, or the end. A single pass; most steps skip eight bytes.
 const char* firstWord(const char* at, const char* end)
 {
     while (static_cast<std::size_t>(end - at) >= Window) {
@@ -67,8 +68,8 @@ const char* lineFeed(const char* begin, const char* end)
     return static_cast<const char*>(std::memchr(begin, '\n', static_cast<std::size_t>(end - begin)));
 }
 
-/// Behind the last line feed, which is where the incomplete line begins; the begin if there is none.
-const char* behindLastLineFeed(const char* begin, const char* end)
+/// The position after the last line feed, or begin if there is none.
+const char* afterLastLineFeed(const char* begin, const char* end)
 {
     const auto* found = static_cast<const char*>(memrchr(begin, '\n', static_cast<std::size_t>(end - begin)));
     return found != nullptr ? found + 1 : begin;
@@ -83,47 +84,47 @@ void LogLines::take(QByteArrayView block, const OnLine& onLine)
     }
     const auto* at = block.begin();
     const auto* const end = block.end();
-    if (m_held > 0 || m_isTooLong) {
+    if (m_partialSize > 0 || m_isTooLong) {
         const auto* const feed = lineFeed(at, end);
-        hold({at, feed != nullptr ? feed : end});
+        appendPartial({at, feed != nullptr ? feed : end});
         if (feed == nullptr) {
             return;
         }
-        const QByteArrayView line(m_partial.data(), static_cast<qsizetype>(m_held));
+        const QByteArrayView line(m_partial.data(), static_cast<qsizetype>(m_partialSize));
         if (!m_isTooLong && firstWord(line.begin(), line.end()) != line.end()) {
             onLine(line);
         }
         clear();
         at = feed + 1;
     }
-    const auto* const rest = behindLastLineFeed(at, end);
+    const auto* const rest = afterLastLineFeed(at, end);
     for (const auto* word = firstWord(at, rest); word != rest; word = firstWord(at, rest)) {
-        const auto* const begin = behindLastLineFeed(at, word);
+        const auto* const begin = afterLastLineFeed(at, word);
         const auto* const feed = lineFeed(word, rest);
-        if (static_cast<std::size_t>(feed - begin) < LongestLogLine) {
+        if (static_cast<std::size_t>(feed - begin) < MaxLineSize) {
             onLine({begin, feed});
         }
         at = feed + 1;
     }
-    hold({rest, end});
+    appendPartial({rest, end});
 }
 
 void LogLines::clear()
 {
-    m_held = 0;
+    m_partialSize = 0;
     m_isTooLong = false;
 }
 
-void LogLines::hold(QByteArrayView part)
+void LogLines::appendPartial(QByteArrayView part)
 {
     const auto size = static_cast<std::size_t>(part.size());
-    if (m_isTooLong || m_held + size >= LongestLogLine) {
+    if (m_isTooLong || m_partialSize + size >= MaxLineSize) {
         m_isTooLong = true;
-        m_held = 0;
+        m_partialSize = 0;
         return;
     }
-    std::copy(part.begin(), part.end(), m_partial.begin() + static_cast<std::ptrdiff_t>(m_held));
-    m_held += size;
+    std::copy(part.begin(), part.end(), m_partial.begin() + static_cast<std::ptrdiff_t>(m_partialSize));
+    m_partialSize += size;
 }
 
 } // namespace quelto

@@ -10,29 +10,30 @@
 
 namespace quelto {
 
-/// Cuts a growing combat log into lines and picks those that may tell of an event, by nothing but a search for the
-/// events' words: the bulk of a log is never cut, copied or decoded.
+/// Splits a growing combat log into lines and selects those that contain the name of an event. It searches for the
+/// names directly, so most of a log is never split, copied or decoded.
 ///
-/// What it picks does not depend on where the log was cut into blocks. It holds a line that is not complete, and no
-/// more: a line of LongestLogLine bytes or more is passed over, however long it gets.
+/// The result does not depend on how the log is divided into blocks. Buffers at most one incomplete line; skips lines
+/// of MaxLineSize bytes or more.
 class LogLines {
 public:
-    static constexpr std::size_t LongestLogLine = 4096;
+    /// Units: bytes.
+    static constexpr std::size_t MaxLineSize = 4096;
 
-    /// A line without its line feed; valid during the call.
+    /// Receives a line without its line feed. The view is valid during the call only.
     using OnLine = std::function<void(QByteArrayView line)>;
 
-    /// Goes on with the log's next bytes and hands out the lines that they complete, in order.
+    /// Adds the next bytes of the log. Calls onLine for each selected line that they complete, in order.
     void take(QByteArrayView block, const OnLine& onLine);
-    /// Forgets the beginning of a line that is held.
+    /// Discards the buffered incomplete line.
     void clear();
 
 private:
-    void hold(QByteArrayView part);
+    void appendPartial(QByteArrayView part);
 
-    std::array<char, LongestLogLine> m_partial;
-    std::size_t m_held = 0;
-    /// The line at hand is to be passed over up to its end.
+    std::array<char, MaxLineSize> m_partial;
+    std::size_t m_partialSize = 0;
+    /// Whether the rest of the current line is to be skipped.
     bool m_isTooLong = false;
 };
 

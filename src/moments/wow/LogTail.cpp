@@ -12,24 +12,25 @@ namespace quelto {
 
 namespace {
 
-constexpr double FreshSeconds = 5;
-constexpr std::uint64_t SmallBytes = 64'000;
+// An unknown log that is younger and smaller than this counts as just created. Units: seconds, bytes.
+constexpr double NewLogAge = 5;
+constexpr std::uint64_t NewLogSize = 64'000;
 
-// Small enough to stay in the processor's cache between the read and the search.
-constexpr std::size_t BlockBytes = 128 * 1024;
+// Small enough to stay in the CPU cache between the read and the search.
+constexpr std::size_t BlockSize = 128 * 1024;
 
-constexpr auto ItsEnd = std::numeric_limits<std::uint64_t>::max();
+constexpr auto EndOfFile = std::numeric_limits<std::uint64_t>::max();
 
 bool hasIdentity(int file, const FileIdentity& identity)
 {
-    struct stat found { };
-    return ::fstat(file, &found) == 0 && FileIdentity{.device = found.st_dev, .number = found.st_ino} == identity;
+    struct stat status { };
+    return ::fstat(file, &status) == 0 && FileIdentity{.device = status.st_dev, .inode = status.st_ino} == identity;
 }
 
 bool isDeleted(int file)
 {
-    struct stat found { };
-    return ::fstat(file, &found) == 0 && found.st_nlink == 0;
+    struct stat status { };
+    return ::fstat(file, &status) == 0 && status.st_nlink == 0;
 }
 
 } // namespace
@@ -46,8 +47,8 @@ LogTail::Descriptor::~Descriptor()
     }
 }
 
-LogTail::Followed::Followed(const LogFile& log)
-    // Not to wait, should there be a pipe in its place by now.
+LogTail::OpenLog::OpenLog(const LogFile& log)
+    // O_NONBLOCK, because a pipe may have replaced the file since it was found.
     : file(::open(log.path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK))
     , identity(log.identity)
 {
@@ -62,19 +63,19 @@ LogTail::~LogTail() = default;
 
 void LogTail::follow(const LogFile& log, double age)
 {
-    m_block.resize(BlockBytes);
-    if (m_followed.empty() || m_followed.front().identity != log.identity) {
-        if (!m_followed.empty()) {
-            // The old one's last lines may have been written since it was last looked at.
-            readUpTo(m_followed.front(), ItsEnd);
+    m_block.resize(BlockSize);
+    if (m_logs.empty() || m_logs.front().identity != log.identity) {
+        if (!m_logs.empty()) {
+            // The game may have appended lines to the old log since the last call.
+            readUpTo(m_logs.front(), EndOfFile);
         }
-        if (!turnTo(log, age)) {
+        if (!switchTo(log, age)) {
             return;
         }
     }
-    notePlace(log);
-    forgetDeleted();
-    auto& current = m_followed.front();
+    rememberPath(log);
+    closeDeleted();
+    auto& current = m_logs.front();
     if (log.size < current.offset) {
         current.offset = 0;
         current.lines.clear();
@@ -84,85 +85,85 @@ void LogTail::follow(const LogFile& log, double age)
 
 void LogTail::close()
 {
-    m_followed.clear();
-    m_places.clear();
+    m_logs.clear();
+    m_paths.clear();
     m_block = {};
 }
 
-bool LogTail::isKnownPlace(const std::filesystem::path& path) const
+bool LogTail::isKnownPath(const std::filesystem::path& path) const
 {
-    return std::any_of(m_places.begin(), m_places.end(), [&](const auto& place) { return place.path == path; });
+    return std::any_of(m_paths.begin(), m_paths.end(), [&](const auto& known) { return known.path == path; });
 }
 
-bool LogTail::turnTo(const LogFile& log, double age)
+bool LogTail::switchTo(const LogFile& log, double age)
 {
-    const auto known = std::find_if(m_followed.begin(), m_followed.end(),
-                                    [&](const auto& each) { return each.identity == log.identity; });
-    if (known != m_followed.end()) {
-        m_followed.splice(m_followed.begin(), m_followed, known);
+    const auto known = std::find_if(m_logs.begin(), m_logs.end(),
+                                    [&](const auto& openLog) { return openLog.identity == log.identity; });
+    if (known != m_logs.end()) {
+        m_logs.splice(m_logs.begin(), m_logs, known);
         return true;
     }
-    std::list<Followed> opened;
+    std::list<OpenLog> opened;
     auto& next = opened.emplace_back(log);
     if (!hasIdentity(next.file.number(), log.identity)) {
         return false;
     }
-    const bool isJustBegun = age < FreshSeconds && log.size < SmallBytes;
-    next.offset = isKnownPlace(log.path) || isJustBegun ? 0 : log.size;
-    m_followed.splice(m_followed.begin(), opened);
-    if (m_followed.size() > MostKnown) {
-        forgetOldest();
+    const bool isNew = age < NewLogAge && log.size < NewLogSize;
+    next.offset = isKnownPath(log.path) || isNew ? 0 : log.size;
+    m_logs.splice(m_logs.begin(), opened);
+    if (m_logs.size() > MaxKnownLogs) {
+        closeOldest();
     }
     return true;
 }
 
-void LogTail::forgetDeleted()
+void LogTail::closeDeleted()
 {
-    // Held open, they would go on taking up the disk. Their places stay known.
-    for (auto at = std::next(m_followed.begin()); at != m_followed.end();) {
-        if (isDeleted(at->file.number())) {
-            readUpTo(*at, ItsEnd);
-            at = m_followed.erase(at);
+    // An open deleted file still uses disk space. Its path stays known.
+    for (auto log = std::next(m_logs.begin()); log != m_logs.end();) {
+        if (isDeleted(log->file.number())) {
+            readUpTo(*log, EndOfFile);
+            log = m_logs.erase(log);
         } else {
-            ++at;
+            ++log;
         }
     }
 }
 
-void LogTail::forgetOldest()
+void LogTail::closeOldest()
 {
-    // With its places, or it would be taken for a new log there and be read twice.
-    m_places.remove_if([&](const auto& place) { return place.identity == m_followed.back().identity; });
-    m_followed.pop_back();
+    // Also forgets its paths. Otherwise the log would count as a new log at a known path and be read again.
+    m_paths.remove_if([&](const auto& known) { return known.identity == m_logs.back().identity; });
+    m_logs.pop_back();
 }
 
-void LogTail::notePlace(const LogFile& log)
+void LogTail::rememberPath(const LogFile& log)
 {
-    const auto known =
-        std::find_if(m_places.begin(), m_places.end(), [&](const auto& place) { return place.path == log.path; });
-    if (known != m_places.end()) {
-        known->identity = log.identity;
-        m_places.splice(m_places.begin(), m_places, known);
+    const auto found =
+        std::find_if(m_paths.begin(), m_paths.end(), [&](const auto& known) { return known.path == log.path; });
+    if (found != m_paths.end()) {
+        found->identity = log.identity;
+        m_paths.splice(m_paths.begin(), m_paths, found);
         return;
     }
-    m_places.push_front({.path = log.path, .identity = log.identity});
-    if (m_places.size() > MostKnown) {
-        m_places.pop_back();
+    m_paths.push_front({.path = log.path, .identity = log.identity});
+    if (m_paths.size() > MaxKnownLogs) {
+        m_paths.pop_back();
     }
 }
 
-void LogTail::readUpTo(Followed& log, std::uint64_t end)
+void LogTail::readUpTo(OpenLog& log, std::uint64_t end)
 {
-    auto left = end > log.offset ? std::min(end - log.offset, MostBytesAtOnce) : 0;
-    while (left > 0) {
-        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, m_block.size()));
-        const auto count = ::pread(log.file.number(), m_block.data(), wanted, static_cast<off_t>(log.offset));
+    auto remaining = end > log.offset ? std::min(end - log.offset, MaxBytesPerRead) : 0;
+    while (remaining > 0) {
+        const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(remaining, m_block.size()));
+        const auto count = ::pread(log.file.number(), m_block.data(), size, static_cast<off_t>(log.offset));
         if (count <= 0) {
             return;
         }
         log.lines.take({m_block.data(), count}, m_onLine);
         log.offset += static_cast<std::uint64_t>(count);
-        left -= static_cast<std::uint64_t>(count);
+        remaining -= static_cast<std::uint64_t>(count);
     }
 }
 

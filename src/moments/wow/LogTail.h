@@ -8,27 +8,31 @@
 
 namespace quelto {
 
-/// Reads what is added to a combat log, also when it is truncated, replaced, or when another one takes its place.
+/// Reads what is appended to a combat log. Handles logs that are truncated, replaced, renamed, or superseded by another
+/// log.
 ///
-/// Errors: a log that cannot be opened or read is tried again at the next call; there is no message.
-/// Owns: the logs that it has read lately stay open, so that the system gives their identity to no other file.
+/// Errors: retries a log that cannot be opened or read at the next call, without a message.
+/// Owns: keeps the latest logs open, so that the system cannot give their identity to another file.
 class LogTail {
 public:
-    static constexpr std::uint64_t MostBytesAtOnce = 33'554'432;
-    /// How many logs it knows, and how many places. The one followed longest ago is forgotten.
-    static constexpr std::size_t MostKnown = 16;
+    /// Units: bytes read in one call.
+    static constexpr std::uint64_t MaxBytesPerRead = 33'554'432;
+    /// The number of logs, and of paths, that are remembered. The least recently followed ones are dropped.
+    static constexpr std::size_t MaxKnownLogs = 16;
 
     explicit LogTail(LogLines::OnLine onLine);
     ~LogTail();
     LogTail(const LogTail&) = delete;
     LogTail& operator=(const LogTail&) = delete;
 
-    /// Goes on in this log, as it was just found, and reads what is new. age: seconds since it was last written.
+    /// Switches to this log if needed and reads the new bytes. The attributes must be current.
     ///
-    /// What a log holds when it is first met is the past, unless the game has only just begun it. A log in a place
-    /// where another one was read is all new. One that was read before goes on where it was, whatever its name is now.
+    /// The existing content of an unknown log is skipped, unless the game has just created the log. A new log at a
+    /// known path is read from its start. A known log continues where it was, even under a new name.
+    ///
+    /// Units: age in seconds since the last write.
     void follow(const LogFile& log, double age);
-    /// Forgets all logs and places.
+    /// Forgets all logs and paths.
     void close();
 
 private:
@@ -45,8 +49,8 @@ private:
         int m_number;
     };
 
-    struct Followed {
-        explicit Followed(const LogFile& log);
+    struct OpenLog {
+        explicit OpenLog(const LogFile& log);
 
         Descriptor file;
         FileIdentity identity;
@@ -54,25 +58,25 @@ private:
         LogLines lines;
     };
 
-    /// Where a log was read, and which one was the last there.
-    struct Place {
+    /// A path at which a log was read, and the latest log there.
+    struct KnownPath {
         std::filesystem::path path;
         FileIdentity identity;
     };
 
-    bool isKnownPlace(const std::filesystem::path& path) const;
-    /// Makes the log the first of those followed. False if it cannot be opened.
-    bool turnTo(const LogFile& log, double age);
-    void forgetDeleted();
-    void forgetOldest();
-    void notePlace(const LogFile& log);
-    void readUpTo(Followed& log, std::uint64_t end);
+    bool isKnownPath(const std::filesystem::path& path) const;
+    /// Makes the log the current one. Returns false if it cannot be opened.
+    bool switchTo(const LogFile& log, double age);
+    void closeDeleted();
+    void closeOldest();
+    void rememberPath(const LogFile& log);
+    void readUpTo(OpenLog& log, std::uint64_t end);
 
     LogLines::OnLine m_onLine;
     std::vector<char> m_block;
-    /// The one at hand comes first, then by when they were followed last; so do the places.
-    std::list<Followed> m_followed;
-    std::list<Place> m_places;
+    // Most recently followed first. The first log is the current one.
+    std::list<OpenLog> m_logs;
+    std::list<KnownPath> m_paths;
 };
 
 } // namespace quelto

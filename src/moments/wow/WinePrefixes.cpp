@@ -13,12 +13,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Where the tools put prefixes beside each other; some put them one folder deeper.
-constexpr std::array Shelves{".local/share/wineprefixes", ".local/share/bottles/bottles",
-                             ".var/app/com.usebottles.bottles/data/bottles/bottles"};
-constexpr std::array DeepShelves{"Games", "Faugus"};
+// The folders that contain prefixes.
+constexpr std::array PrefixParents{".local/share/wineprefixes", ".local/share/bottles/bottles",
+                                   ".var/app/com.usebottles.bottles/data/bottles/bottles"};
+// The folders that contain prefixes directly or one folder deeper.
+constexpr std::array NestedPrefixParents{"Games", "Faugus"};
 
-constexpr std::array PlacesOnDrive{"Program Files (x86)", "Program Files", ""};
+constexpr std::array GameParents{"Program Files (x86)", "Program Files", ""};
 
 bool isFolder(const fs::path& path)
 {
@@ -26,14 +27,15 @@ bool isFolder(const fs::path& path)
     return fs::is_directory(path, error);
 }
 
-/// In the order of their names; none for a folder that cannot be read.
+/// Sorted by name; empty if the folder cannot be read.
 std::vector<fs::path> foldersIn(const fs::path& folder)
 {
     std::vector<fs::path> folders;
     std::error_code error;
-    for (fs::directory_iterator at(folder, error); !error && at != fs::directory_iterator(); at.increment(error)) {
-        if (isFolder(at->path())) {
-            folders.push_back(at->path());
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        if (isFolder(entry->path())) {
+            folders.push_back(entry->path());
         }
     }
     std::sort(folders.begin(), folders.end());
@@ -44,24 +46,24 @@ class Finder {
 public:
     std::vector<fs::path> found;
 
-    /// Proton's prefixes lie in a folder "pfx" of their own.
-    bool lookInto(const fs::path& prefix)
+    /// Returns whether the folder is a prefix. Proton keeps its prefix in the subfolder "pfx".
+    bool searchPrefix(const fs::path& prefix)
     {
         bool isPrefix = false;
         for (const auto& drive : {prefix / "drive_c", prefix / "pfx" / "drive_c"}) {
             if (isFolder(drive)) {
                 isPrefix = true;
-                lookOnDrive(drive);
+                searchDrive(drive);
             }
         }
         return isPrefix;
     }
 
 private:
-    void lookOnDrive(const fs::path& drive)
+    void searchDrive(const fs::path& drive)
     {
-        for (const auto* place : PlacesOnDrive) {
-            const auto folder = drive / place / "World of Warcraft";
+        for (const auto* parent : GameParents) {
+            const auto folder = drive / parent / "World of Warcraft";
             if (!isFolder(folder)) {
                 continue;
             }
@@ -79,17 +81,17 @@ private:
 std::vector<fs::path> gameFoldersInPrefixes(const fs::path& homeFolder)
 {
     Finder finder;
-    finder.lookInto(homeFolder / ".wine");
-    for (const auto* shelf : Shelves) {
-        for (const auto& folder : foldersIn(homeFolder / shelf)) {
-            finder.lookInto(folder);
+    finder.searchPrefix(homeFolder / ".wine");
+    for (const auto* parent : PrefixParents) {
+        for (const auto& folder : foldersIn(homeFolder / parent)) {
+            finder.searchPrefix(folder);
         }
     }
-    for (const auto* shelf : DeepShelves) {
-        for (const auto& folder : foldersIn(homeFolder / shelf)) {
-            if (!finder.lookInto(folder)) {
-                for (const auto& deeper : foldersIn(folder)) {
-                    finder.lookInto(deeper);
+    for (const auto* parent : NestedPrefixParents) {
+        for (const auto& folder : foldersIn(homeFolder / parent)) {
+            if (!finder.searchPrefix(folder)) {
+                for (const auto& nested : foldersIn(folder)) {
+                    finder.searchPrefix(nested);
                 }
             }
         }
@@ -97,7 +99,7 @@ std::vector<fs::path> gameFoldersInPrefixes(const fs::path& homeFolder)
     for (const auto& library : steamLibraries(QFile::decodeName(homeFolder.c_str()))) {
         for (const auto& folder :
              foldersIn(fs::path(QFile::encodeName(library).toStdString()) / "steamapps/compatdata")) {
-            finder.lookInto(folder);
+            finder.searchPrefix(folder);
         }
     }
     return std::move(finder.found);

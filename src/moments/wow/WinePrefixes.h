@@ -6,11 +6,12 @@
 
 namespace quelto {
 
-/// The folders "World of Warcraft" in the usual places of every Wine prefix under the home folder, whichever tool made
-/// the prefix: plain Wine, Lutris, Steam's Proton, Bottles or Faugus.
+/// The "World of Warcraft" folders in the usual locations of all Wine prefixes under the home folder, created by Wine,
+/// Lutris, Steam's Proton, Bottles or Faugus.
 ///
-/// Canonical paths of folders that exist, so that one that is reached over several symbolic links comes once.
-/// Thread: any. Reads the disk anew at each call, which may take milliseconds where there are many prefixes.
+/// Returns canonical paths of existing folders without duplicates, even if several symbolic links lead to one.
+///
+/// Thread: any. Reads the disk on each call, which can take milliseconds with many prefixes.
 std::vector<std::filesystem::path> gameFoldersInPrefixes(const std::filesystem::path& homeFolder);
 
 } // namespace quelto

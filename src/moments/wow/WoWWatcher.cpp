@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/wow/WoWWatcher.h"
 
-#include "base/time/HostClock.h"
 #include "moments/scoring/GameNames.h"
 
 #include <QFile>
@@ -10,16 +9,11 @@ namespace quelto {
 
 namespace {
 
-constexpr std::chrono::seconds TickLength{1};
+constexpr std::chrono::seconds TickInterval{1};
 constexpr double ActiveSeconds = 90;
 
-// Nobody achieves this in a second, but a file can hold anything, and each moment asks for a clip.
-constexpr int MostMomentsInTick = 20;
-
-double machineSeconds()
-{
-    return inSeconds(HostClock::now().time_since_epoch());
-}
+// Bounds the number of requested clips if a file has unrealistic content.
+constexpr int MaxMomentsPerTick = 20;
 
 double wallSeconds()
 {
@@ -33,7 +27,7 @@ WoWWatcher::WoWWatcher(const QString& homeFolder, QObject* parent)
     , m_folders(QFile::encodeName(homeFolder).toStdString())
     , m_tail([this](QByteArrayView line) {
         if (const auto event = logEvent(line)) {
-            tellAll(m_fights.take(*event, m_readingTime));
+            publishMoments(m_fights.take(*event, m_readTime));
         }
     })
 {
@@ -41,7 +35,7 @@ WoWWatcher::WoWWatcher(const QString& homeFolder, QObject* parent)
 
 WoWWatcher::~WoWWatcher()
 {
-    finish();
+    stopAndWait();
 }
 
 QString WoWWatcher::gameName()
@@ -55,10 +49,10 @@ void WoWWatcher::open()
         return;
     }
     m_timer = std::make_unique<QTimer>();
-    // Leaves the system free to wake us together with others.
+    // Lets the system combine this timer's wake-ups with others.
     m_timer->setTimerType(Qt::CoarseTimer);
     m_timer->callOnTimeout([this] { tick(); });
-    m_timer->start(TickLength);
+    m_timer->start(TickInterval);
     tick();
 }
 
@@ -67,8 +61,8 @@ void WoWWatcher::close()
     m_timer.reset();
     m_tail.close();
     m_fights.discard();
-    m_toldLogFound.reset();
-    m_toldActive = false;
+    m_publishedLogFound.reset();
+    m_publishedActive = false;
     m_lastWrite = 0;
 }
 
@@ -80,32 +74,32 @@ void WoWWatcher::clear()
 void WoWWatcher::tick()
 {
     m_momentsInTick = 0;
-    const auto folders = m_folders.existing(machineSeconds());
-    tellLogFound(!folders.empty());
+    const auto folders = m_folders.existing(monotonicSeconds());
+    publishLogFound(!folders.empty());
     const auto log = newestLog(folders);
-    // A log that was deleted counts on as the one written last, until it is long ago.
+    // After the log is deleted, its last write still counts.
     m_lastWrite = log ? log->modified : m_lastWrite;
     const auto age = wallSeconds() - m_lastWrite;
-    tellActive(age < ActiveSeconds);
+    publishActive(age < ActiveSeconds);
     if (log) {
-        // Not before: slow disks may have taken their time over the folders.
-        m_readingTime = machineSeconds();
+        // Measured again, because searching the folders may take long on a slow disk.
+        m_readTime = monotonicSeconds();
         m_tail.follow(*log, age);
     }
-    tellAll(m_fights.tick(machineSeconds()));
+    publishMoments(m_fights.tick(monotonicSeconds()));
 }
 
-void WoWWatcher::tellLogFound(bool logFound)
+void WoWWatcher::publishLogFound(bool logFound)
 {
-    if (m_toldLogFound != logFound) {
-        m_toldLogFound = logFound;
+    if (m_publishedLogFound != logFound) {
+        m_publishedLogFound = logFound;
         publish([this, logFound] { setLogFound(logFound); });
     }
 }
 
-void WoWWatcher::tellActive(bool active)
+void WoWWatcher::publishActive(bool active)
 {
-    if (std::exchange(m_toldActive, active) == active) {
+    if (std::exchange(m_publishedActive, active) == active) {
         return;
     }
     publish([this, active] {
@@ -116,13 +110,13 @@ void WoWWatcher::tellActive(bool active)
     });
 }
 
-void WoWWatcher::tellAll(const QList<Moment>& moments)
+void WoWWatcher::publishMoments(const QList<Moment>& moments)
 {
     for (const auto& moment : moments) {
-        if (++m_momentsInTick > MostMomentsInTick) {
+        if (++m_momentsInTick > MaxMomentsPerTick) {
             return;
         }
-        publish([this, moment] { tell(moment); });
+        publish([this, moment] { reportMoment(moment); });
     }
 }
 

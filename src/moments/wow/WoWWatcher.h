@@ -14,15 +14,15 @@
 
 namespace quelto {
 
-/// Follows World of Warcraft by the combat log that the game writes once the player has turned that on in the game.
-/// There are no matches and no character here: the game is active or it is not.
+/// Follows World of Warcraft through the combat log, which the player must enable in the game. There are no matches and
+/// no character; the game is either active or not.
 ///
 /// Thread: main.
 class WoWWatcher final : public GameWatcher {
     Q_OBJECT
-    /// There is a folder into which the game would write its log. Stays as it is while the watcher is stopped.
+    /// Whether a folder for combat logs exists. Keeps its value while the watcher is stopped.
     Q_PROPERTY(bool logFound READ logFound NOTIFY logFoundChanged)
-    /// The newest log was written to in the last minute and a half.
+    /// Whether the newest log was written in the last 90 s.
     Q_PROPERTY(bool active READ active NOTIFY activeChanged)
 
 public:
@@ -43,27 +43,27 @@ private:
     void close() override;
     void clear() override;
     void tick();
-    void tellLogFound(bool logFound);
-    void tellActive(bool active);
-    void tellAll(const QList<Moment>& moments);
+    void publishLogFound(bool logFound);
+    void publishActive(bool active);
+    void publishMoments(const QList<Moment>& moments);
     void setLogFound(bool logFound);
     void setActive(bool active);
 
     bool m_logFound = false;
     bool m_active = false;
 
-    // On the queue.
+    // Used on the watcher's queue only.
     std::unique_ptr<QTimer> m_timer;
     LogFolders m_folders;
     LogTail m_tail;
     WowFights m_fights;
-    /// Of the tick at hand, by the machine's clock.
-    double m_readingTime = 0;
+    /// When the current tick began to read the log. Units: seconds on the monotonic clock.
+    double m_readTime = 0;
     int m_momentsInTick = 0;
-    /// Seconds of the wall clock.
+    /// When the newest log was last written. Units: seconds on the wall clock.
     double m_lastWrite = 0;
-    std::optional<bool> m_toldLogFound;
-    bool m_toldActive = false;
+    std::optional<bool> m_publishedLogFound;
+    bool m_publishedActive = false;
 };
 
 } // namespace quelto

@@ -8,36 +8,36 @@ namespace quelto {
 namespace {
 
 // Units: seconds.
-constexpr double Quiet = 6;
-constexpr double LongOver = 10;
-constexpr double ChainOfKills = 10;
-constexpr double Afterwards = 2;
-constexpr int BossClip = 60;
-constexpr int KeystoneClip = 45;
+constexpr double QuietPeriod = 6;
+constexpr double MaxFightGap = 10;
+constexpr double MaxChainGap = 10;
+constexpr double LeadOut = 2;
+constexpr int BossClipSeconds = 60;
+constexpr int KeystoneClipSeconds = 45;
 
 constexpr int KeystonePoints = 30;
-constexpr int KeystonePointsALevel = 4;
+constexpr int PointsPerKeystoneLevel = 4;
 
-// A file can hold anything; what is counted must fit an int, points included.
-constexpr int MostCounted = 1'000'000;
+// Keeps counters and points within int, whatever the file contains.
+constexpr int MaxCount = 1'000'000;
 
 constexpr int FirstDifficulty = 7;
-// By the game's number of the difficulty, from FirstDifficulty on.
+// Index 0 is FirstDifficulty.
 constexpr std::array BossPoints{15, 30, 10, 10, 10, 10, 10, 35, 60, 110, 15, 10, 10, 10, 10, 10, 30};
 constexpr int LastDifficulty = FirstDifficulty + static_cast<int>(BossPoints.size()) - 1;
-constexpr int PointsOfOtherBosses = 10;
+constexpr int DefaultBossPoints = 10;
 
 int bossPoints(std::optional<int> difficulty)
 {
     if (!difficulty || *difficulty < FirstDifficulty || *difficulty > LastDifficulty) {
-        return PointsOfOtherBosses;
+        return DefaultBossPoints;
     }
     return BossPoints[static_cast<std::size_t>(*difficulty - FirstDifficulty)];
 }
 
-void raise(int& counter)
+void increment(int& counter)
 {
-    counter = std::min(counter + 1, MostCounted);
+    counter = std::min(counter + 1, MaxCount);
 }
 
 } // namespace
@@ -45,14 +45,14 @@ void raise(int& counter)
 QList<Moment> WowFights::take(const LogEvent& event, double now)
 {
     QList<Moment> moments;
-    std::visit([&](const auto& each) { count(each, now, moments); }, event);
+    std::visit([&](const auto& typedEvent) { count(typedEvent, now, moments); }, event);
     return moments;
 }
 
 QList<Moment> WowFights::tick(double now)
 {
     QList<Moment> moments;
-    if (m_fight && now - m_lastChange >= Quiet) {
+    if (m_fight && now - m_lastChange >= QuietPeriod) {
         seal(now, std::nullopt, moments);
     }
     return moments;
@@ -65,7 +65,7 @@ void WowFights::discard()
 
 Fight& WowFights::begin(double now, QList<Moment>& moments)
 {
-    if (m_fight && now - m_lastChange > LongOver) {
+    if (m_fight && now - m_lastChange > MaxFightGap) {
         seal(now, std::nullopt, moments);
     }
     if (!m_fight) {
@@ -74,7 +74,7 @@ Fight& WowFights::begin(double now, QList<Moment>& moments)
     return *m_fight;
 }
 
-void WowFights::markEvent(Fight& fight, const QString& name, double now)
+void WowFights::addMarker(Fight& fight, const QString& name, double now)
 {
     fight.addEvent(now, name);
     fight.lastTime = now;
@@ -84,21 +84,21 @@ void WowFights::markEvent(Fight& fight, const QString& name, double now)
 void WowFights::count(const PlayerKill& /*kill*/, double now, QList<Moment>& moments)
 {
     auto& fight = begin(now, moments);
-    if (now - m_lastKillTime > ChainOfKills) {
+    if (now - m_lastKillTime > MaxChainGap) {
         m_streak = 0;
     }
-    raise(m_streak);
+    increment(m_streak);
     m_lastKillTime = now;
-    raise(fight.kills);
+    increment(fight.kills);
     fight.maxMulti = std::max(fight.maxMulti, m_streak);
-    markEvent(fight, m_streak < 2 ? QStringLiteral("kill") : QStringLiteral("multikill_%1").arg(m_streak), now);
+    addMarker(fight, m_streak < 2 ? QStringLiteral("kill") : QStringLiteral("multikill_%1").arg(m_streak), now);
 }
 
 void WowFights::count(const PlayerDeath& /*death*/, double now, QList<Moment>& /*moments*/)
 {
     if (m_fight) {
-        raise(m_fight->deaths);
-        markEvent(*m_fight, QStringLiteral("my_death"), now);
+        increment(m_fight->deaths);
+        addMarker(*m_fight, QStringLiteral("my_death"), now);
     }
 }
 
@@ -107,22 +107,21 @@ void WowFights::count(const BossKill& kill, double now, QList<Moment>& moments)
     auto& fight = begin(now, moments);
     fight.bonus += bossPoints(kill.difficulty);
     fight.customLabel = QStringLiteral("Boss: ") + kill.name;
-    markEvent(fight, QStringLiteral("boss_kill"), now);
-    seal(now + Afterwards, BossClip, moments);
+    addMarker(fight, QStringLiteral("boss_kill"), now);
+    seal(now + LeadOut, BossClipSeconds, moments);
 }
 
 void WowFights::count(const KeystoneRun& run, double now, QList<Moment>& moments)
 {
     auto& fight = begin(now, moments);
-    fight.bonus += KeystonePoints + KeystonePointsALevel * run.level;
+    fight.bonus += KeystonePoints + PointsPerKeystoneLevel * run.level;
     fight.customLabel = QStringLiteral("Mythic+ ") + QString::number(run.level);
-    markEvent(fight, QStringLiteral("dungeon_complete"), now);
-    seal(now + Afterwards, KeystoneClip, moments);
+    addMarker(fight, QStringLiteral("dungeon_complete"), now);
+    seal(now + LeadOut, KeystoneClipSeconds, moments);
 }
 
 void WowFights::seal(double now, std::optional<int> seconds, QList<Moment>& moments)
 {
-    // Cleared first, so that nothing more can join it.
     const auto fight = *std::exchange(m_fight, std::nullopt);
     if (auto moment = sealed(fight, {.game = gameNames::worldOfWarcraft, .now = now, .seconds = seconds})) {
         moments.append(*std::move(moment));

@@ -10,22 +10,22 @@
 
 namespace quelto {
 
-/// Makes moments of what a combat log tells: fights against players that end when nothing more happens, bosses and
-/// keystone runs that are moments at once.
+/// Detects moments in the events of a combat log. A fight against players ends after a quiet period; a boss kill or a
+/// keystone run gives a moment at once.
 ///
-/// Units: the time is the machine's, in seconds, when the line was read; the log's own stamps play no part.
+/// Units: times in seconds on the monotonic clock, at which a line was read. The time stamps in the log are not used.
 class WowFights {
 public:
     QList<Moment> take(const LogEvent& event, double now);
-    /// To be called again and again: a fight is over once it has been quiet.
+    /// Call regularly. Seals a fight after its quiet period.
     QList<Moment> tick(double now);
-    /// Drops the open fight untold. A chain of kills goes on.
+    /// Discards the open fight. A chain of kills continues.
     void discard();
 
 private:
-    /// The open fight, or a new one if there is none or it is long over.
+    /// Returns the open fight. Starts a new one if there is none or the last change is too old.
     Fight& begin(double now, QList<Moment>& moments);
-    void markEvent(Fight& fight, const QString& name, double now);
+    void addMarker(Fight& fight, const QString& name, double now);
     void count(const PlayerKill& kill, double now, QList<Moment>& moments);
     void count(const PlayerDeath& death, double now, QList<Moment>& moments);
     void count(const BossKill& kill, double now, QList<Moment>& moments);

@@ -12,7 +12,7 @@ namespace {
 
 using InstallState = DotaConfig::InstallState;
 
-const QByteArray AtomicFile = "\"Quelto\"\n"
+const QByteArray ConfigText = "\"Quelto\"\n"
                               "{\n"
                               "    \"uri\"           \"http://127.0.0.1:37231/\"\n"
                               "    \"timeout\"       \"5.0\"\n"
@@ -34,7 +34,7 @@ const char* const Flatpak = ".var/app/com.valvesoftware.Steam/.local/share/Steam
 
 class DotaConfigTest : public testing::Test {
 protected:
-    /// Gives the settings folder.
+    /// Returns the "cfg" folder.
     QString makeGame(const char* library) const
     {
         const auto game = gameIn(library);
@@ -66,13 +66,13 @@ protected:
     const DotaConfig m_config{m_home.path(), 37231};
 };
 
-TEST_F(DotaConfigTest, TextIsWhatTheGameReads)
+TEST_F(DotaConfigTest, WritesFormatOfGame)
 {
-    EXPECT_EQ(m_config.configText().toUtf8(), AtomicFile);
+    EXPECT_EQ(m_config.configText().toUtf8(), ConfigText);
     EXPECT_TRUE(DotaConfig(home(), 4).configText().contains(QStringLiteral("http://127.0.0.1:4/\"")));
 }
 
-TEST_F(DotaConfigTest, IsNotFoundWithoutTheGame)
+TEST_F(DotaConfigTest, NotFoundWithoutGame)
 {
     EXPECT_EQ(m_config.installState(), InstallState::NotFound);
     EXPECT_FALSE(m_config.install());
@@ -81,7 +81,7 @@ TEST_F(DotaConfigTest, IsNotFoundWithoutTheGame)
     EXPECT_FALSE(m_config.install());
 }
 
-TEST_F(DotaConfigTest, NeedsTheGamesProgramsBesideItsSettings)
+TEST_F(DotaConfigTest, NeedsBinFolderBesideCfgFolder)
 {
     QDir().mkpath(gameIn(Native) + QStringLiteral("/dota/cfg"));
     EXPECT_EQ(m_config.installState(), InstallState::NotFound);
@@ -97,11 +97,11 @@ TEST_F(DotaConfigTest, InstallsIntoEveryGame)
     EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     EXPECT_TRUE(m_config.install());
     EXPECT_EQ(m_config.installState(), InstallState::Installed);
-    EXPECT_EQ(content(fileIn(native)), AtomicFile);
-    EXPECT_EQ(content(fileIn(flatpak)), AtomicFile);
+    EXPECT_EQ(content(fileIn(native)), ConfigText);
+    EXPECT_EQ(content(fileIn(flatpak)), ConfigText);
 }
 
-TEST_F(DotaConfigTest, CountsAGameOnceThatTwoLibrariesLeadTo)
+TEST_F(DotaConfigTest, GameLinkedFromTwoLibrariesCountsOnce)
 {
     const auto native = makeGame(Native);
     const auto link = home() + u'/' + QString::fromUtf8(Flatpak) + QStringLiteral("/steamapps/common");
@@ -110,13 +110,13 @@ TEST_F(DotaConfigTest, CountsAGameOnceThatTwoLibrariesLeadTo)
     EXPECT_EQ(m_config.cfgFolders(), QStringList{native});
 }
 
-TEST_F(DotaConfigTest, IsNotInstalledWhereOneByteDiffers)
+TEST_F(DotaConfigTest, NotInstalledIfOneByteDiffers)
 {
     const auto native = makeGame(Native);
     makeGame(Flatpak);
     ASSERT_TRUE(m_config.install());
-    for (const auto& other : {AtomicFile.chopped(1), AtomicFile + '\n', QByteArray(AtomicFile).replace("0.1", "0.2"),
-                              QByteArray(), "\xef\xbb\xbf" + AtomicFile}) {
+    for (const auto& other : {ConfigText.chopped(1), ConfigText + '\n', QByteArray(ConfigText).replace("0.1", "0.2"),
+                              QByteArray(), "\xef\xbb\xbf" + ConfigText}) {
         write(fileIn(native), other);
         EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     }
@@ -124,19 +124,19 @@ TEST_F(DotaConfigTest, IsNotInstalledWhereOneByteDiffers)
     EXPECT_EQ(m_config.installState(), InstallState::Installed);
 }
 
-TEST_F(DotaConfigTest, PassesOverAFolderThatCannotBeWritten)
+TEST_F(DotaConfigTest, SkipsFolderThatCannotBeWritten)
 {
     const auto native = makeGame(Native);
     const auto flatpak = makeGame(Flatpak);
-    // Root may write everywhere, so the subfolder's name is taken instead.
+    // A file blocks the subfolder. Permissions would not work, because root can write everywhere.
     write(native + QStringLiteral("/gamestate_integration"), "in the way");
     EXPECT_TRUE(m_config.install());
-    EXPECT_EQ(content(fileIn(flatpak)), AtomicFile);
+    EXPECT_EQ(content(fileIn(flatpak)), ConfigText);
     EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     EXPECT_EQ(content(native + QStringLiteral("/gamestate_integration")), "in the way");
 }
 
-TEST_F(DotaConfigTest, TouchesNothingElseInTheFolder)
+TEST_F(DotaConfigTest, LeavesOtherFilesInFolderAlone)
 {
     const auto native = makeGame(Native);
     QDir().mkpath(native + QStringLiteral("/gamestate_integration"));

@@ -22,7 +22,7 @@ QStringList texts(std::initializer_list<const char*> list)
     return result;
 }
 
-/// A player whose client posts; state is what the next post tells.
+/// A game client. Tests change the state that the next post sends.
 struct Client {
     DotaState state{.hasMatch = true,
                     .gameState = InProgress,
@@ -30,9 +30,9 @@ struct Client {
                     .teamName = QStringLiteral("radiant")};
     DotaMatch match;
 
-    QStringList post(double now) { return eventText(match.posted(state, now)); }
-    QStringList tick(double now) { return eventText(match.tick(now)); }
-    /// In the match, with the counters counted from; nothing has been scored.
+    QStringList post(double now) { return eventTexts(match.posted(state, now)); }
+    QStringList tick(double now) { return eventTexts(match.tick(now)); }
+    /// Joins the match, which sets the starting values of the counters.
     void join(double now = 100)
     {
         post(now);
@@ -41,25 +41,24 @@ struct Client {
     void win() { state.winTeam = state.teamName; }
 };
 
-struct Scored {
+struct ChangeRow {
     const char* name;
-    /// Happens between the post at 100 and that at 101.
+    /// The change between the posts at 100 and 101.
     std::function<void(DotaState&)> change;
-    /// At the tick at 109, or with the post.
+    /// The expected moment, from the post at 101 or the tick at 109.
     const char* moment;
 };
 
-class DotaChange : public testing::TestWithParam<Scored> { };
+class DotaChange : public testing::TestWithParam<ChangeRow> { };
 
-TEST_P(DotaChange, IsWorth)
+TEST_P(DotaChange, MomentMatchesTable)
 {
     Client client;
     client.join();
     GetParam().change(client.state);
-    auto news = client.post(101) + client.tick(108.9);
-    news += client.tick(109);
-    const auto wanted = QString::fromUtf8(GetParam().moment);
-    EXPECT_EQ(news.join(u'\n'), wanted);
+    auto events = client.post(101) + client.tick(108.9);
+    events += client.tick(109);
+    EXPECT_EQ(events.join(u'\n'), QString::fromUtf8(GetParam().moment));
 }
 
 void win(DotaState& state)
@@ -70,92 +69,93 @@ void win(DotaState& state)
 INSTANTIATE_TEST_SUITE_P(
     Cases, DotaChange,
     testing::Values(
-        Scored{"Nothing", [](DotaState&) {}, ""},
-        Scored{"OneKill", [](DotaState& state) { state.kills = 1; }, "BASIT 10 16s Kill [kill@8]"},
-        Scored{"TwoKillsInOnePost", [](DotaState& state) { state.kills = 2; },
-               "BASIT 28 16s Double Kill [kill@8 multikill_2@8]"},
-        Scored{"ThreeKillsInOnePost", [](DotaState& state) { state.kills = 3; },
-               "ORTA 60 16s Triple Kill [kill@8 multikill_2@8 multikill_3@8]"},
-        Scored{"FourKillsInOnePost", [](DotaState& state) { state.kills = 4; },
-               "EFSANE 100 16s Ultra Kill [kill@8 multikill_2@8 multikill_3@8 multikill_4@8]"},
-        Scored{"FiveKillsInOnePost", [](DotaState& state) { state.kills = 5; },
-               "EFSANE 170 16s RAMPAGE [kill@8 multikill_2@8 multikill_3@8 multikill_4@8 multikill_5@8]"},
-        Scored{"SixKillsPayForFiveAtATime", [](DotaState& state) { state.kills = 6; },
-               "EFSANE 180 16s RAMPAGE [kill@8 multikill_2@8 multikill_3@8 multikill_4@8 multikill_5@8 multikill_6@8]"},
-        Scored{"ADeathAndAnAssist",
-               [](DotaState& state) {
-                   state.deaths = 1;
-                   state.assists = 1;
-               },
-               ""},
-        Scored{"AKillWithADeath",
-               [](DotaState& state) {
-                   state.kills = 1;
-                   state.deaths = 1;
-               },
-               ""},
-        Scored{"ThreeAssists", [](DotaState& state) { state.assists = 3; }, "BASIT 9 16s 3 Asist []"},
-        Scored{"TwoAssists", [](DotaState& state) { state.assists = 2; }, ""},
-        Scored{"SeveralDeathsAreOneMarker",
-               [](DotaState& state) {
-                   state.kills = 3;
-                   state.deaths = 3;
-               },
-               "ORTA 36 16s Triple Kill [kill@8 multikill_2@8 multikill_3@8 my_death@8]"},
-        Scored{"TheAegis", [](DotaState& state) { state.hasAegis = true; }, "BASIT 25 16s Aegis [objective_Aegis@8]"},
-        Scored{"AWinWithoutKills", win, "ORTA 30 15s Zafer [victory@2]"},
-        Scored{"ALoss", [](DotaState& state) { state.winTeam = QStringLiteral("dire"); }, ""},
-        Scored{"NobodyHasWon", [](DotaState& state) { state.winTeam = QStringLiteral("none"); }, ""},
-        Scored{"AWinOfNobody",
-               [](DotaState& state) {
-                   state.teamName = QStringLiteral("none");
-                   state.winTeam = QStringLiteral("none");
-               },
-               ""},
-        Scored{"AllAtOnceInTheOrderTold",
-               [](DotaState& state) {
-                   state.kills = 1;
-                   state.deaths = 1;
-                   state.assists = 1;
-                   state.hasAegis = true;
-                   win(state);
-               },
-               "ORTA 60 15s Kill [kill@2 my_death@2 objective_Aegis@2 victory@2]"},
-        Scored{"AKillWithTheLastOfTheHealth",
-               [](DotaState& state) {
-                   state.kills = 1;
-                   state.healthPercent = 15;
-               },
-               "ORTA 30 16s Kıl Payı Kill [kill@8]"},
-        Scored{"AKillWithALittleMore",
-               [](DotaState& state) {
-                   state.kills = 1;
-                   state.healthPercent = 16;
-               },
-               "BASIT 10 16s Kill [kill@8]"},
-        Scored{"AHeroAtZeroIsNotSampled",
-               [](DotaState& state) {
-                   state.kills = 1;
-                   state.healthPercent = 0;
-               },
-               "BASIT 10 16s Kill [kill@8]"},
-        Scored{"ADeadHeroIsNotSampled",
-               [](DotaState& state) {
-                   state.kills = 1;
-                   state.isHeroAlive = false;
-                   state.healthPercent = 5;
-               },
-               "BASIT 10 16s Kill [kill@8]"},
-        Scored{"ALivingHeroIsSampled",
-               [](DotaState& state) {
-                   state.kills = 1;
-                   state.isHeroAlive = true;
-                   state.healthPercent = 5;
-               },
-               "ORTA 30 16s Kıl Payı Kill [kill@8]"}),
-    [](const auto& each) { return std::string(each.param.name); });
+        ChangeRow{"Nothing", [](DotaState&) {}, ""},
+        ChangeRow{"OneKill", [](DotaState& state) { state.kills = 1; }, "BASIT 10 16s Kill [kill@8]"},
+        ChangeRow{"TwoKillsInOnePost", [](DotaState& state) { state.kills = 2; },
+                  "BASIT 28 16s Double Kill [kill@8 multikill_2@8]"},
+        ChangeRow{"ThreeKillsInOnePost", [](DotaState& state) { state.kills = 3; },
+                  "ORTA 60 16s Triple Kill [kill@8 multikill_2@8 multikill_3@8]"},
+        ChangeRow{"FourKillsInOnePost", [](DotaState& state) { state.kills = 4; },
+                  "EFSANE 100 16s Ultra Kill [kill@8 multikill_2@8 multikill_3@8 multikill_4@8]"},
+        ChangeRow{"FiveKillsInOnePost", [](DotaState& state) { state.kills = 5; },
+                  "EFSANE 170 16s RAMPAGE [kill@8 multikill_2@8 multikill_3@8 multikill_4@8 multikill_5@8]"},
+        ChangeRow{
+            "SixKillsScoreLikeFive", [](DotaState& state) { state.kills = 6; },
+            "EFSANE 180 16s RAMPAGE [kill@8 multikill_2@8 multikill_3@8 multikill_4@8 multikill_5@8 multikill_6@8]"},
+        ChangeRow{"DeathAndAssist",
+                  [](DotaState& state) {
+                      state.deaths = 1;
+                      state.assists = 1;
+                  },
+                  ""},
+        ChangeRow{"KillWithDeath",
+                  [](DotaState& state) {
+                      state.kills = 1;
+                      state.deaths = 1;
+                  },
+                  ""},
+        ChangeRow{"ThreeAssists", [](DotaState& state) { state.assists = 3; }, "BASIT 9 16s 3 Asist []"},
+        ChangeRow{"TwoAssists", [](DotaState& state) { state.assists = 2; }, ""},
+        ChangeRow{"SeveralDeathsGiveOneMarker",
+                  [](DotaState& state) {
+                      state.kills = 3;
+                      state.deaths = 3;
+                  },
+                  "ORTA 36 16s Triple Kill [kill@8 multikill_2@8 multikill_3@8 my_death@8]"},
+        ChangeRow{"Aegis", [](DotaState& state) { state.hasAegis = true; }, "BASIT 25 16s Aegis [objective_Aegis@8]"},
+        ChangeRow{"WinWithoutKills", win, "ORTA 30 15s Zafer [victory@2]"},
+        ChangeRow{"Loss", [](DotaState& state) { state.winTeam = QStringLiteral("dire"); }, ""},
+        ChangeRow{"NoWinner", [](DotaState& state) { state.winTeam = QStringLiteral("none"); }, ""},
+        ChangeRow{"TeamNoneDoesNotWin",
+                  [](DotaState& state) {
+                      state.teamName = QStringLiteral("none");
+                      state.winTeam = QStringLiteral("none");
+                  },
+                  ""},
+        ChangeRow{"AllMarkersInOrder",
+                  [](DotaState& state) {
+                      state.kills = 1;
+                      state.deaths = 1;
+                      state.assists = 1;
+                      state.hasAegis = true;
+                      win(state);
+                  },
+                  "ORTA 60 15s Kill [kill@2 my_death@2 objective_Aegis@2 victory@2]"},
+        ChangeRow{"KillAtHealthLimit",
+                  [](DotaState& state) {
+                      state.kills = 1;
+                      state.healthPercent = 15;
+                  },
+                  "ORTA 30 16s Kıl Payı Kill [kill@8]"},
+        ChangeRow{"KillAboveHealthLimit",
+                  [](DotaState& state) {
+                      state.kills = 1;
+                      state.healthPercent = 16;
+                  },
+                  "BASIT 10 16s Kill [kill@8]"},
+        ChangeRow{"ZeroHealthIsNotSampled",
+                  [](DotaState& state) {
+                      state.kills = 1;
+                      state.healthPercent = 0;
+                  },
+                  "BASIT 10 16s Kill [kill@8]"},
+        ChangeRow{"DeadHeroIsNotSampled",
+                  [](DotaState& state) {
+                      state.kills = 1;
+                      state.isHeroAlive = false;
+                      state.healthPercent = 5;
+                  },
+                  "BASIT 10 16s Kill [kill@8]"},
+        ChangeRow{"LivingHeroIsSampled",
+                  [](DotaState& state) {
+                      state.kills = 1;
+                      state.isHeroAlive = true;
+                      state.healthPercent = 5;
+                  },
+                  "ORTA 30 16s Kıl Payı Kill [kill@8]"}),
+    [](const auto& row) { return std::string(row.param.name); });
 
-TEST(DotaMatch, CountsFromTheFirstPost)
+TEST(DotaMatch, FirstPostSetsStartingValues)
 {
     Client client;
     client.state.kills = 3;
@@ -166,7 +166,7 @@ TEST(DotaMatch, CountsFromTheFirstPost)
     EXPECT_EQ(client.tick(120), QStringList());
 }
 
-TEST(DotaMatch, CountsNothingBeforeTheGameStarts)
+TEST(DotaMatch, IgnoresChangesBeforeGameStarts)
 {
     for (const auto* phase : {"DOTA_GAMERULES_STATE_INIT", "DOTA_GAMERULES_STATE_WAIT_FOR_PLAYERS_TO_LOAD",
                               "DOTA_GAMERULES_STATE_HERO_SELECTION", "DOTA_GAMERULES_STATE_STRATEGY_TIME",
@@ -178,7 +178,7 @@ TEST(DotaMatch, CountsNothingBeforeTheGameStarts)
         client.win();
         EXPECT_EQ(client.post(101), QStringList());
         EXPECT_EQ(client.tick(120), QStringList());
-        // These were counted from, so they are nothing new either.
+        // Those values are the starting values now, so they do not count later either.
         client.state.gameState = InProgress;
         EXPECT_EQ(client.post(121), QStringList());
         EXPECT_EQ(client.tick(130), QStringList());
@@ -202,7 +202,7 @@ TEST(DotaMatch, CountsInEveryLivePhase)
     EXPECT_EQ(client.post(101), texts({"ended", "ORTA 30 15s Zafer [victory@2]"}));
 }
 
-TEST(DotaMatch, ChainsKillsThatAreEighteenSecondsApart)
+TEST(DotaMatch, KillsEighteenSecondsApartChain)
 {
     Client client;
     client.join();
@@ -214,7 +214,7 @@ TEST(DotaMatch, ChainsKillsThatAreEighteenSecondsApart)
     EXPECT_EQ(client.tick(127), texts({"BASIT 28 16s Double Kill [multikill_2@8]"}));
 }
 
-TEST(DotaMatch, BeginsAChainAnewBeyondEighteenSeconds)
+TEST(DotaMatch, KillsFurtherApartStartNewChain)
 {
     Client client;
     client.join();
@@ -226,9 +226,9 @@ TEST(DotaMatch, BeginsAChainAnewBeyondEighteenSeconds)
     EXPECT_EQ(client.tick(127.1), texts({"BASIT 10 16s Kill [kill@8]"}));
 }
 
-TEST(DotaMatch, RunsAChainOnOverTheEndOfAFight)
+TEST(DotaMatch, ChainContinuesAfterFight)
 {
-    // The chain knows what came before; the fight pays for its own largest step.
+    // The chain continues from the previous fight; each fight scores its own largest multikill.
     Client client;
     client.join();
     client.state.kills = 3;
@@ -237,13 +237,13 @@ TEST(DotaMatch, RunsAChainOnOverTheEndOfAFight)
     client.state.kills = 4;
     client.post(115);
     EXPECT_EQ(client.tick(123), texts({"EFSANE 100 16s Ultra Kill [multikill_4@8]"}));
-    // An assist opens a fight without a multikill, however long the chain is.
+    // An assist starts a fight without a multikill, even during a chain.
     client.state.assists = 3;
     client.post(125);
     EXPECT_EQ(client.tick(133), texts({"BASIT 9 16s 3 Asist []"}));
 }
 
-TEST(DotaMatch, JoinsChangesIntoOneFight)
+TEST(DotaMatch, CombinesChangesIntoOneFight)
 {
     Client client;
     client.join();
@@ -258,9 +258,9 @@ TEST(DotaMatch, JoinsChangesIntoOneFight)
     EXPECT_EQ(client.tick(124), texts({"ORTA 31 31s Double Kill [kill@23 multikill_2@15.5]"}));
 }
 
-TEST(DotaMatch, LetsAChangeAfterTwelveSecondsBeginItsOwnFight)
+TEST(DotaMatch, ChangeAfterTwelveSecondsStartsNewFight)
 {
-    // Ticks come late where the machine slept.
+    // There are no ticks between the posts, as after a stall of the machine.
     Client client;
     client.join();
     client.state.kills = 1;
@@ -272,7 +272,7 @@ TEST(DotaMatch, LetsAChangeAfterTwelveSecondsBeginItsOwnFight)
     EXPECT_EQ(client.tick(133.1), texts({"ORTA 60 16s Triple Kill [multikill_3@8]"}));
 }
 
-TEST(DotaMatch, SamplesHealthWithoutAChangeWhileAFightIsOpen)
+TEST(DotaMatch, SamplesHealthOfEveryPostDuringFight)
 {
     Client client;
     client.join();
@@ -288,7 +288,7 @@ TEST(DotaMatch, SamplesHealthWithoutAChangeWhileAFightIsOpen)
     EXPECT_EQ(client.tick(109), texts({"ORTA 30 16s Kıl Payı Kill [kill@8]"}));
 }
 
-TEST(DotaMatch, PaysForTheAegisOnceUntilItIsLost)
+TEST(DotaMatch, AegisCountsOnceUntilLost)
 {
     Client client;
     client.join();
@@ -305,7 +305,7 @@ TEST(DotaMatch, PaysForTheAegisOnceUntilItIsLost)
     EXPECT_EQ(client.tick(140), texts({"BASIT 25 16s Aegis [objective_Aegis@8]"}));
 }
 
-TEST(DotaMatch, PaysForAWinOnceAndAtOnce)
+TEST(DotaMatch, WinCountsOnceAndSealsAtOnce)
 {
     Client client;
     client.join();
@@ -317,7 +317,7 @@ TEST(DotaMatch, PaysForAWinOnceAndAtOnce)
     EXPECT_EQ(client.tick(120), QStringList());
 }
 
-TEST(DotaMatch, TakesACounterThatGoesDownForANewStart)
+TEST(DotaMatch, DecreasedCounterIsNewStartingValue)
 {
     Client client;
     client.state.kills = 9;
@@ -329,7 +329,7 @@ TEST(DotaMatch, TakesACounterThatGoesDownForANewStart)
     EXPECT_EQ(client.tick(110), texts({"BASIT 10 16s Kill [kill@8]"}));
 }
 
-TEST(DotaMatch, ShowsTheHeroOnceItIsKnownAndNamesItInHeadlines)
+TEST(DotaMatch, ReportsHeroWhenKnownAndAddsItToHeadlines)
 {
     Client client;
     EXPECT_EQ(client.post(100), texts({"in game", "detected"}));
@@ -340,7 +340,7 @@ TEST(DotaMatch, ShowsTheHeroOnceItIsKnownAndNamesItInHeadlines)
     EXPECT_EQ(client.tick(110), texts({"BASIT 10 16s Kill (Zeus) [kill@8]"}));
 }
 
-TEST(DotaMatch, EndsOnceAtTheEndOfTheGameAndStaysInGame)
+TEST(DotaMatch, ReportsGameEndOnceAndStaysInGame)
 {
     Client client;
     client.join();
@@ -353,14 +353,14 @@ TEST(DotaMatch, EndsOnceAtTheEndOfTheGameAndStaysInGame)
     EXPECT_EQ(client.post(104), QStringList());
 }
 
-TEST(DotaMatch, TellsTheEndFirstOfAMatchThatIsSeenOnlyThen)
+TEST(DotaMatch, FirstPostAfterGameReportsEndFirst)
 {
     Client client;
     client.state.gameState = PostGame;
     EXPECT_EQ(client.post(100), texts({"ended", "in game", "detected"}));
 }
 
-TEST(DotaMatch, EndsAtTheMenu)
+TEST(DotaMatch, EndsAtMenu)
 {
     Client client;
     client.state.heroName = QStringLiteral("npc_dota_hero_axe");
@@ -370,10 +370,10 @@ TEST(DotaMatch, EndsAtTheMenu)
     EXPECT_EQ(client.post(102), QStringList());
 }
 
-TEST(DotaMatch, KeepsItsCountersAtTheMenu)
+TEST(DotaMatch, KeepsCountersAtMenu)
 {
-    // A player who leaves for the menu and comes back to the same match goes on where the counters were; an open fight
-    // waits for its end as ever, with no hero left to name.
+    // After a return from the menu to the same match, the counters continue. A fight that is open at the menu ends
+    // normally, without a hero in its headline.
     Client client;
     client.state.heroName = QStringLiteral("npc_dota_hero_axe");
     client.join();
@@ -389,23 +389,23 @@ TEST(DotaMatch, KeepsItsCountersAtTheMenu)
     EXPECT_EQ(client.tick(138), texts({"BASIT 10 16s Kill (Axe) [kill@8]"}));
 }
 
-TEST(DotaMatch, TellsTheEndButNotTheBeginningWhereAMatchFollowsUponAnother)
+TEST(DotaMatch, NewMatchIdEndsMatchWithoutDetectingNext)
 {
-    // The game never said that the player left, so the next match is not detected.
+    // The player has not been at the menu, so the next match is not detected.
     Client client;
     client.join();
     client.state.kills = 3;
     client.post(101);
     client.state.matchId = QStringLiteral("2");
     EXPECT_EQ(client.post(102), texts({"ended"}));
-    // The fight went with the match, and counting starts anew.
+    // The open fight is dropped, and counting starts again.
     EXPECT_EQ(client.tick(120), QStringList());
     client.state.kills = 4;
     client.post(121);
     EXPECT_EQ(client.tick(129), texts({"BASIT 10 16s Kill [kill@8]"}));
 }
 
-TEST(DotaMatch, BreaksAChainBetweenMatches)
+TEST(DotaMatch, ChainEndsWithMatch)
 {
     Client client;
     client.join();
@@ -418,7 +418,7 @@ TEST(DotaMatch, BreaksAChainBetweenMatches)
     EXPECT_EQ(client.tick(111), texts({"BASIT 10 16s Kill [kill@8]"}));
 }
 
-TEST(DotaMatch, DoesNotEndWhenAMatchThatIsLoadingGetsItsId)
+TEST(DotaMatch, LoadingMatchDoesNotEndWhenItGetsItsId)
 {
     Client client;
     client.state.matchId = QStringLiteral("0");
@@ -426,14 +426,14 @@ TEST(DotaMatch, DoesNotEndWhenAMatchThatIsLoadingGetsItsId)
     EXPECT_EQ(client.post(100), texts({"in game", "detected"}));
     client.state.matchId = QStringLiteral("7463520011");
     EXPECT_EQ(client.post(101), QStringList());
-    // From a match to the loading of another is an end.
+    // A change from a match to the loading id ends the match.
     client.state.matchId = QStringLiteral("0");
     EXPECT_EQ(client.post(102), texts({"ended"}));
     client.state.matchId = QStringLiteral("7463520012");
     EXPECT_EQ(client.post(103), QStringList());
 }
 
-TEST(DotaMatch, TellsNoEndBetweenMatchesWithTheMenuBetween)
+TEST(DotaMatch, MenuBetweenMatchesGivesNoSecondEnd)
 {
     Client client;
     client.join();
@@ -444,7 +444,7 @@ TEST(DotaMatch, TellsNoEndBetweenMatchesWithTheMenuBetween)
     EXPECT_EQ(client.post(102), texts({"in game", "detected"}));
 }
 
-TEST(DotaMatch, EndsInSilenceOfMoreThanThirtyFiveSeconds)
+TEST(DotaMatch, EndsAfterThirtyFiveSecondsWithoutPost)
 {
     Client client;
     client.join(100);
@@ -452,13 +452,13 @@ TEST(DotaMatch, EndsInSilenceOfMoreThanThirtyFiveSeconds)
     EXPECT_EQ(client.tick(135.1), texts({"not in game", "ended"}));
     EXPECT_EQ(client.tick(136), QStringList());
     EXPECT_FALSE(client.match.needsTick());
-    // Whoever comes back after that is counted from anew.
+    // The next post sets new starting values.
     client.state.kills = 5;
     EXPECT_EQ(client.post(200), texts({"in game", "detected"}));
     EXPECT_EQ(client.tick(210), QStringList());
 }
 
-TEST(DotaMatch, IsKeptUpByPostsThatChangeNothing)
+TEST(DotaMatch, UnchangedPostsKeepMatchOpen)
 {
     Client client;
     client.join(100);
@@ -467,7 +467,7 @@ TEST(DotaMatch, IsKeptUpByPostsThatChangeNothing)
     EXPECT_EQ(client.tick(165.5), texts({"not in game", "ended"}));
 }
 
-TEST(DotaMatch, SealsAFightBeforeItEndsInSilence)
+TEST(DotaMatch, SealsFightBeforePostTimeout)
 {
     Client client;
     client.join();
@@ -476,7 +476,7 @@ TEST(DotaMatch, SealsAFightBeforeItEndsInSilence)
     EXPECT_EQ(client.tick(150), texts({"BASIT 10 57s Kill [kill@49]", "not in game", "ended"}));
 }
 
-TEST(DotaMatch, DropsTheOpenFightWhenItIsReset)
+TEST(DotaMatch, ResetDropsOpenFight)
 {
     Client client;
     client.join();
@@ -490,9 +490,9 @@ TEST(DotaMatch, DropsTheOpenFightWhenItIsReset)
     EXPECT_EQ(client.tick(130), QStringList());
 }
 
-TEST(DotaMatch, StaysBoundedForCountersGoneWild)
+TEST(DotaMatch, InvalidCountersStayBounded)
 {
-    // Up and down with every post, for longer than any match, and never quiet.
+    // The counters go up and down with every post, without a quiet period.
     Client client;
     client.join();
     double now = 101;
@@ -503,13 +503,13 @@ TEST(DotaMatch, StaysBoundedForCountersGoneWild)
         client.state.hasAegis = i % 2 == 0;
         ASSERT_EQ(client.match.posted(client.state, now += 0.001).size(), 0);
     }
-    const auto news = client.match.tick(now + 8);
-    ASSERT_EQ(news.size(), 1);
-    EXPECT_LE(std::get<Moment>(news.first()).events.size(), 1000);
-    EXPECT_GT(std::get<Moment>(news.first()).score, 0);
+    const auto events = client.match.tick(now + 8);
+    ASSERT_EQ(events.size(), 1);
+    EXPECT_LE(std::get<Moment>(events.first()).events.size(), 1000);
+    EXPECT_GT(std::get<Moment>(events.first()).score, 0);
 }
 
-TEST(DotaMatch, NeedsNoTickBeforeThereIsAGame)
+TEST(DotaMatch, NeedsNoTickBeforeGame)
 {
     DotaMatch match;
     EXPECT_FALSE(match.needsTick());

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Whole matches, as the game posts them. A fixture's first line is a whole post; each line after it holds what the next
-// post has otherwise, as a merge patch: an object goes into the object there, null takes a field away. "whole" stands
-// for a post that has nothing of the one before. The table beside it lists what is told, with its time.
+// Replays whole matches, as the game posts them. The first line of a fixture is a complete post. Each further line
+// holds the changes in the next post as a merge patch: an object is merged, null removes a field. "whole" marks a
+// complete post. The ".expected" file next to the fixture lists the resulting events with their times.
 #include "moments/dota/DotaMatch.h"
 
 #include "tests/moments/dota/EventText.h"
@@ -17,7 +17,7 @@
 namespace quelto {
 namespace {
 
-QStringList linesOf(const QString& fileName)
+QStringList readLines(const QString& fileName)
 {
     QFile file(QStringLiteral(QUELTO_DOTA_FIXTURES "/") + fileName);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << fileName.toStdString();
@@ -38,15 +38,15 @@ QJsonObject merged(QJsonObject object, const QJsonObject& patch)
     return object;
 }
 
-/// Hands posts to the rules at their times and ticks at every whole second, as long as a minute after the last post.
+/// Passes the posts to the match at their times, and ticks at every whole second until a minute after the last post.
 class Replay {
 public:
-    QStringList told;
+    QStringList lines;
 
-    void run(const QStringList& lines)
+    void run(const QStringList& recording)
     {
         QJsonObject post;
-        for (const auto& line : lines) {
+        for (const auto& line : recording) {
             const auto entry = QJsonDocument::fromJson(line.toUtf8()).object();
             ASSERT_TRUE(entry.contains(QStringLiteral("at"))) << line.toStdString();
             tickUntil(entry[QStringLiteral("at")].toDouble());
@@ -54,7 +54,7 @@ public:
                                                            : merged(post, entry[QStringLiteral("post")].toObject());
             const auto state = readDotaState(QJsonDocument(post).toJson());
             ASSERT_TRUE(state);
-            note(m_now, m_match.posted(*state, m_now));
+            record(m_now, m_match.posted(*state, m_now));
         }
         tickUntil(m_now + 60);
     }
@@ -64,17 +64,17 @@ private:
     {
         for (double second = std::floor(m_now) + 1; second <= time; ++second) {
             const bool isNeeded = m_match.needsTick();
-            const auto news = m_match.tick(second);
-            EXPECT_TRUE(isNeeded || news.isEmpty());
-            note(second, news);
+            const auto events = m_match.tick(second);
+            EXPECT_TRUE(isNeeded || events.isEmpty());
+            record(second, events);
         }
         m_now = time;
     }
 
-    void note(double time, const MatchEvents& news)
+    void record(double time, const MatchEvents& events)
     {
-        for (const auto& text : eventText(news)) {
-            told.append(QStringLiteral("%1 %2").arg(time).arg(text));
+        for (const auto& text : eventTexts(events)) {
+            lines.append(QStringLiteral("%1 %2").arg(time).arg(text));
         }
     }
 
@@ -84,19 +84,19 @@ private:
 
 class DotaReplay : public testing::TestWithParam<const char*> { };
 
-TEST_P(DotaReplay, TellsWhatItsTableLists)
+TEST_P(DotaReplay, MatchesExpectedTable)
 {
     const auto name = QString::fromUtf8(GetParam());
     Replay replay;
-    replay.run(linesOf(name + QStringLiteral(".jsonl")));
-    EXPECT_EQ(replay.told.join(u'\n').toStdString(),
-              linesOf(name + QStringLiteral(".expected")).join(u'\n').toStdString());
+    replay.run(readLines(name + QStringLiteral(".jsonl")));
+    EXPECT_EQ(replay.lines.join(u'\n').toStdString(),
+              readLines(name + QStringLiteral(".expected")).join(u'\n').toStdString());
 }
 
 INSTANTIATE_TEST_SUITE_P(Matches, DotaReplay,
                          testing::Values("WholeMatch", "StartInMidMatch", "Reconnect", "Abandoned", "Spectating",
                                          "NextMatchInOpenClient", "MenuInBetween"),
-                         [](const auto& each) { return std::string(each.param); });
+                         [](const auto& name) { return std::string(name.param); });
 
 } // namespace
 } // namespace quelto

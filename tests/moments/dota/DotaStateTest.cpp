@@ -13,7 +13,7 @@ DotaState stateFrom(const QByteArray& body)
     return state.value_or(DotaState{});
 }
 
-TEST(DotaState, HoldsWhatThePostTells)
+TEST(DotaState, ReadsPost)
 {
     const auto state = stateFrom(R"({
         "map": {"name": "start", "matchid": "7463520011", "game_state": "DOTA_GAMERULES_STATE_GAME_IN_PROGRESS",
@@ -37,7 +37,7 @@ TEST(DotaState, HoldsWhatThePostTells)
     EXPECT_FALSE(state.isWin());
 }
 
-TEST(DotaState, HasDefaultsForWhatIsNotThere)
+TEST(DotaState, AbsentFieldsHaveDefaults)
 {
     const auto state = stateFrom(R"({"map": {}, "player": {}})");
     EXPECT_TRUE(state.hasMatch);
@@ -47,7 +47,7 @@ TEST(DotaState, HasDefaultsForWhatIsNotThere)
     EXPECT_FALSE(state.isHeroAlive || state.healthPercent || state.hasAegis || state.isWin());
 }
 
-TEST(DotaState, HasNoMatchAtTheMenu)
+TEST(DotaState, HasNoMatchAtMenu)
 {
     for (const auto* body : {R"({"provider": {"name": "Dota 2", "appid": 570}, "player": {}})", R"({"map": {}})", "{}",
                              R"({"map": null, "player": {}})", R"({"map": {}, "player": [1]})",
@@ -56,14 +56,14 @@ TEST(DotaState, HasNoMatchAtTheMenu)
     }
 }
 
-TEST(DotaState, IsNothingForWhatIsNoObject)
+TEST(DotaState, RejectsBodyThatIsNotAnObject)
 {
     for (const auto* body : {"", "[]", "null", "3", "{", R"({"map": {}, "player": {}} x)", "\xff\xfe", "\"map\""}) {
         EXPECT_FALSE(readDotaState(body)) << body;
     }
 }
 
-TEST(DotaState, IsNothingForNestingThatNoGameHas)
+TEST(DotaState, RejectsDeepNesting)
 {
     const auto nested = [](int depth) {
         return R"({"map": {}, "player": {}, "x": )" + QByteArray(depth, '[') + QByteArray(depth, ']') + "}";
@@ -73,7 +73,7 @@ TEST(DotaState, IsNothingForNestingThatNoGameHas)
     EXPECT_FALSE(readDotaState(nested(1'000'000)));
 }
 
-TEST(DotaState, TakesAnyMatchIdByItsText)
+TEST(DotaState, MatchIdIsTextOfAnyValue)
 {
     const std::pair<const char*, const char*> ids[] = {
         {R"("0")", "0"},
@@ -93,7 +93,7 @@ TEST(DotaState, TakesAnyMatchIdByItsText)
     }
 }
 
-TEST(DotaState, TakesNoCounterThatNoMatchHas)
+TEST(DotaState, InvalidCounterCountsAsZero)
 {
     const std::pair<const char*, int> counters[] = {
         {"0", 0},     {"1000", 1000}, {"1001", 0},   {"-1", 0},   {"2000000000", 0},
@@ -104,7 +104,7 @@ TEST(DotaState, TakesNoCounterThatNoMatchHas)
     }
 }
 
-TEST(DotaState, DoesNotReadWhatWasBefore)
+TEST(DotaState, IgnoresPreviousValues)
 {
     const auto state = stateFrom(R"({
         "map": {"matchid": "1"}, "player": {"kills": 2},
@@ -117,7 +117,7 @@ TEST(DotaState, DoesNotReadWhatWasBefore)
     EXPECT_FALSE(state.hasAegis || state.isWin() || state.healthPercent);
 }
 
-TEST(DotaState, HasNoCountersOfItsOwnWhileWatchingOthers)
+TEST(DotaState, SpectatorHasNoCounters)
 {
     const auto state = stateFrom(R"({
         "map": {"matchid": "1", "win_team": "radiant"},
@@ -130,7 +130,7 @@ TEST(DotaState, HasNoCountersOfItsOwnWhileWatchingOthers)
     EXPECT_FALSE(state.hasAegis || state.isWin() || state.healthPercent);
 }
 
-TEST(DotaState, IsAWinForTheOwnTeamOnly)
+TEST(DotaState, IsWinForOwnTeamOnly)
 {
     const std::tuple<const char*, const char*, bool> cases[] = {
         {"radiant", "radiant", true},
@@ -148,7 +148,7 @@ TEST(DotaState, IsAWinForTheOwnTeamOnly)
     }
 }
 
-TEST(DotaState, TakesNoHeroNameThatIsABookOfItsOwn)
+TEST(DotaState, OverlongHeroNameIsIgnored)
 {
     EXPECT_EQ(stateFrom(R"({"map": {}, "player": {}, "hero": {"name": ")" + QByteArray(101, 'x') + R"("}})").heroName,
               QString());

@@ -2,20 +2,20 @@
 #include "moments/dota/DotaWatcher.h"
 
 #include "tests/moments/dota/LoopbackClient.h"
+#include "tests/moments/watcher/WaitFor.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTcpServer>
 #include <QTemporaryDir>
 
-#include <functional>
-
 namespace quelto {
 namespace {
+
+using test::waitFor;
 
 QByteArray matchPost(int kills, const char* winner = "none")
 {
@@ -42,28 +42,22 @@ protected:
     std::unique_ptr<DotaWatcher> makeWatcher()
     {
         auto watcher = std::make_unique<DotaWatcher>(m_home.path(), m_port);
-        auto* from = watcher.get();
-        QObject::connect(from, &DotaWatcher::inGameChanged, from, [this, from] {
-            m_told.append(from->inGame() ? QStringLiteral("in game") : QStringLiteral("not in game"));
+        auto* const sender = watcher.get();
+        QObject::connect(sender, &DotaWatcher::inGameChanged, sender, [this, sender] {
+            m_received.append(sender->inGame() ? QStringLiteral("in game") : QStringLiteral("not in game"));
         });
-        QObject::connect(from, &DotaWatcher::characterChanged, from,
-                         [this](const QString& name) { m_told.append(name); });
-        QObject::connect(from, &DotaWatcher::gameDetected, from, [this] { m_told.append(QStringLiteral("detected")); });
-        QObject::connect(from, &DotaWatcher::gameEnded, from, [this] { m_told.append(QStringLiteral("ended")); });
-        QObject::connect(from, &DotaWatcher::momentDetected, from,
-                         [this](const Moment& moment) { m_told.append(moment.game + u' ' + moment.label); });
+        QObject::connect(sender, &DotaWatcher::characterChanged, sender,
+                         [this](const QString& name) { m_received.append(name); });
+        QObject::connect(sender, &DotaWatcher::gameDetected, sender,
+                         [this] { m_received.append(QStringLiteral("detected")); });
+        QObject::connect(sender, &DotaWatcher::gameEnded, sender,
+                         [this] { m_received.append(QStringLiteral("ended")); });
+        QObject::connect(sender, &DotaWatcher::momentDetected, sender,
+                         [this](const Moment& moment) { m_received.append(moment.game + u' ' + moment.label); });
         return watcher;
     }
-    static bool waitFor(const std::function<bool()>& isTrue, int milliseconds = 10'000)
-    {
-        const QDeadlineTimer deadline(milliseconds);
-        while (!isTrue() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-        }
-        return isTrue();
-    }
-    /// Listening begins on the watcher's own time.
-    bool isListening() const
+    /// Waits until the watcher listens.
+    bool waitUntilListening() const
     {
         return waitFor([this] { return LoopbackClient(m_port).isConnected(); });
     }
@@ -71,78 +65,78 @@ protected:
     {
         LoopbackClient client(m_port);
         ASSERT_TRUE(client.send(postOf(body)));
-        ASSERT_EQ(client.receiveAll(), WholeAnswer);
+        ASSERT_EQ(client.receiveAll(), SuccessResponse);
     }
 
-    int m_count = 0;
-    QCoreApplication m_application{m_count, nullptr};
+    int m_argc = 0;
+    QCoreApplication m_application{m_argc, nullptr};
     QTemporaryDir m_home;
     quint16 m_port = 0;
-    QStringList m_told;
+    QStringList m_received;
 };
 
-TEST_F(DotaWatcherTest, TellsOfAMatchAndItsMoments)
+TEST_F(DotaWatcherTest, ReportsMatchAndMoments)
 {
     const auto watcher = makeWatcher();
     watcher->start();
-    ASSERT_TRUE(isListening());
+    ASSERT_TRUE(waitUntilListening());
     post("no JSON");
     post("[]");
     post(R"({"player": {}})");
     post(matchPost(2));
     post(matchPost(7));
     post(matchPost(7, "dire"));
-    ASSERT_TRUE(waitFor([&] { return m_told.size() >= 4; }));
-    EXPECT_EQ(m_told,
+    ASSERT_TRUE(waitFor([&] { return m_received.size() >= 4; }));
+    EXPECT_EQ(m_received,
               (QStringList{QStringLiteral("in game"), QStringLiteral("Zeus"), QStringLiteral("detected"),
                            QStringLiteral("Dota 2 RAMPAGE (Zeus)")}));
     EXPECT_EQ(watcher->hero(), QStringLiteral("Zeus"));
     EXPECT_EQ(watcher->lastMoment(), QStringLiteral("Efsane • RAMPAGE (Zeus) • 200 puan"));
     post(R"({"player": {}})");
-    ASSERT_TRUE(waitFor([&] { return m_told.size() >= 7; }));
-    EXPECT_EQ(m_told.mid(4), (QStringList{QStringLiteral("not in game"), QString(), QStringLiteral("ended")}));
+    ASSERT_TRUE(waitFor([&] { return m_received.size() >= 7; }));
+    EXPECT_EQ(m_received.mid(4), (QStringList{QStringLiteral("not in game"), QString(), QStringLiteral("ended")}));
 }
 
-TEST_F(DotaWatcherTest, SealsAFightByItselfWhenItHasBeenQuiet)
+TEST_F(DotaWatcherTest, SealsFightAfterQuietPeriodWithoutPosts)
 {
     const auto watcher = makeWatcher();
     watcher->start();
-    ASSERT_TRUE(isListening());
+    ASSERT_TRUE(waitUntilListening());
     post(matchPost(0));
     QElapsedTimer sinceChange;
     sinceChange.start();
     post(matchPost(3));
-    ASSERT_TRUE(waitFor([&] { return m_told.size() >= 4; }, 15'000));
-    EXPECT_EQ(m_told.last(), QStringLiteral("Dota 2 Triple Kill (Zeus)"));
+    ASSERT_TRUE(waitFor([&] { return m_received.size() >= 4; }, std::chrono::seconds(15)));
+    EXPECT_EQ(m_received.last(), QStringLiteral("Dota 2 Triple Kill (Zeus)"));
     EXPECT_GE(sinceChange.elapsed(), 7'900);
 }
 
-TEST_F(DotaWatcherTest, ForgetsTheMatchWhenStoppedAndListensAgainWhenStarted)
+TEST_F(DotaWatcherTest, StopDiscardsMatchAndStartListensAgain)
 {
     const auto watcher = makeWatcher();
     watcher->start();
-    ASSERT_TRUE(isListening());
+    ASSERT_TRUE(waitUntilListening());
     post(matchPost(0));
     post(matchPost(5));
-    ASSERT_TRUE(waitFor([&] { return m_told.size() >= 3; }));
+    ASSERT_TRUE(waitFor([&] { return m_received.size() >= 3; }));
     watcher->stop();
     EXPECT_FALSE(watcher->inGame());
     EXPECT_EQ(watcher->hero(), QString());
-    EXPECT_FALSE(m_told.contains(QStringLiteral("ended")));
-    // Stopping waits for nothing; the port is let go soon after.
+    EXPECT_FALSE(m_received.contains(QStringLiteral("ended")));
+    // stop() does not block; the port is closed soon after.
     EXPECT_TRUE(waitFor([&] { return !LoopbackClient(m_port).isConnected(); }));
 
-    m_told.clear();
+    m_received.clear();
     watcher->start();
-    ASSERT_TRUE(isListening());
+    ASSERT_TRUE(waitUntilListening());
     EXPECT_EQ(watcher->listenerError(), QString());
     post(matchPost(9));
     post(matchPost(9, "dire"));
-    ASSERT_TRUE(waitFor([&] { return m_told.size() >= 4; }));
-    EXPECT_EQ(m_told.last(), QStringLiteral("Dota 2 Zafer (Zeus)"));
+    ASSERT_TRUE(waitFor([&] { return m_received.size() >= 4; }));
+    EXPECT_EQ(m_received.last(), QStringLiteral("Dota 2 Zafer (Zeus)"));
 }
 
-TEST_F(DotaWatcherTest, SaysThatThePortIsTakenUntilAStartFindsItFree)
+TEST_F(DotaWatcherTest, ReportsUsedPortUntilNextSuccessfulStart)
 {
     makeGame();
     QTcpServer other;
@@ -150,7 +144,7 @@ TEST_F(DotaWatcherTest, SaysThatThePortIsTakenUntilAStartFindsItFree)
     const auto watcher = makeWatcher();
     watcher->start();
     ASSERT_TRUE(waitFor([&] { return !watcher->listenerError().isEmpty(); }));
-    // The rest works all the same.
+    // The configuration file is installed all the same.
     EXPECT_EQ(watcher->installState(), DotaWatcher::InstallState::Installed);
     other.close();
     watcher->start();
@@ -159,7 +153,7 @@ TEST_F(DotaWatcherTest, SaysThatThePortIsTakenUntilAStartFindsItFree)
     EXPECT_TRUE(waitFor([&] { return watcher->inGame(); }));
 }
 
-TEST_F(DotaWatcherTest, PutsTheConfigurationRightAtEachStart)
+TEST_F(DotaWatcherTest, InstallsConfigurationAtEachStart)
 {
     const auto file = makeGame();
     const auto watcher = makeWatcher();
@@ -191,7 +185,7 @@ TEST_F(DotaWatcherTest, InstallsOnRequest)
     EXPECT_TRUE(QFile::exists(file));
 }
 
-TEST_F(DotaWatcherTest, ListensWhereTheGameIsToldToPost)
+TEST_F(DotaWatcherTest, UsesExpectedPortAndNames)
 {
     EXPECT_EQ(DotaWatcher::ListeningPort, 37231);
     EXPECT_EQ(DotaWatcher::gameName(), QStringLiteral("Dota 2"));

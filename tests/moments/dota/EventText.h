@@ -7,18 +7,18 @@
 
 namespace quelto {
 
-/// One short line for each piece of news: "in game as Zeus", "in game", "detected", "ended", "not in game", and of a
-/// moment its tier's tag, points, length, headline and markers.
-inline QString eventText(const MatchEvent& news)
+/// A short text for one match event: "in game as Zeus", "in game", "detected", "ended" or "not in game". For a moment,
+/// the tier's tag, points, length, headline and markers.
+inline QString eventText(const MatchEvent& event)
 {
-    if (const auto* state = std::get_if<MatchState>(&news)) {
-        const auto who = state->character.isEmpty() ? QString() : QStringLiteral(" as ") + state->character;
-        return (state->inGame ? QStringLiteral("in game") : QStringLiteral("not in game")) + who;
+    if (const auto* state = std::get_if<MatchState>(&event)) {
+        const auto suffix = state->character.isEmpty() ? QString() : QStringLiteral(" as ") + state->character;
+        return (state->inGame ? QStringLiteral("in game") : QStringLiteral("not in game")) + suffix;
     }
-    if (const auto* moment = std::get_if<Moment>(&news)) {
+    if (const auto* moment = std::get_if<Moment>(&event)) {
         QStringList markers;
-        for (const auto& event : moment->events) {
-            markers.append(QStringLiteral("%1@%2").arg(event.name).arg(event.secondsBeforeEnd));
+        for (const auto& marker : moment->events) {
+            markers.append(QStringLiteral("%1@%2").arg(marker.name).arg(marker.secondsBeforeEnd));
         }
         return QStringLiteral("%1 %2 %3s %4 [%5]")
             .arg(tagOf(moment->tier))
@@ -26,14 +26,14 @@ inline QString eventText(const MatchEvent& news)
             .arg(moment->seconds)
             .arg(moment->label, markers.join(u' '));
     }
-    return std::holds_alternative<GameDetected>(news) ? QStringLiteral("detected") : QStringLiteral("ended");
+    return std::holds_alternative<GameDetected>(event) ? QStringLiteral("detected") : QStringLiteral("ended");
 }
 
-inline QStringList eventText(const MatchEvents& list)
+inline QStringList eventTexts(const MatchEvents& events)
 {
     QStringList texts;
-    for (const auto& news : list) {
-        texts.append(eventText(news));
+    for (const auto& event : events) {
+        texts.append(eventText(event));
     }
     return texts;
 }

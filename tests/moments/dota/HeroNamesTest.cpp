@@ -6,7 +6,7 @@
 namespace quelto {
 namespace {
 
-TEST(HeroNames, AreThoseThatPlayersKnow)
+TEST(HeroNames, MatchDisplayNames)
 {
     const std::pair<const char*, const char*> names[] = {
         {"npc_dota_hero_zuus", "Zeus"},
@@ -34,7 +34,7 @@ TEST(HeroNames, AreThoseThatPlayersKnow)
         {"npc_dota_hero_keeper_of_the_light", "Keeper of the Light"},
         {"npc_dota_hero_sand_king", "Sand King"},
         {"npc_dota_hero_faceless_void", "Faceless Void"},
-        // By their words, for a hero that is new or spelled as one would.
+        // Heroes without a special name get the capitalised words of the internal name.
         {"npc_dota_hero_dark_willow", "Dark Willow"},
         {"npc_dota_hero_axe", "Axe"},
         {"npc_dota_hero__odd__one_", "Odd One"},

@@ -18,72 +18,69 @@ struct Request {
     bool hasOrigin = false;
 };
 
-class HttpPostTable : public testing::TestWithParam<Request> { };
+class HttpPostRequest : public testing::TestWithParam<Request> { };
 
-void expectResult(const HttpPostReader& reader, State state, const Request& wanted)
+void expectResult(const HttpPostReader& reader, State state, const Request& expected)
 {
-    ASSERT_EQ(state, wanted.state);
+    ASSERT_EQ(state, expected.state);
     if (state == State::complete) {
-        EXPECT_EQ(reader.post().body, wanted.body);
-        EXPECT_EQ(reader.post().hasOrigin, wanted.hasOrigin);
+        EXPECT_EQ(reader.post().body, expected.body);
+        EXPECT_EQ(reader.post().hasOrigin, expected.hasOrigin);
     }
 }
 
-TEST_P(HttpPostTable, ReadsTheSameWholeAndByteByByte)
+TEST_P(HttpPostRequest, ResultIsSameWholeAndByteByByte)
 {
     HttpPostReader whole;
     expectResult(whole, whole.add(GetParam().bytes), GetParam());
 
-    HttpPostReader trickled;
+    HttpPostReader bytewise;
     auto state = State::needsMore;
     for (const auto& byte : GetParam().bytes) {
-        state = trickled.add(QByteArrayView(&byte, 1));
+        state = bytewise.add(QByteArrayView(&byte, 1));
     }
-    expectResult(trickled, state, GetParam());
+    expectResult(bytewise, state, GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Cases, HttpPostTable,
+    Cases, HttpPostRequest,
     testing::Values(
         Request{"Post", "POST / HTTP/1.1\r\ncontent-type: application/json\r\nContent-Length: 4\r\n\r\nbody",
                 State::complete, "body"},
         Request{"AnyMethodAndPath", "BREW /pot?x HTCPCP/1.0\r\ncontent-length:2\r\n\r\n{}", State::complete, "{}"},
         Request{"AnyCase", "POST /\r\ncOnTeNt-LeNgTh: 2\r\n\r\n{}", State::complete, "{}"},
-        Request{"NumberWithSpaceAround", "POST /\r\nContent-Length: \t 2 \t\r\n\r\n{}", State::complete, "{}"},
-        Request{"NumberWithASign", "POST /\r\nContent-Length: +2\r\n\r\n{}", State::complete, "{}"},
+        Request{"LengthWithWhiteSpace", "POST /\r\nContent-Length: \t 2 \t\r\n\r\n{}", State::complete, "{}"},
+        Request{"LengthWithPlusSign", "POST /\r\nContent-Length: +2\r\n\r\n{}", State::complete, "{}"},
         Request{"NoLength", "GET / HTTP/1.1\r\nHost: x\r\n\r\nrest", State::complete, ""},
-        Request{"LengthIsNoNumber", "POST /\r\nContent-Length: two\r\n\r\n{}", State::complete, ""},
-        Request{"LengthIsHalfANumber", "POST /\r\nContent-Length: 2 {}\r\n\r\n{}", State::complete, ""},
+        Request{"LengthIsNotANumber", "POST /\r\nContent-Length: two\r\n\r\n{}", State::complete, ""},
+        Request{"LengthHasTrailingText", "POST /\r\nContent-Length: 2 {}\r\n\r\n{}", State::complete, ""},
         Request{"LengthIsEmpty", "POST /\r\nContent-Length:\r\n\r\n{}", State::complete, ""},
         Request{"LengthIsNegative", "POST /\r\nContent-Length: -2\r\n\r\n{}", State::complete, ""},
-        Request{"LengthIsBeyondAnyNumber", "POST /\r\nContent-Length: 99999999999999999999\r\n\r\n{}", State::complete,
-                ""},
-        Request{"LengthIsTheLargestNumber", "POST /\r\nContent-Length: 9223372036854775807\r\n\r\n{}",
-                State::needsMore},
-        Request{"LengthIsTheSmallestNumber", "POST /\r\nContent-Length: -9223372036854775808\r\n\r\n{}",
-                State::complete, ""},
+        Request{"LengthOverflows", "POST /\r\nContent-Length: 99999999999999999999\r\n\r\n{}", State::complete, ""},
+        Request{"LengthIsMaximum", "POST /\r\nContent-Length: 9223372036854775807\r\n\r\n{}", State::needsMore},
+        Request{"LengthIsMinimum", "POST /\r\nContent-Length: -9223372036854775808\r\n\r\n{}", State::complete, ""},
         Request{"FirstLengthCounts", "POST /\r\nContent-Length: 1\r\nContent-Length: 2\r\n\r\n{}", State::complete,
                 "{"},
-        Request{"FirstLengthCountsThoughNoNumber", "POST /\r\nContent-Length: x\r\nContent-Length: 2\r\n\r\n{}",
+        Request{"FirstLengthCountsEvenIfInvalid", "POST /\r\nContent-Length: x\r\nContent-Length: 2\r\n\r\n{}",
                 State::complete, ""},
-        Request{"LengthInTheFirstLine", "content-length: 2\r\n\r\n{}", State::complete, "{}"},
-        Request{"OtherNamesAreNotTheLength", "POST /\r\nX-Content-Length: 2\r\nContent-Lengths: 2\r\n\r\n{}",
+        Request{"LengthInFirstLine", "content-length: 2\r\n\r\n{}", State::complete, "{}"},
+        Request{"SimilarHeaderNamesAreIgnored", "POST /\r\nX-Content-Length: 2\r\nContent-Lengths: 2\r\n\r\n{}",
                 State::complete, ""},
-        Request{"LineFeedsAloneAreNoEnd", "POST /\nContent-Length: 2\n\n{}", State::needsMore},
-        Request{"EmptyHeader", "\r\n\r\nrest", State::complete, ""}, Request{"NothingYet", "", State::needsMore},
-        Request{"HeaderNotComplete", "POST / HTTP/1.1\r\nContent-Length: 2\r\n\r", State::needsMore},
-        Request{"BodyNotComplete", "POST /\r\nContent-Length: 3\r\n\r\n{}", State::needsMore},
-        Request{"BytesThatAreNoText", "POST /\xff\xc3\r\nX: \xf0\x9f\r\nContent-Length: 2\r\n\r\n\xff\xfe",
-                State::complete, "\xff\xfe"},
-        Request{"FirstOfTwo", "POST /\r\nContent-Length: 2\r\n\r\n{}POST /\r\nContent-Length: 2\r\n\r\n[]",
+        Request{"LineFeedsAloneDoNotEndHeader", "POST /\nContent-Length: 2\n\n{}", State::needsMore},
+        Request{"EmptyHeader", "\r\n\r\nrest", State::complete, ""}, Request{"NoData", "", State::needsMore},
+        Request{"IncompleteHeader", "POST / HTTP/1.1\r\nContent-Length: 2\r\n\r", State::needsMore},
+        Request{"IncompleteBody", "POST /\r\nContent-Length: 3\r\n\r\n{}", State::needsMore},
+        Request{"InvalidUtf8", "POST /\xff\xc3\r\nX: \xf0\x9f\r\nContent-Length: 2\r\n\r\n\xff\xfe", State::complete,
+                "\xff\xfe"},
+        Request{"FirstOfTwoRequests", "POST /\r\nContent-Length: 2\r\n\r\n{}POST /\r\nContent-Length: 2\r\n\r\n[]",
                 State::complete, "{}"},
-        Request{"FromAWebPage", "POST /\r\norigin: https://example.org\r\nContent-Length: 2\r\n\r\n{}", State::complete,
+        Request{"FromWebPage", "POST /\r\norigin: https://example.org\r\nContent-Length: 2\r\n\r\n{}", State::complete,
                 "{}", true},
-        Request{"FromAWebPageWithoutAnAddress", "POST /\r\nContent-Length: 2\r\nOrigin: null\r\n\r\n{}",
-                State::complete, "{}", true},
-        Request{"OriginInTheBodyOnly", "POST /\r\nContent-Length: 11\r\n\r\n\r\norigin: x", State::complete,
+        Request{"FromWebPageWithNullOrigin", "POST /\r\nContent-Length: 2\r\nOrigin: null\r\n\r\n{}", State::complete,
+                "{}", true},
+        Request{"OriginInBodyOnly", "POST /\r\nContent-Length: 11\r\n\r\n\r\norigin: x", State::complete,
                 "\r\norigin: x"}),
-    [](const auto& each) { return std::string(each.param.name); });
+    [](const auto& request) { return std::string(request.param.name); });
 
 QByteArray requestOfSize(qsizetype size)
 {
@@ -97,29 +94,29 @@ QByteArray requestOfSize(qsizetype size)
     return {};
 }
 
-TEST(HttpPostReader, TakesARequestOfTheLargestSizeAndNoneBeyond)
+TEST(HttpPostReader, AcceptsRequestsUpToMaximumSize)
 {
     HttpPostReader reader;
-    EXPECT_EQ(reader.add(requestOfSize(HttpPostReader::LargestRequest)), State::complete);
+    EXPECT_EQ(reader.add(requestOfSize(HttpPostReader::MaxRequestSize)), State::complete);
     HttpPostReader other;
-    const auto larger = requestOfSize(HttpPostReader::LargestRequest + 1);
+    const auto larger = requestOfSize(HttpPostReader::MaxRequestSize + 1);
     EXPECT_EQ(other.add(QByteArrayView(larger).chopped(1)), State::needsMore);
     EXPECT_EQ(other.add(QByteArrayView(larger).last(1)), State::tooLarge);
     HttpPostReader whole;
     EXPECT_EQ(whole.add(larger), State::tooLarge);
 }
 
-TEST(HttpPostReader, GivesUpAHeaderWithoutAnEnd)
+TEST(HttpPostReader, RejectsHeaderWithoutEnd)
 {
     HttpPostReader reader;
-    EXPECT_EQ(reader.add(QByteArray(HttpPostReader::LargestRequest, 'x')), State::needsMore);
+    EXPECT_EQ(reader.add(QByteArray(HttpPostReader::MaxRequestSize, 'x')), State::needsMore);
     EXPECT_EQ(reader.add("\r\n\r\n"), State::tooLarge);
     EXPECT_EQ(reader.add("x"), State::tooLarge);
 }
 
-TEST(HttpPostReader, KeepsToALargeHeaderThatTricklesIn)
+TEST(HttpPostReader, ReadsLargeHeaderByteByByteInLinearTime)
 {
-    // Were the beginning searched again at each byte, this would take minutes.
+    // Searching the whole header again for each byte would take minutes.
     HttpPostReader reader;
     const auto header = QByteArray("POST /\r\nX: ") + QByteArray(1'000'000, '\r') + "\r\nContent-Length: 1\r\n\r\n!";
     const auto start = std::chrono::steady_clock::now();
@@ -133,7 +130,7 @@ TEST(HttpPostReader, KeepsToALargeHeaderThatTricklesIn)
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
-TEST(HttpPostReader, ReadsALargeHeaderOfEmptyLinesOnce)
+TEST(HttpPostReader, ReadsLargeHeaderWithManyLines)
 {
     HttpPostReader reader;
     QByteArray header;

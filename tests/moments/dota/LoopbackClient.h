@@ -12,7 +12,7 @@
 
 namespace quelto {
 
-/// A plain blocking connection, so that tests decide about each packet. Sends what it is told even when nobody reads.
+/// A blocking connection, so that a test controls each packet.
 class LoopbackClient {
 public:
     explicit LoopbackClient(quint16 port, const char* host = "127.0.0.1")
@@ -42,7 +42,7 @@ public:
 
     bool isConnected() const { return m_isConnected; }
 
-    /// False once the other side has closed.
+    /// Returns false once the server has closed the connection.
     bool send(QByteArrayView bytes)
     {
         while (!bytes.isEmpty()) {
@@ -56,13 +56,13 @@ public:
     }
     void endSending() { shutdown(m_socket, SHUT_WR); }
 
-    /// Something came, or the other side closed.
+    /// Whether data arrived or the server closed the connection.
     bool hasData(int milliseconds) const
     {
-        pollfd one{.fd = m_socket, .events = POLLIN};
-        return poll(&one, 1, milliseconds) > 0;
+        pollfd descriptor{.fd = m_socket, .events = POLLIN};
+        return poll(&descriptor, 1, milliseconds) > 0;
     }
-    /// All that comes until the other side closes; what came so far if that takes longer than ten seconds.
+    /// Reads until the server closes the connection, or until no data arrives for ten seconds.
     QByteArray receiveAll()
     {
         QByteArray all;
@@ -85,14 +85,14 @@ private:
     bool m_hasClosed = false;
 };
 
-inline QByteArray postOf(const QByteArray& body, const QByteArray& moreHeader = {})
+inline QByteArray postOf(const QByteArray& body, const QByteArray& extraHeaders = {})
 {
     return "POST / HTTP/1.1\r\nuser-agent: Valve/Steam HTTP Client 1.0 (570)\r\nHost: 127.0.0.1:37231\r\n" +
-        moreHeader + "content-type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) +
+        extraHeaders + "content-type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) +
         "\r\n\r\n" + body;
 }
 
-inline const QByteArray WholeAnswer =
+inline const QByteArray SuccessResponse =
     "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
 
 } // namespace quelto

@@ -20,7 +20,7 @@ LeagueEvent readEvent(const QByteArray& fields)
     return data.events.value(0);
 }
 
-TEST(LeagueData, ReadsWhatTheClientSends)
+TEST(LeagueData, ReadsClientData)
 {
     const auto data = readLeagueData(R"({
         "activePlayer": {"abilities": {"Q": {"abilityLevel": 3}}, "championStats": {"abilityPower": 12.5,
@@ -67,7 +67,7 @@ TEST(LeagueData, ReadsWhatTheClientSends)
     EXPECT_EQ(data->events[5].victim, QStringLiteral("Çınar"));
 }
 
-TEST(LeagueData, WithoutTheGameTimeThereAreNone)
+TEST(LeagueData, RejectsBodyWithoutGameTime)
 {
     for (const auto* body :
          {"", "7", "[]", "{}", R"({"gameData":{}})", R"({"gameData":[{"gameTime":1}]})", R"({"gameTime":1})",
@@ -80,7 +80,7 @@ TEST(LeagueData, WithoutTheGameTimeThereAreNone)
     EXPECT_EQ(readLeagueData(R"({"gameData":{"gameTime":-0.5}})").value().gameTime, -0.5);
 }
 
-TEST(LeagueData, AnythingElseOfAWrongTypeCountsAsAbsent)
+TEST(LeagueData, SectionOfWrongTypeCountsAsAbsent)
 {
     for (const auto* wrong : {"7", "1.5", "true", "null", R"("text")", "[]", R"(["a",1,{}])", "{}", R"({"a":1})"}) {
         for (const auto* key : {"activePlayer", "allPlayers", "events"}) {
@@ -96,7 +96,7 @@ TEST(LeagueData, AnythingElseOfAWrongTypeCountsAsAbsent)
     }
 }
 
-TEST(LeagueData, AnEventsFieldOfAWrongTypeCountsAsAbsent)
+TEST(LeagueData, EventFieldOfWrongTypeCountsAsAbsent)
 {
     for (const auto* wrong : {"7.5", "true", "null", "[]", R"([null,1,{},[]])", "{}"}) {
         const auto value = QByteArray(wrong);
@@ -115,7 +115,7 @@ TEST(LeagueData, AnEventsFieldOfAWrongTypeCountsAsAbsent)
     }
 }
 
-TEST(LeagueData, APlayersFieldOfAWrongTypeCountsAsAbsent)
+TEST(LeagueData, PlayerFieldOfWrongTypeCountsAsAbsent)
 {
     const auto data = read(R"("allPlayers":[7,"x",null,[],{"riotId":1,"riotIdGameName":[],"summonerName":{},"team":2,
                               "championName":null},{"summonerName":"Ufuk"}])");
@@ -126,20 +126,20 @@ TEST(LeagueData, APlayersFieldOfAWrongTypeCountsAsAbsent)
     EXPECT_EQ(data.players[1].names[2], QStringLiteral("Ufuk"));
 }
 
-TEST(LeagueData, HealthIsNumbersOnly)
+TEST(LeagueData, HealthMustBeNumber)
 {
     const auto data = read(R"("activePlayer":{"championStats":{"currentHealth":"640","maxHealth":1280}})");
     EXPECT_EQ(data.currentHealth, std::nullopt);
     EXPECT_EQ(data.maxHealth, 1280);
 }
 
-TEST(LeagueData, WhoeverSpectatesIsNobody)
+TEST(LeagueData, SpectatorHasNoNames)
 {
     const auto data = read(R"("activePlayer":{"error":"Spectator mode doesn't currently support this feature"})");
     EXPECT_EQ(data.activePlayer, LeagueNames());
 }
 
-TEST(LeagueData, AnEventWithoutAWholeNumberAsItsIdIsSkippedAlone)
+TEST(LeagueData, SkipsOnlyEventsWithoutIntegerId)
 {
     const auto data = read(R"("events":{"Events":[{"EventName":"A"},{"EventID":"1"},{"EventID":1.5},{"EventID":null},
                               {"EventID":1e99},7,null,{"EventID":-3},{"EventID":4.0},{"EventID":4}]})");
@@ -150,7 +150,7 @@ TEST(LeagueData, AnEventWithoutAWholeNumberAsItsIdIsSkippedAlone)
     EXPECT_EQ(ids, (QList<int>{-3, 4, 4}));
 }
 
-TEST(LeagueData, StolenIsAWordThatSaysTrue)
+TEST(LeagueData, StolenIsTrueAsStringOrBoolean)
 {
     for (const auto* yes : {R"("True")", R"("true")", R"("TRUE")", "true"}) {
         EXPECT_TRUE(readEvent(R"("Stolen":)" + QByteArray(yes)).isStolen) << yes;
@@ -161,7 +161,7 @@ TEST(LeagueData, StolenIsAWordThatSaysTrue)
     EXPECT_FALSE(readEvent(R"("EventName":"BaronKill")").isStolen);
 }
 
-TEST(LeagueData, AKillStreakThatNobodyCanHaveCountsAsAbsent)
+TEST(LeagueData, KillStreakOutOfRangeCountsAsAbsent)
 {
     EXPECT_EQ(readEvent(R"("KillStreak":0)").killStreak, 0);
     EXPECT_EQ(readEvent(R"("KillStreak":1000)").killStreak, 1000);
@@ -170,14 +170,14 @@ TEST(LeagueData, AKillStreakThatNobodyCanHaveCountsAsAbsent)
     EXPECT_EQ(readEvent(R"("KillStreak":2147483647)").killStreak, std::nullopt);
 }
 
-TEST(LeagueData, ATextOutOfAllProportionCountsAsAbsent)
+TEST(LeagueData, OverlongTextCountsAsAbsent)
 {
     const QByteArray fits(1024, 'a');
     EXPECT_EQ(readEvent(R"("KillerName":")" + fits + '"').killer.size(), 1024);
     EXPECT_EQ(readEvent(R"("KillerName":")" + fits + R"(a")").killer, QString());
 }
 
-TEST(LeagueData, AnEndlessEventListIsNone)
+TEST(LeagueData, RejectsTooManyEvents)
 {
     const auto body = [](int events) {
         return R"({"gameData":{"gameTime":1},"events":{"Events":[{"EventID":0})" +
@@ -187,7 +187,7 @@ TEST(LeagueData, AnEndlessEventListIsNone)
     EXPECT_FALSE(readLeagueData(body(10'001)));
 }
 
-TEST(LeagueData, AnEndlessListOfPlayersIsNone)
+TEST(LeagueData, RejectsTooManyPlayers)
 {
     const auto body = [](int players) {
         return R"({"gameData":{"gameTime":1},"allPlayers":[)" + QByteArray("{},").repeated(players - 1) + "{}]}";
@@ -197,7 +197,7 @@ TEST(LeagueData, AnEndlessListOfPlayersIsNone)
     EXPECT_FALSE(readLeagueData(body(101)));
 }
 
-TEST(LeagueData, AssistersAreBounded)
+TEST(LeagueData, BoundsAssisters)
 {
     const auto data = readLeagueData(R"({"gameData":{"gameTime":1},"events":{"Events":[{"EventID":1,"Assisters":[)" +
                                      QByteArray(R"("x",)").repeated(5000) + '"' + QByteArray(2000, 'y') + R"("]}]}})");

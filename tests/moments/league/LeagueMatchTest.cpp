@@ -7,11 +7,11 @@ namespace quelto {
 namespace {
 
 const QString Me = QStringLiteral("Ufuk");
-const QString Friend = QStringLiteral("Derin");
-const QString Foe = QStringLiteral("Annie Bot");
+const QString Ally = QStringLiteral("Derin");
+const QString Enemy = QStringLiteral("Annie Bot");
 const LeagueNames MyNames{QStringLiteral("Ufuk#TR1"), Me, QStringLiteral("Ufuk#TR1")};
 
-LeagueEvent named(const char* name)
+LeagueEvent eventNamed(const char* name)
 {
     LeagueEvent event;
     event.name = QString::fromLatin1(name);
@@ -20,16 +20,16 @@ LeagueEvent named(const char* name)
 
 LeagueEvent kill(const QString& killer, const QString& victim, const QStringList& assisters = {})
 {
-    auto event = named("ChampionKill");
+    auto event = eventNamed("ChampionKill");
     event.killer = killer;
     event.victim = victim;
     event.assisters = assisters;
     return event;
 }
 
-LeagueEvent taken(const char* name, const QString& killer, const QStringList& assisters = {})
+LeagueEvent objectiveKill(const char* name, const QString& killer, const QStringList& assisters = {})
 {
-    auto event = named(name);
+    auto event = eventNamed(name);
     event.killer = killer;
     event.assisters = assisters;
     return event;
@@ -43,21 +43,21 @@ LeagueEvent stolen(LeagueEvent event)
 
 LeagueEvent dragon(const char* type, const QString& killer, const QStringList& assisters = {})
 {
-    auto event = taken("DragonKill", killer, assisters);
+    auto event = objectiveKill("DragonKill", killer, assisters);
     event.dragonType = QString::fromLatin1(type);
     return event;
 }
 
 LeagueEvent multikill(const QString& killer, std::optional<int> streak)
 {
-    auto event = taken("Multikill", killer);
+    auto event = objectiveKill("Multikill", killer);
     event.killStreak = streak;
     return event;
 }
 
 LeagueEvent ace(const std::optional<QString>& team, const QString& acer)
 {
-    auto event = named("Ace");
+    auto event = eventNamed("Ace");
     event.acingTeam = team;
     event.acer = acer;
     return event;
@@ -65,18 +65,18 @@ LeagueEvent ace(const std::optional<QString>& team, const QString& acer)
 
 LeagueEvent firstBlood(const QString& recipient)
 {
-    auto event = named("FirstBlood");
+    auto event = eventNamed("FirstBlood");
     event.recipient = recipient;
     return event;
 }
 
-/// A match in progress whose list grows as a test adds to it.
+/// A match in progress. Tests add events to its list.
 class LeagueMatchTest : public testing::Test {
 protected:
     LeagueMatchTest()
     {
         m_data.activePlayer = MyNames;
-        m_data.players = {{.names = {QString(), QString(), Foe},
+        m_data.players = {{.names = {QString(), QString(), Enemy},
                            .team = QStringLiteral("CHAOS"),
                            .champion = QStringLiteral("Annie")},
                           {.names = MyNames, .team = QStringLiteral("ORDER"), .champion = QStringLiteral("Ahri")}};
@@ -96,19 +96,19 @@ protected:
         m_data.events.append(event);
     }
 
-    static QList<Moment> momentsOf(const MatchEvents& news)
+    static QList<Moment> momentsOf(const MatchEvents& matchEvents)
     {
         QList<Moment> moments;
-        for (const auto& each : news) {
-            if (const auto* const moment = std::get_if<Moment>(&each)) {
+        for (const auto& matchEvent : matchEvents) {
+            if (const auto* const moment = std::get_if<Moment>(&matchEvent)) {
                 moments.append(*moment);
             }
         }
         return moments;
     }
 
-    /// The moment that the polls up to that time make of what was added.
-    std::optional<Moment> momentBy(double gameTime)
+    /// Polls at the given game time; returns the resulting moment.
+    std::optional<Moment> momentAt(double gameTime)
     {
         const auto moments = momentsOf(pollAt(gameTime));
         EXPECT_LE(moments.size(), 1);
@@ -135,30 +135,30 @@ QString markersOf(const Moment& moment)
     return names.join(u' ');
 }
 
-TEST_F(LeagueMatchTest, AMatchIsDetectedOnceWithItsStateFirst)
+TEST_F(LeagueMatchTest, DetectsMatchOnceAfterItsState)
 {
     m_match.reset();
-    const auto news = pollAt(3);
-    ASSERT_EQ(news.size(), 2);
-    EXPECT_EQ(std::get<MatchState>(news[0]), (MatchState{true, QStringLiteral("Ahri")}));
-    EXPECT_TRUE(std::holds_alternative<GameDetected>(news[1]));
+    const auto matchEvents = pollAt(3);
+    ASSERT_EQ(matchEvents.size(), 2);
+    EXPECT_EQ(std::get<MatchState>(matchEvents[0]), (MatchState{true, QStringLiteral("Ahri")}));
+    EXPECT_TRUE(std::holds_alternative<GameDetected>(matchEvents[1]));
     EXPECT_TRUE(pollAt(4).isEmpty());
 }
 
-TEST_F(LeagueMatchTest, AChampionThatComesLaterIsToldButNotDetectedAgain)
+TEST_F(LeagueMatchTest, LateChampionUpdatesStateWithoutSecondDetection)
 {
     m_match.reset();
     const auto players = std::exchange(m_data.players, {});
-    auto news = pollAt(0.1);
-    ASSERT_EQ(news.size(), 2);
-    EXPECT_EQ(std::get<MatchState>(news[0]), (MatchState{true, QString()}));
+    auto matchEvents = pollAt(0.1);
+    ASSERT_EQ(matchEvents.size(), 2);
+    EXPECT_EQ(std::get<MatchState>(matchEvents[0]), (MatchState{true, QString()}));
     m_data.players = players;
-    news = pollAt(1.1);
-    ASSERT_EQ(news.size(), 1);
-    EXPECT_EQ(std::get<MatchState>(news[0]), (MatchState{true, QStringLiteral("Ahri")}));
+    matchEvents = pollAt(1.1);
+    ASSERT_EQ(matchEvents.size(), 1);
+    EXPECT_EQ(std::get<MatchState>(matchEvents[0]), (MatchState{true, QStringLiteral("Ahri")}));
 }
 
-TEST_F(LeagueMatchTest, AFailedPollWithNoMatchIsNoNews)
+TEST_F(LeagueMatchTest, FailedPollWithoutMatchGivesNoEvents)
 {
     LeagueMatch match;
     EXPECT_TRUE(match.pollFailed().isEmpty());
@@ -167,31 +167,31 @@ TEST_F(LeagueMatchTest, AFailedPollWithNoMatchIsNoNews)
     EXPECT_TRUE(match.pollFailed().isEmpty());
 }
 
-TEST_F(LeagueMatchTest, WhatHappenedBeforeTheFirstPollIsNeverTold)
+TEST_F(LeagueMatchTest, IgnoresEventsFromBeforeFirstPoll)
 {
     m_match.reset();
-    add(600, kill(Me, Foe));
+    add(600, kill(Me, Enemy));
     add(600, multikill(Me, 5));
     pollAt(601);
-    EXPECT_FALSE(momentBy(620));
+    EXPECT_FALSE(momentAt(620));
 }
 
-TEST_F(LeagueMatchTest, AnEventIsHandledOnceHoweverOftenItIsListed)
+TEST_F(LeagueMatchTest, ProcessesEachEventOnce)
 {
-    add(100, kill(Me, Foe, {Friend}));
+    add(100, kill(Me, Enemy, {Ally}));
     m_data.events.append(m_data.events.last());
     pollAt(100.5);
-    const auto moment = momentBy(107.5);
+    const auto moment = momentAt(107.5);
     ASSERT_TRUE(moment);
     EXPECT_EQ(moment->score, 10);
-    EXPECT_FALSE(momentBy(120));
+    EXPECT_FALSE(momentAt(120));
 }
 
-TEST_F(LeagueMatchTest, ASoloKillIsABasicMomentWithTheChampionBehind)
+TEST_F(LeagueMatchTest, SoloKillIsBasicMomentWithChampionInHeadline)
 {
-    add(100, kill(Me, Foe));
-    EXPECT_FALSE(momentBy(100.4));
-    const auto moment = momentBy(107.4);
+    add(100, kill(Me, Enemy));
+    EXPECT_FALSE(momentAt(100.4));
+    const auto moment = momentAt(107.4);
     ASSERT_TRUE(moment);
     EXPECT_EQ(moment->game, QStringLiteral("League of Legends"));
     EXPECT_EQ(moment->tier, ClipTier::basic);
@@ -202,306 +202,306 @@ TEST_F(LeagueMatchTest, ASoloKillIsABasicMomentWithTheChampionBehind)
     EXPECT_NEAR(moment->events[0].secondsBeforeEnd, 7.4, 1e-9);
 }
 
-TEST_F(LeagueMatchTest, WithoutAChampionNothingStandsBehindTheHeadline)
+TEST_F(LeagueMatchTest, HeadlineWithoutChampionHasNoSuffix)
 {
     m_data.players.last().champion.clear();
-    add(100, kill(Me, Foe));
-    EXPECT_EQ(momentBy(107).value().label, QStringLiteral("Solo Kill"));
+    add(100, kill(Me, Enemy));
+    EXPECT_EQ(momentAt(107).value().label, QStringLiteral("Solo Kill"));
 }
 
-TEST_F(LeagueMatchTest, AFightIsOverSevenQuietSecondsAfterItsLastEvent)
+TEST_F(LeagueMatchTest, FightEndsSevenSecondsAfterLastEvent)
 {
-    add(100, kill(Me, Foe));
-    EXPECT_FALSE(momentBy(106.9));
-    add(106.9, kill(Friend, Foe, {Me}));
-    EXPECT_FALSE(momentBy(107));
-    EXPECT_FALSE(momentBy(113.8));
-    const auto moment = momentBy(113.9);
+    add(100, kill(Me, Enemy));
+    EXPECT_FALSE(momentAt(106.9));
+    add(106.9, kill(Ally, Enemy, {Me}));
+    EXPECT_FALSE(momentAt(107));
+    EXPECT_FALSE(momentAt(113.8));
+    const auto moment = momentAt(113.9);
     ASSERT_TRUE(moment);
     EXPECT_EQ(moment->score, 18);
     EXPECT_EQ(markersOf(*moment), QStringLiteral("solo_kill assist"));
 }
 
-TEST_F(LeagueMatchTest, AGapOfExactlySevenSecondsIsEnough)
+TEST_F(LeagueMatchTest, FightEndsAfterExactlySevenSeconds)
 {
-    add(100, kill(Me, Foe));
-    EXPECT_TRUE(momentBy(107));
+    add(100, kill(Me, Enemy));
+    EXPECT_TRUE(momentAt(107));
 }
 
-TEST_F(LeagueMatchTest, APausedGameKeepsItsFightOpen)
+TEST_F(LeagueMatchTest, FightStaysOpenWhileGameIsPaused)
 {
-    add(100, kill(Me, Foe));
+    add(100, kill(Me, Enemy));
     for (int poll = 0; poll < 100; ++poll) {
-        EXPECT_FALSE(momentBy(103));
+        EXPECT_FALSE(momentAt(103));
     }
-    EXPECT_TRUE(momentBy(107));
+    EXPECT_TRUE(momentAt(107));
 }
 
-TEST_F(LeagueMatchTest, MoreThanTenSecondsPartTwoFightsOfOneBatch)
+TEST_F(LeagueMatchTest, GapOverTenSecondsSplitsFightsWithinOnePoll)
 {
-    add(100, kill(Me, Foe));
-    add(110, kill(Me, Foe));
-    add(120.01, kill(Me, Foe));
+    add(100, kill(Me, Enemy));
+    add(110, kill(Me, Enemy));
+    add(120.01, kill(Me, Enemy));
     const auto moments = momentsOf(pollAt(121));
     ASSERT_EQ(moments.size(), 1);
     EXPECT_EQ(moments[0].label, QStringLiteral("2 Kill (Ahri)"));
-    // Sealed by the third kill's time.
+    // The fight is sealed at the time of the third kill.
     EXPECT_NEAR(moments[0].events[0].secondsBeforeEnd, 20.01, 1e-9);
     EXPECT_EQ(moments[0].seconds, 28);
-    EXPECT_EQ(momentBy(128).value().label, QStringLiteral("Solo Kill (Ahri)"));
+    EXPECT_EQ(momentAt(128).value().label, QStringLiteral("Solo Kill (Ahri)"));
 }
 
-TEST_F(LeagueMatchTest, AnyEventEndsAStaleFightEvenOneThatCountsForNothing)
+TEST_F(LeagueMatchTest, AnyLaterEventEndsStaleFight)
 {
-    add(100, kill(Me, Foe));
-    add(110.5, named("MinionsSpawning"));
+    add(100, kill(Me, Enemy));
+    add(110.5, eventNamed("MinionsSpawning"));
     const auto moments = momentsOf(pollAt(106));
     ASSERT_EQ(moments.size(), 1);
     EXPECT_NEAR(moments[0].events[0].secondsBeforeEnd, 10.5, 1e-9);
 }
 
-TEST_F(LeagueMatchTest, AnEventWithoutATimeIsOfTheLastPoll)
+TEST_F(LeagueMatchTest, EventWithoutTimeGetsTimeOfPoll)
 {
-    add(0, kill(Me, Foe));
+    add(0, kill(Me, Enemy));
     m_data.events.last().time.reset();
     pollAt(50);
-    const auto moment = momentBy(58);
+    const auto moment = momentAt(58);
     ASSERT_TRUE(moment);
     EXPECT_NEAR(moment->events[0].secondsBeforeEnd, 8, 1e-9);
 }
 
-TEST_F(LeagueMatchTest, AnEventOutOfOrderDoesNotMoveTheFightBack)
+TEST_F(LeagueMatchTest, EarlierEventDoesNotMoveEndOfFightBack)
 {
-    add(100, kill(Me, Foe));
-    add(98, kill(Friend, Foe, {Me}));
-    EXPECT_FALSE(momentBy(106));
-    EXPECT_TRUE(momentBy(107));
+    add(100, kill(Me, Enemy));
+    add(98, kill(Ally, Enemy, {Me}));
+    EXPECT_FALSE(momentAt(106));
+    EXPECT_TRUE(momentAt(107));
 }
 
-TEST_F(LeagueMatchTest, AKillerWithATagIsThePlayerWhoseBareNameIsKnown)
+TEST_F(LeagueMatchTest, TaggedKillerMatchesKnownBareName)
 {
     m_match.reset();
     m_data.activePlayer = {};
     m_data.activePlayer[2] = Me;
     m_data.players.last().names = {QString(), QString(), Me};
     pollAt(1);
-    add(100, kill(QStringLiteral("UFUK#TR1"), Foe));
-    EXPECT_TRUE(momentBy(107));
+    add(100, kill(QStringLiteral("UFUK#TR1"), Enemy));
+    EXPECT_TRUE(momentAt(107));
 }
 
-TEST_F(LeagueMatchTest, ABareNameIsFoundThroughTheListOfPlayers)
+TEST_F(LeagueMatchTest, FindsBareNameInListOfPlayers)
 {
-    // Only the tagged form comes with the active player; the list of players has both.
+    // The active player has only the tagged name; the list of players has both.
     m_match.reset();
     m_data.activePlayer = {QStringLiteral("Ufuk#TR1"), QString(), QString()};
     pollAt(1);
-    add(100, kill(Me, Foe));
-    EXPECT_TRUE(momentBy(107));
+    add(100, kill(Me, Enemy));
+    EXPECT_TRUE(momentAt(107));
 }
 
-TEST_F(LeagueMatchTest, HealthIsSampledDuringAFightOnlyAndNeverWhenDead)
+TEST_F(LeagueMatchTest, SamplesHealthOnlyDuringFightAndWhileAlive)
 {
     setHealth(1, 1000);
     pollAt(90);
-    add(100, kill(Me, Foe));
+    add(100, kill(Me, Enemy));
     setHealth(160, 1000);
     pollAt(101);
     setHealth(0, 1000);
     pollAt(102);
     setHealth(10, 0);
     pollAt(103);
-    EXPECT_EQ(momentBy(107).value().label, QStringLiteral("Solo Kill (Ahri)"));
+    EXPECT_EQ(momentAt(107).value().label, QStringLiteral("Solo Kill (Ahri)"));
 
-    add(200, kill(Me, Foe));
+    add(200, kill(Me, Enemy));
     setHealth(150, 1000);
     pollAt(201);
     setHealth(1000, 1000);
-    const auto moment = momentBy(207);
+    const auto moment = momentAt(207);
     ASSERT_TRUE(moment);
     EXPECT_EQ(moment->label, QStringLiteral("Kıl Payı Solo Kill (Ahri)"));
     EXPECT_EQ(moment->score, 35);
 }
 
-TEST_F(LeagueMatchTest, ADeathTakesTheNarrowEscapeAway)
+TEST_F(LeagueMatchTest, DeathRemovesClutch)
 {
     setHealth(10, 1000);
-    add(100, kill(Me, Foe));
-    add(101, kill(Me, Foe));
-    add(102, kill(Foe, Me));
+    add(100, kill(Me, Enemy));
+    add(101, kill(Me, Enemy));
+    add(102, kill(Enemy, Me));
     pollAt(102);
-    const auto moment = momentBy(109);
+    const auto moment = momentAt(109);
     ASSERT_TRUE(moment);
     EXPECT_EQ(moment->score, 22);
     EXPECT_EQ(moment->label, QStringLiteral("2 Kill (Ahri)"));
     EXPECT_EQ(markersOf(*moment), QStringLiteral("solo_kill solo_kill my_death"));
 }
 
-TEST_F(LeagueMatchTest, ADeathAloneBeginsNoFight)
+TEST_F(LeagueMatchTest, DeathAloneStartsNoFight)
 {
-    add(100, kill(Foe, Me));
-    add(105, firstBlood(Foe));
-    // Had the death begun a fight, this would be in it.
+    add(100, kill(Enemy, Me));
+    add(105, firstBlood(Enemy));
+    // This ace would count if the death had started a fight.
     add(105, ace(QStringLiteral("ORDER"), Me));
-    add(106, kill(Me, Foe));
-    EXPECT_EQ(momentBy(113).value().score, 15);
+    add(106, kill(Me, Enemy));
+    EXPECT_EQ(momentAt(113).value().score, 15);
 }
 
-TEST_F(LeagueMatchTest, ADeathAfterAStaleFightJoinsNone)
+TEST_F(LeagueMatchTest, DeathAfterStaleFightIsIgnored)
 {
-    add(100, kill(Me, Foe));
-    add(110.5, kill(Foe, Me));
-    EXPECT_EQ(momentBy(111).value().score, 15);
-    // And begins none.
+    add(100, kill(Me, Enemy));
+    add(110.5, kill(Enemy, Me));
+    EXPECT_EQ(momentAt(111).value().score, 15);
+    // The death starts no fight either: only the state and GameEnded are left.
     EXPECT_EQ(m_match.pollFailed().size(), 2);
 }
 
-TEST_F(LeagueMatchTest, TheClockMayRunBackByFiveSecondsWithinAMatch)
+TEST_F(LeagueMatchTest, ClockMayGoBackFiveSecondsWithinMatch)
 {
     pollAt(100);
-    add(96, kill(Me, Foe));
-    EXPECT_FALSE(momentBy(95));
-    EXPECT_TRUE(momentBy(103));
+    add(96, kill(Me, Enemy));
+    EXPECT_FALSE(momentAt(95));
+    EXPECT_TRUE(momentAt(103));
 }
 
-TEST_F(LeagueMatchTest, AClockThatRunsBackByMoreIsANewMatchWithoutAnOldFight)
+TEST_F(LeagueMatchTest, LargerClockStepBackStartsNewMatchAndDropsFight)
 {
     pollAt(100);
-    add(99, kill(Me, Foe));
+    add(99, kill(Me, Enemy));
     pollAt(100.5);
-    add(95, kill(Me, Foe));
-    const auto news = pollAt(95.4);
-    EXPECT_TRUE(news.isEmpty());
-    EXPECT_FALSE(momentBy(120));
-    add(121, kill(Me, Foe));
-    EXPECT_EQ(momentBy(130).value().score, 15);
+    add(95, kill(Me, Enemy));
+    const auto matchEvents = pollAt(95.4);
+    EXPECT_TRUE(matchEvents.isEmpty());
+    EXPECT_FALSE(momentAt(120));
+    add(121, kill(Me, Enemy));
+    EXPECT_EQ(momentAt(130).value().score, 15);
 }
 
-TEST_F(LeagueMatchTest, ANewMatchKnowsANewPlayer)
+TEST_F(LeagueMatchTest, NewMatchIdentifiesPlayerAgain)
 {
     pollAt(1000);
     const auto other = QStringLiteral("Derin");
     m_data.activePlayer = {other, QString(), QString()};
     m_data.players = {{.names = MyNames, .team = QStringLiteral("CHAOS"), .champion = QStringLiteral("Ahri")},
                       {.names = {other}, .team = QStringLiteral("ORDER"), .champion = QStringLiteral("Jinx")}};
-    const auto news = pollAt(1);
-    ASSERT_EQ(news.size(), 1);
-    EXPECT_EQ(std::get<MatchState>(news[0]).character, QStringLiteral("Jinx"));
-    add(100, kill(Me, Foe));
-    EXPECT_FALSE(momentBy(110));
+    const auto matchEvents = pollAt(1);
+    ASSERT_EQ(matchEvents.size(), 1);
+    EXPECT_EQ(std::get<MatchState>(matchEvents[0]).character, QStringLiteral("Jinx"));
+    add(100, kill(Me, Enemy));
+    EXPECT_FALSE(momentAt(110));
 }
 
-TEST_F(LeagueMatchTest, TheMatchEndSealsTheFightAtOnceAndIsToldAgainWhenTheClientGoes)
+TEST_F(LeagueMatchTest, MatchEndSealsFightAndIsRepeatedWhenPollFails)
 {
-    add(1800, kill(Me, Foe));
-    add(1803, named("GameEnd"));
-    auto news = pollAt(1803.5);
-    ASSERT_EQ(news.size(), 2);
-    const auto moment = std::get<Moment>(news[0]);
+    add(1800, kill(Me, Enemy));
+    add(1803, eventNamed("GameEnd"));
+    auto matchEvents = pollAt(1803.5);
+    ASSERT_EQ(matchEvents.size(), 2);
+    const auto moment = std::get<Moment>(matchEvents[0]);
     EXPECT_NEAR(moment.events[0].secondsBeforeEnd, 10, 1e-9);
     EXPECT_EQ(moment.seconds, 18);
-    EXPECT_TRUE(std::holds_alternative<GameEnded>(news[1]));
+    EXPECT_TRUE(std::holds_alternative<GameEnded>(matchEvents[1]));
     EXPECT_TRUE(pollAt(1804).isEmpty());
 
-    news = m_match.pollFailed();
-    ASSERT_EQ(news.size(), 2);
-    EXPECT_EQ(std::get<MatchState>(news[0]), MatchState());
-    EXPECT_TRUE(std::holds_alternative<GameEnded>(news[1]));
+    matchEvents = m_match.pollFailed();
+    ASSERT_EQ(matchEvents.size(), 2);
+    EXPECT_EQ(std::get<MatchState>(matchEvents[0]), MatchState());
+    EXPECT_TRUE(std::holds_alternative<GameEnded>(matchEvents[1]));
 }
 
-TEST_F(LeagueMatchTest, AClientThatGoesInMidFightLosesNothing)
+TEST_F(LeagueMatchTest, FailedPollSealsOpenFight)
 {
-    add(100, kill(Me, Foe));
+    add(100, kill(Me, Enemy));
     pollAt(102);
-    const auto news = m_match.pollFailed();
-    ASSERT_EQ(news.size(), 3);
-    const auto moment = std::get<Moment>(news[0]);
+    const auto matchEvents = m_match.pollFailed();
+    ASSERT_EQ(matchEvents.size(), 3);
+    const auto moment = std::get<Moment>(matchEvents[0]);
     EXPECT_EQ(moment.label, QStringLiteral("Solo Kill (Ahri)"));
     EXPECT_NEAR(moment.events[0].secondsBeforeEnd, 9, 1e-9);
     EXPECT_EQ(moment.seconds, 17);
-    EXPECT_EQ(std::get<MatchState>(news[1]), MatchState());
-    EXPECT_TRUE(std::holds_alternative<GameEnded>(news[2]));
+    EXPECT_EQ(std::get<MatchState>(matchEvents[1]), MatchState());
+    EXPECT_TRUE(std::holds_alternative<GameEnded>(matchEvents[2]));
 }
 
-TEST_F(LeagueMatchTest, AResetDropsTheFight)
+TEST_F(LeagueMatchTest, ResetDropsOpenFight)
 {
-    add(100, kill(Me, Foe));
+    add(100, kill(Me, Enemy));
     pollAt(102);
     m_match.reset();
     EXPECT_TRUE(m_match.pollFailed().isEmpty());
 }
 
-TEST_F(LeagueMatchTest, AChampionIsToldBeforeTheMomentThatNamesIt)
+TEST_F(LeagueMatchTest, ReportsChampionBeforeMomentThatNamesIt)
 {
-    add(100, kill(Me, Foe));
+    add(100, kill(Me, Enemy));
     pollAt(101);
     m_data.players.last().champion = QStringLiteral("Jinx");
-    const auto news = pollAt(108);
-    ASSERT_EQ(news.size(), 2);
-    EXPECT_EQ(std::get<MatchState>(news[0]).character, QStringLiteral("Jinx"));
-    EXPECT_EQ(std::get<Moment>(news[1]).label, QStringLiteral("Solo Kill (Jinx)"));
+    const auto matchEvents = pollAt(108);
+    ASSERT_EQ(matchEvents.size(), 2);
+    EXPECT_EQ(std::get<MatchState>(matchEvents[0]).character, QStringLiteral("Jinx"));
+    EXPECT_EQ(std::get<Moment>(matchEvents[1]).label, QStringLiteral("Solo Kill (Jinx)"));
 }
 
-TEST_F(LeagueMatchTest, KeepsNoMoreEventsInMindThanAnyMatchHas)
+TEST_F(LeagueMatchTest, BoundsNumberOfRememberedEvents)
 {
     const auto fill = [this](int events) {
         m_data.events.clear();
         for (int event = 0; event < events; ++event) {
-            add(1, named("MinionsSpawning"));
+            add(1, eventNamed("MinionsSpawning"));
         }
         pollAt(1);
     };
     fill(99'999);
-    add(100, kill(Me, Foe));
-    EXPECT_TRUE(momentBy(107));
-    add(200, kill(Me, Foe));
-    EXPECT_FALSE(momentBy(207));
+    add(100, kill(Me, Enemy));
+    EXPECT_TRUE(momentAt(107));
+    add(200, kill(Me, Enemy));
+    EXPECT_FALSE(momentAt(207));
 }
 
-/// What one event does to a fight.
+/// The effect of one event on a fight.
 struct EventRow {
     const char* name;
     LeagueEvent event;
-    enum { counts, isDropped } fate;
+    enum { counts, isIgnored } effect;
     int points = 0;
     const char* markers = "";
 };
 
 class LeagueEventTest : public LeagueMatchTest, public testing::WithParamInterface<EventRow> { };
 
-TEST_P(LeagueEventTest, AddsToAFightWhatTheTableSays)
+TEST_P(LeagueEventTest, EffectOnFightMatchesTable)
 {
     const auto& row = GetParam();
-    // Worth 100 points, so that what is subtracted shows as well.
-    add(100, stolen(taken("BaronKill", Me)));
+    // Scores 100 points, so that subtracted points are visible too.
+    add(100, stolen(objectiveKill("BaronKill", Me)));
     add(101, row.event);
-    // By then a fight is over if its second event did not count.
-    auto moment = momentBy(107.5);
-    EXPECT_EQ(moment.has_value(), row.fate == EventRow::isDropped);
+    // At 107.5 s the fight is over only if its second event did not count.
+    auto moment = momentAt(107.5);
+    EXPECT_EQ(moment.has_value(), row.effect == EventRow::isIgnored);
     if (!moment) {
-        moment = momentBy(108);
+        moment = momentAt(108);
     }
     ASSERT_TRUE(moment);
     EXPECT_EQ(moment->score, 100 + row.points);
     EXPECT_EQ(markersOf(*moment), (QStringLiteral("steal_Baron ") + QString::fromUtf8(row.markers)).trimmed());
 }
 
-const auto Order = QStringLiteral("ORDER");
-const auto Chaos = QStringLiteral("CHAOS");
+const auto OwnTeam = QStringLiteral("ORDER");
+const auto EnemyTeam = QStringLiteral("CHAOS");
 const auto Minion = QStringLiteral("Minion_T200L2S15N0092");
 const auto Tower = QStringLiteral("Turret_T1_C_05_A");
 
 const EventRow EventRows[] = {
-    {"SoloKill", kill(Me, Foe), EventRow::counts, 15, "solo_kill"},
-    {"KillWithHelp", kill(Me, Foe, {Friend}), EventRow::counts, 10, "kill"},
-    {"KillInWhichTheKillerAlsoHelped", kill(Me, Foe, {Me}), EventRow::counts, 10, "kill"},
-    {"Assist", kill(Friend, Foe, {Foe, Me}), EventRow::counts, 3, "assist"},
-    {"AssistToATower", kill(Tower, Foe, {Me}), EventRow::counts, 3, "assist"},
-    {"Death", kill(Foe, Me), EventRow::counts, -8, "my_death"},
-    {"DeathByAMinion", kill(Minion, Me), EventRow::counts, -8, "my_death"},
-    {"KillOfOneself", kill(Me, Me), EventRow::counts, 7, "solo_kill my_death"},
-    {"AssistToOnesOwnDeath", kill(Foe, Me, {Me}), EventRow::counts, -5, "assist my_death"},
-    {"KillOfOthers", kill(Friend, Foe, {Foe}), EventRow::isDropped},
-    {"KillByNobody", kill(QString(), Foe, {QString()}), EventRow::isDropped},
+    {"SoloKill", kill(Me, Enemy), EventRow::counts, 15, "solo_kill"},
+    {"AssistedKill", kill(Me, Enemy, {Ally}), EventRow::counts, 10, "kill"},
+    {"KillWithKillerAmongAssisters", kill(Me, Enemy, {Me}), EventRow::counts, 10, "kill"},
+    {"Assist", kill(Ally, Enemy, {Enemy, Me}), EventRow::counts, 3, "assist"},
+    {"AssistToTower", kill(Tower, Enemy, {Me}), EventRow::counts, 3, "assist"},
+    {"Death", kill(Enemy, Me), EventRow::counts, -8, "my_death"},
+    {"DeathByMinion", kill(Minion, Me), EventRow::counts, -8, "my_death"},
+    {"SelfKill", kill(Me, Me), EventRow::counts, 7, "solo_kill my_death"},
+    {"AssistToOwnDeath", kill(Enemy, Me, {Me}), EventRow::counts, -5, "assist my_death"},
+    {"KillByOthers", kill(Ally, Enemy, {Enemy}), EventRow::isIgnored},
+    {"KillWithoutKiller", kill(QString(), Enemy, {QString()}), EventRow::isIgnored},
 
     {"DoubleKill", multikill(Me, 2), EventRow::counts, 28, "multikill_2"},
     {"TripleKill", multikill(Me, 3), EventRow::counts, 60, "multikill_3"},
@@ -509,83 +509,89 @@ const EventRow EventRows[] = {
     {"PentaKill", multikill(Me, 5), EventRow::counts, 170, "multikill_5"},
     {"MoreThanPentaKill", multikill(Me, 7), EventRow::counts, 190, "multikill_7"},
     {"MultikillOfOne", multikill(Me, 1), EventRow::counts, 0, "multikill_1"},
-    {"MultikillOfOthers", multikill(Foe, 5), EventRow::isDropped},
-    {"MultikillOfUnknownSize", multikill(Me, std::nullopt), EventRow::isDropped},
+    {"MultikillByOthers", multikill(Enemy, 5), EventRow::isIgnored},
+    {"MultikillOfUnknownSize", multikill(Me, std::nullopt), EventRow::isIgnored},
 
-    {"AceOfTheTeam", ace(Order, Friend), EventRow::counts, 5, "ace"},
-    {"AceByThePlayer", ace(Chaos, Me), EventRow::counts, 5, "ace"},
-    {"AceByThePlayerOfNoTeam", ace(std::nullopt, Me), EventRow::counts, 5, "ace"},
-    {"AceOfTheOthers", ace(Chaos, Foe), EventRow::isDropped},
-    {"AceOfNoTeam", ace(std::nullopt, Friend), EventRow::isDropped},
+    {"AceOfOwnTeam", ace(OwnTeam, Ally), EventRow::counts, 5, "ace"},
+    {"AceByPlayer", ace(EnemyTeam, Me), EventRow::counts, 5, "ace"},
+    {"AceByPlayerWithoutTeam", ace(std::nullopt, Me), EventRow::counts, 5, "ace"},
+    {"AceOfEnemyTeam", ace(EnemyTeam, Enemy), EventRow::isIgnored},
+    {"AceWithoutTeam", ace(std::nullopt, Ally), EventRow::isIgnored},
 
     {"FirstBlood", firstBlood(Me), EventRow::counts, 8, "first_blood"},
-    {"FirstBloodOfOthers", firstBlood(Friend), EventRow::isDropped},
+    {"FirstBloodByOthers", firstBlood(Ally), EventRow::isIgnored},
 
-    {"FirstTower", taken("FirstBrick", Me), EventRow::counts},
-    {"FirstTowerWithHelp", taken("FirstBrick", Minion, {Me}), EventRow::counts},
-    {"FirstTowerOfOthers", taken("FirstBrick", Friend, {Foe}), EventRow::isDropped},
-    {"Tower", taken("TurretKilled", Me), EventRow::counts, 4, "tower"},
-    {"TowerWithAMinion", taken("TurretKilled", Minion, {Me}), EventRow::counts, 4, "tower"},
-    {"TowerOfOthers", taken("TurretKilled", Minion, {Friend}), EventRow::isDropped},
-    {"Inhibitor", taken("InhibKilled", Me), EventRow::counts, 6, "inhibitor"},
-    {"InhibitorWithHelp", taken("InhibKilled", Friend, {Me}), EventRow::counts, 6, "inhibitor"},
-    {"InhibitorOfOthers", taken("InhibKilled", Friend), EventRow::isDropped},
+    {"FirstTower", objectiveKill("FirstBrick", Me), EventRow::counts},
+    {"AssistedFirstTower", objectiveKill("FirstBrick", Minion, {Me}), EventRow::counts},
+    {"FirstTowerByOthers", objectiveKill("FirstBrick", Ally, {Enemy}), EventRow::isIgnored},
+    {"Tower", objectiveKill("TurretKilled", Me), EventRow::counts, 4, "tower"},
+    {"TowerByMinionWithAssist", objectiveKill("TurretKilled", Minion, {Me}), EventRow::counts, 4, "tower"},
+    {"TowerByOthers", objectiveKill("TurretKilled", Minion, {Ally}), EventRow::isIgnored},
+    {"Inhibitor", objectiveKill("InhibKilled", Me), EventRow::counts, 6, "inhibitor"},
+    {"AssistedInhibitor", objectiveKill("InhibKilled", Ally, {Me}), EventRow::counts, 6, "inhibitor"},
+    {"InhibitorByOthers", objectiveKill("InhibKilled", Ally), EventRow::isIgnored},
 
-    {"Baron", taken("BaronKill", Me, {Friend}), EventRow::counts, 25, "objective_Baron"},
-    {"BaronStolen", stolen(taken("BaronKill", Me)), EventRow::counts, 100, "steal_Baron"},
-    {"BaronWithHelp", taken("BaronKill", Friend, {Me}), EventRow::counts, 25, "objective_Baron"},
-    {"BaronStolenByAFriend", stolen(taken("BaronKill", Friend, {Me})), EventRow::counts, 25, "objective_Baron"},
-    {"BaronOfOthers", taken("BaronKill", Foe), EventRow::isDropped},
-    {"BaronStolenByOthers", stolen(taken("BaronKill", Foe)), EventRow::isDropped},
-    {"Herald", taken("HeraldKill", Me), EventRow::counts, 10, "objective_Herald"},
-    {"HeraldStolen", stolen(taken("HeraldKill", Me)), EventRow::counts, 40, "steal_Herald"},
-    {"HeraldOfOthers", taken("HeraldKill", Friend), EventRow::isDropped},
-    {"Atakhan", taken("AtakhanKill", Me), EventRow::counts, 20, "objective_Atakhan"},
-    {"AtakhanStolen", stolen(taken("AtakhanKill", Me)), EventRow::counts, 70, "steal_Atakhan"},
-    {"AtakhanOfOthers", taken("AtakhanKill", Friend), EventRow::isDropped},
-    {"Voidgrub", taken("HordeKill", Me), EventRow::counts, 0, "objective_Voidgrub"},
-    {"VoidgrubStolen", stolen(taken("HordeKill", Me)), EventRow::counts, 40, "steal_Voidgrub"},
-    {"VoidgrubOfOthers", taken("HordeKill", Friend), EventRow::isDropped},
+    {"Baron", objectiveKill("BaronKill", Me, {Ally}), EventRow::counts, 25, "objective_Baron"},
+    {"StolenBaron", stolen(objectiveKill("BaronKill", Me)), EventRow::counts, 100, "steal_Baron"},
+    {"AssistedBaron", objectiveKill("BaronKill", Ally, {Me}), EventRow::counts, 25, "objective_Baron"},
+    {"BaronStolenByAlly", stolen(objectiveKill("BaronKill", Ally, {Me})), EventRow::counts, 25, "objective_Baron"},
+    {"BaronByOthers", objectiveKill("BaronKill", Enemy), EventRow::isIgnored},
+    {"BaronStolenByOthers", stolen(objectiveKill("BaronKill", Enemy)), EventRow::isIgnored},
+    {"Herald", objectiveKill("HeraldKill", Me), EventRow::counts, 10, "objective_Herald"},
+    {"StolenHerald", stolen(objectiveKill("HeraldKill", Me)), EventRow::counts, 40, "steal_Herald"},
+    {"HeraldByOthers", objectiveKill("HeraldKill", Ally), EventRow::isIgnored},
+    {"Atakhan", objectiveKill("AtakhanKill", Me), EventRow::counts, 20, "objective_Atakhan"},
+    {"StolenAtakhan", stolen(objectiveKill("AtakhanKill", Me)), EventRow::counts, 70, "steal_Atakhan"},
+    {"AtakhanByOthers", objectiveKill("AtakhanKill", Ally), EventRow::isIgnored},
+    {"Voidgrub", objectiveKill("HordeKill", Me), EventRow::counts, 0, "objective_Voidgrub"},
+    {"StolenVoidgrub", stolen(objectiveKill("HordeKill", Me)), EventRow::counts, 40, "steal_Voidgrub"},
+    {"VoidgrubByOthers", objectiveKill("HordeKill", Ally), EventRow::isIgnored},
     {"Dragon", dragon("Fire", Me), EventRow::counts, 15, "objective_Ejderha"},
-    {"DragonStolen", stolen(dragon("Fire", Me)), EventRow::counts, 60, "steal_Ejderha"},
-    {"DragonStolenByAFriend", stolen(dragon("Air", Friend, {Me})), EventRow::counts, 15, "objective_Ejderha"},
-    {"DragonOfNoType", taken("DragonKill", Me), EventRow::counts, 15, "objective_Ejderha"},
-    {"DragonSpelledOtherwise", dragon("elder", Me), EventRow::counts, 15, "objective_Ejderha"},
+    {"StolenDragon", stolen(dragon("Fire", Me)), EventRow::counts, 60, "steal_Ejderha"},
+    {"DragonStolenByAlly", stolen(dragon("Air", Ally, {Me})), EventRow::counts, 15, "objective_Ejderha"},
+    {"DragonWithoutType", objectiveKill("DragonKill", Me), EventRow::counts, 15, "objective_Ejderha"},
+    {"DragonTypeInLowerCase", dragon("elder", Me), EventRow::counts, 15, "objective_Ejderha"},
     {"ElderDragon", dragon("Elder", Me), EventRow::counts, 30, "objective_Elder"},
-    {"ElderDragonStolen", stolen(dragon("Elder", Me)), EventRow::counts, 100, "steal_Elder"},
-    {"DragonOfOthers", dragon("Elder", Foe), EventRow::isDropped},
+    {"StolenElderDragon", stolen(dragon("Elder", Me)), EventRow::counts, 100, "steal_Elder"},
+    {"DragonByOthers", dragon("Elder", Enemy), EventRow::isIgnored},
 
-    {"GameStart", named("GameStart"), EventRow::isDropped},
-    {"InhibitorBack", taken("InhibRespawned", Me), EventRow::isDropped},
-    {"NoName", taken("", Me, {Me}), EventRow::isDropped},
-    {"NameInAnotherCase", taken("baronkill", Me), EventRow::isDropped},
+    {"GameStart", eventNamed("GameStart"), EventRow::isIgnored},
+    {"InhibitorRespawn", objectiveKill("InhibRespawned", Me), EventRow::isIgnored},
+    {"EventWithoutName", objectiveKill("", Me, {Me}), EventRow::isIgnored},
+    {"EventNameInLowerCase", objectiveKill("baronkill", Me), EventRow::isIgnored},
 };
 
 INSTANTIATE_TEST_SUITE_P(Each, LeagueEventTest, testing::ValuesIn(EventRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(LeagueMatchTest, SomeEventsJoinAFightButBeginNone)
+TEST_F(LeagueMatchTest, SomeEventsExtendFightButStartNone)
 {
-    // An ace counts only where a fight is open, so it shows whether the event before it began one.
+    // An ace counts only in an open fight, so it shows whether the previous event started one.
     const std::pair<LeagueEvent, bool> rows[] = {
-        {kill(Me, Foe), true},           {kill(Friend, Foe, {Me}), true},   {kill(Foe, Me), false},
-        {multikill(Me, 2), true},        {ace(Order, Me), false},           {firstBlood(Me), true},
-        {taken("FirstBrick", Me), true}, {taken("TurretKilled", Me), true}, {taken("HordeKill", Me), true},
-        {named("GameStart"), false},
+        {kill(Me, Enemy), true},
+        {kill(Ally, Enemy, {Me}), true},
+        {kill(Enemy, Me), false},
+        {multikill(Me, 2), true},
+        {ace(OwnTeam, Me), false},
+        {firstBlood(Me), true},
+        {objectiveKill("FirstBrick", Me), true},
+        {objectiveKill("TurretKilled", Me), true},
+        {objectiveKill("HordeKill", Me), true},
+        {eventNamed("GameStart"), false},
     };
     double time = 0;
-    for (const auto& [event, begins] : rows) {
+    for (const auto& [event, startsFight] : rows) {
         time += 100;
         add(time, event);
-        add(time + 1, ace(Order, Friend));
-        add(time + 2, stolen(taken("BaronKill", Me)));
-        const auto moment = momentBy(time + 9);
+        add(time + 1, ace(OwnTeam, Ally));
+        add(time + 2, stolen(objectiveKill("BaronKill", Me)));
+        const auto moment = momentAt(time + 9);
         ASSERT_TRUE(moment) << event.name.toStdString();
-        EXPECT_EQ(markersOf(*moment).contains(QStringLiteral("ace")), begins) << event.name.toStdString();
+        EXPECT_EQ(markersOf(*moment).contains(QStringLiteral("ace")), startsFight) << event.name.toStdString();
     }
 }
 
-/// A whole fight, all at one time as the client stamps it.
+/// A whole fight whose events all have the same time.
 struct FightRow {
     const char* name;
     QList<LeagueEvent> events;
@@ -596,7 +602,7 @@ struct FightRow {
 
 class LeagueFightTest : public LeagueMatchTest, public testing::WithParamInterface<FightRow> { };
 
-TEST_P(LeagueFightTest, IsWorthWhatTheTableSays)
+TEST_P(LeagueFightTest, ScoreAndHeadlineMatchTable)
 {
     const auto& row = GetParam();
     m_data.players.last().champion.clear();
@@ -604,8 +610,8 @@ TEST_P(LeagueFightTest, IsWorthWhatTheTableSays)
         add(100, event);
     }
     setHealth(row.health * 2000, 2000);
-    EXPECT_FALSE(momentBy(101));
-    const auto moment = momentBy(107);
+    EXPECT_FALSE(momentAt(101));
+    const auto moment = momentAt(107);
     ASSERT_EQ(moment.has_value(), row.score >= 8);
     if (moment) {
         EXPECT_EQ(moment->score, row.score);
@@ -614,38 +620,38 @@ TEST_P(LeagueFightTest, IsWorthWhatTheTableSays)
     }
 }
 
-const auto HelpedKill = kill(Me, Foe, {Friend});
-const auto Assist = kill(Friend, Foe, {Me});
-const auto TowerTaken = taken("TurretKilled", Me);
+const auto KillWithAssist = kill(Me, Enemy, {Ally});
+const auto Assist = kill(Ally, Enemy, {Me});
+const auto TowerKill = objectiveKill("TurretKilled", Me);
 
 const FightRow FightRows[] = {
-    {"SoloKill", {kill(Me, Foe)}, 15, "Solo Kill"},
-    {"Kill", {HelpedKill}, 10, "Kill"},
-    {"TwoKills", {HelpedKill, kill(Me, Foe)}, 25, "2 Kill"},
-    {"TripleKillSeenFromItsLastStep", {multikill(Me, 3), Assist, Assist}, 66, "Triple Kill"},
-    {"DoubleKillAmongFiveKills",
-     {HelpedKill, HelpedKill, HelpedKill, HelpedKill, multikill(Me, 2), HelpedKill},
+    {"SoloKill", {kill(Me, Enemy)}, 15, "Solo Kill"},
+    {"Kill", {KillWithAssist}, 10, "Kill"},
+    {"TwoKills", {KillWithAssist, kill(Me, Enemy)}, 25, "2 Kill"},
+    {"TripleKillWithMissedKills", {multikill(Me, 3), Assist, Assist}, 66, "Triple Kill"},
+    {"FiveKillsWithDoubleKill",
+     {KillWithAssist, KillWithAssist, KillWithAssist, KillWithAssist, multikill(Me, 2), KillWithAssist},
      58,
      "Double Kill"},
     {"Pentakill", {multikill(Me, 5)}, 170, "PENTAKILL"},
-    {"NarrowQuadraKill",
-     {HelpedKill, HelpedKill, HelpedKill, HelpedKill, multikill(Me, 4), Assist},
+    {"QuadraKillWithLowHealth",
+     {KillWithAssist, KillWithAssist, KillWithAssist, KillWithAssist, multikill(Me, 4), Assist},
      123,
      "Kıl Payı Quadra Kill",
      0.15},
-    {"NotSoNarrow", {HelpedKill}, 10, "Kill", 0.16},
-    {"BaronSteal", {stolen(taken("BaronKill", Me))}, 100, "Baron Çalma!"},
-    {"FirstBloodWithAnAce", {kill(Me, Foe), firstBlood(Me), ace(Order, Me)}, 38, "Solo Kill + Ace + İlk Kan"},
-    {"AceWithoutAKill", {Assist, ace(Order, Friend)}, 8, "1 Asist + Ace"},
-    {"Towers", {TowerTaken, TowerTaken, TowerTaken}, 12, "3x Kule"},
-    {"FirstTower", {TowerTaken, taken("FirstBrick", Me), TowerTaken}, 8, "İlk Kule"},
-    {"Dragon", {dragon("Water", Friend, {Me})}, 15, "Ejderha"},
-    {"OneTower", {TowerTaken}, 4, ""},
-    {"Voidgrubs", {taken("HordeKill", Me), taken("HordeKill", Me)}, 0, ""},
-    {"FirstTowerAlone", {taken("FirstBrick", Me)}, 0, ""},
-    {"KillAndDeath", {HelpedKill, kill(Foe, Me)}, 2, ""},
-    {"KillAndTwoDeaths", {HelpedKill, kill(Foe, Me), kill(Foe, Me)}, 0, ""},
-    {"AceWithNoFight", {ace(Order, Me)}, 0, ""},
+    {"KillAboveHealthLimit", {KillWithAssist}, 10, "Kill", 0.16},
+    {"BaronSteal", {stolen(objectiveKill("BaronKill", Me))}, 100, "Baron Çalma!"},
+    {"FirstBloodWithAce", {kill(Me, Enemy), firstBlood(Me), ace(OwnTeam, Me)}, 38, "Solo Kill + Ace + İlk Kan"},
+    {"AceWithoutKill", {Assist, ace(OwnTeam, Ally)}, 8, "1 Asist + Ace"},
+    {"Towers", {TowerKill, TowerKill, TowerKill}, 12, "3x Kule"},
+    {"FirstTower", {TowerKill, objectiveKill("FirstBrick", Me), TowerKill}, 8, "İlk Kule"},
+    {"Dragon", {dragon("Water", Ally, {Me})}, 15, "Ejderha"},
+    {"OneTower", {TowerKill}, 4, ""},
+    {"Voidgrubs", {objectiveKill("HordeKill", Me), objectiveKill("HordeKill", Me)}, 0, ""},
+    {"OnlyFirstTower", {objectiveKill("FirstBrick", Me)}, 0, ""},
+    {"KillAndDeath", {KillWithAssist, kill(Enemy, Me)}, 2, ""},
+    {"KillAndTwoDeaths", {KillWithAssist, kill(Enemy, Me), kill(Enemy, Me)}, 0, ""},
+    {"AceWithoutFight", {ace(OwnTeam, Me)}, 0, ""},
 };
 
 INSTANTIATE_TEST_SUITE_P(Each, LeagueFightTest, testing::ValuesIn(FightRows),

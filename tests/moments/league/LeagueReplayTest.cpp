@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/league/LeagueMatch.h"
 
+#include "tests/moments/league/Fixtures.h"
+
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -14,41 +15,34 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const QString Folder = QStringLiteral(LEAGUE_FIXTURES "/replays/");
-
-QByteArray contents(const QString& name)
-{
-    QFile file(Folder + name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-    return file.readAll();
-}
+const QString Folder = QStringLiteral("replays/");
 
 QJsonObject object(const QString& name)
 {
     QJsonParseError error{};
-    const auto document = QJsonDocument::fromJson(contents(name), &error);
+    const auto document = QJsonDocument::fromJson(test::readFixture(Folder + name), &error);
     EXPECT_EQ(error.error, QJsonParseError::NoError)
         << name.toStdString() << " at " << error.offset << ": " << error.errorString().toStdString();
     return document.object();
 }
 
-/// One number as the tables write it.
+/// A number in the format of the expected tables.
 QString number(double value)
 {
     return QString::number(value, 'f', 1);
 }
 
-QString line(const MatchEvent& news)
+QString line(const MatchEvent& event)
 {
-    if (const auto* const state = std::get_if<MatchState>(&news)) {
+    if (const auto* const state = std::get_if<MatchState>(&event)) {
         return state->inGame
             ? QStringLiteral("in game | ") + (state->character.isEmpty() ? QStringLiteral("nobody") : state->character)
             : QStringLiteral("not in game");
     }
-    if (const auto* const moment = std::get_if<Moment>(&news)) {
+    if (const auto* const moment = std::get_if<Moment>(&event)) {
         QStringList markers;
-        for (const auto& event : moment->events) {
-            markers.append(event.name + u'@' + number(event.secondsBeforeEnd));
+        for (const auto& marker : moment->events) {
+            markers.append(marker.name + u'@' + number(marker.secondsBeforeEnd));
         }
         return QStringLiteral("moment | %1 | %2 | %3 s | %4 | %5")
             .arg(tagOf(moment->tier))
@@ -56,14 +50,14 @@ QString line(const MatchEvent& news)
             .arg(moment->seconds)
             .arg(moment->label, markers.join(u' '));
     }
-    return std::holds_alternative<GameDetected>(news) ? QStringLiteral("detected") : QStringLiteral("ended");
+    return std::holds_alternative<GameDetected>(event) ? QStringLiteral("detected") : QStringLiteral("ended");
 }
 
-/// Plays what a client would answer, poll by poll, and notes what becomes of it.
+/// Replays a recording poll by poll and records the resulting events.
 ///
-/// A recording holds matches, each with the player's part of the answer, the list of players and the whole list of
-/// events, and a course: which match is polled from when to when on its clock, how often, and with how much health; or
-/// how many polls fail. As the client does, each answer lists all that has happened by its time.
+/// A recording holds matches and a course. A match holds the active player, the list of players and all events. Each
+/// leg of the course states which match is polled, from when to when on the match's clock, how often and with what
+/// health; or how many polls fail. As in the client, each response lists all events up to its game time.
 class Replay {
 public:
     explicit Replay(const QJsonObject& recording)
@@ -80,7 +74,7 @@ private:
     void run(const QJsonObject& leg)
     {
         for (int failure = 0; failure < leg["fails"_L1].toInt(); ++failure) {
-            note(QStringLiteral("-"), m_match.pollFailed());
+            record(QStringLiteral("-"), m_match.pollFailed());
         }
         if (!leg.contains("match"_L1)) {
             return;
@@ -90,13 +84,13 @@ private:
         const auto from = leg["from"_L1].toDouble();
         for (int poll = 0; from + poll * step <= leg["to"_L1].toDouble(); ++poll) {
             const auto time = from + poll * step;
-            const auto data = readLeagueData(answer(match, leg, time));
+            const auto data = readLeagueData(response(match, leg, time));
             ASSERT_TRUE(data);
-            note(number(time), m_match.polled(*data));
+            record(number(time), m_match.polled(*data));
         }
     }
 
-    static QByteArray answer(const QJsonObject& match, const QJsonObject& leg, double time)
+    static QByteArray response(const QJsonObject& match, const QJsonObject& leg, double time)
     {
         QJsonArray events;
         for (const auto& event : match["events"_L1].toArray()) {
@@ -118,10 +112,10 @@ private:
             .toJson();
     }
 
-    void note(const QString& time, const MatchEvents& news)
+    void record(const QString& time, const MatchEvents& events)
     {
-        for (const auto& each : news) {
-            m_lines.append(time + QStringLiteral(" | ") + line(each));
+        for (const auto& event : events) {
+            m_lines.append(time + QStringLiteral(" | ") + line(event));
         }
     }
 
@@ -132,23 +126,25 @@ private:
 
 class LeagueReplayTest : public testing::TestWithParam<std::string> { };
 
-TEST_P(LeagueReplayTest, TellsWhatTheTableBesideItSays)
+TEST_P(LeagueReplayTest, MatchesExpectedTable)
 {
     const auto name = QString::fromStdString(GetParam());
     QStringList expected;
-    for (const auto& line : QString::fromUtf8(contents(name + QStringLiteral(".expected"))).split(u'\n')) {
+    for (const auto& line :
+         QString::fromUtf8(test::readFixture(Folder + name + QStringLiteral(".expected"))).split(u'\n')) {
         if (!line.isEmpty() && !line.startsWith(u'#')) {
             expected.append(line);
         }
     }
-    const auto told = Replay(object(name + QStringLiteral(".json"))).lines();
-    EXPECT_EQ(told.join(u'\n').toStdString(), expected.join(u'\n').toStdString());
+    const auto actual = Replay(object(name + QStringLiteral(".json"))).lines();
+    EXPECT_EQ(actual.join(u'\n').toStdString(), expected.join(u'\n').toStdString());
 }
 
 std::vector<std::string> replays()
 {
     std::vector<std::string> names;
-    for (const auto& name : QDir(Folder).entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name)) {
+    for (const auto& name : QDir(QStringLiteral(LEAGUE_FIXTURES "/") + Folder)
+                                .entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name)) {
         names.push_back(name.chopped(5).toStdString());
     }
     return names;
@@ -160,7 +156,7 @@ INSTANTIATE_TEST_SUITE_P(Each, LeagueReplayTest, testing::ValuesIn(replays()), [
     return word;
 });
 
-TEST(LeagueReplays, AreAllThere)
+TEST(LeagueReplays, AllRecordingsAreFound)
 {
     EXPECT_GE(replays().size(), 6U);
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QFile>
+#include "tests/moments/league/Fixtures.h"
+
 #include <QHash>
 #include <QHostAddress>
 #include <QSslCertificate>
@@ -11,37 +12,29 @@
 #include <QSslSocket>
 #include <QUrl>
 
-#include <gtest/gtest.h>
-
 namespace quelto::test {
 
-inline QByteArray fixture(const QString& name)
-{
-    QFile file(QStringLiteral(LEAGUE_FIXTURES "/") + name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-    return file.readAll();
-}
-
-inline QByteArray httpAnswer(const QByteArray& body, const QByteArray& status = "200 OK",
-                             const QByteArray& headers = {})
+inline QByteArray httpResponse(const QByteArray& body, const QByteArray& status = "200 OK",
+                               const QByteArray& headers = {})
 {
     return "HTTP/1.1 " + status + "\r\nContent-Type: application/json\r\n" + headers +
         "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
 }
 
-/// Stands in for the game's client: answers HTTPS with a certificate that nobody trusts, on this thread's event loop.
+/// A fake game client: responds over HTTPS with a self-signed certificate, on this thread's event loop.
 class LeagueServer {
 public:
-    using Answer = std::function<void(QSslSocket& client)>;
+    using Responder = std::function<void(QSslSocket& client)>;
 
     explicit LeagueServer(const QHostAddress& address = QHostAddress::LocalHost, quint16 port = 0)
     {
         auto tls = QSslConfiguration::defaultConfiguration();
-        tls.setLocalCertificate(QSslCertificate(fixture(QStringLiteral("server.crt"))));
-        tls.setPrivateKey(QSslKey(fixture(QStringLiteral("server.key")), QSsl::Ec));
+        tls.setLocalCertificate(QSslCertificate(readFixture(QStringLiteral("server.crt"))));
+        tls.setPrivateKey(QSslKey(readFixture(QStringLiteral("server.key")), QSsl::Ec));
         tls.setPeerVerifyMode(QSslSocket::VerifyNone);
         m_server.setSslConfiguration(tls);
-        QObject::connect(&m_server, &QSslServer::pendingConnectionAvailable, &m_server, [this] { welcome(); });
+        QObject::connect(&m_server, &QSslServer::pendingConnectionAvailable, &m_server,
+                         [this] { acceptConnections(); });
         m_server.listen(address, port);
     }
 
@@ -52,19 +45,19 @@ public:
         return QUrl(QStringLiteral("https://%1:%2/liveclientdata/allgamedata").arg(host).arg(port()));
     }
 
-    /// What is written to a client whose request has come in whole.
-    void setAnswer(Answer answer) { m_answer = std::move(answer); }
-    void setAnswer(const QByteArray& bytes)
+    /// What the server writes after a complete request. Without it, the server never responds.
+    void setResponse(Responder responder) { m_responder = std::move(responder); }
+    void setResponse(const QByteArray& bytes)
     {
-        m_answer = [bytes](QSslSocket& client) { client.write(bytes); };
+        m_responder = [bytes](QSslSocket& client) { client.write(bytes); };
     }
 
-    /// Connections of any kind, also those that no request followed on.
+    /// All connections, including those without a request.
     int connections() const { return m_server.connections; }
     const QList<QByteArray>& requests() const { return m_requests; }
 
-    /// As if the client's process were gone.
-    void vanish()
+    /// Closes the port and all connections, as if the client's process had ended.
+    void shutDown()
     {
         m_server.close();
         for (auto* const client : m_server.findChildren<QSslSocket*>()) {
@@ -73,7 +66,7 @@ public:
     }
 
 private:
-    void welcome()
+    void acceptConnections()
     {
         while (auto* const client = qobject_cast<QSslSocket*>(m_server.nextPendingConnection())) {
             QObject::connect(client, &QSslSocket::readyRead, client, [this, client] { read(*client); });
@@ -84,12 +77,12 @@ private:
 
     void read(QSslSocket& client)
     {
-        auto& request = m_halfRequests[&client];
+        auto& request = m_partialRequests[&client];
         request += client.readAll();
         if (request.endsWith("\r\n\r\n")) {
             m_requests.append(std::exchange(request, {}));
-            if (m_answer) {
-                m_answer(client);
+            if (m_responder) {
+                m_responder(client);
             }
         }
     }
@@ -104,8 +97,8 @@ private:
     };
 
     CountingServer m_server;
-    Answer m_answer;
-    QHash<QSslSocket*, QByteArray> m_halfRequests;
+    Responder m_responder;
+    QHash<QSslSocket*, QByteArray> m_partialRequests;
     QList<QByteArray> m_requests;
 };
 

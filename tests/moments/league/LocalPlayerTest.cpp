@@ -6,56 +6,56 @@
 namespace quelto {
 namespace {
 
-LocalPlayer knownAs(const QString& name)
+LocalPlayer playerNamed(const QString& name)
 {
     LocalPlayer player;
-    player.learn({name, QString(), QString()});
+    player.addNames({name, QString(), QString()});
     return player;
 }
 
-TEST(LocalPlayer, IsNobodyBeforeItIsKnown)
+TEST(LocalPlayer, MatchesNoNameBeforeItIsKnown)
 {
     LocalPlayer player;
-    player.learn({QString(), QStringLiteral("  "), QString()});
+    player.addNames({QString(), QStringLiteral("  "), QString()});
     EXPECT_FALSE(player.isKnown());
     for (const auto& name : {QString(), QStringLiteral("  "), QStringLiteral("#TR1"), QStringLiteral("Ufuk")}) {
-        EXPECT_FALSE(player.is(name)) << name.toStdString();
+        EXPECT_FALSE(player.matches(name)) << name.toStdString();
     }
 }
 
-TEST(LocalPlayer, IsKnownWhateverTheCaseAndTheBlanksAround)
+TEST(LocalPlayer, IgnoresCaseAndSurroundingWhiteSpace)
 {
-    const auto player = knownAs(QStringLiteral(" Annie BOT\t"));
-    EXPECT_TRUE(player.is(QStringLiteral("annie bot")));
-    EXPECT_TRUE(player.is(QStringLiteral("  ANNIE bot ")));
-    EXPECT_FALSE(player.is(QStringLiteral("anniebot")));
-    EXPECT_TRUE(knownAs(QStringLiteral("ÇAĞRI")).is(QStringLiteral("çağrı").toUpper()));
+    const auto player = playerNamed(QStringLiteral(" Annie BOT\t"));
+    EXPECT_TRUE(player.matches(QStringLiteral("annie bot")));
+    EXPECT_TRUE(player.matches(QStringLiteral("  ANNIE bot ")));
+    EXPECT_FALSE(player.matches(QStringLiteral("anniebot")));
+    EXPECT_TRUE(playerNamed(QStringLiteral("ÇAĞRI")).matches(QStringLiteral("çağrı").toUpper()));
 }
 
-TEST(LocalPlayer, ATaggedNameIsTheBareOnes)
+TEST(LocalPlayer, KnownBareNameMatchesAnyTag)
 {
-    const auto player = knownAs(QStringLiteral("Ufuk"));
-    EXPECT_TRUE(player.is(QStringLiteral("ufuk#tr1")));
-    EXPECT_TRUE(player.is(QStringLiteral("Ufuk#a#b")));
-    EXPECT_FALSE(player.is(QStringLiteral("Ufuk 2#TR1")));
+    const auto player = playerNamed(QStringLiteral("Ufuk"));
+    EXPECT_TRUE(player.matches(QStringLiteral("ufuk#tr1")));
+    EXPECT_TRUE(player.matches(QStringLiteral("Ufuk#a#b")));
+    EXPECT_FALSE(player.matches(QStringLiteral("Ufuk 2#TR1")));
 }
 
-TEST(LocalPlayer, AKnownTagMatchesOnlyItself)
+TEST(LocalPlayer, KnownTaggedNameMatchesOnlyItself)
 {
-    const auto player = knownAs(QStringLiteral("Ufuk#TR1"));
-    EXPECT_TRUE(player.is(QStringLiteral("ufuk#tr1")));
-    EXPECT_FALSE(player.is(QStringLiteral("Ufuk")));
-    EXPECT_FALSE(player.is(QStringLiteral("Ufuk#EUW")));
+    const auto player = playerNamed(QStringLiteral("Ufuk#TR1"));
+    EXPECT_TRUE(player.matches(QStringLiteral("ufuk#tr1")));
+    EXPECT_FALSE(player.matches(QStringLiteral("Ufuk")));
+    EXPECT_FALSE(player.matches(QStringLiteral("Ufuk#EUW")));
 }
 
-TEST(LocalPlayer, LearnsNoMoreNamesThanAPlayerCanHave)
+TEST(LocalPlayer, BoundsNumberOfNames)
 {
     LocalPlayer player;
     for (int i = 0; i < 1000; ++i) {
-        player.learn({QString::number(i), QString(), QString()});
+        player.addNames({QString::number(i), QString(), QString()});
     }
-    EXPECT_TRUE(player.is(QStringLiteral("0")));
-    EXPECT_FALSE(player.is(QStringLiteral("999")));
+    EXPECT_TRUE(player.matches(QStringLiteral("0")));
+    EXPECT_FALSE(player.matches(QStringLiteral("999")));
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 namespace quelto {
 namespace {
 
-TEST(ClipTier, FollowsFromTheScore)
+TEST(ClipTier, DependsOnScore)
 {
     EXPECT_EQ(tierFromScore(7), std::nullopt);
     EXPECT_EQ(tierFromScore(8), ClipTier::basic);
@@ -16,7 +16,7 @@ TEST(ClipTier, FollowsFromTheScore)
     EXPECT_EQ(tierFromScore(90), ClipTier::epic);
 }
 
-TEST(ClipTier, IsReadBackFromItsTagOnly)
+TEST(ClipTier, RoundTripsThroughItsExactTag)
 {
     for (const auto tier : AllClipTiers) {
         EXPECT_EQ(tierFromTag(tagOf(tier)), tier);
@@ -25,7 +25,7 @@ TEST(ClipTier, IsReadBackFromItsTagOnly)
     EXPECT_EQ(tierFromTag(QString()), std::nullopt);
 }
 
-TEST(ClipTier, HasAWordForTheUser)
+TEST(ClipTier, HasTranslatedLabel)
 {
     EXPECT_EQ(labelOf(ClipTier::epic), QStringLiteral("Efsane"));
     EXPECT_EQ(labelOf(ClipTier::medium), QStringLiteral("Orta"));

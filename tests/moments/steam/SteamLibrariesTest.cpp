@@ -21,17 +21,17 @@ protected:
         EXPECT_TRUE(QDir().mkpath(at(path)));
         return at(path);
     }
-    void link(const char* target, const char* name) const
+    void makeLink(const char* target, const char* name) const
     {
         QDir().mkpath(QFileInfo(at(name)).path());
         EXPECT_TRUE(QFile::link(at(target), at(name)));
     }
-    void list(const char* steamFolder, const QStringList& paths, const QByteArray& before = {}) const
+    void writeLibraryList(const char* steamFolder, const QStringList& paths, const QByteArray& prefix = {}) const
     {
         makeFolder((QByteArray(steamFolder) + "/steamapps").constData());
         QFile file(at(steamFolder) + QStringLiteral("/steamapps/libraryfolders.vdf"));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(before + "\"libraryfolders\"\n{\n");
+        file.write(prefix + "\"libraryfolders\"\n{\n");
         for (int i = 0; i < paths.size(); ++i) {
             auto escaped = paths[i];
             escaped.replace(QStringLiteral("\\"), QStringLiteral("\\\\"));
@@ -47,40 +47,40 @@ protected:
     QTemporaryDir m_folder;
 };
 
-TEST_F(SteamLibraries, AreNoneWithoutSteam)
+TEST_F(SteamLibraries, EmptyWithoutSteam)
 {
     EXPECT_TRUE(steamLibraries(home()).isEmpty());
     EXPECT_TRUE(steamLibraries(home() + QStringLiteral("/nothing here")).isEmpty());
 }
 
-TEST_F(SteamLibraries, AreTheSteamFolderAloneWithoutAList)
+TEST_F(SteamLibraries, OnlySteamFolderWithoutLibraryList)
 {
     const auto steam = makeFolder(".local/share/Steam");
     EXPECT_EQ(steamLibraries(home()), QStringList{steam});
 }
 
-TEST_F(SteamLibraries, ComeInTheOrderOfTheListBehindTheSteamFolder)
+TEST_F(SteamLibraries, FollowListOrderAfterSteamFolder)
 {
     const auto steam = makeFolder(".local/share/Steam");
     const auto second = makeFolder("mnt/Zweite Platte/Steam Oyunları");
     const auto first = makeFolder("mnt/a");
-    list(".local/share/Steam", {steam, second, first, second});
+    writeLibraryList(".local/share/Steam", {steam, second, first, second});
     EXPECT_EQ(steamLibraries(home()), (QStringList{steam, second, first}));
 }
 
-TEST_F(SteamLibraries, AreCountedOnceHoweverManyLinksLeadThere)
+TEST_F(SteamLibraries, SymbolicLinksGiveNoDuplicates)
 {
     const auto steam = makeFolder(".local/share/Steam");
-    link(".local/share/Steam", ".steam/steam");
-    link(".steam/steam", ".steam/root");
-    link(".local/share/Steam", ".steam/debian-installation");
+    makeLink(".local/share/Steam", ".steam/steam");
+    makeLink(".steam/steam", ".steam/root");
+    makeLink(".local/share/Steam", ".steam/debian-installation");
     const auto library = makeFolder("games");
-    link("games", "games too");
-    list(".local/share/Steam", {at("games too"), library, at(".steam/root")});
+    makeLink("games", "games too");
+    writeLibraryList(".local/share/Steam", {at("games too"), library, at(".steam/root")});
     EXPECT_EQ(steamLibraries(home()), (QStringList{steam, library}));
 }
 
-TEST_F(SteamLibraries, AreFoundForEveryWayOfPackaging)
+TEST_F(SteamLibraries, FindsEveryPackaging)
 {
     for (const auto* folder :
          {".local/share/Steam", ".steam/debian-installation", ".var/app/com.valvesoftware.Steam/.local/share/Steam",
@@ -93,43 +93,44 @@ TEST_F(SteamLibraries, AreFoundForEveryWayOfPackaging)
     }
 }
 
-TEST_F(SteamLibraries, OfSeveralSteamsAreAllListed)
+TEST_F(SteamLibraries, ListsLibrariesOfAllInstallations)
 {
     const auto native = makeFolder(".local/share/Steam");
     const auto flatpak = makeFolder(".var/app/com.valvesoftware.Steam/.local/share/Steam");
     const auto mine = makeFolder("mine");
     const auto shared = makeFolder("shared");
-    list(".local/share/Steam", {native, shared});
-    list(".var/app/com.valvesoftware.Steam/.local/share/Steam", {flatpak, shared, mine});
+    writeLibraryList(".local/share/Steam", {native, shared});
+    writeLibraryList(".var/app/com.valvesoftware.Steam/.local/share/Steam", {flatpak, shared, mine});
     EXPECT_EQ(steamLibraries(home()), (QStringList{native, shared, flatpak, mine}));
 }
 
-TEST_F(SteamLibraries, WhoseFoldersAreNotThereAreLeftOut)
+TEST_F(SteamLibraries, SkipsMissingFolders)
 {
     const auto steam = makeFolder(".local/share/Steam");
     QFile file(at("a file"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    list(".local/share/Steam", {at("unplugged"), at("a file"), QStringLiteral("."), QStringLiteral("relative")});
+    writeLibraryList(".local/share/Steam",
+                     {at("unplugged"), at("a file"), QStringLiteral("."), QStringLiteral("relative")});
     EXPECT_EQ(steamLibraries(home()), QStringList{steam});
 }
 
-TEST_F(SteamLibraries, MayHaveBackslashesInTheirNames)
+TEST_F(SteamLibraries, UnescapesBackslashes)
 {
     const auto steam = makeFolder(".local/share/Steam");
     const auto odd = makeFolder("back\\slash");
-    list(".local/share/Steam", {odd});
+    writeLibraryList(".local/share/Steam", {odd});
     EXPECT_EQ(steamLibraries(home()), (QStringList{steam, odd}));
 }
 
-TEST_F(SteamLibraries, SurviveBytesThatAreNoText)
+TEST_F(SteamLibraries, IgnoresInvalidUtf8)
 {
     const auto steam = makeFolder(".local/share/Steam");
     const auto library = makeFolder("games");
-    list(".local/share/Steam", {library}, QByteArray("\xff\xfe\0\xc3\"path\" \"\"\n", 14));
+    writeLibraryList(".local/share/Steam", {library}, QByteArray("\xff\xfe\0\xc3\"path\" \"\"\n", 14));
     EXPECT_EQ(steamLibraries(home()), (QStringList{steam, library}));
 }
 
-TEST_F(SteamLibraries, AreNotWaitedForWhereTheListIsAPipe)
+TEST_F(SteamLibraries, DoesNotBlockOnPipeAsLibraryList)
 {
     const auto steam = makeFolder(".local/share/Steam");
     makeFolder(".local/share/Steam/steamapps");

@@ -12,8 +12,8 @@ using test::ScriptedWatcher;
 
 class MatchWatcherTest : public testing::Test {
 protected:
-    int m_count = 0;
-    QCoreApplication m_application{m_count, nullptr};
+    int m_argc = 0;
+    QCoreApplication m_application{m_argc, nullptr};
 };
 
 const Moment SomeMoment{.game = QStringLiteral("Dota 2"),
@@ -23,69 +23,69 @@ const Moment SomeMoment{.game = QStringLiteral("Dota 2"),
                         .seconds = 20,
                         .events = {}};
 
-TEST_F(MatchWatcherTest, TellsInOrderAndTheLineBeforeItsMoment)
+TEST_F(MatchWatcherTest, PublishesInOrderAndLastMomentBeforeItsMoment)
 {
     ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}, GameDetected{}, SomeMoment, GameEnded{}});
     watcher.start();
-    while (watcher.opened == 0) {
+    while (watcher.openCount == 0) {
         QThread::yieldCurrentThread();
     }
-    QStringList told;
-    while (told.size() < 6) {
-        told += watcher.told();
+    QStringList received;
+    while (received.size() < 6) {
+        received += watcher.takeReceived();
     }
-    EXPECT_EQ(told.join(u'|'),
+    EXPECT_EQ(received.join(u'|'),
               QStringLiteral("inGame|Zeus|detected|Orta • Triple Kill • 45 puan|moment Triple Kill|ended"));
     EXPECT_TRUE(watcher.inGame());
 }
 
-TEST_F(MatchWatcherTest, AStopDropsWhatWasStillUnderWay)
+TEST_F(MatchWatcherTest, StopDiscardsUnpublishedEvents)
 {
     ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}, GameDetected{}});
     watcher.start();
-    watcher.finish();
-    EXPECT_EQ(watcher.closed, 1);
-    EXPECT_EQ(watcher.told(), QStringList());
+    watcher.stopAndWait();
+    EXPECT_EQ(watcher.closeCount, 1);
+    EXPECT_EQ(watcher.takeReceived(), QStringList());
     EXPECT_FALSE(watcher.inGame());
 }
 
-TEST_F(MatchWatcherTest, NewsOfAnEarlierRunAreNotTakenForTheNextOnes)
+TEST_F(MatchWatcherTest, EventsOfEarlierRunAreDiscardedAfterRestart)
 {
     ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}});
     watcher.start();
     watcher.stop();
     watcher.start();
-    watcher.finish();
-    EXPECT_EQ(watcher.opened, 2);
-    EXPECT_EQ(watcher.told(), QStringList());
+    watcher.stopAndWait();
+    EXPECT_EQ(watcher.openCount, 2);
+    EXPECT_EQ(watcher.takeReceived(), QStringList());
     watcher.start();
     while (!watcher.inGame()) {
-        watcher.told();
+        watcher.takeReceived();
     }
 }
 
-TEST_F(MatchWatcherTest, AStopClearsTheStateAndEndsNothing)
+TEST_F(MatchWatcherTest, StopClearsStateWithoutReportingGameEnd)
 {
     ScriptedWatcher watcher({MatchState{true, QStringLiteral("Zeus")}});
     watcher.start();
     while (!watcher.inGame()) {
-        watcher.told();
+        watcher.takeReceived();
     }
     watcher.stop();
     EXPECT_FALSE(watcher.inGame());
     EXPECT_EQ(watcher.character(), QString());
-    EXPECT_FALSE(watcher.told().contains(QStringLiteral("ended")));
+    EXPECT_FALSE(watcher.takeReceived().contains(QStringLiteral("ended")));
 }
 
-TEST_F(MatchWatcherTest, ASecondStartOpensWhatIsMissing)
+TEST_F(MatchWatcherTest, SecondStartOpensAgain)
 {
     ScriptedWatcher watcher;
     watcher.start();
     watcher.start();
-    watcher.finish();
-    EXPECT_EQ(watcher.opened, 2);
-    watcher.finish();
-    EXPECT_EQ(watcher.closed, 1);
+    watcher.stopAndWait();
+    EXPECT_EQ(watcher.openCount, 2);
+    watcher.stopAndWait();
+    EXPECT_EQ(watcher.closeCount, 1);
 }
 
 } // namespace

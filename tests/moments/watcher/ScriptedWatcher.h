@@ -7,45 +7,45 @@
 
 namespace quelto::test {
 
-/// Says what a test puts into it.
+/// Publishes the events given by the test when it opens, and records the emitted signals.
 class ScriptedWatcher final : public MatchWatcher {
 public:
-    explicit ScriptedWatcher(MatchEvents atOpening = {})
+    explicit ScriptedWatcher(MatchEvents eventsOnOpen = {})
         : MatchWatcher(QStringLiteral("test"))
-        , m_atOpening(std::move(atOpening))
+        , m_eventsOnOpen(std::move(eventsOnOpen))
     {
-        connect(this, &MatchWatcher::inGameChanged, this, [this] { m_told.append(QStringLiteral("inGame")); });
-        connect(this, &MatchWatcher::characterChanged, this, [this](const QString& name) { m_told.append(name); });
-        connect(this, &MatchWatcher::gameDetected, this, [this] { m_told.append(QStringLiteral("detected")); });
-        connect(this, &MatchWatcher::gameEnded, this, [this] { m_told.append(QStringLiteral("ended")); });
-        connect(this, &MatchWatcher::lastMomentChanged, this, [this] { m_told.append(lastMoment()); });
+        connect(this, &MatchWatcher::inGameChanged, this, [this] { m_received.append(QStringLiteral("inGame")); });
+        connect(this, &MatchWatcher::characterChanged, this, [this](const QString& name) { m_received.append(name); });
+        connect(this, &MatchWatcher::gameDetected, this, [this] { m_received.append(QStringLiteral("detected")); });
+        connect(this, &MatchWatcher::gameEnded, this, [this] { m_received.append(QStringLiteral("ended")); });
+        connect(this, &MatchWatcher::lastMomentChanged, this, [this] { m_received.append(lastMoment()); });
         connect(this, &MatchWatcher::momentDetected, this,
-                [this](const Moment& moment) { m_told.append(QStringLiteral("moment ") + moment.label); });
+                [this](const Moment& moment) { m_received.append(QStringLiteral("moment ") + moment.label); });
     }
 
-    ~ScriptedWatcher() override { finish(); }
+    ~ScriptedWatcher() override { stopAndWait(); }
 
-    using GameWatcher::finish;
+    using GameWatcher::stopAndWait;
 
-    QStringList told()
+    QStringList takeReceived()
     {
         QCoreApplication::sendPostedEvents();
-        return std::exchange(m_told, {});
+        return std::exchange(m_received, {});
     }
 
-    std::atomic<int> opened{0};
-    std::atomic<int> closed{0};
+    std::atomic<int> openCount{0};
+    std::atomic<int> closeCount{0};
 
 private:
     void open() override
     {
-        ++opened;
-        publishEvents(m_atOpening);
+        ++openCount;
+        publishEvents(m_eventsOnOpen);
     }
-    void close() override { ++closed; }
+    void close() override { ++closeCount; }
 
-    MatchEvents m_atOpening;
-    QStringList m_told;
+    MatchEvents m_eventsOnOpen;
+    QStringList m_received;
 };
 
 } // namespace quelto::test

@@ -20,7 +20,7 @@ protected:
     LogFolders folders{home.path()};
 };
 
-TEST_F(LogFoldersTest, FlavoursComeInOrder)
+TEST_F(LogFoldersTest, ListsFlavoursInOrder)
 {
     const auto game = makeGame();
     Paths expected;
@@ -32,7 +32,7 @@ TEST_F(LogFoldersTest, FlavoursComeInOrder)
     EXPECT_EQ(folders.existing(0), expected);
 }
 
-TEST_F(LogFoldersTest, OnlyFoldersThatExistCount)
+TEST_F(LogFoldersTest, ListsExistingFoldersOnly)
 {
     const auto game = makeGame();
     fs::create_directories(game / "_retail_");
@@ -43,7 +43,7 @@ TEST_F(LogFoldersTest, OnlyFoldersThatExistCount)
     EXPECT_EQ(folders.existing(0), Paths());
 }
 
-TEST_F(LogFoldersTest, AFolderThatTwoLeadToCountsOnce)
+TEST_F(LogFoldersTest, LinkedFolderIsListedOnce)
 {
     const auto game = makeGame();
     fs::create_directories(game / "_retail_" / "Logs");
@@ -51,7 +51,7 @@ TEST_F(LogFoldersTest, AFolderThatTwoLeadToCountsOnce)
     EXPECT_EQ(folders.existing(0), Paths{game / "_retail_" / "Logs"});
 }
 
-TEST_F(LogFoldersTest, PrefixesAreLookedForEvery30SecondsAndFoldersEachTime)
+TEST_F(LogFoldersTest, SearchesPrefixesEvery30SecondsAndFoldersOnEachCall)
 {
     EXPECT_EQ(folders.existing(100), Paths());
     const auto game = makeGame();
@@ -86,7 +86,7 @@ protected:
     TestFolder folder;
 };
 
-TEST_F(NewestLog, IsTheOneWrittenLastOfAllFolders)
+TEST_F(NewestLog, IsLastWrittenLogOfAllFolders)
 {
     const TestFolder other;
     make("WoWCombatLog.txt", 1000);
@@ -100,7 +100,7 @@ TEST_F(NewestLog, IsTheOneWrittenLastOfAllFolders)
     EXPECT_DOUBLE_EQ(log->modified, 1000.25);
 }
 
-TEST_F(NewestLog, OtherNamesAreNoLogs)
+TEST_F(NewestLog, IgnoresOtherNames)
 {
     for (const auto* name : {"WoWCombatLog.txt.bak", "WoWCombatLog", "wowcombatlog.txt", "xWoWCombatLog.txt",
                              "WoWCombatLog.TXT", "Client.log", "WoWCombatLogtxt"}) {
@@ -111,7 +111,7 @@ TEST_F(NewestLog, OtherNamesAreNoLogs)
     EXPECT_EQ(newest(), log);
 }
 
-TEST_F(NewestLog, WhatIsNoFileIsPassedOver)
+TEST_F(NewestLog, IgnoresEverythingButFiles)
 {
     const auto log = make("WoWCombatLog-1.txt", 1000);
     fs::create_directory(folder.path() / "WoWCombatLog.txt");
@@ -122,7 +122,7 @@ TEST_F(NewestLog, WhatIsNoFileIsPassedOver)
     EXPECT_EQ(newest(), log);
 }
 
-TEST_F(NewestLog, MayBeALinkToAFile)
+TEST_F(NewestLog, MayBeSymbolicLink)
 {
     const TestFolder other;
     TestFolder::write(other.path() / "log", "x");

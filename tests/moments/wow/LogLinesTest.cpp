@@ -26,13 +26,13 @@ QByteArrayList pickedFromBlocks(const QByteArrayList& blocks)
     return picked;
 }
 
-QByteArray lineOf(qsizetype length)
+QByteArray lineOfSize(qsizetype size)
 {
     const QByteArray begin = "8/3 22:09:58.548  UNIT_DIED,";
-    return begin + QByteArray(length - begin.size(), 'x');
+    return begin + QByteArray(size - begin.size(), 'x');
 }
 
-TEST(LogLines, PicksTheLinesWithAnEventsWordOnly)
+TEST(LogLines, SelectsOnlyLinesWithEventName)
 {
     const QByteArray log = "a  SPELL_DAMAGE\r\n"
                            "b  PARTY_KILL,1\r\n"
@@ -50,43 +50,43 @@ TEST(LogLines, PicksTheLinesWithAnEventsWordOnly)
     EXPECT_EQ(pickedFromBlocks({log}), pickedLineByLine(log));
 }
 
-TEST(LogLines, ALineIsNotHandedOutBeforeItsEnd)
+TEST(LogLines, WaitsForEndOfLine)
 {
     EXPECT_EQ(pickedFromBlocks({"a  UNIT_DIED,1"}), QByteArrayList());
     EXPECT_EQ(pickedFromBlocks({"a  UNIT_DIED,1", "", "2\n"}), QByteArrayList{"a  UNIT_DIED,12"});
 }
 
-TEST(LogLines, ClearingForgetsTheBeginningOfALine)
+TEST(LogLines, ClearDiscardsIncompleteLine)
 {
     QByteArrayList picked;
-    const auto note = [&](QByteArrayView line) { picked.append(line.toByteArray()); };
+    const auto onLine = [&](QByteArrayView line) { picked.append(line.toByteArray()); };
     LogLines lines;
-    lines.take("old  PARTY_KI", note);
+    lines.take("old  PARTY_KI", onLine);
     lines.clear();
-    lines.take("new  UNIT_DIED\n", note);
-    lines.take(QByteArray(10'000, 'x'), note);
+    lines.take("new  UNIT_DIED\n", onLine);
+    lines.take(QByteArray(10'000, 'x'), onLine);
     lines.clear();
-    lines.take("newer  UNIT_DIED\n", note);
+    lines.take("newer  UNIT_DIED\n", onLine);
     EXPECT_EQ(picked, (QByteArrayList{"new  UNIT_DIED", "newer  UNIT_DIED"}));
 }
 
-TEST(LogLines, ALineOf4095BytesIsTheLongest)
+TEST(LogLines, SkipsLinesOf4096BytesOrMore)
 {
-    for (const auto length : {4094, 4095}) {
-        const auto line = lineOf(length);
+    for (const auto size : {4094, 4095}) {
+        const auto line = lineOfSize(size);
         EXPECT_EQ(pickedFromBlocks({line + '\n'}), QByteArrayList{line});
         EXPECT_EQ(pickedFromBlocks({line, "\n"}), QByteArrayList{line});
     }
-    for (const auto length : {4096, 4097, 10'000}) {
-        const auto line = lineOf(length);
-        EXPECT_EQ(pickedFromBlocks({line + "\nUNIT_DIED\n"}), QByteArrayList{"UNIT_DIED"}) << length;
-        EXPECT_EQ(pickedFromBlocks({line, "\nUNIT_DIED\n"}), QByteArrayList{"UNIT_DIED"}) << length;
+    for (const auto size : {4096, 4097, 10'000}) {
+        const auto line = lineOfSize(size);
+        EXPECT_EQ(pickedFromBlocks({line + "\nUNIT_DIED\n"}), QByteArrayList{"UNIT_DIED"}) << size;
+        EXPECT_EQ(pickedFromBlocks({line, "\nUNIT_DIED\n"}), QByteArrayList{"UNIT_DIED"}) << size;
         EXPECT_EQ(pickedFromBlocks({line.left(4000), line.mid(4000) + "\nUNIT_DIED\n"}), QByteArrayList{"UNIT_DIED"})
-            << length;
+            << size;
     }
 }
 
-TEST(LogLines, CutAtEveryByteALogGivesTheSame)
+TEST(LogLines, SplitAtAnyByteGivesSameLines)
 {
     for (const auto* name : {"battleground.log", "keystones.log"}) {
         const auto log = readFixture(QString::fromLatin1(name));
@@ -98,7 +98,7 @@ TEST(LogLines, CutAtEveryByteALogGivesTheSame)
     }
 }
 
-TEST(LogLines, ByteByByteALogGivesTheSame)
+TEST(LogLines, ByteByByteGivesSameLines)
 {
     const auto log = readFixture(QStringLiteral("raid-night.log"));
     QByteArrayList bytes;
@@ -108,7 +108,7 @@ TEST(LogLines, ByteByByteALogGivesTheSame)
     EXPECT_EQ(pickedFromBlocks(bytes), pickedLineByLine(log));
 }
 
-TEST(LogLines, AnyMixtureOfPiecesGivesTheSameAsLineByLine)
+TEST(LogLines, RandomBlocksGiveSameLines)
 {
     std::mt19937 random(20261121);
     const QByteArrayList pieces{"PARTY_KILL",
@@ -127,7 +127,7 @@ TEST(LogLines, AnyMixtureOfPiecesGivesTheSameAsLineByLine)
                                 ",",
                                 "CHALLENGE_MO",
                                 "DE_END",
-                                lineOf(4090),
+                                lineOfSize(4090),
                                 "PARTY_",
                                 "\n",
                                 "KILL",
@@ -146,10 +146,10 @@ TEST(LogLines, AnyMixtureOfPiecesGivesTheSameAsLineByLine)
     }
 }
 
-TEST(LogLines, ALineOf100MegabytesIsPassedOverInTheSpaceOfOneLine)
+TEST(LogLines, SkipsLineOf100MegabytesInBoundedMemory)
 {
-    // What it may hold is a part of itself.
-    static_assert(sizeof(LogLines) < 2 * LogLines::LongestLogLine);
+    // All of its memory is within the object.
+    static_assert(sizeof(LogLines) < 2 * LogLines::MaxLineSize);
     static_assert(std::is_trivially_copyable_v<LogLines>);
     int picked = 0;
     LogLines lines;

@@ -9,7 +9,7 @@
 
 namespace quelto::test {
 
-/// Which lines of a log may matter, with no regard to speed.
+/// The lines that LogLines must select, computed line by line without optimisation.
 inline QByteArrayList pickedLineByLine(const QByteArray& log)
 {
     QByteArrayList picked;

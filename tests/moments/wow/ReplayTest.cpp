@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Whole sessions in the form in which the game writes them, read once a second while they grow. Beside each stands the
-// table of what is to come of it.
+// Replays whole sessions in the game's log format, read once a second while the logs grow. The ".moments" file next to
+// each log lists the expected moments.
 #include "moments/wow/LogTail.h"
 #include "moments/wow/WowFights.h"
 #include "tests/moments/wow/Fixtures.h"
@@ -16,7 +16,7 @@
 namespace quelto {
 namespace {
 
-struct StampedLine {
+struct TimedLine {
     double time = 0;
     std::string file;
     QByteArray bytes;
@@ -31,7 +31,7 @@ double secondsOf(const QByteArray& line)
         match.captured(4).toInt() / 1000.0;
 }
 
-QString described(double readAt, const Moment& moment)
+QString toText(double readAt, const Moment& moment)
 {
     QStringList markers;
     for (const auto& event : moment.events) {
@@ -42,7 +42,7 @@ QString described(double readAt, const Moment& moment)
              QString::number(moment.seconds), moment.label, markers.join(QStringLiteral(", ")));
 }
 
-/// A session of one or more logs, in seconds since its first line's second.
+/// A session of one or more logs. Times are in seconds since the second of the first line.
 class Session {
 public:
     explicit Session(const QStringList& names)
@@ -54,31 +54,31 @@ public:
                 m_lines.push_back({secondsOf(line), "WoWCombatLog-" + name.toStdString() + ".txt", line + '\n'});
             }
         }
-        const auto start = std::floor(m_lines.front().time);
+        const auto firstSecond = std::floor(m_lines.front().time);
         for (auto& line : m_lines) {
-            line.time -= start;
-            // Over midnight.
+            line.time -= firstSecond;
+            // The session continues after midnight.
             line.time += line.time < 0 ? 86'400 : 0;
         }
         std::stable_sort(m_lines.begin(), m_lines.end(),
                          [](const auto& one, const auto& other) { return one.time < other.time; });
     }
 
-    /// The moments that a watcher sees that is started at the given second.
-    QStringList replayed(double from = 0)
+    /// Replays the session for a watcher that starts at the given second; returns its moments.
+    QStringList replay(double start = 0)
     {
         QStringList moments;
         const TestFolder folder;
         WowFights fights;
-        double now = from;
-        const auto note = [&](const QList<Moment>& list) {
+        double now = start;
+        const auto record = [&](const QList<Moment>& list) {
             for (const auto& moment : list) {
-                moments.append(described(now, moment));
+                moments.append(toText(now, moment));
             }
         };
         LogTail tail([&](QByteArrayView line) {
             if (const auto event = logEvent(line)) {
-                note(fights.take(*event, now));
+                record(fights.take(*event, now));
             }
         });
         auto next = m_lines.begin();
@@ -94,13 +94,13 @@ public:
             if (const auto log = newestLog({folder.path()})) {
                 tail.follow(*log, now - log->modified);
             }
-            note(fights.tick(now));
+            record(fights.tick(now));
         }
         return moments;
     }
 
 private:
-    std::vector<StampedLine> m_lines;
+    std::vector<TimedLine> m_lines;
 };
 
 QStringList expected(const QString& name, double from = 0)
@@ -115,30 +115,30 @@ QStringList expected(const QString& name, double from = 0)
     return rows;
 }
 
-TEST(Replay, ABattleground)
+TEST(Replay, DetectsMomentsOfBattleground)
 {
-    EXPECT_EQ(Session({QStringLiteral("battleground")}).replayed(), expected(QStringLiteral("battleground")));
+    EXPECT_EQ(Session({QStringLiteral("battleground")}).replay(), expected(QStringLiteral("battleground")));
 }
 
-TEST(Replay, ARaidNightOverMidnight)
+TEST(Replay, DetectsMomentsOfRaidOverMidnight)
 {
-    EXPECT_EQ(Session({QStringLiteral("raid-night")}).replayed(), expected(QStringLiteral("raid-night")));
+    EXPECT_EQ(Session({QStringLiteral("raid-night")}).replay(), expected(QStringLiteral("raid-night")));
 }
 
-TEST(Replay, KeystoneRuns)
+TEST(Replay, DetectsMomentsOfKeystoneRuns)
 {
-    EXPECT_EQ(Session({QStringLiteral("keystones")}).replayed(), expected(QStringLiteral("keystones")));
+    EXPECT_EQ(Session({QStringLiteral("keystones")}).replay(), expected(QStringLiteral("keystones")));
 }
 
-TEST(Replay, AnEveningInTwoLogs)
+TEST(Replay, DetectsMomentsInTwoLogs)
 {
-    EXPECT_EQ(Session({QStringLiteral("evening-first"), QStringLiteral("evening-second")}).replayed(),
+    EXPECT_EQ(Session({QStringLiteral("evening-first"), QStringLiteral("evening-second")}).replay(),
               expected(QStringLiteral("evening")));
 }
 
-TEST(Replay, AStartInMidSessionTellsNothingOld)
+TEST(Replay, StartMidSessionIgnoresOldEvents)
 {
-    EXPECT_EQ(Session({QStringLiteral("raid-night")}).replayed(90), expected(QStringLiteral("raid-night"), 90));
+    EXPECT_EQ(Session({QStringLiteral("raid-night")}).replay(90), expected(QStringLiteral("raid-night"), 90));
 }
 
 } // namespace

@@ -15,7 +15,7 @@
 
 namespace quelto {
 
-/// A folder of a test's own, with the few things that logs do to files.
+/// A temporary folder, with the file operations that log tests need.
 class TestFolder {
 public:
     std::filesystem::path path() const { return m_folder.path().toStdString(); }

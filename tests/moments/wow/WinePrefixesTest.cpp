@@ -19,13 +19,13 @@ protected:
     TestFolder home;
 };
 
-TEST_F(WinePrefixes, AHomeWithoutAnyHasNoGame)
+TEST_F(WinePrefixes, EmptyWithoutPrefixes)
 {
     EXPECT_EQ(found(), Paths());
     EXPECT_EQ(gameFoldersInPrefixes("/nowhere/at/all"), Paths());
 }
 
-TEST_F(WinePrefixes, LooksIntoEveryToolsPrefixes)
+TEST_F(WinePrefixes, SearchesPrefixesOfAllTools)
 {
     const char* const drives[]{
         ".wine/drive_c",
@@ -47,7 +47,7 @@ TEST_F(WinePrefixes, LooksIntoEveryToolsPrefixes)
     }
 }
 
-TEST_F(WinePrefixes, LooksAtThreePlacesOnTheDriveInOrder)
+TEST_F(WinePrefixes, SearchesThreeLocationsInOrder)
 {
     const auto onDrive = home.makeFolder(".wine/drive_c/World of Warcraft");
     const auto native = home.makeFolder(".wine/drive_c/Program Files/World of Warcraft");
@@ -56,19 +56,19 @@ TEST_F(WinePrefixes, LooksAtThreePlacesOnTheDriveInOrder)
     EXPECT_EQ(found(), (Paths{old, native, onDrive}));
 }
 
-TEST_F(WinePrefixes, LinksToOneFolderCountOnce)
+TEST_F(WinePrefixes, LinkedFolderIsListedOnce)
 {
     const auto game = home.makeFolder("disk/World of Warcraft");
     for (const auto* drive : {".wine/drive_c", "Games/a/drive_c", "Games/b/drive_c"}) {
         fs::create_directory_symlink(game, home.makeFolder(drive) / "World of Warcraft");
     }
-    // Tools for Proton link a prefix into itself.
+    // Tools for Proton create a link "pfx" from a prefix to itself.
     fs::create_directory_symlink(".", home.path() / "Games/a/pfx");
     fs::create_directory_symlink("a", home.path() / "Games/c");
     EXPECT_EQ(found(), Paths{game});
 }
 
-TEST_F(WinePrefixes, BrokenEntriesArePassedOver)
+TEST_F(WinePrefixes, SkipsBrokenEntries)
 {
     const auto game = home.makeFolder("Games/z/drive_c/World of Warcraft");
     TestFolder::write(home.path() / "Games/file", "x");

@@ -8,14 +8,14 @@
 
 namespace quelto {
 
-/// What games send is nested a handful of levels deep; what is nested deeper is not from a game.
-inline constexpr int DeepestJson = 64;
+/// The deepest nesting that is parsed. Games nest a handful of levels.
+inline constexpr int MaxJsonDepth = 64;
 
-/// The bytes as a JSON object; nothing for anything else, nesting beyond DeepestJson included.
-std::optional<QJsonObject> jsonObject(const QByteArray& bytes);
+/// Parses a JSON object. Returns nothing for any other content, and for nesting deeper than MaxJsonDepth.
+std::optional<QJsonObject> parseJsonObject(const QByteArray& bytes);
 
-/// A field by its kind. A value of another kind counts as absent; so does a number that is no whole one, or that no int
-/// can hold, where an integer is asked for.
+/// These functions read one field of the given type. A value of another type counts as absent. For integerIn(), so does
+/// a number with a fraction and one outside the range of int.
 std::optional<double> numberIn(const QJsonObject& object, QLatin1StringView key);
 std::optional<int> integerIn(const QJsonObject& object, QLatin1StringView key);
 std::optional<bool> booleanIn(const QJsonObject& object, QLatin1StringView key);

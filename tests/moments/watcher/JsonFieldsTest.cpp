@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "moments/watcher/JsonReading.h"
+#include "moments/watcher/JsonFields.h"
 
 #include <gtest/gtest.h>
 
@@ -11,30 +11,30 @@ QByteArray nested(int depth)
     return R"({"a":)" + QByteArray(depth - 1, '[') + QByteArray(depth - 1, ']') + '}';
 }
 
-TEST(JsonReading, TakesObjectsOnly)
+TEST(JsonFields, ParsesObjectsOnly)
 {
-    EXPECT_TRUE(jsonObject("{}"));
-    EXPECT_FALSE(jsonObject("[]"));
-    EXPECT_FALSE(jsonObject("7"));
-    EXPECT_FALSE(jsonObject(""));
-    EXPECT_FALSE(jsonObject(R"({"a":)"));
+    EXPECT_TRUE(parseJsonObject("{}"));
+    EXPECT_FALSE(parseJsonObject("[]"));
+    EXPECT_FALSE(parseJsonObject("7"));
+    EXPECT_FALSE(parseJsonObject(""));
+    EXPECT_FALSE(parseJsonObject(R"({"a":)"));
 }
 
-TEST(JsonReading, IgnoresWhatIsNestedDeeperThanGamesDo)
+TEST(JsonFields, RejectsDeepNesting)
 {
-    EXPECT_TRUE(jsonObject(nested(DeepestJson)));
-    EXPECT_FALSE(jsonObject(nested(DeepestJson + 1)));
-    EXPECT_FALSE(jsonObject(QByteArray(4'000'000, '[')));
+    EXPECT_TRUE(parseJsonObject(nested(MaxJsonDepth)));
+    EXPECT_FALSE(parseJsonObject(nested(MaxJsonDepth + 1)));
+    EXPECT_FALSE(parseJsonObject(QByteArray(4'000'000, '[')));
 }
 
-TEST(JsonReading, BracketsInTextsAreNoNesting)
+TEST(JsonFields, BracketsInStringsAreNotNesting)
 {
-    EXPECT_TRUE(jsonObject(R"({"a":")" + QByteArray(1000, '[') + R"(\"[[","b":"\\"})"));
+    EXPECT_TRUE(parseJsonObject(R"({"a":")" + QByteArray(1000, '[') + R"(\"[[","b":"\\"})"));
 }
 
-TEST(JsonReading, AWrongKindCountsAsAbsent)
+TEST(JsonFields, WrongTypeCountsAsAbsent)
 {
-    const auto object = *jsonObject(R"({"number":1.5,"whole":3,"text":"3","yes":true,"none":null,"huge":1e300,
+    const auto object = *parseJsonObject(R"({"number":1.5,"whole":3,"text":"3","yes":true,"none":null,"huge":1e300,
                                         "edge":2147483647,"over":2147483648,"below":-2147483648})");
     EXPECT_EQ(numberIn(object, QLatin1StringView("number")), 1.5);
     EXPECT_EQ(numberIn(object, QLatin1StringView("text")), std::nullopt);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "moments/watcher/JsonReading.h"
+#include "moments/watcher/JsonFields.h"
 
 #include <QJsonDocument>
 
@@ -9,21 +9,21 @@ namespace quelto {
 
 namespace {
 
-/// Looked at before the parser is, so that depth costs neither its stack nor its memory.
+/// Runs before the parser, so that deep nesting costs the parser neither stack nor memory.
 bool isDeeperThan(int limit, const QByteArray& bytes)
 {
     int depth = 0;
-    bool isInText = false;
+    bool isInString = false;
     for (qsizetype i = 0; i < bytes.size(); ++i) {
         const char byte = bytes[i];
-        if (isInText) {
+        if (isInString) {
             if (byte == '\\') {
                 ++i;
             } else {
-                isInText = byte != '"';
+                isInString = byte != '"';
             }
         } else if (byte == '"') {
-            isInText = true;
+            isInString = true;
         } else if (byte == '{' || byte == '[') {
             if (++depth > limit) {
                 return true;
@@ -37,9 +37,9 @@ bool isDeeperThan(int limit, const QByteArray& bytes)
 
 } // namespace
 
-std::optional<QJsonObject> jsonObject(const QByteArray& bytes)
+std::optional<QJsonObject> parseJsonObject(const QByteArray& bytes)
 {
-    if (isDeeperThan(DeepestJson, bytes)) {
+    if (isDeeperThan(MaxJsonDepth, bytes)) {
         return std::nullopt;
     }
     const auto document = QJsonDocument::fromJson(bytes);
