@@ -109,8 +109,8 @@ QString displayName(const WindowIdentity& identity, DesktopEntries& applications
     if (!isForeign) {
         names.append(programName(identity.processID));
     }
-    if (const auto entry = applications.find(names)) {
-        return entry->name;
+    if (const auto name = applications.findName(names)) {
+        return *name;
     }
     const auto title = identity.title.simplified();
     for (const auto& candidate : isForeign ? QStringList{title, identity.windowClass, identity.instance}

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ScopedEnvironment.h"
 #include "TestServer.h"
 #include "TestWindow.h"
 
@@ -22,18 +23,11 @@ using test::TestWindow;
 class X11FrontApplication : public testing::Test {
 protected:
     X11FrontApplication()
-        : m_dataHome(qgetenv("XDG_DATA_HOME"))
-        , m_dataFolders(qgetenv("XDG_DATA_DIRS"))
     {
-        qputenv("XDG_DATA_HOME", m_data.path().toUtf8());
-        qputenv("XDG_DATA_DIRS", m_data.path().toUtf8());
-        qputenv("LC_ALL", "tr_TR.UTF-8");
-    }
-    ~X11FrontApplication() override
-    {
-        qputenv("XDG_DATA_HOME", m_dataHome);
-        qputenv("XDG_DATA_DIRS", m_dataFolders);
-        qunsetenv("LC_ALL");
+        m_environment.set("XDG_DATA_HOME", m_data.path().toUtf8());
+        m_environment.set("XDG_DATA_DIRS", m_data.path().toUtf8());
+        m_environment.set("LANGUAGE", {});
+        m_environment.set("LC_ALL", "tr_TR.UTF-8");
     }
 
     void install(const char* id, const QByteArray& lines)
@@ -53,12 +47,9 @@ protected:
     std::optional<FrontApplicationInfo> current() const { return makeX11FrontApplication(m_server.name())->current(); }
 
     QTemporaryDir m_data;
+    test::ScopedEnvironment m_environment;
     TestServer m_server;
     Painter m_client{m_server.name()};
-
-private:
-    QByteArray m_dataHome;
-    QByteArray m_dataFolders;
 };
 
 TEST_F(X11FrontApplication, HasTheNameOfItsDesktopEntryInTheUsersLanguage)
