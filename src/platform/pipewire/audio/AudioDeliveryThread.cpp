@@ -16,9 +16,9 @@ namespace quelto::pipewire {
 
 namespace {
 
-/// Two seconds of stereo: longer than any pause in which the reader could still be called alive.
-constexpr std::size_t RingValues = 2 * 2 * CaptureRate;
-constexpr std::size_t RingBlocks = 4096;
+/// Units: bytes. Holds more than two seconds of stereo; no healthy reader pauses that long.
+constexpr std::uint32_t RingCapacity = 1 << 20;
+static_assert(RingCapacity > 2 * 2 * CaptureRate * sizeof(float));
 /// Short blocks are not worth waking a thread for each.
 constexpr int FramesPerWake = CaptureRate / 100;
 
@@ -50,7 +50,7 @@ void AudioDeliveryThread::EventCounter::wait() noexcept
 
 AudioDeliveryThread::AudioDeliveryThread(AudioSourceEvents events)
     : m_events(std::move(events))
-    , m_ring(RingValues, RingBlocks)
+    , m_ring(RingCapacity)
     , m_thread(&AudioDeliveryThread::run, this)
 {
     pthread_setname_np(m_thread.native_handle(), "quelto-samples");
@@ -66,7 +66,7 @@ AudioDeliveryThread::~AudioDeliveryThread()
     m_thread.join();
 }
 
-void AudioDeliveryThread::write(const BlockRing::Block& block, const float* values) noexcept
+void AudioDeliveryThread::write(const AudioRing::Block& block, const float* values) noexcept
 {
     m_ring.tryWrite(block, values);
     m_framesSinceWake += block.frames;

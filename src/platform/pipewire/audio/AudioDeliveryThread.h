@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/AudioServer.h"
-#include "platform/pipewire/audio/BlockRing.h"
+#include "platform/pipewire/audio/AudioRing.h"
 
 #include <deque>
 #include <mutex>
@@ -20,7 +20,7 @@ public:
     AudioDeliveryThread& operator=(const AudioDeliveryThread&) = delete;
 
     /// Real-time thread: the block is copied; where the reader is too far behind, it is dropped and counted.
-    void write(const BlockRing::Block& block, const float* values) noexcept;
+    void write(const AudioRing::Block& block, const float* values) noexcept;
 
     /// The stream pauses: what is left over need not wait for more. Any thread.
     void flush();
@@ -44,7 +44,7 @@ private:
     };
 
     AudioSourceEvents m_events;
-    BlockRing m_ring;
+    AudioRing m_ring;
     EventCounter m_counter;
     /// Real-time thread only.
     int m_framesSinceWake = 0;

@@ -10,7 +10,7 @@ SampleAssembler::SampleAssembler(int sampleRate, std::function<void(AudioBufferP
 {
 }
 
-void SampleAssembler::add(const BlockRing::Block& block, std::span<const float> values)
+void SampleAssembler::add(const AudioRing::Block& block, std::span<const float> values)
 {
     const auto placement = m_aligner.place(block.time, block.frames);
     if (!placement) {

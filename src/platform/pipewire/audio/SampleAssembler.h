@@ -2,7 +2,7 @@
 #pragma once
 
 #include "media/types/AudioBuffer.h"
-#include "platform/pipewire/audio/BlockRing.h"
+#include "platform/pipewire/audio/AudioRing.h"
 #include "platform/pipewire/audio/TimestampSmoother.h"
 
 #include <span>
@@ -17,7 +17,7 @@ class SampleAssembler {
 public:
     SampleAssembler(int sampleRate, std::function<void(AudioBufferPtr)> onSample);
 
-    void add(const BlockRing::Block& block, std::span<const float> values);
+    void add(const AudioRing::Block& block, std::span<const float> values);
     /// Hands out what has been put together so far.
     void flush();
 
