@@ -13,32 +13,38 @@
 namespace quelto {
 
 struct AudioSourceEvents {
-    /// On the source's own thread, never the sound server's real-time thread. Frames of one source follow each other in
-    /// time; where the device was away there is a gap in the stamps.
+    /// Delivers the next buffer. Presentation times of one source increase; they leave a gap where the device was
+    /// missing.
+    ///
+    /// Thread: the source's own, never the sound server's real-time thread.
     std::function<void(AudioBufferPtr)> onSample;
-    /// What is wrong with the source now, as a translated sentence, or nothing once it runs (again). On the source's
-    /// own thread.
+    /// Reports the problem that the source has now, as a translated sentence for the user; nothing once it works
+    /// (again).
+    ///
+    /// Thread: the source's own.
     std::function<void(std::optional<QString>)> onWarning;
 };
 
-/// A stream of PCM at 48,000 Hz, 32-bit float, stamped with the time at which it was heard or spoken.
+/// A stream of PCM. Its presentation times are the times at which the audio was heard or spoken.
 ///
-/// It survives a restart of the sound server and the loss of its device: the stream comes back by itself.
+/// The stream resumes by itself after a restart of the sound server and after the loss of its device.
 ///
-/// Thread: start and stop from one thread at a time.
+/// Units: 48,000 Hz, 32-bit float.
+/// Thread: call start() and stop() from one thread at a time.
 class AudioSource {
 public:
     virtual ~AudioSource() = default;
 
-    /// Errors: PlatformError where there is no sound server or no device at all.
+    /// Errors: PlatformError if there is no sound server, or no device that could be recorded.
     virtual void start(AudioSourceEvents events) = 0;
-    /// No event comes after it returns. Does nothing when nothing runs.
+    /// No event is delivered after it returns. Does nothing if the source is not running.
     virtual void stop() noexcept = 0;
 };
 
 struct MicrophoneInfo {
-    /// The sound server's name of the device, which stays the same over restarts.
+    /// The sound server's name for the device. It stays the same across restarts.
     QString id;
+    /// For the user.
     QString name;
 
     bool operator==(const MicrophoneInfo&) const = default;
@@ -49,10 +55,11 @@ class AudioServer {
 public:
     virtual ~AudioServer() = default;
 
-    /// What the user hears on the default output, without this program's own sounds; always stereo.
+    /// What the user hears from the default output, without the audio that this program plays. Always stereo.
     virtual std::unique_ptr<AudioSource> systemAudio() = 0;
-    /// The device of that id; the default device where the id is empty or gone.
+    /// The device with that id; the default device while the id is empty or the device is missing.
     virtual std::unique_ptr<AudioSource> microphone(const QString& id) = 0;
+    /// The present devices. Waits for the sound server, half a second at most.
     virtual QList<MicrophoneInfo> microphones() = 0;
 };
 

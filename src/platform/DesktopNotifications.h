@@ -7,16 +7,17 @@
 namespace quelto {
 
 struct DesktopNotification {
-    /// The caller's own name for the notification: a later one of the same id replaces the earlier one.
+    /// Chosen by the caller. A notification replaces the earlier one with the same id.
     QString id;
     QString title;
-    /// Plain text. What looks like markup is shown as it stands.
+    /// Plain text: markup is shown literally.
     QString body;
 };
 
-/// Notices that the desktop shows in its own way, also while the program's window is hidden.
+/// Notifications that the desktop shows, also while the program's window is hidden.
 ///
-/// Thread: main, which is never kept waiting. Errors: none. Where nothing shows notifications, they are lost.
+/// Thread: main; never blocks.
+/// Errors: none. Without a notification server the notifications are lost.
 class DesktopNotifications : public QObject {
     Q_OBJECT
 
@@ -24,8 +25,9 @@ public:
     virtual void show(const DesktopNotification& notification) = 0;
 
 Q_SIGNALS:
-    /// The user answered the notification of that id by its default action. Where the desktop gave a token for raising
-    /// a window on that account, it is in the environment (XDG_ACTIVATION_TOKEN, DESKTOP_STARTUP_ID) by now.
+    /// The user activated the notification's default action. If the desktop supplied an activation token, which allows
+    /// raising a window, the environment holds it (XDG_ACTIVATION_TOKEN, DESKTOP_STARTUP_ID) while the signal is
+    /// emitted.
     void clicked(const QString& id);
 };
 

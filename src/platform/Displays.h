@@ -9,8 +9,9 @@
 
 namespace quelto {
 
-/// A screen that can be recorded. Ids are never 0: in the settings 0 stands for "the main display".
+/// A display that can be recorded.
 struct DisplayInfo {
+    /// Never 0, which means "the main display" in the settings.
     std::uint32_t id = 0;
     QString name;
     QSize pixelSize;
@@ -19,14 +20,14 @@ struct DisplayInfo {
     bool operator==(const DisplayInfo&) const = default;
 };
 
-/// The screens of the present session.
+/// The displays of the desktop session.
 ///
 /// Thread: any.
 class Displays {
 public:
     virtual ~Displays() = default;
 
-    /// Asks the display system anew on each call. Empty where there is none.
+    /// Queries the display system on each call. Empty if there is none.
     virtual QList<DisplayInfo> all() const = 0;
 };
 

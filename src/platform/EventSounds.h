@@ -4,15 +4,16 @@
 namespace quelto {
 
 enum class EventSound {
-    /// Something great: an epic moment, the end of a match.
+    /// For a highlight: an epic moment, the end of a match.
     hero,
-    /// Something is done: any other clip.
+    /// For any other clip.
     glass,
 };
 
-/// Short sounds that accompany a notice. The user hears them; no clip does.
+/// Short sounds that accompany the HUD and desktop notifications. Clips do not contain them.
 ///
-/// Thread: main; returns at once. Errors: none. Where there is nothing to play on, it stays silent.
+/// Thread: main; never blocks.
+/// Errors: none. Silent if there is no audio output.
 class EventSounds {
 public:
     virtual ~EventSounds() = default;

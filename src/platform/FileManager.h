@@ -5,16 +5,17 @@
 
 namespace quelto {
 
-/// The desktop's window onto files.
+/// The desktop's file manager.
 ///
-/// Thread: main; returns at once. Errors: none; what cannot be shown is not.
+/// Thread: main; never blocks on the file manager.
+/// Errors: none. A file that cannot be shown is ignored.
 class FileManager {
 public:
     virtual ~FileManager() = default;
 
-    /// Shows the file selected in its folder; the folder alone where the desktop offers no more.
+    /// Shows the folder with the file selected, or just the folder if the desktop cannot select a file.
     virtual void reveal(const QString& path) = 0;
-    /// Shows what is in the folder, which is made if it is missing.
+    /// Opens the folder. Creates it first if it does not exist.
     virtual void openFolder(const QString& path) = 0;
 };
 

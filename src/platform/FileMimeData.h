@@ -9,14 +9,13 @@
 
 namespace quelto {
 
-/// The file's address for other programs. Brackets are escaped, which QUrl leaves as they are: strict readers refuse
-/// them in a path.
+/// The file's URI for other programs. Escapes square brackets, which QUrl does not: strict parsers reject them in a
+/// path.
 QByteArray fileUri(const QString& path);
 
-/// A file as other programs take it from a clipboard or a drag: as a URI, and in the forms by which file managers know
-/// that it is to be copied and not moved.
+/// A file for the clipboard or a drag: a URI list, and the formats that tell file managers to copy rather than move.
 ///
-/// Not as text: a chat that is offered both might send the name instead of the file.
+/// Has no text format: a chat program might send the name instead of the file.
 std::unique_ptr<QMimeData> fileMimeData(const QString& path);
 
 } // namespace quelto

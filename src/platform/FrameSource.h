@@ -9,34 +9,41 @@
 
 namespace quelto {
 
-struct FrameRequest {
-    /// The id of one of Displays::all().
+struct FrameSourceSettings {
+    /// An id from Displays::all().
     std::uint32_t displayID = 0;
-    /// Frames come in this size, whatever the display's; both sides even.
+    /// The size of the frames, to which the display's pixels are scaled. Both sides are even.
     QSize outputSize;
-    /// The most frames in a second. An unchanged screen gives none.
+    /// The maximum rate. A screen that does not change produces no frames.
     int framesPerSecond = 60;
     bool showsCursor = true;
 };
 
-struct FrameEvents {
-    /// On the source's own thread; must return at once and must not call back into the source.
+struct FrameSourceEvents {
+    /// Must return quickly and must not call the source.
+    ///
+    /// Thread: the source's own.
     std::function<void(VideoFramePtr)> onFrame;
-    /// The display or its server went away, with a translated sentence for the user. On the source's own thread, at
-    /// most once a start, never after stop() has returned.
+    /// The source ended because its display or the display server is gone. Passes a translated sentence for the user.
+    /// Called at most once per start(), and never after stop() has returned.
+    ///
+    /// Thread: the source's own.
     std::function<void(const QString&)> onStopped;
 };
 
-/// Complete pictures of one display, scaled and converted, stamped with the time since which it has shown them.
+/// Captures one display: whole frames, scaled and converted. A frame's presentation time is when the screen began to
+/// show it.
 ///
-/// Thread: start and stop from one thread at a time.
+/// Thread: call start() and stop() from one thread at a time.
 class FrameSource {
 public:
     virtual ~FrameSource() = default;
 
-    /// The first frame comes at once, further ones as the screen changes. Errors: PlatformError.
-    virtual void start(const FrameRequest& request, FrameEvents events) = 0;
-    /// No event comes after it returns. Does nothing when nothing runs.
+    /// Delivers the first frame immediately and further ones as the screen changes.
+    ///
+    /// Errors: PlatformError.
+    virtual void start(const FrameSourceSettings& settings, FrameSourceEvents events) = 0;
+    /// No event is delivered after it returns. Does nothing if the source is not running.
     virtual void stop() noexcept = 0;
 };
 

@@ -7,20 +7,23 @@
 
 namespace quelto {
 
-/// The program whose window has the focus.
+/// The application whose window has the keyboard focus.
 struct FrontApplicationInfo {
-    /// Its display name: that of its desktop entry, else what its window calls itself.
+    /// The display name: from its desktop entry, else from its window.
     QString name;
-    /// The desktop itself or the file manager has the focus: nothing is being played.
+    /// The desktop or the file manager has the focus, so no game is being played.
     bool isDesktop = false;
     bool isThisProgram = false;
 };
 
+/// Finds the application that the user is working with.
+///
 /// Thread: main.
 class FrontApplication {
 public:
     virtual ~FrontApplication() = default;
 
+    /// Nothing if no window has the focus or the desktop cannot tell.
     virtual std::optional<FrontApplicationInfo> current() const = 0;
 };
 

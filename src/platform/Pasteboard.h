@@ -5,14 +5,14 @@
 
 namespace quelto {
 
-/// What the user copied last and can paste into other programs.
+/// The desktop's clipboard.
 ///
 /// Thread: main.
 class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
 
-    /// Replaces what is there by the file: pasting gives the file itself, in a folder as well as in a chat.
+    /// Replaces the contents with the file, so that pasting into a folder or a chat inserts the file itself.
     virtual void setFile(const QString& path) = 0;
 };
 

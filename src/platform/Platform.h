@@ -16,7 +16,7 @@
 
 namespace quelto {
 
-/// The desktop services of the present session, each chosen once in PlatformFactory.
+/// The desktop services of this session. makePlatform() chooses a back end for each.
 struct Platform {
     std::unique_ptr<Displays> displays;
     std::unique_ptr<FrameSource> frames;

@@ -7,7 +7,7 @@
 
 namespace quelto {
 
-/// A desktop service that could not do its work. The message is a translated sentence for the user.
+/// A desktop service failed. The message is a translated sentence for the user.
 class PlatformError : public std::runtime_error {
 public:
     explicit PlatformError(const QString& message)

@@ -7,15 +7,15 @@
 
 namespace quelto {
 
-/// The desktop's bin, from which the user can bring files back.
+/// The desktop's trash, from which the user can restore files.
 class Trash {
 public:
     virtual ~Trash() = default;
 
-    /// Moves the files there, one after the other, and then calls `done` if there is one. A file that cannot be moved
-    /// stays where it is; nothing is ever deleted.
+    /// Moves the files to the trash in order, then calls `done` if it is set. A file that cannot be moved stays where
+    /// it is; no file is ever deleted.
     ///
-    /// Thread: main; returns at once. `done` is called on any thread.
+    /// Thread: main; never blocks. `done` is called on any thread.
     virtual void recycle(const QStringList& paths, std::function<void()> done) = 0;
 };
 

@@ -21,13 +21,13 @@ public:
 
 class FakeFrameSource final : public FrameSource {
 public:
-    FrameRequest request;
-    FrameEvents events;
+    FrameSourceSettings request;
+    FrameSourceEvents events;
     int starts = 0;
     bool isRunning = false;
     std::optional<QString> error;
 
-    void start(const FrameRequest& wanted, FrameEvents wantedEvents) override
+    void start(const FrameSourceSettings& wanted, FrameSourceEvents wantedEvents) override
     {
         if (error) {
             throw PlatformError(*error);

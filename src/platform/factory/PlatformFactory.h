@@ -5,8 +5,8 @@
 
 namespace quelto {
 
-/// Chooses the back end of each desktop service for the present session. A service that the session does not offer is
-/// there all the same: it reports "no display", or stays silent.
+/// Chooses the back end of each desktop service for this session. A service that the session does not offer still has
+/// an object, which reports "no display" or does nothing.
 Platform makePlatform();
 
 } // namespace quelto

@@ -14,30 +14,30 @@ namespace {
 
 using std::chrono_literals::operator""ms;
 
-/// How long destruction waits for a sound server that does not answer.
-constexpr auto LongestFarewell = 500ms;
+/// How long the destructor waits for a sound server that does not respond.
+constexpr auto ShutdownTimeout = 500ms;
 
-struct Destroy {
+struct ContextDeleter {
     void operator()(ca_context* context) const noexcept { ca_context_destroy(context); }
 };
-using Context = std::unique_ptr<ca_context, Destroy>;
+using ContextPtr = std::unique_ptr<ca_context, ContextDeleter>;
 
-/// Names of the freedesktop.org sound theme, which every other theme falls back on.
+/// Names from the freedesktop.org sound theme, to which all other themes fall back.
 const char* eventName(EventSound sound)
 {
-    // In that theme: a chime that is heard for 0.9 s, and a softer one for 0.4 s; "message" is a blip of 0.05 s that
-    // goes under in a game.
+    // In that theme: a chime of 0.9 s, and a softer one of 0.4 s. "message" lasts only 0.05 s, which is easily missed
+    // in a game.
     return sound == EventSound::hero ? "complete" : "message-new-instant";
 }
 
-Context connectedContext()
+ContextPtr tryConnect()
 {
-    ca_context* made = nullptr;
-    if (ca_context_create(&made) != CA_SUCCESS) {
+    ca_context* created = nullptr;
+    if (ca_context_create(&created) != CA_SUCCESS) {
         return nullptr;
     }
-    Context context(made);
-    // Only by the sound server: the recorder could not tell a sound that went straight to a device from others.
+    ContextPtr context(created);
+    // Never straight to a device, because the recorder recognizes its own sounds only on the sound server.
     ca_context_set_driver(context.get(), "pulse");
     ca_context_change_props(context.get(), CA_PROP_APPLICATION_NAME, "Quelto", CA_PROP_APPLICATION_ID,
                             "app.quelto.Quelto", CA_PROP_APPLICATION_ICON_NAME, "app.quelto.Quelto", nullptr);
@@ -46,20 +46,20 @@ Context connectedContext()
 
 } // namespace
 
-/// The library returns only when the sound server has taken the sound, so it is called on a queue.
+/// Calls the library on a queue, because it blocks until the sound server has accepted the sound.
 struct CanberraEventSounds::Player {
-    Context context;
+    ContextPtr context;
     std::mutex mutex;
     std::condition_variable isIdle;
-    int waiting = 0;
+    int pendingSounds = 0;
     SerialQueue queue{QStringLiteral("quelto.chime")};
 
     void play(EventSound sound)
     {
-        // A second time for a server that has restarted since: the old connection is of no use then.
+        // The second attempt uses a new connection, in case the server was restarted.
         for (int attempt = 0; attempt < 2; ++attempt) {
             if (!context) {
-                context = connectedContext();
+                context = tryConnect();
             }
             if (!context ||
                 ca_context_play(context.get(), 0, CA_PROP_EVENT_ID, eventName(sound), CA_PROP_MEDIA_ROLE, "event",
@@ -70,17 +70,17 @@ struct CanberraEventSounds::Player {
         }
     }
 
-    void finished()
+    void finishSound()
     {
         const std::lock_guard guard(mutex);
-        --waiting;
+        --pendingSounds;
         isIdle.notify_all();
     }
 
     bool waitUntilIdle()
     {
         std::unique_lock lock(mutex);
-        return isIdle.wait_for(lock, LongestFarewell, [this] { return waiting == 0; });
+        return isIdle.wait_for(lock, ShutdownTimeout, [this] { return pendingSounds == 0; });
     }
 };
 
@@ -92,7 +92,7 @@ CanberraEventSounds::CanberraEventSounds()
 CanberraEventSounds::~CanberraEventSounds()
 {
     if (!m_player->waitUntilIdle()) {
-        // Left to the end of the process: the server may take another half minute to give up on.
+        // Leaked on purpose: it may take half a minute until the connection to the server times out.
         static_cast<void>(m_player.release());
     }
 }
@@ -102,15 +102,15 @@ void CanberraEventSounds::play(EventSound sound)
     Player& player = *m_player;
     {
         const std::lock_guard guard(player.mutex);
-        // One may wait while another is handed over; what piles up while the server is away would only come late.
-        if (player.waiting > 1) {
+        // One sound may wait while another is being submitted. Further ones are dropped, because they would play late.
+        if (player.pendingSounds > 1) {
             return;
         }
-        ++player.waiting;
+        ++player.pendingSounds;
     }
     player.queue.post([&player, sound] {
         player.play(sound);
-        player.finished();
+        player.finishSound();
     });
 }
 

@@ -7,10 +7,10 @@
 
 namespace quelto {
 
-/// Sounds of the user's sound theme, at the volume that the mixer has for events.
+/// Plays sounds of the user's sound theme, at the volume that the desktop's mixer has for event sounds.
 ///
-/// They play on a connection of this process to the sound server, by which the recorder knows them for our own.
-/// Destruction cuts off what still sounds.
+/// They are played by this process, so the recorder recognizes them as this program's own and leaves them out. The
+/// destructor stops sounds that are still playing.
 class CanberraEventSounds final : public EventSounds {
 public:
     CanberraEventSounds();

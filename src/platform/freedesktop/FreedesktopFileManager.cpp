@@ -31,8 +31,8 @@ void FreedesktopFileManager::reveal(const QString& path)
                                                           QStringLiteral("ShowItems"));
     const QString noStartupId = QStringLiteral("");
     message.setArguments({QStringList(uri), noStartupId});
-    auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(message), &m_calls);
-    QObject::connect(call, &QDBusPendingCallWatcher::finished, &m_calls, [call, path] {
+    auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(message), &m_pendingCalls);
+    QObject::connect(call, &QDBusPendingCallWatcher::finished, &m_pendingCalls, [call, path] {
         call->deleteLater();
         if (call->isError()) {
             QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).path()));

@@ -8,8 +8,8 @@
 
 namespace quelto {
 
-/// Whatever answers to org.freedesktop.FileManager1 on the session bus. Where nothing does, the program that the
-/// desktop opens folders with, which knows no selection.
+/// The file manager that implements org.freedesktop.FileManager1 on the session bus. If none does, uses the desktop's
+/// default program for folders, which cannot select a file.
 class FreedesktopFileManager final : public FileManager {
 public:
     explicit FreedesktopFileManager(const QDBusConnection& bus = QDBusConnection::sessionBus());
@@ -19,8 +19,8 @@ public:
 
 private:
     QDBusConnection m_bus;
-    /// The calls under way end with it.
-    QObject m_calls;
+    /// Parent of the pending calls.
+    QObject m_pendingCalls;
 };
 
 } // namespace quelto

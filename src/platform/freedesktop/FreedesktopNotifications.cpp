@@ -15,8 +15,8 @@ const QString DefaultAction = QStringLiteral("default");
 const QString ApplicationId = QStringLiteral("app.quelto.Quelto");
 
 constexpr uchar NormalUrgency = 1;
-constexpr int ServersOwnTimeout = -1;
-/// Why a notification was closed.
+constexpr int DefaultTimeout = -1;
+/// Close reason: the notification expired.
 constexpr uint Expired = 1;
 
 QDBusMessage methodCall(const QString& method)
@@ -30,7 +30,7 @@ QVariantMap hints()
         {QStringLiteral("desktop-entry"), ApplicationId},
         {QStringLiteral("category"), QStringLiteral("x-quelto.clips")},
         {QStringLiteral("urgency"), QVariant::fromValue(NormalUrgency)},
-        // The program plays a sound of its own with a notification, or none because the user does not want any.
+        // Quelto plays its own sound with a notification, unless the user has turned sounds off.
         {QStringLiteral("suppress-sound"), true},
     };
 }
@@ -41,8 +41,8 @@ FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus)
     : m_bus(bus)
     , m_servers(NotificationService, bus, QDBusServiceWatcher::WatchForOwnerChange)
 {
-    connect(&m_servers, &QDBusServiceWatcher::serviceOwnerChanged, this, &FreedesktopNotifications::forgetServer);
-    // From whatever sender, compared later: naming the service here makes Qt wait for the bus to tell its owner.
+    connect(&m_servers, &QDBusServiceWatcher::serviceOwnerChanged, this, &FreedesktopNotifications::resetServerState);
+    // Accepts any sender here and checks it later: with a service name Qt would block until the bus reports its owner.
     m_bus.connect({}, NotificationPath, NotificationService, QStringLiteral("ActionInvoked"), this,
                   SLOT(onActionInvoked(uint, QString, QDBusMessage)));
     m_bus.connect({}, NotificationPath, NotificationService, QStringLiteral("ActivationToken"), this,
@@ -53,20 +53,20 @@ FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus)
 
 void FreedesktopNotifications::show(const DesktopNotification& notification)
 {
-    if (!m_body) {
-        m_waiting.append(notification);
-        askForCapabilities();
+    if (!m_bodyFormat) {
+        m_queued.append(notification);
+        requestCapabilities();
         return;
     }
     send(notification);
 }
 
-void FreedesktopNotifications::askForCapabilities()
+void FreedesktopNotifications::requestCapabilities()
 {
-    if (m_isAsking) {
+    if (m_isRequestingCapabilities) {
         return;
     }
-    m_isAsking = true;
+    m_isRequestingCapabilities = true;
     auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(methodCall(QStringLiteral("GetCapabilities"))), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         call->deleteLater();
@@ -76,14 +76,14 @@ void FreedesktopNotifications::askForCapabilities()
 
 void FreedesktopNotifications::onCapabilities(const QDBusMessage& reply)
 {
-    m_isAsking = false;
+    m_isRequestingCapabilities = false;
     if (reply.type() == QDBusMessage::ReplyMessage) {
         const QStringList capabilities = reply.arguments().value(0).toStringList();
-        m_body = capabilities.contains(u"body-markup") ? Body::markup : Body::plain;
+        m_bodyFormat = capabilities.contains(u"body-markup") ? BodyFormat::markup : BodyFormat::plainText;
     }
-    // Without an answer too: if there is no server the notifications are lost either way, and one that only knows how
-    // to show a notification is to get it.
-    for (const DesktopNotification& notification : std::exchange(m_waiting, {})) {
+    // Sent even without a reply: a minimal server may not implement GetCapabilities, and without a server the
+    // notifications are lost anyway.
+    for (const DesktopNotification& notification : std::exchange(m_queued, {})) {
         send(notification);
     }
 }
@@ -99,13 +99,13 @@ void FreedesktopNotifications::send(const DesktopNotification& notification)
     QDBusMessage call = methodCall(QStringLiteral("Notify"));
     call.setArguments({
         QStringLiteral("Quelto"),
-        shown.isClosed ? 0U : shown.number,
+        shown.isClosed ? 0U : shown.serverId,
         ApplicationId,
         notification.title,
-        m_body == Body::markup ? notification.body.toHtmlEscaped() : notification.body,
+        m_bodyFormat == BodyFormat::markup ? notification.body.toHtmlEscaped() : notification.body,
         QStringList{DefaultAction, T("İncele")},
         hints(),
-        ServersOwnTimeout,
+        DefaultTimeout,
     });
     auto* sent = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(sent, &QDBusPendingCallWatcher::finished, this, [this, sent, id = notification.id] {
@@ -118,7 +118,7 @@ void FreedesktopNotifications::onSent(const QString& id, const QDBusMessage& rep
 {
     const std::optional<DesktopNotification> next = std::exchange(m_shown[id].next, std::nullopt);
     if (reply.type() == QDBusMessage::ReplyMessage) {
-        m_shown[id] = {.server = reply.service(), .number = reply.arguments().value(0).toUInt()};
+        m_shown[id] = {.server = reply.service(), .serverId = reply.arguments().value(0).toUInt()};
     } else {
         m_shown.remove(id);
     }
@@ -127,55 +127,55 @@ void FreedesktopNotifications::onSent(const QString& id, const QDBusMessage& rep
     }
 }
 
-void FreedesktopNotifications::forgetServer()
+void FreedesktopNotifications::resetServerState()
 {
-    // The next server counts from the beginning, and may read a body differently.
-    m_body.reset();
+    // The next server assigns its own ids and may interpret a body differently.
+    m_bodyFormat.reset();
     for (auto shown = m_shown.begin(); shown != m_shown.end();) {
-        shown->number = 0;
+        shown->serverId = 0;
         shown = shown->isBeingSent ? std::next(shown) : m_shown.erase(shown);
     }
 }
 
-std::optional<QString> FreedesktopNotifications::idOf(uint number, const QDBusMessage& message) const
+std::optional<QString> FreedesktopNotifications::idOf(uint serverId, const QDBusMessage& message) const
 {
-    for (auto shown = m_shown.begin(); number != 0 && shown != m_shown.end(); ++shown) {
-        if (shown->number == number && shown->server == message.service()) {
+    for (auto shown = m_shown.begin(); serverId != 0 && shown != m_shown.end(); ++shown) {
+        if (shown->serverId == serverId && shown->server == message.service()) {
             return shown.key();
         }
     }
     return std::nullopt;
 }
 
-void FreedesktopNotifications::onActivationToken(uint number, const QString& token, const QDBusMessage& message)
+void FreedesktopNotifications::onActivationToken(uint serverId, const QString& token, const QDBusMessage& message)
 {
-    if (idOf(number, message)) {
-        m_tokenNumber = number;
+    if (idOf(serverId, message)) {
+        m_tokenServerId = serverId;
         m_token = token;
     }
 }
 
-void FreedesktopNotifications::onActionInvoked(uint number, const QString& action, const QDBusMessage& message)
+void FreedesktopNotifications::onActionInvoked(uint serverId, const QString& action, const QDBusMessage& message)
 {
-    const std::optional<QString> id = idOf(number, message);
+    const std::optional<QString> id = idOf(serverId, message);
     if (!id || action != DefaultAction) {
         return;
     }
     const QByteArray token = std::exchange(m_token, {}).toUtf8();
-    if (!token.isEmpty() && m_tokenNumber == number) {
-        // What next asks for a window's activation takes it from here.
+    if (!token.isEmpty() && m_tokenServerId == serverId) {
+        // The next activation of a window uses the token from the environment.
         qputenv("XDG_ACTIVATION_TOKEN", token);
         qputenv("DESKTOP_STARTUP_ID", token);
     }
     Q_EMIT clicked(*id);
-    // It is good for one activation only; programs that are started later must not inherit it.
+    // A token is valid for one activation only. Programs that are started later must not inherit it.
     qunsetenv("XDG_ACTIVATION_TOKEN");
     qunsetenv("DESKTOP_STARTUP_ID");
 }
 
-void FreedesktopNotifications::onClosed(uint number, uint reason, const QDBusMessage& message)
+void FreedesktopNotifications::onClosed(uint serverId, uint reason, const QDBusMessage& message)
 {
-    const std::optional<QString> id = idOf(number, message);
+    const std::optional<QString> id = idOf(serverId, message);
     if (!id) {
         return;
     }

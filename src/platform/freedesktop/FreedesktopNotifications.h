@@ -12,11 +12,10 @@
 
 namespace quelto {
 
-/// Notices through org.freedesktop.Notifications on the session bus.
+/// Shows notifications through org.freedesktop.Notifications on the session bus.
 ///
-/// The server may be missing, end and come back at any time. What it says of a notification counts only if it comes
-/// from the very server that gave that notification its number: signals on the bus reach everybody and can be sent by
-/// anybody.
+/// The server may be missing, exit and return at any time. A signal about a notification is accepted only from the
+/// server that assigned its server id, because any program on the bus can send such signals.
 class FreedesktopNotifications final : public DesktopNotifications {
     Q_OBJECT
 
@@ -26,44 +25,45 @@ public:
     void show(const DesktopNotification& notification) override;
 
 private Q_SLOTS:
-    void onActionInvoked(uint number, const QString& action, const QDBusMessage& message);
-    void onActivationToken(uint number, const QString& token, const QDBusMessage& message);
-    void onClosed(uint number, uint reason, const QDBusMessage& message);
+    void onActionInvoked(uint serverId, const QString& action, const QDBusMessage& message);
+    void onActivationToken(uint serverId, const QString& token, const QDBusMessage& message);
+    void onClosed(uint serverId, uint reason, const QDBusMessage& message);
 
 private:
-    enum class Body { plain, markup };
+    enum class BodyFormat { plainText, markup };
 
-    /// What became of the latest notification of one id.
+    /// The state of the latest notification with one id.
     struct Shown {
-        /// The bus's own name of the server, and the server's number for the notification; 0 where there is none.
+        /// The server's unique bus name.
         QString server;
-        uint number = 0;
-        /// It is closed on the screen and cannot be replaced, but a list of past notifications may still offer it.
+        /// The server's id for the notification; 0 before it is known.
+        uint serverId = 0;
+        /// Closed on the screen, so it cannot be replaced. A list of past notifications may still offer its action.
         bool isClosed = false;
         bool isBeingSent = false;
-        /// Came while the one before it was being sent, whose number it needs in order to replace it.
+        /// Waits until the previous notification has a server id, which is needed to replace it.
         std::optional<DesktopNotification> next;
     };
 
-    void askForCapabilities();
+    void requestCapabilities();
     void onCapabilities(const QDBusMessage& reply);
     void send(const DesktopNotification& notification);
     void onSent(const QString& id, const QDBusMessage& reply);
-    void forgetServer();
-    /// The id of the notification that this message of a server is about.
-    std::optional<QString> idOf(uint number, const QDBusMessage& message) const;
+    void resetServerState();
+    /// The id of the notification that a server's message refers to.
+    std::optional<QString> idOf(uint serverId, const QDBusMessage& message) const;
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_servers;
     QHash<QString, Shown> m_shown;
-    /// How the present server reads a body, once it has said so.
-    std::optional<Body> m_body;
-    bool m_isAsking = false;
-    /// Wait for that.
-    QList<DesktopNotification> m_waiting;
-    /// Of the click that is about to be reported.
-    uint m_tokenNumber = 0;
+    /// How the present server interprets a body. Nothing until it has replied.
+    std::optional<BodyFormat> m_bodyFormat;
+    bool m_isRequestingCapabilities = false;
+    /// Waiting for the body format.
+    QList<DesktopNotification> m_queued;
+    /// The activation token, which arrives before its click.
     QString m_token;
+    uint m_tokenServerId = 0;
 };
 
 } // namespace quelto

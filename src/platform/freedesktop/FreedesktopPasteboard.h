@@ -5,7 +5,7 @@
 
 namespace quelto {
 
-/// The session's clipboard. What was copied is offered as long as the program runs, or a clipboard manager keeps it.
+/// The session's clipboard. The contents last until the program exits, unless a clipboard manager keeps them.
 class FreedesktopPasteboard final : public Pasteboard {
 public:
     void setFile(const QString& path) override;

@@ -11,34 +11,34 @@ namespace quelto {
 
 namespace {
 
-/// Files are only renamed: thousands take less.
+/// Files are only renamed, so even thousands take less.
 constexpr std::chrono::seconds ExitTimeout{5};
 
-struct Release {
+struct GlibDeleter {
     void operator()(GFile* file) const noexcept { g_object_unref(file); }
     void operator()(GError* error) const noexcept { g_error_free(error); }
 };
 
-GVfs* localFiles()
+GVfs* localVfs()
 {
-    // A reference of our own: GIO's module for remote files gives back one that it never had when no service of its own
-    // answers on the session bus.
+    // Takes an extra reference: without its service on the session bus, GIO's module for remote files releases one that
+    // it never took.
     static auto* const vfs = G_VFS(g_object_ref(g_vfs_get_local()));
     return vfs;
 }
 
 void moveToTrash(const QString& path)
 {
-    // GIO rather than Qt 6.4, whose record of where a file was does not escape per cent signs: it would come back under
-    // another name. The local file system by itself, since everything else that GIO knows asks the session bus first.
-    const std::unique_ptr<GFile, Release> file(
-        g_vfs_get_file_for_path(localFiles(), QFile::encodeName(path).constData()));
+    // Not QFile::moveToTrash(): Qt 6.4 does not escape percent signs in the original path, so the file would be
+    // restored under another name. Not the default GVfs, which contacts the session bus first.
+    const std::unique_ptr<GFile, GlibDeleter> file(
+        g_vfs_get_file_for_path(localVfs(), QFile::encodeName(path).constData()));
     GError* failure = nullptr;
     if (g_file_trash(file.get(), nullptr, &failure)) {
         return;
     }
-    const std::unique_ptr<GError, Release> error(failure);
-    // GIO keeps no bin on volumes that it takes for the system's own, such as one under /srv.
+    const std::unique_ptr<GError, GlibDeleter> error(failure);
+    // GIO does not support a trash on volumes that it regards as internal to the system, such as one under /srv.
     if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_NOT_SUPPORTED)) {
         QFile::moveToTrash(path);
     }

@@ -6,10 +6,11 @@
 
 namespace quelto {
 
-/// The bin as freedesktop.org lays it out: the home folder's own, and one on each other volume, since a file is
-/// only ever renamed into it.
+/// The trash as freedesktop.org specifies it: one in the home folder and one on each other volume, because files are
+/// only renamed, never copied.
 ///
-/// Destruction waits for all files it was given, but not for ever for a disk that hangs: those stay where they are.
+/// The destructor waits until all requested files are moved, for at most five seconds. Files that remain because a disk
+/// does not respond stay where they are.
 class FreedesktopTrash final : public Trash {
 public:
     FreedesktopTrash() = default;

@@ -25,23 +25,24 @@ void blend(std::uint8_t* pixel, std::uint32_t colour)
 
 } // namespace
 
-QRect CursorOverlay::covered(QPoint position, QSize picture) const
+QRect CursorOverlay::visibleArea(QPoint position, QSize imageSize) const
 {
-    return QRect(position - m_shape.hotSpot, m_shape.size).intersected(QRect(QPoint(0, 0), picture));
+    return QRect(position - m_shape.hotSpot, m_shape.size).intersected(QRect(QPoint(0, 0), imageSize));
 }
 
-void CursorOverlay::draw(std::uint8_t* pixels, int stride, QSize picture, QPoint position)
+void CursorOverlay::draw(std::uint8_t* pixels, int stride, QSize imageSize, QPoint position)
 {
-    m_drawn = covered(position, picture);
-    const auto rowBytes = static_cast<std::size_t>(m_drawn.width()) * BytesPerPixel;
-    m_under.resize(rowBytes * static_cast<std::size_t>(m_drawn.height()));
+    m_drawnArea = visibleArea(position, imageSize);
+    const auto rowBytes = static_cast<std::size_t>(m_drawnArea.width()) * BytesPerPixel;
+    m_savedPixels.resize(rowBytes * static_cast<std::size_t>(m_drawnArea.height()));
     const auto origin = position - m_shape.hotSpot;
-    for (int row = 0; row < m_drawn.height(); ++row) {
-        const int y = m_drawn.y() + row;
-        auto* line = pixelAt(pixels, stride, m_drawn.x(), y);
-        std::memcpy(m_under.data() + rowBytes * static_cast<std::size_t>(row), line, rowBytes);
-        const auto* shape = m_shape.pixels.data() + (y - origin.y()) * m_shape.size.width() + m_drawn.x() - origin.x();
-        for (int column = 0; column < m_drawn.width(); ++column) {
+    for (int row = 0; row < m_drawnArea.height(); ++row) {
+        const int y = m_drawnArea.y() + row;
+        auto* line = pixelAt(pixels, stride, m_drawnArea.x(), y);
+        std::memcpy(m_savedPixels.data() + rowBytes * static_cast<std::size_t>(row), line, rowBytes);
+        const auto* shape =
+            m_shape.pixels.data() + (y - origin.y()) * m_shape.size.width() + m_drawnArea.x() - origin.x();
+        for (int column = 0; column < m_drawnArea.width(); ++column) {
             blend(line + column * BytesPerPixel, shape[column]);
         }
     }
@@ -49,12 +50,12 @@ void CursorOverlay::draw(std::uint8_t* pixels, int stride, QSize picture, QPoint
 
 void CursorOverlay::erase(std::uint8_t* pixels, int stride)
 {
-    const auto rowBytes = static_cast<std::size_t>(m_drawn.width()) * BytesPerPixel;
-    for (int row = 0; row < m_drawn.height(); ++row) {
-        std::memcpy(pixelAt(pixels, stride, m_drawn.x(), m_drawn.y() + row),
-                    m_under.data() + rowBytes * static_cast<std::size_t>(row), rowBytes);
+    const auto rowBytes = static_cast<std::size_t>(m_drawnArea.width()) * BytesPerPixel;
+    for (int row = 0; row < m_drawnArea.height(); ++row) {
+        std::memcpy(pixelAt(pixels, stride, m_drawnArea.x(), m_drawnArea.y() + row),
+                    m_savedPixels.data() + rowBytes * static_cast<std::size_t>(row), rowBytes);
     }
-    m_drawn = {};
+    m_drawnArea = {};
 }
 
 } // namespace quelto

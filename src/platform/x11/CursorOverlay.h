@@ -10,36 +10,35 @@
 
 namespace quelto {
 
-/// The mouse pointer, drawn into a picture for the moment of its conversion and taken out again.
+/// Draws the mouse cursor into an image and erases it again after the image was converted to a frame.
 ///
-/// Taking it out keeps the picture what the screen showed, so that a pointer that moves over a still screen needs no
-/// new reading of it.
+/// Erasing restores the screen's pixels. When only the cursor moves, the screen need not be read again.
 ///
-/// Units: pixels; positions in the picture's own coordinates.
+/// Units: pixels; positions are in image coordinates.
 /// Thread: one at a time.
 class CursorOverlay {
 public:
     struct Shape {
         QSize size;
         QPoint hotSpot;
-        /// Premultiplied ARGB, row after row.
+        /// Premultiplied ARGB, row by row.
         std::vector<std::uint32_t> pixels;
     };
 
     void setShape(Shape shape) { m_shape = std::move(shape); }
 
-    /// The pixels it would cover with its hot spot at that position; empty outside the picture.
-    QRect covered(QPoint position, QSize picture) const;
+    /// The part of the image that the cursor covers when its hot spot is at the position. Empty if it is outside.
+    QRect visibleArea(QPoint position, QSize imageSize) const;
 
-    /// Blends it in and keeps what was there.
-    void draw(std::uint8_t* pixels, int stride, QSize picture, QPoint position);
-    /// Puts back what the last draw() covered.
+    /// Blends the cursor into the image and saves the pixels below it.
+    void draw(std::uint8_t* pixels, int stride, QSize imageSize, QPoint position);
+    /// Restores the pixels that the last draw() changed.
     void erase(std::uint8_t* pixels, int stride);
 
 private:
     Shape m_shape;
-    QRect m_drawn;
-    std::vector<std::uint8_t> m_under;
+    QRect m_drawnArea;
+    std::vector<std::uint8_t> m_savedPixels;
 };
 
 } // namespace quelto

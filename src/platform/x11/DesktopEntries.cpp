@@ -7,9 +7,34 @@
 #include <QSet>
 #include <QStandardPaths>
 
+#include <glib.h>
+
+#include <memory>
+
 namespace quelto {
 
 namespace {
+
+constexpr QStringView Suffix = u".desktop";
+
+struct GlibDeleter {
+    void operator()(GKeyFile* file) const noexcept { g_key_file_unref(file); }
+    void operator()(char* text) const noexcept { g_free(text); }
+};
+using KeyFilePtr = std::unique_ptr<GKeyFile, GlibDeleter>;
+using TextPtr = std::unique_ptr<char, GlibDeleter>;
+
+QString textOf(GKeyFile* file, const char* key)
+{
+    const TextPtr text(g_key_file_get_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr));
+    return QString::fromUtf8(text.get());
+}
+
+QString localizedTextOf(GKeyFile* file, const char* key)
+{
+    const TextPtr text(g_key_file_get_locale_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
+    return QString::fromUtf8(text.get());
+}
 
 bool isSame(const QString& one, const QString& other)
 {
@@ -17,36 +42,23 @@ bool isSame(const QString& one, const QString& other)
 }
 
 /// "gimp" for "org.gimp.gimp": programs with a reversed domain name often keep the short name for their windows.
-QString shortID(const QString& id)
+QString shortId(const QString& id)
 {
     return id.mid(id.lastIndexOf(u'.') + 1);
 }
 
-/// Escaped white space counts as a space: a name goes on one line.
-QString unescaped(const QByteArray& value)
-{
-    QByteArray text;
-    for (qsizetype index = 0; index < value.size(); ++index) {
-        if (value[index] == '\\' && index + 1 < value.size()) {
-            ++index;
-            text.append(value[index] == '\\' ? '\\' : ' ');
-        } else {
-            text.append(value[index]);
-        }
-    }
-    return QString::fromUtf8(text);
-}
+} // namespace
 
-/// The entries' files, the user's own first: they hide what the system has under the same name.
-std::vector<DesktopEntryFile> installedFiles()
+std::vector<DesktopEntries::File> DesktopEntries::installedFiles()
 {
-    std::vector<DesktopEntryFile> found;
+    std::vector<File> found;
     QSet<QString> seen;
+    // The user's folder comes first: its entries hide those of the system with the same id.
     for (const auto& folder : QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
-        QDirIterator files(folder, {QStringLiteral("*.desktop")}, QDir::Files, QDirIterator::Subdirectories);
+        QDirIterator files(folder, {u'*' + Suffix.toString()}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const auto path = files.next();
-            auto id = QDir(folder).relativeFilePath(path).chopped(int(std::size(".desktop")) - 1);
+            auto id = QDir(folder).relativeFilePath(path).chopped(Suffix.size());
             id.replace(u'/', u'-');
             if (!seen.contains(id)) {
                 seen.insert(id);
@@ -57,111 +69,59 @@ std::vector<DesktopEntryFile> installedFiles()
     return found;
 }
 
-std::vector<DesktopEntry> entriesIn(const std::vector<DesktopEntryFile>& files)
+std::optional<DesktopEntries::Entry> DesktopEntries::tryRead(const File& file)
 {
-    const auto languages = desktopEntryLanguages();
-    std::vector<DesktopEntry> entries;
-    for (const auto& [id, path] : files) {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) {
-            continue;
-        }
-        if (auto entry = parseDesktopEntry(id, file.readAll(), languages)) {
-            entries.push_back(std::move(*entry));
-        }
+    // Not GDesktopAppInfo: it rejects an entry whose program is not in this process's PATH, and its own list of
+    // applications does not notice changes in subfolders.
+    const KeyFilePtr contents(g_key_file_new());
+    if (!g_key_file_load_from_file(contents.get(), QFile::encodeName(file.path).constData(), G_KEY_FILE_NONE,
+                                   nullptr)) {
+        return std::nullopt;
     }
-    return entries;
-}
-
-} // namespace
-
-std::optional<DesktopEntry> parseDesktopEntry(const QString& id, const QByteArray& contents,
-                                              const QStringList& languages)
-{
-    DesktopEntry entry{.id = id};
-    bool isApplication = false;
-    bool isHidden = false;
-    bool isInGroup = false;
-    auto bestLanguage = languages.size() + 1;
-    for (const auto& rawLine : contents.split('\n')) {
-        const auto line = rawLine.trimmed();
-        if (line.startsWith('[')) {
-            isInGroup = line == "[Desktop Entry]";
-        }
-        const auto separator = line.indexOf('=');
-        if (!isInGroup || separator < 0 || line.startsWith('#')) {
-            continue;
-        }
-        const auto key = line.first(separator).trimmed();
-        const auto value = line.sliced(separator + 1).trimmed();
-        if (key == "Type") {
-            isApplication = value == "Application";
-        } else if (key == "Hidden") {
-            isHidden = value == "true";
-        } else if (key == "StartupWMClass") {
-            entry.windowClass = unescaped(value);
-        } else if (key == "Name" && bestLanguage > languages.size()) {
-            bestLanguage = languages.size();
-            entry.name = unescaped(value);
-        } else if (key.startsWith("Name[") && key.endsWith(']')) {
-            const auto language = languages.indexOf(QString::fromUtf8(key.sliced(5).chopped(1)));
-            if (language >= 0 && language < bestLanguage) {
-                bestLanguage = language;
-                entry.name = unescaped(value);
-            }
-        }
-    }
-    return isApplication && !isHidden && !entry.name.isEmpty() ? std::optional(entry) : std::nullopt;
-}
-
-QStringList desktopEntryLanguages()
-{
-    QString locale;
-    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        locale = qEnvironmentVariable(variable);
-        if (!locale.isEmpty()) {
-            break;
-        }
-    }
-    QString modifier;
-    if (const auto at = locale.indexOf(u'@'); at >= 0) {
-        modifier = locale.sliced(at);
-        locale.truncate(at);
-    }
-    locale = locale.section(u'.', 0, 0);
-    const auto language = locale.section(u'_', 0, 0);
-    QStringList result;
-    for (const auto& candidate : {QString(locale + modifier), locale, QString(language + modifier), language}) {
-        if (!candidate.isEmpty() && candidate != u"C" && candidate != u"POSIX" && !result.contains(candidate)) {
-            result.append(candidate);
-        }
-    }
-    return result;
+    Entry entry{.id = file.id,
+                .name = localizedTextOf(contents.get(), G_KEY_FILE_DESKTOP_KEY_NAME).simplified(),
+                .windowClass = textOf(contents.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS)};
+    const bool isApplication =
+        textOf(contents.get(), G_KEY_FILE_DESKTOP_KEY_TYPE) == QLatin1StringView(G_KEY_FILE_DESKTOP_TYPE_APPLICATION);
+    const bool isHidden = g_key_file_get_boolean(contents.get(), G_KEY_FILE_DESKTOP_GROUP,
+                                                 G_KEY_FILE_DESKTOP_KEY_HIDDEN, nullptr) != FALSE;
+    return isApplication && !isHidden && !entry.name.isEmpty() ? std::optional(std::move(entry)) : std::nullopt;
 }
 
 void DesktopEntries::refresh()
 {
-    if (auto files = installedFiles(); files != m_files) {
-        m_entries = entriesIn(files);
-        m_files = std::move(files);
+    auto files = installedFiles();
+    if (files == m_files) {
+        return;
     }
+    m_entries.clear();
+    for (const File& file : files) {
+        if (auto entry = tryRead(file)) {
+            m_entries.push_back(std::move(*entry));
+        }
+    }
+    m_files = std::move(files);
 }
 
-std::optional<DesktopEntry> DesktopEntries::find(const QStringList& windowNames)
+std::optional<QString> DesktopEntries::findName(const QStringList& windowNames)
 {
     refresh();
-    const auto fits = [&](const QString& name, int kind) {
-        return std::ranges::find_if(m_entries, [&](const DesktopEntry& entry) {
-            return isSame(kind == 0 ? entry.windowClass : kind == 1 ? entry.id : shortID(entry.id), name);
+    enum class Match { windowClass, id, shortId };
+    const auto find = [&](const QString& name, Match match) {
+        return std::ranges::find_if(m_entries, [&](const Entry& entry) {
+            return isSame(match == Match::windowClass ? entry.windowClass
+                              : match == Match::id    ? entry.id
+                                                      : shortId(entry.id),
+                          name);
         });
     };
-    for (const int kind : {0, 1, 2}) {
+    for (const Match match : {Match::windowClass, Match::id, Match::shortId}) {
         for (const auto& name : windowNames) {
             if (name.isEmpty()) {
                 continue;
             }
-            if (const auto found = fits(name, kind); found != m_entries.end()) {
-                return *found;
+            if (const auto found = find(name, match); found != m_entries.end()) {
+                return found->name;
             }
         }
     }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -10,44 +9,40 @@
 
 namespace quelto {
 
-/// What of a desktop entry names a program.
-struct DesktopEntry {
-    /// The file's name without its ending, folders joined by dashes.
-    QString id;
-    /// In the user's language.
-    QString name;
-    QString windowClass;
-};
-
-/// Nothing for an entry that is hidden or is no application. Languages as in "tr_TR", best first.
-std::optional<DesktopEntry> parseDesktopEntry(const QString& id, const QByteArray& contents,
-                                              const QStringList& languages);
-
-/// The languages that the environment asks for, in the form of the keys of desktop entries.
-QStringList desktopEntryLanguages();
-
-struct DesktopEntryFile {
-    QString id;
-    QString path;
-
-    bool operator==(const DesktopEntryFile&) const = default;
-};
-
-/// The installed applications. Their files are read at the first question, and again only when one was added or went:
-/// a press of the key must not wait for hundreds of files.
+/// The installed applications, as their desktop entries describe them.
 ///
-/// Thread: one at a time.
+/// Each lookup lists the names of the installed files. Their contents are read at the first lookup, and again only when
+/// a file was added or removed: the hot key must not wait for hundreds of files.
+///
+/// Thread: one at a time; reads from disk.
 class DesktopEntries {
 public:
-    /// The application that windows with one of these names (classes, application ids, program names, best first)
-    /// belong to. An entry that names the window class wins over one that is only called like it.
-    std::optional<DesktopEntry> find(const QStringList& windowNames);
+    /// The name, in the user's language, of the application that a window belongs to; nothing if no entry matches.
+    ///
+    /// Takes window classes, application ids and program names, best first. An entry that declares the window class
+    /// wins over one that only has a matching file name.
+    std::optional<QString> findName(const QStringList& windowNames);
 
 private:
+    struct File {
+        /// The path below its applications folder without the suffix, with dashes in place of slashes.
+        QString id;
+        QString path;
+
+        bool operator==(const File&) const = default;
+    };
+    struct Entry {
+        QString id;
+        QString name;
+        QString windowClass;
+    };
+
+    static std::vector<File> installedFiles();
+    static std::optional<Entry> tryRead(const File& file);
     void refresh();
 
-    std::vector<DesktopEntry> m_entries;
-    std::vector<DesktopEntryFile> m_files;
+    std::vector<File> m_files;
+    std::vector<Entry> m_entries;
 };
 
 } // namespace quelto

@@ -23,10 +23,10 @@ HostTime FramePacer::slotAfter(HostTime time) const noexcept
         return m_start;
     }
     const auto since = (time - m_start).count();
-    // Whole seconds apart from the rest, so that the product stays small however long it runs.
+    // Whole seconds are computed separately so that the product cannot overflow.
     const auto number = since / NanosecondsPerSecond * m_framesPerSecond +
         since % NanosecondsPerSecond * m_framesPerSecond / NanosecondsPerSecond;
-    // The division rounds down, and so does slot(): the next may still be at or before the time.
+    // The division and slot() both round down, so the next slot may still be at or before the time.
     return slot(number + 1) > time ? slot(number + 1) : slot(number + 2);
 }
 

@@ -5,17 +5,18 @@
 
 namespace quelto {
 
-/// The moments at which a frame may be taken: the start and every whole multiple of the frame's length after it.
+/// Computes the times (slots) at which a frame may be captured: the start time plus whole multiples of the frame
+/// duration.
 ///
-/// Each is counted from the start and never from the frame before, so that neither rounding nor a late frame shifts
-/// what follows.
+/// Every slot is computed from the start time, not from the previous frame, so neither rounding nor a late frame shifts
+/// later slots.
 ///
-/// Thread: any; it reads no clock.
+/// Thread: any. Does not read the clock.
 class FramePacer {
 public:
     FramePacer(HostTime start, int framesPerSecond);
 
-    /// The first moment after that time.
+    /// The first slot after the time.
     HostTime slotAfter(HostTime time) const noexcept;
 
 private:

@@ -48,7 +48,7 @@ void KeyboardMap::readModifiers(xcb_connection_t* connection)
             readModifierKey(keys[modifier * perModifier + index], static_cast<std::uint16_t>(1 << modifier));
         }
     }
-    // A lock on the same bit as a modifier that can be asked for would make every press count.
+    // If a lock shared its bit with a modifier, the shortcut would fire without that modifier.
     m_locks = static_cast<std::uint16_t>(m_locks & ~(m_alt | m_super | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL));
 }
 
@@ -101,7 +101,7 @@ std::optional<std::uint16_t> KeyboardMap::modifiers(std::uint32_t storedModifier
 {
     const struct {
         std::uint32_t stored;
-        std::uint16_t own;
+        std::uint16_t serverBits;
     } rows[] = {{modifierBits::shift, XCB_MOD_MASK_SHIFT},
                 {modifierBits::control, XCB_MOD_MASK_CONTROL},
                 {modifierBits::option, lowestBit(m_alt)},
@@ -111,10 +111,10 @@ std::optional<std::uint16_t> KeyboardMap::modifiers(std::uint32_t storedModifier
         if ((storedModifiers & row.stored) == 0) {
             continue;
         }
-        if (row.own == 0) {
+        if (row.serverBits == 0) {
             return std::nullopt;
         }
-        result |= row.own;
+        result |= row.serverBits;
     }
     return result;
 }

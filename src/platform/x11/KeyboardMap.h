@@ -11,20 +11,20 @@
 
 namespace quelto {
 
-/// Where the server's present keyboard has the keys of a stored shortcut.
+/// Translates a stored shortcut to the X server's key codes and modifier bits for the present keyboard.
 ///
-/// Keys are found by place, not by what the layout prints on them, and modifiers by what the server's modifier map
-/// says, not by the bits they usually have.
+/// Keys are found by their physical position, independent of the layout. Modifier bits come from the server's modifier
+/// map, not from their usual values.
 class KeyboardMap {
 public:
-    /// Nothing when the server tells nothing about its keyboard.
+    /// Nothing if the server does not describe its keyboard.
     static std::optional<KeyboardMap> tryRead(xcb_connection_t* connection);
 
-    /// All keys at that place; empty when the keyboard has none there.
+    /// All keys at the position. Empty if the keyboard has none there.
     std::vector<xcb_keycode_t> keyCodes(std::uint32_t storedCode) const;
-    /// The server's bits for the stored ones, or nothing when the keyboard lacks one of the modifiers.
+    /// The server's bits for the stored modifiers. Nothing if the keyboard lacks one of them.
     std::optional<std::uint16_t> modifiers(std::uint32_t storedModifiers) const;
-    /// Every state in which Caps Lock, Num Lock and Scroll Lock can be, alone and together, the empty one included.
+    /// Every combination of Caps Lock, Num Lock and Scroll Lock, including none.
     std::vector<std::uint16_t> lockStates() const;
 
 private:

@@ -7,7 +7,8 @@ namespace quelto {
 
 namespace {
 
-/// The same name gives the same id in every session. XIDs leave the top bits free, so it cannot be an output's.
+/// FNV-1a, so the id of a name is the same in every session. The top bit, which XIDs never set, avoids collisions with
+/// outputs.
 std::uint32_t idFromName(const QString& name)
 {
     std::uint32_t hash = 2166136261;
@@ -24,7 +25,7 @@ QString atomName(xcb_connection_t* connection, xcb_atom_t atom)
                  : QString();
 }
 
-/// The size that the screen has now; that of the set-up is the one at connection.
+/// The present area. The connection's set-up data has the size at the time of connecting.
 QRect screenArea(const X11Connection& connection)
 {
     const auto reply =
@@ -73,7 +74,7 @@ QList<Monitor> listedMonitors(const X11Connection& connection, const QRect& scre
 
 } // namespace
 
-QList<Monitor> monitorsOf(const X11Connection& connection)
+QList<Monitor> readMonitors(const X11Connection& connection)
 {
     const auto screen = screenArea(connection);
     if (screen.isEmpty()) {

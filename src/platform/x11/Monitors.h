@@ -8,17 +8,17 @@
 
 namespace quelto {
 
-/// A display with the part of the X screen that it shows.
+/// A display and the area of the X screen that it shows.
 struct Monitor {
     DisplayInfo info;
     QRect area;
 };
 
-/// The monitors of the screen as they are now.
+/// The present monitors of the screen, of which exactly one is the main display.
 ///
-/// The id is the XID of the monitor's first output, which the server keeps over changes of mode. A monitor without an
-/// output, or whose output another already stands for, has an id made from its name. Exactly one monitor is the main
-/// one. A server that names no monitor has the whole screen as its one display.
-QList<Monitor> monitorsOf(const X11Connection& connection);
+/// The id is the XID of the monitor's first output, which does not change with the mode. A monitor without an output,
+/// or whose output already identifies another monitor, gets an id that is computed from its name. If the server reports
+/// no monitors, the whole screen is the only display.
+QList<Monitor> readMonitors(const X11Connection& connection);
 
 } // namespace quelto

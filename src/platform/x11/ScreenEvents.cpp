@@ -24,14 +24,15 @@ std::uint8_t firstEvent(xcb_connection_t* connection, xcb_extension_t& extension
     return xcb_get_extension_data(connection, &extension)->first_event;
 }
 
-/// Reports of the pointer's motion, also while a game holds it. Returns the extension's code, or 0 without it.
+/// Selects motion events, which arrive even while a game has grabbed the pointer. Returns the extension's major opcode,
+/// or 0 without the extension.
 std::uint8_t selectPointerMotion(const X11Connection& connection)
 {
     auto* server = connection.get();
     if (!hasExtension(server, xcb_input_id)) {
         return 0;
     }
-    // From 2.1 on, raw events come whoever has grabbed the device.
+    // From 2.1 on, raw events are sent even if another client has grabbed the device.
     const auto version = replyTo(xcb_input_xi_query_version_reply, server, xcb_input_xi_query_version(server, 2, 2));
     if (!version || version->major_version < 2) {
         return 0;
@@ -39,9 +40,9 @@ std::uint8_t selectPointerMotion(const X11Connection& connection)
     struct {
         xcb_input_event_mask_t head;
         std::uint32_t mask;
-    } const wish{.head = {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
-                 .mask = XCB_INPUT_XI_EVENT_MASK_RAW_MOTION};
-    xcb_input_xi_select_events(server, connection.root(), 1, &wish.head);
+    } const selection{.head = {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
+                      .mask = XCB_INPUT_XI_EVENT_MASK_RAW_MOTION};
+    xcb_input_xi_select_events(server, connection.root(), 1, &selection.head);
     return xcb_get_extension_data(server, &xcb_input_id)->major_opcode;
 }
 
@@ -65,7 +66,7 @@ ScreenEvents::ScreenEvents(const X11Connection& connection, bool watchesPointer)
         throw PlatformError(T("Ekran sunucusu değişiklikleri bildiremiyor (XDamage eklentisi yok). X sunucusunu "
                               "güncelleyip yeniden deneyin."));
     }
-    // Both extensions answer nothing until the version was asked for.
+    // Both extensions require the version request first.
     replyTo(xcb_xfixes_query_version_reply, server, xcb_xfixes_query_version(server, 4, 0));
     replyTo(xcb_damage_query_version_reply, server, xcb_damage_query_version(server, 1, 1));
     m_damageEvent = static_cast<std::uint8_t>(firstEvent(server, xcb_damage_id) + XCB_DAMAGE_NOTIFY);
@@ -103,28 +104,28 @@ void ScreenEvents::setArea(const QRect& area)
 
 ScreenChanges ScreenEvents::read()
 {
-    ScreenChanges news;
+    ScreenChanges changes;
     while (const auto event = XcbPtr<xcb_generic_event_t>(xcb_poll_for_event(m_connection.get()))) {
         const auto type = event->response_type & 0x7f;
         if (type == m_damageEvent) {
-            news.hasDamage = true;
+            changes.hasDamage = true;
         } else if (m_watchesPointer && type == m_fixesEvent) {
-            news.shapeChanged = true;
+            changes.hasNewShape = true;
         } else if (m_randrEvent != 0 &&
                    (type == m_randrEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == m_randrEvent + XCB_RANDR_NOTIFY)) {
-            news.layoutChanged = true;
+            changes.hasNewLayout = true;
         } else if (type == XCB_GE_GENERIC && m_inputOpcode != 0) {
-            // Raw motion is the only generic event asked for.
-            news.pointerMoved = true;
+            // Raw motion is the only generic event that was selected.
+            changes.hasPointerMoved = true;
         }
     }
-    return news;
+    return changes;
 }
 
-ScreenEvents::Changes ScreenEvents::take(ShapeRequest shapeWish)
+ScreenEvents::Update ScreenEvents::fetchUpdate(ShapeRequest shapeRequest)
 {
     auto* server = m_connection.get();
-    // All requests leave together, for one wait.
+    // All requests are sent before the first reply is awaited: one round trip.
     xcb_damage_subtract(server, m_damage.id(), XCB_NONE, m_changedRegion.id());
     xcb_xfixes_intersect_region(server, m_changedRegion.id(), m_areaRegion.id(), m_changedRegion.id());
     const auto region = xcb_xfixes_fetch_region(server, m_changedRegion.id());
@@ -132,30 +133,30 @@ ScreenEvents::Changes ScreenEvents::take(ShapeRequest shapeWish)
     if (m_watchesPointer) {
         pointer = xcb_query_pointer(server, m_connection.root());
     }
-    const bool wantsShape = m_watchesPointer && shapeWish == ShapeRequest::wanted;
+    const bool wantsShape = m_watchesPointer && shapeRequest == ShapeRequest::wanted;
     xcb_xfixes_get_cursor_image_cookie_t shape{};
     if (wantsShape) {
         shape = xcb_xfixes_get_cursor_image(server);
     }
 
-    Changes changes;
+    Update update;
     if (const auto reply = replyTo(xcb_xfixes_fetch_region_reply, server, region)) {
         if (reply->extents.width > 0) {
-            changes.rows = {.first = reply->extents.y - m_area.y(), .count = reply->extents.height};
+            update.rows = {.first = reply->extents.y - m_area.y(), .count = reply->extents.height};
         }
     }
     if (m_watchesPointer) {
         const auto reply = replyTo(xcb_query_pointer_reply, server, pointer);
         if (reply && reply->same_screen != 0) {
-            changes.pointer = QPoint(reply->root_x, reply->root_y);
+            update.pointerPosition = QPoint(reply->root_x, reply->root_y);
         }
     }
     if (wantsShape) {
         if (const auto reply = replyTo(xcb_xfixes_get_cursor_image_reply, server, shape)) {
-            changes.shape = shapeFrom(*reply);
+            update.cursorShape = shapeFrom(*reply);
         }
     }
-    return changes;
+    return update;
 }
 
 } // namespace quelto

@@ -12,42 +12,44 @@
 
 namespace quelto {
 
-/// What the server has reported since it was last asked.
+/// What the server has reported since the last ScreenEvents::read().
 struct ScreenChanges {
     bool hasDamage = false;
-    bool pointerMoved = false;
-    bool shapeChanged = false;
-    bool layoutChanged = false;
+    bool hasPointerMoved = false;
+    bool hasNewShape = false;
+    bool hasNewLayout = false;
 };
 
-/// Watches the X screen for changes, with as few messages as the server allows: one when anything was drawn, and no
-/// further one until that has been taken.
+/// Watches the X screen for changes.
+///
+/// The server sends one event when anything was drawn and no further one until fetchUpdate() resets the damage, which
+/// keeps the number of events low.
 ///
 /// Thread: one at a time.
 class ScreenEvents {
 public:
-    /// Errors: PlatformError where the server cannot report changes.
+    /// Errors: PlatformError if the server cannot report changes.
     ScreenEvents(const X11Connection& connection, bool watchesPointer);
 
     void setArea(const QRect& area);
 
-    /// False where the server is too old to tell that the pointer moved; its place must then be asked for.
+    /// False if the server is too old to report pointer motion; the position must then be polled.
     bool reportsMotion() const noexcept { return m_inputOpcode != 0; }
 
-    /// Everything that has arrived by now; does not wait.
+    /// Processes all events that have arrived, without waiting.
     ScreenChanges read();
 
-    struct Changes {
-        /// Rows of the area that were drawn on.
+    struct Update {
+        /// The rows of the area that were drawn on.
         RowRange rows;
-        /// Where the pointer is on the X screen; nothing when it is on another screen, or not watched.
-        std::optional<QPoint> pointer;
-        /// Where it was asked for.
-        std::optional<CursorOverlay::Shape> shape;
+        /// In X screen coordinates. Nothing if the pointer is on another screen or not watched.
+        std::optional<QPoint> pointerPosition;
+        /// Only if it was requested.
+        std::optional<CursorOverlay::Shape> cursorShape;
     };
     enum class ShapeRequest { none, wanted };
-    /// What has changed, which starts the watch anew.
-    Changes take(ShapeRequest shapeWish);
+    /// Requests what has changed and resets the damage.
+    Update fetchUpdate(ShapeRequest shapeRequest);
 
 private:
     const X11Connection& m_connection;

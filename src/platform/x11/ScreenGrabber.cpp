@@ -13,10 +13,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int PoolSize = 8;
-// A change of mode turns the display off and on again; longer than that is gone.
-constexpr auto Deadline = 2s;
+// A mode change turns the display off and on again. After this time it counts as disconnected.
+constexpr auto FailureTimeout = 2s;
 constexpr auto RetryInterval = 100ms;
-// A pointer that a program sets, and no device moves, is not reported; so often its place is asked for.
+// The server does not report pointer motion that a program causes, so the position is polled at this interval.
 constexpr HostDuration UnreportedMotionInterval = 500ms;
 
 X11Connection openConnection(const QString& displayName)
@@ -32,23 +32,23 @@ X11Connection openConnection(const QString& displayName)
         xcb_format_next(&formats);
     }
     auto depths = xcb_screen_allowed_depths_iterator(connection->screen);
-    bool isPlain =
+    bool isBgrx =
         formats.rem > 0 && formats.data->bits_per_pixel == 32 && setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
     for (; depths.rem > 0; xcb_depth_next(&depths)) {
         for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0; xcb_visualtype_next(&visuals)) {
             if (visuals.data->visual_id == connection->screen->root_visual) {
-                isPlain = isPlain && visuals.data->red_mask == 0xff0000 && visuals.data->blue_mask == 0xff;
+                isBgrx = isBgrx && visuals.data->red_mask == 0xff0000 && visuals.data->blue_mask == 0xff;
             }
         }
     }
-    if (!isPlain) {
+    if (!isBgrx) {
         throw PlatformError(
             T("Ekranın renk biçimi desteklenmiyor. Ekranı 24 bit renk derinliğine ayarlayıp yeniden deneyin."));
     }
     return std::move(*connection);
 }
 
-QString vanishedText()
+QString disconnectedText()
 {
     return T("Kaydedilen ekran artık bağlı değil. Ekranı yeniden bağlayın ya da ayarlardan başka bir ekran seçin.");
 }
@@ -58,7 +58,7 @@ QString unreadableText()
     return T("Ekran görüntüsü okunamıyor. Kaydı yeniden başlatın.");
 }
 
-timespec asTimespec(HostDuration duration)
+timespec toTimespec(HostDuration duration)
 {
     const auto positive = std::max(duration, HostDuration::zero()).count();
     return {.tv_sec = positive / 1'000'000'000, .tv_nsec = positive % 1'000'000'000};
@@ -66,164 +66,163 @@ timespec asTimespec(HostDuration duration)
 
 } // namespace
 
-ScreenGrabber::ScreenGrabber(const QString& displayName, const FrameRequest& request)
+ScreenGrabber::ScreenGrabber(const QString& displayName, const FrameSourceSettings& settings)
     : m_connection(openConnection(displayName))
-    , m_request(request)
-    , m_pool(request.outputSize, PoolSize)
-    , m_clock(HostClock::now(), request.framesPerSecond)
-    , m_screenEvents(m_connection, request.showsCursor)
-    , m_lookedAt(HostTime::min())
+    , m_settings(settings)
+    , m_pool(settings.outputSize, PoolSize)
+    , m_pacer(HostClock::now(), settings.framesPerSecond)
+    , m_screenEvents(m_connection, settings.showsCursor)
+    , m_lastAttempt(HostTime::min())
 {
     const auto area = findArea();
     if (!area) {
-        throw PlatformError(vanishedText());
+        throw PlatformError(disconnectedText());
     }
-    useArea(*area);
+    setArea(*area);
 }
 
-void ScreenGrabber::run(const FrameEvents& events, int stopDescriptor) noexcept
+void ScreenGrabber::run(const FrameSourceEvents& events, int stopDescriptor) noexcept
 {
-    m_clock = FramePacer(HostClock::now(), m_request.framesPerSecond);
+    m_pacer = FramePacer(HostClock::now(), m_settings.framesPerSecond);
     try {
-        while (step(events, stopDescriptor) == Step::goOn) { }
+        while (step(events, stopDescriptor) == Step::proceed) { }
     } catch (const std::exception& error) {
         qWarning("screen: %s", error.what());
         events.onStopped(unreadableText());
     }
 }
 
-ScreenGrabber::Step ScreenGrabber::step(const FrameEvents& events, int stopDescriptor)
+ScreenGrabber::Step ScreenGrabber::step(const FrameSourceEvents& events, int stopDescriptor)
 {
     readChanges();
-    if (m_isLayoutNew) {
-        followLayout();
+    if (m_hasNewLayout) {
+        updateLayout();
     }
-    if (const auto reason = endingReason()) {
+    if (const auto reason = stopReason()) {
         events.onStopped(*reason);
         return Step::stop;
     }
-    if (m_isMissing) {
-        m_isLayoutNew = true;
+    if (m_isDisplayMissing) {
+        m_hasNewLayout = true;
         return waitForChange(stopDescriptor, RetryInterval);
     }
     if (!m_pendingSince) {
-        return waitForChanges(stopDescriptor);
+        return waitWhileIdle(stopDescriptor);
     }
-    const auto due = m_clock.slotAfter(m_lookedAt);
+    const auto due = m_pacer.slotAfter(m_lastAttempt);
     if (HostClock::now() < due) {
         return waitUntil(due, stopDescriptor);
     }
     takeFrame(events);
-    return hasStopped(stopDescriptor) ? Step::stop : Step::goOn;
+    return hasStopped(stopDescriptor) ? Step::stop : Step::proceed;
 }
 
 void ScreenGrabber::readChanges()
 {
-    const auto news = m_screenEvents.read();
-    if (news.hasDamage || news.pointerMoved || news.shapeChanged) {
-        notePending();
+    const auto changes = m_screenEvents.read();
+    if (changes.hasDamage || changes.hasPointerMoved || changes.hasNewShape) {
+        markPending();
     }
-    m_isShapeNew = m_isShapeNew || news.shapeChanged;
-    m_isLayoutNew = m_isLayoutNew || news.layoutChanged;
+    m_hasNewShape = m_hasNewShape || changes.hasNewShape;
+    m_hasNewLayout = m_hasNewLayout || changes.hasNewLayout;
 }
 
-std::optional<QString> ScreenGrabber::endingReason() const
+std::optional<QString> ScreenGrabber::stopReason() const
 {
     if (xcb_connection_has_error(m_connection.get()) != 0) {
         return T("Ekrana bağlantı koptu. Masaüstü oturumunuzun açık olduğunu denetleyip kaydı yeniden başlatın.");
     }
-    if (m_failingSince && HostClock::now() - *m_failingSince > Deadline) {
-        return m_isMissing ? vanishedText() : unreadableText();
+    if (m_failingSince && HostClock::now() - *m_failingSince > FailureTimeout) {
+        return m_isDisplayMissing ? disconnectedText() : unreadableText();
     }
     return std::nullopt;
 }
 
-void ScreenGrabber::followLayout()
+void ScreenGrabber::updateLayout()
 {
-    m_isLayoutNew = false;
+    m_hasNewLayout = false;
     const auto area = findArea();
-    const bool wasMissing = std::exchange(m_isMissing, !area);
+    const bool wasMissing = std::exchange(m_isDisplayMissing, !area);
     if (!area) {
-        noteFailure();
+        markFailing();
     } else if (wasMissing || *area != m_image->area()) {
         m_failingSince.reset();
-        useArea(*area);
+        setArea(*area);
     }
-    // The questions may have brought in events that no descriptor tells of any more.
+    // The requests may have queued events, for which the descriptor does not become readable again.
     readChanges();
 }
 
 std::optional<QRect> ScreenGrabber::findArea() const
 {
-    for (const auto& monitor : monitorsOf(m_connection)) {
-        if (monitor.info.id == m_request.displayID) {
+    for (const auto& monitor : readMonitors(m_connection)) {
+        if (monitor.info.id == m_settings.displayID) {
             return monitor.area;
         }
     }
     return std::nullopt;
 }
 
-void ScreenGrabber::useArea(const QRect& area)
+void ScreenGrabber::setArea(const QRect& area)
 {
     m_image.reset();
     m_image.emplace(m_connection, area);
     m_screenEvents.setArea(area);
     m_staleRows = m_image->allRows();
-    notePending();
+    markPending();
 }
 
-void ScreenGrabber::notePending()
+void ScreenGrabber::markPending()
 {
     if (!m_pendingSince) {
         m_pendingSince = HostClock::now();
     }
 }
 
-void ScreenGrabber::noteFailure()
+void ScreenGrabber::markFailing()
 {
     if (!m_failingSince) {
         m_failingSince = HostClock::now();
     }
 }
 
-void ScreenGrabber::takeFrame(const FrameEvents& events)
+void ScreenGrabber::takeFrame(const FrameSourceEvents& events)
 {
-    m_lookedAt = HostClock::now();
+    m_lastAttempt = HostClock::now();
     const auto frame = m_pool.tryAcquire();
     if (!frame) {
-        // Nothing has been asked of the server yet, so it keeps the changes for the next try, which shows a later
-        // picture.
+        // The server still holds the changes for the next attempt, whose frame shows a later state of the screen.
         m_pendingSince = HostClock::now();
         return;
     }
-    auto changes =
-        m_screenEvents.take(m_isShapeNew ? ScreenEvents::ShapeRequest::wanted : ScreenEvents::ShapeRequest::none);
-    m_staleRows = m_staleRows.united(changes.rows);
-    const bool hasNewShape = changes.shape.has_value();
-    if (changes.shape) {
-        m_cursor.setShape(std::move(*changes.shape));
-        m_isShapeNew = false;
+    auto update = m_screenEvents.fetchUpdate(m_hasNewShape ? ScreenEvents::ShapeRequest::wanted
+                                                           : ScreenEvents::ShapeRequest::none);
+    m_staleRows = m_staleRows.united(update.rows);
+    const bool isShapeUpdated = update.cursorShape.has_value();
+    if (update.cursorShape) {
+        m_cursor.setShape(std::move(*update.cursorShape));
+        m_hasNewShape = false;
     }
     const auto area = m_image->area();
-    const auto pointer = changes.pointer.value_or(QPoint()) - area.topLeft();
-    const auto shown = changes.pointer ? m_cursor.covered(pointer, area.size()) : QRect();
-    const bool isPointerNew = shown != m_shownPointer || (hasNewShape && !shown.isEmpty());
-    if (m_staleRows.isEmpty() && !isPointerNew) {
+    const auto pointer = update.pointerPosition.value_or(QPoint()) - area.topLeft();
+    const auto shown = update.pointerPosition ? m_cursor.visibleArea(pointer, area.size()) : QRect();
+    const bool hasCursorChanged = shown != m_shownCursor || (isShapeUpdated && !shown.isEmpty());
+    if (m_staleRows.isEmpty() && !hasCursorChanged) {
         m_pendingSince.reset();
         return;
     }
 
     frame->presentationTime = *m_pendingSince;
     if (!m_staleRows.isEmpty() && !m_image->read(m_staleRows)) {
-        noteFailure();
-        m_isLayoutNew = true;
+        markFailing();
+        m_hasNewLayout = true;
         m_pendingSince = HostClock::now();
         return;
     }
     m_staleRows = {};
     m_failingSince.reset();
     m_pendingSince.reset();
-    m_shownPointer = shown;
+    m_shownCursor = shown;
     if (shown.isEmpty()) {
         m_converter.convert(m_image->picture(), *frame);
     } else {
@@ -234,15 +233,15 @@ void ScreenGrabber::takeFrame(const FrameEvents& events)
     events.onFrame(frame);
 }
 
-ScreenGrabber::Step ScreenGrabber::waitForChanges(int stopDescriptor)
+ScreenGrabber::Step ScreenGrabber::waitWhileIdle(int stopDescriptor)
 {
-    if (!m_request.showsCursor) {
+    if (!m_settings.showsCursor) {
         return waitForChange(stopDescriptor, std::nullopt);
     }
     const auto interval = m_screenEvents.reportsMotion() ? UnreportedMotionInterval
-                                                         : HostDuration(1s) / std::max(1, m_request.framesPerSecond);
+                                                         : HostDuration(1s) / std::max(1, m_settings.framesPerSecond);
     const auto result = waitForChange(stopDescriptor, interval);
-    notePending();
+    markPending();
     return result;
 }
 
@@ -250,17 +249,17 @@ ScreenGrabber::Step ScreenGrabber::waitForChange(int stopDescriptor, std::option
 {
     pollfd descriptors[] = {{.fd = stopDescriptor, .events = POLLIN},
                             {.fd = xcb_get_file_descriptor(m_connection.get()), .events = POLLIN}};
-    const auto timeout = asTimespec(atMost.value_or(HostDuration::zero()));
+    const auto timeout = toTimespec(atMost.value_or(HostDuration::zero()));
     ppoll(descriptors, std::size(descriptors), atMost ? &timeout : nullptr, nullptr);
-    return descriptors[0].revents != 0 ? Step::stop : Step::goOn;
+    return descriptors[0].revents != 0 ? Step::stop : Step::proceed;
 }
 
 ScreenGrabber::Step ScreenGrabber::waitUntil(HostTime time, int stopDescriptor)
 {
     pollfd descriptor{.fd = stopDescriptor, .events = POLLIN};
-    const auto timeout = asTimespec(time - HostClock::now());
+    const auto timeout = toTimespec(time - HostClock::now());
     ppoll(&descriptor, 1, &timeout, nullptr);
-    return descriptor.revents != 0 ? Step::stop : Step::goOn;
+    return descriptor.revents != 0 ? Step::stop : Step::proceed;
 }
 
 bool ScreenGrabber::hasStopped(int stopDescriptor)

@@ -12,64 +12,64 @@
 
 namespace quelto {
 
-/// One run of frames from an X server: what X11FrameSource's thread does.
+/// The capture loop of X11FrameSource.
 ///
-/// It sleeps on the connection until something changes, then until the frame clock's next moment, and only then takes
-/// a frame, asks what has changed and reads just those rows. While it waits for that moment it leaves the connection
-/// alone, so that a fast mouse does not wake it more often than frames are due.
+/// It waits for a change of the screen, then for the next slot of the frame pacer, and only then takes a frame from the
+/// pool, requests what has changed and reads just those rows. While it waits for the slot it does not poll the
+/// connection, so a fast mouse does not wake it more often than frames are due.
 ///
-/// Thread: made on any, then run() on one.
+/// Thread: construct on any thread, then call run() on one.
 class ScreenGrabber {
 public:
     /// Errors: PlatformError.
-    ScreenGrabber(const QString& displayName, const FrameRequest& request);
+    ScreenGrabber(const QString& displayName, const FrameSourceSettings& settings);
 
-    /// Returns once the descriptor is readable, or after onStopped. Nothing escapes from it.
-    void run(const FrameEvents& events, int stopDescriptor) noexcept;
+    /// Returns when the descriptor is readable, or after calling onStopped.
+    void run(const FrameSourceEvents& events, int stopDescriptor) noexcept;
 
 private:
-    enum class Step { goOn, stop };
+    enum class Step { proceed, stop };
 
-    Step step(const FrameEvents& events, int stopDescriptor);
+    Step step(const FrameSourceEvents& events, int stopDescriptor);
     void readChanges();
-    /// The sentence for the user once there is nothing more to come.
-    std::optional<QString> endingReason() const;
-    void followLayout();
+    /// A translated sentence for the user if the capture has to end.
+    std::optional<QString> stopReason() const;
+    void updateLayout();
     std::optional<QRect> findArea() const;
-    void useArea(const QRect& area);
-    void notePending();
-    void noteFailure();
-    void takeFrame(const FrameEvents& events);
-    Step waitForChanges(int stopDescriptor);
+    void setArea(const QRect& area);
+    void markPending();
+    void markFailing();
+    void takeFrame(const FrameSourceEvents& events);
+    Step waitWhileIdle(int stopDescriptor);
     Step waitForChange(int stopDescriptor, std::optional<HostDuration> atMost);
     static Step waitUntil(HostTime time, int stopDescriptor);
     static bool hasStopped(int stopDescriptor);
 
     X11Connection m_connection;
-    FrameRequest m_request;
+    FrameSourceSettings m_settings;
     FramePool m_pool;
-    /// Begins with the run.
-    FramePacer m_clock;
+    /// Restarted by run().
+    FramePacer m_pacer;
     ScreenEvents m_screenEvents;
     std::optional<ScreenImage> m_image;
     CursorOverlay m_cursor;
     FrameConverter m_converter;
 
-    /// Something may have changed since the last look at the screen.
-    /// When the change was noticed that no frame shows yet. That is the frame's time: the screen has shown it since
-    /// then, however long the next slot lets the frame wait, and a sound that came with it lies there too.
+    /// When the oldest change was noticed that no frame shows yet; nothing if the screen has not changed since the last
+    /// frame. It becomes the presentation time of the next frame, however long that waits for its slot, because the
+    /// screen has shown the change since then and the audio that belongs to it has the same time.
     std::optional<HostTime> m_pendingSince;
-    bool m_isLayoutNew = false;
-    bool m_isMissing = false;
-    /// The last time at which what was pending was tried. A change that comes in a later slot is taken at once: it must
-    /// not share the next slot with the change after it.
-    HostTime m_lookedAt;
-    /// Rows that the image lacks whatever the server reports.
+    bool m_hasNewLayout = false;
+    bool m_isDisplayMissing = false;
+    /// When a frame was last attempted. A change in a later slot is captured at once, so that it does not share the
+    /// next slot with the following change.
+    HostTime m_lastAttempt;
+    /// Rows that must be read again, in addition to those that the server reports.
     RowRange m_staleRows;
-    bool m_isShapeNew = true;
-    /// What the pointer covers in the last frame.
-    QRect m_shownPointer;
-    /// Since when the display is missing or cannot be read.
+    bool m_hasNewShape = true;
+    /// The area of the cursor in the last frame.
+    QRect m_shownCursor;
+    /// Since when the display has been missing or unreadable.
     std::optional<HostTime> m_failingSince;
 };
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::uint32_t AllPlanes = ~0U;
 
-/// A descriptor can only be handed to a server on this machine; over any other socket the attempt ends the connection.
+/// Descriptors can only be passed to a server on this machine. Over any other socket the attempt closes the connection.
 bool canPassDescriptors(xcb_connection_t* connection)
 {
     sockaddr_storage address{};
@@ -56,7 +56,7 @@ ScreenImage::ScreenImage(const X11Connection& connection, const QRect& area)
 {
     const auto size = static_cast<std::size_t>(stride()) * static_cast<std::size_t>(area.height());
     const int descriptor = memfd_create("quelto-screen", MFD_CLOEXEC);
-    const auto closing = qScopeGuard([descriptor] { close(descriptor); });
+    const auto closeDescriptor = qScopeGuard([descriptor] { close(descriptor); });
     if (descriptor < 0 || ftruncate(descriptor, static_cast<off_t>(size)) != 0) {
         throw std::bad_alloc();
     }
@@ -73,7 +73,7 @@ ScreenImage::ScreenImage(const X11Connection& connection, const QRect& area)
 void ScreenImage::share(int descriptor)
 {
     const auto segment = xcb_generate_id(m_connection);
-    // The library closes the descriptor that it sends.
+    // xcb closes the descriptor that it sends.
     const auto cookie = xcb_shm_attach_fd_checked(m_connection, segment, fcntl(descriptor, F_DUPFD_CLOEXEC, 0), 0);
     const XcbPtr<xcb_generic_error_t> error(xcb_request_check(m_connection, cookie));
     if (!error) {

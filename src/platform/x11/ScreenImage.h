@@ -12,7 +12,7 @@
 
 namespace quelto {
 
-/// Rows of an image; empty when there are none.
+/// A range of rows of an image.
 struct RowRange {
     int first = 0;
     int count = 0;
@@ -26,16 +26,17 @@ struct UnmapMemory {
     void operator()(std::uint8_t* memory) const noexcept { munmap(memory, size); }
 };
 
-/// A part of the X screen as it was last read, in memory that the server writes into directly where it can.
+/// The pixels of an area of the X screen, as last read.
 ///
-/// Without shared memory (a server on another machine, or one without the extension) rows come over the connection.
+/// The server writes directly into shared memory. If it cannot (a server on another machine, or one without the
+/// extension), the pixels are sent over the connection.
 ///
 /// Thread: one at a time.
 class ScreenImage {
 public:
     ScreenImage(const X11Connection& connection, const QRect& area);
 
-    /// Reads these rows anew. False when the server refuses, as it does in the middle of a change of size.
+    /// Reads the rows from the screen. False if the server refuses, as it does while the screen is being resized.
     bool read(const RowRange& rows);
 
     const QRect& area() const noexcept { return m_area; }
@@ -45,7 +46,7 @@ public:
     BgrxImage picture() const noexcept { return {.pixels = m_memory.get(), .stride = stride(), .size = m_area.size()}; }
 
 private:
-    /// Rows come over the connection when the server refuses.
+    /// Leaves m_segment empty if the server refuses.
     void share(int descriptor);
 
     xcb_connection_t* m_connection;

@@ -7,8 +7,8 @@ namespace quelto {
 
 namespace {
 
-// In units of four bytes; no name is longer.
-constexpr std::uint32_t LongestProperty = 4096;
+// In units of four bytes. No name is longer.
+constexpr std::uint32_t MaxPropertyLength = 4096;
 
 } // namespace
 
@@ -28,7 +28,7 @@ XcbPtr<xcb_get_property_reply_t> WindowProperties::read(xcb_window_t window, con
     }
     return replyTo(
         xcb_get_property_reply, m_connection.get(),
-        xcb_get_property(m_connection.get(), 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, LongestProperty));
+        xcb_get_property(m_connection.get(), 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, MaxPropertyLength));
 }
 
 QByteArray WindowProperties::bytes(xcb_window_t window, const char* property) const

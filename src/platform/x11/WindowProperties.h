@@ -9,7 +9,9 @@
 
 namespace quelto {
 
-/// Reads what windows say about themselves. A window that is gone says nothing.
+/// Reads window properties. A window that no longer exists has none.
+///
+/// Thread: one at a time.
 class WindowProperties {
 public:
     explicit WindowProperties(const X11Connection& connection)
@@ -17,11 +19,11 @@ public:
     {
     }
 
-    /// Empty where there is none; text ends at the property's end and may hold zero bytes.
+    /// A property of bytes or text. Empty if the window has no such property. Text may contain zero bytes.
     QByteArray bytes(xcb_window_t window, const char* property) const;
-    /// Values of 32 bits: windows, atoms, numbers.
+    /// A property of 32-bit values: windows, atoms, numbers. Empty if the window has no such property.
     QList<std::uint32_t> values(xcb_window_t window, const char* property) const;
-    /// Zero where the server has no such name yet, which then nobody uses.
+    /// XCB_ATOM_NONE if the server does not know the name, in which case no window uses it.
     xcb_atom_t atom(const char* name) const;
 
 private:

@@ -9,21 +9,21 @@
 
 namespace quelto {
 
-/// A connection of its own to the X server. The server going away shows in xcb_connection_has_error(); it never ends
-/// the process.
+/// A private connection to the X server. If the server dies, xcb_connection_has_error() reports it; the process
+/// continues.
 struct X11Connection {
     XcbConnectionPtr connection;
-    /// The screen that the display name asks for. Owned by the connection.
+    /// The screen that the display name selects. Owned by the connection.
     const xcb_screen_t* screen = nullptr;
 
     xcb_connection_t* get() const noexcept { return connection.get(); }
     xcb_window_t root() const noexcept { return screen->root; }
 
-    /// An empty name stands for $DISPLAY.
+    /// An empty name means $DISPLAY.
     static std::optional<X11Connection> tryOpen(const QString& displayName);
 };
 
-/// Whether the server has it. A request of an extension that is not there would close the connection.
+/// Whether the server has the extension. A request to a missing extension would close the connection.
 bool hasExtension(xcb_connection_t* connection, xcb_extension_t& extension);
 
 } // namespace quelto

@@ -14,7 +14,7 @@ QList<DisplayInfo> X11Displays::all() const
 {
     QList<DisplayInfo> displays;
     if (const auto connection = X11Connection::tryOpen(m_displayName)) {
-        for (const auto& monitor : monitorsOf(*connection)) {
+        for (const auto& monitor : readMonitors(*connection)) {
             displays.append(monitor.info);
         }
     }

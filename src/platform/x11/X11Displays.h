@@ -5,7 +5,7 @@
 
 namespace quelto {
 
-/// The monitors of an X server. Each call connects anew, so a server that went away and came back is no matter.
+/// The monitors of an X server. Each call opens a new connection, so it works again after a restart of the server.
 class X11Displays final : public Displays {
 public:
     explicit X11Displays(QString displayName = {});

@@ -14,7 +14,7 @@ namespace quelto {
 
 namespace {
 
-/// A server that goes away while a request is on its way must not end the process.
+/// A server that dies while a request is being sent must not end the process.
 void blockBrokenPipe()
 {
     sigset_t signals;
@@ -35,10 +35,10 @@ X11FrameSource::~X11FrameSource()
     stop();
 }
 
-void X11FrameSource::start(const FrameRequest& request, FrameEvents events)
+void X11FrameSource::start(const FrameSourceSettings& settings, FrameSourceEvents events)
 {
     stop();
-    auto grabber = std::make_unique<ScreenGrabber>(m_displayName, request);
+    auto grabber = std::make_unique<ScreenGrabber>(m_displayName, settings);
     m_stopDescriptor = eventfd(0, EFD_CLOEXEC);
     if (m_stopDescriptor < 0) {
         throw std::system_error(errno, std::system_category());

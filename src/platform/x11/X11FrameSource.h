@@ -7,13 +7,13 @@
 
 namespace quelto {
 
-/// Frames of an X server's display, read by a thread and over a connection of its own.
+/// Captures a display of an X server, on a separate thread and connection.
 class X11FrameSource final : public FrameSource {
 public:
     explicit X11FrameSource(QString displayName = {});
     ~X11FrameSource() override;
 
-    void start(const FrameRequest& request, FrameEvents events) override;
+    void start(const FrameSourceSettings& settings, FrameSourceEvents events) override;
     void stop() noexcept override;
 
 private:

@@ -12,7 +12,7 @@ namespace quelto {
 
 namespace {
 
-// By window class, in lower case.
+// Window classes, in lower case.
 constexpr const char* FileManagers[] = {
     "caja",
     "cosmic-files",
@@ -40,15 +40,15 @@ constexpr const char* FileManagers[] = {
 };
 constexpr const char* OwnClasses[] = {"app.quelto.quelto", "quelto"};
 
-template <std::size_t N> bool isOneOf(const char* const (&table)[N], const QString& name)
+template <std::size_t N> bool contains(const char* const (&table)[N], const QString& name)
 {
     return std::ranges::any_of(
         table, [&](const char* entry) { return name.compare(QLatin1StringView(entry), Qt::CaseInsensitive) == 0; });
 }
 
-/// What a window says about the program it belongs to.
+/// What a window's properties say about its application.
 struct WindowIdentity {
-    /// The two halves of WM_CLASS.
+    /// The two parts of WM_CLASS.
     QString instance;
     QString windowClass;
     QString title;
@@ -56,7 +56,7 @@ struct WindowIdentity {
     std::uint32_t processID = 0;
 };
 
-WindowIdentity identityOf(const WindowProperties& properties, xcb_window_t window)
+WindowIdentity readIdentity(const WindowProperties& properties, xcb_window_t window)
 {
     WindowIdentity identity;
     const auto classes = properties.bytes(window, "WM_CLASS").split('\0');
@@ -77,27 +77,27 @@ WindowIdentity identityOf(const WindowProperties& properties, xcb_window_t windo
     return identity;
 }
 
-QString programName(std::uint32_t processID)
+QString executableName(std::uint32_t processID)
 {
     return processID == 0 ? QString()
                           : QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(processID))).fileName();
 }
 
-constexpr QStringView WindowsEnding = u".exe";
+constexpr QStringView ExeSuffix = u".exe";
 constexpr QStringView SteamPrefix = u"steam_app_";
 
-/// Its class is then a number or a file, and the program that runs is the compatibility layer.
+/// Windows programs have a number or a file name as window class, and their process is the compatibility layer.
 bool isWindowsProgram(const WindowIdentity& identity)
 {
     return identity.windowClass.startsWith(SteamPrefix, Qt::CaseInsensitive) ||
-        identity.windowClass.endsWith(WindowsEnding, Qt::CaseInsensitive) ||
-        identity.instance.endsWith(WindowsEnding, Qt::CaseInsensitive);
+        identity.windowClass.endsWith(ExeSuffix, Qt::CaseInsensitive) ||
+        identity.instance.endsWith(ExeSuffix, Qt::CaseInsensitive);
 }
 
-QString withoutEnding(QString name)
+QString withoutExeSuffix(QString name)
 {
-    if (name.endsWith(WindowsEnding, Qt::CaseInsensitive)) {
-        name.chop(WindowsEnding.size());
+    if (name.endsWith(ExeSuffix, Qt::CaseInsensitive)) {
+        name.chop(ExeSuffix.size());
     }
     return name;
 }
@@ -105,18 +105,18 @@ QString withoutEnding(QString name)
 QString displayName(const WindowIdentity& identity, DesktopEntries& applications)
 {
     QStringList names{identity.applicationID, identity.windowClass, identity.instance};
-    const bool isForeign = isWindowsProgram(identity);
-    if (!isForeign) {
-        names.append(programName(identity.processID));
+    const bool isWindows = isWindowsProgram(identity);
+    if (!isWindows) {
+        names.append(executableName(identity.processID));
     }
-    if (const auto entry = applications.find(names)) {
-        return entry->name;
+    if (const auto name = applications.findName(names)) {
+        return *name;
     }
     const auto title = identity.title.simplified();
-    for (const auto& candidate : isForeign ? QStringList{title, identity.windowClass, identity.instance}
+    for (const auto& candidate : isWindows ? QStringList{title, identity.windowClass, identity.instance}
                                            : QStringList{identity.windowClass, identity.instance, title}) {
         if (!candidate.isEmpty()) {
-            return withoutEnding(candidate);
+            return withoutExeSuffix(candidate);
         }
     }
     return {};
@@ -126,7 +126,7 @@ bool isDesktopWindow(const WindowProperties& properties, xcb_window_t window, co
 {
     const auto desktop = properties.atom("_NET_WM_WINDOW_TYPE_DESKTOP");
     return (desktop != XCB_ATOM_NONE && properties.values(window, "_NET_WM_WINDOW_TYPE").contains(desktop)) ||
-        isOneOf(FileManagers, identity.windowClass) || isOneOf(FileManagers, identity.instance);
+        contains(FileManagers, identity.windowClass) || contains(FileManagers, identity.instance);
 }
 
 } // namespace
@@ -147,14 +147,14 @@ std::optional<FrontApplicationInfo> X11FrontApplication::current() const
     if (window == XCB_NONE) {
         return std::nullopt;
     }
-    const auto identity = identityOf(properties, window);
+    const auto identity = readIdentity(properties, window);
     FrontApplicationInfo info{
         .name = displayName(identity, m_applications),
         .isDesktop = isDesktopWindow(properties, window, identity),
         .isThisProgram =
-            identity.processID == static_cast<std::uint32_t>(getpid()) || isOneOf(OwnClasses, identity.windowClass),
+            identity.processID == static_cast<std::uint32_t>(getpid()) || contains(OwnClasses, identity.windowClass),
     };
-    // A window that went away between the two questions has said nothing at all.
+    // The window was closed between the two requests.
     if (info.name.isEmpty() && !info.isDesktop && !info.isThisProgram) {
         return std::nullopt;
     }

@@ -6,7 +6,7 @@
 
 namespace quelto {
 
-/// The window that the window manager calls active, and the program it belongs to.
+/// Identifies the application of the window that the window manager marks as active.
 class X11FrontApplication final : public FrontApplication {
 public:
     explicit X11FrontApplication(QString displayName = {});
@@ -15,7 +15,7 @@ public:
 
 private:
     QString m_displayName;
-    /// What it remembers is no part of the answer.
+    /// Only a cache.
     mutable DesktopEntries m_applications;
 };
 

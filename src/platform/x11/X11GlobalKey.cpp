@@ -6,7 +6,7 @@
 #include <QMetaObject>
 #include <QSocketNotifier>
 
-// The header was made for C and calls a field by a word of C++.
+// The C header has a field whose name is a C++ keyword.
 #ifdef __clang__
 #pragma clang diagnostic ignored "-Wkeyword-macro"
 #endif
@@ -21,9 +21,9 @@ namespace {
 
 constexpr std::uint16_t KeyboardEvents = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
 
-// In milliseconds of the server. A held key repeats more often; should a release ever be missed, the next press after
-// such a pause counts again.
-constexpr std::uint32_t LongestRepeatGap = 2000;
+// Milliseconds of server time. A held key repeats faster than this. If a release event was missed, the next press after
+// this time counts as new.
+constexpr std::uint32_t MaxRepeatInterval = 2000;
 
 } // namespace
 
@@ -31,13 +31,13 @@ X11GlobalKey::X11GlobalKey(const QString& displayName)
     : m_connection(X11Connection::tryOpen(displayName))
 {
     if (m_connection) {
-        listen();
+        selectEvents();
     }
 }
 
 X11GlobalKey::~X11GlobalKey() = default;
 
-void X11GlobalKey::listen()
+void X11GlobalKey::selectEvents()
 {
     auto* server = m_connection->get();
     if (xkb_x11_setup_xkb_extension(server, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
@@ -46,11 +46,11 @@ void X11GlobalKey::listen()
         m_connection.reset();
         return;
     }
-    // A held key then sends no releases between its repeats.
+    // Without release events between the repeats of a held key.
     const std::uint32_t detectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
     replyTo(xcb_xkb_per_client_flags_reply, server,
             xcb_xkb_per_client_flags(server, XCB_XKB_ID_USE_CORE_KBD, detectable, detectable, 0, 0, 0));
-    // The details of a map are all wanted; those of a new keyboard likewise.
+    // 0xff: all details of a map change.
     xcb_xkb_select_events(server, XCB_XKB_ID_USE_CORE_KBD, KeyboardEvents, 0, KeyboardEvents, 0xff, 0xff, nullptr);
     xcb_flush(server);
 
@@ -62,17 +62,17 @@ void X11GlobalKey::grab(std::uint32_t keyCode, std::uint32_t modifiers)
 {
     release();
     m_combination = {.keyCode = keyCode, .modifiers = modifiers};
-    grabNow();
+    applyGrab();
 }
 
 void X11GlobalKey::release()
 {
     m_combination.reset();
-    m_heldSince.reset();
-    ungrab();
+    m_lastPressTime.reset();
+    ungrabAll();
 }
 
-void X11GlobalKey::ungrab()
+void X11GlobalKey::ungrabAll()
 {
     if (!m_connection) {
         return;
@@ -84,7 +84,7 @@ void X11GlobalKey::ungrab()
     xcb_flush(server);
 }
 
-void X11GlobalKey::grabNow()
+void X11GlobalKey::applyGrab()
 {
     if (!m_connection || !m_combination) {
         return;
@@ -97,7 +97,8 @@ void X11GlobalKey::grabNow()
              xcb_screen_next(&screens)) {
             for (const auto key : keyboard->keyCodes(m_combination->keyCode)) {
                 for (const auto locks : keyboard->lockStates()) {
-                    // What another program holds is refused with an error event, which readEvents() passes over.
+                    // If another program has grabbed the combination, the server sends an error event, which
+                    // readEvents() ignores.
                     xcb_grab_key(server, 0, screens.data->root, static_cast<std::uint16_t>(*modifiers | locks), key,
                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
                 }
@@ -105,16 +106,16 @@ void X11GlobalKey::grabNow()
         }
         xcb_flush(server);
     }
-    // Answers that were waited for may have brought events along, of which the socket tells nothing any more.
+    // Waiting for replies may have queued events, for which the socket does not become readable again.
     QMetaObject::invokeMethod(this, &X11GlobalKey::readEvents, Qt::QueuedConnection);
 }
 
-bool X11GlobalKey::notePress(const xcb_generic_event_t& event)
+bool X11GlobalKey::registerPress(const xcb_generic_event_t& event)
 {
     const auto time = static_cast<const xcb_key_press_event_t*>(static_cast<const void*>(&event))->time;
-    // Server times go round; their difference does not mind.
-    const bool isRepeat = m_heldSince && time - *m_heldSince < LongestRepeatGap;
-    m_heldSince = time;
+    // Server time wraps around; the unsigned difference is still correct.
+    const bool isRepeat = m_lastPressTime && time - *m_lastPressTime < MaxRepeatInterval;
+    m_lastPressTime = time;
     return !isRepeat;
 }
 
@@ -125,24 +126,24 @@ void X11GlobalKey::readEvents()
     }
     auto* server = m_connection->get();
     int presses = 0;
-    bool isKeyboardNew = false;
+    bool hasKeyboardChanged = false;
     while (const auto event = XcbPtr<xcb_generic_event_t>(xcb_poll_for_event(server))) {
         const auto type = event->response_type & 0x7f;
         if (type == XCB_KEY_PRESS) {
-            presses += notePress(*event) ? 1 : 0;
+            presses += registerPress(*event) ? 1 : 0;
         } else if (type == XCB_KEY_RELEASE) {
-            m_heldSince.reset();
+            m_lastPressTime.reset();
         } else if (type == XCB_MAPPING_NOTIFY || (m_keyboardEvent != 0 && type == m_keyboardEvent)) {
-            isKeyboardNew = true;
+            hasKeyboardChanged = true;
         }
     }
     if (xcb_connection_has_error(server) != 0) {
         m_notifier.reset();
         m_connection.reset();
-    } else if (isKeyboardNew) {
-        // Once for all reports together: a change of layout sends a good many.
-        ungrab();
-        grabNow();
+    } else if (hasKeyboardChanged) {
+        // Once for all of these events: a layout change sends many.
+        ungrabAll();
+        applyGrab();
     }
     for (; presses > 0 && m_combination && onPressed; --presses) {
         onPressed();

@@ -13,10 +13,9 @@ class QSocketNotifier;
 
 namespace quelto {
 
-/// The shortcut as a passive grab on every root window, over a connection of its own.
+/// A passive key grab on every root window, over a separate connection.
 ///
-/// A change of layout, of the modifier map or of the keyboard makes it grab anew. When the server is away, nothing
-/// fires.
+/// Grabs again when the layout, the modifier map or the keyboard changes. Never fires once the server is gone.
 class X11GlobalKey final : public QObject, public GlobalKey {
     Q_OBJECT
 
@@ -33,20 +32,20 @@ private:
         std::uint32_t modifiers;
     };
 
-    void listen();
+    void selectEvents();
     void readEvents();
-    /// False for the repeats of a held key.
-    bool notePress(const xcb_generic_event_t& event);
-    void grabNow();
-    void ungrab();
+    /// False if the event is an auto-repeat of a held key.
+    bool registerPress(const xcb_generic_event_t& event);
+    void applyGrab();
+    void ungrabAll();
 
     std::optional<X11Connection> m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::uint8_t m_keyboardEvent = 0;
     std::optional<Combination> m_combination;
-    /// The server's time of the last press, while there was no release. A change of keyboard does not clear it: two
-    /// keyboards in turn are enough for one.
-    std::optional<std::uint32_t> m_heldSince;
+    /// The server time of the last press, until the release. A keyboard change does not reset it, because using two
+    /// keyboards in turn causes one.
+    std::optional<std::uint32_t> m_lastPressTime;
 };
 
 } // namespace quelto

@@ -10,10 +10,9 @@
 
 namespace quelto {
 
-/// The desktop services on an X server. An empty display name stands for $DISPLAY.
+/// The desktop services of an X server. An empty display name means $DISPLAY.
 ///
-/// None of them throws when there is no server: the lists are empty, the key never fires, and only the frame source's
-/// start() says what is wrong.
+/// Errors: none if there is no server; the lists are empty and the key never fires. Only FrameSource::start() throws.
 std::unique_ptr<Displays> makeX11Displays(const QString& displayName = {});
 std::unique_ptr<FrameSource> makeX11FrameSource(const QString& displayName = {});
 std::unique_ptr<GlobalKey> makeX11GlobalKey(const QString& displayName = {});

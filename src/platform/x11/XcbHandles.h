@@ -13,7 +13,7 @@ struct FreeMemory {
     void operator()(void* memory) const noexcept { std::free(memory); }
 };
 
-/// A reply, event or error of the server.
+/// A reply, event or error from the server.
 template <typename T> using XcbPtr = std::unique_ptr<T, FreeMemory>;
 
 struct Disconnect {
@@ -21,7 +21,7 @@ struct Disconnect {
 };
 using XcbConnectionPtr = std::unique_ptr<xcb_connection_t, Disconnect>;
 
-/// The answer to a request, or null when the server refused it. An error never reaches the event queue.
+/// Waits for the reply to a request. Null if the server reported an error, which does not reach the event queue.
 template <typename Cookie, typename Reply>
 XcbPtr<Reply> replyTo(Reply* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_error_t**), xcb_connection_t* connection,
                       Cookie cookie)
@@ -32,7 +32,7 @@ XcbPtr<Reply> replyTo(Reply* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_err
     return reply;
 }
 
-/// An object in the server that ends with the request Release.
+/// Owns a server object and destroys it with the request `Release`.
 template <auto Release> class XcbResource {
 public:
     XcbResource() = default;

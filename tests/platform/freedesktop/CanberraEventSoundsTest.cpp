@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/CanberraEventSounds.h"
 
+#include "AudioDesktop.h"
 #include "Recording.h"
-#include "SoundDesktop.h"
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
 
 #include <QJsonArray>
@@ -22,32 +22,33 @@ using namespace pipewire;
 
 constexpr double Silence = 0.001;
 
-/// What comes out of the speaker, all programs' sounds together.
+/// Records the speaker's monitor, the mix of all programs.
 class Speaker {
 public:
     Speaker()
         : m_process(QStringLiteral("parec"),
                     {QStringLiteral("--raw"), QStringLiteral("--format=float32le"), QStringLiteral("--rate=48000"),
                      QStringLiteral("--channels=1"), QStringLiteral("--latency-msec=20"), QStringLiteral("-d"),
-                     desktopName("QUELTO_TEST_SPEAKER") + QStringLiteral(".monitor")})
+                     desktopVariable("QUELTO_TEST_SPEAKER") + QStringLiteral(".monitor")})
     {
-        EXPECT_TRUE(comesTrue([this] { return read() > 0; })) << "the speaker's monitor gives nothing";
+        EXPECT_TRUE(becomesTrue([this] { return read() > 0; })) << "the speaker's monitor delivers nothing";
     }
 
     ~Speaker() { m_process.terminate(); }
     Speaker(const Speaker&) = delete;
     Speaker& operator=(const Speaker&) = delete;
 
-    /// Seconds from the first to the last sound, once there was a sound and then half a second of silence; else 0.
-    double waitForSound(double longestSeconds = 5)
+    /// Waits for a sound that is followed by half a second of silence. Returns its length in seconds; 0 if there is
+    /// none.
+    double waitForSound(double timeoutSeconds = 5)
     {
         m_first = m_last = -1;
-        const bool isOver = comesTrue([this] { return read() - m_last > 24000 && m_first >= 0; }, longestSeconds);
+        const bool isOver = becomesTrue([this] { return read() - m_last > 24000 && m_first >= 0; }, timeoutSeconds);
         return isOver ? static_cast<double>(m_last - m_first) / 48000 : 0;
     }
 
 private:
-    /// Frames so far.
+    /// Returns the number of frames so far.
     std::int64_t read()
     {
         m_unread += m_process.readAvailable();
@@ -71,20 +72,20 @@ private:
     std::int64_t m_last = -1;
 };
 
-double loudest(const AudioBuffers& samples)
+double peakOf(const AudioBuffers& buffers)
 {
-    double loudest = 0;
-    for (const float value : channelOf(samples, 0)) {
-        loudest = std::max(loudest, std::abs(static_cast<double>(value)));
+    double peak = 0;
+    for (const float value : channelOf(buffers, 0)) {
+        peak = std::max(peak, std::abs(static_cast<double>(value)));
     }
-    return loudest;
+    return peak;
 }
 
 class CanberraEventSoundsTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (desktopName("QUELTO_TEST_SPEAKER").isEmpty()) {
+        if (desktopVariable("QUELTO_TEST_SPEAKER").isEmpty()) {
             GTEST_SKIP() << "runs on the private desktop only";
         }
     }
@@ -98,9 +99,9 @@ TEST_F(CanberraEventSoundsTest, AreHeardButNotRecorded)
     Recording recording;
     const auto source = server->systemAudio();
     source->start(recording.events());
-    // Keeps the capture going without being heard.
-    const OtherProgram quiet({.amplitude = 0});
-    ASSERT_TRUE(recording.waitForSound(0.2));
+    // A silent program keeps the capture running.
+    const TonePlayerProcess quiet({.amplitude = 0});
+    ASSERT_TRUE(recording.waitForAudio(0.2));
     Speaker speaker;
     for (const EventSound sound : {EventSound::hero, EventSound::glass, EventSound::hero, EventSound::glass}) {
         m_sounds.play(sound);
@@ -109,16 +110,16 @@ TEST_F(CanberraEventSoundsTest, AreHeardButNotRecorded)
         EXPECT_GT(length, sound == EventSound::hero ? 0.7 : 0.2);
         EXPECT_LT(length, sound == EventSound::hero ? 1.5 : 0.6);
     }
-    ASSERT_TRUE(recording.waitForSound(0.2));
-    EXPECT_LT(loudest(recording.samples()), Silence);
+    ASSERT_TRUE(recording.waitForAudio(0.2));
+    EXPECT_LT(peakOf(recording.buffers()), Silence);
 
-    // The same file from another program is recorded: what is silent above is so because it is ours.
+    // The same file from another program is recorded, so the silence above is due to the exclusion of this program.
     run(QStringLiteral("paplay"), {QStringLiteral("/usr/share/sounds/freedesktop/stereo/complete.oga")});
-    EXPECT_GT(loudest(recording.samples()), 0.05);
+    EXPECT_GT(peakOf(recording.buffers()), 0.05);
     source->stop();
 }
 
-TEST_F(CanberraEventSoundsTest, ShowInMixersAsOurs)
+TEST_F(CanberraEventSoundsTest, MixersShowThisProgramAsTheirSource)
 {
     QJsonObject properties;
     const auto isListed = [&] {
@@ -128,10 +129,10 @@ TEST_F(CanberraEventSoundsTest, ShowInMixersAsOurs)
         properties = QJsonDocument::fromJson(list.toUtf8()).array().at(0).toObject().value(u"properties").toObject();
         return !properties.isEmpty();
     };
-    // Again where the sound was over before a busy machine listed it.
-    ASSERT_TRUE(comesTrue([&] {
+    // Repeats, because on a busy machine the sound may end before it is listed.
+    ASSERT_TRUE(becomesTrue([&] {
         m_sounds.play(EventSound::hero);
-        return comesTrue(isListed, 1);
+        return becomesTrue(isListed, 1);
     }));
     EXPECT_EQ(properties.value(u"application.name").toString(), u"Quelto");
     EXPECT_EQ(properties.value(u"application.id").toString(), u"app.quelto.Quelto");
@@ -140,16 +141,16 @@ TEST_F(CanberraEventSoundsTest, ShowInMixersAsOurs)
     EXPECT_EQ(properties.value(u"application.process.id").toString(), QString::number(getpid()));
 }
 
-TEST_F(CanberraEventSoundsTest, SoundAgainAfterTheServerWasStartedAnew)
+TEST_F(CanberraEventSoundsTest, PlayAgainAfterAServerRestart)
 {
     {
         Speaker speaker;
         m_sounds.play(EventSound::glass);
         ASSERT_GT(speaker.waitForSound(), 0);
     }
-    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
+    run(desktopVariable("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
     m_sounds.play(EventSound::glass);
-    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("start")});
+    run(desktopVariable("QUELTO_TEST_SOUND"), {QStringLiteral("start")});
     Speaker speaker;
     double length = 0;
     for (int attempt = 0; attempt < 3 && length == 0; ++attempt) {
@@ -159,9 +160,9 @@ TEST_F(CanberraEventSoundsTest, SoundAgainAfterTheServerWasStartedAnew)
     EXPECT_GT(length, 0);
 }
 
-TEST_F(CanberraEventSoundsTest, HoldNobodyUpWhenTheServerDoesNotAnswer)
+TEST_F(CanberraEventSoundsTest, DoNotBlockIfTheServerDoesNotRespond)
 {
-    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("pause")});
+    run(desktopVariable("QUELTO_TEST_SOUND"), {QStringLiteral("pause")});
     const HostTime begin = HostClock::now();
     {
         CanberraEventSounds sounds;
@@ -170,7 +171,7 @@ TEST_F(CanberraEventSoundsTest, HoldNobodyUpWhenTheServerDoesNotAnswer)
         EXPECT_LT(inSeconds(HostClock::now() - begin), 0.1);
     }
     EXPECT_LT(inSeconds(HostClock::now() - begin), 1);
-    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("resume")});
+    run(desktopVariable("QUELTO_TEST_SOUND"), {QStringLiteral("resume")});
 }
 
 } // namespace

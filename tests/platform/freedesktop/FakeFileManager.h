@@ -7,7 +7,7 @@
 
 namespace quelto {
 
-/// A file manager on a connection of its own that writes down what it is to show.
+/// A file manager on a separate bus connection that records what it should show.
 class FakeFileManager final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
@@ -18,7 +18,7 @@ public:
     FakeFileManager(const FakeFileManager&) = delete;
     FakeFileManager& operator=(const FakeFileManager&) = delete;
 
-    /// The URIs of each call, and its startup id, parted by blanks.
+    /// For each call the URIs and the startup id, separated by spaces.
     QStringList shown;
 
 public Q_SLOTS:

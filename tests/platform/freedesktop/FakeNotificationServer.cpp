@@ -50,18 +50,18 @@ uint FakeNotificationServer::Notify(const QString& application, uint replaces, c
                                     const QVariantMap& hints, int timeout)
 {
     calls.append({application, replaces, icon, title, body, actions, hints, timeout});
-    const uint number = replaces != 0 ? replaces : nextNumber++;
-    if (isHoldingBack) {
+    const uint id = replaces != 0 ? replaces : nextId++;
+    if (isDelayingReplies) {
         setDelayedReply(true);
-        m_heldBack.append(message().createReply(number));
+        m_delayedReplies.append(message().createReply(id));
     }
-    return number;
+    return id;
 }
 
-void FakeNotificationServer::letGo()
+void FakeNotificationServer::sendDelayedReplies()
 {
-    isHoldingBack = false;
-    for (const QDBusMessage& reply : std::exchange(m_heldBack, {})) {
+    isDelayingReplies = false;
+    for (const QDBusMessage& reply : std::exchange(m_delayedReplies, {})) {
         EXPECT_TRUE(m_bus.send(reply));
     }
 }
@@ -71,9 +71,9 @@ void FakeNotificationServer::send(const QString& signal, const QVariantList& arg
     sendNotificationSignal(m_bus, signal, arguments);
 }
 
-void FakeNotificationServer::click(uint number) const
+void FakeNotificationServer::click(uint id) const
 {
-    send(QStringLiteral("ActionInvoked"), {number, QStringLiteral("default")});
+    send(QStringLiteral("ActionInvoked"), {id, QStringLiteral("default")});
 }
 
 } // namespace quelto

@@ -21,7 +21,7 @@ struct NotifyCall {
     int timeout = 0;
 };
 
-/// A notification server on a connection of its own, which the test drives by hand.
+/// A notification server on a separate bus connection, controlled by the test.
 class FakeNotificationServer final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
@@ -34,14 +34,14 @@ public:
 
     QList<NotifyCall> calls;
     int capabilityCalls = 0;
-    uint nextNumber = 1;
-    /// Answers are kept back until they are let go.
-    bool isHoldingBack = false;
-    void letGo();
+    uint nextId = 1;
+    /// Replies to Notify wait for sendDelayedReplies().
+    bool isDelayingReplies = false;
+    void sendDelayedReplies();
 
     void send(const QString& signal, const QVariantList& arguments) const;
-    /// The user clicks, as the server that showed the notification tells it.
-    void click(uint number) const;
+    /// Sends the signal for a click on the notification.
+    void click(uint id) const;
 
 public Q_SLOTS:
     QStringList GetCapabilities();
@@ -51,12 +51,12 @@ public Q_SLOTS:
 private:
     QDBusConnection m_bus;
     QStringList m_capabilities;
-    QList<QDBusMessage> m_heldBack;
+    QList<QDBusMessage> m_delayedReplies;
 };
 
-/// A connection to the bus that is nobody else's.
+/// A new connection to the session bus.
 QDBusConnection newConnection();
-/// Tells everybody on the bus something in the shape of a notification server's signal.
+/// Broadcasts a signal of the notification interface.
 void sendNotificationSignal(const QDBusConnection& bus, const QString& signal, const QVariantList& arguments);
 
 } // namespace quelto

@@ -16,7 +16,7 @@ namespace {
 
 class FreedesktopFileManagerTest : public testing::Test {
 protected:
-    /// What the desktop opens folders with writes down which.
+    /// Installs an xdg-open that records the folders it should open.
     static void SetUpTestSuite()
     {
         QFile program(programs().filePath(QStringLiteral("xdg-open")));
@@ -41,7 +41,7 @@ protected:
     }
     static QString opened() { return programs().filePath(QStringLiteral("opened")); }
 
-    static QString openedSoon()
+    static QString waitForOpened()
     {
         QFile file(opened());
         static_cast<void>(QTest::qWaitFor([&] { return file.exists() && file.size() > 0; }, 5000));
@@ -51,14 +51,14 @@ protected:
     FreedesktopFileManager m_files;
 };
 
-TEST_F(FreedesktopFileManagerTest, ShowsTheFileInTheDesktopsFileManager)
+TEST_F(FreedesktopFileManagerTest, RevealCallsTheFileManagerWithTheFilesUri)
 {
     const FakeFileManager manager;
     for (const char* path : {"/clips/a.mp4", "/clips/50% #1 ?;&=+.mp4", "/clips/Şampiyon \U0001F3C6.mp4",
                              "/clips/two\nlines.mp4", "/clips/%20.mp4"}) {
         m_files.reveal(QString::fromUtf8(path));
     }
-    EXPECT_TRUE(manager.shown.isEmpty()) << "the call is not waited for";
+    EXPECT_TRUE(manager.shown.isEmpty()) << "reveal() must not block on the call";
     ASSERT_TRUE(QTest::qWaitFor([&] { return manager.shown.size() == 5; }));
     EXPECT_EQ(manager.shown.join(u'|').toStdString(),
               "file:///clips/a.mp4 |file:///clips/50%25%20%231%20%3F;&=+.mp4 "
@@ -67,23 +67,23 @@ TEST_F(FreedesktopFileManagerTest, ShowsTheFileInTheDesktopsFileManager)
     EXPECT_FALSE(QFile::exists(opened()));
 }
 
-TEST_F(FreedesktopFileManagerTest, OpensTheFolderWhereNoFileManagerAnswers)
+TEST_F(FreedesktopFileManagerTest, RevealOpensTheFolderWithoutAFileManager)
 {
     const QTemporaryDir folder;
     m_files.reveal(folder.filePath(QStringLiteral("a.mp4")));
-    EXPECT_EQ(openedSoon(), QUrl::fromLocalFile(folder.path()).toString());
+    EXPECT_EQ(waitForOpened(), QUrl::fromLocalFile(folder.path()).toString());
 }
 
-TEST_F(FreedesktopFileManagerTest, MakesAFolderThatItIsToOpen)
+TEST_F(FreedesktopFileManagerTest, OpenFolderCreatesAMissingFolder)
 {
     const QTemporaryDir folder;
     const auto path = folder.filePath(QStringLiteral("a b/clips"));
     m_files.openFolder(path);
     EXPECT_TRUE(QDir(path).exists());
-    EXPECT_EQ(openedSoon(), QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+    EXPECT_EQ(waitForOpened(), QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
 }
 
-TEST_F(FreedesktopFileManagerTest, MayEndWhileACallIsUnderWay)
+TEST_F(FreedesktopFileManagerTest, MayBeDestroyedDuringACall)
 {
     {
         FreedesktopFileManager other;

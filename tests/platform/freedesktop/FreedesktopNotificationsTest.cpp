@@ -34,7 +34,7 @@ protected:
         return {id, QStringLiteral("title"), QStringLiteral("body")};
     }
 
-    /// Shows it and waits until the server's answer must have arrived.
+    /// Shows the notification and waits until the server's reply has arrived.
     void showOn(const FakeNotificationServer& server, const DesktopNotification& notification)
     {
         const auto before = server.calls.size();
@@ -43,18 +43,18 @@ protected:
         settle();
     }
 
-    /// Everything sent so far has arrived, on both connections: a message that goes the same ways came back.
+    /// Waits until everything sent so far has arrived on both connections, by a message that takes the same route.
     void settle()
     {
         for (int round = 0; round < 2; ++round) {
-            bool isBack = false;
+            bool hasReplied = false;
             const QDBusConnection other = newConnection();
             const QDBusMessage call =
                 QDBusMessage::createMethodCall(m_bus.baseService(), QStringLiteral("/"),
                                                QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
             QDBusPendingCallWatcher watcher(other.asyncCall(call));
-            QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, [&isBack] { isBack = true; });
-            ASSERT_TRUE(QTest::qWaitFor([&] { return isBack; }));
+            QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, [&hasReplied] { hasReplied = true; });
+            ASSERT_TRUE(QTest::qWaitFor([&] { return hasReplied; }));
             QTest::qWait(20);
         }
     }
@@ -64,7 +64,7 @@ protected:
     QStringList m_clicks;
 };
 
-TEST_F(FreedesktopNotificationsTest, TellsTheServerWhoseNoticeItIsAndWhatItSays)
+TEST_F(FreedesktopNotificationsTest, SendsApplicationTextActionsAndHints)
 {
     const FakeNotificationServer server;
     showOn(server, {QStringLiteral("one"), QStringLiteral("Maç bitti"), QStringLiteral("3 klip")});
@@ -85,7 +85,7 @@ TEST_F(FreedesktopNotificationsTest, TellsTheServerWhoseNoticeItIsAndWhatItSays)
     EXPECT_EQ(call.timeout, -1);
 }
 
-TEST_F(FreedesktopNotificationsTest, EscapesTheBodyForAServerThatReadsMarkup)
+TEST_F(FreedesktopNotificationsTest, EscapesTheBodyIfTheServerSupportsMarkup)
 {
     const FakeNotificationServer server({Markup});
     showOn(server, {QStringLiteral("one"), QStringLiteral("<b>&"), QStringLiteral("<a href=\"x\">Ahri</a> & 'Co'")});
@@ -93,14 +93,14 @@ TEST_F(FreedesktopNotificationsTest, EscapesTheBodyForAServerThatReadsMarkup)
     EXPECT_EQ(server.calls[0].body, u"&lt;a href=&quot;x&quot;&gt;Ahri&lt;/a&gt; &amp; 'Co'");
 }
 
-TEST_F(FreedesktopNotificationsTest, LeavesTheBodyAsItIsForAServerThatDoesNot)
+TEST_F(FreedesktopNotificationsTest, SendsTheBodyUnchangedIfTheServerShowsPlainText)
 {
     const FakeNotificationServer server({QStringLiteral("body")});
     showOn(server, {QStringLiteral("one"), {}, QStringLiteral("<b>Ahri</b> & Co")});
     EXPECT_EQ(server.calls[0].body, u"<b>Ahri</b> & Co");
 }
 
-TEST_F(FreedesktopNotificationsTest, SendsTextThatIsNoValidUnicode)
+TEST_F(FreedesktopNotificationsTest, InvalidUnicodeDoesNotBreakTheConnection)
 {
     const FakeNotificationServer server;
     showOn(server, {QStringLiteral("one"), QString(QChar(0xd800)), QStringLiteral("after")});
@@ -108,7 +108,7 @@ TEST_F(FreedesktopNotificationsTest, SendsTextThatIsNoValidUnicode)
     EXPECT_TRUE(m_bus.isConnected());
 }
 
-TEST_F(FreedesktopNotificationsTest, AsksForCapabilitiesOnceAndKeepsTheOrder)
+TEST_F(FreedesktopNotificationsTest, RequestsCapabilitiesOnceAndKeepsTheOrder)
 {
     const FakeNotificationServer server;
     m_notifications->show(notification(QStringLiteral("one")));
@@ -121,10 +121,10 @@ TEST_F(FreedesktopNotificationsTest, AsksForCapabilitiesOnceAndKeepsTheOrder)
     EXPECT_EQ(server.calls[2].title, u"third");
 }
 
-TEST_F(FreedesktopNotificationsTest, ReplacesTheEarlierNoticeOfTheSameId)
+TEST_F(FreedesktopNotificationsTest, ReplacesTheEarlierNotificationWithTheSameId)
 {
     FakeNotificationServer server;
-    server.nextNumber = 77;
+    server.nextId = 77;
     showOn(server, notification(QStringLiteral("one")));
     showOn(server, notification(QStringLiteral("two")));
     showOn(server, notification(QStringLiteral("one")));
@@ -132,25 +132,25 @@ TEST_F(FreedesktopNotificationsTest, ReplacesTheEarlierNoticeOfTheSameId)
     EXPECT_EQ(server.calls[2].replaces, 77u);
 }
 
-TEST_F(FreedesktopNotificationsTest, ReplacesANoticeWhoseNumberIsStillToCome)
+TEST_F(FreedesktopNotificationsTest, ReplacesANotificationThatIsStillBeingSent)
 {
     FakeNotificationServer server;
-    server.isHoldingBack = true;
+    server.isDelayingReplies = true;
     showOn(server, notification(QStringLiteral("one")));
     QElapsedTimer timer;
     timer.start();
     m_notifications->show({QStringLiteral("one"), QStringLiteral("skipped"), {}});
     m_notifications->show({QStringLiteral("one"), QStringLiteral("newest"), {}});
-    EXPECT_LT(timer.elapsed(), 100) << "waited for the server";
+    EXPECT_LT(timer.elapsed(), 100) << "show() must not block on the server";
     settle();
     EXPECT_EQ(server.calls.size(), 1);
-    server.letGo();
+    server.sendDelayedReplies();
     ASSERT_TRUE(QTest::qWaitFor([&] { return server.calls.size() == 2; }));
     EXPECT_EQ(server.calls[1].replaces, 1u);
     EXPECT_EQ(server.calls[1].title, u"newest");
 }
 
-TEST_F(FreedesktopNotificationsTest, ReportsAClickWithTheIdOfItsNotice)
+TEST_F(FreedesktopNotificationsTest, ReportsAClickWithTheNotificationId)
 {
     const FakeNotificationServer server;
     showOn(server, notification(QStringLiteral("one")));
@@ -160,7 +160,7 @@ TEST_F(FreedesktopNotificationsTest, ReportsAClickWithTheIdOfItsNotice)
     EXPECT_EQ(m_clicks, QStringList{QStringLiteral("two")});
 }
 
-TEST_F(FreedesktopNotificationsTest, IgnoresOtherActionsAndOtherProgramsNotices)
+TEST_F(FreedesktopNotificationsTest, IgnoresOtherActionsAndOtherProgramsNotifications)
 {
     const FakeNotificationServer server;
     showOn(server, notification(QStringLiteral("one")));
@@ -173,20 +173,20 @@ TEST_F(FreedesktopNotificationsTest, IgnoresOtherActionsAndOtherProgramsNotices)
     EXPECT_EQ(m_clicks.size(), 1);
 }
 
-TEST_F(FreedesktopNotificationsTest, IgnoresSignalsThatAreNotTheServers)
+TEST_F(FreedesktopNotificationsTest, IgnoresSignalsFromOtherSenders)
 {
     const FakeNotificationServer server;
     showOn(server, notification(QStringLiteral("one")));
-    const QDBusConnection stranger = newConnection();
-    sendNotificationSignal(stranger, QStringLiteral("ActionInvoked"), {1U, QStringLiteral("default")});
-    sendNotificationSignal(stranger, Closed, {1U, 2U});
+    const QDBusConnection other = newConnection();
+    sendNotificationSignal(other, QStringLiteral("ActionInvoked"), {1U, QStringLiteral("default")});
+    sendNotificationSignal(other, Closed, {1U, 2U});
     settle();
     EXPECT_TRUE(m_clicks.isEmpty());
     server.click(1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 1; }));
 }
 
-TEST_F(FreedesktopNotificationsTest, ForgetsADismissedNoticeButNotOneThatExpired)
+TEST_F(FreedesktopNotificationsTest, AcceptsClicksAfterExpiryButNotAfterDismissal)
 {
     const FakeNotificationServer server;
     showOn(server, notification(QStringLiteral("dismissed")));
@@ -204,7 +204,7 @@ TEST_F(FreedesktopNotificationsTest, ForgetsADismissedNoticeButNotOneThatExpired
     EXPECT_EQ(server.calls[3].replaces, 0u);
 }
 
-TEST_F(FreedesktopNotificationsTest, DoesNotMixUpTheNumbersOfTwoServers)
+TEST_F(FreedesktopNotificationsTest, ForgetsServerIdsWhenTheServerIsReplaced)
 {
     auto server = std::make_unique<FakeNotificationServer>(QStringList{Markup});
     showOn(*server, {QStringLiteral("one"), {}, QStringLiteral("&")});
@@ -218,12 +218,12 @@ TEST_F(FreedesktopNotificationsTest, DoesNotMixUpTheNumbersOfTwoServers)
     EXPECT_TRUE(m_clicks.isEmpty());
     showOn(*server, {QStringLiteral("one"), {}, QStringLiteral("&")});
     EXPECT_EQ(server->calls[0].replaces, 0u);
-    EXPECT_EQ(server->calls[0].body, u"&") << "what the server before it could read";
+    EXPECT_EQ(server->calls[0].body, u"&") << "the capabilities of the previous server";
     server->click(1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 1; }));
 }
 
-TEST_F(FreedesktopNotificationsTest, LosesANoticeInSilenceWhereThereIsNoServer)
+TEST_F(FreedesktopNotificationsTest, DropsNotificationsWithoutAServer)
 {
     m_notifications->show(notification(QStringLiteral("lost")));
     settle();
@@ -235,7 +235,7 @@ TEST_F(FreedesktopNotificationsTest, LosesANoticeInSilenceWhereThereIsNoServer)
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 1; }));
 }
 
-TEST_F(FreedesktopNotificationsTest, LosesANoticeInSilenceWhereThereIsNoBus)
+TEST_F(FreedesktopNotificationsTest, DropsNotificationsWithoutABus)
 {
     FreedesktopNotifications notifications(QDBusConnection(QStringLiteral("none")));
     notifications.show(notification(QStringLiteral("one")));
@@ -243,7 +243,7 @@ TEST_F(FreedesktopNotificationsTest, LosesANoticeInSilenceWhereThereIsNoBus)
     QTest::qWait(20);
 }
 
-TEST_F(FreedesktopNotificationsTest, HandsOnTheActivationTokenBeforeTheClick)
+TEST_F(FreedesktopNotificationsTest, SetsTheActivationTokenForTheClickOnly)
 {
     const FakeNotificationServer server;
     showOn(server, notification(QStringLiteral("one")));
@@ -253,7 +253,7 @@ TEST_F(FreedesktopNotificationsTest, HandsOnTheActivationTokenBeforeTheClick)
         seen = qgetenv("XDG_ACTIVATION_TOKEN");
         startupId = qgetenv("DESKTOP_STARTUP_ID");
     });
-    server.send(QStringLiteral("ActivationToken"), {9U, QStringLiteral("another's")});
+    server.send(QStringLiteral("ActivationToken"), {9U, QStringLiteral("unrelated")});
     server.click(1);
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 1; }));
     EXPECT_EQ(seen, "");
@@ -262,7 +262,7 @@ TEST_F(FreedesktopNotificationsTest, HandsOnTheActivationTokenBeforeTheClick)
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_clicks.size() == 2; }));
     EXPECT_EQ(seen, "token-1_TIME5");
     EXPECT_EQ(startupId, "token-1_TIME5");
-    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "other programs must not inherit what is spent";
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "other programs must not inherit a used token";
     EXPECT_FALSE(qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
 }
 

@@ -21,23 +21,23 @@ protected:
         }
     }
 
-    /// What another program is given that asks the X server for it in that form.
-    static QByteArray pasted(const char* form)
+    /// What another program receives that requests the clipboard in the target format.
+    static QByteArray pasted(const char* target)
     {
         ChildProcess program(QStringLiteral("sh"),
                              {QStringLiteral("-c"),
                               QStringLiteral("xclip -out -selection clipboard -target \"$1\"; echo end"),
-                              QStringLiteral("sh"), QString::fromUtf8(form)});
-        QByteArray said;
-        // It is this program that answers, so it may not wait.
-        static_cast<void>(QTest::qWaitFor([&] { return (said += program.readAvailable()).endsWith("end\n"); }));
-        return said.chopped(4);
+                              QStringLiteral("sh"), QString::fromUtf8(target)});
+        QByteArray output;
+        // This program serves the clipboard, so its event loop must keep running.
+        static_cast<void>(QTest::qWaitFor([&] { return (output += program.readAvailable()).endsWith("end\n"); }));
+        return output.chopped(4);
     }
 
     FreedesktopPasteboard m_pasteboard;
 };
 
-TEST_F(FreedesktopPasteboardTest, GivesTheFileToOtherPrograms)
+TEST_F(FreedesktopPasteboardTest, OtherProgramsReceiveTheFile)
 {
     m_pasteboard.setFile(QStringLiteral("/clips/Dota 2 - [ORTA 45] 50% #1 (ü).mp4"));
     const QByteArray uri = "file:///clips/Dota%202%20-%20%5BORTA%2045%5D%2050%25%20%231%20(%C3%BC).mp4";
@@ -46,17 +46,17 @@ TEST_F(FreedesktopPasteboardTest, GivesTheFileToOtherPrograms)
     EXPECT_EQ(pasted("application/x-kde-cutselection"), "0");
 }
 
-TEST_F(FreedesktopPasteboardTest, OffersTheFileFirstAndNoMoreTextThanQtMakesOfAUri)
+TEST_F(FreedesktopPasteboardTest, OffersTheUriListFirstAndNoTextOfItsOwn)
 {
     m_pasteboard.setFile(QStringLiteral("/clips/a.mp4"));
-    const auto forms = pasted("TARGETS").split('\n');
-    EXPECT_EQ(forms.first(), "text/uri-list");
+    const auto targets = pasted("TARGETS").split('\n');
+    EXPECT_EQ(targets.first(), "text/uri-list");
     for (const char* text : {"text/plain;charset=utf-8", "UTF8_STRING", "STRING", "TEXT"}) {
-        EXPECT_FALSE(forms.contains(text)) << text;
+        EXPECT_FALSE(targets.contains(text)) << text;
     }
 }
 
-TEST_F(FreedesktopPasteboardTest, HoldsTheFileThatWasCopiedLast)
+TEST_F(FreedesktopPasteboardTest, KeepsTheLastFile)
 {
     m_pasteboard.setFile(QStringLiteral("/clips/a.mp4"));
     m_pasteboard.setFile(QStringLiteral("/clips/b.mp4"));

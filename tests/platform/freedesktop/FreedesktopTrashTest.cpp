@@ -57,21 +57,21 @@ protected:
         ASSERT_TRUE(isDone.try_acquire_for(std::chrono::seconds(10)));
     }
 
-    /// Another program brings the newest file back that was at that path.
+    /// Another program restores the newest file that was at the path.
     static void restore(const QString& path)
     {
         ChildProcess process(
             QStringLiteral("sh"),
             {QStringLiteral("-c"), QStringLiteral("echo 0 | trash-restore \"$1\""), QStringLiteral("sh"), path});
-        const QByteArray said = process.readAll();
-        EXPECT_EQ(process.wait(), 0) << said.toStdString();
+        const QByteArray output = process.readAll();
+        EXPECT_EQ(process.wait(), 0) << output.toStdString();
     }
 
     QTemporaryDir m_folder{QString::fromUtf8(qgetenv("QUELTO_TEST_DIR")) + QStringLiteral("/Videos/XXXXXX")};
     FreedesktopTrash m_trash;
 };
 
-TEST_F(FreedesktopTrashTest, GivesAFileBackToAnotherProgramUnderItsOwnName)
+TEST_F(FreedesktopTrashTest, AnotherProgramRestoresTheFileUnderItsName)
 {
     for (const QString& name : {QStringLiteral("Dota 2 - Rampage (2026-11-21 02.00.00) [epic 98].mp4"),
                                 QStringLiteral("50%20 Şampiyon 100% ü.mp4"), QStringLiteral("a \"b\" 'c' $(d) #e?.mp4"),
@@ -84,7 +84,7 @@ TEST_F(FreedesktopTrashTest, GivesAFileBackToAnotherProgramUnderItsOwnName)
     }
 }
 
-TEST_F(FreedesktopTrashTest, KeepsEveryFileOfOneName)
+TEST_F(FreedesktopTrashTest, KeepsAllFilesWithTheSameName)
 {
     const QDir files(QString::fromUtf8(qgetenv("XDG_DATA_HOME")) + QStringLiteral("/Trash/files"));
     for (const QByteArray content : {"first", "second", "third"}) {
@@ -98,7 +98,7 @@ TEST_F(FreedesktopTrashTest, KeepsEveryFileOfOneName)
     EXPECT_EQ(kept, (QList<QByteArray>{"first", "second", "third"}));
 }
 
-TEST_F(FreedesktopTrashTest, FinishesWhatItWasGivenBeforeItEnds)
+TEST_F(FreedesktopTrashTest, DestructorWaitsForRequestedFiles)
 {
     constexpr int Count = 200;
     QStringList files;
@@ -114,7 +114,7 @@ TEST_F(FreedesktopTrashTest, FinishesWhatItWasGivenBeforeItEnds)
     EXPECT_TRUE(QDir(m_folder.path()).isEmpty());
 }
 
-TEST_F(FreedesktopTrashTest, PassesOverAMissingFile)
+TEST_F(FreedesktopTrashTest, SkipsMissingFiles)
 {
     const QString first = makeFile(QStringLiteral("first.mp4"));
     const QString last = makeFile(QStringLiteral("last.mp4"));
@@ -125,7 +125,7 @@ TEST_F(FreedesktopTrashTest, PassesOverAMissingFile)
     m_trash.recycle({m_folder.filePath(QStringLiteral("none.mp4"))}, {});
 }
 
-TEST_F(FreedesktopTrashTest, MovesALinkAndNotWhatItPointsTo)
+TEST_F(FreedesktopTrashTest, MovesALinkAndNotItsTarget)
 {
     const QString target = makeFile(QStringLiteral("target.mp4"));
     const QString link = m_folder.filePath(QStringLiteral("link.mp4"));
@@ -135,14 +135,14 @@ TEST_F(FreedesktopTrashTest, MovesALinkAndNotWhatItPointsTo)
     EXPECT_EQ(contentOf(target), "film");
 }
 
-TEST_F(FreedesktopTrashTest, LeavesAFileWhereItsFolderMayNotBeChanged)
+TEST_F(FreedesktopTrashTest, LeavesAFileInAReadOnlyFolder)
 {
     const QString path = QStringLiteral("/proc/self/status");
     recycle({path});
     EXPECT_FALSE(contentOf(path).isEmpty());
 }
 
-TEST_F(FreedesktopTrashTest, KeepsAFileOfAnotherVolumeOnThatVolume)
+TEST_F(FreedesktopTrashTest, UsesTheTrashOfTheFilesVolume)
 {
     const QString volume = QStringLiteral("/dev/shm");
     if (!QFileInfo(volume).isWritable() || volumeOf(volume) == volumeOf(m_folder.path())) {
@@ -155,16 +155,17 @@ TEST_F(FreedesktopTrashTest, KeepsAFileOfAnotherVolumeOnThatVolume)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("film");
     file.close();
-    const QString bin = QStringLiteral("%1/.Trash-%2/").arg(volume).arg(getuid());
+    const QString trash = QStringLiteral("%1/.Trash-%2/").arg(volume).arg(getuid());
     recycle({path});
     EXPECT_FALSE(QFileInfo::exists(path));
-    EXPECT_EQ(contentOf(bin + QStringLiteral("files/") + name), "film");
-    EXPECT_TRUE(contentOf(bin + QStringLiteral("info/") + name + QStringLiteral(".trashinfo")).contains(name.toUtf8()));
-    // The volume is the machine's, not the private desktop's.
-    QFile::remove(bin + QStringLiteral("files/") + name);
-    QFile::remove(bin + QStringLiteral("info/") + name + QStringLiteral(".trashinfo"));
+    EXPECT_EQ(contentOf(trash + QStringLiteral("files/") + name), "film");
+    EXPECT_TRUE(
+        contentOf(trash + QStringLiteral("info/") + name + QStringLiteral(".trashinfo")).contains(name.toUtf8()));
+    // Cleans up, because the volume does not belong to the private desktop.
+    QFile::remove(trash + QStringLiteral("files/") + name);
+    QFile::remove(trash + QStringLiteral("info/") + name + QStringLiteral(".trashinfo"));
     for (const char* left : {"files", "info", ""}) {
-        QDir().rmdir(bin + QString::fromUtf8(left));
+        QDir().rmdir(trash + QString::fromUtf8(left));
     }
 }
 

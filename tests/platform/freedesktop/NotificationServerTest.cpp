@@ -20,12 +20,12 @@ QByteArray dunstctl(const QStringList& arguments)
     return process.readAll();
 }
 
-int displayed()
+int displayedCount()
 {
     return dunstctl({QStringLiteral("count"), QStringLiteral("displayed")}).trimmed().toInt();
 }
 
-/// What the server has shown and closed since, the newest first.
+/// The notifications that were shown and closed, newest first.
 QJsonArray history()
 {
     const QJsonDocument document = QJsonDocument::fromJson(dunstctl({QStringLiteral("history")}));
@@ -37,7 +37,7 @@ QString field(const QJsonValue& entry, QStringView name)
     return entry.toObject().value(name).toObject().value(u"data").toString();
 }
 
-TEST(NotificationServer, ShowsANoticeReplacesItAndReportsTheClick)
+TEST(NotificationServer, ShowsReplacesAndReportsTheClick)
 {
     if (qEnvironmentVariableIsEmpty("QUELTO_TEST_NOTICES")) {
         GTEST_SKIP() << "runs on the private desktop with notifications only";
@@ -48,14 +48,14 @@ TEST(NotificationServer, ShowsANoticeReplacesItAndReportsTheClick)
     notifications.show({QStringLiteral("match"), QStringLiteral("first"), QStringLiteral("body")});
     notifications.show(
         {QStringLiteral("match"), QStringLiteral("Maç bitti • <i>"), QStringLiteral("<b>Ahri</b> & Co • 3")});
-    ASSERT_TRUE(QTest::qWaitFor([] { return displayed() == 1; }));
+    ASSERT_TRUE(QTest::qWaitFor([] { return displayedCount() == 1; }));
     QTest::qWait(200);
-    ASSERT_EQ(displayed(), 1) << "the second one did not replace the first";
+    ASSERT_EQ(displayedCount(), 1) << "the second notification must replace the first";
     dunstctl({QStringLiteral("action")});
     ASSERT_TRUE(QTest::qWaitFor([&] { return !clicks.isEmpty(); }));
     EXPECT_EQ(clicks, QStringList{QStringLiteral("match")});
     dunstctl({QStringLiteral("close")});
-    ASSERT_TRUE(QTest::qWaitFor([] { return displayed() == 0; }));
+    ASSERT_TRUE(QTest::qWaitFor([] { return displayedCount() == 0; }));
     const QJsonArray shown = history();
     ASSERT_EQ(shown.size(), 1);
     EXPECT_EQ(field(shown[0], u"appname"), u"Quelto");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Two volumes, of which the second is a disk in a file, and the desktop's own program that brings files back.
+// Uses two volumes, the second of which is a disk image, and restores files with the desktop's own program.
 #include "platform/freedesktop/FreedesktopTrash.h"
 
 #include "ChildProcess.h"
@@ -28,11 +28,11 @@ protected:
         if (qEnvironmentVariableIsEmpty("QUELTO_TEST_DIR")) {
             GTEST_SKIP() << "runs on the private desktop only";
         }
-        // The mount is to be seen by this program and those that it starts, and to end with them.
+        // A private mount namespace: only this program and its children see the mount, which ends with them.
         if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
-            GTEST_SKIP() << "nothing may be mounted here";
+            GTEST_SKIP() << "mounting is not permitted here";
         }
-        // Its thread, too.
+        // Only now, so that its thread is in the new namespace.
         m_trash = std::make_unique<FreedesktopTrash>();
         QDir().mkpath(m_volume);
         if (shell("truncate -s 16M \"$1.disk\" && mkfs.ext4 -q \"$1.disk\" && mount -o loop \"$1.disk\" \"$1\" 2>&1",
@@ -56,13 +56,13 @@ protected:
         ::umount2(QFile::encodeName(m_volume).constData(), MNT_DETACH);
     }
 
-    /// What it says and how it ends.
+    /// The output and the exit code.
     static std::pair<QString, int> shell(const char* command, const QString& argument)
     {
         ChildProcess process(QStringLiteral("sh"),
                              {QStringLiteral("-c"), QString::fromUtf8(command), QStringLiteral("sh"), argument});
-        const auto said = QString::fromUtf8(process.readAll());
-        return {said, process.wait()};
+        const auto output = QString::fromUtf8(process.readAll());
+        return {output, process.wait()};
     }
 
     static void makeFile(const QString& path, const QByteArray& content)
@@ -85,20 +85,20 @@ protected:
         ASSERT_TRUE(isDone.try_acquire_for(std::chrono::seconds(10)));
     }
 
-    /// Where in the bin the desktop lists the file that was at that path. It looks there now and then only.
-    static QString listed(const QString& path)
+    /// The location in the trash that the desktop lists for the file. Polls, because the desktop updates its list late.
+    static QString trashLocationOf(const QString& path)
     {
-        QString said;
+        QString output;
         for (int i = 0; i < 100; ++i) {
-            said = shell("gio trash --list", {}).first;
-            for (const auto& line : said.split(u'\n')) {
+            output = shell("gio trash --list", {}).first;
+            for (const auto& line : output.split(u'\n')) {
                 if (line.section(u'\t', 1) == path) {
                     return line.section(u'\t', 0, 0);
                 }
             }
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
-        ADD_FAILURE() << "only these are listed:\n" << said.toStdString();
+        ADD_FAILURE() << "not listed; the list is:\n" << output.toStdString();
         return {};
     }
 
@@ -108,9 +108,9 @@ protected:
     std::unique_ptr<FreedesktopTrash> m_trash;
 };
 
-TEST_F(TrashVolumesTest, TheDesktopBringsFilesBackOnBoth)
+TEST_F(TrashVolumesTest, DesktopRestoresFilesOnBothVolumes)
 {
-    // Plain letters: gio 2.74 brings others back as "\xc5\x9f".
+    // ASCII only: gio 2.74 restores other characters as "\xc5\x9f".
     const auto name = QStringLiteral("/Dota 2 - 50%20 #1 [EFSANE 95] ?.mp4");
     makeFile(m_home + name, "at home");
     makeFile(m_volume + name, "elsewhere");
@@ -120,10 +120,10 @@ TEST_F(TrashVolumesTest, TheDesktopBringsFilesBackOnBoth)
     EXPECT_EQ(contentOf(m_volume + QStringLiteral("/.Trash-%1/files").arg(::getuid()) + name), "elsewhere")
         << "a file is never copied to another volume";
     for (const auto& path : {m_home + name, m_volume + name}) {
-        const auto place = listed(path);
-        ASSERT_FALSE(place.isEmpty()) << path.toStdString();
-        const auto [said, status] = shell("gio trash --restore \"$1\" 2>&1", place);
-        EXPECT_EQ(status, 0) << said.toStdString();
+        const auto location = trashLocationOf(path);
+        ASSERT_FALSE(location.isEmpty()) << path.toStdString();
+        const auto [output, status] = shell("gio trash --restore \"$1\" 2>&1", location);
+        EXPECT_EQ(status, 0) << output.toStdString();
     }
     EXPECT_EQ(contentOf(m_home + name), "at home");
     EXPECT_EQ(contentOf(m_volume + name), "elsewhere");

@@ -6,7 +6,7 @@
 namespace quelto {
 namespace {
 
-constexpr QSize Picture{8, 8};
+constexpr QSize ImageSize{8, 8};
 constexpr int Stride = 8 * 4;
 
 std::vector<std::uint8_t> grey()
@@ -14,7 +14,7 @@ std::vector<std::uint8_t> grey()
     return std::vector<std::uint8_t>(Stride * 8, 100);
 }
 
-/// 3 × 3, hot spot in the middle; opaque red.
+/// 3 × 3 pixels with the hot spot in the middle.
 CursorOverlay redSquare(std::uint32_t colour = 0xffff0000)
 {
     CursorOverlay overlay;
@@ -27,10 +27,10 @@ const std::uint8_t* at(const std::vector<std::uint8_t>& pixels, int x, int y)
     return pixels.data() + y * Stride + x * 4;
 }
 
-TEST(CursorOverlay, CentresOnItsHotSpot)
+TEST(CursorOverlay, HotSpotIsAtThePosition)
 {
     auto pixels = grey();
-    redSquare().draw(pixels.data(), Stride, Picture, {4, 4});
+    redSquare().draw(pixels.data(), Stride, ImageSize, {4, 4});
     EXPECT_EQ(at(pixels, 3, 3)[2], 255);
     EXPECT_EQ(at(pixels, 5, 5)[0], 0);
     EXPECT_EQ(at(pixels, 2, 4)[2], 100);
@@ -40,17 +40,17 @@ TEST(CursorOverlay, CentresOnItsHotSpot)
 TEST(CursorOverlay, BlendsPremultipliedColour)
 {
     auto pixels = grey();
-    redSquare(0x80400000).draw(pixels.data(), Stride, Picture, {4, 4});
+    redSquare(0x80400000).draw(pixels.data(), Stride, ImageSize, {4, 4});
     EXPECT_EQ(at(pixels, 4, 4)[2], 64 + 50);
     EXPECT_EQ(at(pixels, 4, 4)[1], 50);
 }
 
-TEST(CursorOverlay, LeavesThePictureAsItWas)
+TEST(CursorOverlay, EraseRestoresTheImage)
 {
     auto pixels = grey();
     auto overlay = redSquare();
     for (const auto position : {QPoint(4, 4), QPoint(0, 0), QPoint(8, 7), QPoint(40, -3)}) {
-        overlay.draw(pixels.data(), Stride, Picture, position);
+        overlay.draw(pixels.data(), Stride, ImageSize, position);
         overlay.erase(pixels.data(), Stride);
         EXPECT_EQ(pixels, grey()) << position.x();
     }
@@ -59,13 +59,13 @@ TEST(CursorOverlay, LeavesThePictureAsItWas)
 TEST(CursorOverlay, IsClippedAtEveryEdge)
 {
     const auto overlay = redSquare();
-    EXPECT_EQ(overlay.covered({0, 0}, Picture), QRect(0, 0, 2, 2));
-    EXPECT_EQ(overlay.covered({8, 8}, Picture), QRect(7, 7, 1, 1));
-    EXPECT_TRUE(overlay.covered({9, 4}, Picture).isEmpty());
-    EXPECT_TRUE(overlay.covered({4, -2}, Picture).isEmpty());
+    EXPECT_EQ(overlay.visibleArea({0, 0}, ImageSize), QRect(0, 0, 2, 2));
+    EXPECT_EQ(overlay.visibleArea({8, 8}, ImageSize), QRect(7, 7, 1, 1));
+    EXPECT_TRUE(overlay.visibleArea({9, 4}, ImageSize).isEmpty());
+    EXPECT_TRUE(overlay.visibleArea({4, -2}, ImageSize).isEmpty());
     auto pixels = grey();
     auto drawn = redSquare();
-    drawn.draw(pixels.data(), Stride, Picture, {0, 7});
+    drawn.draw(pixels.data(), Stride, ImageSize, {0, 7});
     EXPECT_EQ(at(pixels, 0, 6)[2], 255);
     EXPECT_EQ(at(pixels, 1, 7)[2], 255);
     EXPECT_EQ(at(pixels, 2, 7)[2], 100);

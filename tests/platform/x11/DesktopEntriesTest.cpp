@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ScopedEnvironment.h"
+
 #include "platform/x11/DesktopEntries.h"
 
 #include <QDir>
@@ -10,102 +12,108 @@
 namespace quelto {
 namespace {
 
+class DesktopEntriesTest : public testing::Test {
+protected:
+    DesktopEntriesTest()
+    {
+        m_environment.set("XDG_DATA_HOME", m_home.path().toUtf8());
+        m_environment.set("XDG_DATA_DIRS", m_system.path().toUtf8());
+        m_environment.set("LANGUAGE", {});
+        m_environment.set("LC_ALL", "C");
+    }
+
+    static void installFile(const QTemporaryDir& root, const char* file, const QByteArray& contents)
+    {
+        const auto path = root.filePath(QStringLiteral("applications/") + QString::fromUtf8(file));
+        QDir().mkpath(QFileInfo(path).path());
+        QFile entry(path);
+        ASSERT_TRUE(entry.open(QIODevice::WriteOnly));
+        entry.write(contents);
+    }
+    static void install(const QTemporaryDir& root, const char* file, const char* name, const char* windowClass = "")
+    {
+        installFile(root, file,
+                    QByteArray("[Desktop Entry]\nType=Application\nName=") + name + "\nStartupWMClass=" + windowClass);
+    }
+    QString nameFor(const char* windowName)
+    {
+        return m_entries.findName({QString::fromUtf8(windowName)}).value_or(QStringLiteral("none"));
+    }
+
+    QTemporaryDir m_home;
+    QTemporaryDir m_system;
+    test::ScopedEnvironment m_environment;
+    DesktopEntries m_entries;
+};
+
 constexpr const char* Calculator = "[Desktop Entry]\n"
                                    "Type=Application\n"
                                    "Name=Calculator\n"
                                    "Name[tr]=Hesap Makinesi\n"
                                    "Name[pt]=Calculadora\n"
                                    "Name[pt_BR]=Calculadora brasileira\n"
+                                   "Name[sr]=Калкулатор\n"
+                                   "Name[sr@latin]=Kalkulator\n"
                                    "StartupWMClass=Calc\\sWindow\n"
+                                   "Exec=/not/installed/calculator\n"
                                    "[Desktop Action new]\n"
                                    "Name=New window\n"
                                    "Name[tr]=Yeni pencere\n";
 
-QString nameIn(const QStringList& languages)
-{
-    return parseDesktopEntry(QStringLiteral("calc"), Calculator, languages).value().name;
-}
-
-TEST(DesktopEntries, TakeTheBestLanguage)
-{
-    EXPECT_EQ(nameIn({}), u"Calculator");
-    EXPECT_EQ(nameIn({QStringLiteral("tr_TR"), QStringLiteral("tr")}), u"Hesap Makinesi");
-    EXPECT_EQ(nameIn({QStringLiteral("pt_BR"), QStringLiteral("pt")}), u"Calculadora brasileira");
-    EXPECT_EQ(nameIn({QStringLiteral("de_DE"), QStringLiteral("de")}), u"Calculator");
-}
-
-TEST(DesktopEntries, UnescapeTheWindowClass)
-{
-    EXPECT_EQ(parseDesktopEntry(QStringLiteral("calc"), Calculator, {})->windowClass, u"Calc Window");
-}
-
-TEST(DesktopEntries, PassOverWhatIsHiddenOrNoApplication)
-{
-    EXPECT_FALSE(
-        parseDesktopEntry(QStringLiteral("a"), "[Desktop Entry]\nType=Application\nName=A\nHidden=true\n", {}));
-    EXPECT_FALSE(parseDesktopEntry(QStringLiteral("a"), "[Desktop Entry]\nType=Link\nName=A\n", {}));
-    EXPECT_FALSE(parseDesktopEntry(QStringLiteral("a"), "[Desktop Entry]\nType=Application\n", {}));
-    EXPECT_FALSE(parseDesktopEntry(QStringLiteral("a"), "Name=A\nType=Application\n", {}));
-    EXPECT_FALSE(parseDesktopEntry(QStringLiteral("a"), "", {}));
-}
-
 struct LanguageCase {
-    const char* variable;
+    const char* locale;
     const char* expected;
 };
 
-TEST(DesktopEntries, ReadTheEnvironmentsLanguage)
+TEST_F(DesktopEntriesTest, NamesAreInTheLanguageOfTheEnvironment)
 {
-    for (const auto& [variable, expected] : {LanguageCase{"tr_TR.UTF-8", "tr_TR tr"},
-                                             {"sr_RS.UTF-8@latin", "sr_RS@latin sr_RS sr@latin sr"},
-                                             {"de", "de"},
-                                             {"C.UTF-8", ""},
-                                             {"POSIX", ""}}) {
-        qputenv("LC_ALL", variable);
-        EXPECT_EQ(desktopEntryLanguages().join(u' '), QString::fromUtf8(expected)) << variable;
+    installFile(m_system, "calc.desktop", Calculator);
+    for (const auto& [locale, expected] : {LanguageCase{"C", "Calculator"},
+                                           {"C.UTF-8", "Calculator"},
+                                           {"POSIX", "Calculator"},
+                                           {"tr_TR.UTF-8", "Hesap Makinesi"},
+                                           {"tr", "Hesap Makinesi"},
+                                           {"pt_BR.UTF-8", "Calculadora brasileira"},
+                                           {"pt_PT.UTF-8", "Calculadora"},
+                                           {"sr_RS.UTF-8", "Калкулатор"},
+                                           {"sr_RS.UTF-8@latin", "Kalkulator"},
+                                           {"de_DE.UTF-8", "Calculator"}}) {
+        m_environment.set("LC_ALL", locale);
+        EXPECT_EQ(DesktopEntries().findName({QStringLiteral("calc")}), QString::fromUtf8(expected)) << locale;
     }
-    qunsetenv("LC_ALL");
 }
 
-class InstalledEntries : public testing::Test {
-protected:
-    InstalledEntries()
-    {
-        m_before = {qgetenv("XDG_DATA_HOME"), qgetenv("XDG_DATA_DIRS")};
-        qputenv("XDG_DATA_HOME", m_home.path().toUtf8());
-        qputenv("XDG_DATA_DIRS", m_system.path().toUtf8());
-        qputenv("LC_ALL", "C");
-    }
-    ~InstalledEntries() override
-    {
-        qputenv("XDG_DATA_HOME", m_before[0]);
-        qputenv("XDG_DATA_DIRS", m_before[1]);
-        qunsetenv("LC_ALL");
-    }
+TEST_F(DesktopEntriesTest, EscapesInTheWindowClassAreDecoded)
+{
+    installFile(m_system, "calc.desktop", Calculator);
+    EXPECT_EQ(nameFor("Calc Window"), u"Calculator");
+}
 
-    static void install(const QTemporaryDir& root, const char* file, const char* name, const char* windowClass = "")
-    {
-        const auto path = root.filePath(QStringLiteral("applications/") + QString::fromUtf8(file));
-        QDir().mkpath(QFileInfo(path).path());
-        QFile entry(path);
-        ASSERT_TRUE(entry.open(QIODevice::WriteOnly));
-        entry.write(QByteArray("[Desktop Entry]\nType=Application\nName=") + name + "\nStartupWMClass=" + windowClass);
-    }
-    QString nameFor(const char* windowName)
-    {
-        const auto entry = m_entries.find({QString::fromUtf8(windowName)});
-        return entry ? entry->name : QStringLiteral("none");
-    }
+TEST_F(DesktopEntriesTest, NamesAreOneLine)
+{
+    install(m_system, "game.desktop", "The\\nLong\\tGame");
+    EXPECT_EQ(nameFor("game"), u"The Long Game");
+}
 
-    QTemporaryDir m_home;
-    QTemporaryDir m_system;
-    DesktopEntries m_entries;
-
-private:
-    std::array<QByteArray, 2> m_before;
+struct IgnoredCase {
+    const char* what;
+    const char* contents;
 };
 
-TEST_F(InstalledEntries, AreReadAgainWhenOneIsInstalledOrRemoved)
+TEST_F(DesktopEntriesTest, HiddenEntriesAndOtherTypesAreIgnored)
+{
+    for (const auto& [what, contents] :
+         {IgnoredCase{"hidden", "[Desktop Entry]\nType=Application\nName=A\nHidden=true\n"},
+          {"another type", "[Desktop Entry]\nType=Link\nName=A\n"},
+          {"no name", "[Desktop Entry]\nType=Application\n"},
+          {"no group", "Name=A\nType=Application\n"},
+          {"empty file", ""}}) {
+        installFile(m_system, "a.desktop", contents);
+        EXPECT_EQ(DesktopEntries().findName({QStringLiteral("a")}), std::nullopt) << what;
+    }
+}
+
+TEST_F(DesktopEntriesTest, ChangesInSubfoldersAreNoticed)
 {
     install(m_system, "games/shooter.desktop", "Shooter");
     EXPECT_EQ(nameFor("games-shooter"), QStringLiteral("Shooter"));
@@ -115,7 +123,7 @@ TEST_F(InstalledEntries, AreReadAgainWhenOneIsInstalledOrRemoved)
     EXPECT_EQ(nameFor("games-shooter"), QStringLiteral("none"));
 }
 
-TEST_F(InstalledEntries, AreFoundByWindowClassThenByFileName)
+TEST_F(DesktopEntriesTest, WindowClassWinsOverFileName)
 {
     install(m_system, "shooter.desktop", "By File");
     install(m_system, "other.desktop", "By Class", "Shooter");
@@ -130,7 +138,7 @@ TEST_F(InstalledEntries, AreFoundByWindowClassThenByFileName)
     EXPECT_EQ(nameFor(""), u"none");
 }
 
-TEST_F(InstalledEntries, OfTheUserHideThoseOfTheSystem)
+TEST_F(DesktopEntriesTest, UserEntriesHideSystemEntries)
 {
     install(m_system, "game.desktop", "System");
     install(m_home, "game.desktop", "User");

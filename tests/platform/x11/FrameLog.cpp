@@ -5,7 +5,7 @@
 
 namespace quelto::test {
 
-FrameEvents FrameLog::events()
+FrameSourceEvents FrameLog::events()
 {
     return {.onFrame =
                 [this](VideoFramePtr frame) {
@@ -20,7 +20,7 @@ FrameEvents FrameLog::events()
             .onStopped =
                 [this](const QString& reason) {
                     const std::scoped_lock guard(m_lock);
-                    m_endings.push_back(reason);
+                    m_stopReasons.push_back(reason);
                     m_changed.notify_all();
                 }};
 }
@@ -43,40 +43,41 @@ VideoFramePtr FrameLog::newest() const
     return m_frames.empty() ? nullptr : m_frames.back();
 }
 
-std::vector<QString> FrameLog::endings() const
+std::vector<QString> FrameLog::stopReasons() const
 {
     const std::scoped_lock guard(m_lock);
-    return m_endings;
+    return m_stopReasons;
 }
 
-void FrameLog::letGo()
+void FrameLog::releaseFrames()
 {
     const std::scoped_lock guard(m_lock);
     m_frames.clear();
 }
 
-bool FrameLog::waitForCount(std::size_t count, std::chrono::milliseconds atMost) const
+bool FrameLog::waitForCount(std::size_t count, std::chrono::milliseconds timeout) const
 {
-    // The thread sanitizer of the baseline's compiler does not see through waits on the steady clock.
+    // Not the steady clock: the thread sanitizer of GCC 12 does not support waits on it.
     std::unique_lock guard(m_lock);
-    return m_changed.wait_until(guard, std::chrono::system_clock::now() + atMost,
+    return m_changed.wait_until(guard, std::chrono::system_clock::now() + timeout,
                                 [&] { return m_times.size() >= count; });
 }
 
-bool FrameLog::waitFor(const std::function<bool(const VideoFrame&)>& fits, std::chrono::milliseconds atMost) const
+bool FrameLog::waitFor(const std::function<bool(const VideoFrame&)>& condition, std::chrono::milliseconds timeout) const
 {
     std::unique_lock guard(m_lock);
-    return m_changed.wait_until(guard, std::chrono::system_clock::now() + atMost,
-                                [&] { return !m_frames.empty() && fits(*m_frames.back()); });
+    return m_changed.wait_until(guard, std::chrono::system_clock::now() + timeout,
+                                [&] { return !m_frames.empty() && condition(*m_frames.back()); });
 }
 
-bool FrameLog::waitForEnding(std::chrono::milliseconds atMost) const
+bool FrameLog::waitForStop(std::chrono::milliseconds timeout) const
 {
     std::unique_lock guard(m_lock);
-    return m_changed.wait_until(guard, std::chrono::system_clock::now() + atMost, [&] { return !m_endings.empty(); });
+    return m_changed.wait_until(guard, std::chrono::system_clock::now() + timeout,
+                                [&] { return !m_stopReasons.empty(); });
 }
 
-bool FrameLog::staysQuiet(std::chrono::milliseconds time) const
+bool FrameLog::getsNoFrame(std::chrono::milliseconds time) const
 {
     std::unique_lock guard(m_lock);
     const auto before = m_times.size();

@@ -11,7 +11,9 @@
 
 namespace quelto::test {
 
-/// Receives a source's frames. Keeps the newest, and the times of all.
+/// Records the frames of a source: the newest one, or all, and the presentation times of all.
+///
+/// Thread: any.
 class FrameLog {
 public:
     enum class Keep { newest, all };
@@ -21,20 +23,20 @@ public:
     {
     }
 
-    FrameEvents events();
+    FrameSourceEvents events();
 
     std::size_t count() const;
     std::vector<HostTime> times() const;
     VideoFramePtr newest() const;
-    std::vector<QString> endings() const;
-    void letGo();
-    bool waitForCount(std::size_t count, std::chrono::milliseconds atMost = std::chrono::seconds(10)) const;
-    /// True once the newest frame fits.
-    bool waitFor(const std::function<bool(const VideoFrame&)>& fits,
-                 std::chrono::milliseconds atMost = std::chrono::seconds(10)) const;
-    bool waitForEnding(std::chrono::milliseconds atMost = std::chrono::seconds(10)) const;
-    /// True when no frame comes in that time.
-    bool staysQuiet(std::chrono::milliseconds time) const;
+    std::vector<QString> stopReasons() const;
+    void releaseFrames();
+    bool waitForCount(std::size_t count, std::chrono::milliseconds timeout = std::chrono::seconds(10)) const;
+    /// Waits until the newest frame meets the condition.
+    bool waitFor(const std::function<bool(const VideoFrame&)>& condition,
+                 std::chrono::milliseconds timeout = std::chrono::seconds(10)) const;
+    bool waitForStop(std::chrono::milliseconds timeout = std::chrono::seconds(10)) const;
+    /// Whether no frame arrives during the time.
+    bool getsNoFrame(std::chrono::milliseconds time) const;
 
 private:
     Keep m_keep;
@@ -42,7 +44,7 @@ private:
     mutable std::condition_variable m_changed;
     std::vector<VideoFramePtr> m_frames;
     std::vector<HostTime> m_times;
-    std::vector<QString> m_endings;
+    std::vector<QString> m_stopReasons;
 };
 
 struct Rgb {
@@ -51,7 +53,7 @@ struct Rgb {
     int blue = 0;
 };
 
-/// The colour that stands at a place of the frame, back in RGB.
+/// The colour at a position of the frame, converted to RGB.
 Rgb colourAt(const VideoFrame& frame, QPoint position);
 bool isColour(const VideoFrame& frame, QPoint position, std::uint32_t rgb);
 

@@ -75,7 +75,7 @@ int ChildProcess::wait()
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TestServer::TestServer(const QString& size, const QStringList& further)
+TestServer::TestServer(const QString& size, const QStringList& extraArguments)
 {
     int descriptors[2];
     if (pipe2(descriptors, O_CLOEXEC) != 0) {
@@ -86,14 +86,14 @@ TestServer::TestServer(const QString& size, const QStringList& further)
                                                            QStringLiteral("-screen"), QStringLiteral("0"),
                                                            size + QStringLiteral("x24"), QStringLiteral("-nolisten"),
                                                            QStringLiteral("tcp"), QStringLiteral("-noreset")} +
-                                                   further,
+                                                   extraArguments,
                                                ChildProcess::Environment{}, descriptors[1]);
     close(descriptors[1]);
     QFile output;
     output.open(descriptors[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
     const auto number = output.readLine().trimmed();
     if (number.isEmpty()) {
-        throw std::runtime_error("the X server does not start");
+        throw std::runtime_error("the X server did not start");
     }
     m_name = QStringLiteral(":") + QString::fromLatin1(number);
 }
@@ -134,12 +134,12 @@ void Painter::warpPointer(QPoint position)
     xcb_flush(server());
 }
 
-bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds atMost)
+bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds timeout)
 {
     QElapsedTimer timer;
     timer.start();
     while (!condition()) {
-        if (timer.elapsed() > atMost.count()) {
+        if (timer.elapsed() > timeout.count()) {
             return false;
         }
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);

@@ -15,12 +15,12 @@
 
 namespace quelto::test {
 
-/// A program that ends with its owner. Not a QProcess, whose child runs in the parent's memory for a moment: the thread
-/// sanitizer takes what it does there for the parent's own.
+/// A child process that is terminated with its owner. Not a QProcess: it uses vfork, which makes the thread sanitizer
+/// attribute the child's memory accesses to the parent.
 class ChildProcess {
 public:
     using Environment = std::map<QByteArray, QByteArray>;
-    /// Where the child finds the descriptor that it was handed.
+    /// The number of the passed descriptor in the child.
     static constexpr int ChildDescriptor = 9;
 
     explicit ChildProcess(const QStringList& command, const Environment& changes = {}, int passedDescriptor = -1);
@@ -28,22 +28,22 @@ public:
 
     int id() const { return m_process; }
     void end(int signal);
-    /// The exit code, or -1 after a signal.
+    /// Waits for the process to exit. Returns the exit code, or -1 if a signal ended it.
     int wait();
 
 private:
     int m_process = 0;
 };
 
-/// An X server of the test's own, for what must not be done to the shared one.
+/// A separate X server, for tests that must not disturb the shared one.
 class TestServer {
 public:
-    explicit TestServer(const QString& size = QStringLiteral("640x480"), const QStringList& further = {});
+    explicit TestServer(const QString& size = QStringLiteral("640x480"), const QStringList& extraArguments = {});
 
     QString name() const { return m_name; }
-    /// As by a crash.
+    /// Kills the server without a shutdown, like a crash.
     void kill();
-    /// A program run against this server; true when it succeeds.
+    /// Runs a program on this server. True if it succeeds.
     bool run(const QString& program, const QStringList& arguments) const;
 
 private:
@@ -51,7 +51,7 @@ private:
     QString m_name;
 };
 
-/// Draws straight on the root window.
+/// Draws on the root window.
 class Painter {
 public:
     explicit Painter(const QString& displayName);
@@ -66,8 +66,8 @@ private:
     xcb_gcontext_t m_graphics;
 };
 
-/// Runs the event loop until it holds; false when it does not within the time.
+/// Runs the event loop until the condition holds. False if it does not in time.
 bool eventually(const std::function<bool()>& condition,
-                std::chrono::milliseconds atMost = std::chrono::milliseconds(10000));
+                std::chrono::milliseconds timeout = std::chrono::milliseconds(10000));
 
 } // namespace quelto::test

@@ -7,7 +7,7 @@
 
 namespace quelto::test {
 
-/// A window that says about itself what a test wants it to, and that can be made the active one.
+/// A window with chosen properties, which can be made the active window.
 class TestWindow {
 public:
     struct Identity {
@@ -21,7 +21,7 @@ public:
 
     TestWindow(const X11Connection& connection, const Identity& identity);
 
-    /// Says so on the root window, as a window manager does.
+    /// Marks the window as active on the root window, as a window manager does.
     void activate() const;
     void destroy() const;
     static void activate(const X11Connection& connection, xcb_window_t window);

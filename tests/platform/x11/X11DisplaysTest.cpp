@@ -10,7 +10,7 @@ namespace {
 
 using test::TestServer;
 
-TEST(X11Displays, NameTheOneScreenOfAServer)
+TEST(X11Displays, DescribeASingleScreen)
 {
     const TestServer server(QStringLiteral("640x480"));
     const auto displays = makeX11Displays(server.name())->all();
@@ -22,7 +22,7 @@ TEST(X11Displays, NameTheOneScreenOfAServer)
     EXPECT_EQ(makeX11Displays(server.name())->all(), displays) << "ids must stay";
 }
 
-TEST(X11Displays, TakeTheWholeScreenWithoutRandr)
+TEST(X11Displays, WholeScreenIsTheDisplayWithoutRandr)
 {
     const TestServer server(QStringLiteral("640x480"), {QStringLiteral("-extension"), QStringLiteral("RANDR")});
     const auto displays = makeX11Displays(server.name())->all();
@@ -32,7 +32,7 @@ TEST(X11Displays, TakeTheWholeScreenWithoutRandr)
     EXPECT_TRUE(displays[0].isMain);
 }
 
-TEST(X11Displays, TellSeveralMonitorsApart)
+TEST(X11Displays, SeveralMonitorsHaveDistinctIds)
 {
     const TestServer server(QStringLiteral("640x480"));
     ASSERT_TRUE(server.run(QStringLiteral("xrandr"),
@@ -52,7 +52,7 @@ TEST(X11Displays, TellSeveralMonitorsApart)
     EXPECT_EQ(makeX11Displays(server.name())->all(), displays) << "ids must stay";
 }
 
-TEST(X11Displays, AreNoneWithoutAServer)
+TEST(X11Displays, EmptyWithoutAServer)
 {
     EXPECT_TRUE(makeX11Displays(QStringLiteral(":9999"))->all().isEmpty());
 }

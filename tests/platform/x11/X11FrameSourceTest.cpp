@@ -24,13 +24,13 @@ constexpr std::uint32_t Red = 0xff0000;
 constexpr std::uint32_t Green = 0x00ff00;
 constexpr std::uint32_t Blue = 0x0000ff;
 constexpr std::uint32_t Grey = 0x808080;
-// Longer than a frame by far, and short enough to wait for.
+// Much longer than a frame.
 constexpr auto QuietTime = 400ms;
 
 class X11FrameSource : public testing::Test {
 protected:
-    explicit X11FrameSource(const QString& size = QStringLiteral("640x480"), const QStringList& furtherArguments = {})
-        : m_server(size, furtherArguments)
+    explicit X11FrameSource(const QString& size = QStringLiteral("640x480"), const QStringList& extraArguments = {})
+        : m_server(size, extraArguments)
         , m_painter(m_server.name())
         , m_source(makeX11FrameSource(m_server.name()))
     {
@@ -38,42 +38,42 @@ protected:
         m_painter.fill(Screen, Grey);
     }
 
-    FrameRequest request(QSize size = Screen.size(), bool showsCursor = false) const
+    FrameSourceSettings settingsFor(QSize size = Screen.size(), bool showsCursor = false) const
     {
         return {.displayID = makeX11Displays(m_server.name())->all().value(0).id,
                 .outputSize = size,
                 .framesPerSecond = 60,
                 .showsCursor = showsCursor};
     }
-    void start(FrameLog& log, const FrameRequest& wanted) { m_source->start(wanted, log.events()); }
-    /// The first frame is there, and all that the set-up of the test itself has changed.
-    void startAndSettle(FrameLog& log, const FrameRequest& wanted)
+    void start(FrameLog& log, const FrameSourceSettings& settings) { m_source->start(settings, log.events()); }
+    /// Waits for the first frame and for all frames that the test's own set-up causes.
+    void startAndSettle(FrameLog& log, const FrameSourceSettings& settings)
     {
         const std::size_t before = log.count();
-        start(log, wanted);
+        start(log, settings);
         ASSERT_TRUE(log.waitForCount(before + 1));
-        while (!log.staysQuiet(QuietTime)) { }
+        while (!log.getsNoFrame(QuietTime)) { }
     }
-    /// As a mouse would, by so many pixels.
+    /// Moves the pointer by pixels, as a mouse does.
     void moveMouse(const char* right, const char* down)
     {
         ASSERT_TRUE(m_server.run(QStringLiteral("xdotool"),
                                  {QStringLiteral("mousemove_relative"), QStringLiteral("--"), QString::fromUtf8(right),
                                   QString::fromUtf8(down)}));
     }
-    bool monitors(const char* name, const char* geometry, const char* output)
+    bool addMonitor(const char* name, const char* geometry, const char* output)
     {
         return m_server.run(QStringLiteral("xrandr"),
                             {QStringLiteral("--setmonitor"), QString::fromUtf8(name), QString::fromUtf8(geometry),
                              QString::fromUtf8(output)});
     }
-    FrameRequest requestFor(const char* monitor, QSize size)
+    FrameSourceSettings settingsForMonitor(const char* monitor, QSize size)
     {
         for (const auto& display : makeX11Displays(m_server.name())->all()) {
             if (display.name == QString::fromUtf8(monitor)) {
-                auto wanted = request(size);
-                wanted.displayID = display.id;
-                return wanted;
+                auto settings = settingsFor(size);
+                settings.displayID = display.id;
+                return settings;
             }
         }
         ADD_FAILURE() << "no monitor " << monitor;
@@ -82,17 +82,17 @@ protected:
 
     TestServer m_server;
     Painter m_painter;
-    // Outlives the source, whose thread may still call it.
+    // Declared before the source, whose thread calls it.
     FrameLog m_log;
     std::unique_ptr<FrameSource> m_source;
 };
 
-TEST_F(X11FrameSource, GivesTheScreensColours)
+TEST_F(X11FrameSource, FramesHaveTheScreensColours)
 {
     m_painter.fill({100, 100, 64, 64}, Red);
     m_painter.fill({200, 100, 64, 64}, Green);
     m_painter.fill({300, 100, 64, 64}, Blue);
-    startAndSettle(m_log, request());
+    startAndSettle(m_log, settingsFor());
     const auto frame = m_log.newest();
     EXPECT_EQ(frame->size, Screen.size());
     EXPECT_TRUE(isColour(*frame, {120, 120}, Red));
@@ -105,26 +105,26 @@ TEST_F(X11FrameSource, GivesTheScreensColours)
 TEST_F(X11FrameSource, ScalesToTheOutputSize)
 {
     m_painter.fill({0, 0, 320, 480}, Red);
-    startAndSettle(m_log, request({320, 240}));
+    startAndSettle(m_log, settingsFor({320, 240}));
     const auto frame = m_log.newest();
     EXPECT_EQ(frame->size, QSize(320, 240));
     EXPECT_TRUE(isColour(*frame, {150, 200}, Red));
     EXPECT_TRUE(isColour(*frame, {170, 200}, Grey));
 }
 
-TEST_F(X11FrameSource, GivesAFirstFrameAndNoFurtherOneOfAStillScreen)
+TEST_F(X11FrameSource, StaticScreenProducesOneFrame)
 {
     const auto before = HostClock::now();
-    start(m_log, request());
+    start(m_log, settingsFor());
     ASSERT_TRUE(m_log.waitForCount(1, 2s));
     EXPECT_GE(m_log.times()[0], before);
     EXPECT_LE(m_log.times()[0], HostClock::now());
-    EXPECT_TRUE(m_log.staysQuiet(1s));
+    EXPECT_TRUE(m_log.getsNoFrame(1s));
 }
 
-TEST_F(X11FrameSource, CostsNextToNothingOnAStillScreen)
+TEST_F(X11FrameSource, StaticScreenUsesAlmostNoCpu)
 {
-    startAndSettle(m_log, request(Screen.size(), true));
+    startAndSettle(m_log, settingsFor(Screen.size(), true));
     const auto before = std::clock();
     std::this_thread::sleep_for(2s);
     const double seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
@@ -132,24 +132,24 @@ TEST_F(X11FrameSource, CostsNextToNothingOnAStillScreen)
     EXPECT_LT(seconds, 0.01);
 }
 
-TEST_F(X11FrameSource, FollowsADrawing)
+TEST_F(X11FrameSource, DrawingProducesAFrame)
 {
-    startAndSettle(m_log, request());
+    startAndSettle(m_log, settingsFor());
     m_painter.fill({10, 300, 20, 20}, Red);
     EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {20, 310}, Red); }));
     m_painter.fill({400, 20, 20, 20}, Blue);
     EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) {
         return isColour(frame, {410, 30}, Blue) && isColour(frame, {20, 310}, Red);
     }));
-    EXPECT_TRUE(m_log.staysQuiet(QuietTime));
+    EXPECT_TRUE(m_log.getsNoFrame(QuietTime));
 }
 
-/// Where frames lie against a grid of absolute times.
+/// How regularly frames arrive, compared with a grid of frame slots.
 struct Pace {
     double framesPerSecond = 0;
-    /// Frames that share their moment of the grid with the one before.
-    int doubles = 0;
-    /// Of the frames' places, in frame lengths, from the first third of them to the last.
+    /// Frames in the same slot as the previous frame.
+    int duplicates = 0;
+    /// How far the frames move within their slots from the first third to the last. Units: frame durations.
     double drift = 0;
 };
 
@@ -161,38 +161,39 @@ double median(std::vector<double> values)
 
 Pace paceOf(const std::vector<HostTime>& times, double rate)
 {
-    const auto place = [&](HostTime time) { return inSeconds(time - times.front()) * rate; };
+    const auto slotPosition = [&](HostTime time) { return inSeconds(time - times.front()) * rate; };
     std::vector<double> offsets;
     offsets.reserve(times.size());
     for (const auto time : times) {
-        offsets.push_back(std::remainder(place(time), 1.0));
+        offsets.push_back(std::remainder(slotPosition(time), 1.0));
     }
-    // The first frame may itself be late; most of the others are not.
+    // The median, because single frames, including the first, may be late.
     const double phase = median(offsets);
     Pace pace{.framesPerSecond = static_cast<double>(times.size() - 1) / inSeconds(times.back() - times.front())};
-    std::vector<double> places;
-    places.reserve(times.size());
+    std::vector<double> positions;
+    positions.reserve(times.size());
     double before = -1;
     for (const auto time : times) {
-        const double moment = std::floor(place(time) - phase + 0.25);
-        pace.doubles += moment <= before ? 1 : 0;
-        before = moment;
-        places.push_back(std::remainder(place(time) - phase, 1.0));
+        const double slot = std::floor(slotPosition(time) - phase + 0.25);
+        pace.duplicates += slot <= before ? 1 : 0;
+        before = slot;
+        positions.push_back(std::remainder(slotPosition(time) - phase, 1.0));
     }
-    const auto third = static_cast<std::ptrdiff_t>(places.size() / 3);
-    pace.drift = median({places.end() - third, places.end()}) - median({places.begin(), places.begin() + third});
+    const auto third = static_cast<std::ptrdiff_t>(positions.size() / 3);
+    pace.drift =
+        median({positions.end() - third, positions.end()}) - median({positions.begin(), positions.begin() + third});
     return pace;
 }
 
-TEST_F(X11FrameSource, HoldsTheRateOfAMovingScreenWithoutDrift)
+TEST_F(X11FrameSource, KeepsTheFrameRateWithoutDrift)
 {
-    // A machine that does much else at the same time misses moments, or lets two frames share one; it gets more tries.
-    constexpr double LeastRate = 59.4;
-    constexpr int MostDoubles = 5;
+    // A busy machine misses slots or delivers two frames in one, so there are several attempts.
+    constexpr double MinRate = 59.4;
+    constexpr int MaxDuplicates = 5;
     Pace pace;
     for (int attempt = 0; attempt < 3; ++attempt) {
         FrameLog log;
-        start(log, request());
+        start(log, settingsFor());
         ASSERT_TRUE(log.waitForCount(1));
         const auto end = HostClock::now() + 3s;
         for (std::uint32_t step = 0; HostClock::now() < end; ++step) {
@@ -201,23 +202,23 @@ TEST_F(X11FrameSource, HoldsTheRateOfAMovingScreenWithoutDrift)
         }
         m_source->stop();
         pace = paceOf(log.times(), 60);
-        std::printf("%.3f frames a second, drift %.4f frames, %d doubles\n", pace.framesPerSecond, pace.drift,
-                    pace.doubles);
-        if (pace.framesPerSecond >= LeastRate && pace.doubles <= MostDoubles) {
+        std::printf("%.3f frames a second, drift %.4f frames, %d duplicates\n", pace.framesPerSecond, pace.drift,
+                    pace.duplicates);
+        if (pace.framesPerSecond >= MinRate && pace.duplicates <= MaxDuplicates) {
             break;
         }
     }
-    EXPECT_GE(pace.framesPerSecond, LeastRate);
+    EXPECT_GE(pace.framesPerSecond, MinRate);
     EXPECT_LE(pace.framesPerSecond, 60.6);
-    EXPECT_LE(pace.doubles, MostDoubles);
+    EXPECT_LE(pace.duplicates, MaxDuplicates);
     EXPECT_LT(std::abs(pace.drift), 0.1);
 }
 
-TEST_F(X11FrameSource, KeepsSlowerRates)
+TEST_F(X11FrameSource, KeepsLowFrameRates)
 {
-    auto wanted = request();
-    wanted.framesPerSecond = 10;
-    start(m_log, wanted);
+    auto settings = settingsFor();
+    settings.framesPerSecond = 10;
+    start(m_log, settings);
     const auto end = HostClock::now() + 1s;
     for (std::uint32_t step = 0; HostClock::now() < end; ++step) {
         m_painter.fill({0, 0, 64, 64}, step * 97);
@@ -228,7 +229,7 @@ TEST_F(X11FrameSource, KeepsSlowerRates)
     EXPECT_GE(m_log.count(), 8U);
 }
 
-TEST_F(X11FrameSource, DrawsTheCursorOnlyWhenAsked)
+TEST_F(X11FrameSource, DrawsTheCursorOnlyIfRequested)
 {
     m_painter.warpPointer({300, 200});
     const auto differs = [](const VideoFrame& frame) {
@@ -241,68 +242,68 @@ TEST_F(X11FrameSource, DrawsTheCursorOnlyWhenAsked)
         }
         return false;
     };
-    startAndSettle(m_log, request(Screen.size(), false));
+    startAndSettle(m_log, settingsFor(Screen.size(), false));
     EXPECT_FALSE(differs(*m_log.newest()));
-    startAndSettle(m_log, request(Screen.size(), true));
+    startAndSettle(m_log, settingsFor(Screen.size(), true));
     EXPECT_TRUE(differs(*m_log.newest()));
     moveMouse("300", "200");
     EXPECT_TRUE(m_log.waitFor([&](const VideoFrame& frame) { return !differs(frame); }))
-        << "it must leave nothing behind";
+        << "the old cursor is still visible";
     EXPECT_FALSE(isColour(*m_log.newest(), {600, 400}, Grey));
 }
 
-TEST_F(X11FrameSource, SeesTheCursorMoveOverAStillScreen)
+TEST_F(X11FrameSource, CursorMotionOverAStaticScreenProducesAFrame)
 {
-    startAndSettle(m_log, request(Screen.size(), true));
+    startAndSettle(m_log, settingsFor(Screen.size(), true));
     const auto before = m_log.count();
     moveMouse("-20", "-20");
     EXPECT_TRUE(m_log.waitForCount(before + 1));
-    while (!m_log.staysQuiet(QuietTime)) { }
+    while (!m_log.getsNoFrame(QuietTime)) { }
     const auto beforeWarp = m_log.count();
     m_painter.warpPointer({50, 50});
-    EXPECT_TRUE(m_log.waitForCount(beforeWarp + 1)) << "moved by a program";
-    startAndSettle(m_log, request(Screen.size(), false));
+    EXPECT_TRUE(m_log.waitForCount(beforeWarp + 1)) << "pointer moved by a program";
+    startAndSettle(m_log, settingsFor(Screen.size(), false));
     moveMouse("30", "30");
-    EXPECT_TRUE(m_log.staysQuiet(QuietTime)) << "a cursor that is not shown is no change";
+    EXPECT_TRUE(m_log.getsNoFrame(QuietTime)) << "the cursor is not shown";
 }
 
-TEST_F(X11FrameSource, TakesNoNoticeOfWhatHappensElsewhere)
+TEST_F(X11FrameSource, IgnoresChangesOutsideTheDisplay)
 {
-    ASSERT_TRUE(monitors("Left", "200/50x480/120+0+0", "screen"));
-    ASSERT_TRUE(monitors("Middle", "200/50x480/120+200+0", "none"));
-    ASSERT_TRUE(monitors("Right", "240/60x480/120+400+0", "none"));
-    startAndSettle(m_log, requestFor("Middle", {200, 480}));
-    // On both sides at once, so that the box around both lies over the recorded part.
+    ASSERT_TRUE(addMonitor("Left", "200/50x480/120+0+0", "screen"));
+    ASSERT_TRUE(addMonitor("Middle", "200/50x480/120+200+0", "none"));
+    ASSERT_TRUE(addMonitor("Right", "240/60x480/120+400+0", "none"));
+    startAndSettle(m_log, settingsForMonitor("Middle", {200, 480}));
+    // On both sides at once, so that the bounding box includes the captured display.
     m_painter.fill({10, 10, 50, 50}, Red);
     m_painter.fill({500, 300, 50, 50}, Red);
-    EXPECT_TRUE(m_log.staysQuiet(QuietTime));
+    EXPECT_TRUE(m_log.getsNoFrame(QuietTime));
     m_painter.fill({250, 100, 50, 50}, Red);
     EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {75, 125}, Red); }));
 }
 
-TEST_F(X11FrameSource, KeepsTheLastChangeWhileNoFrameIsFree)
+TEST_F(X11FrameSource, KeepsTheLastChangeWhileTheFramePoolIsEmpty)
 {
-    FrameLog hoarder(FrameLog::Keep::all);
-    start(hoarder, request());
+    FrameLog keepingLog(FrameLog::Keep::all);
+    start(keepingLog, settingsFor());
     const auto paint = [this](int steps) {
         for (int step = 0; step < steps; ++step) {
             m_painter.fill({0, 0, 64, 64}, step % 2 == 0 ? Red : Green);
             std::this_thread::sleep_for(2ms);
         }
     };
-    for (const auto end = HostClock::now() + 5s; hoarder.count() < 8 && HostClock::now() < end;) {
+    for (const auto end = HostClock::now() + 5s; keepingLog.count() < 8 && HostClock::now() < end;) {
         paint(2);
     }
     paint(50);
-    EXPECT_EQ(hoarder.count(), 8U) << "the pool's size";
+    EXPECT_EQ(keepingLog.count(), 8U) << "the pool's size";
     m_painter.fill({0, 0, 64, 64}, Blue);
-    EXPECT_TRUE(hoarder.staysQuiet(QuietTime));
-    hoarder.letGo();
-    EXPECT_TRUE(hoarder.waitFor([](const VideoFrame& frame) { return isColour(frame, {30, 30}, Blue); }));
+    EXPECT_TRUE(keepingLog.getsNoFrame(QuietTime));
+    keepingLog.releaseFrames();
+    EXPECT_TRUE(keepingLog.waitFor([](const VideoFrame& frame) { return isColour(frame, {30, 30}, Blue); }));
     m_source->stop();
 }
 
-// A virtual server's screen only shrinks below the size that it began with.
+// A virtual server's screen can only shrink below its initial size.
 class X11FrameSourceOnALargeScreen : public X11FrameSource {
 protected:
     X11FrameSourceOnALargeScreen()
@@ -312,8 +313,8 @@ protected:
             const auto sides = mode.split(u'x');
             QStringList timings{mode, QStringLiteral("40")};
             for (const auto& side : sides) {
-                for (const int beyond : {0, 40, 80, 120}) {
-                    timings.append(QString::number(side.toInt() + beyond));
+                for (const int offset : {0, 40, 80, 120}) {
+                    timings.append(QString::number(side.toInt() + offset));
                 }
             }
             EXPECT_TRUE(m_server.run(QStringLiteral("xrandr"), QStringList{QStringLiteral("--newmode")} + timings));
@@ -322,12 +323,12 @@ protected:
         }
     }
 
-    /// The program itself fails over what is left of the screen, but only after the output is off.
+    /// Turns the output off. xrandr then fails because of what remains of the screen, so its result is ignored.
     void turnOff()
     {
-        const auto before = request().displayID;
+        const auto before = settingsFor().displayID;
         setOutput({QStringLiteral("--off")});
-        ASSERT_NE(request().displayID, before);
+        ASSERT_NE(settingsFor().displayID, before);
     }
     bool setOutput(const QStringList& arguments)
     {
@@ -336,9 +337,9 @@ protected:
     }
 };
 
-TEST_F(X11FrameSourceOnALargeScreen, GoesOnAfterAChangeOfTheScreensSize)
+TEST_F(X11FrameSourceOnALargeScreen, ContinuesAfterAResize)
 {
-    startAndSettle(m_log, request({640, 480}));
+    startAndSettle(m_log, settingsFor({640, 480}));
     for (const auto& mode : {QStringLiteral("800x600"), QStringLiteral("399x301"), QStringLiteral("640x480"),
                              QStringLiteral("1280x960")}) {
         const auto before = m_log.count();
@@ -351,57 +352,57 @@ TEST_F(X11FrameSourceOnALargeScreen, GoesOnAfterAChangeOfTheScreensSize)
         EXPECT_EQ(m_log.newest()->size, Screen.size());
         m_painter.fill({0, 0, 2000, 2000}, Grey);
     }
-    EXPECT_TRUE(m_log.endings().empty());
+    EXPECT_TRUE(m_log.stopReasons().empty());
 }
 
-TEST_F(X11FrameSourceOnALargeScreen, SurvivesAMomentWithoutAMode)
+TEST_F(X11FrameSourceOnALargeScreen, ContinuesAfterAModeChangeTurnsTheDisplayOff)
 {
-    startAndSettle(m_log, request({640, 480}));
+    startAndSettle(m_log, settingsFor({640, 480}));
     turnOff();
     std::this_thread::sleep_for(200ms);
     ASSERT_TRUE(setOutput({QStringLiteral("--mode"), QStringLiteral("800x600")}));
     m_painter.fill({0, 0, 2000, 2000}, Red);
     EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {630, 470}, Red); }));
-    EXPECT_TRUE(m_log.endings().empty());
+    EXPECT_TRUE(m_log.stopReasons().empty());
 }
 
-TEST_F(X11FrameSourceOnALargeScreen, DoesNotHoldAMomentWithoutAModeAgainstAScreenThatStandsStillAfterwards)
+TEST_F(X11FrameSourceOnALargeScreen, ModeChangeFollowedByAStaticScreenIsNoFailure)
 {
-    startAndSettle(m_log, request({640, 480}));
+    startAndSettle(m_log, settingsFor({640, 480}));
     turnOff();
     std::this_thread::sleep_for(200ms);
     ASSERT_TRUE(setOutput({QStringLiteral("--auto")}));
-    // Longer than a display may be away.
+    // Longer than a display may be missing.
     std::this_thread::sleep_for(2500ms);
     m_painter.fill({0, 0, 2000, 2000}, Red);
     EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {320, 240}, Red); }));
-    EXPECT_TRUE(m_log.endings().empty());
+    EXPECT_TRUE(m_log.stopReasons().empty());
 }
 
-TEST_F(X11FrameSourceOnALargeScreen, EndsWithASentenceWhenItsDisplayVanishes)
+TEST_F(X11FrameSourceOnALargeScreen, StopsWithAMessageIfTheDisplayIsDisconnected)
 {
-    startAndSettle(m_log, request({640, 480}));
+    startAndSettle(m_log, settingsFor({640, 480}));
     turnOff();
-    ASSERT_TRUE(m_log.waitForEnding());
-    EXPECT_FALSE(m_log.endings()[0].isEmpty());
+    ASSERT_TRUE(m_log.waitForStop());
+    EXPECT_FALSE(m_log.stopReasons()[0].isEmpty());
     std::this_thread::sleep_for(100ms);
-    EXPECT_EQ(m_log.endings().size(), 1U);
+    EXPECT_EQ(m_log.stopReasons().size(), 1U);
 }
 
-TEST_F(X11FrameSource, EndsOnceWithASentenceWhenTheServerDies)
+TEST_F(X11FrameSource, StopsOnceWithAMessageIfTheServerDies)
 {
-    startAndSettle(m_log, request());
+    startAndSettle(m_log, settingsFor());
     m_server.kill();
-    ASSERT_TRUE(m_log.waitForEnding());
-    EXPECT_FALSE(m_log.endings()[0].isEmpty());
+    ASSERT_TRUE(m_log.waitForStop());
+    EXPECT_FALSE(m_log.stopReasons()[0].isEmpty());
     std::this_thread::sleep_for(100ms);
-    EXPECT_EQ(m_log.endings().size(), 1U);
+    EXPECT_EQ(m_log.stopReasons().size(), 1U);
     m_source->stop();
 }
 
-TEST_F(X11FrameSource, EndsWhenTheServerDiesInFullMotion)
+TEST_F(X11FrameSource, StopsIfTheServerDiesWhileFramesArrive)
 {
-    start(m_log, request(Screen.size(), true));
+    start(m_log, settingsFor(Screen.size(), true));
     ASSERT_TRUE(m_log.waitForCount(1));
     std::jthread painting([name = m_server.name()](const std::stop_token& stop) {
         Painter painter(name);
@@ -412,21 +413,21 @@ TEST_F(X11FrameSource, EndsWhenTheServerDiesInFullMotion)
     });
     ASSERT_TRUE(m_log.waitForCount(20));
     m_server.kill();
-    ASSERT_TRUE(m_log.waitForEnding());
-    EXPECT_EQ(m_log.endings().size(), 1U);
+    ASSERT_TRUE(m_log.waitForStop());
+    EXPECT_EQ(m_log.stopReasons().size(), 1U);
 }
 
-TEST_F(X11FrameSource, SaysWhyItCannotStart)
+TEST_F(X11FrameSource, StartThrowsIfTheDisplayOrServerIsMissing)
 {
-    auto unknown = request();
+    auto unknown = settingsFor();
     unknown.displayID = 12345;
     EXPECT_THROW(m_source->start(unknown, m_log.events()), PlatformError);
-    EXPECT_THROW(makeX11FrameSource(QStringLiteral(":9999"))->start(request(), m_log.events()), PlatformError);
+    EXPECT_THROW(makeX11FrameSource(QStringLiteral(":9999"))->start(settingsFor(), m_log.events()), PlatformError);
 }
 
-TEST_F(X11FrameSource, GivesNothingAfterStop)
+TEST_F(X11FrameSource, NoEventAfterStop)
 {
-    start(m_log, request());
+    start(m_log, settingsFor());
     ASSERT_TRUE(m_log.waitForCount(1));
     m_source->stop();
     const auto count = m_log.count();
@@ -434,7 +435,7 @@ TEST_F(X11FrameSource, GivesNothingAfterStop)
     m_server.kill();
     std::this_thread::sleep_for(100ms);
     EXPECT_EQ(m_log.count(), count);
-    EXPECT_TRUE(m_log.endings().empty());
+    EXPECT_TRUE(m_log.stopReasons().empty());
     m_source->stop();
 }
 
@@ -446,10 +447,10 @@ protected:
     }
 };
 
-TEST_F(X11FrameSourceWithoutSharedMemory, ReadsOverTheConnection)
+TEST_F(X11FrameSourceWithoutSharedMemory, ReadsPixelsOverTheConnection)
 {
     m_painter.fill({100, 100, 64, 64}, Red);
-    startAndSettle(m_log, request());
+    startAndSettle(m_log, settingsFor());
     EXPECT_TRUE(isColour(*m_log.newest(), {120, 120}, Red));
     m_painter.fill({100, 300, 64, 64}, Green);
     EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) {

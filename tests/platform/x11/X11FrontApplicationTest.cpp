@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ScopedEnvironment.h"
 #include "TestServer.h"
 #include "TestWindow.h"
 
@@ -22,18 +23,11 @@ using test::TestWindow;
 class X11FrontApplication : public testing::Test {
 protected:
     X11FrontApplication()
-        : m_dataHome(qgetenv("XDG_DATA_HOME"))
-        , m_dataFolders(qgetenv("XDG_DATA_DIRS"))
     {
-        qputenv("XDG_DATA_HOME", m_data.path().toUtf8());
-        qputenv("XDG_DATA_DIRS", m_data.path().toUtf8());
-        qputenv("LC_ALL", "tr_TR.UTF-8");
-    }
-    ~X11FrontApplication() override
-    {
-        qputenv("XDG_DATA_HOME", m_dataHome);
-        qputenv("XDG_DATA_DIRS", m_dataFolders);
-        qunsetenv("LC_ALL");
+        m_environment.set("XDG_DATA_HOME", m_data.path().toUtf8());
+        m_environment.set("XDG_DATA_DIRS", m_data.path().toUtf8());
+        m_environment.set("LANGUAGE", {});
+        m_environment.set("LC_ALL", "tr_TR.UTF-8");
     }
 
     void install(const char* id, const QByteArray& lines)
@@ -53,15 +47,12 @@ protected:
     std::optional<FrontApplicationInfo> current() const { return makeX11FrontApplication(m_server.name())->current(); }
 
     QTemporaryDir m_data;
+    test::ScopedEnvironment m_environment;
     TestServer m_server;
     Painter m_client{m_server.name()};
-
-private:
-    QByteArray m_dataHome;
-    QByteArray m_dataFolders;
 };
 
-TEST_F(X11FrontApplication, HasTheNameOfItsDesktopEntryInTheUsersLanguage)
+TEST_F(X11FrontApplication, NameComesFromTheDesktopEntryInTheUsersLanguage)
 {
     install("org.example.shooter", "Name=Shooter\nName[tr]=Nişancı\nStartupWMClass=shooter-bin\n");
     const auto info = infoWith({.instance = "x", .windowClass = "Shooter-Bin", .title = "Level 3"});
@@ -71,34 +62,34 @@ TEST_F(X11FrontApplication, HasTheNameOfItsDesktopEntryInTheUsersLanguage)
     EXPECT_FALSE(info->isThisProgram);
 }
 
-TEST_F(X11FrontApplication, IsFoundByItsApplicationID)
+TEST_F(X11FrontApplication, DesktopEntryIsFoundByApplicationId)
 {
     install("org.example.Puzzle", "Name=Puzzle\n");
     EXPECT_EQ(infoWith({.instance = "a", .windowClass = "b", .applicationID = "org.example.Puzzle"})->name, u"Puzzle");
 }
 
-TEST_F(X11FrontApplication, IsFoundByItsProgram)
+TEST_F(X11FrontApplication, DesktopEntryIsFoundByExecutableName)
 {
     install("sleep", "Name=Long Sleep\n");
     const test::ChildProcess process({QStringLiteral("sleep"), QStringLiteral("60")});
     const auto processID = static_cast<std::uint32_t>(process.id());
-    // The kernel may still be on its way from the fork to the program.
+    // Waits for the child to execute the program.
     EXPECT_TRUE(test::eventually(
         [&] { return QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(processID)).endsWith(u"sleep"); }));
     EXPECT_EQ(infoWith({.instance = "a", .windowClass = "b", .processID = processID})->name, u"Long Sleep");
 }
 
-TEST_F(X11FrontApplication, HasItsClassNameWithoutADesktopEntry)
+TEST_F(X11FrontApplication, NameIsTheWindowClassWithoutADesktopEntry)
 {
     EXPECT_EQ(infoWith({.instance = "mygame", .windowClass = "MyGame", .title = "Level 3"})->name, u"MyGame");
 }
 
-TEST_F(X11FrontApplication, HasItsTitleWithoutAClass)
+TEST_F(X11FrontApplication, NameIsTheTitleWithoutAWindowClass)
 {
     EXPECT_EQ(infoWith({.title = "Sınav 1"})->name, u"Sınav 1");
 }
 
-TEST_F(X11FrontApplication, OfAWindowsGameHasItsTitle)
+TEST_F(X11FrontApplication, NameOfAWindowsGameIsItsTitle)
 {
     EXPECT_EQ(infoWith({.instance = "steam_app_570", .windowClass = "steam_app_570", .title = "Dota 2"})->name,
               u"Dota 2");
@@ -111,7 +102,7 @@ TEST_F(X11FrontApplication, OfAWindowsGameHasItsTitle)
               u"The Entry");
 }
 
-TEST_F(X11FrontApplication, KnowsTheDesktopAndTheFileManagers)
+TEST_F(X11FrontApplication, RecognizesTheDesktopAndFileManagers)
 {
     EXPECT_TRUE(infoWith({.instance = "a", .windowClass = "b", .type = "_NET_WM_WINDOW_TYPE_DESKTOP"})->isDesktop);
     EXPECT_FALSE(infoWith({.instance = "a", .windowClass = "b", .type = "_NET_WM_WINDOW_TYPE_NORMAL"})->isDesktop);
@@ -121,7 +112,7 @@ TEST_F(X11FrontApplication, KnowsTheDesktopAndTheFileManagers)
     EXPECT_FALSE(infoWith({.instance = "x", .windowClass = "konqueror"})->isDesktop);
 }
 
-TEST_F(X11FrontApplication, KnowsThisProgram)
+TEST_F(X11FrontApplication, RecognizesThisProgram)
 {
     EXPECT_TRUE(infoWith({.instance = "a", .windowClass = "b", .processID = static_cast<std::uint32_t>(getpid())})
                     ->isThisProgram);
@@ -129,14 +120,14 @@ TEST_F(X11FrontApplication, KnowsThisProgram)
     EXPECT_FALSE(infoWith({.instance = "a", .windowClass = "b", .processID = 1})->isThisProgram);
 }
 
-TEST_F(X11FrontApplication, IsNoneWithoutAnActiveWindow)
+TEST_F(X11FrontApplication, NoneWithoutAnActiveWindow)
 {
     EXPECT_FALSE(current());
     TestWindow::activate(m_client.connection(), XCB_NONE);
     EXPECT_FALSE(current());
 }
 
-TEST_F(X11FrontApplication, IsNoneWhenTheWindowIsGone)
+TEST_F(X11FrontApplication, NoneIfTheWindowIsClosed)
 {
     const TestWindow window(m_client.connection(), {.instance = "a", .windowClass = "b"});
     window.activate();
@@ -145,7 +136,7 @@ TEST_F(X11FrontApplication, IsNoneWhenTheWindowIsGone)
     EXPECT_FALSE(current());
 }
 
-TEST_F(X11FrontApplication, IsNoneWithoutAServer)
+TEST_F(X11FrontApplication, NoneWithoutAServer)
 {
     m_server.kill();
     EXPECT_FALSE(current());

@@ -38,24 +38,24 @@ protected:
         ASSERT_TRUE(m_server.run(QStringLiteral("setxkbmap"), arguments));
         settle();
     }
-    /// Presses and releases the keys at these places together, the last one being the shortcut's.
-    void press(const std::vector<const char*>& places)
+    /// Presses and releases the keys at these XKB positions together, the shortcut's key last.
+    void press(const std::vector<const char*>& keys)
     {
-        down(places);
-        up(places);
+        down(keys);
+        up(keys);
     }
-    void down(const std::vector<const char*>& places) { send("keydown", places); }
-    void up(std::vector<const char*> places)
+    void down(const std::vector<const char*>& keys) { send("keydown", keys); }
+    void up(std::vector<const char*> keys)
     {
-        std::ranges::reverse(places);
-        send("keyup", places);
+        std::ranges::reverse(keys);
+        send("keyup", keys);
     }
     void settle()
     {
         eventually([] { return false; }, std::chrono::milliseconds(150));
     }
-    /// How many presses came since the last time.
-    int taken()
+    /// The number of presses since the last call.
+    int takePresses()
     {
         settle();
         return std::exchange(m_presses, 0);
@@ -66,35 +66,35 @@ protected:
     int m_presses = 0;
 
 private:
-    void send(const char* command, const std::vector<const char*>& places)
+    void send(const char* command, const std::vector<const char*>& keys)
     {
-        // A virtual server numbers its keys as the kernel does, plus 8.
+        // A virtual server's key codes are the kernel's plus 8.
         const std::map<std::string_view, int> others{{"LFSH", 50}, {"LALT", 64}, {"LCTL", 37}, {"LWIN", 133},
                                                      {"CAPS", 66}, {"NMLK", 77}, {"SCLK", 78}};
         QStringList arguments{QString::fromUtf8(command)};
-        for (const std::string_view place : places) {
+        for (const std::string_view key : keys) {
             const auto positions = keyPositions();
             const auto found =
-                std::ranges::find_if(positions, [&](const KeyPosition& position) { return position.xkbName == place; });
+                std::ranges::find_if(positions, [&](const KeyPosition& position) { return position.xkbName == key; });
             arguments.append(QString::number(
-                others.contains(place) ? others.at(place)
-                                       : static_cast<int>(found == positions.end() ? 0 : found->scanCode + 8)));
+                others.contains(key) ? others.at(key)
+                                     : static_cast<int>(found == positions.end() ? 0 : found->scanCode + 8)));
         }
         ASSERT_TRUE(m_server.run(QStringLiteral("xdotool"), arguments));
     }
 };
 
-TEST_F(X11GlobalKey, FiresOnceAPress)
+TEST_F(X11GlobalKey, FiresOncePerPress)
 {
     m_key->grab(C, OptionShift);
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 1);
+    EXPECT_EQ(takePresses(), 1);
     press({"LALT", "LFSH", "AB03"});
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 2);
+    EXPECT_EQ(takePresses(), 2);
 }
 
-TEST_F(X11GlobalKey, NeedsExactlyItsModifiers)
+TEST_F(X11GlobalKey, RequiresExactlyItsModifiers)
 {
     m_key->grab(C, OptionShift);
     press({"AB03"});
@@ -102,51 +102,51 @@ TEST_F(X11GlobalKey, NeedsExactlyItsModifiers)
     press({"LFSH", "AB03"});
     press({"LALT", "LFSH", "LCTL", "AB03"});
     press({"LALT", "LFSH", "AB04"});
-    EXPECT_EQ(taken(), 0);
+    EXPECT_EQ(takePresses(), 0);
 }
 
-TEST_F(X11GlobalKey, KnowsAllModifiers)
+TEST_F(X11GlobalKey, SupportsAllModifiers)
 {
     struct Row {
         std::uint32_t code;
         std::uint32_t modifiers;
-        std::vector<const char*> places;
+        std::vector<const char*> keys;
     };
-    // Control, Alt and a function key together belong to the server itself.
+    // Control, Alt and a function key together are reserved by the server.
     for (const auto& row : {Row{F9, 0, {"FK09"}}, Row{F9, modifierBits::command, {"LWIN", "FK09"}},
                             Row{F9, modifierBits::control, {"LCTL", "FK09"}},
                             Row{C, modifierBits::option | modifierBits::control, {"LALT", "LCTL", "AB03"}},
                             Row{F9, modifierBits::command | modifierBits::shift, {"LWIN", "LFSH", "FK09"}}}) {
         m_key->grab(row.code, row.modifiers);
-        press(row.places);
-        EXPECT_EQ(taken(), 1) << row.modifiers;
+        press(row.keys);
+        EXPECT_EQ(takePresses(), 1) << row.modifiers;
     }
 }
 
-TEST_F(X11GlobalKey, FiresWhateverLockIsOn)
+TEST_F(X11GlobalKey, FiresInEveryLockState)
 {
     m_key->grab(C, OptionShift);
     press({"CAPS"});
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 1) << "Caps Lock";
+    EXPECT_EQ(takePresses(), 1) << "Caps Lock";
     press({"NMLK"});
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 1) << "Caps Lock and Num Lock";
+    EXPECT_EQ(takePresses(), 1) << "Caps Lock and Num Lock";
     press({"CAPS"});
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 1) << "Num Lock";
+    EXPECT_EQ(takePresses(), 1) << "Num Lock";
     press({"NMLK"});
 }
 
-TEST_F(X11GlobalKey, IsTheSamePlaceInEveryLayout)
+TEST_F(X11GlobalKey, SamePhysicalKeyInEveryLayout)
 {
     for (const auto* name : {"us", "de", "fr", "dvorak", "ru", "tr"}) {
         layout(QString::fromUtf8(name) == u"dvorak" ? QStringList{QStringLiteral("us"), QStringLiteral("dvorak")}
                                                     : QStringList{QString::fromUtf8(name)});
-        for (const auto& [code, place] : {std::pair{C, "AB03"}, std::pair{Q, "AD01"}, std::pair{Semicolon, "AC10"}}) {
+        for (const auto& [code, key] : {std::pair{C, "AB03"}, std::pair{Q, "AD01"}, std::pair{Semicolon, "AC10"}}) {
             m_key->grab(code, OptionShift);
-            press({"LALT", "LFSH", place});
-            EXPECT_EQ(taken(), 1) << name << " " << place;
+            press({"LALT", "LFSH", key});
+            EXPECT_EQ(takePresses(), 1) << name << " " << key;
         }
     }
 }
@@ -157,24 +157,24 @@ TEST_F(X11GlobalKey, FiresInTheSecondLayoutGroup)
     m_key->grab(C, OptionShift);
     press({"CAPS"});
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 1);
+    EXPECT_EQ(takePresses(), 1);
 }
 
-TEST_F(X11GlobalKey, GrabsAnewWhenTheLayoutChanges)
+TEST_F(X11GlobalKey, GrabsAgainAfterALayoutChange)
 {
     m_key->grab(C, OptionShift);
     layout({QStringLiteral("de")});
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 1);
-    // Alt and Super change places: another bit, another key.
+    EXPECT_EQ(takePresses(), 1);
+    // Swaps Alt and Super, so both the key and the modifier bit change.
     layout({QStringLiteral("us"), QStringLiteral("-option"), QStringLiteral("altwin:swap_alt_win")});
     press({"LWIN", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 1);
+    EXPECT_EQ(takePresses(), 1);
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 0);
+    EXPECT_EQ(takePresses(), 0);
 }
 
-TEST_F(X11GlobalKey, DoesNotRepeatAHeldKey)
+TEST_F(X11GlobalKey, IgnoresAutoRepeat)
 {
     ASSERT_TRUE(
         m_server.run(QStringLiteral("xset"),
@@ -182,71 +182,71 @@ TEST_F(X11GlobalKey, DoesNotRepeatAHeldKey)
     m_key->grab(F9, 0);
     down({"FK09"});
     eventually([] { return false; }, std::chrono::milliseconds(500));
-    EXPECT_EQ(taken(), 1);
+    EXPECT_EQ(takePresses(), 1);
     up({"FK09"});
     press({"FK09"});
-    EXPECT_EQ(taken(), 1);
+    EXPECT_EQ(takePresses(), 1);
 }
 
-TEST_F(X11GlobalKey, ReplacesTheEarlierCombination)
+TEST_F(X11GlobalKey, RekeysTheEarlierCombination)
 {
     m_key->grab(C, OptionShift);
     m_key->grab(F9, 0);
     press({"LALT", "LFSH", "AB03"});
-    EXPECT_EQ(taken(), 0);
+    EXPECT_EQ(takePresses(), 0);
     press({"FK09"});
-    EXPECT_EQ(taken(), 1);
+    EXPECT_EQ(takePresses(), 1);
 }
 
-TEST_F(X11GlobalKey, IsSilentAfterRelease)
+TEST_F(X11GlobalKey, DoesNotFireAfterRelease)
 {
     m_key->grab(F9, 0);
     m_key->release();
     press({"FK09"});
-    EXPECT_EQ(taken(), 0);
+    EXPECT_EQ(takePresses(), 0);
     m_key->release();
     layout({QStringLiteral("de")});
     press({"FK09"});
-    EXPECT_EQ(taken(), 0) << "a new layout must not bring it back";
+    EXPECT_EQ(takePresses(), 0) << "a new layout must not grab again";
 }
 
-TEST_F(X11GlobalKey, NeverFiresWhenAnotherProgramHoldsIt)
+TEST_F(X11GlobalKey, DoesNotFireIfAnotherProgramHasGrabbedTheKey)
 {
     const Painter other(m_server.name());
     xcb_grab_key(other.server(), 0, other.connection().root(), XCB_MOD_MASK_ANY, 75, XCB_GRAB_MODE_ASYNC,
                  XCB_GRAB_MODE_ASYNC);
-    // The grab is in force once the server answers something after it.
+    // A reply means that the server has processed the grab.
     replyTo(xcb_get_input_focus_reply, other.server(), xcb_get_input_focus(other.server()));
     m_key->grab(F9, 0);
     press({"FK09"});
-    EXPECT_EQ(taken(), 0);
+    EXPECT_EQ(takePresses(), 0);
     m_key->grab(C, 0);
     press({"AB03"});
-    EXPECT_EQ(taken(), 1) << "the refusal must do no harm";
+    EXPECT_EQ(takePresses(), 1) << "the refused grab must have no effect";
 }
 
-TEST_F(X11GlobalKey, TakesThePcKeysInPlaceOfF13ToF15)
+TEST_F(X11GlobalKey, PrintKeyServesAsF13)
 {
     m_key->grab(Print, 0);
     press({"PRSC"});
-    EXPECT_EQ(taken(), 1);
+    EXPECT_EQ(takePresses(), 1);
 }
 
-TEST_F(X11GlobalKey, IgnoresACodeThatNoKeyboardHas)
+TEST_F(X11GlobalKey, IgnoresUnknownKeyCodes)
 {
     m_key->grab(200, 0);
     press({"FK09"});
-    EXPECT_EQ(taken(), 0);
+    EXPECT_EQ(takePresses(), 0);
 }
 
-TEST_F(X11GlobalKey, SurvivesTheServersEnd)
+TEST_F(X11GlobalKey, SurvivesTheDeathOfTheServer)
 {
     m_key->grab(F9, 0);
     m_server.kill();
     settle();
     m_key->grab(C, 0);
     m_key->release();
-    EXPECT_EQ(taken(), 0);
+    EXPECT_EQ(takePresses(), 0);
 }
 
 TEST(X11GlobalKeyWithoutAServer, DoesNothing)

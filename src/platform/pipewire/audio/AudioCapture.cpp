@@ -7,18 +7,18 @@ namespace quelto::pipewire {
 
 namespace {
 
-/// A change of the default device leaves a moment without one, which is no news for the user.
+/// While the default device changes there is briefly none, which is not worth a warning.
 constexpr int MissingDeviceMilliseconds = 500;
 constexpr int RecoveryMilliseconds = 250;
 
 } // namespace
 
-AudioCapture::AudioCapture(PipeWireConnection& connection, const CaptureRule& rule, AudioDeliveryThread& handOver)
+AudioCapture::AudioCapture(PipeWireConnection& connection, const AudioTargetRule& rule, AudioDeliveryThread& delivery)
     : m_connection(connection)
     , m_rule(rule)
-    , m_handOver(handOver)
-    , m_links(rule.linkWeight())
-    , m_missingDevice(connection.loop(), [this] { warn(m_rule.noDevice()); })
+    , m_delivery(delivery)
+    , m_links(rule.linkMode())
+    , m_missingDevice(connection.loop(), [this] { warn(m_rule.noDeviceMessage()); })
     , m_recovery(connection.loop(), [this] { recover(); })
 {
     m_connection.addListener(this);
@@ -40,9 +40,9 @@ bool AudioCapture::hasDevice() const
 void AudioCapture::onGraphChanged()
 {
     const std::optional<int> channels = m_rule.channels(m_connection.graph());
-    keepStream(channels);
-    keepOutputLatency();
-    keepLinks();
+    updateStream(channels);
+    updateOutputLatency();
+    updateLinks();
     if (!channels) {
         if (!m_missingDevice.isArmed()) {
             m_missingDevice.arm(MissingDeviceMilliseconds);
@@ -61,30 +61,31 @@ void AudioCapture::onServerLost()
     m_recovery.disarm();
     m_links.clear();
     m_stream.reset();
-    m_outputLatency.forget();
-    m_handOver.flush();
+    m_outputLatency.reset();
+    m_delivery.flush();
     warn(T("Ses sunucusu PipeWire yanıt vermiyor; geri gelmesi bekleniyor."));
 }
 
-void AudioCapture::keepStream(std::optional<int> channels)
+void AudioCapture::updateStream(std::optional<int> channels)
 {
-    // Without a device the stream waits unlinked.
+    // Without a device the existing stream stays, unlinked.
     if (!channels || (m_stream && m_stream->channels() == *channels)) {
         return;
     }
     m_links.clear();
     m_stream.reset();
-    const StampMeaning stamps = m_rule.heardThrough(m_connection.graph()) ? StampMeaning::heard : StampMeaning::spoken;
+    const TimestampReference timestamps =
+        m_rule.playbackDevice(m_connection.graph()) ? TimestampReference::playback : TimestampReference::capture;
     m_stream = std::make_unique<CaptureStream>(
         m_connection.core(),
-        CaptureStream::Settings{.nodeName = m_rule.nodeName(), .channels = *channels, .stamps = stamps}, m_handOver,
-        m_outputLatency, [this] { handleStreamState(); });
+        CaptureStream::Settings{.nodeName = m_rule.nodeName(), .channels = *channels, .timestamps = timestamps},
+        m_delivery, m_outputLatency, [this] { handleStreamState(); });
     if (m_stream->state() == CaptureStream::State::broken) {
         m_recovery.arm(RecoveryMilliseconds);
     }
 }
 
-void AudioCapture::keepLinks()
+void AudioCapture::updateLinks()
 {
     if (!m_stream || m_stream->state() != CaptureStream::State::ready) {
         return;
@@ -95,20 +96,20 @@ void AudioCapture::keepLinks()
     }
 }
 
-void AudioCapture::keepOutputLatency()
+void AudioCapture::updateOutputLatency()
 {
     const Graph& graph = m_connection.graph();
     std::optional<ObjectId> port;
-    if (const auto device = m_rule.heardThrough(graph)) {
+    if (const auto device = m_rule.playbackDevice(graph)) {
         const std::vector<ObjectId> ports = graph.portsOf(*device, PortDirection::input);
         port = ports.empty() ? std::nullopt : std::optional(ports.front());
     }
-    m_outputLatency.follow(m_connection.registry(), port);
+    m_outputLatency.track(m_connection.registry(), port);
 }
 
 void AudioCapture::handleStreamState()
 {
-    // Not at once: this runs inside one of the stream's own callbacks, and what follows may replace the stream.
+    // Deferred: this runs inside a callback of the stream, and recovering may replace the stream.
     const bool isBroken = m_stream && m_stream->state() == CaptureStream::State::broken;
     m_recovery.arm(isBroken ? RecoveryMilliseconds : 0);
 }
@@ -120,7 +121,7 @@ void AudioCapture::recover()
         m_links.clear();
         m_stream.reset();
     }
-    m_links.forgetFailures();
+    m_links.discardFailures();
     if (m_connection.isReady()) {
         onGraphChanged();
     }
@@ -130,7 +131,7 @@ void AudioCapture::warn(const std::optional<QString>& warning)
 {
     if (warning != m_warning) {
         m_warning = warning;
-        m_handOver.warn(warning);
+        m_delivery.warn(warning);
     }
 }
 

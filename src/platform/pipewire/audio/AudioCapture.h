@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/pipewire/audio/CaptureRule.h"
+#include "platform/pipewire/audio/AudioTargetRule.h"
 #include "platform/pipewire/audio/CaptureStream.h"
 #include "platform/pipewire/audio/LinkSet.h"
 #include "platform/pipewire/core/PipeWireConnection.h"
 
 namespace quelto::pipewire {
 
-/// One running capture: keeps the stream and its links as the rule says, through changes of the graph and losses of
-/// the server.
+/// A running capture: keeps the stream and its links as the rule requires while the graph changes and the server
+/// restarts.
 ///
 /// Thread: the loop's lock held, for creation and destruction too.
 class AudioCapture final : private PipeWireConnection::Listener {
 public:
-    /// All three outlive the session.
-    AudioCapture(PipeWireConnection& connection, const CaptureRule& rule, AudioDeliveryThread& handOver);
+    /// All three must outlive the capture.
+    AudioCapture(PipeWireConnection& connection, const AudioTargetRule& rule, AudioDeliveryThread& delivery);
     ~AudioCapture() override;
 
     bool hasDevice() const;
@@ -24,16 +24,16 @@ private:
     void onGraphChanged() override;
     void onServerLost() override;
 
-    void keepStream(std::optional<int> channels);
-    void keepLinks();
-    void keepOutputLatency();
+    void updateStream(std::optional<int> channels);
+    void updateLinks();
+    void updateOutputLatency();
     void handleStreamState();
     void recover();
     void warn(const std::optional<QString>& warning);
 
     PipeWireConnection& m_connection;
-    const CaptureRule& m_rule;
-    AudioDeliveryThread& m_handOver;
+    const AudioTargetRule& m_rule;
+    AudioDeliveryThread& m_delivery;
     std::optional<QString> m_warning;
     OutputLatency m_outputLatency;
     LinkSet m_links;

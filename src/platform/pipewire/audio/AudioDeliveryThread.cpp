@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/pipewire/audio/AudioDeliveryThread.h"
 
-#include "platform/pipewire/audio/CaptureFormat.h"
-#include "platform/pipewire/audio/SampleAssembler.h"
+#include "platform/pipewire/audio/AudioBufferAssembler.h"
+#include "platform/pipewire/audio/CaptureSampleRate.h"
 
 #include <QDebug>
 
@@ -16,15 +16,15 @@ namespace quelto::pipewire {
 
 namespace {
 
-/// Two seconds of stereo: longer than any pause in which the reader could still be called alive.
-constexpr std::size_t RingValues = 2 * 2 * CaptureRate;
-constexpr std::size_t RingBlocks = 4096;
-/// Short blocks are not worth waking a thread for each.
-constexpr int FramesPerWake = CaptureRate / 100;
+/// Units: bytes. Holds more than two seconds of stereo; no healthy reader pauses that long.
+constexpr std::uint32_t RingCapacity = 1 << 20;
+static_assert(RingCapacity > 2 * 2 * CaptureSampleRate * sizeof(float));
+/// Units: frames. Avoids waking the thread for each short block.
+constexpr int FramesPerWake = CaptureSampleRate / 100;
 
 } // namespace
 
-AudioDeliveryThread::EventCounter::EventCounter()
+AudioDeliveryThread::EventFd::EventFd()
     : m_descriptor(eventfd(0, EFD_CLOEXEC))
 {
     if (m_descriptor < 0) {
@@ -32,17 +32,17 @@ AudioDeliveryThread::EventCounter::EventCounter()
     }
 }
 
-AudioDeliveryThread::EventCounter::~EventCounter()
+AudioDeliveryThread::EventFd::~EventFd()
 {
     close(m_descriptor);
 }
 
-void AudioDeliveryThread::EventCounter::raise() noexcept
+void AudioDeliveryThread::EventFd::notify() noexcept
 {
     eventfd_write(m_descriptor, 1);
 }
 
-void AudioDeliveryThread::EventCounter::wait() noexcept
+void AudioDeliveryThread::EventFd::wait() noexcept
 {
     eventfd_t count = 0;
     eventfd_read(m_descriptor, &count);
@@ -50,7 +50,7 @@ void AudioDeliveryThread::EventCounter::wait() noexcept
 
 AudioDeliveryThread::AudioDeliveryThread(AudioSourceEvents events)
     : m_events(std::move(events))
-    , m_ring(RingValues, RingBlocks)
+    , m_ring(RingCapacity)
     , m_thread(&AudioDeliveryThread::run, this)
 {
     pthread_setname_np(m_thread.native_handle(), "quelto-samples");
@@ -60,19 +60,19 @@ AudioDeliveryThread::~AudioDeliveryThread()
 {
     {
         const std::lock_guard guard(m_mutex);
-        m_isEnding = true;
+        m_isStopping = true;
     }
-    m_counter.raise();
+    m_wakeUp.notify();
     m_thread.join();
 }
 
-void AudioDeliveryThread::write(const BlockRing::Block& block, const float* values) noexcept
+void AudioDeliveryThread::write(const AudioRing::Block& block, const float* values) noexcept
 {
     m_ring.tryWrite(block, values);
     m_framesSinceWake += block.frames;
     if (m_framesSinceWake >= FramesPerWake) {
         m_framesSinceWake = 0;
-        m_counter.raise();
+        m_wakeUp.notify();
     }
 }
 
@@ -82,7 +82,7 @@ void AudioDeliveryThread::flush()
         const std::lock_guard guard(m_mutex);
         m_isFlushing = true;
     }
-    m_counter.raise();
+    m_wakeUp.notify();
 }
 
 void AudioDeliveryThread::warn(std::optional<QString> warning)
@@ -91,25 +91,25 @@ void AudioDeliveryThread::warn(std::optional<QString> warning)
         const std::lock_guard guard(m_mutex);
         m_warnings.push_back(std::move(warning));
     }
-    m_counter.raise();
+    m_wakeUp.notify();
 }
 
 void AudioDeliveryThread::run()
 {
-    SampleAssembler assembler(CaptureRate, [this](AudioBufferPtr sample) {
+    AudioBufferAssembler assembler(CaptureSampleRate, [this](AudioBufferPtr buffer) {
         if (m_events.onSample) {
-            m_events.onSample(std::move(sample));
+            m_events.onSample(std::move(buffer));
         }
     });
     std::vector<float> values;
     std::uint64_t reportedDrops = 0;
     while (true) {
-        m_counter.wait();
+        m_wakeUp.wait();
         std::deque<std::optional<QString>> warnings;
         bool isFlushing = false;
         {
             const std::lock_guard guard(m_mutex);
-            if (m_isEnding) {
+            if (m_isStopping) {
                 return;
             }
             warnings.swap(m_warnings);
@@ -127,7 +127,7 @@ void AudioDeliveryThread::run()
             }
         }
         if (const std::uint64_t drops = m_ring.droppedBlocks(); drops != reportedDrops) {
-            qWarning("sound: %llu blocks dropped because nobody fetched them in time",
+            qWarning("audio: %llu blocks dropped because their delivery was too slow",
                      static_cast<unsigned long long>(drops - reportedDrops));
             reportedDrops = drops;
         }

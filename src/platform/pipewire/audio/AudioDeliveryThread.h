@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/AudioServer.h"
-#include "platform/pipewire/audio/BlockRing.h"
+#include "platform/pipewire/audio/AudioRing.h"
 
 #include <deque>
 #include <mutex>
@@ -10,8 +10,8 @@
 
 namespace quelto::pipewire {
 
-/// Takes blocks from the real-time thread and hands them on as samples, on a thread of its own, with the warnings.
-/// Destruction waits for a running event; none comes after it.
+/// Takes blocks from the real-time thread and delivers them as audio buffers on its own thread, which also delivers the
+/// warnings. The destructor waits for a running callback; none is called after it.
 class AudioDeliveryThread {
 public:
     explicit AudioDeliveryThread(AudioSourceEvents events);
@@ -19,10 +19,12 @@ public:
     AudioDeliveryThread(const AudioDeliveryThread&) = delete;
     AudioDeliveryThread& operator=(const AudioDeliveryThread&) = delete;
 
-    /// Real-time thread: the block is copied; where the reader is too far behind, it is dropped and counted.
-    void write(const BlockRing::Block& block, const float* values) noexcept;
+    /// Copies the block. If the delivery is too far behind, drops and counts it.
+    ///
+    /// Thread: the real-time thread.
+    void write(const AudioRing::Block& block, const float* values) noexcept;
 
-    /// The stream pauses: what is left over need not wait for more. Any thread.
+    /// The stream pauses: delivers what is left instead of waiting for more. Any thread.
     void flush();
     /// Any thread.
     void warn(std::optional<QString> warning);
@@ -30,13 +32,14 @@ public:
 private:
     void run();
 
-    class EventCounter {
+    /// Wakes the thread. notify() is safe on the real-time thread.
+    class EventFd {
     public:
-        EventCounter();
-        ~EventCounter();
-        EventCounter(const EventCounter&) = delete;
-        EventCounter& operator=(const EventCounter&) = delete;
-        void raise() noexcept;
+        EventFd();
+        ~EventFd();
+        EventFd(const EventFd&) = delete;
+        EventFd& operator=(const EventFd&) = delete;
+        void notify() noexcept;
         void wait() noexcept;
 
     private:
@@ -44,14 +47,14 @@ private:
     };
 
     AudioSourceEvents m_events;
-    BlockRing m_ring;
-    EventCounter m_counter;
+    AudioRing m_ring;
+    EventFd m_wakeUp;
     /// Real-time thread only.
     int m_framesSinceWake = 0;
     std::mutex m_mutex;
     std::deque<std::optional<QString>> m_warnings;
     bool m_isFlushing = false;
-    bool m_isEnding = false;
+    bool m_isStopping = false;
     std::thread m_thread;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/pipewire/audio/CaptureStream.h"
 
-#include "platform/pipewire/audio/CaptureFormat.h"
+#include "platform/pipewire/audio/CaptureSampleRate.h"
 
 #include <spa/param/audio/format-utils.h>
 
@@ -10,20 +10,20 @@ namespace quelto::pipewire {
 namespace {
 
 constexpr std::int64_t NanosecondsPerSecond = 1'000'000'000;
-constexpr HostDuration LongestDelay = std::chrono::seconds(2);
-constexpr std::size_t MostBuffers = 16;
+constexpr HostDuration MaxLatency = std::chrono::seconds(2);
+constexpr std::size_t MaxBuffers = 16;
 
 pw_properties* streamProperties(const QString& nodeName)
 {
     const QByteArray name = nodeName.toUtf8();
-    return pw_properties_new(
-        PW_KEY_MEDIA_TYPE, "Audio", PW_KEY_MEDIA_CATEGORY, "Capture", PW_KEY_MEDIA_ROLE, "Production", PW_KEY_NODE_NAME,
-        name.constData(), PW_KEY_APP_NAME, "Quelto", PW_KEY_APP_ID, "app.quelto.Quelto",
-        // The links are ours to make; the session must neither make others nor remember any.
-        PW_KEY_NODE_AUTOCONNECT, "false", PW_KEY_NODE_DONT_RECONNECT, "true", "state.restore-target", "false",
-        "state.restore-props", "false",
-        // Unlinked, the node sleeps instead of being driven by a clock that has nothing to do with the sound.
-        PW_KEY_NODE_WANT_DRIVER, "false", nullptr);
+    return pw_properties_new(PW_KEY_MEDIA_TYPE, "Audio", PW_KEY_MEDIA_CATEGORY, "Capture", PW_KEY_MEDIA_ROLE,
+                             "Production", PW_KEY_NODE_NAME, name.constData(), PW_KEY_APP_NAME, "Quelto", PW_KEY_APP_ID,
+                             "app.quelto.Quelto",
+                             // Quelto creates the links. The session manager must neither create nor restore any.
+                             PW_KEY_NODE_AUTOCONNECT, "false", PW_KEY_NODE_DONT_RECONNECT, "true",
+                             "state.restore-target", "false", "state.restore-props", "false",
+                             // While unlinked, the node is idle instead of being driven by an unrelated clock.
+                             PW_KEY_NODE_WANT_DRIVER, "false", nullptr);
 }
 
 std::span<const float> valuesIn(const pw_buffer& buffer, int channels)
@@ -41,7 +41,7 @@ std::span<const float> valuesIn(const pw_buffer& buffer, int channels)
 
 HostDuration durationOf(std::int64_t frames)
 {
-    return HostDuration(frames * NanosecondsPerSecond / CaptureRate);
+    return HostDuration(frames * NanosecondsPerSecond / CaptureSampleRate);
 }
 
 } // namespace
@@ -59,10 +59,10 @@ const pw_stream_events CaptureStream::StreamEvents = {
     .process = [](void* data) { static_cast<CaptureStream*>(data)->process(); },
 };
 
-CaptureStream::CaptureStream(pw_core* core, const Settings& settings, AudioDeliveryThread& handOver,
+CaptureStream::CaptureStream(pw_core* core, const Settings& settings, AudioDeliveryThread& delivery,
                              const OutputLatency& outputLatency, std::function<void()> onStateChanged)
     : m_settings(settings)
-    , m_handOver(handOver)
+    , m_delivery(delivery)
     , m_outputLatency(outputLatency)
     , m_onStateChanged(std::move(onStateChanged))
     , m_stream(pw_stream_new(core, settings.nodeName.toUtf8().constData(), streamProperties(settings.nodeName)))
@@ -74,7 +74,7 @@ CaptureStream::CaptureStream(pw_core* core, const Settings& settings, AudioDeliv
     pw_stream_add_listener(m_stream.get(), m_hook.get(), &StreamEvents, this);
     spa_audio_info_raw format = {};
     format.format = SPA_AUDIO_FORMAT_F32;
-    format.rate = CaptureRate;
+    format.rate = CaptureSampleRate;
     format.channels = static_cast<std::uint32_t>(settings.channels);
     format.position[0] = settings.channels == 1 ? SPA_AUDIO_CHANNEL_MONO : SPA_AUDIO_CHANNEL_FL;
     format.position[1] = SPA_AUDIO_CHANNEL_FR;
@@ -103,7 +103,7 @@ void CaptureStream::handleState(pw_stream_state state)
         m_state = State::broken;
         break;
     case PW_STREAM_STATE_PAUSED:
-        m_handOver.flush();
+        m_delivery.flush();
         m_state = State::ready;
         break;
     case PW_STREAM_STATE_STREAMING:
@@ -115,7 +115,7 @@ void CaptureStream::handleState(pw_stream_state state)
 
 void CaptureStream::process() noexcept
 {
-    std::array<pw_buffer*, MostBuffers> buffers;
+    std::array<pw_buffer*, MaxBuffers> buffers;
     std::size_t count = 0;
     std::int64_t framesBehind = 0;
     while (count < buffers.size()) {
@@ -126,22 +126,22 @@ void CaptureStream::process() noexcept
         buffers[count++] = buffer;
         framesBehind += static_cast<std::int64_t>(valuesIn(*buffer, m_settings.channels).size()) / m_settings.channels;
     }
-    const HostTime newest = stampOfThisCycle();
+    const HostTime newestTime = cycleTimestamp();
     for (std::size_t i = 0; i < count; ++i) {
         const std::span<const float> values = valuesIn(*buffers[i], m_settings.channels);
         const auto frames = static_cast<int>(values.size()) / m_settings.channels;
-        // All but the last buffer are of earlier cycles.
+        // All but the last buffer belong to earlier cycles.
         framesBehind -= frames;
         if (frames > 0) {
-            m_handOver.write(
-                {.time = newest - durationOf(framesBehind), .frames = frames, .channels = m_settings.channels},
+            m_delivery.write(
+                {.time = newestTime - durationOf(framesBehind), .frames = frames, .channels = m_settings.channels},
                 values.data());
         }
         pw_stream_queue_buffer(m_stream.get(), buffers[i]);
     }
 }
 
-HostTime CaptureStream::stampOfThisCycle() const noexcept
+HostTime CaptureStream::cycleTimestamp() const noexcept
 {
     const HostTime arrival = HostClock::now();
     pw_time time = {};
@@ -149,15 +149,15 @@ HostTime CaptureStream::stampOfThisCycle() const noexcept
         return arrival;
     }
     const std::int64_t tick = NanosecondsPerSecond * time.rate.num;
-    HostTime stamp = HostTime(HostDuration(time.now)) - durationOf(static_cast<std::int64_t>(time.buffered));
-    if (m_settings.stamps == StampMeaning::spoken) {
-        stamp -= HostDuration(time.delay * tick / time.rate.denom);
+    HostTime timestamp = HostTime(HostDuration(time.now)) - durationOf(static_cast<std::int64_t>(time.buffered));
+    if (m_settings.timestamps == TimestampReference::capture) {
+        timestamp -= HostDuration(time.delay * tick / time.rate.denom);
     } else if (const spa_io_position* position = m_position) {
         const std::int64_t cycle = static_cast<std::int64_t>(position->clock.duration) * tick / time.rate.denom;
-        stamp += HostDuration(m_outputLatency.inNanoseconds(cycle, time.rate.denom));
+        timestamp += HostDuration(m_outputLatency.inNanoseconds(cycle, time.rate.denom));
     }
-    // A driver that tells nonsense must not throw the sound out of the recording.
-    return std::chrono::abs(stamp - arrival) < LongestDelay ? stamp : arrival;
+    // Ignores implausible values from a driver.
+    return std::chrono::abs(timestamp - arrival) < MaxLatency ? timestamp : arrival;
 }
 
 } // namespace quelto::pipewire

@@ -2,20 +2,21 @@
 #pragma once
 
 #include "platform/pipewire/audio/AudioDeliveryThread.h"
-#include "platform/pipewire/audio/CaptureRule.h"
+#include "platform/pipewire/audio/AudioTargetRule.h"
 #include "platform/pipewire/audio/OutputLatency.h"
 #include "platform/pipewire/core/PipeWireHandles.h"
 
 namespace quelto::pipewire {
 
-enum class StampMeaning {
-    /// The sound came in from a device: it is older than the cycle that brings it.
-    spoken,
-    /// The sound goes to a device as well: it will be heard after the cycle that plays it.
-    heard,
+/// Which time the timestamps of a stream denote.
+enum class TimestampReference {
+    /// When an input device recorded the audio, which is before the graph cycle that delivers it.
+    capture,
+    /// When an output device plays the audio, which is after the graph cycle that delivers it.
+    playback,
 };
 
-/// A capture node in the server's graph that stays unlinked until somebody links its ports.
+/// A capture node in the server's graph. It does not link its ports itself; see LinkSet.
 ///
 /// Thread: the loop's lock held, for creation and destruction too; events come on the loop's thread.
 class CaptureStream {
@@ -23,29 +24,29 @@ public:
     struct Settings {
         QString nodeName;
         int channels = 2;
-        StampMeaning stamps = StampMeaning::spoken;
+        TimestampReference timestamps = TimestampReference::capture;
     };
 
     enum class State { connecting, ready, broken };
 
-    /// Both outlive the stream. onStateChanged must not destroy the stream.
-    CaptureStream(pw_core* core, const Settings& settings, AudioDeliveryThread& handOver,
+    /// The delivery and the latency must outlive the stream. onStateChanged must not destroy the stream.
+    CaptureStream(pw_core* core, const Settings& settings, AudioDeliveryThread& delivery,
                   const OutputLatency& outputLatency, std::function<void()> onStateChanged);
 
     State state() const noexcept { return m_state; }
     int channels() const noexcept { return m_settings.channels; }
-    /// The node in the graph, once ready.
+    /// The node's id in the graph. Valid in the state ready.
     ObjectId node() const;
 
 private:
     void handleState(pw_stream_state state);
     void process() noexcept;
-    HostTime stampOfThisCycle() const noexcept;
+    HostTime cycleTimestamp() const noexcept;
 
     static const pw_stream_events StreamEvents;
 
     Settings m_settings;
-    AudioDeliveryThread& m_handOver;
+    AudioDeliveryThread& m_delivery;
     const OutputLatency& m_outputLatency;
     std::function<void()> m_onStateChanged;
     State m_state = State::connecting;

@@ -5,6 +5,7 @@
 
 namespace quelto::pipewire {
 
+/// The channels of a stereo recording that receive an input channel.
 struct ChannelDownmix {
     bool left = false;
     bool right = false;
@@ -12,11 +13,11 @@ struct ChannelDownmix {
     bool operator==(const ChannelDownmix&) const = default;
 };
 
-/// On which sides of a stereo recording a speaker belongs.
+/// The stereo downmix of one channel, given by the server's name for it.
 ///
-/// Sides keep their level and the middle goes to both in full: the recording is 32-bit float, where sums above 1 keep
-/// their shape, and the mixer's limiter sees to the rest. The bass speaker is left out, as in every fold-down: what
-/// it plays is mostly in the other channels as well. Speakers without a place go to both, numbered ones by turns.
+/// Left and right channels keep their level and the centre goes to both at full level: the recording is 32-bit float,
+/// so sums above 1 do not clip, and the mixer's limiter handles them. LFE is omitted, as downmixes usually do, because
+/// the other channels contain most of it. Channels without a position go to both sides; numbered ones alternate.
 ChannelDownmix channelDownmix(const QString& channel);
 
 } // namespace quelto::pipewire

@@ -7,7 +7,7 @@ namespace quelto::pipewire {
 
 namespace {
 
-bool isRecordingDevice(const Node& node)
+bool isInputDevice(const Node& node)
 {
     return node.mediaClass == u"Audio/Source" || node.mediaClass.startsWith(u"Audio/Source/") ||
         node.mediaClass == u"Audio/Duplex";
@@ -18,7 +18,7 @@ bool isSink(const Node& node)
     return node.mediaClass == u"Audio/Sink" || node.mediaClass.startsWith(u"Audio/Sink/");
 }
 
-/// A device that has just been plugged in shows its ports a moment later.
+/// The ports of a device appear shortly after the device.
 bool hasPorts(const Graph& graph, ObjectId device)
 {
     return !graph.portsOf(device, PortDirection::output).empty();
@@ -50,17 +50,17 @@ MicrophoneRule::MicrophoneRule(QString id)
 
 std::optional<ObjectId> MicrophoneRule::device(const Graph& graph) const
 {
-    // Somebody who stored the name of an output wants to record that output.
-    if (const auto chosen = graph.nodeNamed(m_id); chosen && hasPorts(graph, *chosen)) {
+    // If the stored id names an output, its monitor is recorded.
+    if (const auto chosen = graph.findNode(m_id); chosen && hasPorts(graph, *chosen)) {
         const Node& node = graph.nodes.at(*chosen);
-        if (isRecordingDevice(node) || isSink(node)) {
+        if (isInputDevice(node) || isSink(node)) {
             return chosen;
         }
     }
-    // Where there is no recording device, the session names an output as the default one.
-    if (const auto standard = graph.nodeNamed(graph.defaultSource); standard && hasPorts(graph, *standard)) {
-        if (isRecordingDevice(graph.nodes.at(*standard))) {
-            return standard;
+    // If there is no input device, the session manager names an output as the default source.
+    if (const auto fallback = graph.findNode(graph.defaultSource); fallback && hasPorts(graph, *fallback)) {
+        if (isInputDevice(graph.nodes.at(*fallback))) {
+            return fallback;
         }
     }
     return std::nullopt;
@@ -68,17 +68,17 @@ std::optional<ObjectId> MicrophoneRule::device(const Graph& graph) const
 
 std::optional<int> MicrophoneRule::channels(const Graph& graph) const
 {
-    const auto from = device(graph);
-    return from ? std::optional(capturedPorts(graph, *from).size() == 1 ? 1 : 2) : std::nullopt;
+    const auto source = device(graph);
+    return source ? std::optional(capturedPorts(graph, *source).size() == 1 ? 1 : 2) : std::nullopt;
 }
 
 LinkPlan MicrophoneRule::links(const Graph& graph, ObjectId captureNode) const
 {
-    const auto from = device(graph);
-    if (!from) {
+    const auto source = device(graph);
+    if (!source) {
         return {};
     }
-    const std::vector<ObjectId> outputs = capturedPorts(graph, *from);
+    const std::vector<ObjectId> outputs = capturedPorts(graph, *source);
     const std::vector<ObjectId> inputs = graph.portsOf(captureNode, PortDirection::input);
     if (outputs.size() != inputs.size()) {
         return {};
@@ -90,13 +90,13 @@ LinkPlan MicrophoneRule::links(const Graph& graph, ObjectId captureNode) const
     return plan;
 }
 
-QString MicrophoneRule::noServer() const
+QString MicrophoneRule::noServerMessage() const
 {
     return T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire wireplumber” komutunu "
              "çalıştırıp yeniden deneyin.");
 }
 
-QString MicrophoneRule::noDevice() const
+QString MicrophoneRule::noDeviceMessage() const
 {
     return T("Mikrofon bulunamadı.");
 }
@@ -105,7 +105,7 @@ QList<MicrophoneInfo> microphonesIn(const Graph& graph)
 {
     QList<MicrophoneInfo> found;
     for (const auto& [id, node] : graph.nodes) {
-        if (isRecordingDevice(node) && ownerOf(graph, id) != Owner::thisProgram) {
+        if (isInputDevice(node) && ownerOf(graph, id) != Owner::thisProgram) {
             found.append({.id = node.name, .name = node.description.isEmpty() ? node.name : node.description});
         }
     }

@@ -2,35 +2,35 @@
 #pragma once
 
 #include "platform/AudioServer.h"
-#include "platform/pipewire/audio/CaptureRule.h"
+#include "platform/pipewire/audio/AudioTargetRule.h"
 
 namespace quelto::pipewire {
 
-/// One recording device: the chosen one, else the default one while the chosen one is away.
+/// Records one input device: the chosen one, or the default one while the chosen one is missing.
 ///
-/// A device with one channel is recorded in one, any other in two: its front sides where it has them, else its first
-/// two channels.
-class MicrophoneRule final : public CaptureRule {
+/// A device with one channel is recorded in mono, any other in stereo: its front left and right channels if it has
+/// them, else its first two channels.
+class MicrophoneRule final : public AudioTargetRule {
 public:
-    /// The node's name; empty for the default device.
+    /// The id is the node's name; empty for the default device.
     explicit MicrophoneRule(QString id);
 
     QString nodeName() const override { return QStringLiteral("quelto-microphone"); }
-    LinkWeight linkWeight() const override { return LinkWeight::active; }
+    LinkMode linkMode() const override { return LinkMode::active; }
     std::optional<int> channels(const Graph& graph) const override;
     LinkPlan links(const Graph& graph, ObjectId captureNode) const override;
-    std::optional<ObjectId> heardThrough(const Graph&) const override { return std::nullopt; }
-    QString noServer() const override;
-    QString noDevice() const override;
+    std::optional<ObjectId> playbackDevice(const Graph&) const override { return std::nullopt; }
+    QString noServerMessage() const override;
+    QString noDeviceMessage() const override;
 
-    /// The device to record from now.
+    /// The device to record from at present.
     std::optional<ObjectId> device(const Graph& graph) const;
 
 private:
     QString m_id;
 };
 
-/// All recording devices, without the monitors of outputs and without what this program made itself.
+/// All input devices, without monitors of outputs and without this program's own nodes.
 QList<MicrophoneInfo> microphonesIn(const Graph& graph);
 
 } // namespace quelto::pipewire

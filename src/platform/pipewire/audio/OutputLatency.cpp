@@ -12,12 +12,12 @@ const pw_port_events OutputLatency::PortEvents = {
                 const spa_pod* parameter) { static_cast<OutputLatency*>(data)->read(parameter); },
 };
 
-void OutputLatency::follow(pw_registry* registry, std::optional<ObjectId> port)
+void OutputLatency::track(pw_registry* registry, std::optional<ObjectId> port)
 {
     if (port == m_port) {
         return;
     }
-    forget();
+    reset();
     if (!port) {
         return;
     }
@@ -30,7 +30,7 @@ void OutputLatency::follow(pw_registry* registry, std::optional<ObjectId> port)
     subscribe(objectOf<pw_port>(m_proxy), SPA_PARAM_Latency);
 }
 
-void OutputLatency::forget()
+void OutputLatency::reset()
 {
     m_hook.remove();
     m_proxy.reset();
@@ -51,7 +51,7 @@ std::int64_t OutputLatency::inNanoseconds(std::int64_t cycleNanoseconds, std::ui
 void OutputLatency::read(const spa_pod* parameter)
 {
     spa_latency_info info = {};
-    // The other direction tells how old the sound is when it comes in.
+    // The other direction describes the latency of input.
     if (!parameter || spa_latency_parse(parameter, &info) < 0 || info.direction != SPA_DIRECTION_INPUT) {
         return;
     }

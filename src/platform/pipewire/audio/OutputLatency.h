@@ -8,16 +8,16 @@
 
 namespace quelto::pipewire {
 
-/// How long an output takes from the graph to the ear, as the server reports it for a port.
+/// The latency of an output device, from the graph to the speaker, as the server reports it for a port.
 ///
-/// Thread: follow and forget with the loop's lock held; inNanoseconds from any thread, it never waits.
+/// Thread: track() and reset() with the loop's lock held. inNanoseconds() on any thread; it never blocks.
 class OutputLatency {
 public:
-    /// Nothing: no delay.
-    void follow(pw_registry* registry, std::optional<ObjectId> port);
-    void forget();
+    /// Observes the port's latency. Without a port the latency is zero.
+    void track(pw_registry* registry, std::optional<ObjectId> port);
+    void reset();
 
-    /// Units: the length of the graph's cycle in nanoseconds, and its rate.
+    /// Takes the duration of a graph cycle and the graph's sample rate.
     std::int64_t inNanoseconds(std::int64_t cycleNanoseconds, std::uint32_t rate) const noexcept;
 
 private:
@@ -28,7 +28,7 @@ private:
     std::optional<ObjectId> m_port;
     ProxyPtr m_proxy;
     Hook m_hook;
-    // Servers report a sum of three, each as a range.
+    // The latency is the sum of these. The server reports each as a range, of which this is the middle.
     std::atomic<float> m_cycles = 0;
     std::atomic<std::int64_t> m_frames = 0;
     std::atomic<std::int64_t> m_nanoseconds = 0;

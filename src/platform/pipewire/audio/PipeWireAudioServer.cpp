@@ -2,7 +2,7 @@
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
 
 #include "platform/pipewire/audio/MicrophoneRule.h"
-#include "platform/pipewire/audio/PipeWireSource.h"
+#include "platform/pipewire/audio/PipeWireAudioSource.h"
 #include "platform/pipewire/audio/SystemAudioRule.h"
 
 namespace quelto {
@@ -11,19 +11,19 @@ namespace {
 
 using namespace pipewire;
 
-/// The main thread waits for the list.
+/// The main thread blocks on the list.
 constexpr std::chrono::milliseconds ListTimeout(500);
 
 class PipeWireAudioServer final : public AudioServer {
 public:
     std::unique_ptr<AudioSource> systemAudio() override
     {
-        return std::make_unique<PipeWireSource>(m_connection, std::make_unique<SystemAudioRule>());
+        return std::make_unique<PipeWireAudioSource>(m_connection, std::make_unique<SystemAudioRule>());
     }
 
     std::unique_ptr<AudioSource> microphone(const QString& id) override
     {
-        return std::make_unique<PipeWireSource>(m_connection, std::make_unique<MicrophoneRule>(id));
+        return std::make_unique<PipeWireAudioSource>(m_connection, std::make_unique<MicrophoneRule>(id));
     }
 
     QList<MicrophoneInfo> microphones() override
@@ -32,7 +32,7 @@ public:
             return {};
         }
         const PipeWireConnection::Lock lock(*m_connection);
-        // The server may have left since.
+        // The server may be gone again.
         return m_connection->isReady() ? microphonesIn(m_connection->graph()) : QList<MicrophoneInfo>();
     }
 

@@ -5,7 +5,7 @@
 
 namespace quelto {
 
-/// The session's PipeWire server. It need not be running: then there are no microphones, and sources do not start.
+/// The session's PipeWire server. While it is not running there are no microphones, and sources fail to start.
 std::unique_ptr<AudioServer> makePipeWireAudioServer();
 
 } // namespace quelto

@@ -8,48 +8,48 @@ namespace quelto::pipewire {
 
 std::optional<int> SystemAudioRule::channels(const Graph& graph) const
 {
-    return heardThrough(graph) ? std::optional(2) : std::nullopt;
+    return playbackDevice(graph) ? std::optional(2) : std::nullopt;
 }
 
 LinkPlan SystemAudioRule::links(const Graph& graph, ObjectId captureNode) const
 {
-    const auto sink = heardThrough(graph);
-    const auto left = graph.inputOf(captureNode, QStringLiteral("FL"));
-    const auto right = graph.inputOf(captureNode, QStringLiteral("FR"));
+    const auto sink = playbackDevice(graph);
+    const auto left = graph.findInput(captureNode, QStringLiteral("FL"));
+    const auto right = graph.findInput(captureNode, QStringLiteral("FR"));
     if (!sink || !left || !right) {
         return {};
     }
     LinkPlan plan;
     for (const auto& [id, link] : graph.links) {
-        const auto heard = graph.ports.find(link.input);
-        const auto played = graph.ports.find(link.output);
-        if (heard == graph.ports.end() || played == graph.ports.end() || heard->second.node != *sink ||
-            ownerOf(graph, played->second.node) != Owner::another) {
+        const auto sinkPort = graph.ports.find(link.input);
+        const auto streamPort = graph.ports.find(link.output);
+        if (sinkPort == graph.ports.end() || streamPort == graph.ports.end() || sinkPort->second.node != *sink ||
+            ownerOf(graph, streamPort->second.node) != Owner::otherProgram) {
             continue;
         }
-        const ChannelDownmix sides = channelDownmix(heard->second.channel);
-        if (sides.left) {
+        const ChannelDownmix downmix = channelDownmix(sinkPort->second.channel);
+        if (downmix.left) {
             plan.insert({link.output, *left});
         }
-        if (sides.right) {
+        if (downmix.right) {
             plan.insert({link.output, *right});
         }
     }
     return plan;
 }
 
-std::optional<ObjectId> SystemAudioRule::heardThrough(const Graph& graph) const
+std::optional<ObjectId> SystemAudioRule::playbackDevice(const Graph& graph) const
 {
-    return graph.nodeNamed(graph.defaultSink);
+    return graph.findNode(graph.defaultSink);
 }
 
-QString SystemAudioRule::noServer() const
+QString SystemAudioRule::noServerMessage() const
 {
     return T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire wireplumber” komutunu "
              "çalıştırıp yeniden deneyin ya da ayarlardan sistem sesini kapatın.");
 }
 
-QString SystemAudioRule::noDevice() const
+QString SystemAudioRule::noDeviceMessage() const
 {
     return T("Ses çıkışı bulunamadı. Bir hoparlör ya da kulaklık bağlayın veya ayarlardan sistem sesini kapatın.");
 }

@@ -1,24 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/pipewire/audio/CaptureRule.h"
+#include "platform/pipewire/audio/AudioTargetRule.h"
 
 namespace quelto::pipewire {
 
-/// What is heard from the default output, without this program's own sounds.
+/// Records what the default output plays, without this program's own audio.
 ///
-/// The links into the default output are mirrored into the capture node. So each program is recorded once, in front
-/// of whatever effects follow the output, and on the side on which it is heard; the mix of the output itself could not
-/// be had without ourselves.
-class SystemAudioRule final : public CaptureRule {
+/// Every link into the default output gets a copy into the capture node. So each program is recorded once, on the side
+/// on which it is heard, and before any effects behind the output. The monitor of the output cannot be used because it
+/// contains this program's own audio.
+class SystemAudioRule final : public AudioTargetRule {
 public:
     QString nodeName() const override { return QStringLiteral("quelto-system-sound"); }
-    LinkWeight linkWeight() const override { return LinkWeight::passive; }
+    LinkMode linkMode() const override { return LinkMode::passive; }
     std::optional<int> channels(const Graph& graph) const override;
     LinkPlan links(const Graph& graph, ObjectId captureNode) const override;
-    std::optional<ObjectId> heardThrough(const Graph& graph) const override;
-    QString noServer() const override;
-    QString noDevice() const override;
+    std::optional<ObjectId> playbackDevice(const Graph& graph) const override;
+    QString noServerMessage() const override;
+    QString noDeviceMessage() const override;
 };
 
 } // namespace quelto::pipewire

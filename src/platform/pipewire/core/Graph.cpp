@@ -3,7 +3,7 @@
 
 namespace quelto::pipewire {
 
-std::optional<ObjectId> Graph::nodeNamed(const QString& name) const
+std::optional<ObjectId> Graph::findNode(const QString& name) const
 {
     if (name.isEmpty()) {
         return std::nullopt;
@@ -28,7 +28,7 @@ std::vector<ObjectId> Graph::portsOf(ObjectId node, PortDirection direction) con
     return found;
 }
 
-std::optional<ObjectId> Graph::inputOf(ObjectId node, const QString& channel) const
+std::optional<ObjectId> Graph::findInput(ObjectId node, const QString& channel) const
 {
     for (const auto& [id, port] : ports) {
         if (port.node == node && port.direction == PortDirection::input && port.channel == channel) {
@@ -45,7 +45,7 @@ Owner ownerOf(const Graph& graph, ObjectId node)
         return Owner::unknown;
     }
     if (!found->second.client) {
-        return Owner::another;
+        return Owner::otherProgram;
     }
     const auto client = graph.clients.find(*found->second.client);
     if (client == graph.clients.end() || !client->second.isComplete) {
@@ -53,7 +53,7 @@ Owner ownerOf(const Graph& graph, ObjectId node)
     }
     const bool isOurs = client->second.processId == graph.ownProcessId ||
         (graph.ownSocketProcessId && client->second.socketProcessId == graph.ownSocketProcessId);
-    return isOurs ? Owner::thisProgram : Owner::another;
+    return isOurs ? Owner::thisProgram : Owner::otherProgram;
 }
 
 } // namespace quelto::pipewire

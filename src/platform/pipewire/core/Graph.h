@@ -15,11 +15,13 @@ namespace quelto::pipewire {
 using ObjectId = std::uint32_t;
 
 struct Client {
-    /// What the program says about itself; behind the PulseAudio protocol this is the only way to tell programs apart.
+    /// Reported by the program itself. For clients of the PulseAudio protocol it is the only way to tell programs
+    /// apart.
     std::optional<std::uint32_t> processId;
-    /// What the server's socket says; inside a sandbox the program's own number is another one.
+    /// Determined by the server's socket. Inside a sandbox it differs from the process id that the program reports.
     std::optional<std::uint32_t> socketProcessId;
-    /// The first news of a client does not hold its process; until the second one it could be anybody's.
+    /// The server first announces a client without its process ids and sends them later. Until then the owner is
+    /// unknown.
     bool isComplete = false;
 };
 
@@ -27,7 +29,7 @@ struct Node {
     QString name;
     QString description;
     QString mediaClass;
-    /// Nothing for nodes that the server made itself.
+    /// Nothing for nodes that the server created itself.
     std::optional<ObjectId> client;
 };
 
@@ -36,9 +38,9 @@ enum class PortDirection { input, output };
 struct Port {
     ObjectId node = 0;
     PortDirection direction = PortDirection::input;
-    /// The server's short name, such as "FL"; empty where unknown.
+    /// The server's short name, such as "FL". Empty if unknown.
     QString channel;
-    /// Position among the ports of that direction.
+    /// The position among the node's ports of the same direction.
     std::uint32_t index = 0;
 };
 
@@ -54,9 +56,10 @@ struct LinkEnds {
     }
 };
 
+/// The links that should exist.
 using LinkPlan = std::set<LinkEnds>;
 
-/// What the sound server holds at one moment, as plain values.
+/// A copy of the sound server's graph as plain values.
 struct Graph {
     std::map<ObjectId, Client> clients;
     std::map<ObjectId, Node> nodes;
@@ -65,19 +68,19 @@ struct Graph {
     /// Node names.
     QString defaultSink;
     QString defaultSource;
-    /// This program, as it knows itself and as the server's socket sees it.
+    /// This program's process ids, as for Client.
     std::uint32_t ownProcessId = 0;
     std::optional<std::uint32_t> ownSocketProcessId;
 
-    std::optional<ObjectId> nodeNamed(const QString& name) const;
-    /// In the order of their indices.
+    std::optional<ObjectId> findNode(const QString& name) const;
+    /// Ordered by index.
     std::vector<ObjectId> portsOf(ObjectId node, PortDirection direction) const;
-    std::optional<ObjectId> inputOf(ObjectId node, const QString& channel) const;
+    std::optional<ObjectId> findInput(ObjectId node, const QString& channel) const;
 };
 
-enum class Owner { thisProgram, another, unknown };
+enum class Owner { thisProgram, otherProgram, unknown };
 
-/// Whose sounds a node plays. Unknown while the server has not told about its client.
+/// Which program a node belongs to. Unknown until the server has described its client.
 Owner ownerOf(const Graph& graph, ObjectId node);
 
 } // namespace quelto::pipewire

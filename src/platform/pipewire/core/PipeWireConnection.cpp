@@ -49,8 +49,8 @@ bool PipeWireConnection::startLoop()
     if (m_context) {
         return true;
     }
-    static const bool isInitialised = (pw_init(nullptr, nullptr), true);
-    static_cast<void>(isInitialised);
+    static const bool isInitialized = (pw_init(nullptr, nullptr), true);
+    static_cast<void>(isInitialized);
     m_loop.reset(pw_thread_loop_new("quelto-sound", nullptr));
     if (!m_loop) {
         return false;
@@ -72,12 +72,12 @@ bool PipeWireConnection::startLoop()
     return true;
 }
 
-bool PipeWireConnection::waitUntilReady(std::chrono::milliseconds longest)
+bool PipeWireConnection::waitUntilReady(std::chrono::milliseconds timeout)
 {
     if (!startLoop()) {
         return false;
     }
-    const auto deadline = std::chrono::steady_clock::now() + longest;
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
     const Lock lock(*this);
     if (!m_core) {
         connect();
@@ -117,10 +117,10 @@ void PipeWireConnection::connect()
     }
     listen(m_core.get(), m_coreHook, CoreEvents, this);
     m_mirror = std::make_unique<RegistryMirror>(m_core.get(), [this] {
-        m_isChangedSinceSync = true;
-        askForSync();
+        m_hasChangedSinceSync = true;
+        requestSync();
     });
-    askForSync();
+    requestSync();
 }
 
 void PipeWireConnection::disconnect()
@@ -132,12 +132,12 @@ void PipeWireConnection::disconnect()
     m_core.reset();
 }
 
-/// Changes come in bursts, and half a device is no news: listeners hear of them once the server has sent all that it
-/// had to say at the time.
-void PipeWireConnection::askForSync()
+/// Changes arrive in bursts, and a device arrives in parts. A sync round trip tells that the server has sent
+/// everything; only then are listeners called.
+void PipeWireConnection::requestSync()
 {
     if (!m_pendingSync) {
-        m_isChangedSinceSync = false;
+        m_hasChangedSinceSync = false;
         m_pendingSync = sync(m_core.get());
     }
 }
@@ -148,8 +148,8 @@ void PipeWireConnection::handleSync(int sequence)
         return;
     }
     m_pendingSync.reset();
-    if (m_isChangedSinceSync) {
-        askForSync();
+    if (m_hasChangedSinceSync) {
+        requestSync();
         return;
     }
     m_isReady = true;
@@ -169,7 +169,7 @@ void PipeWireConnection::handleError(std::uint32_t id, int result)
         listener->onServerLost();
     }
     pw_thread_loop_signal(m_loop.get(), false);
-    // The core must outlive its own event.
+    // Not at once: the core must not be destroyed inside its own event.
     m_reconnect->arm(0);
 }
 

@@ -7,23 +7,24 @@
 
 namespace quelto::pipewire {
 
-/// The program's one line to the sound server: its thread, the picture of the graph, and the way back after a loss.
+/// The program's connection to the sound server: owns the event loop's thread, mirrors the graph and reconnects.
 ///
-/// While somebody listens, a lost server is sought anew four times a second.
+/// While there are listeners, it tries to reconnect to a lost server four times a second.
 ///
-/// Thread: everything but the constructor, waitUntilReady and Lock needs the lock; listeners are called with it held,
-/// on the loop's thread. The real-time thread runs beside it and is not kept waiting by the lock.
+/// Thread: all members except the constructor, waitUntilReady() and Lock need the lock. Listeners are called on the
+/// loop's thread with the lock held. The real-time thread never takes the lock.
 class PipeWireConnection {
 public:
     class Listener {
     public:
         virtual ~Listener() = default;
-        /// The graph is whole and differs from the last time, or the server is back.
+        /// The graph is complete and has changed, or the server is connected again.
         virtual void onGraphChanged() = 0;
-        /// Whatever was made of the core must be destroyed now.
+        /// All objects that were created from the core must be destroyed now.
         virtual void onServerLost() = 0;
     };
 
+    /// Holds the lock of the event loop.
     class Lock {
     public:
         explicit Lock(PipeWireConnection& connection);
@@ -35,16 +36,17 @@ public:
         pw_thread_loop* m_loop;
     };
 
-    /// Does not go to the server yet.
+    /// Does not connect yet.
     PipeWireConnection() = default;
     ~PipeWireConnection();
     PipeWireConnection(const PipeWireConnection&) = delete;
     PipeWireConnection& operator=(const PipeWireConnection&) = delete;
 
-    /// Whether there is a server and it has described itself; at once false where none answers. Any thread but the
-    /// loop's, without the lock.
-    bool waitUntilReady(std::chrono::milliseconds longest);
-    /// Gives the lock up until the graph changes, or that time is over.
+    /// Connects if necessary and waits until the graph is complete. Returns false at once if no server is running.
+    ///
+    /// Thread: any but the loop's, without the lock.
+    bool waitUntilReady(std::chrono::milliseconds timeout);
+    /// Releases the lock until the graph changes or the deadline has passed.
     void waitForChange(std::chrono::steady_clock::time_point deadline);
 
     bool isReady() const noexcept { return m_isReady; }
@@ -60,7 +62,7 @@ private:
     bool startLoop();
     void connect();
     void disconnect();
-    void askForSync();
+    void requestSync();
     void handleSync(int sequence);
     void handleError(std::uint32_t id, int result);
 
@@ -74,7 +76,7 @@ private:
     std::unique_ptr<RegistryMirror> m_mirror;
     std::unique_ptr<LoopTimer> m_reconnect;
     std::optional<int> m_pendingSync;
-    bool m_isChangedSinceSync = false;
+    bool m_hasChangedSinceSync = false;
     bool m_isReady = false;
 };
 

@@ -9,7 +9,7 @@
 #include <memory>
 #include <optional>
 
-/// What the library's objects need to live in C++, and the one place that knows its versions apart.
+/// RAII handles for PipeWire objects, and all code that depends on the version of the library.
 namespace quelto::pipewire {
 
 struct ThreadLoopDeleter {
@@ -38,7 +38,7 @@ using StreamPtr = std::unique_ptr<pw_stream, StreamDeleter>;
 using ProxyPtr = std::unique_ptr<pw_proxy, ProxyDeleter>;
 using RegistryPtr = std::unique_ptr<pw_registry, ProxyDeleter>;
 
-/// A place in an object's list of listeners, left in time. Declare it behind the object that it listens to.
+/// Unregisters a listener when it is destroyed. Declare it after the object that it listens to.
 class Hook {
 public:
     Hook() = default;
@@ -59,14 +59,14 @@ private:
     spa_hook m_hook = {};
 };
 
-/// A callback on the loop's thread after a delay.
+/// Calls a function on the loop's thread after a delay.
 ///
-/// Thread: with the loop's lock held.
+/// Thread: the loop's lock held.
 class LoopTimer {
 public:
-    LoopTimer(pw_loop* loop, std::function<void()> onTime)
+    LoopTimer(pw_loop* loop, std::function<void()> onTimeout)
         : m_loop(loop)
-        , m_onTime(std::move(onTime))
+        , m_onTimeout(std::move(onTimeout))
         , m_source(pw_loop_add_timer(loop, &LoopTimer::fire, this))
     {
     }
@@ -95,23 +95,23 @@ private:
     {
         auto* timer = static_cast<LoopTimer*>(data);
         timer->m_isArmed = false;
-        timer->m_onTime();
+        timer->m_onTimeout();
     }
 
     pw_loop* m_loop;
-    std::function<void()> m_onTime;
+    std::function<void()> m_onTimeout;
     spa_source* m_source;
     bool m_isArmed = false;
 };
 
-/// The text of a property, empty where there is none.
+/// The text of a property. Empty if it is missing.
 inline QString property(const spa_dict* properties, const char* key)
 {
     const char* value = properties ? spa_dict_lookup(properties, key) : nullptr;
     return QString::fromUtf8(value ? value : "");
 }
 
-/// The number of a property, nothing where there is none.
+/// The number of a property. Nothing if it is missing.
 inline std::optional<std::uint32_t> numberProperty(const spa_dict* properties, const char* key)
 {
     bool isNumber = false;
@@ -119,8 +119,8 @@ inline std::optional<std::uint32_t> numberProperty(const spa_dict* properties, c
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
-/// Before 1.2 only this configuration gives the data thread real-time priority; later versions may no longer have it,
-/// and their default one does.
+/// Before 1.2 only client-rt.conf gives the data thread real-time priority. Later versions do so by default and may no
+/// longer ship that file.
 inline ContextPtr makeContext(pw_loop* loop)
 {
 #if PW_CHECK_VERSION(1, 2, 0)
@@ -130,7 +130,7 @@ inline ContextPtr makeContext(pw_loop* loop)
 #endif
 }
 
-// Up to 1.0 the calls are macros with casts of their own.
+// Up to 1.0 these functions are macros that contain C casts.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wold-style-cast"
 
@@ -170,7 +170,7 @@ inline ProxyPtr bind(pw_registry* registry, std::uint32_t id, const char* type, 
     return ProxyPtr(static_cast<pw_proxy*>(pw_registry_bind(registry, id, type, version, 0)));
 }
 
-/// A proxy seen as the object that it stands for.
+/// The object that a proxy stands for.
 template <typename Object> Object* objectOf(const ProxyPtr& proxy)
 {
     return reinterpret_cast<Object*>(proxy.get());

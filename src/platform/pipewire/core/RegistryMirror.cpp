@@ -81,7 +81,7 @@ void RegistryMirror::addNode(ObjectId id, const spa_dict* properties)
 void RegistryMirror::addPort(ObjectId id, const spa_dict* properties)
 {
     const auto node = numberProperty(properties, PW_KEY_NODE_ID);
-    // The others carry notes or pictures.
+    // Other ports carry MIDI or video.
     if (!node || !property(properties, PW_KEY_FORMAT_DSP).endsWith(u"audio")) {
         return;
     }
@@ -139,7 +139,7 @@ void RegistryMirror::remove(ObjectId id)
     m_graph.clients.erase(id);
     m_clients.erase(id);
     if (m_metadata && m_metadataId == id) {
-        // The session manager left. The devices stay as they are until it is back, and so do the names.
+        // The session manager is gone. Devices stay as they are until it is back, so the default names are kept.
         m_metadataHook.remove();
         m_metadata.reset();
     }

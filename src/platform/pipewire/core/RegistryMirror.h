@@ -6,12 +6,12 @@
 
 namespace quelto::pipewire {
 
-/// Keeps a Graph like the server's own, over one connection.
+/// Keeps a Graph in sync with the server's registry, over one connection.
 ///
 /// Thread: the loop's lock held.
 class RegistryMirror {
 public:
-    /// onChanged: the graph has taken over one more change; on the loop's thread.
+    /// onChanged: called on the loop's thread after each change of the graph.
     RegistryMirror(pw_core* core, std::function<void()> onChanged);
 
     const Graph& graph() const noexcept { return m_graph; }

@@ -16,27 +16,27 @@ namespace quelto::pipewire {
 
 ChildProcess::ChildProcess(const QString& program, const QStringList& arguments)
 {
-    std::vector<QByteArray> texts = {program.toUtf8()};
+    std::vector<QByteArray> words = {program.toUtf8()};
     for (const QString& argument : arguments) {
-        texts.push_back(argument.toUtf8());
+        words.push_back(argument.toUtf8());
     }
     std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (QByteArray& text : texts) {
-        pointers.push_back(text.data());
+    pointers.reserve(words.size() + 1);
+    for (QByteArray& word : words) {
+        pointers.push_back(word.data());
     }
     pointers.push_back(nullptr);
 
     std::array<int, 2> input = {};
     std::array<int, 2> output = {};
     if (pipe2(input.data(), O_CLOEXEC) != 0 || pipe2(output.data(), O_CLOEXEC) != 0) {
-        throw std::runtime_error("no pipe");
+        throw std::runtime_error("cannot create a pipe");
     }
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-    const int error = posix_spawnp(&m_pid, texts[0].constData(), &actions, nullptr, pointers.data(), environ);
+    const int error = posix_spawnp(&m_pid, words[0].constData(), &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     close(input[0]);
     close(output[1]);
@@ -45,13 +45,13 @@ ChildProcess::ChildProcess(const QString& program, const QStringList& arguments)
     if (error != 0) {
         close(m_input);
         close(m_output);
-        throw std::runtime_error("cannot start " + texts[0].toStdString());
+        throw std::runtime_error("cannot start " + words[0].toStdString());
     }
 }
 
 ChildProcess::~ChildProcess()
 {
-    // First: a program that waits for somebody to read it would not end.
+    // First, because a process that blocks on a full pipe would never exit.
     close(m_output);
     wait();
 }

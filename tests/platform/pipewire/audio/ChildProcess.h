@@ -8,22 +8,23 @@
 
 namespace quelto::pipewire {
 
-/// A program with its input and output on pipes. QProcess forks in a way that confuses the thread sanitizer.
+/// A child process with its input and output on pipes. Not a QProcess: it uses vfork, which confuses the thread
+/// sanitizer.
 class ChildProcess {
 public:
     ChildProcess(const QString& program, const QStringList& arguments);
-    /// Ends its input and waits for its end.
+    /// Closes the process's input and waits until it exits.
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    /// What it has written since the last call, without waiting.
+    /// The output since the last call, without waiting.
     QByteArray readAvailable();
-    /// Everything until it ends its output.
+    /// All output until the process closes it.
     QByteArray readAll();
-    /// Asks it to end.
+    /// Sends SIGTERM.
     void terminate();
-    /// Waits for its end. What a shell would call its status.
+    /// Waits until the process exits. Returns the exit code, or 128 plus the signal, as a shell does.
     int wait();
 
 private:

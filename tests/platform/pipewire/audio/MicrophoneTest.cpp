@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "AudioDesktop.h"
 #include "Recording.h"
-#include "SoundDesktop.h"
 #include "platform/PlatformError.h"
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
 
@@ -15,7 +15,7 @@ class MicrophoneTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (desktopName("QUELTO_TEST_MIC").isEmpty()) {
+        if (desktopVariable("QUELTO_TEST_MIC").isEmpty()) {
             GTEST_SKIP() << "runs on the private desktop only";
         }
     }
@@ -29,29 +29,29 @@ protected:
     double amplitude(double hertz)
     {
         m_recording.clear();
-        if (!m_recording.waitForSound(0.5, 2)) {
+        if (!m_recording.waitForAudio(0.5, 2)) {
             return 0;
         }
-        const AudioBuffers samples = m_recording.samples();
-        m_channels = samples.last()->format.channels;
-        return m_channels == samples.first()->format.channels ? amplitudeOf(channelOf(samples, 0), hertz) : 0;
+        const AudioBuffers buffers = m_recording.buffers();
+        m_channels = buffers.last()->format.channels;
+        return m_channels == buffers.first()->format.channels ? amplitudeOf(channelOf(buffers, 0), hertz) : 0;
     }
-    bool hears(double hertz)
+    bool records(double hertz)
     {
-        return comesTrue([&] { return amplitude(hertz) > 0.2; });
+        return becomesTrue([&] { return amplitude(hertz) > 0.2; });
     }
 
-    /// A second microphone, with one channel, and the sink whose sound it hears.
+    /// A second microphone, with one channel, and a program that plays into it.
     struct SecondMicrophone {
         LoadedModule sink{{QStringLiteral("module-null-sink"), QStringLiteral("sink_name=test_mic_in"),
                            QStringLiteral("channel_map=mono")}};
         LoadedModule source{{QStringLiteral("module-remap-source"), QStringLiteral("master=test_mic_in.monitor"),
                              QStringLiteral("source_name=test_mic"), QStringLiteral("channel_map=mono")}};
-        OtherProgram voice{{.leftHertz = 700, .rightHertz = 700, .target = QStringLiteral("test_mic_in")}};
+        TonePlayerProcess voice{{.leftHertz = 700, .rightHertz = 700, .target = QStringLiteral("test_mic_in")}};
     };
-    OtherProgram::Sound intoDefaultMicrophone() const
+    TonePlayerProcess::Settings intoDefaultMicrophone() const
     {
-        return {.leftHertz = 440, .rightHertz = 440, .target = desktopName("QUELTO_TEST_MIC_SINK")};
+        return {.leftHertz = 440, .rightHertz = 440, .target = desktopVariable("QUELTO_TEST_MIC_SINK")};
     }
 
     std::unique_ptr<AudioServer> m_server = makePipeWireAudioServer();
@@ -60,27 +60,27 @@ protected:
     int m_channels = 0;
 };
 
-TEST_F(MicrophoneTest, HearsTheChosenDevice)
+TEST_F(MicrophoneTest, RecordsTheChosenDevice)
 {
-    const OtherProgram speaking(intoDefaultMicrophone());
-    const OtherProgram playing({.leftHertz = 900, .rightHertz = 900});
-    start(desktopName("QUELTO_TEST_MIC"));
-    EXPECT_TRUE(comesTrue([&] { return std::abs(amplitude(440) - 0.25) < 0.005; }));
-    EXPECT_LT(amplitude(900), 0.003) << "the speaker's sound";
+    const TonePlayerProcess speaking(intoDefaultMicrophone());
+    const TonePlayerProcess playing({.leftHertz = 900, .rightHertz = 900});
+    start(desktopVariable("QUELTO_TEST_MIC"));
+    EXPECT_TRUE(becomesTrue([&] { return std::abs(amplitude(440) - 0.25) < 0.005; }));
+    EXPECT_LT(amplitude(900), 0.003) << "the speaker's audio";
     EXPECT_EQ(m_channels, 2);
 }
 
 TEST_F(MicrophoneTest, FallsBackToTheDefaultDeviceAndReturnsToItsOwn)
 {
-    const OtherProgram speaking(intoDefaultMicrophone());
+    const TonePlayerProcess speaking(intoDefaultMicrophone());
     start(QStringLiteral("test_mic"));
-    EXPECT_TRUE(hears(440));
+    EXPECT_TRUE(records(440));
     {
         const SecondMicrophone microphone;
-        EXPECT_TRUE(hears(700));
-        EXPECT_EQ(m_channels, 1) << "as many as the device has";
+        EXPECT_TRUE(records(700));
+        EXPECT_EQ(m_channels, 1) << "the channels of the device";
     }
-    EXPECT_TRUE(hears(440));
+    EXPECT_TRUE(records(440));
     EXPECT_EQ(m_channels, 2);
     EXPECT_TRUE(m_recording.warnings().empty());
 }
@@ -88,62 +88,63 @@ TEST_F(MicrophoneTest, FallsBackToTheDefaultDeviceAndReturnsToItsOwn)
 TEST_F(MicrophoneTest, FollowsTheDefaultDevice)
 {
     const SecondMicrophone microphone;
-    run(QStringLiteral("pactl"), {QStringLiteral("set-default-source"), desktopName("QUELTO_TEST_MIC")});
-    const OtherProgram speaking(intoDefaultMicrophone());
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-source"), desktopVariable("QUELTO_TEST_MIC")});
+    const TonePlayerProcess speaking(intoDefaultMicrophone());
     start(QString());
-    EXPECT_TRUE(hears(440));
+    EXPECT_TRUE(records(440));
     run(QStringLiteral("pactl"), {QStringLiteral("set-default-source"), QStringLiteral("test_mic")});
-    EXPECT_TRUE(hears(700));
-    run(QStringLiteral("pactl"), {QStringLiteral("set-default-source"), desktopName("QUELTO_TEST_MIC")});
-    EXPECT_TRUE(hears(440));
+    EXPECT_TRUE(records(700));
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-source"), desktopVariable("QUELTO_TEST_MIC")});
+    EXPECT_TRUE(records(440));
 }
 
-TEST_F(MicrophoneTest, StampsLieOnTheHostClock)
+TEST_F(MicrophoneTest, TimestampsAreOnTheHostClock)
 {
-    const OtherProgram speaking(intoDefaultMicrophone());
-    start(desktopName("QUELTO_TEST_MIC"));
-    ASSERT_TRUE(m_recording.waitForSound(0.5));
+    const TonePlayerProcess speaking(intoDefaultMicrophone());
+    start(desktopVariable("QUELTO_TEST_MIC"));
+    ASSERT_TRUE(m_recording.waitForAudio(0.5));
     m_recording.clear();
     const HostTime before = HostClock::now();
-    ASSERT_TRUE(m_recording.waitForSound(2));
+    ASSERT_TRUE(m_recording.waitForAudio(2));
     const HostTime after = HostClock::now();
-    const AudioBuffers samples = m_recording.samples();
-    const double first = inSeconds(samples.first()->presentationTime - before);
-    const double last = inSeconds(samples.last()->presentationTime - after);
-    std::printf("microphone: first stamp %+.1f ms, last stamp %+.1f ms from the clock\n", first * 1000, last * 1000);
+    const AudioBuffers buffers = m_recording.buffers();
+    const double first = inSeconds(buffers.first()->presentationTime - before);
+    const double last = inSeconds(buffers.last()->presentationTime - after);
+    std::printf("microphone: timestamps: first %+.1f ms, last %+.1f ms from the host clock\n", first * 1000,
+                last * 1000);
     EXPECT_NEAR(first, 0, 0.15);
     EXPECT_NEAR(last, 0, 0.15);
 }
 
-TEST_F(MicrophoneTest, StampsABeepWithTheTimeAtWhichItIsSpoken)
+TEST_F(MicrophoneTest, TimestampIsWhenTheAudioWasSpoken)
 {
-    start(desktopName("QUELTO_TEST_MIC"));
-    OtherProgram::Sound sound = intoDefaultMicrophone();
-    sound.amplitude = 0.5;
-    sound.isBeeping = true;
-    OtherProgram speaking(sound);
-    EXPECT_TRUE(holdsUndisturbed([&] {
+    start(desktopVariable("QUELTO_TEST_MIC"));
+    TonePlayerProcess::Settings settings = intoDefaultMicrophone();
+    settings.amplitude = 0.5;
+    settings.isBeeping = true;
+    TonePlayerProcess speaking(settings);
+    EXPECT_TRUE(holdsInOneOfThree([&] {
         m_recording.clear();
-        EXPECT_TRUE(m_recording.waitForSound(5.2, 10));
-        const BeepDistances beeps = distances(beepsIn(m_recording.samples()), speaking.beeps());
+        EXPECT_TRUE(m_recording.waitForAudio(5.2, 10));
+        const BeepOffsets beeps = beepOffsets(beepsIn(m_recording.buffers()), speaking.beeps());
         std::printf("microphone: %zu beeps, mean %+.2f ms, worst %.2f ms\n", beeps.count, beeps.mean, beeps.worst);
         return beeps.count >= 4 && beeps.worst < 30;
     }));
 }
 
-TEST_F(MicrophoneTest, ComesBackAfterTheServerDied)
+TEST_F(MicrophoneTest, ResumesAfterAServerRestart)
 {
-    start(desktopName("QUELTO_TEST_MIC"));
-    ASSERT_TRUE(m_recording.waitForSound(0.2)) << "a microphone gives silence too";
-    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
+    start(desktopVariable("QUELTO_TEST_MIC"));
+    ASSERT_TRUE(m_recording.waitForAudio(0.2)) << "a microphone delivers silence too";
+    run(desktopVariable("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
     ASSERT_TRUE(m_recording.waitForWarnings(1));
     EXPECT_TRUE(m_recording.warnings().front());
-    run(desktopName("QUELTO_TEST_SOUND"), {QStringLiteral("start")});
-    EXPECT_TRUE(m_recording.waitForSound(0.05, 2));
+    run(desktopVariable("QUELTO_TEST_SOUND"), {QStringLiteral("start")});
+    EXPECT_TRUE(m_recording.waitForAudio(0.05, 2));
     EXPECT_FALSE(m_recording.warnings().back());
 }
 
-TEST_F(MicrophoneTest, ListsDevicesAndNoMonitors)
+TEST_F(MicrophoneTest, ListsDevicesWithoutMonitors)
 {
     const SecondMicrophone microphone;
     const auto ids = [&] {
@@ -154,13 +155,13 @@ TEST_F(MicrophoneTest, ListsDevicesAndNoMonitors)
         found.sort();
         return found;
     };
-    const QStringList expected = {desktopName("QUELTO_TEST_MIC"), QStringLiteral("test_mic")};
-    EXPECT_TRUE(comesTrue([&] { return ids() == expected; })) << ids().join(u' ').toStdString();
+    const QStringList expected = {desktopVariable("QUELTO_TEST_MIC"), QStringLiteral("test_mic")};
+    EXPECT_TRUE(becomesTrue([&] { return ids() == expected; })) << ids().join(u' ').toStdString();
     const auto list = m_server->microphones();
     EXPECT_TRUE(std::ranges::any_of(list, [](const auto& info) { return info.name == u"Test microphone"; }));
 }
 
-/// A folder in which no server listens.
+/// Points XDG_RUNTIME_DIR to a folder without a server.
 class NoServerTest : public testing::Test {
 protected:
     void SetUp() override { qputenv("XDG_RUNTIME_DIR", m_folder.path().toUtf8()); }
@@ -181,14 +182,14 @@ protected:
     std::unique_ptr<AudioServer> m_server = makePipeWireAudioServer();
 };
 
-TEST_F(NoServerTest, HasNoMicrophones)
+TEST_F(NoServerTest, ListsNoMicrophones)
 {
     const HostTime before = HostClock::now();
     EXPECT_TRUE(m_server->microphones().isEmpty());
     EXPECT_LT(inSeconds(HostClock::now() - before), 0.5);
 }
 
-TEST_F(NoServerTest, SaysHowToStartOne)
+TEST_F(NoServerTest, ErrorExplainsHowToStartTheServer)
 {
     const auto source = m_server->systemAudio();
     const QString message = messageOf(*source);
@@ -198,22 +199,22 @@ TEST_F(NoServerTest, SaysHowToStartOne)
     EXPECT_TRUE(messageOf(*m_server->microphone(QString())).contains(u"PipeWire"));
 }
 
-TEST_F(NoServerTest, SaysWhatIsMissingWhereTheServerHasNoDevices)
+TEST_F(NoServerTest, ErrorNamesTheMissingDevice)
 {
     ChildProcess bare(QStringLiteral("pipewire"), {});
     const auto system = m_server->systemAudio();
     const auto microphone = m_server->microphone(QStringLiteral("gone"));
     QString message;
-    EXPECT_TRUE(comesTrue([&] { return !(message = messageOf(*system)).contains(u"PipeWire"); }));
+    EXPECT_TRUE(becomesTrue([&] { return !(message = messageOf(*system)).contains(u"PipeWire"); }));
     EXPECT_TRUE(message.startsWith(u"Ses çıkışı bulunamadı.")) << message.toStdString();
     EXPECT_EQ(messageOf(*microphone), QStringLiteral("Mikrofon bulunamadı."));
     EXPECT_TRUE(m_server->microphones().isEmpty());
     bare.terminate();
 }
 
-TEST_F(NoServerTest, FindsOneThatIsStartedLater)
+TEST_F(NoServerTest, ConnectsToAServerThatStartsLater)
 {
-    if (desktopName("QUELTO_TEST_MIC").isEmpty()) {
+    if (desktopVariable("QUELTO_TEST_MIC").isEmpty()) {
         GTEST_SKIP() << "runs on the private desktop only";
     }
     const auto source = m_server->systemAudio();

@@ -9,9 +9,9 @@ namespace quelto::pipewire {
 namespace {
 
 /// Units: frames.
-constexpr std::size_t Tenth = 4800;
+constexpr std::size_t TenthOfASecond = 4800;
 
-std::chrono::duration<double> secondsLong(double seconds)
+std::chrono::duration<double> toDuration(double seconds)
 {
     return std::chrono::duration<double>(seconds);
 }
@@ -22,10 +22,10 @@ AudioSourceEvents Recording::events()
 {
     return {
         .onSample =
-            [this](AudioBufferPtr sample) {
+            [this](AudioBufferPtr buffer) {
                 const std::lock_guard guard(m_mutex);
-                m_frames += sample->frames;
-                m_samples.push_back(std::move(sample));
+                m_frames += buffer->frames;
+                m_buffers.push_back(std::move(buffer));
                 m_changed.notify_all();
             },
         .onWarning =
@@ -37,10 +37,10 @@ AudioSourceEvents Recording::events()
     };
 }
 
-AudioBuffers Recording::samples() const
+AudioBuffers Recording::buffers() const
 {
     const std::lock_guard guard(m_mutex);
-    return AudioBuffers(m_samples.begin(), m_samples.end());
+    return AudioBuffers(m_buffers.begin(), m_buffers.end());
 }
 
 std::vector<std::optional<QString>> Recording::warnings() const
@@ -52,32 +52,32 @@ std::vector<std::optional<QString>> Recording::warnings() const
 void Recording::clear()
 {
     const std::lock_guard guard(m_mutex);
-    m_samples.clear();
+    m_buffers.clear();
     m_warnings.clear();
 }
 
-bool Recording::waitForSound(double seconds, double longestSeconds)
+bool Recording::waitForAudio(double seconds, double timeoutSeconds)
 {
     std::unique_lock lock(m_mutex);
     const std::int64_t wanted = m_frames + static_cast<std::int64_t>(seconds * 48000);
-    return m_changed.wait_for(lock, secondsLong(longestSeconds), [&] { return m_frames >= wanted; });
+    return m_changed.wait_for(lock, toDuration(timeoutSeconds), [&] { return m_frames >= wanted; });
 }
 
-bool Recording::waitForWarnings(std::size_t count, double longestSeconds)
+bool Recording::waitForWarnings(std::size_t count, double timeoutSeconds)
 {
     std::unique_lock lock(m_mutex);
-    return m_changed.wait_for(lock, secondsLong(longestSeconds), [&] { return m_warnings.size() >= count; });
+    return m_changed.wait_for(lock, toDuration(timeoutSeconds), [&] { return m_warnings.size() >= count; });
 }
 
-std::vector<float> channelOf(const AudioBuffers& samples, int channel)
+std::vector<float> channelOf(const AudioBuffers& buffers, int channel)
 {
     std::vector<float> values;
-    for (const AudioBufferPtr& sample : samples) {
-        const auto stride = static_cast<std::size_t>(sample->format.channels) * sizeof(float);
-        for (int i = 0; i < sample->frames; ++i) {
+    for (const AudioBufferPtr& buffer : buffers) {
+        const auto stride = static_cast<std::size_t>(buffer->format.channels) * sizeof(float);
+        for (int i = 0; i < buffer->frames; ++i) {
             float value = 0;
             std::memcpy(&value,
-                        sample->data.data() + static_cast<std::size_t>(i) * stride +
+                        buffer->data.data() + static_cast<std::size_t>(i) * stride +
                             static_cast<std::size_t>(channel) * sizeof(float),
                         sizeof value);
             values.push_back(value);
@@ -86,51 +86,51 @@ std::vector<float> channelOf(const AudioBuffers& samples, int channel)
     return values;
 }
 
-HostTime endOf(const AudioBuffer& sample)
+HostTime endOf(const AudioBuffer& buffer)
 {
-    return sample.presentationTime + HostDuration(std::int64_t(sample.frames) * 1'000'000'000 / 48000);
+    return buffer.presentationTime + HostDuration(std::int64_t(buffer.frames) * 1'000'000'000 / 48000);
 }
 
-std::vector<HostTime> beepsIn(const AudioBuffers& samples)
+std::vector<HostTime> beepsIn(const AudioBuffers& buffers)
 {
-    std::vector<HostTime> found;
-    int quiet = 0;
-    for (const AudioBufferPtr& sample : samples) {
-        const std::vector<float> values = channelOf({sample}, 0);
+    std::vector<HostTime> starts;
+    int silentFrames = 0;
+    for (const AudioBufferPtr& buffer : buffers) {
+        const std::vector<float> values = channelOf({buffer}, 0);
         for (std::size_t i = 0; i < values.size(); ++i) {
             if (std::abs(values[i]) < 0.05F) {
-                ++quiet;
+                ++silentFrames;
                 continue;
             }
-            if (quiet > 4800) {
-                found.push_back(sample->presentationTime + HostDuration(std::int64_t(i) * 1'000'000'000 / 48000));
+            if (silentFrames > 4800) {
+                starts.push_back(buffer->presentationTime + HostDuration(std::int64_t(i) * 1'000'000'000 / 48000));
             }
-            quiet = 0;
+            silentFrames = 0;
         }
     }
-    return found;
+    return starts;
 }
 
-BeepDistances distances(const std::vector<HostTime>& heard, const std::vector<HostTime>& played)
+BeepOffsets beepOffsets(const std::vector<HostTime>& recorded, const std::vector<HostTime>& played)
 {
-    BeepDistances result = {.count = heard.size()};
-    for (const HostTime time : heard) {
+    BeepOffsets result = {.count = recorded.size()};
+    for (const HostTime time : recorded) {
         double nearest = 1000;
         for (const HostTime candidate : played) {
             const double distance = inSeconds(time - candidate) * 1000;
             nearest = std::abs(distance) < std::abs(nearest) ? distance : nearest;
         }
-        result.mean += nearest / static_cast<double>(heard.size());
+        result.mean += nearest / static_cast<double>(recorded.size());
         result.worst = std::max(result.worst, std::abs(nearest));
     }
     return result;
 }
 
-double worstStep(const AudioBuffers& samples)
+double largestTimestampError(const AudioBuffers& buffers)
 {
     double worst = 0;
-    for (qsizetype i = 1; i < samples.size(); ++i) {
-        worst = std::max(worst, std::abs(inSeconds(samples[i]->presentationTime - endOf(*samples[i - 1]))) * 1000);
+    for (qsizetype i = 1; i < buffers.size(); ++i) {
+        worst = std::max(worst, std::abs(inSeconds(buffers[i]->presentationTime - endOf(*buffers[i - 1]))) * 1000);
     }
     return worst;
 }
@@ -150,8 +150,8 @@ double amplitudeOf(std::span<const float> values, double hertz)
 double steadyAmplitudeOf(std::span<const float> values, double hertz)
 {
     std::vector<double> tenths;
-    for (; values.size() >= Tenth; values = values.subspan(Tenth)) {
-        tenths.push_back(amplitudeOf(values.first(Tenth), hertz));
+    for (; values.size() >= TenthOfASecond; values = values.subspan(TenthOfASecond)) {
+        tenths.push_back(amplitudeOf(values.first(TenthOfASecond), hertz));
     }
     if (tenths.empty()) {
         return 0;

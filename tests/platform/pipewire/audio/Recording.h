@@ -10,50 +10,51 @@
 
 namespace quelto::pipewire {
 
-/// What a source delivered, and questions about it.
+/// Records the events of an audio source.
 ///
 /// Thread: any.
 class Recording {
 public:
     AudioSourceEvents events();
 
-    AudioBuffers samples() const;
+    AudioBuffers buffers() const;
     std::vector<std::optional<QString>> warnings() const;
     void clear();
 
-    /// Whether so much sound came in time, from now on.
-    bool waitForSound(double seconds, double longestSeconds = 5);
-    bool waitForWarnings(std::size_t count, double longestSeconds = 5);
+    /// Waits until the source has delivered that much more audio. False on timeout.
+    bool waitForAudio(double seconds, double timeoutSeconds = 5);
+    bool waitForWarnings(std::size_t count, double timeoutSeconds = 5);
 
 private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::vector<AudioBufferPtr> m_samples;
+    std::vector<AudioBufferPtr> m_buffers;
     std::vector<std::optional<QString>> m_warnings;
     std::int64_t m_frames = 0;
 };
 
-/// The end of its last frame.
-HostTime endOf(const AudioBuffer& sample);
-/// The times at which the silence of at least 100 ms ends.
-std::vector<HostTime> beepsIn(const AudioBuffers& samples);
+/// The end time of the buffer's last frame.
+HostTime endOf(const AudioBuffer& buffer);
+/// The start times of all sounds that follow at least 100 ms of silence.
+std::vector<HostTime> beepsIn(const AudioBuffers& buffers);
 
-struct BeepDistances {
+struct BeepOffsets {
     std::size_t count = 0;
-    /// Units: milliseconds, positive where a beep was stamped too late.
+    /// Units: milliseconds; positive if the recorded time is too late.
     double mean = 0;
     double worst = 0;
 };
-BeepDistances distances(const std::vector<HostTime>& heard, const std::vector<HostTime>& played);
+/// Compares the recorded beeps with the times at which they were played.
+BeepOffsets beepOffsets(const std::vector<HostTime>& recorded, const std::vector<HostTime>& played);
 
-/// The greatest distance of a sample from the end of the one before it. Units: milliseconds.
-double worstStep(const AudioBuffers& samples);
+/// The largest deviation of a buffer's time from the end of the previous buffer. Units: milliseconds.
+double largestTimestampError(const AudioBuffers& buffers);
 
-/// One channel of the samples, without regard to gaps.
-std::vector<float> channelOf(const AudioBuffers& samples, int channel);
-/// The amplitude of a tone, as its sine has it.
+/// One channel of the buffers, with gaps removed.
+std::vector<float> channelOf(const AudioBuffers& buffers, int channel);
+/// The amplitude of a sine tone in the values.
 double amplitudeOf(std::span<const float> values, double hertz);
-/// The median of its tenths of a second: a cycle that a busy machine loses makes the sine jump in one of them.
+/// The median of the amplitudes over tenths of a second: a lost cycle on a busy machine disturbs only one of them.
 double steadyAmplitudeOf(std::span<const float> values, double hertz);
 
 } // namespace quelto::pipewire

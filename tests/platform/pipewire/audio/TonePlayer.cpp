@@ -30,7 +30,7 @@ struct TonePlayer::State {
             return 0;
         }
         const double phase = 2 * std::numbers::pi * hertz * static_cast<double>(position % Rate) / Rate;
-        // A beep begins with its full level, so that its beginning can be found to the frame.
+        // A beep starts at its full level, so that its start can be found exactly.
         return static_cast<float>(tone.isBeeping ? std::cos(phase) : std::sin(phase)) * tone.amplitude;
     }
 
@@ -75,13 +75,13 @@ struct TonePlayer::State {
                               "tone-player", "state.restore-target", "false", nullptr);
         if (!tone.target.isEmpty()) {
             pw_properties_set(properties, PW_KEY_TARGET_OBJECT, tone.target.toUtf8().constData());
-            // Else the session takes a device that is the default one for no choice at all.
+            // Otherwise the session manager treats a target that is the default device as no choice.
             pw_properties_set(properties, PW_KEY_NODE_DONT_RECONNECT, "true");
         }
         stream.reset(
             pw_stream_new_simple(pw_thread_loop_get_loop(loop.get()), "tone-player", properties, &events, this));
         if (!stream) {
-            throw std::runtime_error("no sound server for the tone player");
+            throw std::runtime_error("the tone player found no sound server");
         }
         spa_audio_info_raw format = {};
         format.format = SPA_AUDIO_FORMAT_F32;
@@ -117,7 +117,7 @@ TonePlayer::TonePlayer(const Tone& tone, std::function<void(HostTime)> onBeep)
 TonePlayer::~TonePlayer()
 {
     pw_thread_loop_lock(m_state->loop.get());
-    // The real-time thread still looks at the pointer until the stream is gone.
+    // The real-time thread uses the pointer until the stream is destroyed, so it must not be reset before.
     pw_stream_destroy(m_state->stream.get());
     pw_thread_loop_unlock(m_state->loop.get());
     pw_thread_loop_stop(m_state->loop.get());

@@ -14,16 +14,16 @@ struct Tone {
     double leftHertz = 440;
     double rightHertz = 440;
     float amplitude = 0.25F;
-    /// A node's name, to which the player then keeps; empty for the default output, whatever that is.
+    /// The name of the node to play to, without fallback. Empty for the default output.
     QString target;
-    /// The tone sounds for 50 ms at the beginning of each second that the player plays, and onBeep tells when.
+    /// Plays the tone only in the first 50 ms of each second, and reports it to onBeep.
     bool isBeeping = false;
 };
 
 /// Plays a tone through PipeWire until it is destroyed.
 class TonePlayer {
 public:
-    /// onBeep: when the first frame of a beep enters the graph; on the real-time thread.
+    /// onBeep receives the time at which the first frame of a beep enters the graph, on the real-time thread.
     explicit TonePlayer(const Tone& tone, std::function<void(HostTime)> onBeep = {});
     ~TonePlayer();
     TonePlayer(const TonePlayer&) = delete;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Another program that plays: tone_player LEFT_HERTZ RIGHT_HERTZ AMPLITUDE [beep|steady [TARGET]]
-// Prints the time of each beep in nanoseconds, and ends when its input does.
+// Plays a tone, as a program other than the test: tone_player LEFT_HERTZ RIGHT_HERTZ AMPLITUDE [beep|steady [TARGET]]
+// Prints the time of each beep in nanoseconds. Exits when its input is closed.
 #include "TonePlayer.h"
 
 #include <cstdio>

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/pipewire/audio/SampleAssembler.h"
+#include "platform/pipewire/audio/AudioBufferAssembler.h"
 
 namespace quelto::pipewire {
 
-SampleAssembler::SampleAssembler(int sampleRate, std::function<void(AudioBufferPtr)> onSample)
+AudioBufferAssembler::AudioBufferAssembler(int sampleRate, std::function<void(AudioBufferPtr)> onBuffer)
     : m_sampleRate(sampleRate)
-    , m_onSample(std::move(onSample))
-    , m_aligner(sampleRate)
+    , m_onBuffer(std::move(onBuffer))
+    , m_smoother(sampleRate)
 {
 }
 
-void SampleAssembler::add(const BlockRing::Block& block, std::span<const float> values)
+void AudioBufferAssembler::add(const AudioRing::Block& block, std::span<const float> values)
 {
-    const auto placement = m_aligner.place(block.time, block.frames);
+    const auto placement = m_smoother.place(block.time, block.frames);
     if (!placement) {
         return;
     }
@@ -31,20 +31,20 @@ void SampleAssembler::add(const BlockRing::Block& block, std::span<const float> 
     }
 }
 
-void SampleAssembler::flush()
+void AudioBufferAssembler::flush()
 {
     if (m_values.empty()) {
         return;
     }
     const auto bytes = std::as_bytes(std::span(m_values));
-    auto sample = std::make_shared<AudioBuffer>(AudioBuffer{
+    auto buffer = std::make_shared<AudioBuffer>(AudioBuffer{
         .presentationTime = m_time,
         .format = {.sampleRate = m_sampleRate, .channels = m_channels},
         .frames = static_cast<int>(m_values.size()) / m_channels,
         .data = std::vector<std::byte>(bytes.begin(), bytes.end()),
     });
     m_values.clear();
-    m_onSample(std::move(sample));
+    m_onBuffer(std::move(buffer));
 }
 
 } // namespace quelto::pipewire

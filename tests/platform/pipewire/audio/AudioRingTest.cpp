@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/pipewire/audio/BlockRing.h"
+#include "platform/pipewire/audio/AudioRing.h"
 
 #include <gmock/gmock.h>
 
@@ -10,16 +10,21 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(BlockRing, GivesNothingWhileEmpty)
+constexpr std::uint32_t BlockBytes = sizeof(AudioRing::Block);
+constexpr std::uint32_t ValueBytes = sizeof(float);
+
+TEST(AudioRing, IsEmptyAtFirst)
 {
-    BlockRing ring(16, 4);
+    AudioRing ring(64);
     std::vector<float> values;
     EXPECT_FALSE(ring.tryRead(values));
 }
 
-TEST(BlockRing, KeepsValuesThatWrapAroundItsEnd)
+TEST(AudioRing, KeepsValuesThatWrapAroundItsEnd)
 {
-    BlockRing ring(8, 4);
+    // The second block's values lie across the end.
+    static_assert(2 * BlockBytes + 6 * ValueBytes < 64 && 2 * BlockBytes + 12 * ValueBytes > 64);
+    AudioRing ring(64);
     const std::array<float, 6> first = {1, 2, 3, 4, 5, 6};
     const std::array<float, 6> second = {7, 8, 9, 10, 11, 12};
     std::vector<float> values;
@@ -34,14 +39,15 @@ TEST(BlockRing, KeepsValuesThatWrapAroundItsEnd)
     EXPECT_THAT(values, ElementsAre(7, 8, 9, 10, 11, 12));
 }
 
-TEST(BlockRing, CountsAndDropsWhatFindsNoRoom)
+TEST(AudioRing, DropsAndCountsBlocksThatDoNotFit)
 {
-    BlockRing ring(8, 2);
+    static_assert(2 * BlockBytes + 8 * ValueBytes == 64);
+    AudioRing ring(64);
     const std::array<float, 8> values = {1, 2, 3, 4, 5, 6, 7, 8};
     EXPECT_TRUE(ring.tryWrite({.frames = 3, .channels = 2}, values.data()));
-    EXPECT_FALSE(ring.tryWrite({.frames = 2, .channels = 2}, values.data())) << "no room for values";
+    EXPECT_FALSE(ring.tryWrite({.frames = 2, .channels = 2}, values.data())) << "no room for its values";
     EXPECT_TRUE(ring.tryWrite({.frames = 1, .channels = 2}, values.data()));
-    EXPECT_FALSE(ring.tryWrite({.frames = 0, .channels = 2}, values.data())) << "no room for blocks";
+    EXPECT_FALSE(ring.tryWrite({.frames = 0, .channels = 2}, values.data())) << "no room for the block itself";
     EXPECT_EQ(ring.droppedBlocks(), 2u);
     std::vector<float> read;
     ASSERT_TRUE(ring.tryRead(read));
@@ -51,9 +57,9 @@ TEST(BlockRing, CountsAndDropsWhatFindsNoRoom)
     EXPECT_FALSE(ring.tryRead(read));
 }
 
-TEST(BlockRing, CarriesEveryBlockBetweenTwoThreads)
+TEST(AudioRing, CarriesEveryBlockBetweenTwoThreads)
 {
-    BlockRing ring(1000, 16);
+    AudioRing ring(4096);
     constexpr int Blocks = 20000;
     std::thread writer([&] {
         std::vector<float> values;
@@ -69,7 +75,7 @@ TEST(BlockRing, CarriesEveryBlockBetweenTwoThreads)
     std::vector<float> values;
     bool isWhole = true;
     for (int i = 0; i < Blocks; ++i) {
-        std::optional<BlockRing::Block> block;
+        std::optional<AudioRing::Block> block;
         while (!(block = ring.tryRead(values))) {
             std::this_thread::yield();
         }

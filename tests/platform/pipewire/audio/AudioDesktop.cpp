@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "SoundDesktop.h"
+#include "AudioDesktop.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -19,15 +19,15 @@ QString run(const QString& program, const QStringList& arguments)
     return QString::fromUtf8(output).trimmed();
 }
 
-QString desktopName(const char* variable)
+QString desktopVariable(const char* variable)
 {
     return QString::fromUtf8(qgetenv(variable));
 }
 
-bool comesTrue(const std::function<bool()>& claim, double longestSeconds)
+bool becomesTrue(const std::function<bool()>& condition, double timeoutSeconds)
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(longestSeconds);
-    while (!claim()) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
+    while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline) {
             return false;
         }
@@ -36,17 +36,17 @@ bool comesTrue(const std::function<bool()>& claim, double longestSeconds)
     return true;
 }
 
-bool holdsUndisturbed(const std::function<bool()>& claimOnARecording)
+bool holdsInOneOfThree(const std::function<bool()>& recordAndCheck)
 {
     for (int i = 0; i < 3; ++i) {
-        if (claimOnARecording()) {
+        if (recordAndCheck()) {
             return true;
         }
     }
     return false;
 }
 
-QString onlyStream()
+QString playingNode()
 {
     const QByteArray text =
         run(QStringLiteral("pactl"),
@@ -90,14 +90,15 @@ void GraphSetting::set(int value)
         {QStringLiteral("-n"), QStringLiteral("settings"), QStringLiteral("0"), m_name, QString::number(value)});
 }
 
-OtherProgram::OtherProgram(const Sound& sound)
+TonePlayerProcess::TonePlayerProcess(const Settings& settings)
     : m_process(QStringLiteral(TONE_PLAYER),
-                {QString::number(sound.leftHertz), QString::number(sound.rightHertz), QString::number(sound.amplitude),
-                 sound.isBeeping ? QStringLiteral("beep") : QStringLiteral("steady"), sound.target})
+                {QString::number(settings.leftHertz), QString::number(settings.rightHertz),
+                 QString::number(settings.amplitude),
+                 settings.isBeeping ? QStringLiteral("beep") : QStringLiteral("steady"), settings.target})
 {
 }
 
-std::vector<HostTime> OtherProgram::beeps()
+std::vector<HostTime> TonePlayerProcess::beeps()
 {
     m_unread += m_process.readAvailable();
     for (qsizetype end = 0; (end = m_unread.indexOf('\n')) >= 0; m_unread.remove(0, end + 1)) {

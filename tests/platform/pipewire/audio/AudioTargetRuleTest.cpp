@@ -11,7 +11,7 @@ namespace {
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-/// A graph built by hand, with ids given out one after the other.
+/// Builds a graph with consecutive ids.
 class GraphTest : public testing::Test {
 protected:
     GraphTest()
@@ -22,36 +22,36 @@ protected:
 
     ObjectId client(std::optional<std::uint32_t> process, std::optional<std::uint32_t> socketProcess = {})
     {
-        m_graph.clients[++m_last] = {.processId = process, .socketProcessId = socketProcess, .isComplete = true};
-        return m_last;
+        m_graph.clients[++m_lastId] = {.processId = process, .socketProcessId = socketProcess, .isComplete = true};
+        return m_lastId;
     }
     ObjectId node(const QString& name, const QString& mediaClass, std::optional<ObjectId> owner = {})
     {
-        m_graph.nodes[++m_last] = {.name = name, .description = {}, .mediaClass = mediaClass, .client = owner};
-        return m_last;
+        m_graph.nodes[++m_lastId] = {.name = name, .description = {}, .mediaClass = mediaClass, .client = owner};
+        return m_lastId;
     }
     ObjectId port(ObjectId owner, PortDirection direction, const QString& channel)
     {
         const auto index = static_cast<std::uint32_t>(m_graph.portsOf(owner, direction).size());
-        m_graph.ports[++m_last] = {.node = owner, .direction = direction, .channel = channel, .index = index};
-        return m_last;
+        m_graph.ports[++m_lastId] = {.node = owner, .direction = direction, .channel = channel, .index = index};
+        return m_lastId;
     }
     std::vector<ObjectId> ports(ObjectId owner, PortDirection direction, const QStringList& channels)
     {
-        std::vector<ObjectId> made;
+        std::vector<ObjectId> added;
         for (const QString& channel : channels) {
-            made.push_back(port(owner, direction, channel));
+            added.push_back(port(owner, direction, channel));
         }
-        return made;
+        return added;
     }
     ObjectId link(ObjectId output, ObjectId input)
     {
-        m_graph.links[++m_last] = {output, input};
-        return m_last;
+        m_graph.links[++m_lastId] = {output, input};
+        return m_lastId;
     }
 
     Graph m_graph;
-    ObjectId m_last = 10;
+    ObjectId m_lastId = 10;
 };
 
 const QStringList Stereo = {QStringLiteral("FL"), QStringLiteral("FR")};
@@ -67,7 +67,7 @@ protected:
         m_inputs = ports(m_capture, PortDirection::input, Stereo);
     }
 
-    /// A stereo program that plays to the speaker, given by its client.
+    /// Adds a client's stereo stream that plays to the speaker. Returns its output ports.
     std::vector<ObjectId> program(std::optional<ObjectId> owner)
     {
         const ObjectId stream = node(QStringLiteral("program"), QStringLiteral("Stream/Output/Audio"), owner);
@@ -85,7 +85,7 @@ protected:
     std::vector<ObjectId> m_inputs;
 };
 
-TEST_F(SystemAudioRuleTest, MirrorsThePlayersOfTheDefaultOutput)
+TEST_F(SystemAudioRuleTest, RecordsAllStreamsOfTheDefaultOutput)
 {
     const auto first = program(client(200));
     const auto second = program(client(201));
@@ -94,7 +94,7 @@ TEST_F(SystemAudioRuleTest, MirrorsThePlayersOfTheDefaultOutput)
                                      LinkEnds{second[0], m_inputs[0]}, LinkEnds{second[1], m_inputs[1]}));
 }
 
-TEST_F(SystemAudioRuleTest, IsNotDisturbedByItsOwnLinks)
+TEST_F(SystemAudioRuleTest, IgnoresItsOwnLinks)
 {
     program(client(200));
     const LinkPlan before = plan();
@@ -104,19 +104,19 @@ TEST_F(SystemAudioRuleTest, IsNotDisturbedByItsOwnLinks)
     EXPECT_EQ(plan(), before);
 }
 
-TEST_F(SystemAudioRuleTest, LeavesOutThisProgramBehindThePulseAudioProtocol)
+TEST_F(SystemAudioRuleTest, ExcludesThisProgramBehindThePulseAudioProtocol)
 {
     program(client(100, 555));
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST_F(SystemAudioRuleTest, LeavesOutThisProgramInsideASandbox)
+TEST_F(SystemAudioRuleTest, ExcludesThisProgramInsideASandbox)
 {
     program(client(3, 900));
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST_F(SystemAudioRuleTest, WaitsUntilItKnowsWhoseSoundItIs)
+TEST_F(SystemAudioRuleTest, ExcludesStreamsOfUnknownOwner)
 {
     const ObjectId owner = client(200);
     m_graph.clients[owner].isComplete = false;
@@ -126,13 +126,13 @@ TEST_F(SystemAudioRuleTest, WaitsUntilItKnowsWhoseSoundItIs)
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST_F(SystemAudioRuleTest, TakesNodesThatTheServerMadeItself)
+TEST_F(SystemAudioRuleTest, RecordsNodesThatTheServerCreated)
 {
     program(std::nullopt);
     EXPECT_EQ(plan().size(), 2u);
 }
 
-TEST_F(SystemAudioRuleTest, RecordsAnEffectsChainOnce)
+TEST_F(SystemAudioRuleTest, RecordsAnEffectChainOnce)
 {
     const auto game = program(client(200));
     const ObjectId hardware = node(QStringLiteral("hardware"), QStringLiteral("Audio/Sink"));
@@ -154,10 +154,10 @@ TEST_F(SystemAudioRuleTest, FollowsTheDefaultOutput)
     link(voice[0], headset[0]);
     m_graph.defaultSink = QStringLiteral("headset");
     EXPECT_THAT(plan(), UnorderedElementsAre(LinkEnds{voice[0], m_inputs[0]}, LinkEnds{voice[0], m_inputs[1]}));
-    EXPECT_EQ(m_rule.heardThrough(m_graph), other);
+    EXPECT_EQ(m_rule.playbackDevice(m_graph), other);
 }
 
-TEST_F(SystemAudioRuleTest, FoldsSixChannelsIntoTwo)
+TEST_F(SystemAudioRuleTest, DownmixesSixChannelsToStereo)
 {
     const ObjectId surround = node(QStringLiteral("surround"), QStringLiteral("Audio/Sink"));
     const QStringList channels = {QStringLiteral("FL"),  QStringLiteral("FR"), QStringLiteral("FC"),
@@ -175,7 +175,7 @@ TEST_F(SystemAudioRuleTest, FoldsSixChannelsIntoTwo)
                                      LinkEnds{outputs[4], m_inputs[0]}, LinkEnds{outputs[5], m_inputs[1]}));
 }
 
-TEST_F(SystemAudioRuleTest, HasNothingToCaptureWithoutADefaultOutput)
+TEST_F(SystemAudioRuleTest, NoChannelsWithoutADefaultOutput)
 {
     program(client(200));
     EXPECT_EQ(m_rule.channels(m_graph), 2);
@@ -184,14 +184,14 @@ TEST_F(SystemAudioRuleTest, HasNothingToCaptureWithoutADefaultOutput)
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST_F(SystemAudioRuleTest, WaitsForThePortsOfItsNode)
+TEST_F(SystemAudioRuleTest, NoLinksUntilTheCaptureNodeHasItsPorts)
 {
     program(client(200));
     m_graph.ports.erase(m_inputs[1]);
     EXPECT_THAT(plan(), IsEmpty());
 }
 
-TEST(ChannelDownmix, KnowsTheSideOfEachSpeaker)
+TEST(ChannelDownmix, MapsEveryChannelToItsSides)
 {
     constexpr ChannelDownmix Left = {.left = true};
     constexpr ChannelDownmix Right = {.right = true};
@@ -211,22 +211,22 @@ protected:
     ObjectId device(const QString& name, const QStringList& channels,
                     const QString& mediaClass = QStringLiteral("Audio/Source"))
     {
-        const ObjectId made = node(name, mediaClass);
-        ports(made, PortDirection::output, channels);
-        return made;
+        const ObjectId added = node(name, mediaClass);
+        ports(added, PortDirection::output, channels);
+        return added;
     }
     ObjectId capture(const QStringList& channels)
     {
-        const ObjectId made =
+        const ObjectId added =
             node(QStringLiteral("quelto-microphone"), QStringLiteral("Stream/Input/Audio"), client(100));
-        ports(made, PortDirection::input, channels);
-        return made;
+        ports(added, PortDirection::input, channels);
+        return added;
     }
 };
 
 const QStringList Mono = {QStringLiteral("MONO")};
 
-TEST_F(MicrophoneRuleTest, TakesTheDeviceOfItsId)
+TEST_F(MicrophoneRuleTest, RecordsTheDeviceWithTheId)
 {
     device(QStringLiteral("built-in"), Stereo);
     const ObjectId headset = device(QStringLiteral("headset"), Mono);
@@ -241,7 +241,7 @@ TEST_F(MicrophoneRuleTest, FallsBackToTheDefaultDeviceAndReturns)
     const MicrophoneRule rule(QStringLiteral("headset"));
     EXPECT_EQ(rule.device(m_graph), builtIn);
     const ObjectId headset = node(QStringLiteral("headset"), QStringLiteral("Audio/Source"));
-    EXPECT_EQ(rule.device(m_graph), builtIn) << "its ports are not there yet";
+    EXPECT_EQ(rule.device(m_graph), builtIn) << "its ports do not exist yet";
     ports(headset, PortDirection::output, Mono);
     EXPECT_EQ(rule.device(m_graph), headset);
 }
@@ -258,7 +258,7 @@ TEST_F(MicrophoneRuleTest, FollowsTheDefaultDeviceWithoutAnId)
     EXPECT_EQ(rule.device(m_graph), second);
 }
 
-TEST_F(MicrophoneRuleTest, TakesTheMonitorOfAnOutputOnlyWhenChosen)
+TEST_F(MicrophoneRuleTest, RecordsAMonitorOnlyIfChosen)
 {
     const ObjectId speaker = device(QStringLiteral("speaker"), Stereo, QStringLiteral("Audio/Sink"));
     m_graph.defaultSource = QStringLiteral("speaker");
@@ -267,13 +267,13 @@ TEST_F(MicrophoneRuleTest, TakesTheMonitorOfAnOutputOnlyWhenChosen)
     EXPECT_EQ(MicrophoneRule(QStringLiteral("speaker")).device(m_graph), speaker);
 }
 
-TEST_F(MicrophoneRuleTest, IgnoresAnIdThatIsNoDevice)
+TEST_F(MicrophoneRuleTest, IgnoresAnIdThatIsNotADevice)
 {
     device(QStringLiteral("player"), Stereo, QStringLiteral("Stream/Output/Audio"));
     EXPECT_EQ(MicrophoneRule(QStringLiteral("player")).device(m_graph), std::nullopt);
 }
 
-TEST_F(MicrophoneRuleTest, RecordsAMonoDeviceInOneChannel)
+TEST_F(MicrophoneRuleTest, RecordsAMonoDeviceInMono)
 {
     const ObjectId microphone = device(QStringLiteral("mic"), Mono);
     const MicrophoneRule rule(QStringLiteral("mic"));
@@ -284,7 +284,7 @@ TEST_F(MicrophoneRuleTest, RecordsAMonoDeviceInOneChannel)
                                               m_graph.portsOf(node, PortDirection::input)[0]}));
 }
 
-TEST_F(MicrophoneRuleTest, RecordsTheFirstTwoChannelsOfAnInterface)
+TEST_F(MicrophoneRuleTest, RecordsTheFirstTwoChannelsOfAnAudioInterface)
 {
     const ObjectId interface =
         device(QStringLiteral("mic"), {QStringLiteral("AUX0"), QStringLiteral("AUX1"), QStringLiteral("AUX2")});
@@ -297,7 +297,7 @@ TEST_F(MicrophoneRuleTest, RecordsTheFirstTwoChannelsOfAnInterface)
                 UnorderedElementsAre(LinkEnds{outputs[0], inputs[0]}, LinkEnds{outputs[1], inputs[1]}));
 }
 
-TEST_F(MicrophoneRuleTest, PutsSidesWhereTheyBelong)
+TEST_F(MicrophoneRuleTest, LinksLeftAndRightByChannelName)
 {
     const ObjectId microphone =
         device(QStringLiteral("mic"), {QStringLiteral("FR"), QStringLiteral("FC"), QStringLiteral("FL")});
@@ -308,13 +308,13 @@ TEST_F(MicrophoneRuleTest, PutsSidesWhereTheyBelong)
                 UnorderedElementsAre(LinkEnds{outputs[2], inputs[0]}, LinkEnds{outputs[0], inputs[1]}));
 }
 
-TEST_F(MicrophoneRuleTest, WaitsForACaptureWithTheRightChannels)
+TEST_F(MicrophoneRuleTest, NoLinksIfTheChannelCountsDiffer)
 {
     device(QStringLiteral("mic"), Mono);
     EXPECT_THAT(MicrophoneRule(QStringLiteral("mic")).links(m_graph, capture(Stereo)), IsEmpty());
 }
 
-TEST_F(MicrophoneRuleTest, ListsDevicesWithoutMonitorsAndWithoutOurs)
+TEST_F(MicrophoneRuleTest, ListExcludesMonitorsAndOwnNodes)
 {
     const ObjectId headset = device(QStringLiteral("headset"), Mono);
     m_graph.nodes[headset].description = QStringLiteral("A headset");

@@ -9,23 +9,23 @@
 
 namespace quelto::pipewire {
 
-/// The text of a command that must succeed.
+/// Runs a command that must succeed and returns its output.
 QString run(const QString& program, const QStringList& arguments);
-/// What the private desktop calls its devices.
-QString desktopName(const char* variable);
-/// Whether a claim comes true in time.
-bool comesTrue(const std::function<bool()>& claim, double longestSeconds = 5);
-/// Whether a claim on every beep or cycle of a recording holds in one of three: a busy machine loses a cycle now and
-/// then, and so shifts what is played in it.
-bool holdsUndisturbed(const std::function<bool()>& claimOnARecording);
+/// The value of a variable that tools/private-desktop sets.
+QString desktopVariable(const char* variable);
+/// Polls until the condition holds. False on timeout.
+bool becomesTrue(const std::function<bool()>& condition, double timeoutSeconds = 5);
+/// Whether a condition holds in one of three recordings. A busy machine occasionally loses a cycle, which shifts the
+/// audio in it.
+bool holdsInOneOfThree(const std::function<bool()>& recordAndCheck);
 
-/// The node of the one program that plays.
-QString onlyStream();
-/// Sends what a node plays to another output. Not by pactl: its server confirms before the request is on its way, and
-/// forgets it when pactl leaves in that moment.
+/// The id of the only node that plays audio.
+QString playingNode();
+/// Moves a playing node to another output. Not with pactl: its server confirms the request before it is sent, and loses
+/// it if pactl exits at that moment.
 void moveStream(const QString& node, const QString& sink);
 
-/// A module of the PulseAudio server, here for adding devices.
+/// Loads a module of the PulseAudio server, for instance to add a device, and unloads it when it is destroyed.
 class LoadedModule {
 public:
     explicit LoadedModule(const QStringList& arguments);
@@ -37,7 +37,7 @@ private:
     QString m_index;
 };
 
-/// A setting of the server's graph, such as "clock.force-quantum", for the time being.
+/// Changes a setting of the server's graph, such as "clock.force-quantum", until it is destroyed.
 class GraphSetting {
 public:
     GraphSetting(const QString& name, int value);
@@ -51,10 +51,10 @@ private:
     QString m_name;
 };
 
-/// A tone from another process.
-class OtherProgram {
+/// Another program that plays a tone.
+class TonePlayerProcess {
 public:
-    struct Sound {
+    struct Settings {
         double leftHertz = 440;
         double rightHertz = 440;
         double amplitude = 0.25;
@@ -62,9 +62,9 @@ public:
         QString target;
     };
 
-    explicit OtherProgram(const Sound& sound);
+    explicit TonePlayerProcess(const Settings& settings);
 
-    /// When its beeps entered the graph, so far.
+    /// The times at which the beeps so far entered the graph.
     std::vector<HostTime> beeps();
 
 private:

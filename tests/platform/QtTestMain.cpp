@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Runs GoogleTest inside a Qt application: with a GUI for test programs that link Qt Gui, else without.
+#ifdef QT_GUI_LIB
+#include <QGuiApplication>
+using Application = QGuiApplication;
+#else
+#include <QCoreApplication>
+using Application = QCoreApplication;
+#endif
+
+#include <gtest/gtest.h>
+
+int main(int argumentCount, char** arguments)
+{
+    testing::InitGoogleTest(&argumentCount, arguments);
+    const Application application(argumentCount, arguments);
+    return RUN_ALL_TESTS();
+}
