@@ -4,6 +4,7 @@
 #include "base/language/T.h"
 #include "capture/clip/RecorderError.h"
 #include "library/naming/ClipMeta.h"
+#include "library/naming/ClipName.h"
 #include "media/mux/MediaDuration.h"
 
 #include <QPointer>
@@ -61,10 +62,9 @@ void SaveScheduler::saveAutoClip(const Moment& moment, const QString& game)
     if (m_waiting + m_pending.size() >= MostWaitingMoments) {
         return;
     }
-    const auto suffix = QStringLiteral("[%1 %2] ").arg(tagOf(moment.tier)).arg(moment.score) + moment.label;
     dispatch({.seconds = std::min(m_dependencies.settings.bufferSeconds(), moment.seconds),
               .game = game,
-              .suffix = suffix,
+              .suffix = momentSuffix(moment.tier, moment.score, moment.label),
               .moment = moment},
              m_dependencies.clock());
 }

@@ -3,6 +3,7 @@
 
 #include "base/files/RenameToFreeName.h"
 #include "library/naming/ClipMeta.h"
+#include "library/naming/ClipName.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -19,14 +20,6 @@ namespace quelto {
 namespace {
 
 constexpr std::chrono::milliseconds QuietTime{400};
-
-/// The title as a part of a file's name; nothing if none is left of it.
-std::optional<QString> titleForName(const QString& text)
-{
-    auto title = text.trimmed();
-    title.replace(u'/', u'-').replace(u':', u'-');
-    return title.isEmpty() || title.contains(QChar(u'\0')) ? std::nullopt : std::optional(title);
-}
 
 /// The sidecar's name is the longer one; a clip must not lose its markers to its own title.
 bool isTooLongForSidecar(const QString& oldPath, const QString& newPath)
@@ -214,12 +207,12 @@ void ClipLibrary::scheduleReload()
 
 std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
 {
-    const auto fit = titleForName(title);
-    if (!fit) {
+    const QFileInfo file(clip.path);
+    const auto name = renamedClipFileName(clip.game, title, file.suffix());
+    if (!name) {
         return std::nullopt;
     }
-    const QFileInfo file(clip.path);
-    const auto path = QStringLiteral("%1/%2 - %3.%4").arg(file.path(), clip.game, *fit, file.suffix());
+    const auto path = file.path() + u'/' + *name;
     if (isTooLongForSidecar(clip.path, path) ||
         renameToFreeName(AT_FDCWD, QFile::encodeName(clip.path).constData(), QFile::encodeName(path).constData()) !=
             0) {

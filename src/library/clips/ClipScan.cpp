@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/ClipScan.h"
 
+#include "library/naming/ClipName.h"
+
 #include <QFile>
 #include <QHash>
 
-#include <array>
 #include <cerrno>
 #include <memory>
 
@@ -15,8 +16,6 @@
 namespace quelto {
 
 namespace {
-
-constexpr std::array<QByteArrayView, 3> VideoExtensions{"mp4", "mov", "m4v"};
 
 struct CloseFolder {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
@@ -44,7 +43,7 @@ struct Entry {
 
 std::optional<Entry> entryOf(int folder, const QString& prefix, const dirent& listed)
 {
-    if (!isClipName(listed.d_name)) {
+    if (!isClipFileName(listed.d_name)) {
         return std::nullopt;
     }
     const auto facts = factsOf(folder, listed.d_name);
@@ -89,18 +88,6 @@ private:
 };
 
 } // namespace
-
-bool isClipName(QByteArrayView fileName) noexcept
-{
-    const auto dot = fileName.lastIndexOf('.');
-    if (dot <= 0 || fileName.front() == '.') {
-        return false;
-    }
-    const auto extension = fileName.sliced(dot + 1);
-    return std::ranges::any_of(VideoExtensions, [extension](QByteArrayView each) {
-        return each.compare(extension, Qt::CaseInsensitive) == 0;
-    });
-}
 
 ClipList clipsIn(const QString& folder, const ClipList& known)
 {

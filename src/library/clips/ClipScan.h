@@ -3,14 +3,9 @@
 
 #include "library/naming/Clip.h"
 
-#include <QByteArrayView>
 #include <QList>
 
 namespace quelto {
-
-/// Whether a file of that name, in the file system's encoding, is taken for a clip: a video by its extension, whatever
-/// its case, and not hidden.
-bool isClipName(QByteArrayView fileName) noexcept;
 
 /// Clips, newest first.
 struct ClipList {

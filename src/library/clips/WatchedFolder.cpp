@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/WatchedFolder.h"
 
-#include "library/clips/ClipScan.h"
+#include "library/naming/ClipName.h"
 
 #include <QFile>
 
@@ -134,7 +134,7 @@ void WatchedFolder::add(const inotify_event& event, FolderChanges& news) const
     } else if (name.isEmpty()) {
         // Of the folder itself: who may look into it.
         news.hasNewEntries |= (event.mask & IN_ATTRIB) != 0;
-    } else if (isClipName(name)) {
+    } else if (isClipFileName(name)) {
         news.hasNewEntries |= (event.mask & Entries) != 0;
         news.hasNewContents |= (event.mask & Contents) != 0;
     }

@@ -16,7 +16,7 @@ struct Clip {
     /// Never fails: a name without " - " belongs to the game "Other" and is a title as a whole.
     explicit Clip(const QString& path);
     /// The same of a file that was looked at already.
-    Clip(const QString& path, const std::optional<FileStat>& facts);
+    Clip(const QString& path, const std::optional<FileStat>& stat);
 
     QString path;
     QString game;

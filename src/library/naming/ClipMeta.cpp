@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipMeta.h"
 
+#include "library/naming/ClipName.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -80,7 +82,7 @@ ClipMeta ClipMeta::of(const Moment& moment, double duration)
 QString ClipMeta::pathFor(const QString& clipPath)
 {
     const QFileInfo clip(clipPath);
-    return clip.path() + QStringLiteral("/.") + clip.fileName() + QStringLiteral(".json");
+    return clip.path() + u'/' + sidecarFileName(clip.fileName());
 }
 
 std::optional<ClipMeta> ClipMeta::load(const QString& clipPath)

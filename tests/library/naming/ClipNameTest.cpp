@@ -82,5 +82,50 @@ TEST(ClipName, KeepsTheTierWhenItShortensALabel)
     EXPECT_TRUE(name.startsWith(QStringLiteral("World of Warcraft - 2026-03-01 20.15.07 [EFSANE 95] Ж")));
 }
 
+TEST(ClipName, MomentSuffixHasTierScoreAndLabel)
+{
+    EXPECT_EQ(momentSuffix(ClipTier::epic, 170, QStringLiteral("PENTAKILL %1")),
+              QStringLiteral("[EFSANE 170] PENTAKILL %1"));
+    EXPECT_EQ(momentSuffix(ClipTier::basic, -5, QStringLiteral("x")), QStringLiteral("[BASIT -5] x"));
+}
+
+TEST(ClipName, ParsesWhatItComposes)
+{
+    const auto label = QStringLiteral("Penta Kill (Ahri)");
+    const auto name = clipFileName({.game = QStringLiteral("League of Legends"),
+                                    .date = Evening,
+                                    .suffix = momentSuffix(ClipTier::medium, 45, label)},
+                                   2);
+    const auto parsed = parseClipFileName(name);
+    EXPECT_EQ(parsed.game, QStringLiteral("League of Legends"));
+    EXPECT_EQ(parsed.title, QStringLiteral("2026-03-01 20.15.07 (2) [ORTA 45] Penta Kill (Ahri)"));
+    EXPECT_GT(dateLength(parsed.title), 0);
+    ASSERT_TRUE(parsed.moment);
+    EXPECT_EQ(parsed.moment->tier, ClipTier::medium);
+    EXPECT_EQ(parsed.moment->score, 45);
+    EXPECT_EQ(parsed.moment->label, label);
+}
+
+TEST(ClipName, NameWithoutSeparatorIsATitleWithoutGame)
+{
+    EXPECT_EQ(parseClipFileName(u"holiday.video.mp4").game, std::nullopt);
+    EXPECT_EQ(parseClipFileName(u"holiday.video.mp4").title, QStringLiteral("holiday.video"));
+    EXPECT_FALSE(clipFileNameHasGame(u"holiday.video.mp4"));
+    EXPECT_EQ(parseClipFileName(u" - .mp4").game, QString());
+    EXPECT_TRUE(clipFileNameHasGame(u" - .mp4"));
+    EXPECT_FALSE(clipFileNameHasGame(u"x. - mp4"));
+}
+
+TEST(ClipName, RenamedClipHasGameTitleAndItsOwnExtension)
+{
+    const auto renamed = [](const QString& title) {
+        return renamedClipFileName(QStringLiteral("Game"), title, QStringLiteral("MOV"));
+    };
+    EXPECT_EQ(renamed(QStringLiteral(" \n My %1 title\t ")), QStringLiteral("Game - My %1 title.MOV"));
+    EXPECT_EQ(renamed(QStringLiteral("a/b:c")), QStringLiteral("Game - a-b-c.MOV"));
+    EXPECT_EQ(renamed(QStringLiteral(" \n\t ")), std::nullopt);
+    EXPECT_EQ(renamed(QStringLiteral("a") + QChar(u'\0') + QStringLiteral("b")), std::nullopt);
+}
+
 } // namespace
 } // namespace quelto
