@@ -261,14 +261,4 @@ void ClipLibrary::trash(const QStringList& paths, const std::function<void()>& c
     });
 }
 
-void ClipLibrary::copyToPasteboard(const QString& path)
-{
-    m_dependencies.pasteboard.setFile(path);
-}
-
-void ClipLibrary::revealInFinder(const QString& path)
-{
-    m_dependencies.files.reveal(path);
-}
-
 } // namespace quelto

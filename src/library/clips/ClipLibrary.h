@@ -6,8 +6,6 @@
 #include "library/clips/ClipScan.h"
 #include "library/clips/FolderWatch.h"
 #include "library/naming/Clip.h"
-#include "platform/FileManager.h"
-#include "platform/Pasteboard.h"
 #include "platform/Trash.h"
 
 #include <QList>
@@ -37,8 +35,6 @@ public:
     struct Dependencies {
         const AppSettings& settings;
         Trash& trash;
-        FileManager& files;
-        Pasteboard& pasteboard;
         TaskQueue& main;
         TaskQueue& work;
     };
@@ -72,9 +68,6 @@ public:
     /// Moves files to the trash, all in one go, without their sidecars. The completion runs on the main thread after
     /// the list was rebuilt; at once where there is nothing to do. What fails stays where it is.
     void trash(const QStringList& paths, const std::function<void()>& completion = {});
-    /// What is pasted then is the file.
-    void copyToPasteboard(const QString& path);
-    void revealInFinder(const QString& path);
 
 Q_SIGNALS:
     /// Only when the list is another one than before, and once when it was read for the first time.

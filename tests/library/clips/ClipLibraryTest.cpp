@@ -160,12 +160,8 @@ TEST_F(ClipLibraryTest, AReadingMayOutliveTheLibraryAndItsMainQueue)
     test::ManualQueue work(workTime);
     auto otherMain = std::make_unique<test::ManualQueue>(libraryTime);
     auto others = parts();
-    auto other = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = others.settings,
-                                                                         .trash = others.trash,
-                                                                         .files = others.files,
-                                                                         .pasteboard = others.pasteboard,
-                                                                         .main = *otherMain,
-                                                                         .work = work});
+    auto other = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{
+        .settings = others.settings, .trash = others.trash, .main = *otherMain, .work = work});
     other.reset();
     // What comes late is not handed on.
     ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
@@ -470,14 +466,6 @@ TEST_F(ClipLibraryTest, NothingToTrashAnswersAtOnce)
     EXPECT_TRUE(isDone);
     EXPECT_EQ(trash.calls, 0);
     library.trash(QStringList());
-}
-
-TEST_F(ClipLibraryTest, CopiesAndRevealsByTheDesktopsMeans)
-{
-    library.copyToPasteboard(QStringLiteral("/a b.mp4"));
-    library.revealInFinder(QStringLiteral("/c d.mp4"));
-    EXPECT_EQ(pasteboard.file, QStringLiteral("/a b.mp4"));
-    EXPECT_EQ(files.revealed, QStringList(QStringLiteral("/c d.mp4")));
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
 #include "library/clips/ClipLibrary.h"
-#include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
 
 #include <QCoreApplication>
@@ -29,12 +28,8 @@ protected:
     void start()
     {
         settings.setSaveFolder(folder.filePath(QStringLiteral("clips")));
-        library = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = settings,
-                                                                          .trash = trash,
-                                                                          .files = files,
-                                                                          .pasteboard = pasteboard,
-                                                                          .main = main,
-                                                                          .work = work});
+        library = std::make_unique<ClipLibrary>(
+            ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = work});
         QObject::connect(library.get(), &ClipLibrary::clipsChanged, [this] { ++changes; });
         ASSERT_TRUE(isSoon([this] { return library->isLoaded(); }));
         changes = 0;
@@ -88,8 +83,6 @@ protected:
     QTemporaryDir folder;
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
     test::RecordingTrash trash;
-    test::RecordingFileManager files;
-    test::RecordingPasteboard pasteboard;
     MainQueue main;
     std::unique_ptr<ClipLibrary> library;
     SerialQueue work{QStringLiteral("quelto.library")};
@@ -295,12 +288,8 @@ protected:
         mountPoint = folder.filePath(QStringLiteral("volume"));
         QDir().mkpath(mountPoint);
         settings.setSaveFolder(mountPoint + QStringLiteral("/clips"));
-        library = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = settings,
-                                                                          .trash = trash,
-                                                                          .files = files,
-                                                                          .pasteboard = pasteboard,
-                                                                          .main = main,
-                                                                          .work = *inside});
+        library = std::make_unique<ClipLibrary>(
+            ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = *inside});
         ASSERT_TRUE(isSoon([this] { return library->isLoaded(); }));
     }
 

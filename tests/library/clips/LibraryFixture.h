@@ -3,7 +3,6 @@
 
 #include "library/clips/ClipLibrary.h"
 #include "tests/base/tasks/ManualQueue.h"
-#include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
 
 #include <QCoreApplication>
@@ -65,12 +64,7 @@ protected:
 
     ClipLibrary::Dependencies parts()
     {
-        return {.settings = settings,
-                .trash = trash,
-                .files = files,
-                .pasteboard = pasteboard,
-                .main = libraryMain,
-                .work = libraryWork};
+        return {.settings = settings, .trash = trash, .main = libraryMain, .work = libraryWork};
     }
 
     Noon noon;
@@ -81,8 +75,6 @@ protected:
         QCoreApplication::instance() == nullptr ? new QCoreApplication(argumentCount, nullptr) : nullptr};
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
     RecordingTrash trash;
-    RecordingFileManager files;
-    RecordingPasteboard pasteboard;
     /// The library's own: what it posts runs when the test settles it.
     ManualTime libraryTime;
     ManualQueue libraryMain{libraryTime};
