@@ -94,8 +94,7 @@ void ThumbnailCache::State::readNewest(const std::shared_ptr<State>& state)
 
 void ThumbnailCache::State::keep(const std::shared_ptr<State>& self, const QString& path, const ClipReader& reading)
 {
-    const auto& facts = reading.facts;
-    const ClipInfo info{.duration = facts.duration, .width = facts.width, .height = facts.height, .fps = facts.fps};
+    const auto& info = reading.facts;
     const std::scoped_lock guard(lock);
     if (isEnding) {
         return;

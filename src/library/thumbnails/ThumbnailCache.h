@@ -2,7 +2,6 @@
 #pragma once
 
 #include "base/tasks/TaskQueue.h"
-#include "library/thumbnails/ClipInfo.h"
 #include "media/reader/ClipReader.h"
 
 #include <QImage>

@@ -31,7 +31,7 @@ double durationOf(const AVFormatContext& context)
     return duration;
 }
 
-void readTrackFacts(const AVStream& track, ClipFacts& facts)
+void readTrackFacts(const AVStream& track, ClipInfo& facts)
 {
     const auto aspect = track.sample_aspect_ratio;
     const auto stretch = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1.0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/time/HostClock.h"
+#include "media/reader/ClipInfo.h"
 
 #include <QImage>
 #include <QString>
@@ -10,19 +11,8 @@
 
 namespace quelto {
 
-/// What a clip file says of itself; 0 is what it does not say.
-struct ClipFacts {
-    /// Units: seconds.
-    double duration = 0;
-    /// Of the first picture track in square pixels, before it is turned for display.
-    int width = 0;
-    int height = 0;
-    /// Pictures a second, in the mean: clips of a screen that rests have few.
-    double fps = 0;
-};
-
 struct ClipReader {
-    ClipFacts facts;
+    ClipInfo facts;
     /// As a player shows it, upright and in square pixels, at most 640 on its longer side and never enlarged. Null if
     /// there is none.
     QImage picture;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "library/thumbnails/ClipInfo.h"
+#include "media/reader/ClipInfo.h"
 
 #include <gtest/gtest.h>
 
