@@ -26,12 +26,9 @@ using Clock = std::chrono::steady_clock;
 // Even: the extra clip is added and removed in turn, so the folder ends up unchanged.
 constexpr int RunCount = 16;
 
-class NoDesktop final : public Trash, public FileManager, public Pasteboard {
+class NoTrash final : public Trash {
 public:
     void recycle(const QStringList& /*paths*/, std::function<void()> /*done*/) override { }
-    void reveal(const QString& /*path*/) override { }
-    void openFolder(const QString& /*path*/) override { }
-    void setFile(const QString& /*path*/) override { }
 };
 
 /// The main queue; measures the run time of its tasks.
@@ -110,12 +107,11 @@ int run(const QString& folder)
     const QTemporaryDir configuration;
     AppSettings settings(configuration.filePath(QStringLiteral("Quelto.conf")));
     settings.setSaveFolder(folder);
-    NoDesktop desktop;
+    NoTrash trash;
     TimedMainQueue main;
     SerialQueue work(QStringLiteral("quelto.library"));
     const auto launched = Clock::now();
-    ClipLibrary library(
-        {.settings = settings, .trash = desktop, .files = desktop, .pasteboard = desktop, .main = main, .work = work});
+    ClipLibrary library({.settings = settings, .trash = trash, .main = main, .work = work});
     while (!library.isLoaded()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }

@@ -37,9 +37,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using quelto::fuzz::require;
     const MemoryFile file(data, size);
     const auto preview = quelto::readClip(file.path(), {}, std::chrono::seconds(2));
-    require(std::isfinite(preview.metadata.duration) && preview.metadata.duration >= 0);
-    require(std::isfinite(preview.metadata.fps) && preview.metadata.fps >= 0);
-    require(preview.metadata.width >= 0 && preview.metadata.height >= 0);
+    require(std::isfinite(preview.info.duration) && preview.info.duration >= 0);
+    require(std::isfinite(preview.info.fps) && preview.info.fps >= 0);
+    require(preview.info.width >= 0 && preview.info.height >= 0);
     require(preview.thumbnail.width() <= 640 && preview.thumbnail.height() <= 640);
     return 0;
 }

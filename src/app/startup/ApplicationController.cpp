@@ -33,12 +33,7 @@ ApplicationController::ApplicationController()
     , m_sessionQueue(QStringLiteral("quelto.session"))
     , m_saveQueue(QStringLiteral("quelto.save"))
     , m_libraryQueue(QStringLiteral("quelto.library"))
-    , m_library({.settings = m_settings,
-                 .trash = *m_platform.trash,
-                 .files = *m_platform.files,
-                 .pasteboard = *m_platform.pasteboard,
-                 .main = m_main,
-                 .work = m_libraryQueue})
+    , m_library({.settings = m_settings, .trash = *m_platform.trash, .main = m_main, .work = m_libraryQueue})
     , m_matches({.library = m_library, .main = m_main, .store = MatchStore()})
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)
@@ -53,8 +48,11 @@ ApplicationController::ApplicationController()
     , m_shownMatch(m_matches, m_navigation)
     , m_overview(m_library, m_matches)
     , m_thumbnails(m_main)
-    , m_clipCommands(
-          {.library = m_library, .files = *m_platform.files, .settings = m_settings, .navigation = m_navigation})
+    , m_clipCommands({.library = m_library,
+                      .files = *m_platform.files,
+                      .pasteboard = *m_platform.pasteboard,
+                      .settings = m_settings,
+                      .navigation = m_navigation})
     , m_hud(m_engine, m_main)
     , m_policy(m_settings, m_matches,
                {.isRecording = [this] { return m_recorder->isActive(); },

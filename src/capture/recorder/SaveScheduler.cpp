@@ -5,6 +5,7 @@
 #include "capture/clip/RecorderError.h"
 #include "capture/settings/CaptureSettings.h"
 #include "library/naming/ClipMeta.h"
+#include "library/naming/ClipName.h"
 
 #include <QPointer>
 
@@ -61,10 +62,9 @@ void SaveScheduler::saveAutoClip(const Moment& moment, const QString& game)
     if (m_waiting + m_pending.size() >= MaxWaitingMoments) {
         return;
     }
-    const auto suffix = QStringLiteral("[%1 %2] ").arg(tagOf(moment.tier)).arg(moment.score) + moment.label;
     dispatch({.seconds = std::min(bufferSeconds(m_dependencies.settings), moment.seconds),
               .game = game,
-              .suffix = suffix,
+              .suffix = momentSuffix(moment.tier, moment.score, moment.label),
               .moment = moment},
              m_dependencies.clock());
 }

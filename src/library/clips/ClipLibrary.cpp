@@ -3,6 +3,7 @@
 
 #include "base/files/RenameToFreeName.h"
 #include "library/naming/ClipMeta.h"
+#include "library/naming/ClipName.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -20,15 +21,8 @@ namespace {
 
 constexpr std::chrono::milliseconds QuietTime{400};
 
-/// The title as a part of a file's name; nothing if none is left of it.
-std::optional<QString> titleForName(const QString& text)
-{
-    auto title = text.trimmed();
-    title.replace(u'/', u'-').replace(u':', u'-');
-    return title.isEmpty() || title.contains(QChar(u'\0')) ? std::nullopt : std::optional(title);
-}
-
-/// The sidecar's name is the longer one; a clip must not lose its markers to its own title.
+/// Whether the clip has a sidecar whose new name, which is longer than the clip's, exceeds the file system's limit. The
+/// sidecar would be lost.
 bool isTooLongForSidecar(const QString& oldPath, const QString& newPath)
 {
     const auto name = QFile::encodeName(QFileInfo(ClipMeta::pathFor(newPath)).fileName());
@@ -37,68 +31,75 @@ bool isTooLongForSidecar(const QString& oldPath, const QString& newPath)
 
 } // namespace
 
-/// One reading of the folder: what it is to do, and then what it found.
-struct ClipLibrary::Reading {
+/// One scan of the folder: first its input, then its result.
+struct ClipLibrary::FolderScan {
     QString folder;
-    bool isToWatch = false;
-    /// What the reading before found, and then this one.
+    bool isWatchRequested = false;
+    /// The list of the previous scan, then of this one.
     ClipList list;
     std::optional<WatchedFolder> watch;
 
-    void read()
+    void run()
     {
         QDir().mkpath(folder);
-        // Before the list, so that nothing can happen unseen in between.
-        if (isToWatch) {
+        // Before listing, so that no change goes unnoticed between the two.
+        if (isWatchRequested) {
             watch.emplace(folder);
         }
-        list = clipsIn(folder, list);
+        list = scanClips(folder, list);
     }
 };
 
-/// The way from the work to the main queue; closed when the library ends, which a reading may outlive.
-struct ClipLibrary::Door {
+/// Posts to the main queue until the library is destroyed. A scan may finish later, when the main queue no longer
+/// exists.
+class ClipLibrary::DetachableQueue {
+public:
+    explicit DetachableQueue(TaskQueue& queue)
+        : m_queue(&queue)
+    {
+    }
+
     void post(Task task)
     {
-        const std::scoped_lock guard(lock);
-        if (main != nullptr) {
-            main->post(std::move(task));
+        const std::scoped_lock guard(m_lock);
+        if (m_queue != nullptr) {
+            m_queue->post(std::move(task));
         }
     }
 
-    void close()
+    void detach()
     {
-        const std::scoped_lock guard(lock);
-        main = nullptr;
+        const std::scoped_lock guard(m_lock);
+        m_queue = nullptr;
     }
 
-    std::mutex lock;
-    TaskQueue* main = nullptr;
+private:
+    std::mutex m_lock;
+    TaskQueue* m_queue;
 };
 
-ClipLibrary::ClipLibrary(Dependencies parts, QObject* parent)
+ClipLibrary::ClipLibrary(Dependencies dependencies, QObject* parent)
     : QObject(parent)
-    , m_dependencies(parts)
-    , m_door(std::make_shared<Door>())
+    , m_dependencies(dependencies)
+    , m_replies(std::make_shared<DetachableQueue>(m_dependencies.main))
 {
-    m_door->main = &m_dependencies.main;
     connect(&m_watch, &FolderWatch::entriesChanged, this, &ClipLibrary::scheduleReload);
     connect(&m_watch, &FolderWatch::contentsChanged, this, [this] {
-        // A file that is written to again and again must not put the list off for ever.
+        // Repeated writes to a file must not postpone the reload forever.
         if (!m_isReloadScheduled) {
             scheduleReload();
         }
     });
-    connect(&m_watch, &FolderWatch::lost, this, &ClipLibrary::watchAnew);
+    connect(&m_watch, &FolderWatch::lost, this, &ClipLibrary::renewWatch);
     connect(&m_dependencies.settings, &AppSettings::saveFolderChanged, this, &ClipLibrary::followFolder);
-    // The game of a clip that names none is a word of the language.
+    // A clip whose name has no game shows the translated word for "Other".
     connect(&m_dependencies.settings, &AppSettings::languageChanged, this, [this] { reload(); });
     followFolder();
 }
 
 ClipLibrary::~ClipLibrary()
 {
-    m_door->close();
+    m_replies->detach();
 }
 
 void ClipLibrary::followFolder()
@@ -108,14 +109,14 @@ void ClipLibrary::followFolder()
         return;
     }
     m_folder = folder;
-    m_isReadingStale = m_isReading;
-    m_isWatchWanted = true;
+    m_isScanOutdated = m_isScanning;
+    m_isWatchRequested = true;
     reload();
 }
 
-void ClipLibrary::watchAnew()
+void ClipLibrary::renewWatch()
 {
-    m_isWatchWanted = true;
+    m_isWatchRequested = true;
     scheduleReload();
 }
 
@@ -138,55 +139,56 @@ QList<GameCount> ClipLibrary::games() const
 void ClipLibrary::reload(std::function<void()> done)
 {
     if (done) {
-        m_waitingForNext.append(std::move(done));
+        m_nextCallbacks.append(std::move(done));
     }
-    m_isReadingWanted = true;
-    startReading();
+    m_isScanRequested = true;
+    startScan();
 }
 
-void ClipLibrary::startReading()
+void ClipLibrary::startScan()
 {
-    if (m_isReading || !m_isReadingWanted) {
+    if (m_isScanning || !m_isScanRequested) {
         return;
     }
-    m_isReadingWanted = false;
-    m_isReading = true;
-    m_isReadingStale = false;
-    m_waiting += std::exchange(m_waitingForNext, {});
-    auto reading = std::make_shared<Reading>();
-    reading->folder = m_folder;
-    reading->isToWatch = std::exchange(m_isWatchWanted, false);
-    reading->list = m_list;
-    m_dependencies.work.post([reading = std::move(reading), self = QPointer(this), door = m_door] {
-        reading->read();
-        door->post([reading, self] {
+    m_isScanRequested = false;
+    m_isScanning = true;
+    m_isScanOutdated = false;
+    m_callbacks += std::exchange(m_nextCallbacks, {});
+    auto scan = std::make_shared<FolderScan>(FolderScan{.folder = m_folder,
+                                                        .isWatchRequested = std::exchange(m_isWatchRequested, false),
+                                                        .list = m_list,
+                                                        .watch = std::nullopt});
+    m_dependencies.work.post([scan = std::move(scan), self = QPointer(this), replies = m_replies] {
+        scan->run();
+        replies->post([scan, self] {
             if (auto* const library = self.data()) {
-                library->finishReading(*reading);
+                library->finishScan(*scan);
             }
         });
     });
 }
 
-void ClipLibrary::finishReading(Reading& reading)
+void ClipLibrary::finishScan(FolderScan& scan)
 {
-    m_isReading = false;
-    if (m_isReadingStale) {
-        m_isReadingWanted = true;
-        m_isWatchWanted |= reading.isToWatch;
-        startReading();
+    m_isScanning = false;
+    if (m_isScanOutdated) {
+        m_isScanRequested = true;
+        m_isWatchRequested |= scan.isWatchRequested;
+        startScan();
         return;
     }
-    if (reading.watch) {
-        m_watch.follow(std::move(*reading.watch));
+    if (scan.watch) {
+        m_watch.follow(std::move(*scan.watch));
     }
-    const auto served = std::exchange(m_waiting, {});
+    const auto callbacks = std::exchange(m_callbacks, {});
+    // A callback may destroy the library.
     const QPointer<ClipLibrary> self(this);
-    publish(reading.list);
-    for (const auto& done : served) {
+    publish(scan.list);
+    for (const auto& done : callbacks) {
         done();
     }
     if (self) {
-        startReading();
+        startScan();
     }
 }
 
@@ -214,12 +216,12 @@ void ClipLibrary::scheduleReload()
 
 std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
 {
-    const auto fit = titleForName(title);
-    if (!fit) {
+    const QFileInfo file(clip.path);
+    const auto name = renamedClipFileName(clip.game, title, file.suffix());
+    if (!name) {
         return std::nullopt;
     }
-    const QFileInfo file(clip.path);
-    const auto path = QStringLiteral("%1/%2 - %3.%4").arg(file.path(), clip.game, *fit, file.suffix());
+    const auto path = file.path() + u'/' + *name;
     if (isTooLongForSidecar(clip.path, path) ||
         renameToFreeName(AT_FDCWD, QFile::encodeName(clip.path).constData(), QFile::encodeName(path).constData()) !=
             0) {
@@ -227,8 +229,8 @@ std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
     }
     ClipMeta::move(clip.path, path);
     const Clip renamed(path);
-    // At once, and not taken back by a reading that began before.
-    m_isReadingStale = m_isReading;
+    // The list shows the new name at once; a running scan may still return the old one.
+    m_isScanOutdated = m_isScanning;
     if (const auto listed = std::ranges::find(m_list.clips, clip.path, &Clip::path); listed != m_list.clips.end()) {
         *listed = renamed;
         Q_EMIT clipsChanged();
@@ -254,7 +256,7 @@ void ClipLibrary::trash(const QStringList& paths, const std::function<void()>& c
         ClipMeta::remove(path);
     }
     m_dependencies.trash.recycle(paths, [self = QPointer(this), completion] {
-        // The trash answers on a thread of its own, and may outlive the main queue.
+        // The trash replies on its own thread and may outlive the main queue.
         QMetaObject::invokeMethod(
             qApp,
             [self, completion] {
@@ -266,16 +268,6 @@ void ClipLibrary::trash(const QStringList& paths, const std::function<void()>& c
             },
             Qt::QueuedConnection);
     });
-}
-
-void ClipLibrary::copyToPasteboard(const QString& path)
-{
-    m_dependencies.pasteboard.setFile(path);
-}
-
-void ClipLibrary::revealInFinder(const QString& path)
-{
-    m_dependencies.files.reveal(path);
 }
 
 } // namespace quelto

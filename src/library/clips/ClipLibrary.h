@@ -6,8 +6,6 @@
 #include "library/clips/ClipScan.h"
 #include "library/clips/FolderWatch.h"
 #include "library/naming/Clip.h"
-#include "platform/FileManager.h"
-#include "platform/Pasteboard.h"
 #include "platform/Trash.h"
 
 #include <QList>
@@ -25,87 +23,83 @@ struct GameCount {
     bool operator==(const GameCount&) const = default;
 };
 
-/// The clips in the save folder. It has no store of its own: the folder is the database, and a reload rebuilds the list
-/// from the names in it. What others change in the folder shows shortly after.
+/// The live list of the clips in the save folder. It has no store of its own: the folder is the database, and a reload
+/// rebuilds the list from the file names. Changes that other programs make in the folder appear shortly afterwards.
 ///
-/// Thread: main. The folder is read on the work queue, so that a large or slow one does not hold the window up.
+/// Thread: main. The folder is scanned on the work queue, so a large or slow folder does not block the window.
 class ClipLibrary : public QObject {
     Q_OBJECT
 
 public:
-    /// All outlive the library. A task of the work owns what it needs, and may end after everything else.
+    /// All outlive the library. A task on the work queue owns its data and may finish after everything else is gone.
     struct Dependencies {
         const AppSettings& settings;
         Trash& trash;
-        FileManager& files;
-        Pasteboard& pasteboard;
         TaskQueue& main;
         TaskQueue& work;
     };
 
-    /// Reads the save folder of the settings for the first time, and again whenever they name another.
-    explicit ClipLibrary(Dependencies parts, QObject* parent = nullptr);
+    /// Scans the save folder of the settings, and scans again whenever the setting changes.
+    explicit ClipLibrary(Dependencies dependencies, QObject* parent = nullptr);
     ~ClipLibrary() override;
     ClipLibrary(const ClipLibrary&) = delete;
     ClipLibrary& operator=(const ClipLibrary&) = delete;
 
     /// Newest first.
     const QList<Clip>& clips() const { return m_list.clips; }
-    /// Whether the list was read at least once; until then an empty one says nothing.
+    /// Whether the first scan is complete. Until then an empty list has no meaning.
     bool isLoaded() const { return m_isLoaded; }
-    /// The one with most clips first.
+    /// Sorted by count, largest first; equal counts by name.
     QList<GameCount> games() const;
 
-    /// Reads the folder anew, and makes it if it is missing. A folder that cannot be read is like an empty one.
-    /// Returns at once; `done` is called when a list is in force that was read from now on. Requests that come while
-    /// the folder is being read share the next reading.
+    /// Scans the folder again, and creates it if it is missing. A folder that cannot be read counts as empty. Returns
+    /// at once; calls `done` when the list comes from a scan that started after this call. Requests that arrive during
+    /// a scan share the next one.
     void reload(std::function<void()> done = {});
-    /// Reloads when nobody has asked for it any more for 0.4 s.
+    /// Reloads 0.4 s after the last call.
     void scheduleReload();
 
-    /// Gives the file another title. The name holds the game and the title only: the date, and the tier of an automatic
-    /// clip, go unless the title has them. The clip under its new name, which is in the list at once; nothing if the
-    /// title is empty, the name is taken or the file system does not want it.
+    /// Gives the file another title. The new name holds the game and the title only: the date, and the tier of an
+    /// automatic clip, are dropped unless the title contains them. Returns the clip under its new name, which is in the
+    /// list at once; nothing if the title is empty, the name is taken or the file system rejects it.
     std::optional<Clip> rename(const Clip& clip, const QString& title);
     /// Moves the file to the trash.
     void trash(const Clip& clip);
-    /// Moves files to the trash, all in one go, without their sidecars. The completion runs on the main thread after
-    /// the list was rebuilt; at once where there is nothing to do. What fails stays where it is.
+    /// Moves all files to the trash in one call, and deletes their sidecars. The completion runs on the main thread
+    /// after the list was rebuilt, or at once if there are no paths. A file that cannot be moved stays where it is.
     void trash(const QStringList& paths, const std::function<void()>& completion = {});
-    /// What is pasted then is the file.
-    void copyToPasteboard(const QString& path);
-    void revealInFinder(const QString& path);
 
 Q_SIGNALS:
-    /// Only when the list is another one than before, and once when it was read for the first time.
+    /// Emitted after the first scan, and whenever the list differs from the previous one.
     void clipsChanged();
 
 private:
-    struct Reading;
-    struct Door;
+    struct FolderScan;
+    class DetachableQueue;
 
     void followFolder();
-    void startReading();
-    void finishReading(Reading& reading);
-    void watchAnew();
+    void startScan();
+    void finishScan(FolderScan& scan);
+    void renewWatch();
     void publish(const ClipList& list);
 
     Dependencies m_dependencies;
-    std::shared_ptr<Door> m_door;
+    std::shared_ptr<DetachableQueue> m_replies;
     FolderWatch m_watch;
     QString m_folder;
     ClipList m_list;
     bool m_isLoaded = false;
-    bool m_isReading = false;
-    /// Somebody asked for a reading that has not begun.
-    bool m_isReadingWanted = false;
-    /// What is being read is of another folder, or of before a change that the list shows already.
-    bool m_isReadingStale = false;
-    bool m_isWatchWanted = true;
-    /// Of the requests that the reading under way answers, and of the later ones.
-    QList<std::function<void()>> m_waiting;
-    QList<std::function<void()>> m_waitingForNext;
-    /// Counts scheduled reloads, so that only the latest one that still stands is acted on.
+    bool m_isScanning = false;
+    /// A scan was requested and has not started.
+    bool m_isScanRequested = false;
+    /// The running scan is of another folder, or older than a change that the list already shows.
+    bool m_isScanOutdated = false;
+    bool m_isWatchRequested = true;
+    /// Callbacks of the requests that the running scan answers.
+    QList<std::function<void()>> m_callbacks;
+    /// Callbacks of the requests that the next scan answers.
+    QList<std::function<void()>> m_nextCallbacks;
+    /// Incremented by each scheduleReload, so that only the latest one reloads.
     std::uint64_t m_schedule = 0;
     bool m_isReloadScheduled = false;
 };

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/ClipScan.h"
 
+#include "library/naming/ClipName.h"
+
 #include <QFile>
 #include <QHash>
 
-#include <array>
 #include <cerrno>
 #include <memory>
 
@@ -16,113 +17,99 @@ namespace quelto {
 
 namespace {
 
-constexpr std::array<QByteArrayView, 3> VideoExtensions{"mp4", "mov", "m4v"};
-
-struct CloseFolder {
-    void operator()(DIR* folder) const noexcept { ::closedir(folder); }
+struct DirectoryDeleter {
+    void operator()(DIR* directory) const noexcept { ::closedir(directory); }
 };
-using Folder = std::unique_ptr<DIR, CloseFolder>;
+using Directory = std::unique_ptr<DIR, DirectoryDeleter>;
 
-Folder opened(const QString& path)
+Directory openDirectory(const QString& path)
 {
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) {
         return nullptr;
     }
-    Folder folder(::fdopendir(descriptor));
-    if (!folder) {
+    Directory directory(::fdopendir(descriptor));
+    if (!directory) {
         ::close(descriptor);
     }
-    return folder;
+    return directory;
 }
 
 struct Entry {
     QString path;
-    /// Nothing where the folder may be listed but not entered.
-    std::optional<FileStat> facts;
+    /// Nothing in a folder that may be listed but not entered.
+    std::optional<FileStat> stat;
 };
 
-std::optional<Entry> entryOf(int folder, const QString& prefix, const dirent& listed)
+std::optional<Entry> readEntry(int folder, const QString& prefix, const dirent& listed)
 {
-    if (!isClipName(listed.d_name)) {
+    if (!isClipFileName(listed.d_name)) {
         return std::nullopt;
     }
-    const auto facts = tryFileStat(folder, listed.d_name);
-    // Deleted since it was listed, or a link to nowhere.
-    const bool isGone = !facts && errno != EACCES;
-    if (isGone || (facts && !facts->isFile)) {
+    const auto stat = tryFileStat(folder, listed.d_name);
+    // Deleted since it was listed, or a dangling link.
+    const bool isMissing = !stat && errno != EACCES;
+    if (isMissing || (stat && !stat->isFile)) {
         return std::nullopt;
     }
-    return Entry{.path = prefix + QFile::decodeName(listed.d_name), .facts = facts};
+    return Entry{.path = prefix + QFile::decodeName(listed.d_name), .stat = stat};
 }
 
-qint64 createdAt(const Entry& entry)
+qint64 creationTime(const Entry& entry)
 {
-    // Without facts it is of this very moment.
-    return entry.facts ? entry.facts->createdAt : std::numeric_limits<qint64>::max();
+    // A file without attributes gets the current time, so it is the newest.
+    return entry.stat ? entry.stat->createdAt : std::numeric_limits<qint64>::max();
 }
 
-/// Clips of an earlier reading, by their paths.
-class KnownClips {
+/// Clips of an earlier scan, by path.
+class PreviousClips {
 public:
-    explicit KnownClips(const ClipList& list)
+    explicit PreviousClips(const ClipList& list)
         : m_list(list)
     {
-        m_places.reserve(list.clips.size());
+        m_indexes.reserve(list.clips.size());
         for (qsizetype i = 0; i < list.clips.size(); ++i) {
-            m_places.insert(list.clips[i].path, i);
+            m_indexes.insert(list.clips[i].path, i);
         }
     }
 
     Clip clipOf(const Entry& entry) const
     {
-        const auto place = m_places.value(entry.path, -1);
-        // The language may have changed since.
-        const bool isKnown = place >= 0 && entry.facts && entry.facts->createdAt == m_list.createdAt[place] &&
-            entry.facts->size == m_list.clips[place].size && m_list.clips[place].hasOwnGame();
-        return isKnown ? m_list.clips[place] : Clip(entry.path, entry.facts);
+        const auto index = m_indexes.value(entry.path, -1);
+        // Without a game of its own a clip depends on the language, which may have changed.
+        const bool isUnchanged = index >= 0 && entry.stat && entry.stat->createdAt == m_list.creationTimes[index] &&
+            entry.stat->size == m_list.clips[index].size && m_list.clips[index].hasOwnGame();
+        return isUnchanged ? m_list.clips[index] : Clip(entry.path, entry.stat);
     }
 
 private:
     const ClipList& m_list;
-    QHash<QStringView, qsizetype> m_places;
+    QHash<QStringView, qsizetype> m_indexes;
 };
 
 } // namespace
 
-bool isClipName(QByteArrayView fileName) noexcept
+ClipList scanClips(const QString& folder, const ClipList& previous)
 {
-    const auto dot = fileName.lastIndexOf('.');
-    if (dot <= 0 || fileName.front() == '.') {
-        return false;
-    }
-    const auto extension = fileName.sliced(dot + 1);
-    return std::ranges::any_of(VideoExtensions, [extension](QByteArrayView each) {
-        return each.compare(extension, Qt::CaseInsensitive) == 0;
-    });
-}
-
-ClipList clipsIn(const QString& folder, const ClipList& known)
-{
-    const auto directory = opened(folder);
+    const auto directory = openDirectory(folder);
     if (!directory) {
         return {};
     }
     const auto prefix = folder.endsWith(u'/') ? folder : folder + u'/';
     std::vector<Entry> entries;
     while (const auto* listed = ::readdir(directory.get())) {
-        if (auto entry = entryOf(::dirfd(directory.get()), prefix, *listed)) {
+        if (auto entry = readEntry(::dirfd(directory.get()), prefix, *listed)) {
             entries.push_back(std::move(*entry));
         }
     }
-    std::ranges::stable_sort(entries, std::ranges::greater(), createdAt);
-    const KnownClips knownClips(known);
+    std::ranges::stable_sort(entries, std::ranges::greater(), creationTime);
+    const PreviousClips previousClips(previous);
     ClipList list;
     list.clips.reserve(static_cast<qsizetype>(entries.size()));
-    list.createdAt.reserve(static_cast<qsizetype>(entries.size()));
+    list.creationTimes.reserve(static_cast<qsizetype>(entries.size()));
     for (const auto& entry : entries) {
-        list.clips.append(knownClips.clipOf(entry));
-        list.createdAt.append(createdAt(entry));
+        list.clips.append(previousClips.clipOf(entry));
+        list.creationTimes.append(creationTime(entry));
     }
     return list;
 }

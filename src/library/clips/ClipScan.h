@@ -3,26 +3,21 @@
 
 #include "library/naming/Clip.h"
 
-#include <QByteArrayView>
 #include <QList>
 
 namespace quelto {
 
-/// Whether a file of that name, in the file system's encoding, is taken for a clip: a video by its extension, whatever
-/// its case, and not hidden.
-bool isClipName(QByteArrayView fileName) noexcept;
-
 /// Clips, newest first.
 struct ClipList {
     QList<Clip> clips;
-    /// Of each, when it was made; as FileStat tells it.
-    QList<qint64> createdAt;
+    /// The creation time of each clip, as in FileStat. Units: nanoseconds since 1970.
+    QList<qint64> creationTimes;
 };
 
-/// The clips right in a folder; of one age in the order in which the file system lists them. A folder that cannot be
-/// read is like an empty one. What is known from an earlier reading and has not changed since is not made anew.
+/// Lists the clips of a folder without its subfolders. Clips of equal age stay in listing order. A folder that cannot
+/// be read counts as empty. Reuses the clips of an earlier scan that have not changed.
 ///
 /// Thread: any. The folder is an absolute path.
-ClipList clipsIn(const QString& folder, const ClipList& known = {});
+ClipList scanClips(const QString& folder, const ClipList& previous = {});
 
 } // namespace quelto

@@ -29,20 +29,20 @@ void FolderWatch::follow(WatchedFolder folder)
     m_folder.emplace(std::move(folder));
     if (m_folder->descriptor() >= 0) {
         m_folderNotifier = std::make_unique<QSocketNotifier>(m_folder->descriptor(), QSocketNotifier::Read);
-        connect(m_folderNotifier.get(), &QSocketNotifier::activated, this, &FolderWatch::tell);
+        connect(m_folderNotifier.get(), &QSocketNotifier::activated, this, &FolderWatch::emitChanges);
     }
 }
 
-void FolderWatch::tell()
+void FolderWatch::emitChanges()
 {
-    const auto news = m_folder->takeChanges();
-    if (news.isLost) {
+    const auto changes = m_folder->takeChanges();
+    if (changes.isLost) {
         Q_EMIT lost();
     }
-    if (news.hasNewEntries) {
+    if (changes.hasNewEntries) {
         Q_EMIT entriesChanged();
     }
-    if (news.hasNewContents) {
+    if (changes.hasNewContents) {
         Q_EMIT contentsChanged();
     }
 }

@@ -11,8 +11,8 @@
 
 namespace quelto {
 
-/// Tells of the news of one watched folder as they come, and of volumes that are mounted or unmounted: either may put
-/// another folder in the watched one's place.
+/// Reports the changes of one watched folder as signals. Also reports mounted and unmounted volumes, which can replace
+/// the folder behind the path.
 ///
 /// Thread: main.
 class FolderWatch final : public QObject {
@@ -24,20 +24,21 @@ public:
     FolderWatch(const FolderWatch&) = delete;
     FolderWatch& operator=(const FolderWatch&) = delete;
 
-    /// In place of the one before, whose descriptor is closed.
+    /// Replaces the previous folder and closes its descriptor.
     void follow(WatchedFolder folder);
 
 Q_SIGNALS:
     void entriesChanged();
     void contentsChanged();
+    /// The path may lead to another folder now; call follow with a new WatchedFolder.
     void lost();
 
 private:
-    void tell();
+    void emitChanges();
 
     int m_mounts = -1;
     std::optional<WatchedFolder> m_folder;
-    // They look at the descriptors, and end before them.
+    // Declared last: the notifiers use the descriptors and are destroyed first.
     std::unique_ptr<QSocketNotifier> m_mountNotifier;
     std::unique_ptr<QSocketNotifier> m_folderNotifier;
 };

@@ -9,21 +9,21 @@ struct inotify_event;
 
 namespace quelto {
 
-/// What happened in a watched folder since it was asked the last time.
+/// The changes of a watched folder since the last call.
 struct FolderChanges {
-    /// Clips appeared, vanished or got another name.
+    /// Clips were created, removed or renamed.
     bool hasNewEntries = false;
-    /// A clip's file was written and closed, or got another date.
+    /// A clip file was closed after writing, or its attributes changed.
     bool hasNewContents = false;
-    /// The path leads elsewhere now, or nowhere: it has to be watched anew.
+    /// The path leads to another folder now, or to none: create a new WatchedFolder.
     bool isLost = false;
 };
 
-/// The kernel's watch of one folder, from the time on at which it is made. What happens to files that are no clips is
-/// no news.
+/// An inotify watch of one folder and of the path that leads to it, active from construction on. Ignores files that are
+/// not clips.
 ///
-/// Where there is no such folder, or none that may be read, it watches for one to appear. Links on the way are
-/// followed, and watched as well as what they lead through.
+/// If the folder is missing or unreadable, watches for it to appear. Follows symbolic links in the path, and watches
+/// the links and the folders that they lead through.
 ///
 /// Thread: any, one at a time.
 class WatchedFolder {
@@ -33,21 +33,22 @@ public:
     WatchedFolder(WatchedFolder&& other) noexcept;
     WatchedFolder& operator=(WatchedFolder&& other) noexcept;
 
-    /// Readable when there is news. Negative where the system has no watches left: then there never is any.
+    /// Becomes readable when something changed. Negative if the system has no inotify instances left; no change is
+    /// reported then.
     int descriptor() const noexcept { return m_descriptor; }
     FolderChanges takeChanges();
 
 private:
     void watch(const QByteArray& folder);
-    void watchWayTo(const QByteArray& folder, bool isWatched, int& linksLeft);
+    void watchPathTo(const QByteArray& folder, bool isWatched, int& linksLeft);
     int addWatch(const QByteArray& path, std::uint32_t events) const;
-    void add(const inotify_event& event, FolderChanges& news) const;
+    void add(const inotify_event& event, FolderChanges& changes) const;
 
     int m_descriptor = -1;
-    /// The folder's own; negative where it cannot be watched.
+    /// The folder's own watch; negative if it cannot be watched.
     int m_folder = -1;
-    /// Those of the folders on the way, with the names of what it goes on with there.
-    QMultiHash<int, QByteArray> m_way;
+    /// The watches of the parent folders, each with the name of the next path component in it.
+    QMultiHash<int, QByteArray> m_parents;
 };
 
 } // namespace quelto

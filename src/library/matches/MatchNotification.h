@@ -6,19 +6,19 @@
 
 namespace quelto {
 
-/// What the user is told when a match with clips is over.
+/// The notification about a finished match with clips.
 struct MatchNotification {
     QUuid id;
     QString title;
-    /// On the screen: how many clips, how many of them epic.
+    /// The HUD's second line: the number of clips and of epic ones, and an invitation to click.
     QString line;
-    /// In the desktop's notification. It holds both invitations, the line's own and one behind it.
+    /// The text of the desktop notification: the line, followed by a second invitation to click.
     QString body;
-    /// Epic if any clip is, otherwise medium.
+    /// Epic if at least one clip is epic, otherwise medium.
     ClipTier tier = ClipTier::medium;
 };
 
-/// Counts the clips whose files exist.
+/// Counts only clips whose files exist.
 MatchNotification notificationOf(const MatchSession& session);
 
 } // namespace quelto

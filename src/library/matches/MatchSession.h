@@ -10,7 +10,7 @@
 
 namespace quelto {
 
-/// One played match and the clips that were saved while it ran.
+/// One played match and the clips that were saved during it.
 struct MatchSession {
     QUuid id;
     /// The game's display name.
@@ -20,20 +20,20 @@ struct MatchSession {
     QDateTime start;
     /// Set when the match is finished.
     std::optional<QDateTime> end;
-    /// Absolute paths in the order of saving; files that are gone stay listed.
+    /// Absolute paths in the order of saving. Deleted files stay listed.
     QStringList clips;
-    /// Stored and carried along.
+    /// Not used; preserved when the store is rewritten.
     std::optional<QString> montage;
 
     bool operator==(const MatchSession&) const = default;
 
-    /// The clips whose files exist at this moment.
+    /// The clips whose files currently exist.
     QStringList clipFiles() const;
-    /// The game, and the hero behind it if known.
+    /// The game, followed by the hero if known.
     QString name() const;
 };
 
-/// The id as it is written everywhere: upper case, with hyphens, without braces.
+/// The text form of an id: upper case, with hyphens, without braces.
 QString matchIdText(const QUuid& id);
 
 } // namespace quelto

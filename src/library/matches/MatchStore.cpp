@@ -16,10 +16,10 @@ namespace quelto {
 
 namespace {
 
-/// A field of the wrong type, or a required one that is missing.
-struct BadEntry : std::runtime_error {
-    BadEntry()
-        : std::runtime_error("not a match")
+/// A field has the wrong type, or a required field is missing.
+struct InvalidEntry : std::runtime_error {
+    InvalidEntry()
+        : std::runtime_error("invalid match")
     {
     }
 };
@@ -36,42 +36,42 @@ double encoded(const QDateTime& date)
 
 QDateTime date(const QJsonValue& value)
 {
-    // Some thirty thousand years both ways; beyond them a calendar has no dates.
-    constexpr double Furthest = 1e12;
-    const double seconds = value.isDouble() ? value.toDouble() : throw BadEntry();
-    if (std::abs(seconds) > Furthest) {
-        throw BadEntry();
+    // About 30,000 years in both directions, which QDateTime can represent.
+    constexpr double MaxSeconds = 1e12;
+    const double seconds = value.isDouble() ? value.toDouble() : throw InvalidEntry();
+    if (std::abs(seconds) > MaxSeconds) {
+        throw InvalidEntry();
     }
     return referenceDate().addMSecs(std::llround(seconds * 1000.0)).toLocalTime();
 }
 
 QString text(const QJsonValue& value)
 {
-    return value.isString() ? value.toString() : throw BadEntry();
+    return value.isString() ? value.toString() : throw InvalidEntry();
 }
 
 QUuid uuid(const QJsonValue& value)
 {
     const auto id = QUuid::fromString(text(value));
-    return id.isNull() ? throw BadEntry() : id;
+    return id.isNull() ? throw InvalidEntry() : id;
 }
 
 QStringList texts(const QJsonValue& value)
 {
     QStringList list;
-    const auto array = value.isArray() ? value.toArray() : throw BadEntry();
+    const auto array = value.isArray() ? value.toArray() : throw InvalidEntry();
     std::ranges::transform(array, std::back_inserter(list), [](const QJsonValue& each) { return text(each); });
     return list;
 }
 
-bool isThere(const QJsonValue& value)
+bool hasValue(const QJsonValue& value)
 {
     return !value.isUndefined() && !value.isNull();
 }
 
 MatchSession session(const QJsonValue& value)
 {
-    const auto object = value.isObject() ? value.toObject() : throw BadEntry();
+    const auto object = value.isObject() ? value.toObject() : throw InvalidEntry();
     MatchSession session{.id = uuid(object.value(QStringLiteral("id"))),
                          .game = text(object.value(QStringLiteral("game"))),
                          .hero = text(object.value(QStringLiteral("hero"))),
@@ -79,10 +79,10 @@ MatchSession session(const QJsonValue& value)
                          .end = std::nullopt,
                          .clips = texts(object.value(QStringLiteral("clips"))),
                          .montage = std::nullopt};
-    if (const auto end = object.value(QStringLiteral("end")); isThere(end)) {
+    if (const auto end = object.value(QStringLiteral("end")); hasValue(end)) {
         session.end = date(end);
     }
-    if (const auto montage = object.value(QStringLiteral("montage")); isThere(montage)) {
+    if (const auto montage = object.value(QStringLiteral("montage")); hasValue(montage)) {
         session.montage = text(montage);
     }
     return session;
@@ -126,7 +126,7 @@ std::optional<QList<MatchSession>> decodedMatches(const QByteArray& json)
         const auto array = document.array();
         std::ranges::transform(array, std::back_inserter(sessions), session);
         return sessions;
-    } catch (const BadEntry&) {
+    } catch (const InvalidEntry&) {
         return std::nullopt;
     }
 }
@@ -134,10 +134,10 @@ std::optional<QList<MatchSession>> decodedMatches(const QByteArray& json)
 QString MatchStore::defaultPath()
 {
     const auto name = QStringLiteral("/matches.json");
-    const auto given = qEnvironmentVariable("QUELTO_DATA_DIR");
-    return given.isEmpty()
+    const auto folder = qEnvironmentVariable("QUELTO_DATA_DIR");
+    return folder.isEmpty()
         ? QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Quelto") + name
-        : given + name;
+        : folder + name;
 }
 
 MatchStore::MatchStore(QString path)
@@ -155,9 +155,9 @@ QList<MatchSession> MatchStore::load() const
         return *sessions;
     }
     file.close();
-    const auto aside = m_path + QStringLiteral(".unreadable");
-    QFile::remove(aside);
-    QFile::rename(m_path, aside);
+    const auto backup = m_path + QStringLiteral(".unreadable");
+    QFile::remove(backup);
+    QFile::rename(m_path, backup);
     return {};
 }
 
@@ -165,9 +165,9 @@ void MatchStore::save(const QList<MatchSession>& sessions) const
 {
     QDir().mkpath(QFileInfo(m_path).path());
     QSaveFile file(m_path);
-    const auto json = encodedMatches(sessions.first(std::min(sessions.size(), MostSessions)));
-    // Only what was written whole may replace the file. QSaveFile takes a write that a full disk cut short for a good
-    // one, and a buffer would hide it from us as well.
+    const auto json = encodedMatches(sessions.first(std::min(sessions.size(), MaxSessions)));
+    // Commit only a complete write. QSaveFile does not treat a short write on a full disk as an error, and buffering
+    // would hide it here as well.
     if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(json) == json.size()) {
         file.commit();
     }

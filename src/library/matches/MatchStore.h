@@ -9,21 +9,21 @@
 
 namespace quelto {
 
-/// The matches' one file: a JSON array, newest first.
+/// The file of finished matches: a JSON array, newest first.
 ///
-/// Errors: none; reading what is missing or broken gives nothing, a failed write leaves the old file.
+/// Errors: none. A missing or invalid file loads as an empty list; a failed write keeps the old file.
 class MatchStore {
 public:
-    /// More than these the file does not hold.
-    static constexpr qsizetype MostSessions = 60;
+    /// The most matches that the file holds.
+    static constexpr qsizetype MaxSessions = 60;
 
-    /// matches.json in QUELTO_DATA_DIR, or else in $XDG_DATA_HOME/Quelto.
+    /// matches.json in QUELTO_DATA_DIR if set, otherwise in $XDG_DATA_HOME/Quelto.
     static QString defaultPath();
 
     explicit MatchStore(QString path = defaultPath());
 
-    /// One bad entry makes the whole file unreadable; it is then put aside, so that the next write does not destroy
-    /// what may still be saved by hand.
+    /// One invalid entry makes the whole file unreadable. Renames an unreadable file to matches.json.unreadable, so
+    /// that the next write does not overwrite data that can still be recovered by hand.
     QList<MatchSession> load() const;
     void save(const QList<MatchSession>& sessions) const;
 
@@ -31,7 +31,7 @@ private:
     QString m_path;
 };
 
-/// Dates are written as seconds since 2001-01-01 00:00 UTC; what an optional field does not hold is left out.
+/// Dates are encoded as seconds since 2001-01-01 00:00 UTC. Optional fields without a value are omitted.
 QByteArray encodedMatches(const QList<MatchSession>& sessions);
 std::optional<QList<MatchSession>> decodedMatches(const QByteArray& json);
 

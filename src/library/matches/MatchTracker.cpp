@@ -7,13 +7,13 @@ namespace quelto {
 
 namespace {
 
-constexpr std::chrono::seconds SettlingTime{10};
+constexpr std::chrono::seconds EndDelay{10};
 
 } // namespace
 
-MatchTracker::MatchTracker(Dependencies parts, QObject* parent)
+MatchTracker::MatchTracker(Dependencies dependencies, QObject* parent)
     : QObject(parent)
-    , m_dependencies(std::move(parts))
+    , m_dependencies(std::move(dependencies))
     , m_sessions(m_dependencies.store.load())
 {
 }
@@ -30,7 +30,7 @@ void MatchTracker::gameStarted(const QString& game, const QString& hero)
         if (m_current->hero.isEmpty()) {
             m_current->hero = hero;
         }
-        ++m_end;
+        ++m_endSchedule;
     } else {
         finish();
         m_current = MatchSession{.id = QUuid::createUuid(),
@@ -50,9 +50,9 @@ void MatchTracker::gameEnded(const QString& game)
         return;
     }
     const QPointer<MatchTracker> tracker(this);
-    m_dependencies.main.postAfter(SettlingTime, [tracker, end = ++m_end] {
+    m_dependencies.main.postAfter(EndDelay, [tracker, schedule = ++m_endSchedule] {
         auto* const self = tracker.data();
-        if (self != nullptr && self->m_end == end) {
+        if (self != nullptr && self->m_endSchedule == schedule) {
             self->finish();
         }
     });
@@ -79,7 +79,7 @@ void MatchTracker::finish()
     if (!m_current) {
         return;
     }
-    ++m_end;
+    ++m_endSchedule;
     auto session = *std::exchange(m_current, std::nullopt);
     session.end = m_dependencies.now();
     Q_EMIT currentChanged();
@@ -123,7 +123,7 @@ void MatchTracker::deleteClips(const QStringList& paths, const QUuid& id)
 
 void MatchTracker::persist()
 {
-    // Only the file is cut to its greatest length: what is in memory keeps until the program ends.
+    // MatchStore limits the file only; all matches of this process stay in memory.
     m_dependencies.store.save(m_sessions);
     Q_EMIT sessionsChanged();
 }

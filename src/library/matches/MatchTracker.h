@@ -15,10 +15,10 @@
 
 namespace quelto {
 
-/// Turns the watchers' starts and ends into a list of played matches, each with the clips that were saved during it.
+/// Builds the list of played matches, with the clips saved during each, from the start and end events of the watchers.
 ///
-/// The end of a match is debounced: a game reports it twice, a client may hang for a moment, and the last clip is
-/// mostly still being written when the match ends. The running match lives in memory only; a crash loses it, never its
+/// The end of a match is debounced: a game may report it twice, a client may hang briefly, and the last clip is usually
+/// still being written when the match ends. The running match is kept in memory only; a crash loses it, but not its
 /// clips.
 ///
 /// Thread: main.
@@ -35,8 +35,8 @@ public:
         Clock now = [] { return QDateTime::currentDateTime(); };
     };
 
-    /// Reads the store.
-    explicit MatchTracker(Dependencies parts, QObject* parent = nullptr);
+    /// Loads the store.
+    explicit MatchTracker(Dependencies dependencies, QObject* parent = nullptr);
 
     /// Finished matches, newest first.
     const QList<MatchSession>& sessions() const { return m_sessions; }
@@ -46,28 +46,28 @@ public:
     /// A finished match.
     std::optional<MatchSession> session(const QUuid& id) const;
 
-    /// The same game again before its end was settled goes on with the match that runs; another game ends that at once.
+    /// The same game within the debounce time continues the running match; another game ends it at once.
     void gameStarted(const QString& game, const QString& hero);
-    /// Settles ten seconds after the last call. Ignored for a game that is not the running match's.
+    /// Ends the match ten seconds after the last call. Ignored if the running match is of another game.
     void gameEnded(const QString& game);
-    /// An empty name never erases a known one.
+    /// An empty name does not replace a known one.
     void heroChanged(const QString& hero);
     void clipSaved(const QString& path);
 
-    /// Forgets the match; its clips stay.
+    /// Removes the match from the list and keeps its clips.
     void removeSession(const QUuid& id);
     enum class WithClips { no, yes };
     void deleteSession(const QUuid& id, WithClips withClips);
-    /// Moves clips to the trash, also where the match is not known, and takes them out of the match. A match without
-    /// clips stays listed.
+    /// Moves clips to the trash, even if the match is unknown, and removes them from the match. A match without clips
+    /// stays listed.
     void deleteClips(const QStringList& paths, const QUuid& id);
 
 Q_SIGNALS:
     void sessionsChanged();
     void currentChanged();
-    /// A match with clips is over and stored.
+    /// A match with clips ended and is stored.
     void matchOver(const quelto::MatchNotification& notification);
-    /// Before the match goes, so that no screen is left showing it.
+    /// Emitted before the match is removed, so that a screen that shows it can close.
     void sessionIsGoing(const QUuid& id);
 
 private:
@@ -77,8 +77,8 @@ private:
     Dependencies m_dependencies;
     QList<MatchSession> m_sessions;
     std::optional<MatchSession> m_current;
-    /// Counts ends asked for and called off, so that only the latest one that still stands is acted on.
-    std::uint64_t m_end = 0;
+    /// Incremented by each scheduled or cancelled end, so that only the latest scheduled one takes effect.
+    std::uint64_t m_endSchedule = 0;
 };
 
 } // namespace quelto

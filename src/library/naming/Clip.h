@@ -11,20 +11,21 @@
 
 namespace quelto {
 
-/// One clip file as its name and two attributes tell it; the video is not opened.
+/// One clip file, described by its name, date and size. The video is not opened.
 struct Clip {
-    /// Never fails: a name without " - " belongs to the game "Other" and is a title as a whole.
+    /// Never fails. A name without " - " has the translated word for "Other" as its game, and the whole stem as its
+    /// title.
     explicit Clip(const QString& path);
-    /// The same of a file that was looked at already.
-    Clip(const QString& path, const std::optional<FileStat>& facts);
+    /// Takes attributes that were read before; nothing if there are none.
+    Clip(const QString& path, const std::optional<FileStat>& stat);
 
     QString path;
     QString game;
     QString title;
-    /// When it was made: a copy on another disk keeps the day by its modification time. The present time if the file
-    /// system tells none.
+    /// The creation time. A copy on another disk keeps its date, because an earlier modification time counts. The
+    /// current time if the file system gives none.
     QDateTime date;
-    /// Units: bytes; 0 if the file system tells none.
+    /// Units: bytes. 0 if the file system gives none.
     qint64 size = 0;
     std::optional<ClipTier> autoTier;
     qint64 autoScore = 0;
@@ -32,18 +33,18 @@ struct Clip {
 
     bool operator==(const Clip&) const = default;
 
-    /// Whether the name has a game in it; otherwise its game is a word of the present language.
+    /// Whether the game comes from the name; otherwise it is a word of the current language.
     bool hasOwnGame() const;
 
-    /// The title still begins with the date that the recorder gave it.
+    /// Whether the title starts with the date that the recorder wrote.
     bool hasDefaultTitle() const;
-    /// What a list shows: the moment's headline, a wording for an unnamed clip, or the title that the user gave.
+    /// The title for lists: the moment's label, "GAME clip" for a default title, or the user's title.
     QString displayTitle() const;
-    /// The aspect export marks upright pictures in the name.
+    /// Whether the picture is in portrait format, by the mark that the aspect export writes into the name.
     bool isTall() const;
-    /// In decimal units and the language's numbers: "12,4 MB".
+    /// In decimal units and the language's number format: "12,4 MB".
     QString sizeText() const;
-    /// Hour and minute in the language's order.
+    /// Hour and minute in the language's format.
     QString timeText() const;
 };
 

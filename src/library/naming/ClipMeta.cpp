@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipMeta.h"
 
+#include "library/naming/ClipName.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -13,13 +15,13 @@ namespace quelto {
 
 namespace {
 
-// No sidecar of ours comes near this; a larger file is not one.
-constexpr qint64 MostBytesOfASidecar = 16 * 1024 * 1024;
+// Far above the size of any real sidecar; bounds memory.
+constexpr qint64 MaxSidecarBytes = 16 * 1024 * 1024;
 
-/// A field of the wrong type: the object as a whole is no sidecar.
-struct NoSidecar : std::runtime_error {
-    NoSidecar()
-        : std::runtime_error("not a sidecar")
+/// A field has the wrong type, which invalidates the whole sidecar.
+struct InvalidSidecar : std::runtime_error {
+    InvalidSidecar()
+        : std::runtime_error("invalid sidecar")
     {
     }
 };
@@ -29,7 +31,7 @@ std::optional<QString> optionalText(const QJsonValue& value)
     if (value.isUndefined() || value.isNull()) {
         return std::nullopt;
     }
-    return value.isString() ? value.toString() : throw NoSidecar();
+    return value.isString() ? value.toString() : throw InvalidSidecar();
 }
 
 std::optional<qint64> optionalInteger(const QJsonValue& value)
@@ -37,20 +39,21 @@ std::optional<qint64> optionalInteger(const QJsonValue& value)
     if (value.isUndefined() || value.isNull()) {
         return std::nullopt;
     }
-    constexpr double Exact = 9007199254740992.0; // 2^53
-    const auto number = value.isDouble() ? value.toDouble() : throw NoSidecar();
-    return std::trunc(number) == number && std::abs(number) <= Exact ? static_cast<qint64>(number) : throw NoSidecar();
+    constexpr double MaxExactInteger = 9007199254740992.0; // 2^53
+    const auto number = value.isDouble() ? value.toDouble() : throw InvalidSidecar();
+    return std::trunc(number) == number && std::abs(number) <= MaxExactInteger ? static_cast<qint64>(number)
+                                                                               : throw InvalidSidecar();
 }
 
 QList<ClipMeta::Event> eventsIn(const QJsonValue& value)
 {
     QList<ClipMeta::Event> events;
-    const auto list = value.isArray() ? value.toArray() : throw NoSidecar();
+    const auto list = value.isArray() ? value.toArray() : throw InvalidSidecar();
     for (const auto& each : list) {
         const auto time = each.toObject().value(QStringLiteral("t"));
         const auto name = each.toObject().value(QStringLiteral("name"));
         if (!time.isDouble() || !name.isString()) {
-            throw NoSidecar();
+            throw InvalidSidecar();
         }
         events.append({time.toDouble(), name.toString()});
     }
@@ -80,13 +83,13 @@ ClipMeta ClipMeta::of(const Moment& moment, double duration)
 QString ClipMeta::pathFor(const QString& clipPath)
 {
     const QFileInfo clip(clipPath);
-    return clip.path() + QStringLiteral("/.") + clip.fileName() + QStringLiteral(".json");
+    return clip.path() + u'/' + sidecarFileName(clip.fileName());
 }
 
 std::optional<ClipMeta> ClipMeta::load(const QString& clipPath)
 {
     QFile file(pathFor(clipPath));
-    if (!file.open(QIODevice::ReadOnly) || file.size() > MostBytesOfASidecar) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > MaxSidecarBytes) {
         return std::nullopt;
     }
     const auto object = QJsonDocument::fromJson(file.readAll()).object();
@@ -96,7 +99,7 @@ std::optional<ClipMeta> ClipMeta::load(const QString& clipPath)
                         .tier = optionalText(object.value(QStringLiteral("tier"))),
                         .score = optionalInteger(object.value(QStringLiteral("score"))),
                         .events = eventsIn(object.value(QStringLiteral("events")))};
-    } catch (const NoSidecar&) {
+    } catch (const InvalidSidecar&) {
         return std::nullopt;
     }
 }

@@ -10,13 +10,12 @@
 
 namespace quelto {
 
-/// The hidden sidecar beside a clip: where in it what happened.
+/// The content of the hidden sidecar beside a clip: the event markers of the timeline.
 ///
-/// It is a nicety and never gets in a clip's way: reading and writing fail in silence, and a damaged sidecar is like
-/// none.
+/// Errors: none. Metadata is optional, so reading and writing fail silently, and a damaged sidecar counts as missing.
 struct ClipMeta {
     struct Event {
-        /// Units: seconds from the start of the clip's file; never negative.
+        /// Units: seconds from the start of the clip file; never negative.
         double t = 0;
         QString name;
 
@@ -32,11 +31,11 @@ struct ClipMeta {
 
     bool operator==(const ClipMeta&) const = default;
 
-    /// The sidecar of a fresh clip. Markers are counted back from the real end of the file, which can be shorter than
-    /// the moment asked for. Units: seconds.
+    /// The sidecar of a new clip. Marker times count back from the actual end of the file, which can be shorter than
+    /// the moment requested. Units: seconds.
     static ClipMeta of(const Moment& moment, double duration);
 
-    /// The sidecar's path: in the same folder, a dot, the clip's whole file name, ".json".
+    /// The sidecar's path, in the clip's folder.
     static QString pathFor(const QString& clipPath);
     static std::optional<ClipMeta> load(const QString& clipPath);
     static void move(const QString& oldClipPath, const QString& newClipPath);

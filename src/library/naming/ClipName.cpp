@@ -1,22 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipName.h"
 
+#include <array>
+#include <climits>
+
 namespace quelto {
 
 namespace {
 
-// NAME_MAX of the usual file systems is 255 bytes; the sidecar adds a dot in front and ".json" behind.
-constexpr qsizetype MostBytesOfAName = 255 - 6;
+constexpr QStringView Separator = u" - ";
+constexpr std::array<QByteArrayView, 3> VideoExtensions{"mp4", "mov", "m4v"};
 
-QString sanitised(QString text)
+QString withoutPathCharacters(QString text)
 {
-    text.replace(u'/', u'-').replace(u':', u'-');
-    // No file system takes a zero byte.
-    text.remove(QChar(u'\0'));
-    return text;
+    return text.replace(u'/', u'-').replace(u':', u'-');
 }
 
-/// Takes whole characters off the end until the text is the given number of bytes shorter, or empty.
+QString sanitised(const QString& text)
+{
+    // No file system accepts a zero byte.
+    return withoutPathCharacters(text).remove(QChar(u'\0'));
+}
+
+/// Removes whole characters from the end until the text is the given number of bytes shorter, or empty.
 QString shortenedBy(QString text, qsizetype bytes)
 {
     const auto target = text.toUtf8().size() - bytes;
@@ -26,11 +32,51 @@ QString shortenedBy(QString text, qsizetype bytes)
     return text.trimmed();
 }
 
+bool isDigit(QChar letter)
+{
+    return letter >= u'0' && letter <= u'9';
+}
+
+QStringView stemOf(QStringView fileName)
+{
+    const auto dot = fileName.lastIndexOf(u'.');
+    return dot < 0 ? fileName : fileName.first(dot);
+}
+
+/// Parses the text behind a bracket if it is "TIER SCORE] LABEL" up to the end; a label is one line.
+std::optional<MomentMark> parseMomentMark(QStringView text)
+{
+    const auto blank = text.indexOf(u' ');
+    const auto tier = blank < 0 ? std::nullopt : tierFromTag(text.first(blank).toString());
+    if (!tier) {
+        return std::nullopt;
+    }
+    text = text.sliced(blank + 1);
+    const auto digits = std::ranges::find_if_not(text, isDigit) - text.begin();
+    const auto label = text.sliced(digits);
+    constexpr QStringView Between = u"] ";
+    if (digits == 0 || !label.startsWith(Between) || label.size() == Between.size() || label.contains(u'\n')) {
+        return std::nullopt;
+    }
+    return MomentMark{
+        .tier = *tier, .score = text.first(digits).toLongLong(), .label = label.sliced(Between.size()).toString()};
+}
+
+std::optional<MomentMark> firstMomentMark(QStringView title)
+{
+    for (auto at = title.indexOf(u'['); at >= 0; at = title.indexOf(u'[', at + 1)) {
+        if (auto mark = parseMomentMark(title.sliced(at + 1))) {
+            return mark;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 QString clipFileStem(const QString& game, const QDateTime& date)
 {
-    return sanitised(game) + QStringLiteral(" - ") + date.toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
+    return sanitised(game).append(Separator).append(date.toString(QStringLiteral("yyyy-MM-dd HH.mm.ss")));
 }
 
 QString clipFileName(const ClipNameParts& parts, int mark)
@@ -41,7 +87,7 @@ QString clipFileName(const ClipNameParts& parts, int mark)
         return clipFileStem(game, parts.date) + (mark > 1 ? QStringLiteral(" (%1)").arg(mark) : QString()) +
             (suffix.isEmpty() ? QString() : u' ' + suffix) + QStringLiteral(".mp4");
     };
-    const auto excess = [&] { return name().toUtf8().size() - MostBytesOfAName; };
+    const auto excess = [&] { return sidecarFileName(name()).toUtf8().size() - NAME_MAX; };
     if (excess() > 0) {
         suffix = shortenedBy(suffix, excess());
     }
@@ -49,6 +95,68 @@ QString clipFileName(const ClipNameParts& parts, int mark)
         game = shortenedBy(game, excess());
     }
     return name();
+}
+
+QString momentSuffix(ClipTier tier, qint64 score, const QString& label)
+{
+    return QStringLiteral("[%1 %2] ").arg(tagOf(tier)).arg(score) + label;
+}
+
+std::optional<QString> renamedClipFileName(const QString& game, const QString& title, const QString& extension)
+{
+    const auto text = withoutPathCharacters(title.trimmed());
+    if (text.isEmpty() || text.contains(QChar(u'\0'))) {
+        return std::nullopt;
+    }
+    return QString(game).append(Separator).append(text).append(u'.').append(extension);
+}
+
+QString sidecarFileName(const QString& clipFileName)
+{
+    return u'.' + clipFileName + QStringLiteral(".json");
+}
+
+ParsedClipName parseClipFileName(QStringView fileName)
+{
+    ParsedClipName parsed;
+    const auto stem = stemOf(fileName);
+    if (const auto at = stem.indexOf(Separator); at >= 0) {
+        parsed.game = stem.first(at).toString();
+        parsed.title = stem.sliced(at + Separator.size()).toString();
+    } else {
+        parsed.title = stem.toString();
+    }
+    parsed.moment = firstMomentMark(parsed.title);
+    return parsed;
+}
+
+bool clipFileNameHasGame(QStringView fileName)
+{
+    return stemOf(fileName).contains(Separator);
+}
+
+qsizetype dateLength(QStringView title)
+{
+    constexpr QStringView Form = u"dddd-dd-dd dd.dd.dd";
+    const auto fits = [](QChar letter, QChar form) { return form == u'd' ? isDigit(letter) : letter == form; };
+    return title.size() >= Form.size() && std::ranges::equal(title.first(Form.size()), Form, fits) ? Form.size() : 0;
+}
+
+bool hasTallMark(QStringView title)
+{
+    return title.contains(u"(9x16)") || title.contains(u"(4x5)");
+}
+
+bool isClipFileName(QByteArrayView fileName) noexcept
+{
+    const auto dot = fileName.lastIndexOf('.');
+    if (dot <= 0 || fileName.front() == '.') {
+        return false;
+    }
+    const auto extension = fileName.sliced(dot + 1);
+    return std::ranges::any_of(VideoExtensions, [extension](QByteArrayView each) {
+        return each.compare(extension, Qt::CaseInsensitive) == 0;
+    });
 }
 
 } // namespace quelto

@@ -1,29 +1,78 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "moments/scoring/ClipTier.h"
+
+#include <QByteArrayView>
 #include <QDateTime>
 #include <QString>
 
 #include <optional>
 
+/// The grammar of clip file names, in both directions. The recorder writes
+///
+///     GAME - yyyy-MM-dd HH.mm.ss[ (MARK)][ [TIER SCORE] LABEL].mp4
+///
+/// and a renamed clip is "GAME - TITLE.EXTENSION". All functions are pure.
 namespace quelto {
 
-/// The parts of a clip file's name, before they are made fit for a file system.
+/// What a clip's name is composed from. The texts may hold characters that a file name must not have.
 struct ClipNameParts {
     QString game;
     /// Local time at which the file is written.
     QDateTime date;
-    /// Tier, score and label of a clip that a moment made.
+    /// The result of momentSuffix; none for a clip that the user saved.
     std::optional<QString> suffix;
 };
 
-/// The name's beginning: the sanitised game, " - " and the date in the form that Clip reads back.
+/// The tier, score and label that an automatic clip carries in its name.
+struct MomentMark {
+    ClipTier tier;
+    qint64 score = 0;
+    QString label;
+};
+
+/// What a name says about a clip.
+struct ParsedClipName {
+    /// Nothing if the name has no " - "; the whole stem is the title then.
+    std::optional<QString> game;
+    QString title;
+    std::optional<MomentMark> moment;
+};
+
+/// The sanitised game, " - " and the date.
 QString clipFileStem(const QString& game, const QDateTime& date);
 
 /// The whole name with the extension "mp4". From mark 2 on, " (mark)" stands between date and suffix.
 ///
-/// A name that no file system would take is shortened at the end of the suffix, then of the game, never in the middle
-/// of a character; the sidecar's name, six bytes longer, fits as well.
+/// Shortens a name that is too long for a file system: first the end of the suffix, then the end of the game, never
+/// within a character. The sidecar's name, which is longer, fits as well.
 QString clipFileName(const ClipNameParts& parts, int mark = 1);
+
+/// "[TIER SCORE] LABEL", the suffix of an automatic clip.
+QString momentSuffix(ClipTier tier, qint64 score, const QString& label);
+
+/// The name of a clip that the user gives a title. The title is trimmed and sanitised; nothing if it is empty or has a
+/// zero character.
+std::optional<QString> renamedClipFileName(const QString& game, const QString& title, const QString& extension);
+
+/// The name of a clip's hidden sidecar.
+QString sidecarFileName(const QString& clipFileName);
+
+/// Never fails. The extension is not part of the title.
+ParsedClipName parseClipFileName(QStringView fileName);
+
+/// Whether a name has a game, without parsing the rest.
+bool clipFileNameHasGame(QStringView fileName);
+
+/// The length of the date at the start of a title, 0 if there is none.
+qsizetype dateLength(QStringView title);
+
+/// Whether a title has one of the marks that the aspect export gives portrait pictures.
+bool hasTallMark(QStringView title);
+
+/// Whether a directory entry is taken for a clip: a video by its extension, in upper or lower case, and not hidden. The
+/// name is in the file system's encoding.
+bool isClipFileName(QByteArrayView fileName) noexcept;
 
 } // namespace quelto

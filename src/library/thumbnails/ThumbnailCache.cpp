@@ -10,8 +10,8 @@ namespace quelto {
 
 namespace {
 
-/// A few screens full of cards.
-constexpr qsizetype PictureBytes = qsizetype{192} << 20U;
+/// Enough for several screens of cards.
+constexpr qsizetype MaxPictureBytes = qsizetype{192} << 20U;
 
 int threadCount()
 {
@@ -23,19 +23,19 @@ int threadCount()
 struct ThumbnailCache::State {
     struct Request {
         QString path;
-        /// Empty once it ran.
+        /// Empty after the call.
         Callback callback;
     };
     struct Read {
-        /// Its turn among those that wait; nothing once it has begun.
-        std::optional<quint64> turn;
+        /// The key in `waiting`; nothing after the read has started.
+        std::optional<quint64> position;
         QList<quint64> tickets;
     };
 
-    explicit State(const Dependencies& parts)
-        : main(parts.main)
-        , read(parts.read)
-        , pictures(parts.byteLimit)
+    explicit State(const Dependencies& dependencies)
+        : main(dependencies.main)
+        , read(dependencies.read)
+        , pictures(dependencies.byteLimit)
     {
     }
 
@@ -46,34 +46,34 @@ struct ThumbnailCache::State {
     std::mutex lock;
     ThumbnailLru pictures;
     QHash<QString, ClipInfo> infos;
-    QHash<quint64, Request> wishes;
+    QHash<quint64, Request> requests;
     QHash<QString, Read> reads;
-    /// By turn, the newest last.
+    /// Paths by the number of their newest request.
     std::map<quint64, QString> waiting;
     quint64 lastNumber = 0;
-    /// Nothing goes to the main queue any more.
-    bool isEnding = false;
+    /// The cache is destroyed, and the main queue may be gone.
+    bool isClosed = false;
 
-    void withdraw(quint64 number);
+    void cancel(quint64 number);
     static void readNewest(const std::shared_ptr<State>& state);
-    void keep(const std::shared_ptr<State>& self, const QString& path, const ClipPreview& reading);
+    void store(const std::shared_ptr<State>& self, const QString& path, const ClipPreview& result);
     void deliver(quint64 number, const QImage& picture, const ClipInfo& info);
 };
 
-void ThumbnailCache::State::withdraw(quint64 number)
+void ThumbnailCache::State::cancel(quint64 number)
 {
-    // Destroyed behind the lock: what a callback holds may be another ticket.
-    Request wish;
+    // Destroyed after the lock is released, because the callback may own another ticket.
+    Request request;
     const std::scoped_lock guard(lock);
-    wish = wishes.take(number);
-    pictures.unpin(wish.path);
-    const auto reading = reads.find(wish.path);
-    if (reading == reads.end() || !reading->tickets.removeOne(number)) {
+    request = requests.take(number);
+    pictures.unpin(request.path);
+    const auto pending = reads.find(request.path);
+    if (pending == reads.end() || !pending->tickets.removeOne(number)) {
         return;
     }
-    if (reading->tickets.isEmpty() && reading->turn) {
-        waiting.erase(*reading->turn);
-        reads.erase(reading);
+    if (pending->tickets.isEmpty() && pending->position) {
+        waiting.erase(*pending->position);
+        reads.erase(pending);
     }
 }
 
@@ -86,33 +86,31 @@ void ThumbnailCache::State::readNewest(const std::shared_ptr<State>& state)
             return;
         }
         path = state->waiting.extract(std::prev(state->waiting.end())).mapped();
-        state->reads[path].turn.reset();
+        state->reads[path].position.reset();
     }
-    const auto reading = state->read(path, state->stop.get_token());
-    state->keep(state, path, reading);
+    const auto result = state->read(path, state->stop.get_token());
+    state->store(state, path, result);
 }
 
-void ThumbnailCache::State::keep(const std::shared_ptr<State>& self, const QString& path, const ClipPreview& reading)
+void ThumbnailCache::State::store(const std::shared_ptr<State>& self, const QString& path, const ClipPreview& result)
 {
-    const auto& metadata = reading.metadata;
-    const ClipInfo info{
-        .duration = metadata.duration, .width = metadata.width, .height = metadata.height, .fps = metadata.fps};
+    const auto& info = result.info;
     const std::scoped_lock guard(lock);
-    if (isEnding) {
+    if (isClosed) {
         return;
     }
     infos.insert(path, info);
-    if (!reading.thumbnail.isNull()) {
-        pictures.put(path, reading.thumbnail);
+    if (!result.thumbnail.isNull()) {
+        pictures.put(path, result.thumbnail);
     }
     const auto tickets = reads.take(path).tickets;
     if (tickets.isEmpty()) {
         return;
     }
-    main.post([state = std::weak_ptr(self), tickets, picture = reading.thumbnail, info] {
+    main.post([state = std::weak_ptr(self), tickets, picture = result.thumbnail, info] {
         for (const auto number : tickets) {
-            if (const auto living = state.lock()) {
-                living->deliver(number, picture, info);
+            if (const auto locked = state.lock()) {
+                locked->deliver(number, picture, info);
             }
         }
     });
@@ -123,8 +121,8 @@ void ThumbnailCache::State::deliver(quint64 number, const QImage& picture, const
     Callback callback;
     {
         const std::scoped_lock guard(lock);
-        if (const auto wish = wishes.find(number); wish != wishes.end()) {
-            callback = std::exchange(wish->callback, nullptr);
+        if (const auto request = requests.find(number); request != requests.end()) {
+            callback = std::exchange(request->callback, nullptr);
         }
     }
     if (callback) {
@@ -156,9 +154,9 @@ ThumbnailCache::Ticket& ThumbnailCache::Ticket::operator=(Ticket&& other) noexce
 
 void ThumbnailCache::Ticket::drop() noexcept
 {
-    // Empty first: withdrawing destroys the callback, and with it what may hold this very ticket.
+    // Reset the member first: cancelling destroys the callback, which may own this ticket.
     if (const auto state = std::exchange(m_state, {}).lock()) {
-        state->withdraw(m_number);
+        state->cancel(m_number);
     }
 }
 
@@ -168,28 +166,29 @@ ThumbnailCache::ThumbnailCache(TaskQueue& main)
           .main = main,
           .work = {},
           .read = [](const QString& path, const std::stop_token& stop) { return readClip(path, stop); },
-          .byteLimit = PictureBytes,
+          .byteLimit = MaxPictureBytes,
       }))
     , m_work([this](Task task) { m_threads->post(std::move(task)); })
 {
 }
 
-ThumbnailCache::ThumbnailCache(const Dependencies& parts)
-    : m_state(std::make_shared<State>(parts))
-    , m_work(parts.work)
+ThumbnailCache::ThumbnailCache(const Dependencies& dependencies)
+    : m_state(std::make_shared<State>(dependencies))
+    , m_work(dependencies.work)
 {
 }
 
 ThumbnailCache::~ThumbnailCache()
 {
     m_state->stop.request_stop();
+    // Destroyed after the lock is released, because the callbacks may own tickets.
     QHash<quint64, State::Request> dropped;
     {
         const std::scoped_lock guard(m_state->lock);
-        m_state->isEnding = true;
+        m_state->isClosed = true;
         m_state->waiting.clear();
         m_state->reads.clear();
-        dropped.swap(m_state->wishes);
+        dropped.swap(m_state->requests);
     }
 }
 
@@ -212,25 +211,25 @@ ThumbnailCache::Ticket ThumbnailCache::load(const QString& path, Callback callba
     const auto number = ++m_state->lastNumber;
     Ticket ticket(m_state, number);
     m_state->pictures.pin(path);
-    auto& wish = m_state->wishes[number];
-    wish.path = path;
+    auto& request = m_state->requests[number];
+    request.path = path;
     const auto picture = m_state->pictures.find(path);
     if (!picture.isNull()) {
-        // Wherever there is a picture there is data: both are stored in one go.
+        // Picture and data are always stored together.
         const auto info = m_state->infos.value(path);
         guard.unlock();
         callback(picture, info);
         return ticket;
     }
-    wish.callback = std::move(callback);
+    request.callback = std::move(callback);
     const bool isNew = !m_state->reads.contains(path);
-    auto& reading = m_state->reads[path];
-    reading.tickets.append(number);
-    if (isNew || reading.turn) {
-        if (reading.turn) {
-            m_state->waiting.erase(*reading.turn);
+    auto& pending = m_state->reads[path];
+    pending.tickets.append(number);
+    if (isNew || pending.position) {
+        if (pending.position) {
+            m_state->waiting.erase(*pending.position);
         }
-        reading.turn = number;
+        pending.position = number;
         m_state->waiting.emplace(number, path);
     }
     guard.unlock();

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "base/tasks/TaskQueue.h"
-#include "library/thumbnails/ClipInfo.h"
 #include "media/reader/ClipReader.h"
 
 #include <QImage>
@@ -14,24 +13,23 @@ namespace quelto {
 
 class BackgroundThreads;
 
-/// Pictures and technical data of clips, read when somebody wants to show them, a few files at a time, the newest wish
-/// first: those are the cards that scrolled into sight last.
+/// Thumbnails and technical data of clips, read on demand and a few files at a time. The newest request is read first,
+/// because it belongs to the card that scrolled into view last.
 ///
-/// What was read under a path is kept until the process ends, also when another file takes the path. Only pictures go
-/// when they take too much room, and none whose ticket lives.
+/// Data is cached by path until the process ends, even if another file replaces the clip. Pictures are evicted when
+/// they exceed the byte limit, except those with a live ticket.
 ///
-/// Thread: main, if nothing else is said. Destruction waits a moment for the files being read, not for a disk that
+/// Thread: main, unless stated otherwise. Destruction waits briefly for the files being read, but not for a disk that
 /// hangs.
 class ThumbnailCache {
     struct State;
 
 public:
-    /// A null image if the file gave none.
+    /// The image is null if the file has no picture.
     using Callback = std::function<void(const QImage&, const ClipInfo&)>;
 
-    /// Somebody's wish to see a clip, for as long as it is on screen. Without it the callback is not run any more, a
-    /// file that nobody else waits for is not read if that has not begun, and the picture may go. It may outlive the
-    /// cache.
+    /// Keeps a request alive while its clip is on screen. Dropping it cancels the callback and a read that has not
+    /// started, unless another ticket needs it, and allows the picture to be evicted. May outlive the cache.
     class Ticket {
     public:
         Ticket() = default;
@@ -49,30 +47,31 @@ public:
     };
 
     struct Dependencies {
-        /// Where callbacks run.
+        /// Runs the callbacks.
         TaskQueue& main;
-        /// Where files are read: runs tasks in order, several at a time. Thread: called from main.
+        /// Reads the files: starts tasks in order, several at a time. Thread: called from main.
         std::function<void(Task)> work;
-        /// Thread: those of the work.
+        /// Thread: called within tasks of `work`.
         std::function<ClipPreview(const QString& path, const std::stop_token& stop)> read;
-        /// For pictures.
+        /// Limit of all pictures together.
         qsizetype byteLimit;
     };
 
-    /// With threads of its own and the real files. The queue must outlive the cache.
+    /// Reads real files on its own threads. The queue must outlive the cache.
     explicit ThumbnailCache(TaskQueue& main);
-    explicit ThumbnailCache(const Dependencies& parts);
+    explicit ThumbnailCache(const Dependencies& dependencies);
     ~ThumbnailCache();
     ThumbnailCache(const ThumbnailCache&) = delete;
     ThumbnailCache& operator=(const ThumbnailCache&) = delete;
 
-    /// Null if there is none. Thread: any.
+    /// Null if there is none.
+    /// Thread: any.
     QImage cachedImage(const QString& path) const;
     /// Thread: any.
     std::optional<ClipInfo> cachedInfo(const QString& path) const;
 
-    /// Runs the callback once: before it returns if both picture and data are there, otherwise on the main queue when
-    /// the file was read. A file without a picture is read again for each wish.
+    /// Calls the callback once: before returning if the picture is cached, otherwise on the main queue after the file
+    /// was read. A file without a picture is read again for each request.
     [[nodiscard]] Ticket load(const QString& path, Callback callback);
 
 private:

@@ -5,24 +5,24 @@ namespace quelto {
 
 QImage ThumbnailLru::find(const QString& path)
 {
-    const auto found = m_placeOf.constFind(path);
-    if (found == m_placeOf.cend()) {
+    const auto found = m_entryByPath.constFind(path);
+    if (found == m_entryByPath.cend()) {
         return {};
     }
-    m_places.splice(m_places.begin(), m_places, *found);
-    return m_places.front().picture;
+    m_entries.splice(m_entries.begin(), m_entries, *found);
+    return m_entries.front().picture;
 }
 
 void ThumbnailLru::put(const QString& path, const QImage& picture)
 {
-    if (const auto found = m_placeOf.constFind(path); found != m_placeOf.cend()) {
+    if (const auto found = m_entryByPath.constFind(path); found != m_entryByPath.cend()) {
         m_bytes -= (*found)->picture.sizeInBytes();
-        m_places.erase(*found);
+        m_entries.erase(*found);
     }
-    m_places.push_front({path, picture});
-    m_placeOf.insert(path, m_places.begin());
+    m_entries.push_front({path, picture});
+    m_entryByPath.insert(path, m_entries.begin());
     m_bytes += picture.sizeInBytes();
-    makeRoom();
+    evict();
 }
 
 void ThumbnailLru::pin(const QString& path)
@@ -37,18 +37,18 @@ void ThumbnailLru::unpin(const QString& path)
         return;
     }
     m_pins.erase(pins);
-    makeRoom();
+    evict();
 }
 
-void ThumbnailLru::makeRoom()
+void ThumbnailLru::evict()
 {
-    auto place = m_places.end();
-    while (m_bytes > m_byteLimit && place != m_places.begin()) {
-        --place;
-        if (!m_pins.contains(place->path)) {
-            m_bytes -= place->picture.sizeInBytes();
-            m_placeOf.remove(place->path);
-            place = m_places.erase(place);
+    auto entry = m_entries.end();
+    while (m_bytes > m_byteLimit && entry != m_entries.begin()) {
+        --entry;
+        if (!m_pins.contains(entry->path)) {
+            m_bytes -= entry->picture.sizeInBytes();
+            m_entryByPath.remove(entry->path);
+            entry = m_entries.erase(entry);
         }
     }
 }

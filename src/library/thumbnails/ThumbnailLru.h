@@ -9,8 +9,8 @@
 
 namespace quelto {
 
-/// Pictures by path, up to a number of bytes. When there is no more room, those go that nobody asked for the longest;
-/// pinned ones stay whatever room they take.
+/// A cache of pictures by path with a byte limit. Evicts the least recently used pictures first, never pinned ones,
+/// even if those exceed the limit.
 ///
 /// Thread: one at a time; it has no lock.
 class ThumbnailLru {
@@ -20,29 +20,29 @@ public:
     {
     }
 
-    /// Null if it is not there.
+    /// Null if the picture is not cached. Marks it as the most recently used.
     QImage find(const QString& path);
     void put(const QString& path, const QImage& picture);
 
-    /// Pins count, and need no picture to be there yet.
+    /// Pins are counted, and may precede the picture.
     void pin(const QString& path);
     void unpin(const QString& path);
 
     qsizetype bytes() const noexcept { return m_bytes; }
 
 private:
-    struct Place {
+    struct Entry {
         QString path;
         QImage picture;
     };
 
-    void makeRoom();
+    void evict();
 
     qsizetype m_byteLimit;
     qsizetype m_bytes = 0;
-    /// The last one that was asked for stands in front.
-    std::list<Place> m_places;
-    QHash<QString, std::list<Place>::iterator> m_placeOf;
+    /// Most recently used first.
+    std::list<Entry> m_entries;
+    QHash<QString, std::list<Entry>::iterator> m_entryByPath;
     QHash<QString, int> m_pins;
 };
 

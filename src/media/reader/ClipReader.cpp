@@ -31,15 +31,15 @@ double durationOf(const AVFormatContext& context)
     return duration;
 }
 
-void readMetadata(const AVStream& stream, ClipMetadata& metadata)
+void readMetadata(const AVStream& stream, ClipInfo& info)
 {
     const auto aspect = stream.sample_aspect_ratio;
     const auto stretch = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1.0;
     const auto width = stream.codecpar->width * stretch;
-    metadata.width = width <= INT_MAX ? static_cast<int>(width) : 0;
-    metadata.height = stream.codecpar->height;
+    info.width = width <= INT_MAX ? static_cast<int>(width) : 0;
+    info.height = stream.codecpar->height;
     if (stream.avg_frame_rate.num > 0 && stream.avg_frame_rate.den > 0) {
-        metadata.fps = av_q2d(stream.avg_frame_rate);
+        info.fps = av_q2d(stream.avg_frame_rate);
     }
 }
 
@@ -62,10 +62,10 @@ ClipPreview readClip(const QString& path, const std::stop_token& stop, HostDurat
     ClipPreview preview;
     try {
         const Demuxer demuxer(path, Deadline(stop, timeLimit));
-        preview.metadata.duration = durationOf(demuxer.context());
+        preview.info.duration = durationOf(demuxer.context());
         if (auto* stream = demuxer.videoStream()) {
-            readMetadata(*stream, preview.metadata);
-            preview.thumbnail = readThumbnail(demuxer, *stream, preview.metadata.duration);
+            readMetadata(*stream, preview.info);
+            preview.thumbnail = readThumbnail(demuxer, *stream, preview.info.duration);
         }
     } catch (const std::exception&) {
         // Returns the results so far.

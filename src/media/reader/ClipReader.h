@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/time/HostClock.h"
+#include "media/reader/ClipInfo.h"
 
 #include <QImage>
 #include <QString>
@@ -10,19 +11,8 @@
 
 namespace quelto {
 
-/// The metadata of a clip file; 0 for values that the file does not declare.
-struct ClipMetadata {
-    /// Units: seconds.
-    double duration = 0;
-    /// Of the first video track, in square pixels, before rotation for display.
-    int width = 0;
-    int height = 0;
-    /// The average frame rate; low for clips of a mostly still screen.
-    double fps = 0;
-};
-
 struct ClipPreview {
-    ClipMetadata metadata;
+    ClipInfo info;
     /// Rotated for display, in square pixels, at most 640 on its longer side and never enlarged. Null if there is none.
     QImage thumbnail;
 };

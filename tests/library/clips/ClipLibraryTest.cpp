@@ -14,16 +14,16 @@ protected:
         QObject::connect(&library, &ClipLibrary::clipsChanged, [this] { ++changes; });
     }
 
-    /// The list as it stands, without reading the folder.
+    /// The file names of the current list, without a reload.
     QStringList listed() const
     {
-        QStringList found;
-        std::ranges::transform(library.clips(), std::back_inserter(found),
+        QStringList names;
+        std::ranges::transform(library.clips(), std::back_inserter(names),
                                [](const Clip& clip) { return QFileInfo(clip.path).fileName(); });
-        return found;
+        return names;
     }
 
-    QString names()
+    QString reloadedNames()
     {
         library.reload();
         libraryTime.settle();
@@ -35,70 +35,70 @@ protected:
     int changes = 0;
 };
 
-TEST_F(ClipLibraryTest, MakesAMissingFolderAndShowsNothing)
+TEST_F(ClipLibraryTest, CreatesAMissingFolderAndListsNothing)
 {
     EXPECT_FALSE(library.isLoaded());
     libraryTime.settle();
     EXPECT_TRUE(library.isLoaded());
     EXPECT_TRUE(library.clips().isEmpty());
     EXPECT_TRUE(QDir(settings.saveFolder()).exists());
-    EXPECT_EQ(changes, 1) << "an empty list is news too when it is the first";
+    EXPECT_EQ(changes, 1) << "the first list is reported even if it is empty";
 }
 
-TEST_F(ClipLibraryTest, ReadsTheFolderFromTheStart)
+TEST_F(ClipLibraryTest, ScansTheFolderOnConstruction)
 {
     makeFile("a.mp4");
     libraryTime.settle();
     EXPECT_EQ(listed(), QStringList(QStringLiteral("a.mp4")));
 }
 
-TEST_F(ClipLibraryTest, ShowsTheNewestFirst)
+TEST_F(ClipLibraryTest, ListsNewestFirst)
 {
     makeFile("old.mp4", 100);
     makeFile("new.mp4", 1);
     makeFile("older.mp4", 1000);
-    EXPECT_EQ(names(), QStringLiteral("new.mp4 old.mp4 older.mp4"));
+    EXPECT_EQ(reloadedNames(), QStringLiteral("new.mp4 old.mp4 older.mp4"));
 }
 
-TEST_F(ClipLibraryTest, ListsTheSameClipsAsTheirPathsGive)
+TEST_F(ClipLibraryTest, ListedClipEqualsAClipMadeFromItsPath)
 {
     makeFile("Dota 2 - 2026-03-01 20.15.07 [EFSANE 95] RAMPAGE.mp4", 50);
-    names();
+    reloadedNames();
     ASSERT_EQ(library.clips().size(), 1);
     EXPECT_EQ(library.clips().first(), Clip(library.clips().first().path));
     EXPECT_EQ(library.clips().first().path, path("Dota 2 - 2026-03-01 20.15.07 [EFSANE 95] RAMPAGE.mp4"));
 }
 
-TEST_F(ClipLibraryTest, ReadsAnewWhatChangedUnderTheSameName)
+TEST_F(ClipLibraryTest, ReloadUpdatesAChangedFileOfTheSameName)
 {
     const auto file = makeFile("Dota 2 - a.mp4", 50);
     makeFile("Dota 2 - b.mp4", 100);
-    EXPECT_EQ(names(), QStringLiteral("Dota 2 - a.mp4 Dota 2 - b.mp4"));
+    EXPECT_EQ(reloadedNames(), QStringLiteral("Dota 2 - a.mp4 Dota 2 - b.mp4"));
     ASSERT_TRUE(QFile::resize(file, 10));
     makeFile("Dota 2 - b.mp4", 200);
     makeFile("Dota 2 - c.mp4", 300);
-    names();
+    reloadedNames();
     for (const auto& clip : library.clips()) {
         EXPECT_EQ(clip, Clip(clip.path)) << clip.path.toStdString();
     }
     makeFile("Dota 2 - a.mp4", 500);
-    EXPECT_EQ(names(), QStringLiteral("Dota 2 - b.mp4 Dota 2 - c.mp4 Dota 2 - a.mp4"));
+    EXPECT_EQ(reloadedNames(), QStringLiteral("Dota 2 - b.mp4 Dota 2 - c.mp4 Dota 2 - a.mp4"));
     EXPECT_EQ(library.clips().last(), Clip(file));
 }
 
-TEST_F(ClipLibraryTest, SaysNothingWhenNothingChanged)
+TEST_F(ClipLibraryTest, UnchangedFolderEmitsNoSignal)
 {
     makeFile("a.mp4");
-    names();
+    reloadedNames();
     const int before = changes;
-    names();
+    reloadedNames();
     EXPECT_EQ(changes, before);
     makeFile("b.mp4");
-    names();
+    reloadedNames();
     EXPECT_EQ(changes, before + 1);
 }
 
-TEST_F(ClipLibraryTest, ReadsOnTheWorkQueueOnly)
+TEST_F(ClipLibraryTest, ScansOnTheWorkQueue)
 {
     libraryTime.settle();
     makeFile("a.mp4");
@@ -108,12 +108,12 @@ TEST_F(ClipLibraryTest, ReadsOnTheWorkQueueOnly)
     EXPECT_EQ(library.clips().size(), 1);
 }
 
-TEST_F(ClipLibraryTest, AnswersARequestWithAListThatWasReadAfterIt)
+TEST_F(ClipLibraryTest, ReloadAnswersWithAScanThatStartedAfterIt)
 {
     libraryTime.settle();
     QStringList log;
     library.reload([&] { log.append(QStringLiteral("first ") + QString::number(library.clips().size())); });
-    // The reading for the first request is under way from here on; it has seen nothing of the file yet, but may have.
+    // The scan for the first request is posted; whether it sees the file is undefined.
     makeFile("a.mp4");
     library.reload([&] { log.append(QStringLiteral("second ") + QString::number(library.clips().size())); });
     library.reload([&] { log.append(QStringLiteral("third ") + QString::number(library.clips().size())); });
@@ -122,9 +122,9 @@ TEST_F(ClipLibraryTest, AnswersARequestWithAListThatWasReadAfterIt)
     EXPECT_EQ(log.join(u','), QStringLiteral("first 1,second 1,third 1"));
 }
 
-TEST_F(ClipLibraryTest, SharesOneReadingAmongRequestsThatComeDuringAnother)
+TEST_F(ClipLibraryTest, RequestsDuringAScanShareTheNextOne)
 {
-    // Each reading posts one task to either queue.
+    // Each scan posts one task to each queue.
     library.reload();
     for (int i = 0; i < 100; ++i) {
         library.reload();
@@ -134,7 +134,7 @@ TEST_F(ClipLibraryTest, SharesOneReadingAmongRequestsThatComeDuringAnother)
     EXPECT_EQ(libraryWork.posted(), 2);
 }
 
-TEST_F(ClipLibraryTest, MayBeAskedAgainFromAnAnswer)
+TEST_F(ClipLibraryTest, ReloadFromACallbackIsAnswered)
 {
     int answers = 0;
     library.reload([&] { library.reload([&] { ++answers; }); });
@@ -142,9 +142,9 @@ TEST_F(ClipLibraryTest, MayBeAskedAgainFromAnAnswer)
     EXPECT_EQ(answers, 1);
 }
 
-TEST_F(ClipLibraryTest, MayEndDuringAReading)
+TEST_F(ClipLibraryTest, DestructionDuringAScanDropsCallbacks)
 {
-    auto other = std::make_unique<ClipLibrary>(parts());
+    auto other = std::make_unique<ClipLibrary>(dependencies());
     bool isDone = false;
     other->reload([&] { isDone = true; });
     other->scheduleReload();
@@ -153,37 +153,33 @@ TEST_F(ClipLibraryTest, MayEndDuringAReading)
     EXPECT_FALSE(isDone);
 }
 
-TEST_F(ClipLibraryTest, AReadingMayOutliveTheLibraryAndItsMainQueue)
+TEST_F(ClipLibraryTest, ScanMayOutliveTheLibraryAndTheMainQueue)
 {
     libraryTime.settle();
     test::ManualTime workTime;
     test::ManualQueue work(workTime);
     auto otherMain = std::make_unique<test::ManualQueue>(libraryTime);
-    auto others = parts();
-    auto other = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = others.settings,
-                                                                         .trash = others.trash,
-                                                                         .files = others.files,
-                                                                         .pasteboard = others.pasteboard,
-                                                                         .main = *otherMain,
-                                                                         .work = work});
+    const auto shared = dependencies();
+    auto other = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{
+        .settings = shared.settings, .trash = shared.trash, .main = *otherMain, .work = work});
     other.reset();
-    // What comes late is not handed on.
+    // The late result is dropped.
     ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
     workTime.settle();
-    EXPECT_TRUE(QDir(settings.saveFolder()).exists()) << "it was read";
+    EXPECT_TRUE(QDir(settings.saveFolder()).exists()) << "the scan ran";
     EXPECT_EQ(otherMain->posted(), 0);
 }
 
-TEST_F(ClipLibraryTest, MayEndInAnAnswer)
+TEST_F(ClipLibraryTest, CallbackMayDestroyTheLibrary)
 {
-    auto other = std::make_unique<ClipLibrary>(parts());
+    auto other = std::make_unique<ClipLibrary>(dependencies());
     other->reload([&] { other.reset(); });
     other->reload();
     libraryTime.settle();
     EXPECT_EQ(other, nullptr);
 }
 
-TEST_F(ClipLibraryTest, SchedulesOneReloadAfterTheLastOfManyRequests)
+TEST_F(ClipLibraryTest, ScheduledReloadRunsOnceAfterTheLastRequest)
 {
     libraryTime.settle();
     const int before = libraryWork.posted();
@@ -198,7 +194,7 @@ TEST_F(ClipLibraryTest, SchedulesOneReloadAfterTheLastOfManyRequests)
     EXPECT_EQ(libraryWork.posted(), before + 1);
 }
 
-TEST_F(ClipLibraryTest, TakesVideosOnlyWhateverTheirCase)
+TEST_F(ClipLibraryTest, ListsVideoExtensionsInAnyCase)
 {
     makeFile("a.MP4", 60);
     makeFile("b.mov", 120);
@@ -207,32 +203,32 @@ TEST_F(ClipLibraryTest, TakesVideosOnlyWhateverTheirCase)
     makeFile("mp4", 300);
     makeFile("e.mp4.part", 360);
     makeFile("f.", 420);
-    EXPECT_EQ(names(), QStringLiteral("a.MP4 b.mov c.m4v"));
+    EXPECT_EQ(reloadedNames(), QStringLiteral("a.MP4 b.mov c.m4v"));
 }
 
-TEST_F(ClipLibraryTest, LeavesOutHiddenFilesAndSubFolders)
+TEST_F(ClipLibraryTest, SkipsHiddenFilesAndSubfolders)
 {
     makeFile("clip.mp4");
     makeFile(".clip.mp4.json");
     makeFile(".hidden.mp4");
     ASSERT_TRUE(QDir(settings.saveFolder()).mkpath(QStringLiteral("folder.mp4")));
     makeFile("folder.mp4/inside.mp4");
-    EXPECT_EQ(names(), QStringLiteral("clip.mp4"));
+    EXPECT_EQ(reloadedNames(), QStringLiteral("clip.mp4"));
 }
 
-TEST_F(ClipLibraryTest, TakesALinkToAVideoButNoneToNowhere)
+TEST_F(ClipLibraryTest, ListsLinksToVideosButNotDanglingLinks)
 {
     const auto target = makeFile("target.mp4", 5);
     ASSERT_TRUE(QFile::link(target, path("link.mp4")));
     ASSERT_TRUE(QFile::link(path("gone.mp4"), path("dangling.mp4")));
     ASSERT_TRUE(QFile::link(settings.saveFolder(), path("folder.mp4")));
-    names();
+    reloadedNames();
     ASSERT_EQ(library.clips().size(), 2);
     EXPECT_EQ(library.clips()[0].size, library.clips()[1].size);
     EXPECT_EQ(library.clips()[0].date, library.clips()[1].date);
 }
 
-TEST_F(ClipLibraryTest, TakesEveryNameThatAFileCanHave)
+TEST_F(ClipLibraryTest, ListsUnusualFileNames)
 {
     const QByteArray emoji("\U0001F3C6 Şampiyon - ß.mp4");
     const QByteArray longest = QByteArray(251, 'x') + ".mp4";
@@ -241,7 +237,7 @@ TEST_F(ClipLibraryTest, TakesEveryNameThatAFileCanHave)
     makeFile(longest.constData(), 180);
     makeFile("100% #1 ?.mp4", 240);
     makeFile(" - .mp4", 300);
-    names();
+    reloadedNames();
     ASSERT_EQ(library.clips().size(), 5);
     EXPECT_EQ(library.clips()[0].title, QStringLiteral("two\nlines"));
     EXPECT_EQ(library.clips()[1].game, QString::fromUtf8("\U0001F3C6 Şampiyon"));
@@ -251,33 +247,34 @@ TEST_F(ClipLibraryTest, TakesEveryNameThatAFileCanHave)
     EXPECT_EQ(library.clips()[4].title, QString());
 }
 
-TEST_F(ClipLibraryTest, ShowsANameThatIsNoText)
+TEST_F(ClipLibraryTest, ListsANameThatIsNotValidUtf8)
 {
-    names();
+    reloadedNames();
     const QByteArray name = QFile::encodeName(settings.saveFolder()) + "/\xff\xfe.mp4";
     auto* const file = std::fopen(name.constData(), "w");
     ASSERT_NE(file, nullptr);
     std::fputs("12345", file);
     std::fclose(file);
-    names();
+    reloadedNames();
     ASSERT_EQ(library.clips().size(), 1);
     EXPECT_EQ(library.clips().first().size, 5);
-    EXPECT_EQ(library.rename(library.clips().first(), QStringLiteral("x")), std::nullopt) << "it has no path as text";
-    // Qt cannot remove it either.
+    EXPECT_EQ(library.rename(library.clips().first(), QStringLiteral("x")), std::nullopt)
+        << "its path cannot be expressed as text";
+    // Qt cannot remove it.
     std::remove(name.constData());
 }
 
-TEST_F(ClipLibraryTest, FollowsTheSaveFolder)
+TEST_F(ClipLibraryTest, ChangedSaveFolderIsScanned)
 {
     makeFile("first.mp4");
-    names();
+    reloadedNames();
     settings.setSaveFolder(folder.filePath(QStringLiteral("elsewhere/deep")));
     libraryTime.settle();
     EXPECT_TRUE(library.clips().isEmpty());
     EXPECT_TRUE(QDir(folder.filePath(QStringLiteral("elsewhere/deep"))).exists());
 }
 
-TEST_F(ClipLibraryTest, ReadsTheSameFolderOnce)
+TEST_F(ClipLibraryTest, SettingTheSameFolderDoesNotScanAgain)
 {
     libraryTime.settle();
     const int before = libraryWork.posted();
@@ -286,10 +283,10 @@ TEST_F(ClipLibraryTest, ReadsTheSameFolderOnce)
     EXPECT_EQ(libraryWork.posted(), before);
 }
 
-TEST_F(ClipLibraryTest, NeverShowsTheFolderThatItLeft)
+TEST_F(ClipLibraryTest, ScanOfThePreviousFolderIsDiscarded)
 {
     makeFile("first.mp4");
-    names();
+    reloadedNames();
     makeFile("second.mp4");
     QList<qsizetype> sizes;
     QObject::connect(&library, &ClipLibrary::clipsChanged, [&] { sizes.append(library.clips().size()); });
@@ -304,21 +301,21 @@ TEST_F(ClipLibraryTest, NeverShowsTheFolderThatItLeft)
     EXPECT_EQ(sizes, QList<qsizetype>{0});
 }
 
-TEST_F(ClipLibraryTest, AFolderThatCannotBeMadeIsEmpty)
+TEST_F(ClipLibraryTest, FolderThatCannotBeCreatedIsEmpty)
 {
     makeFile("file.mp4");
-    names();
+    reloadedNames();
     settings.setSaveFolder(path("file.mp4") + QStringLiteral("/below"));
-    EXPECT_EQ(names(), QString());
+    EXPECT_EQ(reloadedNames(), QString());
     settings.setSaveFolder(QFileInfo(path("..")).absolutePath() + QStringLiteral("/file.mp4"));
-    EXPECT_EQ(names(), QString()) << "a file is no folder either";
+    EXPECT_EQ(reloadedNames(), QString()) << "a file is not a folder";
 }
 
-TEST_F(ClipLibraryTest, TheWordForOtherFollowsTheLanguage)
+TEST_F(ClipLibraryTest, WordForOtherFollowsTheLanguage)
 {
     settings.setLanguage(QStringLiteral("tr"));
     makeFile("holiday.mp4");
-    names();
+    reloadedNames();
     EXPECT_EQ(library.clips().first().game, QStringLiteral("Diğer"));
     settings.setLanguage(QStringLiteral("en"));
     libraryTime.settle();
@@ -326,26 +323,26 @@ TEST_F(ClipLibraryTest, TheWordForOtherFollowsTheLanguage)
     settings.setLanguage(QStringLiteral("tr"));
 }
 
-TEST_F(ClipLibraryTest, CountsTheClipsOfEachGameMostFirst)
+TEST_F(ClipLibraryTest, GamesAreSortedByCountThenName)
 {
     for (const char* name : {"B - 1.mp4", "C - 1.mp4", "A - 1.mp4", "C - 2.mp4", "a - 1.mp4", "Ä - 1.mp4"}) {
         makeFile(name);
     }
     EXPECT_TRUE(library.games().isEmpty());
-    names();
-    QStringList told;
+    reloadedNames();
+    QStringList counts;
     for (const auto& game : library.games()) {
-        told.append(game.name + QString::number(game.count));
+        counts.append(game.name + QString::number(game.count));
     }
-    EXPECT_EQ(told.join(u' '), QStringLiteral("C2 A1 B1 a1 Ä1"));
+    EXPECT_EQ(counts.join(u' '), QStringLiteral("C2 A1 B1 a1 Ä1"));
 }
 
-TEST_F(ClipLibraryTest, RenamesTheFileAndItsSidecarAndShowsItAtOnce)
+TEST_F(ClipLibraryTest, RenameMovesFileAndSidecarAndUpdatesTheListAtOnce)
 {
     makeFile("Dota 2 - 2026-03-01 20.15.07 [EFSANE 95] RAMPAGE.MP4");
     makeFile("Dota 2 - b.mp4", 10);
     ClipMeta().save(path("Dota 2 - 2026-03-01 20.15.07 [EFSANE 95] RAMPAGE.MP4"));
-    names();
+    reloadedNames();
     const auto before = library.clips().first();
     const auto renamed = library.rename(before, QStringLiteral(" \n My title\t "));
     ASSERT_TRUE(renamed);
@@ -362,21 +359,21 @@ TEST_F(ClipLibraryTest, RenamesTheFileAndItsSidecarAndShowsItAtOnce)
     EXPECT_EQ(library.clips().first(), *renamed);
 }
 
-TEST_F(ClipLibraryTest, ARenamedClipDoesNotComeBackByAnOlderReading)
+TEST_F(ClipLibraryTest, ScanOlderThanARenameIsDiscarded)
 {
     makeFile("Game - a.mp4");
-    names();
+    reloadedNames();
     QStringList seen;
     QObject::connect(&library, &ClipLibrary::clipsChanged, [&] { seen.append(listed().join(u' ')); });
     library.reload();
     libraryTime.runNext();
-    // Now it is read, with the old name, and waits to be published.
+    // The scan is complete, with the old name, but not published.
     library.rename(library.clips().first(), QStringLiteral("b"));
     libraryTime.settle();
     EXPECT_EQ(seen, QStringList(QStringLiteral("Game - b.mp4")));
 }
 
-TEST_F(ClipLibraryTest, TheNewTitleIsMadeFitForAName)
+TEST_F(ClipLibraryTest, RenameReplacesSlashesAndColons)
 {
     const auto renamed = library.rename(Clip(makeFile("Game - x.mp4")), QStringLiteral("a/b:c"));
     ASSERT_TRUE(renamed);
@@ -384,18 +381,18 @@ TEST_F(ClipLibraryTest, TheNewTitleIsMadeFitForAName)
     EXPECT_TRUE(QFile::exists(path("Game - a-b-c.mp4")));
 }
 
-TEST_F(ClipLibraryTest, AClipOfNoGameIsRenamedIntoTheWordForOther)
+TEST_F(ClipLibraryTest, RenameOfAClipWithoutGameAddsTheWordForOther)
 {
     const auto renamed = library.rename(Clip(makeFile("holiday.mp4")), QStringLiteral("sun %1"));
     ASSERT_TRUE(renamed);
     EXPECT_EQ(renamed->path, path("Diğer - sun %1.mp4"));
 }
 
-TEST_F(ClipLibraryTest, LeavesAClipAloneThatCannotGetTheTitle)
+TEST_F(ClipLibraryTest, RejectedTitleLeavesTheFileAlone)
 {
     const auto file = makeFile("Game - x.mp4");
     makeFile("Game - taken.mp4");
-    names();
+    reloadedNames();
     const int before = changes;
     const auto tooLong = QString(240, u'ş');
     const auto withZero = QStringLiteral("a") + QChar(u'\0') + QStringLiteral("b");
@@ -409,7 +406,7 @@ TEST_F(ClipLibraryTest, LeavesAClipAloneThatCannotGetTheTitle)
     EXPECT_EQ(changes, before);
 }
 
-TEST_F(ClipLibraryTest, KeepsAClipWithItsMarkersWhereTheirNameWouldBeTooLong)
+TEST_F(ClipLibraryTest, RenameFailsIfTheSidecarNameWouldBeTooLong)
 {
     const auto file = makeFile("Game - x.mp4");
     const QString title(250 - QStringLiteral("Game - .mp4").size(), u'a');
@@ -420,18 +417,18 @@ TEST_F(ClipLibraryTest, KeepsAClipWithItsMarkersWhereTheirNameWouldBeTooLong)
     EXPECT_TRUE(library.rename(Clip(file), title));
 }
 
-TEST_F(ClipLibraryTest, AClipThatIsGoneCannotBeRenamed)
+TEST_F(ClipLibraryTest, RenameOfADeletedClipFails)
 {
     EXPECT_EQ(library.rename(clipOf("Game - x.mp4"), QStringLiteral("y")), std::nullopt);
     EXPECT_FALSE(QFile::exists(path("Game - y.mp4")));
 }
 
-TEST_F(ClipLibraryTest, TrashesInOneGoWithoutSidecarsAndReloadsBeforeItAnswers)
+TEST_F(ClipLibraryTest, TrashRecyclesInOneCallAndReloadsBeforeTheCallback)
 {
     const QStringList both{makeFile("a.mp4"), makeFile("b.mp4")};
     makeFile("c.mp4");
     ClipMeta().save(both.first());
-    names();
+    reloadedNames();
     bool isDone = false;
     library.trash(both, [&] {
         isDone = true;
@@ -443,17 +440,17 @@ TEST_F(ClipLibraryTest, TrashesInOneGoWithoutSidecarsAndReloadsBeforeItAnswers)
     EXPECT_EQ(library.clips().size(), 3);
     std::thread(trash.answer).join();
     libraryTime.settle();
-    EXPECT_FALSE(isDone) << "the answer has to travel to the main thread";
+    EXPECT_FALSE(isDone) << "the reply is queued to the main thread";
     QCoreApplication::sendPostedEvents();
     libraryTime.settle();
     EXPECT_TRUE(isDone);
 }
 
-TEST_F(ClipLibraryTest, TrashesOneClipWithItsSidecar)
+TEST_F(ClipLibraryTest, TrashOfOneClipDeletesItsSidecar)
 {
     const auto file = makeFile("a.mp4");
     ClipMeta().save(file);
-    names();
+    reloadedNames();
     library.trash(library.clips().first());
     EXPECT_EQ(trash.recycled, QStringList(file));
     EXPECT_FALSE(QFile::exists(ClipMeta::pathFor(file)));
@@ -463,21 +460,13 @@ TEST_F(ClipLibraryTest, TrashesOneClipWithItsSidecar)
     EXPECT_TRUE(library.clips().isEmpty());
 }
 
-TEST_F(ClipLibraryTest, NothingToTrashAnswersAtOnce)
+TEST_F(ClipLibraryTest, TrashOfNoPathsAnswersAtOnce)
 {
     bool isDone = false;
     library.trash(QStringList(), [&] { isDone = true; });
     EXPECT_TRUE(isDone);
     EXPECT_EQ(trash.calls, 0);
     library.trash(QStringList());
-}
-
-TEST_F(ClipLibraryTest, CopiesAndRevealsByTheDesktopsMeans)
-{
-    library.copyToPasteboard(QStringLiteral("/a b.mp4"));
-    library.revealInFinder(QStringLiteral("/c d.mp4"));
-    EXPECT_EQ(pasteboard.file, QStringLiteral("/a b.mp4"));
-    EXPECT_EQ(files.revealed, QStringList(QStringLiteral("/c d.mp4")));
 }
 
 } // namespace

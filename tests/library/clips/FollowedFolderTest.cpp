@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The library on real queues, over a folder in which others are at work.
+// The library on real queues, while the test changes the folder like another program.
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
 #include "library/clips/ClipLibrary.h"
-#include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
 
 #include <QCoreApplication>
@@ -29,12 +28,8 @@ protected:
     void start()
     {
         settings.setSaveFolder(folder.filePath(QStringLiteral("clips")));
-        library = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = settings,
-                                                                          .trash = trash,
-                                                                          .files = files,
-                                                                          .pasteboard = pasteboard,
-                                                                          .main = main,
-                                                                          .work = work});
+        library = std::make_unique<ClipLibrary>(
+            ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = work});
         QObject::connect(library.get(), &ClipLibrary::clipsChanged, [this] { ++changes; });
         ASSERT_TRUE(isSoon([this] { return library->isLoaded(); }));
         changes = 0;
@@ -49,7 +44,7 @@ protected:
         file.write(content);
     }
 
-    static void letTimePass(std::chrono::milliseconds duration)
+    static void processEventsFor(std::chrono::milliseconds duration)
     {
         QElapsedTimer timer;
         timer.start();
@@ -59,19 +54,19 @@ protected:
         }
     }
 
-    /// Within a second: that long may a change go unseen. It is a second of the test's own, in which it does something
-    /// all the while: a pause of the machine is no part of it.
+    /// Waits up to a second, the longest time that a change may stay unnoticed. Counts passes instead of wall-clock
+    /// time, so that a stalled machine does not shorten it.
     static bool isSoon(const std::function<bool()>& predicate)
     {
         for (int pass = 0; pass < 200 && !predicate(); ++pass) {
-            letTimePass(5ms);
+            processEventsFor(5ms);
         }
-        // The last pass may have ended with a pause.
+        // The machine may have stalled during the last pass.
         QCoreApplication::processEvents();
         return predicate();
     }
 
-    bool showsSoon(const QStringList& names) const
+    bool listsSoon(const QStringList& names) const
     {
         return isSoon([&] {
             QStringList shown;
@@ -88,8 +83,6 @@ protected:
     QTemporaryDir folder;
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
     test::RecordingTrash trash;
-    test::RecordingFileManager files;
-    test::RecordingPasteboard pasteboard;
     MainQueue main;
     std::unique_ptr<ClipLibrary> library;
     SerialQueue work{QStringLiteral("quelto.library")};
@@ -99,85 +92,85 @@ protected:
 const auto A = QStringLiteral("a.mp4");
 const auto B = QStringLiteral("b.mp4");
 
-TEST_F(FollowedFolderTest, ShowsWhatComesMovesAndGoes)
+TEST_F(FollowedFolderTest, ListsCreatedMovedAndRemovedClips)
 {
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     ASSERT_TRUE(QFile::rename(path(A), path(B)));
-    EXPECT_TRUE(showsSoon({B}));
+    EXPECT_TRUE(listsSoon({B}));
     ASSERT_TRUE(QFile::remove(path(B)));
-    EXPECT_TRUE(showsSoon({}));
+    EXPECT_TRUE(listsSoon({}));
 }
 
-TEST_F(FollowedFolderTest, ABurstIsOneReload)
+TEST_F(FollowedFolderTest, BurstCausesOneReload)
 {
     for (int i = 0; i < 50; ++i) {
         for (int j = 0; j < 100; ++j) {
             write(path(QStringLiteral("%1-%2.mp4").arg(i).arg(j)), {});
         }
-        letTimePass(10ms);
+        processEventsFor(10ms);
     }
     EXPECT_TRUE(isSoon([this] { return library->clips().size() == 5000; }));
-    letTimePass(600ms);
+    processEventsFor(600ms);
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(FollowedFolderTest, ALongCopyShowsItsWholeSizeWhenItIsDone)
+TEST_F(FollowedFolderTest, LongCopyShowsItsFullSizeWhenComplete)
 {
     QFile copy(path(A));
     ASSERT_TRUE(copy.open(QIODevice::WriteOnly));
     for (int i = 0; i < 100; ++i) {
         copy.write(QByteArray(1000, 'x'));
         copy.flush();
-        letTimePass(10ms);
+        processEventsFor(10ms);
     }
-    EXPECT_EQ(library->clips().size(), 1) << "it is there from its beginning";
+    EXPECT_EQ(library->clips().size(), 1) << "it is listed while it is being written";
     EXPECT_LE(changes, 1);
     copy.close();
     EXPECT_TRUE(isSoon([this] { return library->clips().first().size == 100'000; }));
 }
 
-TEST_F(FollowedFolderTest, AFileThatIsNeverLeftAloneDoesNotHoldTheListUp)
+TEST_F(FollowedFolderTest, RepeatedWritesDoNotPostponeTheReloadForever)
 {
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     changes = 0;
     bool hasGrown = false;
     QElapsedTimer timer;
     timer.start();
     for (int i = 0; i < 60; ++i) {
         write(path(A), QByteArray(100 + i, 'x'));
-        letTimePass(20ms);
+        processEventsFor(20ms);
         hasGrown |= library->clips().first().size > 100;
     }
     EXPECT_TRUE(hasGrown);
-    EXPECT_LE(changes, timer.elapsed() / 400 + 1) << "one for each quiet time";
+    EXPECT_LE(changes, timer.elapsed() / 400 + 1) << "at most one per debounce time";
 }
 
-TEST_F(FollowedFolderTest, FollowsAFolderThatWasDeletedAndMadeAgain)
+TEST_F(FollowedFolderTest, FollowsAFolderThatWasRemovedAndRecreated)
 {
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
-    EXPECT_TRUE(showsSoon({}));
+    EXPECT_TRUE(listsSoon({}));
     EXPECT_TRUE(isSoon([this] { return QDir(settings.saveFolder()).exists(); }));
-    letTimePass(100ms);
+    processEventsFor(100ms);
     write(path(B));
-    EXPECT_TRUE(showsSoon({B}));
+    EXPECT_TRUE(listsSoon({B}));
 }
 
-TEST_F(FollowedFolderTest, FollowsTheFolderOfThatNameAndNotTheOneThatMovedAway)
+TEST_F(FollowedFolderTest, FollowsThePathNotTheRenamedFolder)
 {
     const auto elsewhere = folder.filePath(QStringLiteral("elsewhere"));
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     ASSERT_TRUE(QDir().rename(settings.saveFolder(), elsewhere));
-    EXPECT_TRUE(showsSoon({}));
+    EXPECT_TRUE(listsSoon({}));
     ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
     ASSERT_TRUE(QDir().rename(elsewhere, settings.saveFolder()));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     write(path(B));
-    EXPECT_TRUE(showsSoon({A, B}));
+    EXPECT_TRUE(listsSoon({A, B}));
 }
 
 TEST_F(FollowedFolderTest, WatchesOneFolderAtATime)
@@ -188,39 +181,39 @@ TEST_F(FollowedFolderTest, WatchesOneFolderAtATime)
     for (int i = 0; i < 20; ++i) {
         settings.setSaveFolder(folder.filePath(QString::number(i)));
         ASSERT_TRUE(isSoon([this] { return QDir(settings.saveFolder()).exists(); }));
-        letTimePass(10ms);
+        processEventsFor(10ms);
     }
     EXPECT_TRUE(isSoon([&] { return openFiles() == before; }));
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     changes = 0;
     write(first);
-    letTimePass(600ms);
+    processEventsFor(600ms);
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(FollowedFolderTest, AFileInTheFoldersPlaceIsAnEmptyFolderUntilItGoes)
+TEST_F(FollowedFolderTest, FileAtTheFoldersPathCountsAsEmptyFolderUntilRemoved)
 {
     ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
     write(settings.saveFolder());
-    letTimePass(600ms);
+    processEventsFor(600ms);
     EXPECT_TRUE(library->clips().isEmpty());
     ASSERT_TRUE(QFile::remove(settings.saveFolder()));
     ASSERT_TRUE(isSoon([this] { return QDir(settings.saveFolder()).exists(); }));
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
 }
 
-/// As somebody whom permissions hold back.
+/// Runs as a user to whom permissions apply, also if the tests run as root.
 class ForbiddenFolderTest : public FollowedFolderTest {
 protected:
     void SetUp() override
     {
-        constexpr uid_t Nobody = 65534;
+        constexpr uid_t UnprivilegedUser = 65534;
         if (::geteuid() == 0) {
             QFile(folder.path()).setPermissions(QFile::Permissions(0x7777));
-            ASSERT_EQ(::seteuid(Nobody), 0);
-            isNobody = true;
+            ASSERT_EQ(::seteuid(UnprivilegedUser), 0);
+            hasSwitchedUser = true;
         }
         start();
     }
@@ -228,7 +221,7 @@ protected:
     void TearDown() override
     {
         permit(true);
-        if (isNobody) {
+        if (hasSwitchedUser) {
             ASSERT_EQ(::seteuid(0), 0);
         }
     }
@@ -240,74 +233,70 @@ protected:
                                         : QFile::Permissions());
     }
 
-    bool isNobody = false;
+    bool hasSwitchedUser = false;
 };
 
-TEST_F(ForbiddenFolderTest, IsEmptyUntilItMayBeReadAgain)
+TEST_F(ForbiddenFolderTest, IsEmptyUntilItIsReadableAgain)
 {
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     permit(false);
-    EXPECT_TRUE(showsSoon({}));
+    EXPECT_TRUE(listsSoon({}));
     permit(true);
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
 }
 
-TEST_F(ForbiddenFolderTest, IsFollowedFromTheTimeOnWhenItMayBeRead)
+TEST_F(ForbiddenFolderTest, IsFollowedOnceItIsReadable)
 {
     write(path(A));
     permit(false);
     const auto forbidden = settings.saveFolder();
     settings.setSaveFolder(folder.filePath(QStringLiteral("other")));
-    letTimePass(100ms);
+    processEventsFor(100ms);
     settings.setSaveFolder(forbidden);
-    letTimePass(600ms);
+    processEventsFor(600ms);
     EXPECT_TRUE(library->clips().isEmpty());
     permit(true);
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     write(path(B));
-    EXPECT_TRUE(showsSoon({A, B}));
+    EXPECT_TRUE(listsSoon({A, B}));
 }
 
-TEST_F(ForbiddenFolderTest, ThatMayBeListedButNotEnteredShowsNames)
+TEST_F(ForbiddenFolderTest, ListsNamesIfItCannotBeEntered)
 {
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     const auto size = library->clips().first().size;
     QFile(settings.saveFolder()).setPermissions(QFile::ReadOwner);
     EXPECT_TRUE(isSoon([&] { return library->clips().size() == 1 && library->clips().first().size != size; }));
     EXPECT_EQ(library->clips().first().size, 0);
 }
 
-/// Volumes come and go in a namespace that is the test's own.
+/// Mounts and unmounts volumes in a mount namespace of its own.
 class MountedFolderTest : public FollowedFolderTest {
 protected:
     void SetUp() override
     {
         if (::unshare(CLONE_NEWNS) != 0 && ::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-            GTEST_SKIP() << "nothing may be mounted here";
+            GTEST_SKIP() << "mounting is not permitted";
         }
         if (::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
-            GTEST_SKIP() << "nothing may be mounted here";
+            GTEST_SKIP() << "mounting is not permitted";
         }
-        // The queue's thread is of the old namespace.
-        inside = std::make_unique<SerialQueue>(QStringLiteral("inside"));
+        // The thread of `work` still belongs to the old namespace.
+        namespaceWork = std::make_unique<SerialQueue>(QStringLiteral("quelto.library"));
         mountPoint = folder.filePath(QStringLiteral("volume"));
         QDir().mkpath(mountPoint);
         settings.setSaveFolder(mountPoint + QStringLiteral("/clips"));
-        library = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{.settings = settings,
-                                                                          .trash = trash,
-                                                                          .files = files,
-                                                                          .pasteboard = pasteboard,
-                                                                          .main = main,
-                                                                          .work = *inside});
+        library = std::make_unique<ClipLibrary>(
+            ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = *namespaceWork});
         ASSERT_TRUE(isSoon([this] { return library->isLoaded(); }));
     }
 
     void TearDown() override
     {
         library.reset();
-        inside.reset();
+        namespaceWork.reset();
         unmount();
     }
 
@@ -319,24 +308,24 @@ protected:
     void unmount() const { ::umount2(QFile::encodeName(mountPoint).constData(), MNT_DETACH); }
 
     QString mountPoint;
-    std::unique_ptr<SerialQueue> inside;
+    std::unique_ptr<SerialQueue> namespaceWork;
 };
 
-TEST_F(MountedFolderTest, AVolumeThatComesInTheFoldersPlaceIsShownAndFollowed)
+TEST_F(MountedFolderTest, VolumeMountedOverTheFolderIsListedAndFollowed)
 {
     write(path(A));
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     mountVolume();
-    EXPECT_TRUE(showsSoon({}));
+    EXPECT_TRUE(listsSoon({}));
     write(path(B));
-    EXPECT_TRUE(showsSoon({B}));
+    EXPECT_TRUE(listsSoon({B}));
     unmount();
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     ASSERT_TRUE(QFile::remove(path(A)));
-    EXPECT_TRUE(showsSoon({}));
+    EXPECT_TRUE(listsSoon({}));
 }
 
-TEST_F(MountedFolderTest, AVolumeThatGoesAndComesBackShowsItsClipsAgain)
+TEST_F(MountedFolderTest, RemountedVolumeListsItsClipsAgain)
 {
     const auto image = folder.filePath(QStringLiteral("disk"));
     ASSERT_TRUE(QDir().mkpath(image + QStringLiteral("/clips")));
@@ -347,13 +336,13 @@ TEST_F(MountedFolderTest, AVolumeThatGoesAndComesBackShowsItsClipsAgain)
                   0);
     };
     plugIn();
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     unmount();
-    EXPECT_TRUE(showsSoon({}));
+    EXPECT_TRUE(listsSoon({}));
     plugIn();
-    EXPECT_TRUE(showsSoon({A}));
+    EXPECT_TRUE(listsSoon({A}));
     write(path(B));
-    EXPECT_TRUE(showsSoon({A, B}));
+    EXPECT_TRUE(listsSoon({A, B}));
 }
 
 } // namespace

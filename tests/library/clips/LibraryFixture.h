@@ -3,7 +3,6 @@
 
 #include "library/clips/ClipLibrary.h"
 #include "tests/base/tasks/ManualQueue.h"
-#include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
 
 #include <QCoreApplication>
@@ -15,19 +14,18 @@
 
 namespace quelto::test {
 
-/// While it lives it is noon, by a time zone of its own: a clip of some hours ago is of today at whatever hour the
-/// tests run.
-class Noon {
+/// Sets a time zone in which it is noon, so that a clip of some hours ago is of today whenever the tests run.
+class NoonTimeZone {
 public:
-    Noon()
+    NoonTimeZone()
         : m_zone(qgetenv("TZ"))
         , m_hadZone(qEnvironmentVariableIsSet("TZ"))
     {
-        // West of Greenwich is positive here.
+        // In TZ, positive offsets are west of Greenwich.
         const int hoursWest = QDateTime::currentDateTimeUtc().time().hour() - 12;
         qputenv("TZ", QString::asprintf("UTC%+d", hoursWest).toLatin1());
     }
-    ~Noon()
+    ~NoonTimeZone()
     {
         if (m_hadZone) {
             qputenv("TZ", m_zone);
@@ -35,22 +33,22 @@ public:
             qunsetenv("TZ");
         }
     }
-    Noon(const Noon&) = delete;
-    Noon& operator=(const Noon&) = delete;
+    NoonTimeZone(const NoonTimeZone&) = delete;
+    NoonTimeZone& operator=(const NoonTimeZone&) = delete;
 
 private:
     QByteArray m_zone;
     bool m_hadZone;
 };
 
-/// A save folder of its own and the library that shows it. It is noon.
+/// A temporary save folder and a library of it on manual queues, at noon.
 class LibraryFixture : public testing::Test {
 protected:
     LibraryFixture() { settings.setSaveFolder(folder.filePath(QStringLiteral("clips"))); }
 
     QString path(const char* name) const { return QDir(settings.saveFolder()).filePath(QString::fromUtf8(name)); }
 
-    /// A file of a few bytes, that old.
+    /// Creates a file of a few bytes with that age.
     QString makeFile(const char* name, int secondsAgo = 0) const
     {
         QDir().mkpath(settings.saveFolder());
@@ -63,31 +61,24 @@ protected:
         return file.fileName();
     }
 
-    ClipLibrary::Dependencies parts()
+    ClipLibrary::Dependencies dependencies()
     {
-        return {.settings = settings,
-                .trash = trash,
-                .files = files,
-                .pasteboard = pasteboard,
-                .main = libraryMain,
-                .work = libraryWork};
+        return {.settings = settings, .trash = trash, .main = libraryMain, .work = libraryWork};
     }
 
-    Noon noon;
+    NoonTimeZone noon;
     QTemporaryDir folder;
     int argumentCount = 0;
-    /// Unless the program has one of its own.
+    /// Created unless the test program has an application.
     std::unique_ptr<QCoreApplication> application{
         QCoreApplication::instance() == nullptr ? new QCoreApplication(argumentCount, nullptr) : nullptr};
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
     RecordingTrash trash;
-    RecordingFileManager files;
-    RecordingPasteboard pasteboard;
-    /// The library's own: what it posts runs when the test settles it.
+    /// Drives both queues of the library: posted tasks run when the test settles it.
     ManualTime libraryTime;
     ManualQueue libraryMain{libraryTime};
     ManualQueue libraryWork{libraryTime};
-    ClipLibrary library{parts()};
+    ClipLibrary library{dependencies()};
 };
 
 } // namespace quelto::test

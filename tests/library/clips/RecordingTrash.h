@@ -8,7 +8,7 @@
 
 namespace quelto::test {
 
-/// Writes down what it is given, makes it vanish, and answers when the test says so.
+/// Records and deletes the files it is given. The test calls `answer`.
 class RecordingTrash final : public Trash {
 public:
     void recycle(const QStringList& paths, std::function<void()> done) override

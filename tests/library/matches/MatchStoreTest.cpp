@@ -16,10 +16,10 @@
 namespace quelto {
 namespace {
 
-const char* const WholeMatch = R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"Dota 2","hero":"Zeus",
+const char* const CompleteMatch = R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"Dota 2","hero":"Zeus",
     "start":800000000.5,"end":800001800,"clips":["/a.mp4","/b.mp4"],"montage":"/m.mp4"}])";
 
-MatchSession aMatch(const QString& game = QStringLiteral("Dota 2"))
+MatchSession makeMatch(const QString& game = QStringLiteral("Dota 2"))
 {
     return {.id = QUuid::createUuid(),
             .game = game,
@@ -32,23 +32,23 @@ MatchSession aMatch(const QString& game = QStringLiteral("Dota 2"))
 
 TEST(MatchStore, ReadsEveryField)
 {
-    const auto matches = decodedMatches(WholeMatch);
+    const auto matches = decodedMatches(CompleteMatch);
     ASSERT_TRUE(matches);
     ASSERT_EQ(matches->size(), 1);
     const auto& match = matches->first();
     EXPECT_EQ(matchIdText(match.id), QStringLiteral("8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F"));
     EXPECT_EQ(match.game, QStringLiteral("Dota 2"));
     EXPECT_EQ(match.hero, QStringLiteral("Zeus"));
-    // 800,000,000.5 s after the first instant of 2001.
+    // 800,000,000.5 s after 2001-01-01 00:00 UTC.
     EXPECT_EQ(match.start.toMSecsSinceEpoch(), 978'307'200'000 + 800'000'000'500);
     EXPECT_EQ(match.end->toMSecsSinceEpoch(), 978'307'200'000 + 800'001'800'000);
     EXPECT_EQ(match.clips.join(u' '), QStringLiteral("/a.mp4 /b.mp4"));
     EXPECT_EQ(match.montage, QStringLiteral("/m.mp4"));
 }
 
-TEST(MatchStore, WritesTheKeysAndLeavesOutWhatIsAbsent)
+TEST(MatchStore, OmitsKeysOfAbsentFields)
 {
-    auto match = aMatch();
+    auto match = makeMatch();
     match.end = std::nullopt;
     const auto object = QJsonDocument::fromJson(encodedMatches({match})).array().first().toObject();
     EXPECT_EQ(object.keys().join(u' '), QStringLiteral("clips game hero id start"));
@@ -56,45 +56,48 @@ TEST(MatchStore, WritesTheKeysAndLeavesOutWhatIsAbsent)
     EXPECT_EQ(object.value(QStringLiteral("id")).toString(), match.id.toString(QUuid::WithoutBraces).toUpper());
 }
 
-TEST(MatchStore, KeepsEverythingOverARoundTrip)
+TEST(MatchStore, RoundTripPreservesAllFields)
 {
-    auto withMontage = aMatch();
+    auto withMontage = makeMatch();
     withMontage.montage = QStringLiteral("/clips/montage.mp4");
-    const QList matches{withMontage, aMatch(QStringLiteral("League of Legends"))};
+    const QList matches{withMontage, makeMatch(QStringLiteral("League of Legends"))};
     EXPECT_EQ(decodedMatches(encodedMatches(matches)), matches);
 }
 
-struct BadStore {
+struct InvalidStore {
     const char* name;
     const char* json;
 };
 
-class BadStoreTest : public testing::TestWithParam<BadStore> { };
+class InvalidStoreTest : public testing::TestWithParam<InvalidStore> { };
 
-TEST_P(BadStoreTest, IsUnreadableAsAWhole)
+TEST_P(InvalidStoreTest, MakesTheWholeFileUnreadable)
 {
     EXPECT_EQ(decodedMatches(GetParam().json), std::nullopt);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    MatchStore, BadStoreTest,
+    MatchStore, InvalidStoreTest,
     testing::Values(
-        BadStore{"NoJson", "["}, BadStore{"NoArray", "{}"}, BadStore{"NoObject", "[7]"},
-        BadStore{"NoId", R"([{"game":"g","hero":"","start":1,"clips":[]}])"},
-        BadStore{"OddId", R"([{"id":"7","game":"g","hero":"","start":1,"clips":[]}])"},
-        BadStore{"NoClips", R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1}])"},
-        BadStore{"OddClip",
-                 R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[1]}])"},
-        BadStore{
-            "OddEnd",
+        InvalidStore{"NotJson", "["}, InvalidStore{"NotAnArray", "{}"}, InvalidStore{"NotAnObject", "[7]"},
+        InvalidStore{"MissingId", R"([{"game":"g","hero":"","start":1,"clips":[]}])"},
+        InvalidStore{"InvalidId", R"([{"id":"7","game":"g","hero":"","start":1,"clips":[]}])"},
+        InvalidStore{"MissingClips",
+                     R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1}])"},
+        InvalidStore{"ClipOfWrongType",
+                     R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[1]}])"},
+        InvalidStore{
+            "EndOfWrongType",
             R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[],"end":"now"}])"},
-        BadStore{"EndlessStart",
-                 R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1e300,"clips":[]}])"},
-        BadStore{"OneBadAmongGood",
-                 R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[]},{}])"}),
-    [](const auto& bad) { return bad.param.name; });
+        InvalidStore{
+            "StartOutOfRange",
+            R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1e300,"clips":[]}])"},
+        InvalidStore{
+            "OneInvalidAmongValid",
+            R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[]},{}])"}),
+    [](const auto& row) { return row.param.name; });
 
-TEST(MatchStore, TakesNullForAbsent)
+TEST(MatchStore, NullCountsAsAbsent)
 {
     EXPECT_TRUE(decodedMatches(R"([{"id":"8f14e45f-ceea-467f-9575-1b2a3c4d5e6f","game":"g","hero":"","start":1,
                                     "clips":[],"end":null,"montage":null}])"));
@@ -107,59 +110,59 @@ protected:
     MatchStore store{path};
 };
 
-TEST_F(MatchStoreFile, NoFileIsNoMatches)
+TEST_F(MatchStoreFile, MissingFileLoadsAsEmpty)
 {
     EXPECT_TRUE(store.load().isEmpty());
 }
 
-TEST_F(MatchStoreFile, MakesItsFolderAndReplacesTheFile)
+TEST_F(MatchStoreFile, SaveCreatesTheFolderAndReplacesTheFile)
 {
-    store.save({aMatch(), aMatch()});
-    const auto newer = aMatch();
+    store.save({makeMatch(), makeMatch()});
+    const auto newer = makeMatch();
     store.save({newer});
     EXPECT_EQ(store.load(), QList{newer});
 }
 
-TEST_F(MatchStoreFile, HoldsTheSixtyNewest)
+TEST_F(MatchStoreFile, SaveKeepsTheSixtyNewest)
 {
     QList<MatchSession> matches;
     for (int i = 0; i < 61; ++i) {
-        matches.append(aMatch());
+        matches.append(makeMatch());
     }
     store.save(matches);
     EXPECT_EQ(store.load(), matches.first(60));
 }
 
-TEST_F(MatchStoreFile, PutsAFileAsideThatItCannotRead)
+TEST_F(MatchStoreFile, LoadRenamesAnUnreadableFile)
 {
-    store.save({aMatch()});
+    store.save({makeMatch()});
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("[{]");
     file.close();
     EXPECT_TRUE(store.load().isEmpty());
-    store.save({aMatch()});
-    QFile aside(path + QStringLiteral(".unreadable"));
-    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
-    EXPECT_EQ(aside.readAll(), "[{]");
+    store.save({makeMatch()});
+    QFile backup(path + QStringLiteral(".unreadable"));
+    ASSERT_TRUE(backup.open(QIODevice::ReadOnly));
+    EXPECT_EQ(backup.readAll(), "[{]");
 }
 
-TEST_F(MatchStoreFile, AFullDiskLeavesTheOldFile)
+TEST_F(MatchStoreFile, FullDiskKeepsTheOldFile)
 {
-    const auto old = aMatch();
+    const auto old = makeMatch();
     store.save({old});
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     rlimit tiny{.rlim_cur = 10, .rlim_max = before.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tiny), 0);
-    store.save({aMatch(), aMatch()});
+    store.save({makeMatch(), makeMatch()});
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(store.load(), QList{old});
 }
 
-TEST(MatchStorePath, IsTheFolderThatTheEnvironmentNames)
+TEST(MatchStorePath, FollowsTheEnvironment)
 {
     qputenv("QUELTO_DATA_DIR", "/somewhere");
     EXPECT_EQ(MatchStore::defaultPath(), QStringLiteral("/somewhere/matches.json"));

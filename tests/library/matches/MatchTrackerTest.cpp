@@ -15,17 +15,17 @@ class MatchTrackerTest : public test::LibraryFixture {
 protected:
     std::unique_ptr<MatchTracker> makeTracker()
     {
-        auto made = std::make_unique<MatchTracker>(MatchTracker::Dependencies{
+        auto newTracker = std::make_unique<MatchTracker>(MatchTracker::Dependencies{
             .library = library, .main = queue, .store = MatchStore(storePath), .now = [this] { return date(); }});
-        QObject::connect(made.get(), &MatchTracker::matchOver,
+        QObject::connect(newTracker.get(), &MatchTracker::matchOver,
                          [this](const MatchNotification& notification) { notifications.append(notification); });
-        return made;
+        return newTracker;
     }
 
-    QDateTime date() const { return QDateTime::fromMSecsSinceEpoch(1'790'000'000'000 + (time.now() - begin) / 1ms); }
+    QDateTime date() const { return QDateTime::fromMSecsSinceEpoch(1'790'000'000'000 + (time.now() - start) / 1ms); }
 
-    /// A finished match with that many clips.
-    MatchSession played(int clips)
+    /// Plays a match with that many clips to its end.
+    MatchSession playMatch(int clips)
     {
         tracker->gameStarted(Dota, QStringLiteral("Zeus"));
         for (int i = 0; i < clips; ++i) {
@@ -37,7 +37,7 @@ protected:
     }
 
     test::ManualTime time;
-    HostTime begin = time.now();
+    HostTime start = time.now();
     test::ManualQueue queue{time};
     QString storePath = folder.filePath(QStringLiteral("matches.json"));
     QList<MatchNotification> notifications;
@@ -45,7 +45,7 @@ protected:
     int clipCount = 0;
 };
 
-TEST_F(MatchTrackerTest, AMatchEndsTenSecondsAfterItsLastEnd)
+TEST_F(MatchTrackerTest, MatchEndsTenSecondsAfterTheLastEndEvent)
 {
     tracker->gameStarted(League, QStringLiteral("Ahri"));
     tracker->clipSaved(makeFile("a.mp4"));
@@ -62,7 +62,7 @@ TEST_F(MatchTrackerTest, AMatchEndsTenSecondsAfterItsLastEnd)
     EXPECT_EQ(notifications.size(), 1);
 }
 
-TEST_F(MatchTrackerTest, AGameThatComesBackInTimeGoesOn)
+TEST_F(MatchTrackerTest, GameThatRestartsWithinTheDelayContinuesTheMatch)
 {
     tracker->gameStarted(League, QStringLiteral("Ahri"));
     tracker->clipSaved(makeFile("a.mp4"));
@@ -76,7 +76,7 @@ TEST_F(MatchTrackerTest, AGameThatComesBackInTimeGoesOn)
     EXPECT_TRUE(notifications.isEmpty());
 }
 
-TEST_F(MatchTrackerTest, TheEndOfAnotherGameIsIgnored)
+TEST_F(MatchTrackerTest, EndOfAnotherGameIsIgnored)
 {
     tracker->gameStarted(League, {});
     tracker->gameEnded(Dota);
@@ -94,33 +94,33 @@ TEST_F(MatchTrackerTest, AnotherGameEndsTheMatchAtOnce)
     EXPECT_EQ(tracker->sessions().first().game, League);
     EXPECT_EQ(tracker->current()->game, Dota);
     time.advance(60s);
-    EXPECT_TRUE(tracker->inMatch()) << "the other game's pending end is not this one's";
+    EXPECT_TRUE(tracker->inMatch()) << "the pending end belongs to the other game";
     EXPECT_EQ(notifications.size(), 1);
 }
 
-TEST_F(MatchTrackerTest, AMatchWithoutClipsLeavesNoTrace)
+TEST_F(MatchTrackerTest, MatchWithoutClipsIsNotStored)
 {
-    played(0);
+    playMatch(0);
     EXPECT_FALSE(tracker->inMatch());
     EXPECT_TRUE(tracker->sessions().isEmpty());
     EXPECT_TRUE(notifications.isEmpty());
     EXPECT_FALSE(QFile::exists(storePath));
 }
 
-TEST_F(MatchTrackerTest, TheNewestMatchComesFirstAndIsStored)
+TEST_F(MatchTrackerTest, NewestMatchComesFirstAndIsStored)
 {
-    const auto first = played(1);
-    const auto second = played(2);
+    const auto first = playMatch(1);
+    const auto second = playMatch(2);
     EXPECT_EQ(tracker->sessions(), (QList{second, first}));
     EXPECT_EQ(makeTracker()->sessions(), (QList{second, first}));
     EXPECT_NE(first.id, second.id);
 }
 
-TEST_F(MatchTrackerTest, OnlyTheFileIsCutToSixty)
+TEST_F(MatchTrackerTest, LimitOfSixtyAppliesToTheFileOnly)
 {
-    const auto oldest = played(1);
+    const auto oldest = playMatch(1);
     for (int i = 0; i < 60; ++i) {
-        played(1);
+        playMatch(1);
     }
     EXPECT_EQ(tracker->sessions().size(), 61);
     EXPECT_TRUE(tracker->session(oldest.id));
@@ -130,7 +130,7 @@ TEST_F(MatchTrackerTest, OnlyTheFileIsCutToSixty)
     EXPECT_TRUE(QFile::exists(oldest.clips.first()));
 }
 
-TEST_F(MatchTrackerTest, TheSameClipTwiceIsOneEntry)
+TEST_F(MatchTrackerTest, SameClipIsListedOnce)
 {
     tracker->gameStarted(Dota, {});
     tracker->clipSaved(QStringLiteral("/a.mp4"));
@@ -139,7 +139,7 @@ TEST_F(MatchTrackerTest, TheSameClipTwiceIsOneEntry)
     EXPECT_EQ(tracker->current()->clips.join(u' '), QStringLiteral("/a.mp4 /b.mp4"));
 }
 
-TEST_F(MatchTrackerTest, WithoutAMatchAClipAndAHeroAreIgnored)
+TEST_F(MatchTrackerTest, EventsWithoutAMatchAreIgnored)
 {
     tracker->clipSaved(QStringLiteral("/a.mp4"));
     tracker->heroChanged(QStringLiteral("Zeus"));
@@ -147,7 +147,7 @@ TEST_F(MatchTrackerTest, WithoutAMatchAClipAndAHeroAreIgnored)
     EXPECT_FALSE(tracker->inMatch());
 }
 
-TEST_F(MatchTrackerTest, AHeroIsLearntLaterAndNeverForgotten)
+TEST_F(MatchTrackerTest, HeroCanBeSetLaterButNotCleared)
 {
     tracker->gameStarted(Dota, {});
     tracker->heroChanged(QStringLiteral("Zeus"));
@@ -158,7 +158,7 @@ TEST_F(MatchTrackerTest, AHeroIsLearntLaterAndNeverForgotten)
     EXPECT_EQ(tracker->current()->hero, QStringLiteral("Io"));
 }
 
-TEST_F(MatchTrackerTest, ARepeatedStartFillsAnEmptyHeroOnly)
+TEST_F(MatchTrackerTest, RepeatedStartSetsOnlyAnEmptyHero)
 {
     tracker->gameStarted(Dota, {});
     tracker->gameStarted(Dota, QStringLiteral("Zeus"));
@@ -167,9 +167,9 @@ TEST_F(MatchTrackerTest, ARepeatedStartFillsAnEmptyHeroOnly)
     EXPECT_EQ(tracker->current()->hero, QStringLiteral("Zeus"));
 }
 
-TEST_F(MatchTrackerTest, DeletingItsOnlyClipKeepsTheMatch)
+TEST_F(MatchTrackerTest, DeletingTheOnlyClipKeepsTheMatch)
 {
-    const auto match = played(1);
+    const auto match = playMatch(1);
     tracker->deleteClips(match.clips, match.id);
     EXPECT_EQ(trash.recycled, match.clips);
     ASSERT_EQ(tracker->sessions().size(), 1);
@@ -177,57 +177,57 @@ TEST_F(MatchTrackerTest, DeletingItsOnlyClipKeepsTheMatch)
     EXPECT_TRUE(makeTracker()->sessions().first().clips.isEmpty());
 }
 
-TEST_F(MatchTrackerTest, ClipsOfAnUnknownMatchGoToTheTrashToo)
+TEST_F(MatchTrackerTest, ClipsOfAnUnknownMatchAreTrashed)
 {
-    const auto match = played(1);
+    const auto match = playMatch(1);
     tracker->deleteClips(match.clips, QUuid::createUuid());
     EXPECT_EQ(trash.recycled, match.clips);
     EXPECT_EQ(tracker->sessions(), QList{match});
 }
 
-TEST_F(MatchTrackerTest, DeletingAMatchTakesItsLivingClipsAlongIfAsked)
+TEST_F(MatchTrackerTest, DeletingAMatchWithClipsTrashesExistingFiles)
 {
-    const auto match = played(2);
+    const auto match = playMatch(2);
     QFile::remove(match.clips.first());
-    QList<QUuid> going;
+    QList<QUuid> removed;
     QObject::connect(tracker.get(), &MatchTracker::sessionIsGoing, [&](const QUuid& id) {
-        going.append(id);
-        EXPECT_TRUE(tracker->session(id)) << "told before it goes";
+        removed.append(id);
+        EXPECT_TRUE(tracker->session(id)) << "emitted before the removal";
     });
     tracker->deleteSession(match.id, MatchTracker::WithClips::yes);
     EXPECT_EQ(trash.recycled, QStringList(match.clips.last()));
-    EXPECT_EQ(going, QList{match.id});
+    EXPECT_EQ(removed, QList{match.id});
     EXPECT_TRUE(tracker->sessions().isEmpty());
     EXPECT_TRUE(makeTracker()->sessions().isEmpty());
 }
 
-TEST_F(MatchTrackerTest, DeletingAMatchAloneKeepsItsClips)
+TEST_F(MatchTrackerTest, DeletingAMatchWithoutClipsKeepsTheFiles)
 {
-    const auto match = played(1);
+    const auto match = playMatch(1);
     tracker->deleteSession(match.id, MatchTracker::WithClips::no);
     EXPECT_EQ(trash.calls, 0);
     EXPECT_TRUE(QFile::exists(match.clips.first()));
     tracker->deleteSession(match.id, MatchTracker::WithClips::yes);
-    EXPECT_EQ(trash.calls, 0) << "it is gone already";
+    EXPECT_EQ(trash.calls, 0) << "the match is already deleted";
 }
 
-TEST_F(MatchTrackerTest, RemovingAMatchIsStored)
+TEST_F(MatchTrackerTest, RemovedMatchIsRemovedFromTheFile)
 {
-    const auto first = played(1);
-    const auto second = played(1);
+    const auto first = playMatch(1);
+    const auto second = playMatch(1);
     tracker->removeSession(second.id);
     EXPECT_EQ(makeTracker()->sessions(), QList{first});
 }
 
-TEST_F(MatchTrackerTest, AMatchKeepsPathsOfLostClipsButShowsOnlyFiles)
+TEST_F(MatchTrackerTest, MatchKeepsPathsOfDeletedClipsButClipFilesOmitsThem)
 {
-    const auto match = played(2);
+    const auto match = playMatch(2);
     QFile::remove(match.clips.first());
     EXPECT_EQ(match.clipFiles(), QStringList(match.clips.last()));
     EXPECT_EQ(match.clips.size(), 2);
 }
 
-TEST_F(MatchTrackerTest, TheNoticeCountsClipsAndEpicOnes)
+TEST_F(MatchTrackerTest, NotificationCountsClipsAndEpicOnes)
 {
     tracker->gameStarted(League, QStringLiteral("Ahri"));
     tracker->clipSaved(makeFile("League of Legends - 2026-03-01 20.15.07 [EFSANE 170] PENTAKILL (Ahri).mp4"));
@@ -244,7 +244,7 @@ TEST_F(MatchTrackerTest, TheNoticeCountsClipsAndEpicOnes)
     EXPECT_EQ(notifications.first().tier, ClipTier::epic);
 }
 
-TEST_F(MatchTrackerTest, TheNoticeOfAMatchWithoutHeroAndEpicsIsPlain)
+TEST_F(MatchTrackerTest, NotificationOmitsHeroAndEpicsIfThereAreNone)
 {
     tracker->gameStarted(Dota, {});
     tracker->clipSaved(makeFile("Dota 2 - 2026-03-01 20.15.07.mp4"));
@@ -255,7 +255,7 @@ TEST_F(MatchTrackerTest, TheNoticeOfAMatchWithoutHeroAndEpicsIsPlain)
     EXPECT_EQ(notifications.first().tier, ClipTier::medium);
 }
 
-TEST_F(MatchTrackerTest, ATrackerThatIsGoneEndsNothing)
+TEST_F(MatchTrackerTest, DestroyedTrackerEndsNoMatch)
 {
     tracker->gameStarted(Dota, {});
     tracker->clipSaved(makeFile("a.mp4"));

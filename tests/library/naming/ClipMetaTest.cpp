@@ -27,13 +27,13 @@ protected:
     }
 };
 
-TEST_F(ClipMetaTest, StandsHiddenBesideTheClip)
+TEST_F(ClipMetaTest, PathIsAHiddenFileBesideTheClip)
 {
     EXPECT_EQ(ClipMeta::pathFor(QStringLiteral("/clips/Dota 2 - 2026-03-01 20.15.07.mp4")),
               QStringLiteral("/clips/.Dota 2 - 2026-03-01 20.15.07.mp4.json"));
 }
 
-TEST_F(ClipMetaTest, CountsMarkersBackFromTheEndOfTheFile)
+TEST_F(ClipMetaTest, MarkerTimesCountBackFromTheEndOfTheFile)
 {
     const Moment moment{.game = QStringLiteral("Dota 2"),
                         .tier = ClipTier::medium,
@@ -51,7 +51,7 @@ TEST_F(ClipMetaTest, CountsMarkersBackFromTheEndOfTheFile)
     EXPECT_EQ(meta.events, expected);
 }
 
-TEST_F(ClipMetaTest, ReadsBackWhatItWrote)
+TEST_F(ClipMetaTest, RoundTripPreservesAllFields)
 {
     const ClipMeta meta{.game = QStringLiteral("Dota 2"),
                         .label = QStringLiteral("Kıl Payı \"Triple\" Kill"),
@@ -62,7 +62,7 @@ TEST_F(ClipMetaTest, ReadsBackWhatItWrote)
     EXPECT_EQ(ClipMeta::load(clip), meta);
 }
 
-TEST_F(ClipMetaTest, LeavesOutWhatItDoesNotHaveButAlwaysWritesEvents)
+TEST_F(ClipMetaTest, OmitsAbsentFieldsButAlwaysWritesEvents)
 {
     ClipMeta().save(clip);
     EXPECT_EQ(sidecar(), QByteArray("{\"events\":[]}"));
@@ -76,7 +76,7 @@ TEST_F(ClipMetaTest, LoadsAnObjectWithEventsAlone)
 
 class ClipMetaDamage : public ClipMetaTest, public testing::WithParamInterface<const char*> { };
 
-TEST_P(ClipMetaDamage, IsLikeNoSidecar)
+TEST_P(ClipMetaDamage, CountsAsMissing)
 {
     storeSidecar(GetParam());
     EXPECT_EQ(ClipMeta::load(clip), std::nullopt);
@@ -88,13 +88,13 @@ INSTANTIATE_TEST_SUITE_P(Cases, ClipMetaDamage,
                                          "{\"game\":7,\"events\":[]}", "{\"score\":\"9\",\"events\":[]}",
                                          "{\"score\":9.5,\"events\":[]}", "\xff\xfe\x00"));
 
-TEST_F(ClipMetaTest, IsNothingWithoutAFile)
+TEST_F(ClipMetaTest, MissingFileLoadsNothing)
 {
     EXPECT_EQ(ClipMeta::load(clip), std::nullopt);
     EXPECT_EQ(ClipMeta::load(QStringLiteral("/no/such/folder/x.mp4")), std::nullopt);
 }
 
-TEST_F(ClipMetaTest, MovesAndGoesWithItsClip)
+TEST_F(ClipMetaTest, MoveAndRemoveFollowTheClip)
 {
     const auto renamed = folder.filePath(QStringLiteral("Dota 2 - Ace.mp4"));
     const ClipMeta meta{.score = 9};
@@ -106,7 +106,7 @@ TEST_F(ClipMetaTest, MovesAndGoesWithItsClip)
     EXPECT_EQ(ClipMeta::load(renamed), std::nullopt);
 }
 
-TEST_F(ClipMetaTest, DoesNotMoveOverAnotherSidecar)
+TEST_F(ClipMetaTest, MoveDoesNotReplaceAnotherSidecar)
 {
     const auto other = folder.filePath(QStringLiteral("Dota 2 - Ace.mp4"));
     ClipMeta{.score = 1}.save(clip);
@@ -115,7 +115,7 @@ TEST_F(ClipMetaTest, DoesNotMoveOverAnotherSidecar)
     EXPECT_EQ(ClipMeta::load(other), ClipMeta{.score = 2});
 }
 
-TEST_F(ClipMetaTest, FailsInSilence)
+TEST_F(ClipMetaTest, FailuresAreSilent)
 {
     ClipMeta().save(QStringLiteral("/no/such/folder/x.mp4"));
     ClipMeta::move(QStringLiteral("/no/such/folder/x.mp4"), clip);

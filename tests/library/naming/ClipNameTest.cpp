@@ -8,14 +8,14 @@ namespace {
 
 const QDateTime Evening(QDate(2026, 3, 1), QTime(20, 15, 7));
 
-TEST(ClipName, IsGameDateAndExtension)
+TEST(ClipName, HasGameDateAndExtension)
 {
     EXPECT_EQ(clipFileStem(QStringLiteral("Dota 2"), Evening), QStringLiteral("Dota 2 - 2026-03-01 20.15.07"));
     EXPECT_EQ(clipFileName({.game = QStringLiteral("Dota 2"), .date = Evening}),
               QStringLiteral("Dota 2 - 2026-03-01 20.15.07.mp4"));
 }
 
-TEST(ClipName, CarriesTheSuffixBehindTheDate)
+TEST(ClipName, SuffixFollowsTheDate)
 {
     EXPECT_EQ(clipFileName({.game = QStringLiteral("League of Legends"),
                             .date = Evening,
@@ -23,7 +23,7 @@ TEST(ClipName, CarriesTheSuffixBehindTheDate)
               QStringLiteral("League of Legends - 2026-03-01 20.15.07 [EFSANE 95] Penta Kill.mp4"));
 }
 
-TEST(ClipName, PutsTheCollisionMarkBeforeTheSuffix)
+TEST(ClipName, CollisionMarkPrecedesTheSuffix)
 {
     EXPECT_EQ(
         clipFileName(
@@ -42,7 +42,7 @@ TEST(ClipName, ReplacesSlashesAndColons)
               QStringLiteral("..-..-etc - 2026-03-01 20.15.07 a-b-c.mp4"));
 }
 
-TEST(ClipName, DropsTheByteThatNoFileSystemTakes)
+TEST(ClipName, RemovesZeroCharacters)
 {
     EXPECT_EQ(clipFileStem(QStringLiteral("a") + QChar(0) + QStringLiteral("b"), Evening),
               QStringLiteral("ab - 2026-03-01 20.15.07"));
@@ -56,14 +56,14 @@ struct LongName {
 
 class ClipNameLength : public testing::TestWithParam<LongName> { };
 
-TEST_P(ClipNameLength, FitsEveryFileSystemWithItsSidecar)
+TEST_P(ClipNameLength, FitsIntoNameMaxWithItsSidecar)
 {
     const auto name = clipFileName({.game = GetParam().game, .date = Evening, .suffix = GetParam().suffix}, 1000);
     EXPECT_LE(name.toUtf8().size() + 6, 255);
     EXPECT_TRUE(name.contains(QStringLiteral(" - 2026-03-01 20.15.07 (1000)")));
     EXPECT_TRUE(name.endsWith(QStringLiteral(".mp4")));
     EXPECT_FALSE(name.contains(QChar::ReplacementCharacter));
-    EXPECT_EQ(QString::fromUtf8(name.toUtf8()), name) << "a character was cut in two";
+    EXPECT_EQ(QString::fromUtf8(name.toUtf8()), name) << "a surrogate pair was split";
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, ClipNameLength,
@@ -74,12 +74,57 @@ INSTANTIATE_TEST_SUITE_P(Cases, ClipNameLength,
                                          LongName{"Emoji", QStringLiteral("😀").repeated(100), std::nullopt}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST(ClipName, KeepsTheTierWhenItShortensALabel)
+TEST(ClipName, ShorteningKeepsTheTier)
 {
     const auto name = clipFileName({.game = QStringLiteral("World of Warcraft"),
                                     .date = Evening,
                                     .suffix = QStringLiteral("[EFSANE 95] ") + QString(300, QChar(0x0416))});
     EXPECT_TRUE(name.startsWith(QStringLiteral("World of Warcraft - 2026-03-01 20.15.07 [EFSANE 95] Ж")));
+}
+
+TEST(ClipName, MomentSuffixHasTierScoreAndLabel)
+{
+    EXPECT_EQ(momentSuffix(ClipTier::epic, 170, QStringLiteral("PENTAKILL %1")),
+              QStringLiteral("[EFSANE 170] PENTAKILL %1"));
+    EXPECT_EQ(momentSuffix(ClipTier::basic, -5, QStringLiteral("x")), QStringLiteral("[BASIT -5] x"));
+}
+
+TEST(ClipName, ParsesWhatItComposes)
+{
+    const auto label = QStringLiteral("Penta Kill (Ahri)");
+    const auto name = clipFileName({.game = QStringLiteral("League of Legends"),
+                                    .date = Evening,
+                                    .suffix = momentSuffix(ClipTier::medium, 45, label)},
+                                   2);
+    const auto parsed = parseClipFileName(name);
+    EXPECT_EQ(parsed.game, QStringLiteral("League of Legends"));
+    EXPECT_EQ(parsed.title, QStringLiteral("2026-03-01 20.15.07 (2) [ORTA 45] Penta Kill (Ahri)"));
+    EXPECT_GT(dateLength(parsed.title), 0);
+    ASSERT_TRUE(parsed.moment);
+    EXPECT_EQ(parsed.moment->tier, ClipTier::medium);
+    EXPECT_EQ(parsed.moment->score, 45);
+    EXPECT_EQ(parsed.moment->label, label);
+}
+
+TEST(ClipName, NameWithoutSeparatorIsATitleWithoutGame)
+{
+    EXPECT_EQ(parseClipFileName(u"holiday.video.mp4").game, std::nullopt);
+    EXPECT_EQ(parseClipFileName(u"holiday.video.mp4").title, QStringLiteral("holiday.video"));
+    EXPECT_FALSE(clipFileNameHasGame(u"holiday.video.mp4"));
+    EXPECT_EQ(parseClipFileName(u" - .mp4").game, QString());
+    EXPECT_TRUE(clipFileNameHasGame(u" - .mp4"));
+    EXPECT_FALSE(clipFileNameHasGame(u"x. - mp4"));
+}
+
+TEST(ClipName, RenamedClipHasGameTitleAndItsOwnExtension)
+{
+    const auto renamed = [](const QString& title) {
+        return renamedClipFileName(QStringLiteral("Game"), title, QStringLiteral("MOV"));
+    };
+    EXPECT_EQ(renamed(QStringLiteral(" \n My %1 title\t ")), QStringLiteral("Game - My %1 title.MOV"));
+    EXPECT_EQ(renamed(QStringLiteral("a/b:c")), QStringLiteral("Game - a-b-c.MOV"));
+    EXPECT_EQ(renamed(QStringLiteral(" \n\t ")), std::nullopt);
+    EXPECT_EQ(renamed(QStringLiteral("a") + QChar(u'\0') + QStringLiteral("b")), std::nullopt);
 }
 
 } // namespace

@@ -24,7 +24,7 @@ TEST(Clip, SplitsGameAndTitleAtTheFirstSeparator)
     EXPECT_FALSE(found.hasDefaultTitle());
 }
 
-TEST(Clip, BelongsToOtherWithoutASeparator)
+TEST(Clip, NameWithoutSeparatorHasTheGameOther)
 {
     const auto found = clip("holiday.video.mp4");
     EXPECT_EQ(found.game, QStringLiteral("Diğer"));
@@ -32,21 +32,21 @@ TEST(Clip, BelongsToOtherWithoutASeparator)
     EXPECT_EQ(found.displayTitle(), QStringLiteral("holiday.video"));
 }
 
-TEST(Clip, ShowsATitleThatTheUserGave)
+TEST(Clip, DisplayTitleIsTheUsersTitle)
 {
     const auto found = clip("Game - My Title.mp4");
     EXPECT_FALSE(found.hasDefaultTitle());
     EXPECT_EQ(found.displayTitle(), QStringLiteral("My Title"));
 }
 
-TEST(Clip, ShowsTheGameForADefaultTitle)
+TEST(Clip, DisplayTitleOfADefaultTitleNamesTheGame)
 {
     EXPECT_TRUE(clip("Dota 2 - 2026-03-01 20.15.07.mp4").hasDefaultTitle());
     EXPECT_EQ(clip("Dota 2 - 2026-03-01 20.15.07.mp4").displayTitle(), QStringLiteral("Dota 2 klibi"));
     EXPECT_EQ(clip("Dota 2 - 2026-03-01 20.15.07 (2).mp4").displayTitle(), QStringLiteral("Dota 2 klibi (2)"));
 }
 
-TEST(Clip, ReadsTierScoreAndLabel)
+TEST(Clip, ParsesTierScoreAndLabel)
 {
     const auto found = clip("League of Legends - 2026-03-01 20.15.07 (2) [EFSANE 95] Penta Kill.mp4");
     EXPECT_EQ(found.autoTier, ClipTier::epic);
@@ -55,13 +55,13 @@ TEST(Clip, ReadsTierScoreAndLabel)
     EXPECT_EQ(found.displayTitle(), QStringLiteral("Penta Kill"));
 }
 
-TEST(Clip, KeepsItsTierWhenItWasDerived)
+TEST(Clip, DerivedFileKeepsItsTier)
 {
     EXPECT_EQ(clip("League of Legends - 2026-03-01 20.15.07 [EFSANE 95] Penta Kill (Discord).mp4").autoLabel,
               QStringLiteral("Penta Kill (Discord)"));
 }
 
-TEST(Clip, ReadsATierWithoutADateBeforeIt)
+TEST(Clip, ParsesATierWithoutADate)
 {
     const auto found = clip("[EFSANE 95] x.mp4");
     EXPECT_EQ(found.autoTier, ClipTier::epic);
@@ -69,7 +69,7 @@ TEST(Clip, ReadsATierWithoutADateBeforeIt)
     EXPECT_EQ(found.autoLabel, QStringLiteral("x"));
 }
 
-TEST(Clip, ReadsNoTierInLowerCase)
+TEST(Clip, TierTagIsCaseSensitive)
 {
     const auto found = clip("Game - [efsane 95] x.mp4");
     EXPECT_EQ(found.autoTier, std::nullopt);
@@ -77,7 +77,7 @@ TEST(Clip, ReadsNoTierInLowerCase)
     EXPECT_EQ(found.autoLabel, std::nullopt);
 }
 
-TEST(Clip, TakesAScoreThatDoesNotFitForZero)
+TEST(Clip, ScoreOutOfRangeIsZero)
 {
     const auto found = clip("[EFSANE 99999999999999999999] x.mp4");
     EXPECT_EQ(found.autoTier, ClipTier::epic);
@@ -85,7 +85,7 @@ TEST(Clip, TakesAScoreThatDoesNotFitForZero)
     EXPECT_EQ(found.autoLabel, QStringLiteral("x"));
 }
 
-TEST(Clip, IsTallByTheMarksOfTheExport)
+TEST(Clip, IsTallIfTheTitleHasAnExportMark)
 {
     EXPECT_TRUE(clip("Game - x (9x16).mp4").isTall());
     EXPECT_TRUE(clip("Game - x (4x5).mp4").isTall());
@@ -104,7 +104,7 @@ TEST(Clip, ReadsDateAndSizeOfItsFile)
     EXPECT_LE(std::abs(Clip(path).date.secsTo(QDateTime::currentDateTime())), 5);
 }
 
-TEST(Clip, ACopyKeepsTheDayOfItsModification)
+TEST(Clip, CopyKeepsItsModificationTime)
 {
     const QTemporaryDir folder;
     const auto path = folder.filePath(QStringLiteral("Dota 2 - x.mp4"));
@@ -116,7 +116,7 @@ TEST(Clip, ACopyKeepsTheDayOfItsModification)
     EXPECT_EQ(Clip(path).date, old);
 }
 
-TEST(Clip, TakesOnlyAMarkThatEndsTheTitle)
+TEST(Clip, MomentMarkMustReachTheEndOfTheTitle)
 {
     for (const char* name : {"Game - [EFSANE 95].mp4", "Game - [EFSANE 95] .mp4", "Game - [EFSANE 95]x.mp4",
                              "Game - [EFSANE] x.mp4", "Game - [EFSANE -5] x.mp4", "Game - [EFSANE  5] x.mp4",
@@ -131,7 +131,7 @@ TEST(Clip, TakesOnlyAMarkThatEndsTheTitle)
     EXPECT_EQ(second.autoLabel, QStringLiteral("[ORTA 5] y"));
 }
 
-TEST(Clip, BeginsWithADateOnlyIfAllOfItIsThere)
+TEST(Clip, DefaultTitleNeedsTheCompleteDate)
 {
     EXPECT_TRUE(clip("G - 0000-99-99 99.99.99x.mp4").hasDefaultTitle());
     EXPECT_FALSE(clip("G - 2026-03-01 20.15.0.mp4").hasDefaultTitle());
@@ -139,7 +139,7 @@ TEST(Clip, BeginsWithADateOnlyIfAllOfItIsThere)
     EXPECT_FALSE(clip("G - x 2026-03-01 20.15.07.mp4").hasDefaultTitle());
 }
 
-TEST(Clip, TellsSizesAsCloselyAsOneCaresToKnow)
+TEST(Clip, SizeTextRoundsByMagnitudeAndLanguage)
 {
     const auto text = [](qint64 bytes) {
         return Clip(QStringLiteral("/x.mp4"), FileStat{.createdAt = 0, .size = bytes, .isFile = true})
@@ -149,7 +149,7 @@ TEST(Clip, TellsSizesAsCloselyAsOneCaresToKnow)
     };
     struct Case {
         const char* language;
-        const char* nothing;
+        const char* zero;
         const char* one;
         const char* megabytes;
     };
@@ -158,7 +158,7 @@ TEST(Clip, TellsSizesAsCloselyAsOneCaresToKnow)
                              Case{"fr", "0 octet", "1 octet", "12,4 Mo"}, Case{"pt", "0 byte", "1 byte", "12,4 MB"},
                              Case{"ru", "0 байт", "1 байт", "12,4 МБ"}}) {
         L10n::use(QString::fromUtf8(each.language));
-        EXPECT_EQ(text(0).toStdString(), each.nothing) << each.language;
+        EXPECT_EQ(text(0).toStdString(), each.zero) << each.language;
         EXPECT_EQ(text(1).toStdString(), each.one) << each.language;
         EXPECT_EQ(text(12'412'345).toStdString(), each.megabytes) << each.language;
     }
@@ -167,7 +167,7 @@ TEST(Clip, TellsSizesAsCloselyAsOneCaresToKnow)
     EXPECT_EQ(text(1000), QStringLiteral("1 kB"));
     EXPECT_EQ(text(512'499), QStringLiteral("512 kB"));
     EXPECT_EQ(text(999'499), QStringLiteral("999 kB"));
-    EXPECT_EQ(text(999'500), QStringLiteral("1 MB")) << "never a thousand of something";
+    EXPECT_EQ(text(999'500), QStringLiteral("1 MB")) << "never 1000 of a unit";
     EXPECT_EQ(text(48'000'000), QStringLiteral("48 MB"));
     EXPECT_EQ(text(999'960'000), QStringLiteral("1 GB"));
     EXPECT_EQ(text(1'254'000'000), QStringLiteral("1.25 GB"));
@@ -176,7 +176,7 @@ TEST(Clip, TellsSizesAsCloselyAsOneCaresToKnow)
     L10n::use(QStringLiteral("tr"));
 }
 
-TEST(Clip, TellsTheTimeAsTheLanguageDoes)
+TEST(Clip, TimeTextFollowsTheLanguage)
 {
     const QDateTime date(QDate(2026, 3, 1), QTime(9, 5, 7));
     const Clip found(QStringLiteral("/x.mp4"),
@@ -188,7 +188,7 @@ TEST(Clip, TellsTheTimeAsTheLanguageDoes)
     L10n::use(QStringLiteral("tr"));
 }
 
-TEST(Clip, AMissingFileHasThePresentTimeAndNoSize)
+TEST(Clip, MissingFileHasTheCurrentTimeAndNoSize)
 {
     const auto found = clip("Dota 2 - x.mp4");
     EXPECT_LE(std::abs(found.date.secsTo(QDateTime::currentDateTime())), 5);

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 
 using Ticket = ThumbnailCache::Ticket;
 
-/// Of 400 bytes; three have room.
+/// A picture of 400 bytes; the cache holds three.
 QImage picture()
 {
     QImage image(10, 10, QImage::Format_RGB32);
@@ -22,12 +22,12 @@ QImage picture()
     return image;
 }
 
-/// The cache on queues that the test drives, with a reader that notes what it is asked for.
+/// A cache on manual queues, with a reader that records the requested paths.
 class ThumbnailCacheTest : public testing::Test {
 protected:
-    ThumbnailCacheTest() { make(); }
+    ThumbnailCacheTest() { makeCache(); }
 
-    void make()
+    void makeCache()
     {
         cache = std::make_unique<ThumbnailCache>(ThumbnailCache::Dependencies{
             .main = main,
@@ -39,7 +39,7 @@ protected:
                     if (onRead) {
                         onRead(path);
                     }
-                    return reading;
+                    return result;
                 },
             .byteLimit = 1200,
         });
@@ -53,12 +53,12 @@ protected:
             lastInfo = info;
         });
     }
-    void letReadersRun() { workTime.settle(); }
-    void letMainRun() { mainTime.settle(); }
+    void runWorkers() { workTime.settle(); }
+    void runMain() { mainTime.settle(); }
     void settle()
     {
-        letReadersRun();
-        letMainRun();
+        runWorkers();
+        runMain();
     }
     bool hasImage(const char* path) const { return !cache->cachedImage(QString::fromUtf8(path)).isNull(); }
 
@@ -66,7 +66,7 @@ protected:
     test::ManualTime workTime;
     test::ManualQueue main{mainTime};
     test::ManualQueue work{workTime};
-    ClipPreview reading{.metadata = {.duration = 30, .width = 1920, .height = 1080, .fps = 60}, .thumbnail = picture()};
+    ClipPreview result{.info = {.duration = 30, .width = 1920, .height = 1080, .fps = 60}, .thumbnail = picture()};
     std::function<void(const QString&)> onRead;
     std::vector<std::string> read;
     std::vector<std::string> shown;
@@ -76,20 +76,20 @@ protected:
     std::unique_ptr<ThumbnailCache> cache;
 };
 
-TEST_F(ThumbnailCacheTest, FileIsReadInTheBackgroundAndShownOnTheMainQueue)
+TEST_F(ThumbnailCacheTest, ReadsOnWorkersAndCallsBackOnTheMainQueue)
 {
     const auto ticket = load("a");
     EXPECT_TRUE(read.empty());
-    letReadersRun();
+    runWorkers();
     EXPECT_THAT(read, ElementsAre("a"));
     EXPECT_TRUE(shown.empty());
-    letMainRun();
+    runMain();
     EXPECT_THAT(shown, ElementsAre("a"));
     EXPECT_EQ(lastImage, picture());
     EXPECT_EQ(lastInfo, (ClipInfo{.duration = 30, .width = 1920, .height = 1080, .fps = 60}));
 }
 
-TEST_F(ThumbnailCacheTest, WhatWasReadIsShownAtOnceAndNotReadAgain)
+TEST_F(ThumbnailCacheTest, CachedPictureIsReturnedAtOnceAndNotReadAgain)
 {
     const auto first = load("a");
     settle();
@@ -102,24 +102,24 @@ TEST_F(ThumbnailCacheTest, WhatWasReadIsShownAtOnceAndNotReadAgain)
     EXPECT_EQ(shown.size(), 2U);
 }
 
-TEST_F(ThumbnailCacheTest, NothingIsCachedBeforeTheFirstReading)
+TEST_F(ThumbnailCacheTest, NothingIsCachedBeforeTheFirstRead)
 {
     EXPECT_FALSE(hasImage("a"));
     EXPECT_FALSE(cache->cachedInfo(QStringLiteral("a")));
     const auto ticket = load("a");
-    letReadersRun();
+    runWorkers();
     EXPECT_TRUE(hasImage("a"));
     EXPECT_EQ(cache->cachedInfo(QStringLiteral("a"))->fps, 60);
 }
 
-TEST_F(ThumbnailCacheTest, FileWithoutAPictureKeepsItsDataAndIsReadAgain)
+TEST_F(ThumbnailCacheTest, FileWithoutPictureCachesItsDataAndIsReadAgain)
 {
-    reading = {};
+    result = {};
     const auto first = load("broken");
     settle();
     EXPECT_TRUE(lastImage.isNull());
     EXPECT_EQ(cache->cachedInfo(QStringLiteral("broken")), ClipInfo{});
-    reading = {.metadata = {.duration = 5}, .thumbnail = picture()};
+    result = {.info = {.duration = 5}, .thumbnail = picture()};
     const auto second = load("broken");
     settle();
     EXPECT_THAT(read, ElementsAre("broken", "broken"));
@@ -127,7 +127,7 @@ TEST_F(ThumbnailCacheTest, FileWithoutAPictureKeepsItsDataAndIsReadAgain)
     EXPECT_EQ(cache->cachedInfo(QStringLiteral("broken"))->duration, 5);
 }
 
-TEST_F(ThumbnailCacheTest, NewestWishIsReadFirst)
+TEST_F(ThumbnailCacheTest, NewestRequestIsReadFirst)
 {
     const std::array tickets{load("a"), load("b"), load("c")};
     settle();
@@ -135,7 +135,7 @@ TEST_F(ThumbnailCacheTest, NewestWishIsReadFirst)
     EXPECT_THAT(shown, ElementsAre("c", "b", "a"));
 }
 
-TEST_F(ThumbnailCacheTest, WishThatIsRepeatedIsNewAgain)
+TEST_F(ThumbnailCacheTest, RepeatedRequestMovesToTheFront)
 {
     const std::array tickets{load("a"), load("b"), load("a")};
     settle();
@@ -143,7 +143,7 @@ TEST_F(ThumbnailCacheTest, WishThatIsRepeatedIsNewAgain)
     EXPECT_THAT(shown, ElementsAre("a", "a", "b"));
 }
 
-TEST_F(ThumbnailCacheTest, WishThatComesWhileOthersAreReadIsNext)
+TEST_F(ThumbnailCacheTest, RequestDuringAReadIsReadNext)
 {
     std::vector<Ticket> tickets;
     onRead = [&](const QString& path) {
@@ -158,7 +158,7 @@ TEST_F(ThumbnailCacheTest, WishThatComesWhileOthersAreReadIsNext)
     EXPECT_THAT(read, ElementsAre("c", "d", "b", "a"));
 }
 
-TEST_F(ThumbnailCacheTest, DroppedWishIsNotRead)
+TEST_F(ThumbnailCacheTest, DroppedRequestIsNotRead)
 {
     auto a = load("a");
     const auto b = load("b");
@@ -172,7 +172,7 @@ TEST_F(ThumbnailCacheTest, DroppedWishIsNotRead)
     EXPECT_THAT(read, ElementsAre("b", "a"));
 }
 
-TEST_F(ThumbnailCacheTest, WishOfManyIsReadOnceForThoseThatAreLeft)
+TEST_F(ThumbnailCacheTest, SharedReadSurvivesADroppedTicket)
 {
     auto first = load("a");
     const auto second = load("a");
@@ -182,7 +182,7 @@ TEST_F(ThumbnailCacheTest, WishOfManyIsReadOnceForThoseThatAreLeft)
     EXPECT_THAT(shown, ElementsAre("a"));
 }
 
-TEST_F(ThumbnailCacheTest, WishDroppedWhileItIsReadIsKeptAndNotShown)
+TEST_F(ThumbnailCacheTest, ResultOfARequestDroppedDuringTheReadIsCachedOnly)
 {
     auto ticket = load("a");
     onRead = [&](const QString&) { ticket = {}; };
@@ -192,7 +192,7 @@ TEST_F(ThumbnailCacheTest, WishDroppedWhileItIsReadIsKeptAndNotShown)
     EXPECT_TRUE(cache->cachedInfo(QStringLiteral("a")));
 }
 
-TEST_F(ThumbnailCacheTest, WishThatComesWhileTheFileIsReadSharesTheReading)
+TEST_F(ThumbnailCacheTest, RequestForAFileBeingReadSharesTheRead)
 {
     auto first = load("a");
     Ticket second;
@@ -205,16 +205,16 @@ TEST_F(ThumbnailCacheTest, WishThatComesWhileTheFileIsReadSharesTheReading)
     EXPECT_THAT(shown, ElementsAre("a"));
 }
 
-TEST_F(ThumbnailCacheTest, WishDroppedOnTheWayToTheMainQueueIsNotShown)
+TEST_F(ThumbnailCacheTest, RequestDroppedBeforeDeliveryIsNotCalledBack)
 {
     auto ticket = load("a");
-    letReadersRun();
+    runWorkers();
     ticket = {};
-    letMainRun();
+    runMain();
     EXPECT_TRUE(shown.empty());
 }
 
-TEST_F(ThumbnailCacheTest, CallbackMayDropItsTicketAndWishAnew)
+TEST_F(ThumbnailCacheTest, CallbackMayDropItsTicketAndRequestAnother)
 {
     Ticket ticket;
     Ticket other;
@@ -227,7 +227,7 @@ TEST_F(ThumbnailCacheTest, CallbackMayDropItsTicketAndWishAnew)
     EXPECT_THAT(shown, ElementsAre("b"));
 }
 
-TEST_F(ThumbnailCacheTest, CallbackMayOwnItsOwnTicket)
+TEST_F(ThumbnailCacheTest, CallbackMayOwnItsTicket)
 {
     const auto ticket = std::make_shared<Ticket>();
     const std::weak_ptr<Ticket> seen = ticket;
@@ -236,7 +236,7 @@ TEST_F(ThumbnailCacheTest, CallbackMayOwnItsOwnTicket)
     EXPECT_EQ(seen.use_count(), 1);
 }
 
-TEST_F(ThumbnailCacheTest, PicturesOnScreenStayAndOthersGo)
+TEST_F(ThumbnailCacheTest, PicturesWithTicketsAreNotEvicted)
 {
     std::vector<Ticket> onScreen;
     for (const auto* path : {"a", "b", "c", "d", "e"}) {
@@ -252,7 +252,7 @@ TEST_F(ThumbnailCacheTest, PicturesOnScreenStayAndOthersGo)
     EXPECT_TRUE(cache->cachedInfo(QStringLiteral("a")));
 }
 
-TEST_F(ThumbnailCacheTest, PictureThatWentIsReadAgain)
+TEST_F(ThumbnailCacheTest, EvictedPictureIsReadAgain)
 {
     for (const auto* path : {"a", "b", "c", "d"}) {
         const auto ticket = load(path);
@@ -266,7 +266,7 @@ TEST_F(ThumbnailCacheTest, PictureThatWentIsReadAgain)
     EXPECT_EQ(read.back(), "a");
 }
 
-TEST_F(ThumbnailCacheTest, PictureShownFromTheCacheIsOnScreenToo)
+TEST_F(ThumbnailCacheTest, TicketOfACachedPicturePreventsEviction)
 {
     {
         const auto ticket = load("a");
@@ -280,7 +280,7 @@ TEST_F(ThumbnailCacheTest, PictureShownFromTheCacheIsOnScreenToo)
     EXPECT_TRUE(hasImage("a"));
 }
 
-TEST_F(ThumbnailCacheTest, MovedTicketIsTheSameWish)
+TEST_F(ThumbnailCacheTest, MovedTicketKeepsItsRequest)
 {
     auto ticket = load("a");
     Ticket moved(std::move(ticket));
@@ -289,10 +289,10 @@ TEST_F(ThumbnailCacheTest, MovedTicketIsTheSameWish)
     EXPECT_THAT(shown, ElementsAre("a"));
 }
 
-TEST_F(ThumbnailCacheTest, NothingIsReadOrShownAfterItsEnd)
+TEST_F(ThumbnailCacheTest, DestroyedCacheReadsAndCallsBackNothing)
 {
     const auto a = load("a");
-    letReadersRun();
+    runWorkers();
     const auto b = load("b");
     cache.reset();
     settle();
@@ -300,7 +300,7 @@ TEST_F(ThumbnailCacheTest, NothingIsReadOrShownAfterItsEnd)
     EXPECT_TRUE(shown.empty());
 }
 
-TEST_F(ThumbnailCacheTest, ReaderIsToldToStopAtTheEnd)
+TEST_F(ThumbnailCacheTest, DestructionRequestsTheReaderToStop)
 {
     const auto ticket = load("a");
     onRead = [&](const QString&) {
@@ -312,7 +312,7 @@ TEST_F(ThumbnailCacheTest, ReaderIsToldToStopAtTheEnd)
     EXPECT_TRUE(shown.empty());
 }
 
-TEST_F(ThumbnailCacheTest, CallbackMayEndTheCache)
+TEST_F(ThumbnailCacheTest, CallbackMayDestroyTheCache)
 {
     const auto first = cache->load(QStringLiteral("a"), [&](const QImage&, const ClipInfo&) { cache.reset(); });
     const auto second = load("a");

@@ -12,7 +12,7 @@
 namespace quelto {
 namespace {
 
-/// The cache with its own threads, real files and a real event loop.
+/// A cache with its own threads, real files and a real event loop.
 class ThumbnailFilesTest : public testing::Test {
 protected:
     int argumentCount = 0;
@@ -21,7 +21,7 @@ protected:
     MainQueue main;
 };
 
-TEST_F(ThumbnailFilesTest, ManyClipsAreShownAndTheirPicturesKept)
+TEST_F(ThumbnailFilesTest, LoadsAndCachesManyClips)
 {
     const auto bytes = test::GeneratedClips::read(
         clips.make(QStringLiteral("a.mp4"),
@@ -35,12 +35,12 @@ TEST_F(ThumbnailFilesTest, ManyClipsAreShownAndTheirPicturesKept)
     ThumbnailCache cache(main);
     QEventLoop loop;
     std::vector<ThumbnailCache::Ticket> tickets;
-    qsizetype shown = 0;
+    qsizetype loaded = 0;
     const auto thread = std::this_thread::get_id();
     for (const auto& path : paths) {
         tickets.push_back(cache.load(path, [&](const QImage&, const ClipInfo&) {
             EXPECT_EQ(std::this_thread::get_id(), thread);
-            if (++shown == paths.size()) {
+            if (++loaded == paths.size()) {
                 loop.quit();
             }
         }));
@@ -55,7 +55,7 @@ TEST_F(ThumbnailFilesTest, ManyClipsAreShownAndTheirPicturesKept)
     EXPECT_EQ(cache.cachedInfo(broken), ClipInfo{});
 }
 
-TEST_F(ThumbnailFilesTest, EndsInTheMiddleOfItsWork)
+TEST_F(ThumbnailFilesTest, DestructionWhileReadingIsSafe)
 {
     const auto clip =
         clips.make(QStringLiteral("a.mp4"),
@@ -64,7 +64,7 @@ TEST_F(ThumbnailFilesTest, EndsInTheMiddleOfItsWork)
         ThumbnailCache cache(main);
         std::vector<ThumbnailCache::Ticket> tickets;
         for (int i = 0; i < 50; ++i) {
-            // Each spelling is a path of its own.
+            // Each spelling of the path is a separate cache key.
             const auto path = clips.path(QStringLiteral("./").repeated(i) + QStringLiteral("a.mp4"));
             tickets.push_back(cache.load(path, [](const QImage&, const ClipInfo&) { ADD_FAILURE(); }));
         }
@@ -73,23 +73,23 @@ TEST_F(ThumbnailFilesTest, EndsInTheMiddleOfItsWork)
     QCoreApplication::processEvents();
 }
 
-TEST_F(ThumbnailFilesTest, CachedDataMayBeAskedForOnAnyThread)
+TEST_F(ThumbnailFilesTest, CacheMayBeQueriedFromAnyThread)
 {
     const auto clip =
         clips.make(QStringLiteral("a.mp4"), QStringLiteral("-f lavfi -i color=s=64x64:r=30:d=1 -c:v libx264"));
     ThumbnailCache cache(main);
-    std::atomic<bool> isKnown = false;
+    std::atomic<bool> isCached = false;
     std::thread other([&] {
         while (!cache.cachedInfo(clip) || cache.cachedImage(clip).isNull()) {
             std::this_thread::yield();
         }
-        isKnown = true;
+        isCached = true;
     });
     QEventLoop loop;
     const auto ticket = cache.load(clip, [&](const QImage&, const ClipInfo&) { loop.quit(); });
     loop.exec();
     other.join();
-    EXPECT_TRUE(isKnown);
+    EXPECT_TRUE(isCached);
 }
 
 } // namespace

@@ -9,23 +9,23 @@ namespace {
 class ThumbnailLruTest : public testing::Test {
 protected:
     /// A picture of 400 bytes.
-    void put(const char* name) { shelf.put(QString::fromUtf8(name), QImage(10, 10, QImage::Format_RGB32)); }
-    bool has(const char* name) { return !shelf.find(QString::fromUtf8(name)).isNull(); }
+    void put(const char* name) { cache.put(QString::fromUtf8(name), QImage(10, 10, QImage::Format_RGB32)); }
+    bool has(const char* name) { return !cache.find(QString::fromUtf8(name)).isNull(); }
 
-    ThumbnailLru shelf{1200};
+    ThumbnailLru cache{1200};
 };
 
-TEST_F(ThumbnailLruTest, OldestGoesWhenThereIsNoMoreRoom)
+TEST_F(ThumbnailLruTest, EvictsTheOldestOverTheLimit)
 {
     for (const auto* name : {"a", "b", "c", "d"}) {
         put(name);
     }
     EXPECT_FALSE(has("a"));
     EXPECT_TRUE(has("b") && has("c") && has("d"));
-    EXPECT_EQ(shelf.bytes(), 1200);
+    EXPECT_EQ(cache.bytes(), 1200);
 }
 
-TEST_F(ThumbnailLruTest, WhatWasAskedForStaysLonger)
+TEST_F(ThumbnailLruTest, FindMakesAPictureTheMostRecent)
 {
     put("a");
     put("b");
@@ -36,56 +36,56 @@ TEST_F(ThumbnailLruTest, WhatWasAskedForStaysLonger)
     EXPECT_FALSE(has("b"));
 }
 
-TEST_F(ThumbnailLruTest, SamePathTakesItsRoomOnce)
+TEST_F(ThumbnailLruTest, ReplacedPictureIsCountedOnce)
 {
     put("a");
     put("a");
-    EXPECT_EQ(shelf.bytes(), 400);
+    EXPECT_EQ(cache.bytes(), 400);
 }
 
-TEST_F(ThumbnailLruTest, PinnedPicturesStayWhateverRoomTheyTake)
+TEST_F(ThumbnailLruTest, PinnedPicturesMayExceedTheLimit)
 {
     for (const auto* name : {"a", "b", "c", "d", "e"}) {
-        shelf.pin(QString::fromUtf8(name));
+        cache.pin(QString::fromUtf8(name));
         put(name);
     }
-    EXPECT_EQ(shelf.bytes(), 2000);
+    EXPECT_EQ(cache.bytes(), 2000);
     EXPECT_TRUE(has("a"));
 }
 
-TEST_F(ThumbnailLruTest, UnpinnedPicturesGoAtOnceIfThereIsNoRoom)
+TEST_F(ThumbnailLruTest, UnpinEvictsAtOnceOverTheLimit)
 {
     for (const auto* name : {"a", "b", "c", "d"}) {
-        shelf.pin(QString::fromUtf8(name));
+        cache.pin(QString::fromUtf8(name));
         put(name);
     }
-    shelf.unpin(QStringLiteral("c"));
+    cache.unpin(QStringLiteral("c"));
     EXPECT_FALSE(has("c"));
     EXPECT_TRUE(has("a") && has("b") && has("d"));
 }
 
-TEST_F(ThumbnailLruTest, PinsCount)
+TEST_F(ThumbnailLruTest, PinsAreCounted)
 {
-    shelf.pin(QStringLiteral("a"));
-    shelf.pin(QStringLiteral("a"));
-    shelf.unpin(QStringLiteral("a"));
+    cache.pin(QStringLiteral("a"));
+    cache.pin(QStringLiteral("a"));
+    cache.unpin(QStringLiteral("a"));
     for (const auto* name : {"a", "b", "c", "d"}) {
         put(name);
     }
     EXPECT_TRUE(has("a"));
-    shelf.unpin(QStringLiteral("a"));
-    shelf.unpin(QStringLiteral("a"));
+    cache.unpin(QStringLiteral("a"));
+    cache.unpin(QStringLiteral("a"));
     put("e");
     put("f");
     put("g");
     EXPECT_FALSE(has("a"));
 }
 
-TEST_F(ThumbnailLruTest, PictureLargerThanTheShelfDoesNotStay)
+TEST_F(ThumbnailLruTest, PictureLargerThanTheLimitIsNotCached)
 {
-    shelf.put(QStringLiteral("a"), QImage(100, 100, QImage::Format_RGB32));
+    cache.put(QStringLiteral("a"), QImage(100, 100, QImage::Format_RGB32));
     EXPECT_FALSE(has("a"));
-    EXPECT_EQ(shelf.bytes(), 0);
+    EXPECT_EQ(cache.bytes(), 0);
 }
 
 } // namespace

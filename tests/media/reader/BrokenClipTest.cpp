@@ -33,10 +33,10 @@ protected:
     static void expectEmpty(const ClipPreview& preview)
     {
         EXPECT_TRUE(preview.thumbnail.isNull());
-        EXPECT_EQ(preview.metadata.duration, 0);
-        EXPECT_EQ(preview.metadata.width, 0);
-        EXPECT_EQ(preview.metadata.height, 0);
-        EXPECT_EQ(preview.metadata.fps, 0);
+        EXPECT_EQ(preview.info.duration, 0);
+        EXPECT_EQ(preview.info.width, 0);
+        EXPECT_EQ(preview.info.height, 0);
+        EXPECT_EQ(preview.info.fps, 0);
     }
 
     QByteArray goodClip(const QString& encoding = {}) const
@@ -80,8 +80,8 @@ TEST_F(BrokenClipTest, PlaylistsAreNotFollowed)
 TEST_F(BrokenClipTest, AudioOnlyFileHasDurationOnly)
 {
     const auto preview = readClip(clips.make(QStringLiteral("a.mp4"), QStringLiteral("-f lavfi -i sine=d=2 -c:a aac")));
-    EXPECT_NEAR(preview.metadata.duration, 2, 0.1);
-    EXPECT_EQ(preview.metadata.width, 0);
+    EXPECT_NEAR(preview.info.duration, 2, 0.1);
+    EXPECT_EQ(preview.info.width, 0);
     EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
@@ -95,8 +95,8 @@ TEST_F(BrokenClipTest, ClipWithoutMediaDataHasMetadata)
 {
     const auto bytes = goodClip(QStringLiteral("-movflags faststart"));
     const auto preview = readClip(clips.write(QStringLiteral("cut.mp4"), bytes.first(bytes.indexOf("mdat") + 100)));
-    EXPECT_NEAR(preview.metadata.duration, 4, 0.1);
-    EXPECT_EQ(preview.metadata.width, 320);
+    EXPECT_NEAR(preview.info.duration, 4, 0.1);
+    EXPECT_EQ(preview.info.width, 320);
     EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
@@ -122,7 +122,7 @@ TEST_F(BrokenClipTest, HugeFrameSizeIsNotDecoded)
     qToBigEndian<quint16>(20000, entry + 28);
     qToBigEndian<quint16>(20000, entry + 30);
     const auto preview = readClip(clips.write(QStringLiteral("huge.mp4"), bytes));
-    EXPECT_EQ(preview.metadata.width, 20000);
+    EXPECT_EQ(preview.info.width, 20000);
     EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
@@ -136,7 +136,7 @@ TEST_F(BrokenClipTest, HugeFrameSizeInBitstreamIsNotDecoded)
         qToBigEndian<quint16>(60000, bytes.data() + frame + 7);
     }
     const auto preview = readClip(clips.write(QStringLiteral("huge.mov"), bytes));
-    EXPECT_EQ(preview.metadata.width, 64);
+    EXPECT_EQ(preview.info.width, 64);
     EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
@@ -201,7 +201,7 @@ TEST_F(BrokenClipTest, AcceptsLongUncompressedAudio)
                    QStringLiteral("-f lavfi -i testsrc=s=64x64:r=1:d=660 -f lavfi -i anullsrc=r=8000:cl=mono "
                                   "-t 660 -c:v libx264 -preset ultrafast -c:a pcm_u8"));
     const auto preview = readClip(path);
-    EXPECT_NEAR(preview.metadata.duration, 660, 1);
+    EXPECT_NEAR(preview.info.duration, 660, 1);
     EXPECT_FALSE(preview.thumbnail.isNull());
 }
 
@@ -237,7 +237,7 @@ TEST_F(BrokenClipTest, RandomDamageDoesNotCrash)
             damaged[static_cast<qsizetype>(random() % range)] = static_cast<char>(random());
         }
         const auto preview = readClip(clips.write(QStringLiteral("damaged.mp4"), damaged));
-        EXPECT_GE(preview.metadata.duration, 0);
+        EXPECT_GE(preview.info.duration, 0);
         EXPECT_LE(std::max(preview.thumbnail.width(), preview.thumbnail.height()), 640);
     }
 }

@@ -68,7 +68,7 @@ TEST_F(ClipReaderTest, ShowsLastFrameIfVideoEndsEarly)
                                  QStringLiteral("-f lavfi -i color=c=white:s=64x64:r=30:d=0.3 "
                                                 "-f lavfi -i sine=d=10 -c:v libx264 -c:a aac"));
     const auto preview = readClip(clip);
-    EXPECT_NEAR(preview.metadata.duration, 10, 0.1);
+    EXPECT_NEAR(preview.info.duration, 10, 0.1);
     EXPECT_GT(centreColour(preview.thumbnail).green(), 250);
 }
 
@@ -86,10 +86,10 @@ TEST_F(ClipReaderTest, MetadataComesFromTheVideoTrack)
                                  QStringLiteral("-f lavfi -i color=s=320x180:r=30000/1001:d=3 "
                                                 "-f lavfi -i sine=d=3 -c:v libx264 -c:a aac -f mp4"));
     const auto preview = readClip(clip);
-    EXPECT_NEAR(preview.metadata.duration, 3, 0.1);
-    EXPECT_EQ(preview.metadata.width, 320);
-    EXPECT_EQ(preview.metadata.height, 180);
-    EXPECT_NEAR(preview.metadata.fps, 29.97, 0.01);
+    EXPECT_NEAR(preview.info.duration, 3, 0.1);
+    EXPECT_EQ(preview.info.width, 320);
+    EXPECT_EQ(preview.info.height, 180);
+    EXPECT_NEAR(preview.info.fps, 29.97, 0.01);
     EXPECT_EQ(preview.thumbnail.size(), QSize(320, 180));
 }
 
@@ -98,9 +98,9 @@ TEST_F(ClipReaderTest, FragmentedFileHasMetadataAndThumbnail)
     const auto clip =
         clips.brightening(QStringLiteral("a.mp4"), 3, 50, QStringLiteral("-g 60 -movflags frag_keyframe+empty_moov"));
     const auto preview = readClip(clip);
-    EXPECT_NEAR(preview.metadata.duration, 3, 0.1);
-    EXPECT_EQ(preview.metadata.width, 64);
-    EXPECT_NEAR(preview.metadata.fps, 60, 1);
+    EXPECT_NEAR(preview.info.duration, 3, 0.1);
+    EXPECT_EQ(preview.info.width, 64);
+    EXPECT_NEAR(preview.info.fps, 60, 1);
     EXPECT_NEAR(secondOf(preview.thumbnail, 50), 1.0, 0.06);
 }
 
@@ -114,7 +114,7 @@ TEST_F(ClipReaderTest, StreamCopiedCutStartsAtTheCut)
     const auto piece =
         clips.make(QStringLiteral("piece.mp4"), QStringLiteral("-ss 1.7 -i %1 -t 1.2 -c copy").arg(whole));
     const auto preview = readClip(piece);
-    EXPECT_NEAR(secondOf(preview.thumbnail, 35), 1.7 + preview.metadata.duration / 2, 0.04);
+    EXPECT_NEAR(secondOf(preview.thumbnail, 35), 1.7 + preview.info.duration / 2, 0.04);
 }
 
 TEST_F(ClipReaderTest, OwnClipOfStillScreenHasAverageFrameRate)
@@ -127,8 +127,8 @@ TEST_F(ClipReaderTest, OwnClipOfStillScreenHasAverageFrameRate)
     writeMp4({.video = samples, .start = Start, .end = Start + 3s, .audio = {}}, file);
     ASSERT_TRUE(file.tryPublish(QStringLiteral("a.mp4")));
     const auto preview = readClip(clips.path(QStringLiteral("a.mp4")));
-    EXPECT_NEAR(preview.metadata.duration, 3, 0.01);
-    EXPECT_NEAR(preview.metadata.fps, 1, 0.01);
+    EXPECT_NEAR(preview.info.duration, 3, 0.01);
+    EXPECT_NEAR(preview.info.fps, 1, 0.01);
     EXPECT_EQ(preview.thumbnail.size(), QSize(160, 90));
 }
 
@@ -141,9 +141,9 @@ TEST_F(ClipReaderTest, CoverArtIsNotTheThumbnail)
                                   "attached_pic")
                        .arg(clips.path(QStringLiteral("cover.png"))));
     const auto preview = readClip(clip);
-    EXPECT_NEAR(preview.metadata.duration, 2, 0.1);
-    EXPECT_EQ(preview.metadata.width, 0);
-    EXPECT_EQ(preview.metadata.fps, 0);
+    EXPECT_NEAR(preview.info.duration, 2, 0.1);
+    EXPECT_EQ(preview.info.width, 0);
+    EXPECT_EQ(preview.info.fps, 0);
     EXPECT_TRUE(preview.thumbnail.isNull());
 }
 
@@ -161,7 +161,7 @@ TEST_P(ClipFitTest, ThumbnailFitsMaximumSideAndKeepsAspect)
     const auto preview = readClip(clips.make(
         QStringLiteral("a.mp4"),
         QStringLiteral("-f lavfi -i %1 -c:v libx264 -preset ultrafast").arg(QLatin1String(GetParam().source))));
-    EXPECT_EQ(QSize(preview.metadata.width, preview.metadata.height), GetParam().encoded);
+    EXPECT_EQ(QSize(preview.info.width, preview.info.height), GetParam().encoded);
     EXPECT_EQ(preview.thumbnail.size(), GetParam().thumbnail);
 }
 
@@ -195,7 +195,7 @@ TEST_P(ClipTurnTest, ThumbnailIsRotatedAndMetadataIsNot)
         qToBigEndian(GetParam().matrix[static_cast<std::size_t>(value)] * 65536, matrix + place * 4);
     }
     const auto preview = readClip(clips.write(QStringLiteral("turned.mp4"), bytes));
-    EXPECT_EQ(QSize(preview.metadata.width, preview.metadata.height), QSize(64, 32));
+    EXPECT_EQ(QSize(preview.info.width, preview.info.height), QSize(64, 32));
     ASSERT_EQ(preview.thumbnail.size(), GetParam().size);
     const auto right = preview.thumbnail.width() - 6;
     const auto bottom = preview.thumbnail.height() - 6;

@@ -32,15 +32,19 @@ void ShellFixture::SetUp()
                                 .close = ask("close"),
                                 .quit = ask("quit")},
         QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
-    library = std::make_unique<ClipLibrary>(ClipLibrary::Dependencies{
-        .settings = settings, .trash = trash, .files = files, .pasteboard = pasteboard, .main = main, .work = main});
+    library = std::make_unique<ClipLibrary>(
+        ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = main});
     matches = std::make_unique<MatchTracker>(MatchTracker::Dependencies{
         .library = *library, .main = main, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
     navigation = std::make_unique<Navigation>(main);
     shownMatch = std::make_unique<ShownMatch>(*matches, *navigation);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
-    clipCommands = std::make_unique<ClipCommands>(ClipCommands::Dependencies{
-        .library = *library, .files = files, .settings = settings, .navigation = *navigation, .drag = {}});
+    clipCommands = std::make_unique<ClipCommands>(ClipCommands::Dependencies{.library = *library,
+                                                                             .files = files,
+                                                                             .pasteboard = pasteboard,
+                                                                             .settings = settings,
+                                                                             .navigation = *navigation,
+                                                                             .drag = {}});
     ClipCommandsForQml::instance = clipCommands.get();
     thumbnails = std::make_unique<ThumbnailCache>(thumbnailQueue);
     ThumbnailsForQml::instance = thumbnails.get();

@@ -12,8 +12,8 @@
 #include "ui/theme/Theme.h"
 
 #include "tests/capture/recorder/RecorderFixture.h"
-#include "tests/library/clips/RecordingDesktop.h"
 #include "tests/library/clips/RecordingTrash.h"
+#include "tests/ui/RecordingDesktop.h"
 #include "tests/ui/SeenInWindow.h"
 
 #include <QQmlApplicationEngine>

@@ -38,13 +38,13 @@ ClipCommands::ClipCommands(Dependencies parts, QObject* parent)
 
 void ClipCommands::copy(const QString& path)
 {
-    m_dependencies.library.copyToPasteboard(path);
+    m_dependencies.pasteboard.setFile(path);
     m_dependencies.navigation.showToast(TOnDesktop("Klip panoya kopyalandı — Discord'da ⌘V ile yapıştırın"));
 }
 
 void ClipCommands::reveal(const QString& path)
 {
-    m_dependencies.library.revealInFinder(path);
+    m_dependencies.files.reveal(path);
 }
 
 void ClipCommands::trash(const QString& path)

@@ -4,6 +4,7 @@
 #include "base/settings/AppSettings.h"
 #include "library/clips/ClipLibrary.h"
 #include "platform/FileManager.h"
+#include "platform/Pasteboard.h"
 #include "ui/shared/Navigation.h"
 
 #include <QImage>
@@ -28,6 +29,7 @@ public:
     struct Dependencies {
         ClipLibrary& library;
         FileManager& files;
+        Pasteboard& pasteboard;
         const AppSettings& settings;
         Navigation& navigation;
         /// Lets the user carry the file to another program; returns when it was dropped or not. The picture goes along

@@ -19,7 +19,7 @@ protected:
     void SetUp() override
     {
         LibraryScreenFixture::SetUp();
-        reading.metadata.duration = 65;
+        reading.info.duration = 65;
         reading.thumbnail = QImage(64, 36, QImage::Format_RGB32);
         reading.thumbnail.fill(Qt::darkGreen);
         readClipsBy([this](const QString&) { return reading; });

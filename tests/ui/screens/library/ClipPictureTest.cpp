@@ -77,7 +77,7 @@ protected:
                                                           [this](const QString& path, const std::stop_token&) {
                                                               read.append(path);
                                                               ClipPreview reading;
-                                                              reading.metadata.duration = path == u"/long" ? 65 : 0;
+                                                              reading.info.duration = path == u"/long" ? 65 : 0;
                                                               if (path != u"/broken" && path != unfinished) {
                                                                   reading.thumbnail = filled({64, 36}, Qt::red);
                                                               }

@@ -32,6 +32,7 @@ void LibraryScreenFixture::SetUp()
     commands = std::make_unique<ClipCommands>(
         ClipCommands::Dependencies{.library = library,
                                    .files = files,
+                                   .pasteboard = pasteboard,
                                    .settings = settings,
                                    .navigation = navigation,
                                    .drag = [this](const QString& path, const QImage& picture) {

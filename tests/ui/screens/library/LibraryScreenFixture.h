@@ -8,6 +8,7 @@
 #include "ui/theme/Theme.h"
 
 #include "tests/library/clips/LibraryFixture.h"
+#include "tests/ui/RecordingDesktop.h"
 #include "tests/ui/SeenInWindow.h"
 
 #include <QQmlApplicationEngine>
@@ -54,6 +55,8 @@ protected:
     ManualQueue toastQueue{toastTime};
     Navigation navigation{toastQueue};
     Theme theme{settings};
+    RecordingFileManager files;
+    RecordingPasteboard pasteboard;
     std::unique_ptr<ThumbnailCache> thumbnails;
     std::unique_ptr<ClipCommands> commands;
     /// What was dragged, and the picture that went along.

@@ -8,7 +8,7 @@
 
 namespace quelto::test {
 
-/// Writes down what it is to show.
+/// Records the paths it is asked to show.
 class RecordingFileManager final : public FileManager {
 public:
     void reveal(const QString& path) override { revealed.append(path); }
@@ -18,7 +18,7 @@ public:
     QStringList opened;
 };
 
-/// Holds what was copied last.
+/// Records the file that was copied last.
 class RecordingPasteboard final : public Pasteboard {
 public:
     void setFile(const QString& path) override { file = path; }

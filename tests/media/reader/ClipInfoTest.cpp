@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "library/thumbnails/ClipInfo.h"
+#include "media/reader/ClipInfo.h"
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ INSTANTIATE_TEST_SUITE_P(All, DurationTextTest,
                                          Duration{"NegativeInfinity", -Limits::infinity(), "0:00"}),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ClipInfo, EndlessDurationStaysWithinTheNumbers)
+TEST(ClipInfo, InfiniteDurationIsClamped)
 {
     EXPECT_EQ(ClipInfo{.duration = Limits::infinity()}.durationText(), QStringLiteral("16666666666:40"));
     EXPECT_EQ(ClipInfo{.duration = Limits::max()}.durationText(), QStringLiteral("16666666666:40"));
