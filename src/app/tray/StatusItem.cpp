@@ -2,8 +2,8 @@
 #include "app/tray/StatusItem.h"
 
 #include "base/language/T.h"
+#include "ui/icons/Symbols.h"
 #include "ui/theme/Palette.h"
-#include "ui/theme/Symbols.h"
 
 namespace quelto {
 

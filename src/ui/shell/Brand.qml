@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Quelto.Icons
 import Quelto.Theme
 
 // The program's mark and name.

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Theme
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Shell
-import Quelto.Theme
 
 // The clip that is open. Watching it in here is still to come; the desktop's player shows it meanwhile.
 PlaceholderPage {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
+import Quelto.Icons
 import Quelto.Theme
 
 // The on-screen notice. Its ground is the same in every palette: it stands above a game, not in our window.

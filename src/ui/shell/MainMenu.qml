@@ -2,9 +2,9 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Shell
-import Quelto.Theme
 
 // The four menus of the program, with the keys that the desktop's users expect.
 MenuBar {

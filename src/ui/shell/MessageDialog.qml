@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Templates as T
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Theme
 

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Controls
 import Quelto.Shell
 import Quelto.Theme
 

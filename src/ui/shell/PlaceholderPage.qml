@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
-import Quelto.Theme
+import Quelto.Controls
 
 // A page with a sign, a title, a sentence, and what can be done from here.
 FocusScope {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
-import Quelto.Theme
 
 // Saves a clip; shows the key that does the same from within a game.
 AccentButton {

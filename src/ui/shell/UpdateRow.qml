@@ -2,6 +2,8 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Controls
+import Quelto.Icons
 import Quelto.Shared
 import Quelto.Theme
 

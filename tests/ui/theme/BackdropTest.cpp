@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/theme/ThemeFixture.h"
+#include "tests/ui/QmlFixture.h"
 
 namespace quelto {
 namespace {
 
-class Backdrop : public test::ThemeFixture { };
+class Backdrop : public test::QmlFixture { };
 
 void expectNear(const QColor& actual, const QColor& expected)
 {

@@ -2,9 +2,9 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
-import Quelto.Theme
 
 // All days and their cards, of which only those in view exist. One stop for the keyboard, with a current card.
 T.Control {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
 import Quelto.Theme

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
+import Quelto.Icons
 import Quelto.Shared
 import Quelto.Theme
 

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Icons
 import Quelto.Theme
 
 // Opens the menu of its card. The keyboard opens it from the card itself.

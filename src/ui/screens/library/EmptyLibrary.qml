@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
-import Quelto.Theme
 
 // Stands where the cards would be, and says how to get some.
 EmptyState {

@@ -2,9 +2,9 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
-import Quelto.Theme
 
 // All clips, or those of one game, by day.
 FocusScope {
