@@ -6,33 +6,34 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// A button that carries the screen's main action, filled, or a lesser one, outlined. In a layout it takes the whole
-// width unless it is compact.
+// A button: filled for the main action of a screen, outlined for other actions. In a layout it takes the full width
+// unless it is compact.
 T.AbstractButton {
     id: button
 
     property bool filled: true
     property bool compact: false
-    // What it does cannot be taken back.
+    // The action removes something.
     property bool destructive: false
-    // At work: it shows so, and where it is disabled meanwhile it is not dimmed.
+    // Shows a spinner in place of the symbol. A busy button is not dimmed while it is disabled.
     property bool busy: false
     property string symbol: ""
     property string trailingText: ""
+    readonly property real minimumWidth: 44
     readonly property color foreground: filled ? Theme.onAccent : destructive ? Theme.live : Theme.text
     readonly property color fill: !filled ? (down || hovered ? Theme.cardHover : Theme.card)
                                   : destructive ? (down ? Qt.darker(Theme.live, 1.2) : Theme.live)
                                   : down ? Theme.accentDark : Theme.accent
 
-    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 44)
+    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, minimumWidth)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    horizontalPadding: compact ? 12 : 16
+    horizontalPadding: compact ? Theme.spacing.control : 16
     verticalPadding: compact ? 7 : 10
-    font.pixelSize: compact ? 12 : 13
+    font.pixelSize: compact ? Theme.fontSize.label : Theme.fontSize.body
     font.weight: Font.DemiBold
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    opacity: enabled || busy ? 1 : 0.45
+    opacity: enabled || busy ? 1 : Theme.disabledOpacity
     Layout.fillWidth: !compact
     Accessible.name: text
     Keys.onReturnPressed: event => button.actOn(event)
@@ -40,7 +41,7 @@ T.AbstractButton {
 
     function actOn(event: KeyEvent) {
         if (!event.isAutoRepeat) {
-            button.clicked()
+            button.clicked();
         }
     }
 
@@ -49,7 +50,7 @@ T.AbstractButton {
         text: button.text
         trailingText: button.trailingText
         busy: button.busy
-        gap: 8
+        gap: Theme.spacing.row
         canShrink: true
         isCentered: button.trailingText === ""
         font: button.font
@@ -57,7 +58,7 @@ T.AbstractButton {
     }
 
     background: Rectangle {
-        radius: 6
+        radius: Theme.radius.control
         color: button.fill
         border.width: button.filled ? 0 : 1
         border.color: Theme.border

@@ -5,24 +5,24 @@ import Quelto.Controls
 import Quelto.Icons
 import Quelto.Theme
 
-// What stands on a button: a symbol, its text, and at the far end what belongs to it, such as a shortcut.
+// The content of a button or menu entry: a symbol, a text, and at the end an extra text such as a shortcut.
 Item {
     id: label
 
     property string symbol: ""
     property string text: ""
     property string trailingText: ""
-    // Work goes on: a turning mark takes the symbol's place.
+    // Shows a spinner in place of the symbol.
     property bool busy: false
     property bool isCentered: false
-    // Between the text and what follows it.
+    // Between the text and the trailing text.
     property real gap: 20
-    // A long word of another language becomes a little smaller before it is cut.
+    // A text that is too long, for example a translation, shrinks before it is cut.
     property bool canShrink: false
     property alias font: main.font
     property color color: Theme.text
     readonly property real trailingWidth: trailingText !== "" ? gap + trailing.implicitWidth : 0
-    readonly property real symbolWidth: leading.width > 0 ? leading.width + 8 : 0
+    readonly property real symbolWidth: leading.width > 0 ? leading.width + Theme.spacing.row : 0
 
     implicitWidth: symbolWidth + main.implicitWidth + trailingWidth
     implicitHeight: Math.max(main.implicitHeight, leading.height)
@@ -56,7 +56,7 @@ Item {
         text: label.text
         textFormat: Text.PlainText
         fontSizeMode: label.canShrink ? Text.HorizontalFit : Text.FixedSize
-        minimumPixelSize: 10
+        minimumPixelSize: Theme.fontSize.note
         elide: Text.ElideRight
         color: label.color
     }
@@ -71,7 +71,7 @@ Item {
         textFormat: Text.PlainText
         color: label.color
         opacity: 0.85
-        font.pixelSize: 11
+        font.pixelSize: Theme.fontSize.caption
         font.weight: Font.Bold
     }
 }

@@ -5,8 +5,8 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// Asks over the whole window before something is done. Escape, or closing it in any other way, is a no; the keyboard
-// begins at the button that does nothing.
+// A modal question before an action. Escape and any other way to close it cancel; the cancel button has the initial
+// focus.
 T.Popup {
     id: dialog
 
@@ -15,28 +15,34 @@ T.Popup {
     required property string cancelText
     property string message: ""
     property bool destructive: false
-    property bool isConfirmed: false
+    readonly property real widest: 420
 
     signal confirmed
     signal cancelled
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
-    width: Math.min(420, parent ? parent.width - 40 : 420)
+    width: parent ? Math.min(widest, parent.width - 40) : widest
     implicitHeight: contentHeight + topPadding + bottomPadding
-    padding: 24
+    padding: Theme.spacing.dialog
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
-    onAboutToShow: isConfirmed = false
-    onClosed: isConfirmed ? confirmed() : cancelled()
+    onAboutToShow: internal.isConfirmed = false
+    onClosed: internal.isConfirmed ? confirmed() : cancelled()
+
+    QtObject {
+        id: internal
+
+        property bool isConfirmed: false
+    }
 
     T.Overlay.modal: Rectangle {
         color: Qt.alpha(Theme.bg, 0.7)
     }
 
     background: Rectangle {
-        radius: 10
+        radius: Theme.radius.panel
         color: Theme.panel
         border.width: 1
         border.color: Theme.border
@@ -44,12 +50,12 @@ T.Popup {
         Shadow {
             radius: 28
             offset: 10
-            cornerRadius: 10
+            cornerRadius: Theme.radius.panel
             color: Qt.alpha(Theme.shadow, 0.5)
         }
     }
 
-    contentItem: ConfirmationBody {
+    contentItem: ConfirmationContent {
         width: dialog.availableWidth
         title: dialog.title
         message: dialog.message
@@ -58,8 +64,8 @@ T.Popup {
         destructive: dialog.destructive
         isAsking: dialog.opened
         onAnswered: yes => {
-            dialog.isConfirmed = yes
-            dialog.close()
+            internal.isConfirmed = yes;
+            dialog.close();
         }
     }
 }

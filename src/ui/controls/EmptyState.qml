@@ -1,29 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Icons
 import Quelto.Theme
 
-// Stands in the middle of an empty place: a sign, what there is to say, and a sentence more. What is put into it follows
-// below.
+// The centre of a page without content: a symbol, a title and a text. Children are placed below them.
 Column {
-    id: placard
+    id: emptyState
 
     required property string symbol
     required property string title
     property string text: ""
+    readonly property real widest: 560
 
-    spacing: 14
+    width: Math.min((parent?.width ?? 0) - 2 * Theme.spacing.page, widest)
+    spacing: Theme.spacing.paragraph
 
     Rectangle {
         anchors.horizontalCenter: parent.horizontalCenter
         width: 96
         height: 96
-        radius: 48
+        radius: height / 2
         color: Theme.panel
 
         SymbolIcon {
             anchors.centerIn: parent
-            symbol: placard.symbol
+            symbol: emptyState.symbol
             side: 38
             color: Theme.accent
         }
@@ -31,12 +33,12 @@ Column {
 
     Text {
         width: parent.width
-        text: placard.title
+        text: emptyState.title
         textFormat: Text.PlainText
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         color: Theme.text
-        font.pixelSize: 18
+        font.pixelSize: Theme.fontSize.heading
         font.weight: Font.Bold
         Accessible.role: Accessible.Heading
         Accessible.name: text
@@ -45,12 +47,12 @@ Column {
     Text {
         width: parent.width
         visible: text !== ""
-        text: placard.text
+        text: emptyState.text
         textFormat: Text.PlainText
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         color: Theme.muted
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSize.body
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }

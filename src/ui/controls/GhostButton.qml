@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// A button for one of several equal things to do.
+// A button for one of several actions of equal weight.
 T.AbstractButton {
     id: button
 
@@ -15,20 +15,20 @@ T.AbstractButton {
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    horizontalPadding: 12
+    horizontalPadding: Theme.spacing.control
     verticalPadding: 9
-    font.pixelSize: 13
+    font.pixelSize: Theme.fontSize.body
     font.weight: Font.Medium
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.name: text
     Keys.onReturnPressed: event => button.actOn(event)
     Keys.onEnterPressed: event => button.actOn(event)
 
     function actOn(event: KeyEvent) {
         if (!event.isAutoRepeat) {
-            button.clicked()
+            button.clicked();
         }
     }
 
@@ -41,7 +41,7 @@ T.AbstractButton {
     }
 
     background: Rectangle {
-        radius: 6
+        radius: Theme.radius.control
         color: button.down || button.hovered ? Theme.cardHover : Theme.card
 
         FocusRing {

@@ -7,14 +7,14 @@
 
 namespace quelto {
 
-/// Names of keys for QML, as they stand on a keyboard of the language of the moment.
+/// Key names for QML in the current language.
 class KeyNames : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
 
 public:
-    /// "Ctrl+O" is "Strg+O" in German.
+    /// The text for a shortcut in portable form: "Ctrl+O" gives "Strg+O" in German.
     Q_INVOKABLE static QString of(const QString& shortcut);
 };
 

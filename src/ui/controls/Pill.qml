@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// One choice of a PillPicker.
+// One option of a PillPicker.
 T.RadioButton {
     id: pill
 
@@ -16,14 +16,14 @@ T.RadioButton {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 14
     verticalPadding: 7
-    font.pixelSize: 12
+    font.pixelSize: Theme.fontSize.label
     font.weight: Font.DemiBold
     focus: isTabStop
     focusPolicy: isTabStop ? Qt.StrongFocus : Qt.ClickFocus
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled ? 1 : Theme.disabledOpacity
     autoExclusive: false
     checked: isSelected
-    // A click checks it at once; what counts is the selection.
+    // A click sets `checked`; this binds it to the selection again.
     onToggled: checked = Qt.binding(() => pill.isSelected)
     Accessible.name: text
 
@@ -35,28 +35,28 @@ T.RadioButton {
 
         Behavior on color {
             ColorAnimation {
-                duration: 120
+                duration: Theme.duration.highlight
                 easing.type: Easing.OutQuad
             }
         }
     }
 
     background: Rectangle {
-        radius: 5
+        radius: Theme.radius.smallControl
         color: pill.isSelected ? Theme.accent : Theme.bg
         border.width: 1
         border.color: pill.isSelected ? color : Theme.border
 
         Behavior on color {
             ColorAnimation {
-                duration: 120
+                duration: Theme.duration.highlight
                 easing.type: Easing.OutQuad
             }
         }
 
         FocusRing {
             active: pill.visualFocus
-            radius: 8
+            cornerRadius: Theme.radius.smallControl
         }
     }
 }

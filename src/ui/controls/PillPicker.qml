@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
 
-// One choice of several, as a row of pills. It shows the selection that it is bound to and asks for a change by
-// picked(); the owner decides. For the keyboard it is one stop, in which the arrow keys move the choice.
+// A choice between several options, as a row of pills. It shows the selection that it is bound to and emits picked()
+// for the owner to change it. It is one tab stop; the arrow keys move the choice.
 FocusScope {
     id: picker
 
@@ -12,22 +12,22 @@ FocusScope {
     property var selection
     // The text of an option.
     property var labelOf: option => String(option)
-    // What is chosen here, for screen readers.
+    // The accessible name.
     property string name: ""
     readonly property int selectedIndex: options.indexOf(selection)
 
     signal picked(var option)
 
     function textOf(option: var): string {
-        const label = picker.labelOf
-        return label(option)
+        const label = picker.labelOf;
+        return label(option);
     }
 
     function pickAt(index: int) {
-        const within = Math.max(0, Math.min(index, options.length - 1))
-        pills.itemAt(within)?.forceActiveFocus(Qt.TabFocusReason)
+        const within = Math.max(0, Math.min(index, options.length - 1));
+        pills.itemAt(within)?.forceActiveFocus(Qt.TabFocusReason);
         if (within !== selectedIndex) {
-            picker.picked(options[within])
+            picker.picked(options[within]);
         }
     }
 
@@ -36,11 +36,11 @@ FocusScope {
     Accessible.role: Accessible.Grouping
     Accessible.name: name
     Keys.onPressed: event => {
-        const steps = {[Qt.Key_Left]: -1, [Qt.Key_Up]: -1, [Qt.Key_Right]: 1, [Qt.Key_Down]: 1}
-        const ends = {[Qt.Key_Home]: 0, [Qt.Key_End]: picker.options.length - 1}
-        event.accepted = event.key in steps || event.key in ends
+        const steps = {[Qt.Key_Left]: -1, [Qt.Key_Up]: -1, [Qt.Key_Right]: 1, [Qt.Key_Down]: 1};
+        const ends = {[Qt.Key_Home]: 0, [Qt.Key_End]: picker.options.length - 1};
+        event.accepted = event.key in steps || event.key in ends;
         if (event.accepted) {
-            picker.pickAt(ends[event.key] ?? picker.selectedIndex + steps[event.key])
+            picker.pickAt(ends[event.key] ?? picker.selectedIndex + steps[event.key]);
         }
     }
 

@@ -5,21 +5,24 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// A switch. It shows what it is bound to and asks for a change by flipped(); the owner decides.
+// A switch. It shows the value that it is bound to and emits flipped() for the owner to change it.
 T.CheckBox {
     id: toggle
 
     property bool isOn: false
-    // Drawn smaller or larger in the same place; an item's own scale makes round corners ragged without a GPU.
+    // Draws it smaller or larger in the same place. Item.scale gives ragged round corners without a GPU.
     property real drawnScale: 1
+    readonly property real trackWidth: 38
+    readonly property real trackHeight: 21
+    readonly property real knobSide: 15
 
     signal flipped(bool isOn)
 
-    implicitWidth: 38
-    implicitHeight: 21
+    implicitWidth: trackWidth
+    implicitHeight: trackHeight
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled ? 1 : Theme.disabledOpacity
     checked: isOn
     nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
     Accessible.name: text
@@ -29,21 +32,21 @@ T.CheckBox {
 
     function actOn(event: KeyEvent) {
         if (!event.isAutoRepeat) {
-            toggle.clicked()
+            toggle.clicked();
         }
     }
 
     background: Item {
         Rectangle {
             anchors.centerIn: parent
-            width: Math.round(38 * toggle.drawnScale)
-            height: Math.round(21 * toggle.drawnScale)
+            width: Math.round(toggle.trackWidth * toggle.drawnScale)
+            height: Math.round(toggle.trackHeight * toggle.drawnScale)
             radius: height / 2
             color: toggle.isOn ? Theme.accent : Theme.border
 
             Behavior on color {
                 ColorAnimation {
-                    duration: 150
+                    duration: Theme.duration.toggle
                     easing.type: Easing.OutQuad
                 }
             }
@@ -51,7 +54,7 @@ T.CheckBox {
             Rectangle {
                 readonly property real margin: (parent.height - height) / 2
 
-                width: Math.round(15 * toggle.drawnScale)
+                width: Math.round(toggle.knobSide * toggle.drawnScale)
                 height: width
                 y: margin
                 x: toggle.isOn ? parent.width - width - margin : margin
@@ -60,7 +63,7 @@ T.CheckBox {
 
                 Behavior on x {
                     NumberAnimation {
-                        duration: 150
+                        duration: Theme.duration.toggle
                         easing.type: Easing.OutQuad
                     }
                 }
@@ -68,7 +71,7 @@ T.CheckBox {
 
             FocusRing {
                 active: toggle.visualFocus
-                radius: 13
+                cornerRadius: 10
             }
         }
     }

@@ -6,7 +6,7 @@ import Quelto.Controls
 import Quelto.Icons
 import Quelto.Theme
 
-// A line of text to search for. Escape empties it; in an empty field Escape belongs to the screen.
+// A search field. Escape clears it; an empty field leaves Escape to the screen.
 T.TextField {
     id: field
 
@@ -20,30 +20,30 @@ T.TextField {
     implicitHeight: contentHeight + topPadding + bottomPadding
     topPadding: 8
     bottomPadding: 8
-    leftPadding: 12 + iconSide + 8
-    rightPadding: 12
+    leftPadding: Theme.spacing.control + iconSide + Theme.spacing.row
+    rightPadding: Theme.spacing.control
     verticalAlignment: TextInput.AlignVCenter
     color: Theme.text
     selectionColor: Theme.accent
     selectedTextColor: Theme.onAccent
-    font.pixelSize: 13
+    font.pixelSize: Theme.fontSize.body
     selectByMouse: true
     Accessible.name: placeholderText
     Keys.onEscapePressed: event => {
-        event.accepted = field.text !== ""
-        field.clear()
+        event.accepted = field.text !== "";
+        field.clear();
     }
-    // A search holds the keys that would else mean something to the screen.
+    // While there is text, Escape is not taken by a shortcut of the screen.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape && field.text !== ""
 
     background: Rectangle {
-        radius: 6
+        radius: Theme.radius.control
         color: Theme.panel
         border.width: 1
         border.color: field.activeFocus && !field.isFocusedByKeyboard ? Theme.accent : Theme.border
 
         SymbolIcon {
-            x: 12
+            x: Theme.spacing.control
             anchors.verticalCenter: parent.verticalCenter
             symbol: field.symbol
             side: field.iconSide

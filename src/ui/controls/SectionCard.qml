@@ -4,19 +4,18 @@ import QtQuick
 import Quelto.Icons
 import Quelto.Theme
 
-// A box with a heading that groups what belongs together. Its children stand under one another and are as wide as
-// `contentWidth` at most.
+// A box with a heading that groups settings. Its children are stacked in a column, `contentWidth` wide at most.
 Rectangle {
     id: card
 
     required property string title
     property string symbol: ""
-    readonly property real contentWidth: width - 40
+    readonly property real contentWidth: width - 2 * Theme.spacing.panel
     default property alias content: column.data
 
     implicitWidth: parent?.width ?? 0
-    implicitHeight: column.y + column.implicitHeight + 20
-    radius: 10
+    implicitHeight: column.y + column.implicitHeight + Theme.spacing.panel
+    radius: Theme.radius.panel
     color: Theme.panel
     border.width: 1
     border.color: Theme.border
@@ -26,9 +25,9 @@ Rectangle {
     Row {
         id: header
 
-        x: 20
-        y: 20
-        spacing: 8
+        x: Theme.spacing.panel
+        y: Theme.spacing.panel
+        spacing: Theme.spacing.row
 
         SymbolIcon {
             anchors.verticalCenter: parent.verticalCenter
@@ -43,7 +42,7 @@ Rectangle {
             text: TextCase.upper(card.title)
             textFormat: Text.PlainText
             color: Theme.muted
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
             font.weight: Font.Bold
             font.letterSpacing: 1.2
             Accessible.ignored: true
@@ -53,9 +52,9 @@ Rectangle {
     Column {
         id: column
 
-        x: 20
-        y: header.y + header.height + 14
+        x: Theme.spacing.panel
+        y: header.y + header.height + Theme.spacing.paragraph
         width: card.contentWidth
-        spacing: 18
+        spacing: Theme.spacing.section
     }
 }

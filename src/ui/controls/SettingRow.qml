@@ -3,15 +3,15 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Theme
 
-// One line of a card: what it is about on the left, its control on the right.
+// A row of a SectionCard: title and subtitle on the left, the control on the right.
 Item {
     id: row
 
     required property string title
     property string subtitle: ""
     default property alias trailing: end.data
-    // Two distances of 16 and a spacer of at least 12 between them.
-    readonly property int gap: 44
+    // A spacer of at least 12, with a distance of 16 on either side.
+    readonly property real gap: 44
 
     implicitWidth: parent?.width ?? 0
     implicitHeight: Math.max(words.implicitHeight, end.implicitHeight)
@@ -21,7 +21,7 @@ Item {
 
         width: Math.max(0, row.width - end.width - row.gap)
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 3
+        spacing: Theme.spacing.lines
 
         Text {
             width: parent.width
@@ -29,7 +29,7 @@ Item {
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.text
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSize.body
             font.weight: Font.DemiBold
         }
 
@@ -40,7 +40,7 @@ Item {
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.muted
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
         }
     }
 
@@ -49,6 +49,6 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 8
+        spacing: Theme.spacing.row
     }
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
 
-// A soft shadow, or with a bright colour a glow, behind the box that it is a child of.
+// A soft shadow, or a glow if the colour is bright, behind its parent.
 SoftShadow {
     property real offset: 0
 

@@ -9,7 +9,7 @@ namespace quelto {
 
 namespace {
 
-/// From a rounded box around the origin; negative inside.
+/// From a rounded box that is centred on the origin; negative inside.
 double distanceToBox(QPointF point, QSizeF box, double cornerRadius)
 {
     const auto x = std::abs(point.x()) - box.width() / 2 + cornerRadius;
@@ -17,11 +17,11 @@ double distanceToBox(QPointF point, QSizeF box, double cornerRadius)
     return std::hypot(std::max(x, 0.0), std::max(y, 0.0)) + std::min(std::max(x, y), 0.0) - cornerRadius;
 }
 
-/// 1 at -radius, 0 at radius, level at both ends.
+/// A smooth step from 1 at -radius to 0 at radius.
 double strengthAt(double distance, double radius)
 {
-    const auto way = std::clamp((radius - distance) / (2 * radius), 0.0, 1.0);
-    return way * way * (3 - 2 * way);
+    const auto t = std::clamp((radius - distance) / (2 * radius), 0.0, 1.0);
+    return t * t * (3 - 2 * t);
 }
 
 } // namespace
@@ -39,10 +39,10 @@ QImage softShadow(const ShadowShape& shape, double scale)
     for (int y = 0; y < image.height(); ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < image.width(); ++x) {
-            const QPointF fromMiddle((x + 0.5) / scale - shape.radius - shape.box.width() / 2,
+            const QPointF fromCenter((x + 0.5) / scale - shape.radius - shape.box.width() / 2,
                                      (y + 0.5) / scale - shape.radius - shape.box.height() / 2);
             const auto alpha =
-                shape.color.alphaF() * strengthAt(distanceToBox(fromMiddle, shape.box, cornerRadius), shape.radius);
+                shape.color.alphaF() * strengthAt(distanceToBox(fromCenter, shape.box, cornerRadius), shape.radius);
             line[x] = qPremultiply(qRgba(shape.color.red(), shape.color.green(), shape.color.blue(),
                                          static_cast<int>(std::lround(alpha * 255))));
         }

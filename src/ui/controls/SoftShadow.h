@@ -7,22 +7,22 @@
 
 namespace quelto {
 
-/// What a soft shadow is made of.
+/// The geometry and colour of a soft shadow.
 struct ShadowShape {
-    /// Of the box that throws it.
+    /// The size of the box that casts the shadow.
     QSizeF box;
     double cornerRadius = 0;
-    /// How far it reaches beyond the box, and as far into it until it has its full strength.
+    /// The shadow fades from full strength at this distance inside the edge to nothing at this distance outside.
     double radius = 0;
     QColor color;
 };
 
-/// The shadow as a picture, larger than the box by the radius on every side.
+/// The shadow as an image, larger than the box by the radius on each side.
 ///
-/// Units: logical pixels; the picture has `scale` times as many.
+/// Units: logical pixels; the image has `scale` device pixels for each.
 QImage softShadow(const ShadowShape& shape, double scale);
 
-/// A soft shadow or glow, painted without a GPU. It covers the box and the radius around it; Shadow.qml places it.
+/// A soft shadow or glow that needs no GPU. The item covers the box and the radius around it; Shadow.qml places it.
 ///
 /// Thread: main; Qt's renderer calls paint().
 class SoftShadow : public QQuickPaintedItem {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Icons
+import Quelto.Theme
 
-// Turns while work goes on whose end is not known.
+// An indeterminate progress indicator.
 SymbolIcon {
     id: spinner
 
@@ -12,7 +14,7 @@ SymbolIcon {
         running: spinner.visible
         from: 0
         to: 360
-        duration: 900
+        duration: Theme.duration.spinnerTurn
         loops: Animation.Infinite
     }
 }

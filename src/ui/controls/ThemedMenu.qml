@@ -5,29 +5,34 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// A menu over the window. Its entries are ThemedMenuItems; it is as wide as the widest of them.
+// A menu. It is as wide as the widest of its ThemedMenuItems.
 T.Menu {
     id: menu
 
-    property real entryWidth: 150
-
-    function widestEntry(): real {
-        let widest = 0
-        for (let i = 0; i < count; ++i) {
-            widest = Math.max(widest, itemAt(i).implicitWidth)
-        }
-        return widest
-    }
-
-    implicitWidth: entryWidth + leftPadding + rightPadding
+    implicitWidth: internal.entryWidth + leftPadding + rightPadding
     implicitHeight: contentHeight + topPadding + bottomPadding
     padding: 5
     margins: 8
     delegate: ThemedMenuItem {}
     onAboutToShow: {
-        entryWidth = Math.max(150, widestEntry())
-        // What draws a popup is what screen readers see of it.
-        contentItem.parent.Accessible.name = title
+        internal.measureEntries();
+        // Screen readers see the item that draws the popup, not the popup.
+        contentItem.parent.Accessible.name = title;
+    }
+
+    QtObject {
+        id: internal
+
+        readonly property real minimumEntryWidth: 150
+        property real entryWidth: minimumEntryWidth
+
+        function measureEntries() {
+            let widest = minimumEntryWidth;
+            for (let i = 0; i < menu.count; ++i) {
+                widest = Math.max(widest, menu.itemAt(i).implicitWidth);
+            }
+            entryWidth = widest;
+        }
     }
 
     contentItem: ListView {
@@ -39,7 +44,7 @@ T.Menu {
     }
 
     background: Rectangle {
-        radius: 8
+        radius: Theme.radius.card
         color: Theme.panel
         border.width: 1
         border.color: Theme.border
@@ -47,7 +52,7 @@ T.Menu {
         Shadow {
             radius: 16
             offset: 6
-            cornerRadius: 8
+            cornerRadius: Theme.radius.card
             color: Qt.alpha(Theme.shadow, 0.5)
         }
     }

@@ -5,34 +5,34 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// One line of a ThemedMenu: what it does on the left, its key on the right.
+// An entry of a ThemedMenu: its text on the left, its shortcut on the right.
 T.MenuItem {
     id: entry
 
-    // What it does takes something away.
+    // The action removes something.
     property bool destructive: false
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    horizontalPadding: 12
+    horizontalPadding: Theme.spacing.control
     verticalPadding: 8
-    font.pixelSize: 13
-    opacity: enabled ? 1 : 0.45
+    font.pixelSize: Theme.fontSize.body
+    opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.MenuItem
     Accessible.name: text
 
     contentItem: ButtonLabel {
-        readonly property color ground: entry.destructive ? Theme.live : Theme.text
+        readonly property color normalColor: entry.destructive ? Theme.live : Theme.text
 
         text: entry.text
         trailingText: KeyNames.of(entry.action?.shortcut ?? "")
         gap: 32
         font: entry.font
-        color: entry.destructive && entry.highlighted ? Theme.onAccent : ground
+        color: entry.destructive && entry.highlighted ? Theme.onAccent : normalColor
     }
 
     background: Rectangle {
-        radius: 5
+        radius: Theme.radius.smallControl
         visible: entry.highlighted
         color: entry.destructive ? Theme.live : Theme.cardHover
     }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Quelto.Theme
 
-// A line between the groups of a ThemedMenu.
+// A line between groups of entries in a ThemedMenu.
 T.MenuSeparator {
     implicitWidth: 100
     implicitHeight: 9

@@ -4,9 +4,9 @@ import QtQuick
 import QtQuick.Templates as T
 import Quelto.Theme
 
-// A word of explanation while the pointer rests on the item that this is a child of.
+// A tool tip for its parent.
 Item {
-    id: place
+    id: area
 
     property string text: ""
 
@@ -26,17 +26,17 @@ Item {
         margins: 6
         horizontalPadding: 8
         verticalPadding: 5
-        delay: 600
-        visible: pointer.hovered && place.text !== ""
-        text: place.text
+        delay: Theme.duration.toolTipDelay
+        visible: pointer.hovered && area.text !== ""
+        text: area.text
         contentItem: Text {
             text: tip.text
             color: Theme.text
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
             textFormat: Text.PlainText
         }
         background: Rectangle {
-            radius: 5
+            radius: Theme.radius.smallControl
             color: Theme.card
             border.width: 1
             border.color: Theme.border

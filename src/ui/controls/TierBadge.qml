@@ -5,21 +5,21 @@ import Quelto.Controls
 import Quelto.Icons
 import Quelto.Theme
 
-// A small label for a clip's tier and score. Only the best tier glows.
+// A badge with a clip's tier and score. Only the best tier glows.
 Rectangle {
     id: badge
 
     required property string tier
-    // The tier's word for the user; shown in capitals.
+    // The tier's name in the current language; shown in upper case.
     required property string label
-    // A number, or nothing where there is none.
+    // A number; undefined or null for a clip without a score.
     property var score: undefined
     readonly property bool hasScore: score !== undefined && score !== null
     readonly property string text: TextCase.upper(label) + (hasScore ? " " + score : "")
 
     implicitWidth: content.implicitWidth + 14
-    implicitHeight: content.implicitHeight + 8
-    radius: 4
+    implicitHeight: content.implicitHeight + 2 * Theme.spacing.badge
+    radius: Theme.radius.badge
     color: style.color
     Accessible.role: Accessible.StaticText
     Accessible.name: hasScore ? label + " " + score : label
@@ -41,7 +41,7 @@ Rectangle {
         id: content
 
         anchors.centerIn: parent
-        spacing: 4
+        spacing: Theme.spacing.badge
 
         SymbolIcon {
             anchors.verticalCenter: parent.verticalCenter
@@ -55,7 +55,7 @@ Rectangle {
             text: badge.text
             textFormat: Text.PlainText
             color: style.foreground
-            font.pixelSize: 10
+            font.pixelSize: Theme.fontSize.note
             font.weight: Font.ExtraBold
             font.letterSpacing: 0.6
             Accessible.ignored: true

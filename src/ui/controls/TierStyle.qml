@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Theme
 
-// How a tier of moments looks, by the tag that clip names carry.
+// Colours and symbol of a tier. Tiers are identified by their tags in clip names.
 QtObject {
     required property string tier
     readonly property bool isEpic: tier === "EFSANE"

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Theme
 
-// One symbol of the icon set in one colour, sharp at every scale of the screen.
+// A symbol in one colour, rendered at the pixel density of the screen. An empty name shows nothing.
 Image {
     property string symbol: ""
     property int side: 16

@@ -9,7 +9,7 @@ namespace quelto {
 
 namespace {
 
-// The grid that every icon is drawn on.
+// The view box of every SVG file.
 constexpr int GridSide = 24;
 constexpr std::array IconSides{16, 22, 24, 32, 48};
 
@@ -83,13 +83,13 @@ constexpr std::array Symbols{
     SymbolRow{"xmark.circle.fill", "circle-cross-filled"},
 };
 
-/// The drawings are black on nothing; what is white on the black is a hole in it.
+/// Makes white parts transparent: the files draw in black on a transparent background, and cut holes with white.
 void cutOutWhite(QImage& image)
 {
     for (int y = 0; y < image.height(); ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < image.width(); ++x) {
-            // Premultiplied: black leaves the other channels at nothing, white raises them to the alpha.
+            // Premultiplied: the colour channels are 0 where it is black, and equal to alpha where it is white.
             line[x] = qRgba(0, 0, 0, qAlpha(line[x]) - qRed(line[x]));
         }
     }

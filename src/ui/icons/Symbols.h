@@ -9,13 +9,13 @@
 
 namespace quelto {
 
-/// Every symbol that has a drawing, in alphabetical order.
+/// All symbol names, in alphabetical order.
 QStringList symbolNames();
 
-/// The icon of that symbol name in one colour, for what the desktop draws. An unknown name gives an empty icon.
+/// The symbol as an icon in one colour, for the parts that the desktop draws. An unknown name gives an empty icon.
 QIcon symbolIcon(const QString& symbol, const QColor& color);
 
-/// Draws symbols for QML: the source "image://symbols/NAME/RRGGBB" in the size asked for.
+/// Draws symbols for QML from the source "image://symbols/NAME/RRGGBB", in the requested size.
 class SymbolProvider : public QQuickImageProvider {
 public:
     SymbolProvider();

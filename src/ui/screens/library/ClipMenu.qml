@@ -5,7 +5,7 @@ import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
 
-// What can be done with a clip.
+// The menu of a clip.
 ThemedMenu {
     id: menu
 

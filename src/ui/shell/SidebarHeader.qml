@@ -4,13 +4,13 @@ import QtQuick
 import Quelto.Shared
 import Quelto.Shell
 
-// What stands in the sidebar above the games.
+// The part of the sidebar above the games.
 Column {
     id: top
 
     readonly property bool isPage: !Navigation.hasSelected
 
-    // The keyboard wants to go on from that row; they are counted backwards from the games.
+    // An arrow key asks to move `step` rows from row `from`. Rows here count backwards from the first game: -1, -2.
     signal moved(from: int, step: int)
 
     function reach(place: int) {

@@ -2,18 +2,19 @@
 import QtQuick
 import Quelto.Shell
 
-// The library's pages, and below them one row for each game. There may be thousands; only those in sight are made.
+// The library's pages, and below them a row for each game. Rows are created only while they are visible.
+// Not `ComponentBehavior: Bound`: with it, Qt 6.4 reports header and delegate as "Component is not ready".
 ListView {
     id: places
 
-    // Moves the keyboard to a game's row, or to one of those above, which have the places before 0.
+    // Moves the focus to the row of a game, or to a row of the header if the place is negative.
     function reach(place: int) {
         if (place >= 0 && place < count) {
             positionViewAtIndex(place, ListView.Contain);
             itemAtIndex(place).forceActiveFocus(Qt.TabFocusReason);
         } else if (place < 0) {
             positionViewAtBeginning();
-            (headerItem as SidebarTop).reach(place);
+            (headerItem as SidebarHeader).reach(place);
         }
     }
 
@@ -21,11 +22,11 @@ ListView {
     interactive: contentHeight > height
     clip: true
     model: LibraryOverview.games
-    header: SidebarTop {}
+    header: SidebarHeader {}
     delegate: GameRow {}
 
     Connections {
-        target: places.headerItem as SidebarTop
+        target: places.headerItem as SidebarHeader
 
         function onMoved(from: int, step: int) {
             places.reach(from + step);

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Theme
 
-// Moves a view by wheel and touch pad: a wheel's notches glide, a touch pad's movement is followed as it comes.
+// Scrolls a view by wheel or touch pad. Wheel notches are animated; touch pad movement is applied directly.
 WheelHandler {
     id: wheel
 
     required property Flickable view
-    // Units: pixels a notch.
+    // Units: logical pixels per notch.
     property real notch: 110
     readonly property real furthest: Math.max(0, view.contentHeight - view.height)
 
@@ -36,7 +37,7 @@ WheelHandler {
 
         target: wheel.view
         property: "contentY"
-        duration: 180
+        duration: Theme.duration.scroll
         easing.type: Easing.OutCubic
     }
 }

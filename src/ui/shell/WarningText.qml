@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Theme
 
-// A sentence that something is wrong. It wraps; nothing of it is cut off.
+// An error or a warning. It wraps and is never cut.
 Text {
-    font.pixelSize: 10
+    font.pixelSize: Theme.fontSize.note
     wrapMode: Text.Wrap
     textFormat: Text.PlainText
     Accessible.role: Accessible.AlertMessage

@@ -7,7 +7,7 @@ import Quelto.Library
 import Quelto.Shared
 import Quelto.Theme
 
-// Chooses the tier of the clips to show.
+// Filters the clips by tier.
 Item {
     id: bar
 
@@ -16,7 +16,9 @@ Item {
     implicitHeight: pills.implicitHeight + 18
 
     SymbolIcon {
-        x: 28
+        id: mark
+
+        x: Theme.spacing.page
         anchors.verticalCenter: pills.verticalCenter
         symbol: "line.3.horizontal.decrease"
         side: 16
@@ -26,7 +28,7 @@ Item {
     PillPicker {
         id: pills
 
-        x: 28 + 16 + 10
+        x: mark.x + mark.width + 10
         name: L10n.T("Seviye")
         options: bar.library.tierFilters
         selection: bar.library.tierFilter

@@ -4,7 +4,7 @@ import QtQuick
 import Quelto.Controls
 import Quelto.Theme
 
-// What a ConfirmationDialog asks, and its two answers.
+// The text and the two buttons of a ConfirmationDialog.
 Column {
     id: body
 
@@ -17,13 +17,13 @@ Column {
 
     signal answered(bool yes)
 
-    spacing: 10
+    spacing: Theme.spacing.stack
     Accessible.role: Accessible.Dialog
     Accessible.name: title
     Accessible.description: message
     onIsAskingChanged: {
         if (isAsking) {
-            cancel.forceActiveFocus(Qt.TabFocusReason)
+            cancel.forceActiveFocus(Qt.TabFocusReason);
         }
     }
 
@@ -33,7 +33,7 @@ Column {
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: Theme.text
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontSize.dialogTitle
         font.weight: Font.Bold
     }
 
@@ -44,13 +44,13 @@ Column {
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: Theme.muted
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSize.body
     }
 
     Row {
         anchors.right: parent.right
-        topPadding: 10
-        spacing: 10
+        topPadding: Theme.spacing.stack
+        spacing: Theme.spacing.stack
 
         AccentButton {
             id: cancel
