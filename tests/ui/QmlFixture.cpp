@@ -72,7 +72,7 @@ void QmlFixture::takeWindow()
     window = qobject_cast<QQuickWindow*>(engine->rootObjects().last());
     window->requestActivate();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-    // The pointer stays where the last window had it.
+    // Moves the pointer away, because it keeps its place from the previous window.
     QTest::mouseMove(window, QPoint(window->width() - 1, window->height() - 1));
 }
 
@@ -82,7 +82,7 @@ QObject* QmlFixture::object(const QString& name) const
     if (found == nullptr) {
         found = tryFind(window->contentItem(), [&](QQuickItem* each) { return each->objectName() == name; });
     }
-    EXPECT_NE(found, nullptr) << "nothing is called " << name.toStdString();
+    EXPECT_NE(found, nullptr) << "no object is named " << name.toStdString();
     return found;
 }
 

@@ -18,19 +18,19 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    /// Opens a window of that size with the QML objects in it.
+    /// Opens a window of that size that contains the QML objects.
     void show(const QString& qml, QSize size = {480, 320});
-    /// Opens the window that a QML file describes.
+    /// Opens the window that a QML file declares.
     void showFile(const QString& path);
-    /// The object of that name, a failed expectation if there is none.
+    /// The object with that name. A missing object fails the test.
     QObject* object(const QString& name) const;
     QQuickItem* item(const QString& name) const;
-    /// The visible item that shows exactly that text; none is a null pointer.
+    /// The visible item that shows exactly that text; null if there is none.
     QQuickItem* text(const QString& shown) const { return labelWith(window, shown); }
     QQuickItem* focused() const { return window->activeFocusItem(); }
     QVariant read(const QString& name, const char* property) const { return object(name)->property(property); }
     QColor color(const QString& name, const char* property) const { return read(name, property).value<QColor>(); }
-    /// What lies behind the control of that name.
+    /// The background of the control with that name.
     QQuickItem* background(const QString& name) const;
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(window, key, modifiers); }

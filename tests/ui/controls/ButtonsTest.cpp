@@ -15,7 +15,7 @@ class Buttons : public test::QmlFixture {
 protected:
     void holdDown(const QString& name) { QTest::mousePress(window, Qt::LeftButton, {}, middleOf(item(name))); }
     void letGo(const QString& name) { QTest::mouseRelease(window, Qt::LeftButton, {}, middleOf(item(name))); }
-    /// What lies between the text and the edges of the control: horizontally and vertically.
+    /// The horizontal and vertical distance between the text and the edges of the control.
     QSizeF paddingOf(const QString& name, const QString& label)
     {
         const auto* words = text(label);
@@ -68,7 +68,7 @@ TEST_F(Buttons, AccentStretchesUnlessCompact)
     EXPECT_EQ(item(QStringLiteral("compact"))->width(), std::ceil(item(QStringLiteral("compact"))->implicitWidth()));
 }
 
-TEST_F(Buttons, AccentAtWorkTurnsAMarkAndIsNotDimmed)
+TEST_F(Buttons, BusyAccentShowsASpinnerAndIsNotDimmed)
 {
     show(QStringLiteral(
         "AccentButton { objectName: 'button'; text: 'Kaydet'; symbol: 'scissors'; busy: true; enabled: false }"));
@@ -128,7 +128,7 @@ TEST_P(EveryButton, ActsOncePerKeyPressAndClick)
     EXPECT_EQ(clicks(), 3);
     click(button);
     EXPECT_EQ(clicks(), 4);
-    // A key that is held down is one press.
+    // Auto-repeat of a key counts as one press.
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
     QCoreApplication::sendEvent(window, &held);
     EXPECT_EQ(clicks(), 4);
@@ -139,7 +139,7 @@ TEST_P(EveryButton, ActsOncePerKeyPressAndClick)
     EXPECT_LT(button->opacity(), 1);
 }
 
-TEST_P(EveryButton, ShowsTheKeyboardWhereItIs)
+TEST_P(EveryButton, ShowsAFocusRingForKeyboardFocusOnly)
 {
     show(QString::fromLatin1(GetParam().qml));
     const auto ringIsShown = [&] {
@@ -158,7 +158,7 @@ TEST_P(EveryButton, ShowsTheKeyboardWhereItIs)
     EXPECT_TRUE(ringIsShown());
 }
 
-TEST_P(EveryButton, TellsScreenReadersWhatItIs)
+TEST_P(EveryButton, HasAnAccessibleRoleAndName)
 {
     show(QString::fromLatin1(GetParam().qml));
     auto* interface = QAccessible::queryAccessibleInterface(item(QStringLiteral("button")));

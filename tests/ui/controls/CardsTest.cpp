@@ -49,7 +49,7 @@ TEST_F(SectionCard, FramesAHeadingAndItsContent)
     EXPECT_EQ(outlineOf(card).color, theme->border());
 }
 
-TEST_F(SectionCard, WritesCapitalsAsTheLanguageDoes)
+TEST_F(SectionCard, UppercasesByTheRulesOfTheLanguage)
 {
     L10n::use(QStringLiteral("en"));
     show(QStringLiteral("SectionCard { width: 400; title: 'Clip' }"));
@@ -60,7 +60,7 @@ TEST_F(SectionCard, WritesCapitalsAsTheLanguageDoes)
     EXPECT_NE(text(QStringLiteral("KLİP")), nullptr);
 }
 
-TEST_F(SettingRow, PutsTheControlAtTheEndInTheMiddle)
+TEST_F(SettingRow, PlacesTheControlAtTheRightEdgeCentred)
 {
     show(QStringLiteral("SettingRow { objectName: 'row'; width: 400; title: 'Klip'; subtitle: 'Süre'\n"
                         "Rectangle { objectName: 'control'; width: 60; height: 80 } }"));
@@ -91,7 +91,7 @@ TEST_F(SettingRow, WrapsItsSubtitleAndGrows)
     EXPECT_GE(item(QStringLiteral("row"))->implicitHeight(), subtitle->y() + subtitle->height());
 }
 
-TEST_F(SettingRow, NeedsNoSubtitle)
+TEST_F(SettingRow, WorksWithoutASubtitle)
 {
     show(QStringLiteral("SettingRow { objectName: 'row'; width: 240; title: 'Klip' }"));
     EXPECT_EQ(item(QStringLiteral("row"))->implicitHeight(), text(QStringLiteral("Klip"))->height());
@@ -113,7 +113,7 @@ TEST_F(TierBadge, ShowsTierAndScore)
     EXPECT_EQ(words->x(), row->childItems().first()->width() + 4);
 }
 
-TEST_F(TierBadge, ShowsNoBlankWithoutAScore)
+TEST_F(TierBadge, HasNoTrailingSpaceWithoutAScore)
 {
     show(QStringLiteral(
         "TierBadge { tier: 'BASIT'; label: 'Basit' }\n TierBadge { y: 60; tier: 'ORTA'; label: 'Orta'; score: null }\n"
@@ -157,7 +157,7 @@ TEST_F(TierBadge, GlowsForTheBestTierOnly)
     EXPECT_EQ(image.pixelColor(90, 138), theme->bg());
 }
 
-TEST_F(TierBadge, IsReadAsOneText)
+TEST_F(TierBadge, IsOneTextToScreenReaders)
 {
     show(QStringLiteral("TierBadge { objectName: 'badge'; tier: 'EFSANE'; label: 'Efsane'; score: 170 }"));
     auto* interface = QAccessible::queryAccessibleInterface(item(QStringLiteral("badge")));

@@ -37,7 +37,7 @@ protected:
     QQuickItem* knob() const { return track()->childItems().first(); }
 };
 
-TEST_F(SSToggle, IsACapsuleWithAKnobAtTheEndThatTells)
+TEST_F(SSToggle, PlacesTheKnobByItsState)
 {
     EXPECT_EQ(item(QStringLiteral("toggle"))->size(), QSizeF(38, 21));
     EXPECT_EQ(track()->size(), QSizeF(38, 21));
@@ -51,7 +51,7 @@ TEST_F(SSToggle, IsACapsuleWithAKnobAtTheEndThatTells)
     EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(track()) == theme->accent(); }));
 }
 
-TEST_F(SSToggle, MovesForAMomentOnly)
+TEST_F(SSToggle, AnimatesFor150Milliseconds)
 {
     click(item(QStringLiteral("toggle")));
     expectEaseOut(item(QStringLiteral("toggle")), 150, 2);
@@ -68,7 +68,7 @@ TEST_F(SSToggle, FlipsByClickSpaceAndEnter)
     }
 }
 
-TEST_F(SSToggle, StaysAsItsOwnerDecides)
+TEST_F(SSToggle, DoesNotChangeUnlessItsOwnerDoes)
 {
     window->setProperty("isLocked", true);
     click(item(QStringLiteral("toggle")));
@@ -76,7 +76,7 @@ TEST_F(SSToggle, StaysAsItsOwnerDecides)
     EXPECT_FALSE(read(QStringLiteral("toggle"), "isOn").toBool());
 }
 
-TEST_F(SSToggle, IsDrawnSmallerInTheSamePlace)
+TEST_F(SSToggle, DrawsSmallerInTheSamePlace)
 {
     object(QStringLiteral("toggle"))->setProperty("drawnScale", 0.85);
     EXPECT_EQ(item(QStringLiteral("toggle"))->size(), QSizeF(38, 21));
@@ -116,7 +116,7 @@ protected:
     static QQuickItem* boxOf(const QQuickItem* pill) { return pill->property("background").value<QQuickItem*>(); }
 };
 
-TEST_F(PillPicker, SetsItsPillsInARow)
+TEST_F(PillPicker, PlacesPillsInARow)
 {
     EXPECT_EQ(pill(30)->x(), 0);
     EXPECT_EQ(pill(60)->x(), pill(30)->width() + 5);
@@ -130,7 +130,7 @@ TEST_F(PillPicker, SetsItsPillsInARow)
     EXPECT_EQ(boxOf(pill(30))->property("radius").toInt(), 5);
 }
 
-TEST_F(PillPicker, ColoursTheChosenPill)
+TEST_F(PillPicker, HighlightsTheSelectedPill)
 {
     EXPECT_EQ(colorOf(boxOf(pill(30))), theme->accent());
     EXPECT_EQ(outlineOf(boxOf(pill(30))).color, theme->accent());
@@ -144,20 +144,20 @@ TEST_F(PillPicker, ColoursTheChosenPill)
     EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(text(QStringLiteral("30 FPS"))) == theme->muted(); }));
 }
 
-TEST_F(PillPicker, ChangesColourForAMomentOnly)
+TEST_F(PillPicker, AnimatesFor120Milliseconds)
 {
     click(pill(60));
     expectEaseOut(pill(60), 120, 2);
 }
 
-TEST_F(PillPicker, TakesAClickAnywhereOnAPill)
+TEST_F(PillPicker, SelectsByClickAnywhereOnAPill)
 {
     const auto corner = pill(120)->mapToScene({2, 2}).toPoint();
     QTest::mouseClick(window, Qt::LeftButton, {}, corner);
     EXPECT_EQ(chosen(), 120);
 }
 
-TEST_F(PillPicker, IsOneStopWithArrowKeysInIt)
+TEST_F(PillPicker, IsOneTabStopWithArrowKeys)
 {
     item(QStringLiteral("before"))->forceActiveFocus(Qt::TabFocusReason);
     press(Qt::Key_Tab);
@@ -184,7 +184,7 @@ TEST_F(PillPicker, IsOneStopWithArrowKeysInIt)
     EXPECT_EQ(focused(), item(QStringLiteral("before")));
 }
 
-TEST_F(PillPicker, BeginsAtItsFirstPillWhereNothingIsChosen)
+TEST_F(PillPicker, FocusesTheFirstPillWithoutASelection)
 {
     window->setProperty("chosen", 45);
     EXPECT_NE(colorOf(boxOf(pill(60))), theme->accent());
@@ -196,7 +196,7 @@ TEST_F(PillPicker, BeginsAtItsFirstPillWhereNothingIsChosen)
     EXPECT_EQ(chosen(), 30);
 }
 
-TEST_F(PillPicker, StaysAsItsOwnerDecides)
+TEST_F(PillPicker, DoesNotChangeUnlessItsOwnerDoes)
 {
     window->setProperty("isLocked", true);
     click(pill(60));

@@ -37,7 +37,7 @@ TEST_P(ControlPictures, DifferFromPaletteToPalette)
             target->forceActiveFocus(Qt::TabFocusReason);
         }
         const auto image = picture(QStringLiteral("control-%1-%2").arg(name, QLatin1String(palette)));
-        // The softened edges alone have more shades than this.
+        // Antialiased edges alone have more colours than this.
         EXPECT_GT(colorsIn(image).size(), 8U) << palette;
         EXPECT_NE(image, previous) << palette;
         previous = image;

@@ -21,7 +21,7 @@ protected:
     QString written() const { return read(QStringLiteral("field"), "text").toString(); }
 };
 
-TEST_F(SearchField, IsASmallPanel)
+TEST_F(SearchField, HasTheLookOfASmallPanel)
 {
     const auto* field = item(QStringLiteral("field"));
     EXPECT_EQ(field->width(), 170);
@@ -38,7 +38,7 @@ TEST_F(SearchField, IsASmallPanel)
     EXPECT_EQ(field->height(), read(QStringLiteral("field"), "contentHeight").toDouble() + 16);
 }
 
-TEST_F(SearchField, ShowsItsPlaceholderUntilSomethingIsWritten)
+TEST_F(SearchField, ShowsItsPlaceholderWhileEmpty)
 {
     EXPECT_NE(text(QStringLiteral("Ara")), nullptr);
     press(Qt::Key_P);
@@ -46,7 +46,7 @@ TEST_F(SearchField, ShowsItsPlaceholderUntilSomethingIsWritten)
     EXPECT_EQ(text(QStringLiteral("Ara")), nullptr);
 }
 
-TEST_F(SearchField, IsEmptiedByEscapeAndThenLeavesItToTheScreen)
+TEST_F(SearchField, EscapeClearsItAndThenReachesTheScreen)
 {
     press(Qt::Key_P);
     press(Qt::Key_Escape);
@@ -74,7 +74,7 @@ protected:
     }
 };
 
-TEST_F(ThemedScrollBar, MovesTheListThatItIsDragged)
+TEST_F(ThemedScrollBar, ScrollsTheListWhenDragged)
 {
     show(100);
     auto* bar = item(QStringLiteral("bar"));
@@ -88,13 +88,13 @@ TEST_F(ThemedScrollBar, MovesTheListThatItIsDragged)
     EXPECT_TRUE(bar->isVisible());
 }
 
-TEST_F(ThemedScrollBar, HidesWhereAllIsInSight)
+TEST_F(ThemedScrollBar, HidesIfAllContentIsVisible)
 {
     show(3);
     EXPECT_FALSE(item(QStringLiteral("bar"))->isVisible());
 }
 
-TEST_F(ThemedScrollBar, KeepsAHandleThatCanBeCaught)
+TEST_F(ThemedScrollBar, HasAMinimumHandleLength)
 {
     show(20000);
     EXPECT_GE(read(QStringLiteral("bar"), "contentItem").value<QQuickItem*>()->height(), 27);

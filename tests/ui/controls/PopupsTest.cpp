@@ -31,7 +31,7 @@ protected:
     QQuickItem* button(const char* label) const { return text(QString::fromUtf8(label))->parentItem()->parentItem(); }
 };
 
-TEST_F(ConfirmationDialog, StandsInTheMiddleOfTheWindow)
+TEST_F(ConfirmationDialog, IsCentredInTheWindow)
 {
     const auto* body = text(QStringLiteral("Taşınsın mı?"))->parentItem();
     EXPECT_NEAR(middleOf(body).x(), 350, 1);
@@ -39,7 +39,7 @@ TEST_F(ConfirmationDialog, StandsInTheMiddleOfTheWindow)
     EXPECT_NE(text(QStringLiteral("PENTAKILL")), nullptr);
 }
 
-TEST_F(ConfirmationDialog, BeginsAtTheButtonThatDoesNothing)
+TEST_F(ConfirmationDialog, FocusesCancelInitially)
 {
     EXPECT_EQ(focused(), button("Vazgeç"));
     press(Qt::Key_Return);
@@ -55,7 +55,7 @@ TEST_F(ConfirmationDialog, ConfirmsByKeyboard)
     EXPECT_EQ(answers(), QStringList{QStringLiteral("yes")});
 }
 
-TEST_F(ConfirmationDialog, KeepsTheKeyboardInside)
+TEST_F(ConfirmationDialog, KeepsTheFocusInside)
 {
     for (int i = 0; i < 5; ++i) {
         press(Qt::Key_Tab);
@@ -67,7 +67,7 @@ TEST_F(ConfirmationDialog, KeepsTheKeyboardInside)
     EXPECT_EQ(focused(), button("Vazgeç"));
 }
 
-TEST_F(ConfirmationDialog, BeginsAtCancelEachTime)
+TEST_F(ConfirmationDialog, FocusesCancelEachTime)
 {
     press(Qt::Key_Tab);
     press(Qt::Key_Escape);
@@ -81,7 +81,7 @@ TEST_F(ConfirmationDialog, CancelsByEscapeOnce)
     EXPECT_EQ(answers(), QStringList{QStringLiteral("no")});
 }
 
-TEST_F(ConfirmationDialog, AnswersByClickAndForgetsTheLastAnswer)
+TEST_F(ConfirmationDialog, AnswersByClickWithoutKeepingTheLastAnswer)
 {
     click(button("Taşı"));
     open();
@@ -91,7 +91,7 @@ TEST_F(ConfirmationDialog, AnswersByClickAndForgetsTheLastAnswer)
     EXPECT_EQ(answers(), (QStringList{QStringLiteral("yes"), QStringLiteral("no"), QStringLiteral("no")}));
 }
 
-TEST_F(ConfirmationDialog, HoldsBackWhatIsBehindIt)
+TEST_F(ConfirmationDialog, BlocksClicksBehindIt)
 {
     QTest::mouseClick(window, Qt::LeftButton, {}, middleOf(item(QStringLiteral("behind"))));
     EXPECT_EQ(read(QStringLiteral("behind"), "clicks").toInt(), 0);
@@ -99,7 +99,7 @@ TEST_F(ConfirmationDialog, HoldsBackWhatIsBehindIt)
     EXPECT_TRUE(read(QStringLiteral("dialog"), "opened").toBool());
 }
 
-TEST_F(ConfirmationDialog, PaintsADestructiveAnswerRed)
+TEST_F(ConfirmationDialog, DestructiveConfirmButtonIsRed)
 {
     EXPECT_EQ(colorOf(button("Taşı")->property("background").value<QQuickItem*>()), theme->live());
     object(QStringLiteral("dialog"))->setProperty("destructive", false);
@@ -177,7 +177,7 @@ TEST_F(ThemedMenu, ClosesByEscapeWithoutActing)
     EXPECT_TRUE(asked().isEmpty());
 }
 
-TEST_F(ThemedMenu, WarnsOfADestructiveEntry)
+TEST_F(ThemedMenu, DestructiveEntryIsRed)
 {
     EXPECT_EQ(colorOf(text(QStringLiteral("Taşı"))), theme->live());
     EXPECT_EQ(colorOf(text(QStringLiteral("Oynat"))), theme->text());
@@ -212,7 +212,7 @@ protected:
     }
 };
 
-TEST_F(ThemedMenuWithKeys, WritesTheKeyBehindWhatItDoes)
+TEST_F(ThemedMenuWithKeys, ShowsTheShortcutAfterTheText)
 {
     EXPECT_NE(text(QStringLiteral("Ctrl+Shift+O")), nullptr);
 }

@@ -36,7 +36,7 @@ TEST(SoftShadow, FadesWithoutSteps)
     }
 }
 
-TEST(SoftShadow, IsTheSameOnAllSides)
+TEST(SoftShadow, IsSymmetric)
 {
     const auto image = softShadow(shapeIn(Qt::black), 1);
     EXPECT_EQ(image.mirrored(true, false), image);
@@ -53,14 +53,14 @@ TEST(SoftShadow, KeepsItsColourWhileItFades)
     EXPECT_EQ(qAlpha(image.pixel(40, 30)), 153);
 }
 
-TEST(SoftShadow, HasThePixelsOfTheScreen)
+TEST(SoftShadow, UsesThePixelDensityOfTheScreen)
 {
     const auto image = softShadow(shapeIn(Qt::black), 2);
     EXPECT_EQ(image.size(), QSize(160, 120));
     EXPECT_EQ(image.devicePixelRatio(), 2);
 }
 
-TEST(SoftShadow, IsNothingWithoutARadiusOrABox)
+TEST(SoftShadow, IsEmptyWithoutARadiusOrABox)
 {
     auto shape = shapeIn(Qt::black);
     shape.radius = 0;

@@ -17,7 +17,7 @@ QImage drawing(const QString& symbol, int side = 240)
     return SymbolProvider().requestImage(symbol + QStringLiteral("/ffffff"), nullptr, {side, side});
 }
 
-/// The part of the grid's 24 units that has ink in it, and how much of the grid the ink covers.
+/// The bounds of the painted pixels in units of the 24-unit grid, and the painted share of the grid.
 struct Ink {
     QRectF bounds;
     double share = 0;
@@ -55,14 +55,14 @@ TEST_P(EverySymbol, StaysInsideTheGridAndFillsIt)
     EXPECT_LT(ink.share, 0.6);
 }
 
-TEST_P(EverySymbol, StandsInTheMiddle)
+TEST_P(EverySymbol, IsCentred)
 {
     const auto middle = inkOf(drawing(QString::fromStdString(GetParam()))).bounds.center();
     EXPECT_NEAR(middle.x(), 12, 1.3);
     EXPECT_NEAR(middle.y(), 12, 1.3);
 }
 
-TEST_P(EverySymbol, IsRecognisedByItsShapeAlone)
+TEST_P(EverySymbol, HasADrawingOfItsOwn)
 {
     for (const auto& other : symbolNames()) {
         if (other.toStdString() != GetParam()) {
@@ -86,31 +86,31 @@ INSTANTIATE_TEST_SUITE_P(Symbols, EverySymbol, testing::ValuesIn(parameters()), 
     return name;
 });
 
-TEST(Symbols, TakeTheColourAskedFor)
+TEST(Symbols, TakeTheRequestedColour)
 {
     const auto image = SymbolProvider().requestImage(QStringLiteral("circle.fill/5865F2"), nullptr, {48, 48});
     EXPECT_EQ(image.pixelColor(24, 24), QColor(0x58, 0x65, 0xF2));
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
 }
 
-TEST(Symbols, LeaveHolesForWhatIsWhiteInTheDrawing)
+TEST(Symbols, DrawWhitePartsAsHoles)
 {
     const auto image = drawing(QStringLiteral("gearshape.fill"));
     EXPECT_EQ(qAlpha(image.pixel(120, 120)), 0);
     EXPECT_EQ(qAlpha(image.pixel(120, 60)), 255);
 }
 
-TEST(Symbols, AreNothingForAnUnknownName)
+TEST(Symbols, AreEmptyForAnUnknownName)
 {
     EXPECT_TRUE(drawing(QStringLiteral("no.such.symbol")).isNull());
     EXPECT_TRUE(symbolIcon(QStringLiteral("no.such.symbol"), Qt::white).isNull());
     EXPECT_FALSE(symbolIcon(QStringLiteral("trash"), Qt::white).isNull());
 }
 
-TEST(Symbols, CoverEveryNameThatTheSourcesUse)
+TEST(Symbols, CoverAllNamesInTheSources)
 {
     const QRegularExpression line(QStringLiteral(R"((?:\b[sS]ymbol\w*\s*[:=]|symbolIcon\()(.*))"));
-    // What is compared with is no symbol.
+    // A string behind a comparison is not a symbol name.
     const QRegularExpression literal(QStringLiteral("(=== )?\"([^\"]*)\""));
     const QRegularExpression looksLikeASymbol(QStringLiteral(R"(^[a-zA-Z0-9.]+$)"));
     const auto known = symbolNames();
@@ -146,7 +146,7 @@ TEST(Symbols, LeaveNoFileUnused)
 
 class SymbolSheet : public QmlFixture { };
 
-TEST_F(SymbolSheet, ShowsThemAllInThreePalettes)
+TEST_F(SymbolSheet, DrawsAllSymbolsInThreePalettes)
 {
     QStringList names;
     for (const auto& name : symbolNames()) {

@@ -13,7 +13,7 @@ void expectNear(const QColor& actual, const QColor& expected)
     EXPECT_NEAR(actual.blue(), expected.blue(), 2);
 }
 
-TEST_F(Backdrop, SpreadsThePalettesColoursEvenlyFromTopToBottom)
+TEST_F(Backdrop, SpreadsTheGradientEvenlyFromTopToBottom)
 {
     show(QStringLiteral("Backdrop { anchors.fill: parent }"), {64, 401});
     for (const auto& palette : Palette::all()) {
