@@ -5,9 +5,9 @@
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
 #include "library/thumbnails/ThumbnailCache.h"
+#include "ui/icons/Symbols.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/screens/library/LibraryForQml.h"
-#include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
 
 #include <QElapsedTimer>
@@ -24,6 +24,8 @@
 #include <ctime>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_IconsPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 

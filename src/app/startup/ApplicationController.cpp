@@ -5,9 +5,9 @@
 #include "app/window/WindowFrame.h"
 #include "base/language/L10n.h"
 #include "platform/factory/PlatformFactory.h"
+#include "ui/icons/Symbols.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
-#include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
 
 #include <QCoreApplication>

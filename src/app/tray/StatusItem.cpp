@@ -3,8 +3,8 @@
 
 #include "base/keys/HotKeyText.h"
 #include "base/language/T.h"
+#include "ui/icons/Symbols.h"
 #include "ui/theme/Palette.h"
-#include "ui/theme/Symbols.h"
 
 namespace quelto {
 

@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Icons
 import Quelto.Theme
 
-// The program's mark and name.
+// Logo and name of the program.
 Row {
+    id: brand
+
+    readonly property int nameSize: 15
+    readonly property int taglineSize: 9
+
     spacing: 12
 
     Rectangle {
         width: 30
         height: 30
-        radius: 7
+        radius: Theme.radius.tile
         color: Theme.accent
 
         SymbolIcon {
@@ -26,7 +33,7 @@ Row {
         Text {
             text: "QUELTO"
             color: Theme.text
-            font.pixelSize: 15
+            font.pixelSize: brand.nameSize
             font.weight: Font.Black
             font.letterSpacing: 1.5
         }
@@ -34,7 +41,7 @@ Row {
         Text {
             text: "REPLAY"
             color: Theme.accent
-            font.pixelSize: 9
+            font.pixelSize: brand.taglineSize
             font.weight: Font.Bold
             font.letterSpacing: 2.5
         }

@@ -2,14 +2,15 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 
-// Shows the recorder's state, switches it, and saves a clip.
+// The recorder's state, its switch, and the button that saves a clip.
 Rectangle {
-    implicitHeight: lines.implicitHeight + 24
-    radius: 10
+    implicitHeight: lines.implicitHeight + 2 * Theme.spacing.card
+    radius: Theme.radius.panel
     color: Theme.panel
     border.width: 1
     border.color: Theme.border
@@ -18,8 +19,8 @@ Rectangle {
         id: lines
 
         anchors.fill: parent
-        anchors.margins: 12
-        spacing: 10
+        anchors.margins: Theme.spacing.card
+        spacing: Theme.spacing.stack
 
         CaptureStatus {
             Layout.fillWidth: true
@@ -30,14 +31,14 @@ Rectangle {
             visible: Recorder.state === CaptureState.Recording
         }
 
-        MessageLine {
+        WarningText {
             Layout.fillWidth: true
             visible: Recorder.state === CaptureState.Error
             color: Theme.live
             text: Recorder.errorMessage
         }
 
-        // What stands in the way is mended elsewhere; here it is tried again.
+        // The cause of an error is fixed outside of Quelto; this button retries.
         AccentButton {
             visible: Recorder.state === CaptureState.Error
             compact: true
@@ -46,14 +47,14 @@ Rectangle {
             onClicked: Recorder.start()
         }
 
-        MessageLine {
+        WarningText {
             Layout.fillWidth: true
             visible: Recorder.isActive && Recorder.micWarning !== ""
             color: Theme.muted
             text: Recorder.micWarning
         }
 
-        MessageLine {
+        WarningText {
             Layout.fillWidth: true
             visible: WindowCommands.lastFailure !== ""
             color: Theme.live

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Controls
+import Quelto.Icons
 import Quelto.Shared
 import Quelto.Theme
 
-// What is being recorded: how far back, how much memory, and whether the microphone is heard. At which size and rate,
-// under the pointer.
+// Length and memory use of the replay buffer, and whether the microphone is recorded. The tool tip shows picture size
+// and rate.
 RowLayout {
     spacing: 5
 
@@ -13,7 +16,7 @@ RowLayout {
         Layout.fillWidth: true
         text: L10n.T("Son {0} sn • {1} MB", [AppSettings.clipLength, Math.floor(Recorder.bufferMB)])
         color: Theme.muted
-        font.pixelSize: 10
+        font.pixelSize: Theme.fontSize.note
         elide: Text.ElideRight
         Accessible.role: Accessible.StaticText
         Accessible.name: text

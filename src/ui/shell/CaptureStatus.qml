@@ -1,29 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Theme
 
-// The recorder's state in a word, and its switch.
+// The recorder's state as one word, and its switch.
 RowLayout {
     id: status
 
     readonly property bool isRecording: Recorder.state === CaptureState.Recording
     readonly property bool isFailed: Recorder.state === CaptureState.Error
+    // The word shrinks to this size before it is cut.
+    readonly property int smallestSize: 9
 
-    spacing: 8
+    spacing: Theme.spacing.row
 
     Rectangle {
+        id: dot
+
         implicitWidth: 8
         implicitHeight: 8
-        radius: 4
+        radius: height / 2
         color: status.isRecording ? Theme.live : Theme.dim
 
         Shadow {
             visible: status.isRecording
             radius: 4
             color: Theme.live
-            cornerRadius: 4
+            cornerRadius: dot.radius
         }
     }
 
@@ -33,11 +39,11 @@ RowLayout {
             : status.isFailed ? L10n.T("HATA")
             : Recorder.state === CaptureState.Starting ? L10n.T("BAŞLATILIYOR") : L10n.T("KAYIT KAPALI")
         color: status.isRecording ? Theme.text : status.isFailed ? Theme.live : Theme.muted
-        font.pixelSize: 11
+        font.pixelSize: Theme.fontSize.caption
         font.weight: Font.Bold
         font.letterSpacing: 1
         fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: 9
+        minimumPixelSize: status.smallestSize
         elide: Text.ElideRight
         Accessible.role: Accessible.StaticText
         Accessible.name: text

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Shell
-import Quelto.Theme
 
-// The clip that is open. Watching it in here is still to come; the desktop's player shows it meanwhile.
+// The open clip. Playback in the window is not implemented yet; the button opens the desktop's player.
 PlaceholderPage {
     symbol: "film"
     title: Navigation.selectedTitle

@@ -4,7 +4,7 @@ import QtQuick
 import Quelto.Shared
 import Quelto.Shell
 
-// The page, or the clip that is open in its place; the page is kept as it is meanwhile.
+// The current page, or the open clip in its place. The page keeps its state while a clip is open.
 FocusScope {
     id: area
 
@@ -16,7 +16,7 @@ FocusScope {
             [Pages.Matches]: "MatchesPage.qml"
         })
 
-    // Each change of page makes a fresh one, also from one game to another.
+    // Creates a new page. A change from one game to another is a new page too.
     function renew() {
         const state = Navigation.pageKind === Pages.Library ? {
             hasGame: Navigation.hasGame,
@@ -26,7 +26,7 @@ FocusScope {
         page.setSource(pageFiles[Navigation.pageKind], state);
     }
 
-    // Another clip makes a fresh page too.
+    // Creates a new page for the open clip.
     function renewClip() {
         clip.setSource("");
         if (Navigation.hasSelected) {

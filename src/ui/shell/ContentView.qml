@@ -6,10 +6,13 @@ import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 
-// All that stands in the window: the sidebar, the page beside it, and the menus over the free strip at the top.
+// The content of the window: the sidebar, the page beside it, and the menu bar over the empty strip at the top.
 FocusScope {
     id: root
 
+    readonly property real sidebarWidth: 240
+    // The titles have a padding of 6, so their text lines up with the brand below.
+    readonly property real menuInset: 12
     readonly property Item focusedItem: Window.activeFocusItem
 
     focus: true
@@ -34,7 +37,7 @@ FocusScope {
             spacing: 0
 
             Sidebar {
-                Layout.preferredWidth: 240
+                Layout.preferredWidth: root.sidebarWidth
                 Layout.fillHeight: true
             }
 
@@ -56,9 +59,9 @@ FocusScope {
     MainMenu {
         id: menu
 
-        x: 12
+        x: root.menuInset
         y: 4
-        width: 228
+        width: root.sidebarWidth - root.menuInset
         onAboutRequested: about.open()
     }
 

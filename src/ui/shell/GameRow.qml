@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Shared
 import Quelto.Shell
 
-// The sidebar's row of one game.
+// A game's row in the sidebar.
 NavItem {
     id: row
 
@@ -16,7 +17,7 @@ NavItem {
     text: name
     active: !Navigation.hasSelected && Navigation.pageKind === Pages.Library && Navigation.hasGame && Navigation.game === name
     onClicked: Navigation.showGame(name)
-    onMoved: step => (row.ListView.view as SidebarPlaces).reach(index + step)
+    onMoved: step => (row.ListView.view as SidebarList).reach(index + step)
     onVisualFocusChanged: if (visualFocus) {
         row.ListView.view.positionViewAtIndex(index, ListView.Contain);
     }

@@ -1,22 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
+import Quelto.Icons
 import Quelto.Theme
 
-// The on-screen notice. Its ground is the same in every palette: it stands above a game, not in our window.
+// The HUD. It appears above a game, so its background is the same in all palettes.
 Rectangle {
     id: hud
 
     required property string title
     required property string subtitle
     required property bool error
-    // The tier's tag, or nothing.
+    // The tier's tag; empty for none.
     required property string tier
     property bool leaving: false
+    readonly property real tileSide: 36
+    readonly property real inset: 14
+    readonly property real gap: 12
+    readonly property real textWidth: width - inset - tileSide - gap - inset
     readonly property string symbol: error ? "xmark" : tier === "" ? "checkmark" : style.symbol
 
     opacity: 0
-    radius: 10
+    radius: Theme.radius.panel
     color: Theme.hud
     border.width: 1
     border.color: Theme.border
@@ -31,13 +37,13 @@ Rectangle {
 
     Row {
         anchors.verticalCenter: parent.verticalCenter
-        x: 14
-        spacing: 12
+        x: hud.inset
+        spacing: hud.gap
 
         Rectangle {
-            width: 36
-            height: 36
-            radius: 7
+            width: hud.tileSide
+            height: hud.tileSide
+            radius: Theme.radius.tile
             color: hud.error ? Theme.live : hud.tier === "" ? Theme.accent : style.color
 
             SymbolIcon {
@@ -53,20 +59,20 @@ Rectangle {
             spacing: 2
 
             Text {
-                width: hud.width - 76
+                width: hud.textWidth
                 text: hud.title
                 color: Theme.onAccent
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSize.body
                 font.weight: Font.Bold
                 elide: Text.ElideRight
                 textFormat: Text.PlainText
             }
 
             Text {
-                width: hud.width - 76
+                width: hud.textWidth
                 text: hud.subtitle
                 color: Theme.muted
-                font.pixelSize: 11
+                font.pixelSize: Theme.fontSize.caption
                 elide: Text.ElideRight
                 textFormat: Text.PlainText
             }
@@ -84,7 +90,7 @@ Rectangle {
         target: hud
         property: "opacity"
         to: 1
-        duration: 150
+        duration: Theme.duration.hudEnter
         running: true
     }
 
@@ -94,6 +100,6 @@ Rectangle {
         target: hud
         property: "opacity"
         to: 0
-        duration: 300
+        duration: Theme.duration.hudLeave
     }
 }

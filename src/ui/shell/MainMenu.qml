@@ -2,27 +2,27 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Shell
-import Quelto.Theme
 
-// The four menus of the program, with the keys that the desktop's users expect.
+// The menu bar, with the usual shortcuts of the desktop.
 MenuBar {
     id: bar
 
-    // What the keyboard acted on before it came to the menus.
+    // The item that had the focus before the menu bar.
     property Item target: null
 
     signal aboutRequested
 
-    // Gives the keyboard back.
+    // Returns the focus to the target.
     function leave() {
         if (target) {
             target.forceActiveFocus(Qt.MenuBarFocusReason);
         }
     }
 
-    // Gives the keyboard back after an entry was chosen by key, unless what was chosen has taken it.
+    // Returns the focus after an entry was triggered by key, unless the action moved the focus itself.
     function leaveTitles() {
         for (let i = 0; i < count; ++i) {
             if (itemAt(i).activeFocus) {
@@ -31,7 +31,7 @@ MenuBar {
         }
     }
 
-    // Moves the keyboard along the titles, round the ends.
+    // Moves the focus along the titles; wraps at both ends.
     function go(title: Item, step: int) {
         for (let i = 0; i < count; ++i) {
             if (itemAt(i) === title) {

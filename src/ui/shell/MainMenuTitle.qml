@@ -2,18 +2,20 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
+import Quelto.Controls
 import Quelto.Shell
 import Quelto.Theme
 
-// The title of one menu in the bar.
+// The title of a menu in the menu bar.
 MenuBarItem {
     id: title
 
-    leftPadding: 6
-    rightPadding: 6
-    topPadding: 6
-    bottomPadding: 6
-    font.pixelSize: 12
+    readonly property real inset: 6
+
+    padding: inset
+    leftPadding: inset
+    rightPadding: inset
+    font.pixelSize: Theme.fontSize.label
     focusPolicy: Qt.TabFocus
     Accessible.name: text
     Keys.onReturnPressed: title.triggered()
@@ -28,12 +30,12 @@ MenuBarItem {
         color: title.highlighted || title.activeFocus ? Theme.text : Theme.muted
     }
     background: Rectangle {
-        radius: 4
+        radius: Theme.radius.badge
         color: title.highlighted ? Theme.card : "transparent"
 
         FocusRing {
-            anchors.margins: -1
-            radius: 5
+            gap: 1
+            cornerRadius: Theme.radius.badge
             active: title.activeFocus && !title.highlighted
         }
     }

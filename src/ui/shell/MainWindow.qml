@@ -6,11 +6,11 @@ import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 
-// A window of this kind gives the focus back to where it was when a menu or a question closes.
+// The main window. An ApplicationWindow restores the focus when a menu or a dialog closes.
 T.ApplicationWindow {
     id: window
 
-    // A change of language or colours rebuilds all that stands in the window.
+    // A change of language or palette rebuilds the content of the window.
     readonly property string identity: AppSettings.language + "|" + AppSettings.colorTheme
 
     width: 1240

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Shared
 import Quelto.Shell
 
-// The matches that were played. Showing them is still to come.
+// The list of matches. Not implemented yet.
 PlaceholderPage {
     symbol: "flag.checkered"
     title: L10n.T("Maç Özetleri")

@@ -3,10 +3,11 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Templates as T
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Theme
 
-// A short text over the window, closed with Escape, Enter or its button.
+// A modal message. Escape, Enter or its button close it.
 Popup {
     id: dialog
 
@@ -16,20 +17,20 @@ Popup {
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: 460
-    padding: 24
+    padding: Theme.spacing.dialog
     modal: true
     focus: true
     T.Overlay.modal: Rectangle {
         color: Qt.alpha(Theme.bg, 0.7)
     }
     background: Rectangle {
-        radius: 10
+        radius: Theme.radius.panel
         color: Theme.panel
         border.width: 1
         border.color: Theme.border
     }
     contentItem: Column {
-        spacing: 14
+        spacing: Theme.spacing.paragraph
         Accessible.role: Accessible.Dialog
         Accessible.name: dialog.title
         Accessible.description: dialog.text
@@ -38,7 +39,7 @@ Popup {
             width: parent.width
             text: dialog.title
             color: Theme.text
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontSize.dialogTitle
             font.weight: Font.Bold
         }
 
@@ -46,7 +47,7 @@ Popup {
             width: parent.width
             text: dialog.text
             color: Theme.muted
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSize.body
             wrapMode: Text.Wrap
             textFormat: Text.PlainText
         }

@@ -2,10 +2,11 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Controls
 import Quelto.Shell
 import Quelto.Theme
 
-// A row of the sidebar: where it leads, how much is there, and whether the window shows it now.
+// A row of the sidebar that opens a page. It shows the number of items there and whether the page is open.
 T.AbstractButton {
     id: row
 
@@ -14,11 +15,11 @@ T.AbstractButton {
     property int count: -1
     property bool active: false
 
-    // The keyboard wants to go one row on, or back.
+    // An arrow key asks for the next row (1) or the previous row (-1).
     signal moved(step: int)
 
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    horizontalPadding: 10
+    horizontalPadding: Theme.spacing.sidebar
     verticalPadding: 8
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
@@ -38,7 +39,7 @@ T.AbstractButton {
     }
 
     background: Rectangle {
-        radius: 6
+        radius: Theme.radius.control
         color: row.active ? Theme.card : "transparent"
 
         Rectangle {
@@ -50,11 +51,10 @@ T.AbstractButton {
             color: Theme.accent
         }
 
-        // Inside, as the list's edge would cut it.
+        // Inside the row, because the list would clip it.
         FocusRing {
-            anchors.margins: 0
             active: row.visualFocus
-            radius: 6
+            gap: 0
         }
     }
 }

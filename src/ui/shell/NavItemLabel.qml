@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Icons
 import Quelto.Theme
 
-// What stands in a row of the sidebar.
+// The content of a NavItem.
 Item {
     id: label
 
@@ -11,11 +13,12 @@ Item {
     // Negative for no count.
     required property int count
     required property bool active
+    readonly property real symbolColumn: 18
 
-    implicitHeight: Math.max(title.implicitHeight, 18)
+    implicitHeight: Math.max(title.implicitHeight, symbolColumn)
 
     SymbolIcon {
-        x: (18 - width) / 2
+        x: (label.symbolColumn - width) / 2
         anchors.verticalCenter: parent.verticalCenter
         symbol: label.symbol
         color: label.active ? Theme.accent : Theme.muted
@@ -25,13 +28,13 @@ Item {
         id: title
 
         anchors.left: parent.left
-        anchors.leftMargin: 28
+        anchors.leftMargin: label.symbolColumn + Theme.spacing.sidebar
         anchors.right: number.left
-        anchors.rightMargin: label.count >= 0 ? 8 : 0
+        anchors.rightMargin: label.count >= 0 ? Theme.spacing.row : 0
         anchors.verticalCenter: parent.verticalCenter
         text: label.text
         color: label.active ? Theme.text : Theme.muted
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSize.body
         font.weight: label.active ? Font.DemiBold : Font.Medium
         maximumLineCount: 1
         elide: Text.ElideRight
@@ -45,7 +48,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         text: label.count >= 0 ? label.count : ""
         color: Theme.dim
-        font.pixelSize: 11
+        font.pixelSize: Theme.fontSize.caption
         font.weight: Font.DemiBold
     }
 }

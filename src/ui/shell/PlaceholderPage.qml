@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
-import Quelto.Theme
+import Quelto.Controls
 
-// A page with a sign, a title, a sentence, and what can be done from here.
+// A page with a symbol, a title, a text and buttons.
 FocusScope {
     id: page
 
     required property string symbol
     required property string title
     property string text: ""
-    // What stands between the sentence and the buttons.
+    // Items between the text and the buttons.
     property alias details: between.data
     default property alias actions: buttons.data
 
@@ -20,7 +20,6 @@ FocusScope {
 
     EmptyState {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 56, 560)
         symbol: page.symbol
         title: page.title
         text: page.text

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 
-// The clips of one match. Playing and sorting them out here is still to come.
+// The clips of a match. Review in the window is not implemented yet.
 PlaceholderPage {
     symbol: "flag.checkered"
     title: ShownMatch.isKnown ? ShownMatch.name : L10n.T("Bu maç artık listede yok")
@@ -16,7 +17,7 @@ PlaceholderPage {
         height: Math.min(contentHeight, 260)
         visible: count > 0
         clip: true
-        spacing: 8
+        spacing: Theme.spacing.row
         model: ShownMatch.clipTitles
         Accessible.role: Accessible.List
         Accessible.name: ShownMatch.name
@@ -26,7 +27,7 @@ PlaceholderPage {
             width: ListView.view.width
             text: modelData
             color: Theme.text
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSize.body
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             textFormat: Text.PlainText

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Theme
 
-// Saves a clip; shows the key that does the same from within a game.
+// Saves a clip. Shows the global hot key for the same action.
 AccentButton {
     symbol: "scissors"
     text: L10n.T("Klip Kaydet")
     trailingText: KeyNames.ofHotKey(AppSettings.hotkeyModifiers, AppSettings.hotkeyKeyName)
     enabled: Recorder.isActive && !Recorder.isSaving
     busy: Recorder.isSaving
-    opacity: Recorder.isActive ? 1 : 0.45
+    opacity: Recorder.isActive ? 1 : Theme.disabledOpacity
     onClicked: Recorder.saveClip()
 }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Shared
 import Quelto.Shell
 
-// Where the settings are kept. Changing them in here is still to come.
+// Shows the path of the settings file. Settings screens are not implemented yet.
 PlaceholderPage {
     symbol: "gearshape.fill"
     title: L10n.T("Ayarlar")

@@ -6,11 +6,11 @@ import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 
-// The way to every page, with live counts, and the recorder below.
+// Navigation with live counts, and the recorder below it.
 Rectangle {
     id: sidebar
 
-    // The version that waits to be installed; empty for none.
+    // The version that can be installed; empty for none.
     property string availableUpdate: ""
 
     signal updateRequested
@@ -30,18 +30,18 @@ Rectangle {
             Layout.bottomMargin: 26
         }
 
-        SidebarPlaces {
+        SidebarList {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            Layout.leftMargin: 10
-            Layout.rightMargin: 10
+            Layout.leftMargin: Theme.spacing.sidebar
+            Layout.rightMargin: Theme.spacing.sidebar
         }
 
         UpdateRow {
             Layout.fillWidth: true
-            Layout.leftMargin: 10
-            Layout.rightMargin: 10
-            Layout.topMargin: 10
+            Layout.leftMargin: Theme.spacing.sidebar
+            Layout.rightMargin: Theme.spacing.sidebar
+            Layout.topMargin: Theme.spacing.sidebar
             visible: version !== ""
             version: sidebar.availableUpdate
             onClicked: sidebar.updateRequested()
@@ -49,14 +49,14 @@ Rectangle {
 
         CaptureCard {
             Layout.fillWidth: true
-            Layout.margins: 10
+            Layout.margins: Theme.spacing.sidebar
         }
 
         NavItem {
             Layout.fillWidth: true
-            Layout.leftMargin: 10
-            Layout.rightMargin: 10
-            Layout.bottomMargin: 10
+            Layout.leftMargin: Theme.spacing.sidebar
+            Layout.rightMargin: Theme.spacing.sidebar
+            Layout.bottomMargin: Theme.spacing.sidebar
             symbol: "gearshape.fill"
             text: L10n.T("Ayarlar")
             active: !Navigation.hasSelected && Navigation.pageKind === Pages.Settings

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Theme
 
-// Names a section of the sidebar.
+// The heading of a section of the sidebar.
 Text {
-    leftPadding: 10
-    rightPadding: 10
+    leftPadding: Theme.spacing.sidebar
+    rightPadding: Theme.spacing.sidebar
     bottomPadding: 6
     width: parent.width
     color: Theme.dim
-    font.pixelSize: 10
+    font.pixelSize: Theme.fontSize.note
     font.weight: Font.Bold
     font.letterSpacing: 1.4
     elide: Text.ElideRight

@@ -1,37 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Theme
 
-// A short text that floats up over the page for a moment.
+// The toast: a short text at the bottom of the page.
 Item {
     id: toast
 
-    readonly property bool isShown: Navigation.toast !== ""
-    // Keeps the words while they leave.
-    property string words: ""
+    readonly property real padding: 18
+    // From the edges of the page.
+    readonly property real distance: 24
 
     anchors.fill: parent
     clip: true
 
+    QtObject {
+        id: internal
+
+        readonly property bool isShown: Navigation.toast !== ""
+        // The last text, which stays while the toast leaves.
+        property string text: ""
+    }
+
     Binding {
-        target: toast
-        property: "words"
+        target: internal
+        property: "text"
         value: Navigation.toast
-        when: toast.isShown
+        when: internal.isShown
         restoreMode: Binding.RestoreNone
     }
 
     Rectangle {
         id: capsule
 
-        width: Math.min(label.implicitWidth + 36, toast.width - 48)
+        width: Math.min(label.implicitWidth + 2 * toast.padding, toast.width - 2 * toast.distance)
         height: label.height + 22
         radius: height / 2
         anchors.horizontalCenter: parent.horizontalCenter
-        y: toast.isShown ? toast.height - height - 24 : toast.height
-        opacity: toast.isShown ? 1 : 0
+        y: internal.isShown ? toast.height - height - toast.distance : toast.height
+        opacity: internal.isShown ? 1 : 0
         visible: opacity > 0
         color: Theme.card
         border.width: 1
@@ -46,13 +55,13 @@ Item {
 
         Behavior on y {
             NumberAnimation {
-                duration: 200
+                duration: Theme.duration.reveal
                 easing.type: Easing.OutQuad
             }
         }
         Behavior on opacity {
             NumberAnimation {
-                duration: 200
+                duration: Theme.duration.reveal
                 easing.type: Easing.OutQuad
             }
         }
@@ -61,10 +70,10 @@ Item {
             id: label
 
             anchors.centerIn: parent
-            width: Math.min(implicitWidth, capsule.width - 36)
-            text: toast.words
+            width: Math.min(implicitWidth, capsule.width - 2 * toast.padding)
+            text: internal.text
             color: Theme.onAccent
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSize.body
             font.weight: Font.DemiBold
             elide: Text.ElideRight
             textFormat: Text.PlainText

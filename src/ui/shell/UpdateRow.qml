@@ -2,18 +2,21 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Controls
+import Quelto.Icons
 import Quelto.Shared
 import Quelto.Theme
 
-// Tells that a newer version waits.
+// Offers a newer version.
 T.AbstractButton {
     id: row
 
     required property string version
+    readonly property int symbolSide: 16
 
     text: L10n.T("Güncelleme var: {0}", [version])
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    horizontalPadding: 12
+    horizontalPadding: Theme.spacing.control
     verticalPadding: 9
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
@@ -22,21 +25,21 @@ T.AbstractButton {
     Keys.onEnterPressed: row.clicked()
 
     contentItem: Row {
-        spacing: 8
+        spacing: Theme.spacing.row
 
         SymbolIcon {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "arrow.down.circle.fill"
-            side: 16
+            side: row.symbolSide
             color: Theme.good
         }
 
         Text {
-            width: row.availableWidth - 24
+            width: row.availableWidth - row.symbolSide - Theme.spacing.row
             anchors.verticalCenter: parent.verticalCenter
             text: row.text
             color: Theme.text
-            font.pixelSize: 12
+            font.pixelSize: Theme.fontSize.label
             font.weight: Font.Bold
             wrapMode: Text.Wrap
             textFormat: Text.PlainText
@@ -44,14 +47,14 @@ T.AbstractButton {
     }
 
     background: Rectangle {
-        radius: 8
+        radius: Theme.radius.card
         color: row.hovered || row.down ? Theme.cardHover : Theme.card
         border.width: 1
         border.color: Qt.alpha(Theme.good, 0.4)
 
         FocusRing {
             active: row.visualFocus
-            radius: 11
+            cornerRadius: Theme.radius.card
         }
     }
 }

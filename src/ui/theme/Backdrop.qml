@@ -3,14 +3,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Theme
 
-// What lies under everything: the palette's gradient from top to bottom, or its plain background.
+// The background of the window: the palette's gradient from top to bottom, or its plain background colour.
 Rectangle {
     id: backdrop
 
     readonly property int stops: Theme.gradient.length
 
     function stopColor(index: int): color {
-        return stops === 0 ? Theme.bg : Theme.gradient[Math.min(index, stops - 1)]
+        return stops === 0 ? Theme.bg : Theme.gradient[Math.min(index, stops - 1)];
     }
 
     color: Theme.bg

@@ -7,11 +7,11 @@
 
 namespace quelto {
 
-/// One colour theme: eleven colours by role, and a backdrop.
+/// A colour theme: eleven colours by role, and a backdrop.
 struct Palette {
     /// The key in the settings.
     QString id;
-    /// For the user, in the language of the moment.
+    /// Shown to the user, in the current language.
     QString name;
     QColor bg;
     QColor sidebar;
@@ -27,9 +27,9 @@ struct Palette {
     /// Backdrop from top to bottom, evenly spaced; empty for a plain bg.
     QList<QColor> gradient;
 
-    /// Built anew on each call, so that the names follow the language. The first one is the default.
+    /// Built on each call, so that the names follow the language. The first palette is the default.
     static QList<Palette> all();
-    /// The palette of that id; the default one for an unknown id.
+    /// The palette with that id; the default palette for an unknown id.
     static Palette find(const QString& id);
 };
 

@@ -7,7 +7,7 @@
 
 namespace quelto {
 
-/// Capitals for QML, as the language of the moment writes them.
+/// Upper case for QML, by the rules of the current language.
 class TextCase : public QObject {
     Q_OBJECT
     QML_ELEMENT

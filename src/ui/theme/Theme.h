@@ -3,6 +3,7 @@
 
 #include "base/settings/AppSettings.h"
 #include "ui/theme/Palette.h"
+#include "ui/theme/ThemeRoles.h"
 
 #include <QColor>
 #include <QObject>
@@ -10,7 +11,7 @@
 
 namespace quelto {
 
-/// The colours of the chosen palette, by role, and those that every palette shares.
+/// The look by role: the colours of the chosen palette, the colours that all palettes share, and sizes and durations.
 ///
 /// Thread: main.
 class Theme : public QObject {
@@ -36,6 +37,11 @@ class Theme : public QObject {
     Q_PROPERTY(QColor hud READ hud CONSTANT)
     Q_PROPERTY(QColor shadow READ shadow CONSTANT)
     Q_PROPERTY(QColor discord READ discord CONSTANT)
+    Q_PROPERTY(double disabledOpacity READ disabledOpacity CONSTANT)
+    Q_PROPERTY(quelto::FontSizeRoles fontSize READ fontSize CONSTANT)
+    Q_PROPERTY(quelto::RadiusRoles radius READ radius CONSTANT)
+    Q_PROPERTY(quelto::SpacingRoles spacing READ spacing CONSTANT)
+    Q_PROPERTY(quelto::DurationRoles duration READ duration CONSTANT)
 
 public:
     explicit Theme(const AppSettings& settings, QObject* parent = nullptr);
@@ -52,24 +58,30 @@ public:
     QColor muted() const { return m_palette.muted; }
     QColor dim() const { return m_palette.dim; }
     QVariantList gradient() const;
-    /// What stands on the accent.
+    /// Text and symbols on the accent colour.
     static QColor onAccent() { return Qt::white; }
-    /// Recording, and what went wrong.
+    /// Recording, errors and destructive actions.
     static QColor live() { return {0xFF, 0x3B, 0x3B}; }
     /// Success.
     static QColor good() { return {0x33, 0xD1, 0x7A}; }
-    /// The best moments.
+    /// The tier "epic".
     static QColor gold() { return {0xFF, 0xC5, 0x3D}; }
-    /// What stands on gold.
+    /// Text and symbols on gold.
     static QColor onGold() { return Qt::black; }
-    /// The ground of the on-screen notice.
+    /// Background of the HUD.
     static QColor hud() { return {0x16, 0x16, 0x1C, 245}; }
-    /// Shadows, and veils over pictures; thinned by whoever uses it.
+    /// Shadows, and overlays on pictures; the component that uses it sets the opacity.
     static QColor shadow() { return Qt::black; }
-    /// The chat program's own colour, on hints that lead there.
+    /// Discord's own colour, for the hint on dragging clips there.
     static QColor discord() { return {0x58, 0x65, 0xF2}; }
-    /// The plain ones.
+    /// The tier "basic".
     static QColor violet() { return {0x8B, 0x7C, 0xFF}; }
+    /// Of a control that is disabled.
+    static double disabledOpacity() { return 0.45; }
+    static FontSizeRoles fontSize() { return {}; }
+    static RadiusRoles radius() { return {}; }
+    static SpacingRoles spacing() { return {}; }
+    static DurationRoles duration() { return {}; }
 
 Q_SIGNALS:
     void changed();

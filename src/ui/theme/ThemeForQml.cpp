@@ -7,7 +7,7 @@ namespace quelto {
 
 Theme* ThemeForQml::create(QQmlEngine* /*engine*/, QJSEngine* /*scripts*/)
 {
-    // The composition root owns it.
+    // The composition root owns the theme.
     QJSEngine::setObjectOwnership(instance, QJSEngine::CppOwnership);
     return instance;
 }

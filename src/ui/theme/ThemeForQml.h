@@ -10,7 +10,7 @@ class QQmlEngine;
 
 namespace quelto {
 
-/// Gives QML the one Theme that the composition root made.
+/// Registers the Theme that the composition root owns as a QML singleton.
 struct ThemeForQml {
     Q_GADGET
     QML_FOREIGN(quelto::Theme)

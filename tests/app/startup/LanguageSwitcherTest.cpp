@@ -2,7 +2,7 @@
 #include "app/startup/LanguageSwitcher.h"
 
 #include "base/language/L10n.h"
-#include "ui/theme/KeyNames.h"
+#include "ui/controls/KeyNames.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>

@@ -2,15 +2,17 @@
 #include "tests/ui/shell/ShellFixture.h"
 
 #include "base/language/L10n.h"
+#include "ui/icons/Symbols.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
-#include "ui/theme/Symbols.h"
 #include "ui/theme/ThemeForQml.h"
 
 #include <QDir>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_IconsPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/theme/ThemeFixture.h"
+#include "tests/ui/QmlFixture.h"
 
 namespace quelto {
 namespace {
 
-class Backdrop : public test::ThemeFixture { };
+class Backdrop : public test::QmlFixture { };
 
 void expectNear(const QColor& actual, const QColor& expected)
 {
@@ -13,7 +13,7 @@ void expectNear(const QColor& actual, const QColor& expected)
     EXPECT_NEAR(actual.blue(), expected.blue(), 2);
 }
 
-TEST_F(Backdrop, SpreadsThePalettesColoursEvenlyFromTopToBottom)
+TEST_F(Backdrop, SpreadsTheGradientEvenlyFromTopToBottom)
 {
     show(QStringLiteral("Backdrop { anchors.fill: parent }"), {64, 401});
     for (const auto& palette : Palette::all()) {

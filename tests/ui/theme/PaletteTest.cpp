@@ -18,7 +18,7 @@ TEST(Palette, FallsBackToTheFirst)
     EXPECT_EQ(Palette::all().size(), 10);
 }
 
-TEST(Palette, ListsTheTenInTheirOrderWithTheirColours)
+TEST(Palette, ListsTenPalettesInOrder)
 {
     struct Row {
         const char* id;
@@ -66,7 +66,7 @@ TEST(Palette, ListsTheTenInTheirOrderWithTheirColours)
     }
 }
 
-TEST(Palette, NamesItselfInTheLanguageOfTheMoment)
+TEST(Palette, NameFollowsTheLanguage)
 {
     const auto nameOf = [](const char* id) { return Palette::find(QLatin1String(id)).name; };
     L10n::use(QStringLiteral("tr"));
@@ -78,7 +78,7 @@ TEST(Palette, NamesItselfInTheLanguageOfTheMoment)
     L10n::use(QStringLiteral("tr"));
 }
 
-TEST(Palette, IsItsIdAndNotItsColours)
+TEST(Palette, PalettesWithEqualAccentsDiffer)
 {
     const auto blurple = Palette::find(QStringLiteral("blurple"));
     const auto onyx = Palette::find(QStringLiteral("onyx"));
@@ -87,7 +87,7 @@ TEST(Palette, IsItsIdAndNotItsColours)
     EXPECT_NE(blurple.bg, onyx.bg);
 }
 
-TEST(Palette, EndsItsGradientInTheBackgroundWhereTheDesignSaysSo)
+TEST(Palette, GradientEndsInTheBackgroundInSomePalettes)
 {
     for (const auto& palette : Palette::all()) {
         const bool endsInBackground = !palette.gradient.isEmpty() && palette.gradient.last() == palette.bg;

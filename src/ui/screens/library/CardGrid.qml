@@ -2,24 +2,22 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
-import Quelto.Theme
 
-// All days and their cards, of which only those in view exist. One stop for the keyboard, with a current card.
+// The days and their cards. Only visible cards exist. It is one tab stop; the arrow keys move the current card.
 T.Control {
     id: grid
 
     required property LibraryModel library
-    // Whoever used the keyboard last wants to see where it is.
-    property bool isByKeyboard: false
-    readonly property bool showsCurrent: activeFocus && (isByKeyboard || visualFocus)
+    readonly property bool showsCurrent: activeFocus && (internal.isByKeyboard || visualFocus)
     readonly property alias contentY: flick.contentY
     readonly property alias contentHeight: flick.contentHeight
 
     signal deleteRequested(string path, string title)
 
-    // The menu's "copy" asks the item that has the focus.
+    // The menu bar's "copy" calls this on the item that has the focus.
     function copy() {
         if (grid.library.currentPath !== "") {
             ClipCommands.copy(grid.library.currentPath);
@@ -71,6 +69,13 @@ T.Control {
         return false;
     }
 
+    QtObject {
+        id: internal
+
+        // The last input came from the keyboard, so the current card is marked.
+        property bool isByKeyboard: false
+    }
+
     focusPolicy: Qt.TabFocus
     Accessible.name: L10n.T("Klipler")
     onShowsCurrentChanged: telling.restart()
@@ -82,11 +87,11 @@ T.Control {
     Keys.onPressed: event => {
         const isMenuKey = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
         const isPlain = event.modifiers === Qt.NoModifier || event.modifiers === Qt.KeypadModifier;
-        grid.isByKeyboard = true;
+        internal.isByKeyboard = true;
         event.accepted = (isMenuKey || isPlain) && grid.actOn(isMenuKey ? Qt.Key_Menu : event.key);
     }
 
-    // When the view has followed and the card is there.
+    // Runs after the view has scrolled and the card exists.
     Timer {
         id: telling
 
@@ -118,17 +123,17 @@ T.Control {
         boundsBehavior: Flickable.StopAtBounds
         flickableDirection: Flickable.VerticalFlick
         maximumFlickVelocity: 6000
-        // A mouse drags cards, not the view.
+        // A mouse drags cards out of the window, so it must not flick the view.
         interactive: !mouse.active
         clip: true
-        // Qt 6.4 gives a Control no other role than its template's.
+        // In Qt 6.4 a Control always has the role of its template, so the role is set here.
         Accessible.role: Accessible.List
         Accessible.name: L10n.T("Klipler")
         onMovementStarted: wheel.stop()
 
         T.ScrollBar.vertical: ThemedScrollBar {}
 
-        WheelScrolling {
+        SmoothWheelHandler {
             id: wheel
 
             view: flick
@@ -141,14 +146,14 @@ T.Control {
             acceptedButtons: Qt.AllButtons
             onActiveChanged: {
                 if (active) {
-                    grid.isByKeyboard = false;
+                    internal.isByKeyboard = false;
                 }
             }
         }
 
         Repeater {
             model: grid.library.days
-            delegate: DayTitle {
+            delegate: DayHeading {
                 required property string title
                 required property rect area
 
@@ -165,7 +170,7 @@ T.Control {
             id: cards
 
             model: grid.library.cards
-            // Shows now this card and now that one, wherever it stands in the grid.
+            // Recycled: shows different clips in different places while the view scrolls.
             delegate: ClipCard {
                 required property int position
                 required property rect area
@@ -195,7 +200,7 @@ T.Control {
                 onDeleteRequested: grid.deleteRequested(path, title)
                 onMenuOpened: {
                     grid.library.select(position);
-                    grid.forceActiveFocus(grid.isByKeyboard ? Qt.OtherFocusReason : Qt.MouseFocusReason);
+                    grid.forceActiveFocus(internal.isByKeyboard ? Qt.OtherFocusReason : Qt.MouseFocusReason);
                 }
             }
         }

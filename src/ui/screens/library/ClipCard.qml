@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
 import Quelto.Theme
 
-// One clip: its picture, and below it what it is. A click opens it, and it can be dragged into another program.
+// A clip: its thumbnail, and its details below. A click opens it; a drag hands the file to another program.
 Item {
     id: card
 
@@ -21,7 +22,7 @@ Item {
     property string label: ""
     property real ratio: 16 / 9
     property bool isPassing: false
-    // The keyboard acts on it.
+    // The keyboard focus of the grid is on this card.
     property bool isCurrent: false
     readonly property bool isHovered: pointer.hovered
     readonly property alias textHeight: words.implicitHeight
@@ -56,26 +57,26 @@ Item {
 
     Behavior on scale {
         NumberAnimation {
-            duration: 120
+            duration: Theme.duration.highlight
             easing.type: Easing.OutQuad
         }
     }
 
     Rectangle {
         anchors.fill: parent
-        radius: 8
+        radius: Theme.radius.card
         color: card.isHovered ? Theme.cardHover : Theme.card
 
         Behavior on color {
             ColorAnimation {
-                duration: 120
+                duration: Theme.duration.highlight
                 easing.type: Easing.OutQuad
             }
         }
 
         FocusRing {
             active: card.isCurrent
-            radius: 11
+            cornerRadius: Theme.radius.card
         }
     }
 
@@ -89,21 +90,21 @@ Item {
         ratio: card.ratio
         showDuration: true
         isPassing: card.isPassing
-        radius: 8
+        radius: Theme.radius.card
     }
 
     ClipHover {
         anchors.fill: picture
         visible: card.isHovered
-        radius: 8
-        reserved: badge.visible ? badge.width + 8 : 0
+        radius: Theme.radius.card
+        reserved: badge.visible ? badge.width + Theme.spacing.overlay : 0
     }
 
     TierBadge {
         id: badge
 
-        x: 8
-        y: 8
+        x: Theme.spacing.overlay
+        y: Theme.spacing.overlay
         visible: card.tier !== ""
         tier: card.tier
         label: card.label
@@ -119,14 +120,14 @@ Item {
         game: card.game
         time: card.time
         size: card.size
-        reserved: more.width + 8
+        reserved: more.width + Theme.spacing.row
     }
 
     ClipMenuButton {
         id: more
 
         anchors.right: parent.right
-        anchors.rightMargin: 12
+        anchors.rightMargin: Theme.spacing.card
         anchors.verticalCenter: words.verticalCenter
         text: L10n.T("Klip menüsü")
         onClicked: card.openMenu(Qt.point(x + width, y + height))
@@ -134,14 +135,14 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        radius: 8
+        radius: Theme.radius.card
         color: "transparent"
         border.width: 1
         border.color: card.isHovered ? Qt.alpha(Theme.accent, 0.7) : Theme.border
 
         Behavior on border.color {
             ColorAnimation {
-                duration: 120
+                duration: Theme.duration.highlight
                 easing.type: Easing.OutQuad
             }
         }

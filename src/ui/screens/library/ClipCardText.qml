@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Theme
 
-// What is written below a card's picture.
+// Title and details of a clip, below its thumbnail.
 Item {
     id: block
 
@@ -11,29 +11,31 @@ Item {
     property string game: ""
     property string time: ""
     property string size: ""
-    // At the far end, for the button.
+    // The width at the right that the menu button needs.
     property real reserved: 0
-    readonly property real lineWidth: Math.max(0, width - 24 - reserved)
+    readonly property real lineWidth: Math.max(0, width - 2 * Theme.spacing.card - reserved)
     readonly property real tailWidth: firstDot.implicitWidth + timeText.implicitWidth + 2 * facts.spacing
     readonly property real sizeWidth: secondDot.implicitWidth + sizeText.implicitWidth + 2 * facts.spacing
-    // A narrow card leaves the size out before the game cannot be read any more.
-    readonly property bool hasRoomForSize: lineWidth - tailWidth - sizeWidth >= Math.min(gameText.implicitWidth, 48)
+    readonly property real readableWidth: 48
+    // A narrow card hides the file size so that the game stays readable.
+    readonly property bool hasRoomForSize: lineWidth - tailWidth - sizeWidth
+        >= Math.min(gameText.implicitWidth, readableWidth)
 
-    implicitHeight: titleText.height + 3 + facts.height + 24
-    implicitWidth: titleText.implicitWidth + 24 + reserved
+    implicitHeight: 2 * Theme.spacing.card + titleText.height + Theme.spacing.lines + facts.height
+    implicitWidth: titleText.implicitWidth + 2 * Theme.spacing.card + reserved
 
     Text {
         id: titleText
 
-        x: 12
-        y: 12
+        x: Theme.spacing.card
+        y: Theme.spacing.card
         width: block.lineWidth
         text: block.title
         textFormat: Text.PlainText
         elide: Text.ElideRight
         maximumLineCount: 1
         color: Theme.text
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSize.body
         font.weight: Font.DemiBold
         Accessible.ignored: true
     }
@@ -41,9 +43,9 @@ Item {
     Row {
         id: facts
 
-        x: 12
+        x: Theme.spacing.card
         anchors.top: titleText.bottom
-        anchors.topMargin: 3
+        anchors.topMargin: Theme.spacing.lines
         spacing: 6
 
         Text {
@@ -56,7 +58,7 @@ Item {
             elide: Text.ElideRight
             maximumLineCount: 1
             color: Theme.accent
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
             Accessible.ignored: true
         }
 
@@ -65,7 +67,7 @@ Item {
 
             text: "•"
             color: Theme.muted
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
             Accessible.ignored: true
         }
 
@@ -76,7 +78,7 @@ Item {
             textFormat: Text.PlainText
             maximumLineCount: 1
             color: Theme.muted
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
             Accessible.ignored: true
         }
 
@@ -86,7 +88,7 @@ Item {
             visible: block.hasRoomForSize
             text: "•"
             color: Theme.muted
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
             Accessible.ignored: true
         }
 
@@ -98,7 +100,7 @@ Item {
             textFormat: Text.PlainText
             maximumLineCount: 1
             color: Theme.muted
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
             Accessible.ignored: true
         }
     }

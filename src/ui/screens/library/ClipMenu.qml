@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
-import Quelto.Theme
 
-// What can be done with a clip.
+// The menu of a clip.
 ThemedMenu {
     id: menu
 

@@ -2,9 +2,10 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Quelto.Icons
 import Quelto.Theme
 
-// Opens the menu of its card. The keyboard opens it from the card itself.
+// Opens the menu of its card. It takes no focus: the grid opens the menu for the keyboard.
 T.AbstractButton {
     id: button
 
@@ -25,7 +26,7 @@ T.AbstractButton {
     }
 
     background: Rectangle {
-        radius: 5
+        radius: Theme.radius.smallControl
         visible: button.hovered || button.down
         color: Theme.border
     }

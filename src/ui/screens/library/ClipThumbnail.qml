@@ -1,28 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Icons
 import Quelto.Library
 import Quelto.Theme
 
-// A clip's picture, or a sign in its place until it is there.
+// A clip's thumbnail; a symbol until the picture is loaded.
 Item {
     id: thumbnail
 
     property string path: ""
-    // Another one when the file at the path has changed.
+    // Changes when the file at the path changes.
     property int version: 0
     property bool showDuration: false
-    // Of the upper corners.
+    // Radius of the upper corners.
     property real radius: 0
     property real ratio: 16 / 9
-    // Scrolled through too fast to be looked at.
+    // The view scrolls too fast to read the card.
     property alias isPassing: picture.isPassing
     readonly property alias picture: picture
     readonly property bool showsChip: showDuration && picture.durationText !== ""
 
     implicitHeight: Math.round(width / ratio)
 
-    // The lower corners stay square.
+    // Cuts off the lower round corners; the details below continue the card.
     Item {
         anchors.fill: parent
         clip: true
@@ -55,11 +56,11 @@ Item {
     Rectangle {
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        anchors.margins: 8
+        anchors.margins: Theme.spacing.overlay
         visible: thumbnail.showsChip
         width: duration.implicitWidth + 12
         height: duration.implicitHeight + 6
-        radius: 4
+        radius: Theme.radius.badge
         color: Qt.alpha(Theme.shadow, 0.75)
 
         Text {
@@ -69,7 +70,7 @@ Item {
             text: picture.durationText
             textFormat: Text.PlainText
             color: Theme.onAccent
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontSize.caption
             font.weight: Font.Bold
         }
     }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
-import Quelto.Theme
 
-// Stands where the cards would be, and says how to get some.
+// Shown in place of the cards: no clips yet, or no search results.
 EmptyState {
     property bool isSearch: false
 

@@ -1,29 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
 import Quelto.Theme
 
-// What is shown and how many, the search, and the way to the folder.
+// Title and number of clips, the search field, and the button that opens the folder.
 Item {
     id: header
 
     required property LibraryModel library
     required property string title
+    readonly property real topMargin: 38
+    readonly property real bottomMargin: 12
+    // Between the title and the tools.
+    readonly property real gap: 20
     readonly property alias searchField: search
 
-    // The search is empty, and the user is done with it.
+    // The user leaves the search field for the results.
     signal searchDone
 
-    implicitHeight: 38 + Math.max(titles.height, tools.height) + 12
+    implicitHeight: topMargin + Math.max(titles.height, tools.height) + bottomMargin
 
     Column {
         id: titles
 
-        x: 28
-        y: 38
-        width: header.width - 28 - 28 - tools.width - 20
+        x: Theme.spacing.page
+        y: header.topMargin
+        width: header.width - 2 * Theme.spacing.page - tools.width - header.gap
         spacing: 4
 
         Text {
@@ -33,7 +38,7 @@ Item {
             elide: Text.ElideRight
             maximumLineCount: 1
             color: Theme.text
-            font.pixelSize: 28
+            font.pixelSize: Theme.fontSize.pageTitle
             font.weight: Font.ExtraBold
             Accessible.role: Accessible.Heading
             Accessible.name: text
@@ -47,7 +52,7 @@ Item {
             elide: Text.ElideRight
             maximumLineCount: 1
             color: Theme.muted
-            font.pixelSize: 12
+            font.pixelSize: Theme.fontSize.label
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
@@ -57,15 +62,14 @@ Item {
         id: tools
 
         anchors.right: parent.right
-        anchors.rightMargin: 28
+        anchors.rightMargin: Theme.spacing.page
         anchors.verticalCenter: titles.verticalCenter
-        spacing: 8
+        spacing: Theme.spacing.row
 
         SearchField {
             id: search
 
             anchors.verticalCenter: parent.verticalCenter
-            width: 170
             placeholder: L10n.T("Ara")
             onTextChanged: header.library.search = text
             Keys.onDownPressed: header.searchDone()

@@ -2,21 +2,20 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
+import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
-import Quelto.Theme
 
-// All clips, or those of one game, by day.
+// The library: all clips or those of one game, grouped by day.
 FocusScope {
     id: view
 
-    // Which game is fixed for as long as the view lives.
+    // The game does not change during the life of the view.
     property bool hasGame: false
     property string game: ""
-    property string pendingPath: ""
 
     function askToDelete(path: string, title: string) {
-        pendingPath = path;
+        internal.pendingPath = path;
         confirmation.message = title;
         confirmation.open();
     }
@@ -31,6 +30,13 @@ FocusScope {
         }
     }
 
+    QtObject {
+        id: internal
+
+        // The clip that the confirmation asks about.
+        property string pendingPath: ""
+    }
+
     LibraryModel {
         id: clips
 
@@ -42,7 +48,7 @@ FocusScope {
         cardTextHeight: pattern.implicitHeight
     }
 
-    // Tells how high text is here, for cards that do not exist.
+    // Measures the text height of a card, which the layout needs before cards exist.
     ClipCardText {
         id: pattern
 
@@ -73,7 +79,7 @@ FocusScope {
             onSearchDone: grid.forceActiveFocus(Qt.TabFocusReason)
         }
 
-        TierBar {
+        TierFilterBar {
             Layout.fillWidth: true
             visible: clips.showsTierBar
             library: clips
@@ -95,7 +101,6 @@ FocusScope {
 
             EmptyLibrary {
                 anchors.centerIn: parent
-                width: Math.min(parent.width - 56, 560)
                 visible: clips.isLoaded && clips.count === 0
                 isSearch: clips.search !== ""
             }
@@ -109,6 +114,6 @@ FocusScope {
         destructive: true
         confirmText: L10n.T("Çöp Kutusuna Taşı")
         cancelText: L10n.T("Vazgeç")
-        onConfirmed: ClipCommands.trash(view.pendingPath)
+        onConfirmed: ClipCommands.trash(internal.pendingPath)
     }
 }

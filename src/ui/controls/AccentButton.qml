@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Quelto.Controls
+import Quelto.Theme
+
+// A button: filled for the main action of a screen, outlined for other actions. In a layout it takes the full width
+// unless it is compact.
+T.AbstractButton {
+    id: button
+
+    property bool filled: true
+    property bool compact: false
+    // The action removes something.
+    property bool destructive: false
+    // Shows a spinner in place of the symbol. A busy button is not dimmed while it is disabled.
+    property bool busy: false
+    property string symbol: ""
+    property string trailingText: ""
+    readonly property real minimumWidth: 44
+    readonly property color foreground: filled ? Theme.onAccent : destructive ? Theme.live : Theme.text
+    readonly property color fill: !filled ? (down || hovered ? Theme.cardHover : Theme.card)
+                                  : destructive ? (down ? Qt.darker(Theme.live, 1.2) : Theme.live)
+                                  : down ? Theme.accentDark : Theme.accent
+
+    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, minimumWidth)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    horizontalPadding: compact ? Theme.spacing.control : 16
+    verticalPadding: compact ? 7 : 10
+    font.pixelSize: compact ? Theme.fontSize.label : Theme.fontSize.body
+    font.weight: Font.DemiBold
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled || busy ? 1 : Theme.disabledOpacity
+    Layout.fillWidth: !compact
+    Accessible.name: text
+    Keys.onReturnPressed: event => button.actOn(event)
+    Keys.onEnterPressed: event => button.actOn(event)
+
+    function actOn(event: KeyEvent) {
+        if (!event.isAutoRepeat) {
+            button.clicked();
+        }
+    }
+
+    contentItem: ButtonLabel {
+        symbol: button.symbol
+        text: button.text
+        trailingText: button.trailingText
+        busy: button.busy
+        gap: Theme.spacing.row
+        canShrink: true
+        isCentered: button.trailingText === ""
+        font: button.font
+        color: button.foreground
+    }
+
+    background: Rectangle {
+        radius: Theme.radius.control
+        color: button.fill
+        border.width: button.filled ? 0 : 1
+        border.color: Theme.border
+
+        FocusRing {
+            active: button.visualFocus
+        }
+    }
+}

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Quelto.Controls
+import Quelto.Theme
+
+// A modal question before an action. Escape and any other way to close it cancel; the cancel button has the initial
+// focus.
+T.Popup {
+    id: dialog
+
+    required property string title
+    required property string confirmText
+    required property string cancelText
+    property string message: ""
+    property bool destructive: false
+    readonly property real widest: 420
+
+    signal confirmed
+    signal cancelled
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: parent ? Math.min(widest, parent.width - 40) : widest
+    implicitHeight: contentHeight + topPadding + bottomPadding
+    padding: Theme.spacing.dialog
+    modal: true
+    focus: true
+    closePolicy: T.Popup.CloseOnEscape
+    onAboutToShow: internal.isConfirmed = false
+    onClosed: internal.isConfirmed ? confirmed() : cancelled()
+
+    QtObject {
+        id: internal
+
+        property bool isConfirmed: false
+    }
+
+    T.Overlay.modal: Rectangle {
+        color: Qt.alpha(Theme.bg, 0.7)
+    }
+
+    background: Rectangle {
+        radius: Theme.radius.panel
+        color: Theme.panel
+        border.width: 1
+        border.color: Theme.border
+
+        Shadow {
+            radius: 28
+            offset: 10
+            cornerRadius: Theme.radius.panel
+            color: Qt.alpha(Theme.shadow, 0.5)
+        }
+    }
+
+    contentItem: ConfirmationContent {
+        width: dialog.availableWidth
+        title: dialog.title
+        message: dialog.message
+        confirmText: dialog.confirmText
+        cancelText: dialog.cancelText
+        destructive: dialog.destructive
+        isAsking: dialog.opened
+        onAnswered: yes => {
+            internal.isConfirmed = yes;
+            dialog.close();
+        }
+    }
+}

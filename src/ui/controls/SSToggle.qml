@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Quelto.Controls
+import Quelto.Theme
+
+// A switch. It shows the value that it is bound to and emits flipped() for the owner to change it.
+T.CheckBox {
+    id: toggle
+
+    property bool isOn: false
+    // Draws it smaller or larger in the same place. Item.scale gives ragged round corners without a GPU.
+    property real drawnScale: 1
+    readonly property real trackWidth: 38
+    readonly property real trackHeight: 21
+    readonly property real knobSide: 15
+
+    signal flipped(bool isOn)
+
+    implicitWidth: trackWidth
+    implicitHeight: trackHeight
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    checked: isOn
+    nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
+    Accessible.name: text
+    Keys.onReturnPressed: event => toggle.actOn(event)
+    Keys.onEnterPressed: event => toggle.actOn(event)
+    onClicked: flipped(!isOn)
+
+    function actOn(event: KeyEvent) {
+        if (!event.isAutoRepeat) {
+            toggle.clicked();
+        }
+    }
+
+    background: Item {
+        Rectangle {
+            anchors.centerIn: parent
+            width: Math.round(toggle.trackWidth * toggle.drawnScale)
+            height: Math.round(toggle.trackHeight * toggle.drawnScale)
+            radius: height / 2
+            color: toggle.isOn ? Theme.accent : Theme.border
+
+            Behavior on color {
+                ColorAnimation {
+                    duration: Theme.duration.toggle
+                    easing.type: Easing.OutQuad
+                }
+            }
+
+            Rectangle {
+                readonly property real margin: (parent.height - height) / 2
+
+                width: Math.round(toggle.knobSide * toggle.drawnScale)
+                height: width
+                y: margin
+                x: toggle.isOn ? parent.width - width - margin : margin
+                radius: height / 2
+                color: Theme.onAccent
+
+                Behavior on x {
+                    NumberAnimation {
+                        duration: Theme.duration.toggle
+                        easing.type: Easing.OutQuad
+                    }
+                }
+            }
+
+            FocusRing {
+                active: toggle.visualFocus
+                cornerRadius: 10
+            }
+        }
+    }
+}

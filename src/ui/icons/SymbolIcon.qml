@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Theme
+
+// A symbol in one colour, rendered at the pixel density of the screen. An empty name shows nothing.
+Image {
+    property string symbol: ""
+    property int side: 16
+    property color color: Theme.text
+
+    width: side
+    height: side
+    sourceSize.width: side * Screen.devicePixelRatio
+    sourceSize.height: side * Screen.devicePixelRatio
+    source: symbol === "" ? "" : "image://symbols/" + symbol + "/" + color.toString().slice(-6)
+    Accessible.ignored: true
+}

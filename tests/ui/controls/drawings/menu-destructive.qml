@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Quelto.Controls
+import Quelto.Theme
+
+Window {
+    width: 460
+    height: 200
+    visible: true
+    color: Theme.bg
+
+    Backdrop { anchors.fill: parent }
+    ThemedMenu {
+        x: 40
+        y: 30
+        visible: true
+        currentIndex: 1
+
+        ThemedMenuItem { text: "Oynat" }
+        ThemedMenuItem { text: "Çöp Kutusuna Taşı"; destructive: true }
+    }
+}
