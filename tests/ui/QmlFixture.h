@@ -4,7 +4,7 @@
 #include "base/settings/AppSettings.h"
 #include "ui/theme/Theme.h"
 
-#include "tests/ui/LookOfItem.h"
+#include "tests/ui/ItemAppearance.h"
 
 #include <QQmlApplicationEngine>
 #include <QTemporaryDir>
@@ -37,7 +37,7 @@ protected:
     void click(const QQuickItem* target);
     void hover(const QQuickItem* target);
     static QPoint middleOf(const QQuickItem* target) { return test::middleOf(target); }
-    QImage picture(const QString& name) { return keptPicture(window, name); }
+    QImage picture(const QString& name) { return savePicture(window, name); }
 
     QTemporaryDir folder;
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};

@@ -45,7 +45,7 @@ ApplicationController::ApplicationController()
                   .quit = [this] { quit(); }},
                  AppSettings::defaultPath())
     , m_navigation(m_main)
-    , m_shownMatch(m_matches, m_navigation)
+    , m_matchSummary(m_matches, m_navigation)
     , m_overview(m_library, m_matches)
     , m_thumbnails(m_main)
     , m_clipCommands({.library = m_library,
@@ -118,7 +118,7 @@ void ApplicationController::buildWindow()
     AppSettingsForQml::instance = &m_settings;
     WindowCommandsForQml::instance = &m_commands;
     NavigationForQml::instance = &m_navigation;
-    ShownMatchForQml::instance = &m_shownMatch;
+    MatchSummaryForQml::instance = &m_matchSummary;
     LibraryOverviewForQml::instance = &m_overview;
     ClipLibraryForQml::instance = &m_library;
     ClipCommandsForQml::instance = &m_clipCommands;

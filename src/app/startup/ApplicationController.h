@@ -21,7 +21,7 @@
 #include "ui/shared/Navigation.h"
 #include "ui/shell/Hud.h"
 #include "ui/shell/LibraryOverview.h"
-#include "ui/shell/ShownMatch.h"
+#include "ui/shell/MatchSummary.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
 
@@ -84,7 +84,7 @@ private:
     Theme m_theme;
     WindowCommands m_commands;
     Navigation m_navigation;
-    ShownMatch m_shownMatch;
+    MatchSummary m_matchSummary;
     LibraryOverview m_overview;
     ThumbnailCache m_thumbnails;
     ClipCommands m_clipCommands;

@@ -7,7 +7,7 @@ namespace quelto {
 
 namespace {
 
-QStringList textsOf(const QVariantList& arguments)
+QStringList toStrings(const QVariantList& arguments)
 {
     QStringList texts;
     for (const auto& argument : arguments) {
@@ -20,12 +20,12 @@ QStringList textsOf(const QVariantList& arguments)
 
 QString L10nForQml::T(const QString& key, const QVariantList& arguments)
 {
-    return translated(key.toUtf8().constData(), textsOf(arguments));
+    return translated(key.toUtf8().constData(), toStrings(arguments));
 }
 
 QString L10nForQml::TOnDesktop(const QString& key, const QVariantList& arguments)
 {
-    return translatedForDesktop(key.toUtf8().constData(), textsOf(arguments));
+    return translatedForDesktop(key.toUtf8().constData(), toStrings(arguments));
 }
 
 } // namespace quelto

@@ -8,16 +8,16 @@
 
 namespace quelto {
 
-/// The lookup of user texts for QML.
+/// Translates user texts in QML.
 class L10nForQml : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(L10n)
     QML_SINGLETON
 
 public:
-    /// The same as T in C++; numbers among the arguments appear without grouping.
+    /// Same as `T` in C++. Numbers among the arguments are formatted without digit grouping.
     Q_INVOKABLE static QString T(const QString& key, const QVariantList& arguments = {});
-    /// The same as TOnDesktop in C++.
+    /// Same as `TOnDesktop` in C++.
     Q_INVOKABLE static QString TOnDesktop(const QString& key, const QVariantList& arguments = {});
 };
 

@@ -8,7 +8,7 @@ namespace quelto {
 
 namespace {
 
-constexpr std::chrono::milliseconds ToastTime{2500};
+constexpr std::chrono::milliseconds ToastDuration{2500};
 
 } // namespace
 
@@ -44,7 +44,7 @@ void Navigation::showToast(const QString& text)
 {
     setToast(text);
     const QPointer<Navigation> navigation(this);
-    m_main.postAfter(ToastTime, [navigation, text] {
+    m_main.postAfter(ToastDuration, [navigation, text] {
         auto* const self = navigation.data();
         if (self != nullptr && self->m_toast == text) {
             self->setToast({});

@@ -12,7 +12,7 @@
 
 namespace quelto {
 
-/// Holds the enumeration for QML.
+/// Makes the page kinds available to QML.
 class Pages : public QObject {
     Q_OBJECT
 
@@ -23,27 +23,27 @@ public:
 
 struct Page {
     Pages::Kind kind = Pages::Kind::Library;
-    /// Of a match or a review.
+    /// The match that a Match or Review page is about.
     QUuid match = {};
-    /// Of the library: the game whose clips it shows, without it all.
+    /// Limits the library page to one game; unset for all games.
     std::optional<QString> game = std::nullopt;
 
     bool operator==(const Page&) const = default;
 };
 
-/// Which page the window shows, the clip that is open in front of it, and the short text that floats over both.
+/// The current page of the window, the open clip, and the toast.
 ///
 /// Thread: main.
 class Navigation : public QObject {
     Q_OBJECT
     Q_PROPERTY(quelto::Pages::Kind pageKind READ pageKind NOTIFY pageChanged)
-    /// A game may be called nothing, so whether there is one is told apart.
+    /// An empty game name is valid; `hasGame` tells it from no game.
     Q_PROPERTY(bool hasGame READ hasGame NOTIFY pageChanged)
     Q_PROPERTY(QString game READ game NOTIFY pageChanged)
     Q_PROPERTY(bool hasSelected READ hasSelected NOTIFY selectedChanged)
     Q_PROPERTY(QString selectedPath READ selectedPath NOTIFY selectedChanged)
     Q_PROPERTY(QString selectedTitle READ selectedTitle NOTIFY selectedChanged)
-    /// Shown when there is one; it goes by itself.
+    /// The text of the toast; empty while no toast is shown.
     Q_PROPERTY(QString toast READ toast NOTIFY toastChanged)
 
 public:
@@ -55,14 +55,14 @@ public:
     QString game() const { return m_page.game.value_or(QString()); }
     void setPage(const Page& page);
 
-    /// While a clip is open its screen stands in the page's place. The page stays what it was.
+    /// The open clip. Its screen covers the page; the page itself does not change.
     const std::optional<Clip>& selected() const { return m_selected; }
     bool hasSelected() const { return m_selected.has_value(); }
     QString selectedPath() const { return m_selected ? m_selected->path : QString(); }
     QString selectedTitle() const { return m_selected ? m_selected->displayTitle() : QString(); }
     void setSelected(const std::optional<Clip>& clip);
 
-    /// These show a page and close the clip that is open.
+    // The show functions also close the open clip.
     Q_INVOKABLE void showLibrary() { show({}); }
     Q_INVOKABLE void showGame(const QString& game) { show({.game = game}); }
     Q_INVOKABLE void showMatches() { show({.kind = Pages::Kind::Matches}); }
@@ -70,10 +70,9 @@ public:
     Q_INVOKABLE void openClip(const QString& path) { setSelected(Clip(path)); }
     Q_INVOKABLE void closeClip() { setSelected(std::nullopt); }
 
-    /// Empty for none.
     QString toast() const { return m_toast; }
-    /// Shows the text for 2.5 seconds. The same text again, shown while it still stands, goes when the first one would
-    /// have gone; another text has its whole time.
+    /// Shows the text for 2.5 seconds. Repeating the visible text does not extend its time; another text replaces it
+    /// and is shown for the full time.
     Q_INVOKABLE void showToast(const QString& text);
 
 Q_SIGNALS:
@@ -91,7 +90,7 @@ private:
     QString m_toast;
 };
 
-/// How other programs read the page: "library", "library Dota 2", "review 8F14E45F-…".
+/// The page as published on the session bus: "library", "library Dota 2", "review 8F14E45F-…".
 QString pageText(const Page& page);
 
 } // namespace quelto

@@ -11,8 +11,8 @@
 
 class QQmlEngine;
 
-/// Gives QML the objects that the composition root made and all screens share. Each instance is set before the first
-/// file is loaded.
+/// Registers the objects that all screens share as QML singletons. The composition root owns them and sets each
+/// instance before the first QML file loads.
 namespace quelto {
 
 template <typename Object> struct SharedForQml {
@@ -57,14 +57,14 @@ struct PagesForQml {
     Q_GADGET
     QML_FOREIGN(quelto::Pages)
     QML_NAMED_ELEMENT(Pages)
-    QML_UNCREATABLE("It only holds names")
+    QML_UNCREATABLE("Provides an enumeration only")
 };
 
 struct CaptureStateForQml {
     Q_GADGET
     QML_FOREIGN(quelto::CaptureStates)
     QML_NAMED_ELEMENT(CaptureState)
-    QML_UNCREATABLE("It only holds names")
+    QML_UNCREATABLE("Provides an enumeration only")
 };
 
 } // namespace quelto

@@ -9,7 +9,7 @@ GameList::GameList(const ClipLibrary& library, QObject* parent)
     : QAbstractListModel(parent)
     , m_games(library.games())
 {
-    connect(&library, &ClipLibrary::clipsChanged, this, [this, &library] { follow(library.games()); });
+    connect(&library, &ClipLibrary::clipsChanged, this, [this, &library] { update(library.games()); });
 }
 
 int GameList::rowCount(const QModelIndex& parent) const
@@ -28,7 +28,7 @@ QHash<int, QByteArray> GameList::roleNames() const
     return {{NameRole, "name"}, {CountRole, "count"}};
 }
 
-void GameList::follow(const QList<GameCount>& games)
+void GameList::update(const QList<GameCount>& games)
 {
     if (m_games.isEmpty() || games.isEmpty()) {
         beginResetModel();

@@ -7,9 +7,10 @@
 
 namespace quelto {
 
-/// The games of the library with their numbers of clips, in the library's order.
+/// The games of the library with their clip counts, in the library's order.
 ///
-/// A new clip moves and changes rows instead of rebuilding the list, so that the keyboard stays where it is.
+/// A change of the library moves and updates rows instead of resetting the model, so that the keyboard focus stays on
+/// its row.
 ///
 /// Thread: main.
 class GameList : public QAbstractListModel {
@@ -25,7 +26,7 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    void follow(const QList<GameCount>& games);
+    void update(const QList<GameCount>& games);
 
     QList<GameCount> m_games;
 };

@@ -10,11 +10,11 @@ namespace quelto {
 
 namespace {
 
-constexpr QSize PanelSize{330, 66};
-constexpr int FromRight = 24;
-constexpr int FromTop = 48;
-constexpr std::chrono::milliseconds Standing{2600};
-constexpr std::chrono::milliseconds FadingOut{300};
+constexpr QSize WindowSize{330, 66};
+constexpr int RightMargin = 24;
+constexpr int TopMargin = 48;
+constexpr std::chrono::milliseconds DisplayTime{2600};
+constexpr std::chrono::milliseconds FadeOutTime{300};
 
 } // namespace
 
@@ -29,7 +29,7 @@ Hud::~Hud() = default;
 void Hud::show(const HudMessage& message)
 {
     m_window = std::make_unique<QQuickView>(&m_engine, nullptr);
-    // Past the window manager: nothing else puts a window above a full-screen one without its taking the focus.
+    // Bypasses the window manager: nothing else places a window above a full-screen one without taking the focus.
     m_window->setFlags(Qt::ToolTip | Qt::BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                        Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
     m_window->setColor(Qt::transparent);
@@ -39,19 +39,19 @@ void Hud::show(const HudMessage& message)
                                     {QStringLiteral("error"), message.error},
                                     {QStringLiteral("tier"), message.tier ? tagOf(*message.tier) : QString()}});
     m_window->setSource(QUrl(QStringLiteral("qrc:/Quelto/Shell/HudView.qml")));
-    m_window->resize(PanelSize);
+    m_window->resize(WindowSize);
     if (const auto* screen = QGuiApplication::primaryScreen()) {
-        const auto whole = screen->geometry();
-        m_window->setPosition(whole.right() + 1 - PanelSize.width() - FromRight, whole.top() + FromTop);
+        const auto area = screen->geometry();
+        m_window->setPosition(area.right() + 1 - WindowSize.width() - RightMargin, area.top() + TopMargin);
     }
     m_window->show();
-    later(Standing, [this] {
+    postForWindow(DisplayTime, [this] {
         m_window->rootObject()->setProperty("leaving", true);
-        later(FadingOut, [this] { m_window.reset(); });
+        postForWindow(FadeOutTime, [this] { m_window.reset(); });
     });
 }
 
-void Hud::later(HostDuration delay, std::function<void()> task)
+void Hud::postForWindow(HostDuration delay, std::function<void()> task)
 {
     const QPointer<QQuickView> window(m_window.get());
     m_main.postAfter(delay, [window, task = std::move(task)] {

@@ -15,14 +15,14 @@ namespace quelto {
 struct HudMessage {
     QString title;
     QString subtitle;
-    /// It tells of a failure.
+    /// The message reports a failure.
     bool error = false;
-    /// Of an automatic clip.
+    /// Set for an automatic clip.
     std::optional<ClipTier> tier = std::nullopt;
 };
 
-/// The notice that stands above other windows for a moment, full-screen games among them. It never takes the focus or
-/// the pointer. At most one stands at a time: a new one takes the old one's place at once.
+/// Shows a message above all other windows, full-screen games included, for 2.6 seconds. The window never takes the
+/// focus or pointer input. A new message replaces the current one at once.
 ///
 /// Thread: main.
 class Hud {
@@ -33,12 +33,12 @@ public:
     Hud& operator=(const Hud&) = delete;
 
     void show(const HudMessage& message);
-    /// Nothing while none stands.
+    /// Null while no message is shown.
     const QQuickView* window() const { return m_window.get(); }
 
 private:
-    /// Runs the task if the notice of now still stands by then.
-    void later(HostDuration delay, std::function<void()> task);
+    /// Runs the task after the delay unless the current window is gone by then.
+    void postForWindow(HostDuration delay, std::function<void()> task);
 
     QQmlEngine& m_engine;
     TaskQueue& m_main;

@@ -9,7 +9,7 @@
 
 namespace quelto {
 
-/// What the sidebar counts.
+/// The counts of clips, matches and games that the sidebar shows.
 ///
 /// Thread: main.
 class LibraryOverview : public QObject {

@@ -3,10 +3,10 @@
 
 #include "ui/shared/SharedForQml.h"
 #include "ui/shell/LibraryOverview.h"
-#include "ui/shell/ShownMatch.h"
+#include "ui/shell/MatchSummary.h"
 #include "ui/shell/WindowCommands.h"
 
-/// Gives QML what only the window's frame shows.
+/// Registers the objects that only the window shell uses in QML. Each instance is set before the first file loads.
 namespace quelto {
 
 struct WindowCommandsForQml : SharedForQml<WindowCommands> {
@@ -29,9 +29,9 @@ struct GameListForQml {
     QML_ANONYMOUS
 };
 
-struct ShownMatchForQml : SharedForQml<ShownMatch> {
+struct MatchSummaryForQml : SharedForQml<MatchSummary> {
     Q_GADGET
-    QML_FOREIGN(quelto::ShownMatch)
+    QML_FOREIGN(quelto::MatchSummary)
     QML_NAMED_ELEMENT(ShownMatch)
     QML_SINGLETON
 };

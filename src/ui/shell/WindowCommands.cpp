@@ -17,11 +17,11 @@ QString WindowCommands::version() const
     return QCoreApplication::applicationVersion();
 }
 
-void WindowCommands::edit(const QString& verb, QObject* item)
+void WindowCommands::edit(const QString& method, QObject* item)
 {
-    const auto signature = verb.toLatin1() + "()";
+    const auto signature = method.toLatin1() + "()";
     if (item != nullptr && item->metaObject()->indexOfMethod(signature.constData()) >= 0) {
-        QMetaObject::invokeMethod(item, verb.toLatin1().constData());
+        QMetaObject::invokeMethod(item, method.toLatin1().constData());
     }
 }
 

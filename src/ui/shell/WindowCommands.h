@@ -8,7 +8,7 @@
 
 namespace quelto {
 
-/// What the window's menus and buttons make happen beyond the recorder, and why the last save failed, if it did.
+/// The actions of the window's menus and buttons, other than those of the recorder, and the error of the last save.
 ///
 /// Thread: main.
 class WindowCommands : public QObject {
@@ -20,7 +20,7 @@ class WindowCommands : public QObject {
 public:
     struct Actions {
         std::function<void()> openFolder;
-        /// In the desktop's own player.
+        /// Plays the file in the desktop's default player.
         std::function<void(const QString& path)> play;
         std::function<void()> hide;
         std::function<void()> minimize;
@@ -30,7 +30,7 @@ public:
 
     WindowCommands(Actions actions, QString settingsPath, QObject* parent = nullptr);
 
-    /// Why the last save failed; empty if it did not.
+    /// The error message of the last save; empty if it succeeded.
     QString lastFailure() const { return m_lastFailure; }
     QString settingsPath() const { return m_settingsPath; }
     QString version() const;
@@ -41,8 +41,8 @@ public:
     Q_INVOKABLE void minimize() const { m_actions.minimize(); }
     Q_INVOKABLE void close() const { m_actions.close(); }
     Q_INVOKABLE void quit() const { m_actions.quit(); }
-    /// Lets the item do "undo", "cut", "copy", "paste" or "selectAll", if it can.
-    Q_INVOKABLE static void edit(const QString& verb, QObject* item);
+    /// Calls the item's method "undo", "cut", "copy", "paste" or "selectAll" if it has it. The item may be null.
+    Q_INVOKABLE static void edit(const QString& method, QObject* item);
 
     void clipSaved();
     void saveFailed(const QString& message);

@@ -17,7 +17,7 @@ protected:
     Navigation navigation{queue};
 };
 
-TEST_F(NavigationTest, AToastStandsForTwoAndAHalfSeconds)
+TEST_F(NavigationTest, ToastIsShownForTwoAndAHalfSeconds)
 {
     navigation.showToast(QStringLiteral("A"));
     time.advance(2499ms);
@@ -26,7 +26,7 @@ TEST_F(NavigationTest, AToastStandsForTwoAndAHalfSeconds)
     EXPECT_EQ(navigation.toast(), QString());
 }
 
-TEST_F(NavigationTest, AnotherToastHasItsWholeTime)
+TEST_F(NavigationTest, NewToastIsShownForTheFullTime)
 {
     navigation.showToast(QStringLiteral("A"));
     time.advance(1s);
@@ -37,7 +37,7 @@ TEST_F(NavigationTest, AnotherToastHasItsWholeTime)
     EXPECT_EQ(navigation.toast(), QString());
 }
 
-TEST_F(NavigationTest, TheSameToastAgainGoesWithTheFirst)
+TEST_F(NavigationTest, RepeatedToastDoesNotExtendItsTime)
 {
     navigation.showToast(QStringLiteral("A"));
     time.advance(2s);
@@ -46,7 +46,7 @@ TEST_F(NavigationTest, TheSameToastAgainGoesWithTheFirst)
     EXPECT_EQ(navigation.toast(), QString());
 }
 
-TEST_F(NavigationTest, AnOpenClipLeavesThePageAsItIs)
+TEST_F(NavigationTest, OpenClipKeepsThePage)
 {
     navigation.showGame(QStringLiteral("Dota 2"));
     navigation.openClip(QStringLiteral("/clips/Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] RAMPAGE (Axe).mp4"));
@@ -57,7 +57,7 @@ TEST_F(NavigationTest, AnOpenClipLeavesThePageAsItIs)
     EXPECT_EQ(navigation.page(), Page{.game = QStringLiteral("Dota 2")});
 }
 
-TEST_F(NavigationTest, EveryWayToAPageClosesTheClip)
+TEST_F(NavigationTest, ShowingAPageClosesTheClip)
 {
     const std::array<std::pair<void (*)(Navigation&), Page>, 4> ways{{
         {[](Navigation& each) { each.showLibrary(); }, Page{}},
@@ -73,14 +73,14 @@ TEST_F(NavigationTest, EveryWayToAPageClosesTheClip)
     }
 }
 
-TEST_F(NavigationTest, AGameWithoutANameIsNotAllGames)
+TEST_F(NavigationTest, EmptyGameNameIsNotAllGames)
 {
     navigation.showGame(QString());
     EXPECT_TRUE(navigation.hasGame());
     EXPECT_NE(navigation.page(), Page{});
 }
 
-TEST_F(NavigationTest, ItsPagesHaveTexts)
+TEST_F(NavigationTest, FormatsPagesAsText)
 {
     EXPECT_EQ(pageText({}), QStringLiteral("library"));
     EXPECT_EQ(pageText({.game = QStringLiteral("Dota 2")}), QStringLiteral("library Dota 2"));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/keys/HotKeyText.h"
-#include "tests/ui/LookOfItem.h"
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 namespace quelto {
@@ -29,7 +29,7 @@ protected:
     QQuickItem* toggle() const { return item(QStringLiteral("Kaydı Başlat / Durdur")); }
     bool readsOn() const { return toggle()->property("isOn").toBool() && toggle()->property("checked").toBool(); }
     QQuickItem* header() const { return toggle()->parentItem(); }
-    QQuickItem* card() const { return test::boxAround(header()); }
+    QQuickItem* card() const { return test::enclosingRectangle(header()); }
     QQuickItem* dot() const
     {
         return test::firstVisibleOn(header(), [](const auto* each) { return each->inherits("QQuickRectangle"); });
@@ -37,35 +37,35 @@ protected:
     QQuickItem* microphone() const { return test::symbolOn(textItem(statistics)->parentItem()); }
     QString microphoneSymbol() const { return microphone()->property("symbol").toString(); }
 
-    /// Moves the pointer away and back: the explanation comes anew.
-    bool explains(const QQuickItem* target, const QString& words)
+    /// Moves the pointer away and back, and waits for the tool tip with that text.
+    bool showsToolTip(const QQuickItem* target, const QString& text)
     {
         QTest::mouseMove(window, {5, 5});
         drawFrame();
-        EXPECT_FALSE(shows(words));
+        EXPECT_FALSE(shows(text));
         QTest::mouseMove(window, test::middleOf(target));
-        return QTest::qWaitFor([&] { return shows(words); });
+        return QTest::qWaitFor([&] { return shows(text); });
     }
 
-    /// The room between the lines of the card, from above.
+    /// The vertical distances between the lines of the card, from top to bottom.
     QList<double> gaps() const
     {
-        QList<double> between;
+        QList<double> distances;
         std::optional<double> end;
         for (const auto* line : header()->parentItem()->childItems()) {
             if (!line->isVisible()) {
                 continue;
             }
             if (end) {
-                between.append(placeOf(line).top() - *end);
+                distances.append(placeOf(line).top() - *end);
             }
             end = placeOf(line).bottom();
         }
-        return between;
+        return distances;
     }
 };
 
-TEST_F(CaptureCardTest, IsAPanelWithRoomAroundAndBetweenItsLines)
+TEST_F(CaptureCardTest, PanelHasDesignedMarginsAndSpacing)
 {
     EXPECT_EQ(colorOf(card()), theme->panel());
     EXPECT_EQ(radiusOf(card()), 10);
@@ -79,10 +79,10 @@ TEST_F(CaptureCardTest, IsAPanelWithRoomAroundAndBetweenItsLines)
     EXPECT_EQ(placeOf(header()).topLeft(), inside.topLeft());
     EXPECT_EQ(placeOf(toggle()).right(), inside.right());
     EXPECT_EQ(placeOf(item(save)).bottomRight(), inside.bottomRight());
-    EXPECT_EQ(placeOf(item(save)).left(), inside.left()) << "the button takes the whole width";
+    EXPECT_EQ(placeOf(item(save)).left(), inside.left()) << "the button has the full width";
 }
 
-TEST_F(CaptureCardTest, TheDotGlowsOnlyWhileRecording)
+TEST_F(CaptureCardTest, DotGlowsOnlyWhileRecording)
 {
     EXPECT_EQ(dot()->size(), QSizeF(8, 8));
     EXPECT_EQ(radiusOf(dot()), 4);
@@ -90,7 +90,7 @@ TEST_F(CaptureCardTest, TheDotGlowsOnlyWhileRecording)
     EXPECT_EQ(test::shadowOf(dot()), nullptr);
     recorder->start();
     EXPECT_EQ(colorOf(dot()), theme->dim());
-    EXPECT_EQ(test::shadowOf(dot()), nullptr) << "it only starts";
+    EXPECT_EQ(test::shadowOf(dot()), nullptr) << "not while starting";
     record();
     EXPECT_EQ(colorOf(dot()), QColor(0xFF, 0x3B, 0x3B));
     const auto* glow = test::shadowOf(dot());
@@ -102,10 +102,10 @@ TEST_F(CaptureCardTest, TheDotGlowsOnlyWhileRecording)
     time.settle();
     fail();
     EXPECT_EQ(colorOf(dot()), theme->dim());
-    EXPECT_EQ(test::shadowOf(dot()), nullptr) << "an error is no recording";
+    EXPECT_EQ(test::shadowOf(dot()), nullptr) << "not in the error state";
 }
 
-TEST_F(CaptureCardTest, NamesEachStateInItsColour)
+TEST_F(CaptureCardTest, ShowsEachStateInItsColor)
 {
     const auto expectLabel = [this](const QString& text, const QColor& color) {
         const auto* label = test::labelOn(header(), text);
@@ -126,7 +126,7 @@ TEST_F(CaptureCardTest, NamesEachStateInItsColour)
     expectLabel(QStringLiteral("HATA"), QColor(0xFF, 0x3B, 0x3B));
 }
 
-TEST_F(CaptureCardTest, TheSwitchIsDrawnSmallerAndReadsOnFromTheStart)
+TEST_F(CaptureCardTest, SwitchIsScaledDownAndOnWhileStarting)
 {
     const auto* track = toggle()->property("background").value<QQuickItem*>()->childItems().first();
     EXPECT_NEAR(track->width(), 38 * 0.85, 0.5);
@@ -144,7 +144,7 @@ TEST_F(CaptureCardTest, TheSwitchIsDrawnSmallerAndReadsOnFromTheStart)
     EXPECT_FALSE(readsOn());
 }
 
-TEST_F(CaptureCardTest, TellsFiguresOnlyWhileRecording)
+TEST_F(CaptureCardTest, ShowsStatisticsOnlyWhileRecording)
 {
     EXPECT_FALSE(shows(statistics));
     recorder->start();
@@ -163,24 +163,24 @@ TEST_F(CaptureCardTest, TellsFiguresOnlyWhileRecording)
     EXPECT_FALSE(shows(statistics));
 }
 
-TEST_F(CaptureCardTest, TheMicrophoneIsGreenWhileHeard)
+TEST_F(CaptureCardTest, MicrophoneIsGreenWhileRecorded)
 {
     record();
     EXPECT_EQ(microphoneSymbol(), QStringLiteral("mic.fill"));
     EXPECT_EQ(colorOf(microphone()), theme->good());
-    EXPECT_TRUE(explains(microphone(), QStringLiteral("Mikrofon kaydediliyor")));
+    EXPECT_TRUE(showsToolTip(microphone(), QStringLiteral("Mikrofon kaydediliyor")));
 }
 
-TEST_F(CaptureCardTest, TheMicrophoneIsStruckOutWhileNotHeard)
+TEST_F(CaptureCardTest, MicrophoneIsCrossedOutWhenUnavailable)
 {
     fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_EQ(microphoneSymbol(), QStringLiteral("mic.slash.fill"));
     EXPECT_EQ(colorOf(microphone()), theme->dim());
-    EXPECT_TRUE(explains(microphone(), QStringLiteral("Mikrofon kapalı")));
+    EXPECT_TRUE(showsToolTip(microphone(), QStringLiteral("Mikrofon kapalı")));
 }
 
-TEST_F(CaptureCardTest, AnErrorIsSmallAndInTheColourOfErrors)
+TEST_F(CaptureCardTest, ErrorTextIsSmallAndRed)
 {
     EXPECT_FALSE(shows(message));
     fail();
@@ -193,7 +193,7 @@ TEST_F(CaptureCardTest, AnErrorIsSmallAndInTheColourOfErrors)
     EXPECT_FALSE(shows(message));
 }
 
-TEST_F(CaptureCardTest, TheButtonShowsItsKeyAtItsFarEnd)
+TEST_F(CaptureCardTest, SaveButtonShowsItsShortcutAtTheRight)
 {
     record();
     auto* button = item(save);
@@ -209,7 +209,7 @@ TEST_F(CaptureCardTest, TheButtonShowsItsKeyAtItsFarEnd)
     EXPECT_EQ(placeOf(key).right(), placeOf(button).right() - 16);
 }
 
-TEST_F(CaptureCardTest, TheButtonIsPaleUnlessTheRecorderIsActive)
+TEST_F(CaptureCardTest, SaveButtonIsDimmedUnlessTheRecorderIsActive)
 {
     EXPECT_EQ(item(save)->opacity(), 0.45);
     EXPECT_FALSE(item(save)->isEnabled());
@@ -225,7 +225,7 @@ TEST_F(CaptureCardTest, TheButtonIsPaleUnlessTheRecorderIsActive)
     EXPECT_FALSE(item(save)->isEnabled());
 }
 
-TEST_F(CaptureCardTest, TheButtonTurnsAWhiteMarkWhileSavingAndStaysBright)
+TEST_F(CaptureCardTest, SaveButtonShowsAWhiteSpinnerWhileSaving)
 {
     record();
     recorder->saveClip();
@@ -233,17 +233,17 @@ TEST_F(CaptureCardTest, TheButtonTurnsAWhiteMarkWhileSavingAndStaysBright)
     auto* button = item(save);
     EXPECT_FALSE(button->isEnabled());
     EXPECT_EQ(button->opacity(), 1);
-    const auto* mark = test::symbolOn(button);
-    EXPECT_EQ(mark->property("symbol").toString(), QStringLiteral("progress"));
-    EXPECT_EQ(colorOf(mark), QColor(Qt::white));
-    const auto turned = mark->rotation();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return mark->rotation() != turned; }));
+    const auto* spinner = test::symbolOn(button);
+    EXPECT_EQ(spinner->property("symbol").toString(), QStringLiteral("progress"));
+    EXPECT_EQ(colorOf(spinner), QColor(Qt::white));
+    const auto initialRotation = spinner->rotation();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return spinner->rotation() != initialRotation; }));
     time.advance(std::chrono::seconds(1));
     ASSERT_FALSE(recorder->isSaving());
     EXPECT_EQ(test::symbolOn(button)->property("symbol").toString(), QStringLiteral("scissors"));
 }
 
-TEST_F(CaptureCardTest, TheButtonIsPaleWhileTheLastClipOfAStoppedRecorderIsSaved)
+TEST_F(CaptureCardTest, SaveButtonIsDimmedWhileAStoppedRecorderSaves)
 {
     record();
     recorder->saveClip();

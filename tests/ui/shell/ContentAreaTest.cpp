@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 #include <QTest>
@@ -14,23 +15,23 @@ protected:
         QTest::keyClick(window, key, modifiers);
     }
 
-    /// The words of the toast, which has come to rest; null if it does not come.
-    QQuickItem* toastWords(const QString& text) const
+    /// The label of the fully visible toast; null if it does not appear.
+    QQuickItem* toastLabel(const QString& text) const
     {
-        const auto hasCome = [&] {
-            const auto* words = textItem(text);
-            return words != nullptr && words->parentItem()->opacity() == 1;
+        const auto isVisible = [&] {
+            const auto* label = textItem(text);
+            return label != nullptr && label->parentItem()->opacity() == 1;
         };
-        return QTest::qWaitFor(hasCome) ? textItem(text) : nullptr;
+        return QTest::qWaitFor(isVisible) ? textItem(text) : nullptr;
     }
 };
 
-TEST_F(ContentAreaTest, BeginsWithTheWholeLibrary)
+TEST_F(ContentAreaTest, StartsWithTheWholeLibrary)
 {
     EXPECT_NE(item(QStringLiteral("Klipler")), nullptr);
 }
 
-TEST_F(ContentAreaTest, AnOpenClipStandsInThePagesPlaceAndEscapeClosesIt)
+TEST_F(ContentAreaTest, OpenClipReplacesThePageAndEscapeClosesIt)
 {
     makeClips({"Dota 2 - Roshan.mp4", "Counter - a.mp4"});
     navigation->showGame(QStringLiteral("Dota 2"));
@@ -46,18 +47,18 @@ TEST_F(ContentAreaTest, AnOpenClipStandsInThePagesPlaceAndEscapeClosesIt)
     EXPECT_EQ(navigation->page(), Page{.game = QStringLiteral("Dota 2")});
 }
 
-TEST_F(ContentAreaTest, TheClipPagePlaysWithTheDesktopsPlayerAndLeadsBack)
+TEST_F(ContentAreaTest, ClipPagePlaysInTheDesktopPlayerAndReturnsToTheLibrary)
 {
     makeClips({"Dota 2 - Roshan.mp4"});
     navigation->openClip(library->clips().first().path);
     drawFrame();
     pressKey(Qt::Key_Return);
-    EXPECT_EQ(asked, QStringList{QStringLiteral("play ") + library->clips().first().path});
+    EXPECT_EQ(requestedActions, QStringList{QStringLiteral("play ") + library->clips().first().path});
     click(QStringLiteral("Kütüphane"));
     EXPECT_FALSE(navigation->hasSelected());
 }
 
-TEST_F(ContentAreaTest, TheSettingsHaveAPageAndAKey)
+TEST_F(ContentAreaTest, ShortcutOpensTheSettingsPage)
 {
     pressKey(Qt::Key_Comma, Qt::ControlModifier);
     EXPECT_EQ(navigation->pageKind(), Pages::Kind::Settings);
@@ -69,7 +70,7 @@ TEST_F(ContentAreaTest, TheSettingsHaveAPageAndAKey)
     EXPECT_EQ(navigation->page(), Page{});
 }
 
-TEST_F(ContentAreaTest, TheMatchesHaveAPage)
+TEST_F(ContentAreaTest, ShowsTheMatchesPage)
 {
     navigation->showMatches();
     drawFrame();
@@ -77,7 +78,7 @@ TEST_F(ContentAreaTest, TheMatchesHaveAPage)
     picture(QStringLiteral("matches-page"));
 }
 
-TEST_F(ContentAreaTest, AChangeOfColoursKeepsThePageAndTheOpenClip)
+TEST_F(ContentAreaTest, PaletteChangeKeepsThePageAndTheOpenClip)
 {
     makeClips({"Dota 2 - Roshan.mp4"});
     navigation->showGame(QStringLiteral("Dota 2"));
@@ -86,13 +87,13 @@ TEST_F(ContentAreaTest, AChangeOfColoursKeepsThePageAndTheOpenClip)
     drawFrame();
     EXPECT_TRUE(shows(navigation->selectedTitle()));
     pressKey(Qt::Key_Return);
-    EXPECT_EQ(asked, QStringList{QStringLiteral("play ") + library->clips().first().path})
-        << "the page has the keyboard";
+    EXPECT_EQ(requestedActions, QStringList{QStringLiteral("play ") + library->clips().first().path})
+        << "the page has the focus";
     pressKey(Qt::Key_Escape);
     EXPECT_NE(item(QStringLiteral("Dota 2")), nullptr);
 }
 
-TEST_F(ContentAreaTest, AnotherClipMakesAFreshPage)
+TEST_F(ContentAreaTest, OpeningAnotherClipCreatesANewPage)
 {
     makeClips({"Dota 2 - Roshan.mp4", "Dota 2 - Ace.mp4"});
     navigation->openClip(library->clips().first().path);
@@ -104,7 +105,7 @@ TEST_F(ContentAreaTest, AnotherClipMakesAFreshPage)
     EXPECT_TRUE(shows(navigation->selectedTitle()));
 }
 
-TEST_F(ContentAreaTest, EscapeLeavesASettingsPageAlsoAfterAMenu)
+TEST_F(ContentAreaTest, EscapeLeavesTheSettingsPageAfterAMenuWasOpen)
 {
     navigation->showSettings();
     window->requestActivate();
@@ -117,25 +118,25 @@ TEST_F(ContentAreaTest, EscapeLeavesASettingsPageAlsoAfterAMenu)
     EXPECT_EQ(navigation->page(), Page{});
 }
 
-TEST_F(ContentAreaTest, AChangeOfColoursKeepsTheToast)
+TEST_F(ContentAreaTest, PaletteChangeKeepsTheToast)
 {
     navigation->showToast(QStringLiteral("Klip panoya kopyalandı"));
     settings.setColorTheme(QStringLiteral("ocean"));
-    EXPECT_NE(toastWords(QStringLiteral("Klip panoya kopyalandı")), nullptr);
+    EXPECT_NE(toastLabel(QStringLiteral("Klip panoya kopyalandı")), nullptr);
 }
 
-TEST_F(ContentAreaTest, TheToastStandsAboveTheLowerEdgeOfThePage)
+TEST_F(ContentAreaTest, ToastIsCenteredAboveTheBottomEdge)
 {
     navigation->showToast(QStringLiteral("Klip panoya kopyalandı"));
-    const auto* words = toastWords(QStringLiteral("Klip panoya kopyalandı"));
-    ASSERT_NE(words, nullptr);
-    const auto* capsule = words->parentItem();
+    const auto* label = toastLabel(QStringLiteral("Klip panoya kopyalandı"));
+    ASSERT_NE(label, nullptr);
+    const auto* capsule = label->parentItem();
     const auto area = capsule->mapRectToScene(QRectF(0, 0, capsule->width(), capsule->height()));
     EXPECT_EQ(area.bottom(), window->height() - 24);
     EXPECT_NEAR(area.center().x(), 241 + (window->width() - 241) / 2.0, 1);
-    EXPECT_EQ(capsule->width(), words->width() + 36);
-    EXPECT_EQ(capsule->height(), words->height() + 22);
-    EXPECT_EQ(words->property("color").value<QColor>(), QColor(Qt::white));
+    EXPECT_EQ(capsule->width(), label->width() + 36);
+    EXPECT_EQ(capsule->height(), label->height() + 22);
+    EXPECT_EQ(test::colorOf(label), QColor(Qt::white));
     picture(QStringLiteral("toast"));
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/Hud.h"
 
-#include "tests/ui/LookOfItem.h"
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 #include <QDir>
@@ -31,14 +31,14 @@ protected:
 
     QQuickItem* root() const { return hud->window()->rootObject(); }
     QQuickItem* symbol() const { return test::symbolOn(root()); }
-    QQuickItem* tile() const { return test::boxAround(symbol()); }
+    QQuickItem* tile() const { return test::enclosingRectangle(symbol()); }
     void showTitleAndSubtitle()
     {
         hud->show({.title = QStringLiteral("Klip kaydedildi"), .subtitle = QStringLiteral("Dota 2")});
     }
 
-    /// Draws the notice and keeps it as a picture.
-    void keep(const QString& name)
+    /// Renders the HUD and saves it as a picture.
+    void savePicture(const QString& name)
     {
         QTest::qWait(300);
         const_cast<QQuickView*>(hud->window())->grabWindow().save(QDir(QStringLiteral(QUELTO_PICTURES)).filePath(name));
@@ -47,7 +47,7 @@ protected:
     std::unique_ptr<Hud> hud;
 };
 
-TEST_F(HudTest, StandsInTheCornerWithoutTakingFocusOrPointer)
+TEST_F(HudTest, ShowsInTheCornerWithoutFocusOrPointerInput)
 {
     hud->show({.title = QStringLiteral("Klip kaydedildi"), .subtitle = QStringLiteral("Dota 2 - 2026-03-01 20.15.07")});
     const auto screen = hud->window()->screen()->geometry();
@@ -58,7 +58,7 @@ TEST_F(HudTest, StandsInTheCornerWithoutTakingFocusOrPointer)
     EXPECT_TRUE(hud->window()->isVisible());
 }
 
-TEST_F(HudTest, StandsForItsTimeThenFadesAndGoes)
+TEST_F(HudTest, FadesOutAfterItsDisplayTime)
 {
     hud->show({.title = QStringLiteral("A"), .subtitle = QString()});
     time.advance(2599ms);
@@ -71,20 +71,20 @@ TEST_F(HudTest, StandsForItsTimeThenFadesAndGoes)
     EXPECT_EQ(hud->window(), nullptr);
 }
 
-TEST_F(HudTest, FadesInQuicklyAndOutSlowly)
+TEST_F(HudTest, FadesInFasterThanOut)
 {
     hud->show({.title = QStringLiteral("A"), .subtitle = QString()});
     const auto opacity = [this] { return shown("opacity").toDouble(); };
     EXPECT_LT(opacity(), 1);
     QTRY_COMPARE(opacity(), 1.0);
     time.advance(2600ms);
-    QElapsedTimer sinceLeaving;
-    sinceLeaving.start();
+    QElapsedTimer sinceFadeOut;
+    sinceFadeOut.start();
     QTRY_COMPARE(opacity(), 0.0);
-    EXPECT_GE(sinceLeaving.elapsed(), 270);
+    EXPECT_GE(sinceFadeOut.elapsed(), 270);
 }
 
-TEST_F(HudTest, ANewNoticeTakesThePlaceAtOnceAndHasItsWholeTime)
+TEST_F(HudTest, NewMessageReplacesTheOldOneForTheFullTime)
 {
     hud->show({.title = QStringLiteral("A"), .subtitle = QString()});
     time.advance(1s);
@@ -96,7 +96,7 @@ TEST_F(HudTest, ANewNoticeTakesThePlaceAtOnceAndHasItsWholeTime)
     EXPECT_EQ(hud->window(), nullptr);
 }
 
-TEST_F(HudTest, ShowsWhatItIsAbout)
+TEST_F(HudTest, ShowsTextAndSymbolOfTheMessage)
 {
     struct Case {
         HudMessage message;
@@ -128,11 +128,11 @@ TEST_F(HudTest, ShowsWhatItIsAbout)
         hud->show(each.message);
         EXPECT_EQ(shown("symbol").toString(), QLatin1String(each.symbol));
         EXPECT_EQ(shown("subtitle").toString(), each.message.subtitle);
-        keep(QLatin1String(each.picture));
+        savePicture(QLatin1String(each.picture));
     }
 }
 
-TEST_F(HudTest, FadesForATenthAndAHalfInAndThreeTenthsOut)
+TEST_F(HudTest, FadesInFor150AndOutFor300Milliseconds)
 {
     showTitleAndSubtitle();
     QMap<double, int> durations;
@@ -143,21 +143,21 @@ TEST_F(HudTest, FadesForATenthAndAHalfInAndThreeTenthsOut)
     EXPECT_EQ(durations, (QMap<double, int>{{0.0, 300}, {1.0, 150}}));
 }
 
-TEST_F(HudTest, LiesOnADarkGroundThatNoPaletteChanges)
+TEST_F(HudTest, BackgroundIsTheSameInEveryPalette)
 {
     for (const auto* palette : {"ember", "ocean", "blurple"}) {
         settings.setColorTheme(QLatin1String(palette));
         showTitleAndSubtitle();
-        const auto ground = test::colorOf(root());
-        EXPECT_EQ(QColor(ground.rgb()), QColor(0x16, 0x16, 0x1C)) << palette;
-        EXPECT_NEAR(ground.alphaF(), 0.96, 0.002) << palette;
+        const auto background = test::colorOf(root());
+        EXPECT_EQ(QColor(background.rgb()), QColor(0x16, 0x16, 0x1C)) << palette;
+        EXPECT_NEAR(background.alphaF(), 0.96, 0.002) << palette;
         EXPECT_EQ(test::radiusOf(root()), 10);
         EXPECT_EQ(test::outlineOf(root()).width, 1);
         EXPECT_EQ(test::outlineOf(root()).color, theme->border()) << palette;
     }
 }
 
-TEST_F(HudTest, HasItsTileAndItsTwoLinesInARow)
+TEST_F(HudTest, LaysOutTileAndTwoLinesOfText)
 {
     showTitleAndSubtitle();
     EXPECT_TRUE(QTest::qWaitFor([this] { return root()->opacity() == 1; }));
@@ -182,7 +182,7 @@ TEST_F(HudTest, HasItsTileAndItsTwoLinesInARow)
     EXPECT_NEAR((test::placeOf(title).top() + test::placeOf(subtitle).bottom()) / 2, 33, 0.5);
 }
 
-TEST_F(HudTest, TheTileTellsTheTierOrTheFailure)
+TEST_F(HudTest, TileColorShowsTheTierOrTheFailure)
 {
     struct Case {
         std::optional<ClipTier> tier;
@@ -196,7 +196,7 @@ TEST_F(HudTest, TheTileTellsTheTierOrTheFailure)
                            Case{ClipTier::medium, false, theme->accent(), Qt::white},
                            Case{ClipTier::basic, false, theme->violet(), Qt::white},
                            Case{std::nullopt, true, red, Qt::white}, Case{ClipTier::medium, true, red, Qt::white},
-                           // A failure changes the tile and its symbol, not the symbol's colour.
+                           // A failure changes the tile and its symbol, not the color of the symbol.
                            Case{ClipTier::epic, true, red, Qt::black}};
     for (const auto& each : cases) {
         hud->show({.title = QStringLiteral("A"), .subtitle = QString(), .error = each.error, .tier = each.tier});

@@ -21,21 +21,21 @@ protected:
     }
 };
 
-TEST_P(LanguagesTest, SpeakAtOnceAndFitTheSmallestWindow)
+TEST_P(LanguagesTest, ApplyAtOnceAndFitTheMinimumWindow)
 {
     record();
     EXPECT_TRUE(shows(T("KAYITTA")));
     picture(QStringLiteral("language-%1-recording").arg(name()));
-    EXPECT_EQ(cutTexts(), QStringList());
+    EXPECT_EQ(truncatedTexts(), QStringList());
 }
 
-TEST_P(LanguagesTest, FitWhileNothingIsRecordedAndWhileItStarts)
+TEST_P(LanguagesTest, FitWhileIdleAndWhileStarting)
 {
     drawFrame();
-    EXPECT_EQ(cutTexts(), QStringList());
+    EXPECT_EQ(truncatedTexts(), QStringList());
     recorder->start();
     drawFrame();
-    EXPECT_EQ(cutTexts(), QStringList());
+    EXPECT_EQ(truncatedTexts(), QStringList());
 }
 
 TEST_P(LanguagesTest, FitTheMenus)
@@ -43,12 +43,12 @@ TEST_P(LanguagesTest, FitTheMenus)
     for (const auto* menu : {"Quelto", "Dosya", "Düzen", "Pencere"}) {
         click(T(menu));
         picture(QStringLiteral("language-%1-menu-%2").arg(name(), QString::fromUtf8(menu)));
-        EXPECT_EQ(cutTexts(), QStringList());
+        EXPECT_EQ(truncatedTexts(), QStringList());
         QTest::keyClick(window, Qt::Key_Escape);
     }
 }
 
-TEST_P(LanguagesTest, FitTheirLongestError)
+TEST_P(LanguagesTest, FitTheLongestError)
 {
     fakes.sound->systemError = T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire "
                                  "wireplumber” komutunu çalıştırıp yeniden deneyin ya da ayarlardan sistem sesini "
@@ -57,7 +57,7 @@ TEST_P(LanguagesTest, FitTheirLongestError)
     time.settle();
     EXPECT_TRUE(shows(*fakes.sound->systemError));
     picture(QStringLiteral("language-%1-error").arg(name()));
-    EXPECT_EQ(cutTexts(), QStringList());
+    EXPECT_EQ(truncatedTexts(), QStringList());
 }
 
 INSTANTIATE_TEST_SUITE_P(All, LanguagesTest, testing::ValuesIn(AllLanguages),

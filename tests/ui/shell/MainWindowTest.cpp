@@ -8,14 +8,14 @@ namespace {
 
 class MainWindowTest : public test::ShellFixture { };
 
-TEST_F(MainWindowTest, IsQuietWhileNothingIsRecorded)
+TEST_F(MainWindowTest, DisablesSavingWhileIdle)
 {
     EXPECT_TRUE(shows(QStringLiteral("KAYIT KAPALI")));
     EXPECT_FALSE(item(QStringLiteral("Klip Kaydet"))->isEnabled());
     EXPECT_FALSE(picture(QStringLiteral("window-idle")).isNull());
 }
 
-TEST_F(MainWindowTest, OffersToSaveWhileCaptureStarts)
+TEST_F(MainWindowTest, EnablesSavingWhileStarting)
 {
     recorder->start();
     EXPECT_TRUE(shows(QStringLiteral("BAŞLATILIYOR")));
@@ -25,7 +25,7 @@ TEST_F(MainWindowTest, OffersToSaveWhileCaptureStarts)
     picture(QStringLiteral("window-starting"));
 }
 
-TEST_F(MainWindowTest, TellsWhatItRecords)
+TEST_F(MainWindowTest, ShowsTheCaptureSummaryWhileRecording)
 {
     record();
     EXPECT_TRUE(shows(QStringLiteral("KAYITTA")));
@@ -36,7 +36,7 @@ TEST_F(MainWindowTest, TellsWhatItRecords)
     picture(QStringLiteral("window-recording"));
 }
 
-TEST_F(MainWindowTest, SavesAClipByItsButton)
+TEST_F(MainWindowTest, SaveButtonSavesAClip)
 {
     record();
     click(QStringLiteral("Klip Kaydet"));
@@ -47,7 +47,7 @@ TEST_F(MainWindowTest, SavesAClipByItsButton)
     EXPECT_TRUE(item(QStringLiteral("Klip Kaydet"))->isEnabled());
 }
 
-TEST_F(MainWindowTest, TheSaveButtonFadesWithTheRecorderAlsoWhileItSaves)
+TEST_F(MainWindowTest, SaveButtonIsDimmedWhenTheRecorderStopsDuringASave)
 {
     record();
     EXPECT_EQ(item(QStringLiteral("Klip Kaydet"))->opacity(), 1);
@@ -59,7 +59,7 @@ TEST_F(MainWindowTest, TheSaveButtonFadesWithTheRecorderAlsoWhileItSaves)
     EXPECT_EQ(item(QStringLiteral("Klip Kaydet"))->opacity(), 0.45);
 }
 
-TEST_F(MainWindowTest, SwitchesTheRecorder)
+TEST_F(MainWindowTest, SwitchStartsAndStopsTheRecorder)
 {
     click(QStringLiteral("Kaydı Başlat / Durdur"));
     time.settle();
@@ -69,7 +69,7 @@ TEST_F(MainWindowTest, SwitchesTheRecorder)
     EXPECT_EQ(recorder->stateKind(), CaptureState::Idle);
 }
 
-TEST_F(MainWindowTest, ShowsTheWholeErrorAndTheWholeWarning)
+TEST_F(MainWindowTest, ShowsTheFullErrorMessage)
 {
     fakes.sound->systemError =
         QStringLiteral("Ses sunucusuna (PipeWire) bağlanılamadı. PipeWire'ı başlatın: systemctl "
@@ -81,7 +81,7 @@ TEST_F(MainWindowTest, ShowsTheWholeErrorAndTheWholeWarning)
     picture(QStringLiteral("window-error"));
 }
 
-TEST_F(MainWindowTest, ShowsThatTheMicrophoneIsNotHeard)
+TEST_F(MainWindowTest, ShowsTheMicrophoneWarning)
 {
     fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
     record();
@@ -90,7 +90,7 @@ TEST_F(MainWindowTest, ShowsThatTheMicrophoneIsNotHeard)
     picture(QStringLiteral("window-microphone-warning"));
 }
 
-TEST_F(MainWindowTest, AFailedSaveStandsUntilOneSucceeds)
+TEST_F(MainWindowTest, SaveErrorIsShownUntilASaveSucceeds)
 {
     record();
     commands->saveFailed(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı."));
@@ -100,7 +100,7 @@ TEST_F(MainWindowTest, AFailedSaveStandsUntilOneSucceeds)
     EXPECT_FALSE(shows(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı.")));
 }
 
-TEST_F(MainWindowTest, IsReachedByTheKeyboardAlone)
+TEST_F(MainWindowTest, SaveButtonIsReachableByKeyboard)
 {
     record();
     window->requestActivate();
@@ -117,16 +117,16 @@ TEST_F(MainWindowTest, IsReachedByTheKeyboardAlone)
 struct MenuKey {
     const char* name;
     Qt::Key key;
-    QString asks;
+    QString action;
 };
 
 class MainMenuKeys : public test::ShellFixture, public testing::WithParamInterface<MenuKey> { };
 
-TEST_P(MainMenuKeys, ActWithoutTheMenuOpen)
+TEST_P(MainMenuKeys, ActWhileTheMenuIsClosed)
 {
     window->requestActivate();
     QTest::keyClick(window, GetParam().key, Qt::ControlModifier);
-    EXPECT_EQ(asked, QStringList{GetParam().asks});
+    EXPECT_EQ(requestedActions, QStringList{GetParam().action});
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, MainMenuKeys,
@@ -137,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, MainMenuKeys,
                                          MenuKey{"Quit", Qt::Key_Q, QStringLiteral("quit")}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(MainWindowTest, SavesAndSwitchesByItsMenuKeys)
+TEST_F(MainWindowTest, MenuShortcutsSaveAndSwitchTheRecorder)
 {
     window->requestActivate();
     QTest::keyClick(window, Qt::Key_R, Qt::ControlModifier);
@@ -147,14 +147,14 @@ TEST_F(MainWindowTest, SavesAndSwitchesByItsMenuKeys)
     EXPECT_TRUE(recorder->isSaving());
 }
 
-TEST_F(MainWindowTest, ShowsItsMenusWithTheirKeys)
+TEST_F(MainWindowTest, MenuShowsItsEntries)
 {
     click(QStringLiteral("Dosya"));
     EXPECT_TRUE(shows(QStringLiteral("Klip Klasörünü Aç")));
     picture(QStringLiteral("window-menu"));
 }
 
-TEST_F(MainWindowTest, GivesTheFocusBackAfterAMenuAndAfterANotice)
+TEST_F(MainWindowTest, RestoresTheFocusAfterAMenuAndAfterADialog)
 {
     record();
     window->requestActivate();
@@ -175,7 +175,7 @@ TEST_F(MainWindowTest, GivesTheFocusBackAfterAMenuAndAfterANotice)
     EXPECT_TRUE(QTest::qWaitFor([&] { return button->hasActiveFocus(); }));
 }
 
-TEST_F(MainWindowTest, ItsMenusAreReachedByTheKeyboardAlone)
+TEST_F(MainWindowTest, MenusAreReachableByKeyboard)
 {
     window->requestActivate();
     makeClips({"Dota 2 - a.mp4"});
@@ -187,7 +187,7 @@ TEST_F(MainWindowTest, ItsMenusAreReachedByTheKeyboardAlone)
     QTest::keyClick(window, Qt::Key_F10);
     QTest::keyClick(window, Qt::Key_Right);
     picture(QStringLiteral("window-menu-by-keyboard"));
-    // Round the end: one of the four is left to go.
+    // Three more steps wrap around from the second menu to the first.
     for (int i = 0; i < 3; ++i) {
         QTest::keyClick(window, Qt::Key_Right);
     }
@@ -198,7 +198,7 @@ TEST_F(MainWindowTest, ItsMenusAreReachedByTheKeyboardAlone)
     EXPECT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Quelto 0.1.0")); }));
 }
 
-TEST_F(MainWindowTest, AnEntryChosenByKeyGivesTheKeyboardBack)
+TEST_F(MainWindowTest, ChoosingAMenuEntryByKeyRestoresTheFocus)
 {
     window->requestActivate();
     click(QStringLiteral("Ara"));
@@ -209,7 +209,7 @@ TEST_F(MainWindowTest, AnEntryChosenByKeyGivesTheKeyboardBack)
     QTest::keyClick(window, Qt::Key_Right);
     QTest::keyClick(window, Qt::Key_Down);
     ASSERT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Tümünü Seç")); }));
-    // The last of five.
+    // The fifth entry.
     for (int i = 0; i < 5; ++i) {
         QTest::keyClick(window, Qt::Key_Down);
     }
@@ -218,7 +218,7 @@ TEST_F(MainWindowTest, AnEntryChosenByKeyGivesTheKeyboardBack)
     EXPECT_EQ(field->property("selectedText").toString(), QStringLiteral("a"));
 }
 
-TEST_F(MainWindowTest, TheEditMenuActsOnTheFieldThatHadTheKeyboard)
+TEST_F(MainWindowTest, EditMenuActsOnTheFieldThatHadTheFocus)
 {
     window->requestActivate();
     click(QStringLiteral("Ara"));
@@ -242,7 +242,7 @@ TEST_F(MainWindowTest, TheEditMenuActsOnTheFieldThatHadTheKeyboard)
     EXPECT_TRUE(field->hasActiveFocus());
 }
 
-TEST_F(MainWindowTest, TheNoticeIsReadOut)
+TEST_F(MainWindowTest, DialogTextIsItsAccessibleDescription)
 {
     QTest::mouseClick(window, Qt::LeftButton, {}, test::middleOf(textItem(QStringLiteral("Quelto"))));
     click(QStringLiteral("Quelto Hakkında"));
@@ -250,7 +250,7 @@ TEST_F(MainWindowTest, TheNoticeIsReadOut)
     EXPECT_TRUE(descriptionOf(QStringLiteral("Quelto 0.1.0")).startsWith(QStringLiteral("Linux için")));
 }
 
-TEST_F(MainWindowTest, TakesTheColoursOfEveryPalette)
+TEST_F(MainWindowTest, UsesTheColorsOfEveryPalette)
 {
     record();
     for (const auto& palette : Palette::all()) {
@@ -258,14 +258,14 @@ TEST_F(MainWindowTest, TakesTheColoursOfEveryPalette)
         const auto image = picture(QStringLiteral("window-palette-") + palette.id);
         const auto bottom = image.pixelColor(image.width() / 2, image.height() - 1);
         const auto expected = palette.gradient.isEmpty() ? palette.bg : palette.gradient.last();
-        // The last row of a gradient lies a hair before its end.
+        // The last pixel row is slightly before the end of the gradient.
         EXPECT_NEAR(bottom.red(), expected.red(), 1) << palette.id.toStdString();
         EXPECT_NEAR(bottom.green(), expected.green(), 1) << palette.id.toStdString();
         EXPECT_NEAR(bottom.blue(), expected.blue(), 1) << palette.id.toStdString();
     }
 }
 
-TEST_F(MainWindowTest, FitsItsSmallestSize)
+TEST_F(MainWindowTest, FitsTheMinimumSize)
 {
     fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
     record();
@@ -275,14 +275,3 @@ TEST_F(MainWindowTest, FitsItsSmallestSize)
 
 } // namespace
 } // namespace quelto
-
-int main(int argc, char* argv[])
-{
-    // Drawn without a display and without a GPU, the same on every machine.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationVersion(QStringLiteral("0.1.0"));
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

@@ -38,7 +38,7 @@ TEST_F(ReviewPageTest, ShowsTheMatchAndItsClips)
     EXPECT_EQ(navigation->page(), Page{});
 }
 
-TEST_F(ReviewPageTest, CopesWithAMatchThatIsGone)
+TEST_F(ReviewPageTest, ShowsThatTheMatchWasDeleted)
 {
     const auto id = playedMatch();
     navigation->setPage({.kind = Pages::Kind::Review, .match = id});
@@ -51,7 +51,7 @@ TEST_F(ReviewPageTest, CopesWithAMatchThatIsGone)
     EXPECT_EQ(navigation->page(), Page{});
 }
 
-TEST_F(ReviewPageTest, OpensAlsoForAMatchThatWentBefore)
+TEST_F(ReviewPageTest, OpensForAnUnknownMatch)
 {
     const Page review{.kind = Pages::Kind::Review, .match = QUuid::createUuid()};
     navigation->setPage(review);
@@ -60,7 +60,7 @@ TEST_F(ReviewPageTest, OpensAlsoForAMatchThatWentBefore)
     EXPECT_TRUE(shows(QStringLiteral("Bu maç artık listede yok")));
 }
 
-TEST_F(ReviewPageTest, AToastFloatsOverThePage)
+TEST_F(ReviewPageTest, ShowsAToastOverThePage)
 {
     navigation->showToast(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("Oto klip (Efsane): PENTAKILL (Ahri)")); }));

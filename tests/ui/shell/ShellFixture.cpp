@@ -25,21 +25,24 @@ void ShellFixture::SetUp()
     settings.setLanguage(QStringLiteral("tr"));
     settings.setSaveFolder(folder.filePath(QStringLiteral("clips")));
     theme = std::make_unique<Theme>(settings);
-    const auto ask = [this](const char* what) { return [this, what] { asked.append(QLatin1String(what)); }; };
+    const auto action = [this](const char* name) {
+        return [this, name] { requestedActions.append(QLatin1String(name)); };
+    };
     commands = std::make_unique<WindowCommands>(
-        WindowCommands::Actions{.openFolder = ask("openFolder"),
-                                .play = [this](const QString& path) { asked.append(QStringLiteral("play ") + path); },
-                                .hide = ask("hide"),
-                                .minimize = ask("minimize"),
-                                .close = ask("close"),
-                                .quit = ask("quit")},
+        WindowCommands::Actions{
+            .openFolder = action("openFolder"),
+            .play = [this](const QString& path) { requestedActions.append(QStringLiteral("play ") + path); },
+            .hide = action("hide"),
+            .minimize = action("minimize"),
+            .close = action("close"),
+            .quit = action("quit")},
         QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
     library = std::make_unique<ClipLibrary>(
         ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = main});
     matches = std::make_unique<MatchTracker>(MatchTracker::Dependencies{
         .library = *library, .main = main, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
     navigation = std::make_unique<Navigation>(main);
-    shownMatch = std::make_unique<ShownMatch>(*matches, *navigation);
+    matchSummary = std::make_unique<MatchSummary>(*matches, *navigation);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
     clipCommands = std::make_unique<ClipCommands>(ClipCommands::Dependencies{.library = *library,
                                                                              .files = files,
@@ -53,7 +56,7 @@ void ShellFixture::SetUp()
     LibraryOverviewForQml::instance = overview.get();
     ClipLibraryForQml::instance = library.get();
     NavigationForQml::instance = navigation.get();
-    ShownMatchForQml::instance = shownMatch.get();
+    MatchSummaryForQml::instance = matchSummary.get();
     ThemeForQml::instance = theme.get();
     RecorderForQml::instance = recorder.get();
     AppSettingsForQml::instance = &settings;
@@ -71,14 +74,14 @@ void ShellFixture::TearDown()
 {
     L10n::use(QStringLiteral("tr"));
     engine.reset();
-    // What Qt deletes later is to be gone before the objects that it looks at.
+    // Deferred deletions must run before the objects that the items use are destroyed.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 QQuickItem* ShellFixture::item(const QString& accessibleName) const
 {
     auto* found = itemNamed(window, accessibleName);
-    EXPECT_NE(found, nullptr) << "nothing visible is called " << accessibleName.toStdString();
+    EXPECT_NE(found, nullptr) << "no visible item has the name " << accessibleName.toStdString();
     return found;
 }
 
@@ -117,17 +120,17 @@ void ShellFixture::drawFrame() const
     window->grabWindow();
 }
 
-QStringList ShellFixture::cutTexts() const
+QStringList ShellFixture::truncatedTexts() const
 {
-    QStringList cut;
+    QStringList truncated;
     visitVisible(window->contentItem(), [&](const QQuickItem* each) {
         const auto isLine = each->inherits("QQuickText") && each->property("wrapMode").toInt() == 0;
         if (each->property("truncated").toBool() ||
             (isLine && each->property("contentWidth").toReal() > each->width() + 0.5)) {
-            cut.append(each->property("text").toString());
+            truncated.append(each->property("text").toString());
         }
     });
-    return cut;
+    return truncated;
 }
 
 void ShellFixture::click(const QString& accessibleName)

@@ -7,44 +7,44 @@
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"
-#include "ui/shell/ShownMatch.h"
+#include "ui/shell/MatchSummary.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
 
 #include "tests/capture/recorder/RecorderFixture.h"
 #include "tests/library/clips/RecordingTrash.h"
 #include "tests/ui/RecordingDesktop.h"
-#include "tests/ui/SeenInWindow.h"
+#include "tests/ui/WindowInspection.h"
 
 #include <QQmlApplicationEngine>
 #include <QSignalSpy>
 
 namespace quelto::test {
 
-/// The real window over a real recorder, whose desktop services the test drives.
+/// The real main window with a real recorder on fake desktop services.
 class ShellFixture : public RecorderFixture {
 protected:
     void SetUp() override;
     void TearDown() override;
 
-    /// The visible item that screen readers call by that name; a failed expectation if there is none.
+    /// The visible item with that accessible name; a failed expectation if there is none.
     QQuickItem* item(const QString& accessibleName) const;
     bool shows(const QString& text) const { return textItem(text) != nullptr; }
     QString descriptionOf(const QString& accessibleName) const;
-    /// The visible item with that text; nothing if there is none.
+    /// The visible label with that text; null if there is none.
     QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
-    /// Opens a menu in the strip at the top, one of whose entries that is.
+    /// Opens a menu of the menu bar and waits until that entry of it is visible.
     void openMenu(const QString& title, const QString& entry);
-    /// Files of a few bytes in the save folder, and the library that shows them.
+    /// Creates empty files in the save folder and reloads the library.
     void makeClips(const QList<QByteArray>& names);
-    /// Lets all that was asked for happen, and draws it: what stands in a list comes with a frame only.
+    /// Processes pending events and draws a frame: lists create their items only for a frame.
     void drawFrame() const;
-    /// Lets the library show what is in the save folder.
+    /// Reads the save folder again and draws a frame.
     void reloadLibrary();
-    /// The visible texts that do not fit their place.
-    QStringList cutTexts() const;
+    /// The visible texts that do not fit their item.
+    QStringList truncatedTexts() const;
     void click(const QString& accessibleName);
-    QImage picture(const QString& name) { return keptPicture(window, name); }
+    QImage picture(const QString& name) { return savePicture(window, name); }
 
     std::unique_ptr<Theme> theme;
     std::unique_ptr<WindowCommands> commands;
@@ -54,15 +54,15 @@ protected:
     std::unique_ptr<ClipLibrary> library;
     std::unique_ptr<MatchTracker> matches;
     std::unique_ptr<Navigation> navigation;
-    std::unique_ptr<ShownMatch> shownMatch;
+    std::unique_ptr<MatchSummary> matchSummary;
     std::unique_ptr<LibraryOverview> overview;
     MainQueue thumbnailQueue;
     std::unique_ptr<ThumbnailCache> thumbnails;
     std::unique_ptr<ClipCommands> clipCommands;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
-    /// What the window asked for, in order.
-    QStringList asked;
+    /// The window commands that were called, in order.
+    QStringList requestedActions;
 };
 
 } // namespace quelto::test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/LookOfItem.h"
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 namespace quelto {
@@ -21,32 +21,32 @@ protected:
     {
         ShellFixture::SetUp();
         makeClips({"Dota 2 - a.mp4", "Dota 2 - b.mp4", "Counter - a.mp4"});
-        // All finds its place when it is drawn.
+        // Items are laid out when a frame is drawn.
         window->grabWindow();
     }
 
-    /// The letters of a label, without the room that it keeps around them.
-    QRectF lettersOf(const QString& label) const
+    /// The rectangle of a label without its padding.
+    QRectF contentRectOf(const QString& label) const
     {
         const auto* words = textItem(label);
-        const auto room = [words](const char* side) { return words->property(side).toDouble(); };
-        return placeOf(words).adjusted(room("leftPadding"), room("topPadding"), -room("rightPadding"),
-                                       -room("bottomPadding"));
+        const auto padding = [words](const char* side) { return words->property(side).toDouble(); };
+        return placeOf(words).adjusted(padding("leftPadding"), padding("topPadding"), -padding("rightPadding"),
+                                       -padding("bottomPadding"));
     }
-    static QQuickItem* groundOf(const QQuickItem* row) { return row->property("background").value<QQuickItem*>(); }
-    /// The mark at the row's edge; null while there is none.
+    static QQuickItem* backgroundOf(const QQuickItem* row) { return row->property("background").value<QQuickItem*>(); }
+    /// The accent bar at the row's edge; null if it is not shown.
     static QQuickItem* barOf(const QQuickItem* row)
     {
-        return test::firstVisibleOn(groundOf(row), [](const QQuickItem* each) { return each->width() == 3; });
+        return test::firstVisibleOn(backgroundOf(row), [](const QQuickItem* each) { return each->width() == 3; });
     }
 };
 
-TEST_F(SidebarLookTest, TheBrandHasRoomAroundIt)
+TEST_F(SidebarLookTest, BrandHasDesignedMargins)
 {
     const auto* name = textItem(QStringLiteral("QUELTO"));
     auto* brand = name->parentItem()->parentItem();
     EXPECT_EQ(placeOf(brand).topLeft(), QPointF(18, 40));
-    EXPECT_EQ(lettersOf(QStringLiteral("KÜTÜPHANE")).top(), placeOf(brand).bottom() + 26);
+    EXPECT_EQ(contentRectOf(QStringLiteral("KÜTÜPHANE")).top(), placeOf(brand).bottom() + 26);
     EXPECT_EQ(colorOf(name), theme->text());
 
     const auto* subtitle = textItem(QStringLiteral("REPLAY"));
@@ -56,12 +56,12 @@ TEST_F(SidebarLookTest, TheBrandHasRoomAroundIt)
     EXPECT_EQ(colorOf(subtitle), theme->accent());
 }
 
-TEST_F(SidebarLookTest, TheBrandsTileIsASymbolOnTheAccent)
+TEST_F(SidebarLookTest, BrandTileShowsASymbolOnTheAccentColor)
 {
     auto* brand = textItem(QStringLiteral("QUELTO"))->parentItem()->parentItem();
     const auto* symbol = test::symbolOn(brand);
     ASSERT_NE(symbol, nullptr);
-    const auto* tile = test::boxAround(symbol);
+    const auto* tile = test::enclosingRectangle(symbol);
     EXPECT_EQ(placeOf(tile), QRectF(18, 40, 30, 30));
     EXPECT_EQ(radiusOf(tile), 7);
     EXPECT_EQ(colorOf(tile), theme->accent());
@@ -70,7 +70,7 @@ TEST_F(SidebarLookTest, TheBrandsTileIsASymbolOnTheAccent)
     EXPECT_EQ(placeOf(symbol).center(), placeOf(tile).center());
 }
 
-TEST_F(SidebarLookTest, LabelsAreSmallSpacedAndDim)
+TEST_F(SidebarLookTest, LabelsHaveDesignedFontAndColor)
 {
     for (const auto* label : {"KÜTÜPHANE", "OYUNLAR / UYGULAMALAR"}) {
         const auto* words = textItem(QString::fromUtf8(label));
@@ -82,10 +82,10 @@ TEST_F(SidebarLookTest, LabelsAreSmallSpacedAndDim)
     }
 }
 
-TEST_F(SidebarLookTest, LabelsKeepTheirDistanceFromTheRows)
+TEST_F(SidebarLookTest, LabelsHaveDesignedDistancesToTheRows)
 {
-    const auto first = lettersOf(QStringLiteral("KÜTÜPHANE"));
-    const auto second = lettersOf(QStringLiteral("OYUNLAR / UYGULAMALAR"));
+    const auto first = contentRectOf(QStringLiteral("KÜTÜPHANE"));
+    const auto second = contentRectOf(QStringLiteral("OYUNLAR / UYGULAMALAR"));
     const auto row = placeOf(item(all));
     EXPECT_EQ(first.left(), row.left() + 10);
     EXPECT_EQ(first.right(), row.right() - 10);
@@ -95,7 +95,7 @@ TEST_F(SidebarLookTest, LabelsKeepTheirDistanceFromTheRows)
     EXPECT_EQ(placeOf(item(game)).top(), second.bottom() + 6);
 }
 
-TEST_F(SidebarLookTest, SymbolsStandInOneColumnAndTakeTheAccentWhenActive)
+TEST_F(SidebarLookTest, SymbolsAreAlignedAndUseTheAccentColorWhenActive)
 {
     const std::array<std::pair<QString, const char*>, 4> rows{{{all, "square.grid.2x2.fill"},
                                                                {matchRow, "flag.checkered"},
@@ -115,7 +115,7 @@ TEST_F(SidebarLookTest, SymbolsStandInOneColumnAndTakeTheAccentWhenActive)
     EXPECT_EQ(colorOf(test::symbolOn(item(matchRow))), theme->accent());
 }
 
-TEST_F(SidebarLookTest, CountsStandAtTheEndDimAndSmall)
+TEST_F(SidebarLookTest, CountsAreSmallDimAndRightAligned)
 {
     for (const auto& [name, number] : {std::pair(all, "3"), std::pair(matchRow, "0"), std::pair(game, "2")}) {
         auto* row = item(name);
@@ -128,7 +128,7 @@ TEST_F(SidebarLookTest, CountsStandAtTheEndDimAndSmall)
     }
 }
 
-TEST_F(SidebarLookTest, RowsKeepRoomAboveAndBelowTheirTitle)
+TEST_F(SidebarLookTest, RowsHaveDesignedPadding)
 {
     auto* row = item(all);
     const auto* title = test::labelOn(row, QStringLiteral("Tüm Klipler"));
@@ -137,12 +137,12 @@ TEST_F(SidebarLookTest, RowsKeepRoomAboveAndBelowTheirTitle)
     EXPECT_EQ(row->height(), std::max(title->height(), 18.0) + 2 * 8);
 }
 
-TEST_F(SidebarLookTest, TheActiveRowLiesOnACardWithABarAtItsEdge)
+TEST_F(SidebarLookTest, ActiveRowHasABackgroundAndAnAccentBar)
 {
     const auto* active = item(all);
-    EXPECT_EQ(placeOf(groundOf(active)), placeOf(active));
-    EXPECT_EQ(colorOf(groundOf(active)), theme->card());
-    EXPECT_EQ(radiusOf(groundOf(active)), 6);
+    EXPECT_EQ(placeOf(backgroundOf(active)), placeOf(active));
+    EXPECT_EQ(colorOf(backgroundOf(active)), theme->card());
+    EXPECT_EQ(radiusOf(backgroundOf(active)), 6);
     const auto* bar = barOf(active);
     ASSERT_NE(bar, nullptr);
     EXPECT_EQ(placeOf(bar), QRectF(placeOf(active).left(), placeOf(active).center().y() - 9, 3, 18));
@@ -150,15 +150,15 @@ TEST_F(SidebarLookTest, TheActiveRowLiesOnACardWithABarAtItsEdge)
     EXPECT_EQ(colorOf(bar), theme->accent());
 
     const auto* idle = item(matchRow);
-    EXPECT_EQ(colorOf(groundOf(idle)).alpha(), 0);
+    EXPECT_EQ(colorOf(backgroundOf(idle)).alpha(), 0);
     EXPECT_EQ(barOf(idle), nullptr);
     navigation->showMatches();
-    EXPECT_EQ(colorOf(groundOf(active)).alpha(), 0);
+    EXPECT_EQ(colorOf(backgroundOf(active)).alpha(), 0);
     EXPECT_EQ(barOf(active), nullptr);
     EXPECT_NE(barOf(idle), nullptr);
 }
 
-TEST_F(SidebarLookTest, ANewVersionIsACardWithAThinGreenOutline)
+TEST_F(SidebarLookTest, UpdateRowIsACardWithAGreenOutline)
 {
     item(QStringLiteral("Quelto"))->setProperty("availableUpdate", QStringLiteral("2.0"));
     window->grabWindow();
@@ -176,12 +176,12 @@ TEST_F(SidebarLookTest, ANewVersionIsACardWithAThinGreenOutline)
     EXPECT_EQ(placeOf(content), placeOf(row).adjusted(12, 9, -12, -9));
     EXPECT_EQ(placeOf(symbol).left(), placeOf(row).left() + 12);
     EXPECT_LE(placeOf(words).right(), placeOf(row).right() - 12);
-    const auto* ground = groundOf(row);
-    EXPECT_EQ(placeOf(ground), placeOf(row));
-    EXPECT_EQ(colorOf(ground), theme->card());
-    EXPECT_EQ(radiusOf(ground), 8);
-    EXPECT_EQ(outlineOf(ground).width, 1);
-    EXPECT_EQ(outlineOf(ground).color, test::thinned(theme->good(), 0.4));
+    const auto* background = backgroundOf(row);
+    EXPECT_EQ(placeOf(background), placeOf(row));
+    EXPECT_EQ(colorOf(background), theme->card());
+    EXPECT_EQ(radiusOf(background), 8);
+    EXPECT_EQ(outlineOf(background).width, 1);
+    EXPECT_EQ(outlineOf(background).color, test::withOpacity(theme->good(), 0.4));
 }
 
 } // namespace

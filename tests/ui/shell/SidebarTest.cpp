@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 #include <QTest>
@@ -6,23 +7,19 @@
 namespace quelto {
 namespace {
 
-using namespace std::chrono_literals;
-
 class SidebarTest : public test::ShellFixture {
 protected:
-    QColor colorOfText(const QString& text) const { return textItem(text)->property("color").value<QColor>(); }
-    int weightOfText(const QString& text) const { return textItem(text)->property("font").value<QFont>().weight(); }
     bool isActive(const QString& name) const { return item(name)->property("active").toBool(); }
 };
 
-TEST_F(SidebarTest, AnEmptyLibraryShowsNoGames)
+TEST_F(SidebarTest, EmptyLibraryShowsNoGames)
 {
     EXPECT_TRUE(shows(QStringLiteral("KÜTÜPHANE")));
     EXPECT_FALSE(shows(QStringLiteral("OYUNLAR / UYGULAMALAR")));
     EXPECT_NE(item(QStringLiteral("Tüm Klipler, 0")), nullptr);
 }
 
-TEST_F(SidebarTest, CountsClipsAndGamesAsTheyCome)
+TEST_F(SidebarTest, UpdatesClipCounts)
 {
     makeClips({"Dota 2 - a.mp4", "Dota 2 - b.mp4", "Counter - a.mp4"});
     EXPECT_TRUE(shows(QStringLiteral("OYUNLAR / UYGULAMALAR")));
@@ -33,7 +30,7 @@ TEST_F(SidebarTest, CountsClipsAndGamesAsTheyCome)
     EXPECT_LT(first->mapToScene({}).y(), second->mapToScene({}).y());
 }
 
-TEST_F(SidebarTest, TheKeyboardStaysOnAGameThatMoves)
+TEST_F(SidebarTest, FocusStaysOnAGameThatMoves)
 {
     makeClips({"Dota 2 - a.mp4", "Dota 2 - b.mp4", "Counter - a.mp4"});
     auto* counter = item(QStringLiteral("Counter, 1"));
@@ -45,7 +42,7 @@ TEST_F(SidebarTest, TheKeyboardStaysOnAGameThatMoves)
     EXPECT_LT(counter->mapToScene({}).y(), item(QStringLiteral("Dota 2, 2"))->mapToScene({}).y());
 }
 
-TEST_F(SidebarTest, LightsTheRowOfThePage)
+TEST_F(SidebarTest, HighlightsTheRowOfThePage)
 {
     makeClips({"Dota 2 - a.mp4"});
     const auto all = QStringLiteral("Tüm Klipler, 1");
@@ -53,32 +50,32 @@ TEST_F(SidebarTest, LightsTheRowOfThePage)
     const auto matchRow = QStringLiteral("Maç Özetleri, 0");
     const auto settingsRow = QStringLiteral("Ayarlar");
     const QStringList rows{all, game, matchRow, settingsRow};
-    const auto lit = [&] {
+    const auto activeRows = [&] {
         QStringList active;
         std::ranges::copy_if(rows, std::back_inserter(active), [&](const auto& each) { return isActive(each); });
         return active;
     };
-    EXPECT_EQ(lit(), QStringList{all});
+    EXPECT_EQ(activeRows(), QStringList{all});
     click(game);
-    EXPECT_EQ(lit(), QStringList{game});
+    EXPECT_EQ(activeRows(), QStringList{game});
     EXPECT_EQ(navigation->page(), Page{.game = QStringLiteral("Dota 2")});
     click(matchRow);
-    EXPECT_EQ(lit(), QStringList{matchRow});
+    EXPECT_EQ(activeRows(), QStringList{matchRow});
     navigation->setPage({.kind = Pages::Kind::Match, .match = QUuid::createUuid()});
-    EXPECT_EQ(lit(), QStringList{matchRow});
+    EXPECT_EQ(activeRows(), QStringList{matchRow});
     navigation->setPage({.kind = Pages::Kind::Review, .match = QUuid::createUuid()});
-    EXPECT_EQ(lit(), QStringList()) << "a review lights no row";
+    EXPECT_EQ(activeRows(), QStringList()) << "a review has no row";
     click(settingsRow);
-    EXPECT_EQ(lit(), QStringList{settingsRow});
+    EXPECT_EQ(activeRows(), QStringList{settingsRow});
     click(all);
     navigation->openClip(library->clips().first().path);
-    EXPECT_EQ(lit(), QStringList()) << "an open clip lights no row";
+    EXPECT_EQ(activeRows(), QStringList()) << "an open clip has no row";
     click(all);
     EXPECT_FALSE(navigation->hasSelected());
-    EXPECT_EQ(lit(), QStringList{all});
+    EXPECT_EQ(activeRows(), QStringList{all});
 }
 
-TEST_F(SidebarTest, HasTheSizesAndWeightsOfTheDesign)
+TEST_F(SidebarTest, HasDesignedSizesAndFontWeights)
 {
     auto* sidebar = item(QStringLiteral("Quelto"));
     ASSERT_NE(sidebar, nullptr);
@@ -86,19 +83,19 @@ TEST_F(SidebarTest, HasTheSizesAndWeightsOfTheDesign)
     const auto* all = item(QStringLiteral("Tüm Klipler, 0"));
     EXPECT_EQ(all->mapToScene({}).x(), 10);
     EXPECT_EQ(all->width(), 220);
-    EXPECT_EQ(colorOfText(QStringLiteral("Tüm Klipler")), theme->text());
-    EXPECT_EQ(weightOfText(QStringLiteral("Tüm Klipler")), QFont::DemiBold);
-    EXPECT_EQ(colorOfText(QStringLiteral("Maç Özetleri")), theme->muted());
-    EXPECT_EQ(weightOfText(QStringLiteral("Maç Özetleri")), QFont::Medium);
-    EXPECT_EQ(colorOfText(QStringLiteral("KÜTÜPHANE")), theme->dim());
-    const auto name = textItem(QStringLiteral("QUELTO"))->property("font").value<QFont>();
+    EXPECT_EQ(test::colorOf(textItem(QStringLiteral("Tüm Klipler"))), theme->text());
+    EXPECT_EQ(test::fontOf(textItem(QStringLiteral("Tüm Klipler"))).weight(), QFont::DemiBold);
+    EXPECT_EQ(test::colorOf(textItem(QStringLiteral("Maç Özetleri"))), theme->muted());
+    EXPECT_EQ(test::fontOf(textItem(QStringLiteral("Maç Özetleri"))).weight(), QFont::Medium);
+    EXPECT_EQ(test::colorOf(textItem(QStringLiteral("KÜTÜPHANE"))), theme->dim());
+    const auto name = test::fontOf(textItem(QStringLiteral("QUELTO")));
     EXPECT_EQ(name.pixelSize(), 15);
     EXPECT_EQ(name.weight(), QFont::Black);
     EXPECT_EQ(name.letterSpacing(), 1.5);
     EXPECT_EQ(textItem(QStringLiteral("QUELTO"))->mapToScene({}).x(), 18 + 30 + 12);
 }
 
-TEST_F(SidebarTest, ScrollsToTheGameThatTheKeyboardReaches)
+TEST_F(SidebarTest, ScrollsToTheFocusedGame)
 {
     QList<QByteArray> names;
     for (char each = 'a'; each <= 'z'; ++each) {
@@ -122,7 +119,7 @@ TEST_F(SidebarTest, ScrollsToTheGameThatTheKeyboardReaches)
     EXPECT_TRUE(item(QStringLiteral("Tüm Klipler, 26"))->hasActiveFocus());
 }
 
-TEST_F(SidebarTest, MakesRowsOnlyForTheGamesInSight)
+TEST_F(SidebarTest, CreatesRowsOnlyForVisibleGames)
 {
     QList<QByteArray> names;
     for (int i = 0; i < 300; ++i) {
@@ -138,23 +135,23 @@ TEST_F(SidebarTest, MakesRowsOnlyForTheGamesInSight)
     EXPECT_LT(rows, 60);
 }
 
-TEST_F(SidebarTest, AGameOfTwoLinesTakesOne)
+TEST_F(SidebarTest, GameNameWithALineBreakTakesOneLine)
 {
     makeClips({"Two\nLines - a.mp4", "Dota 2 - a.mp4"});
     EXPECT_EQ(item(QStringLiteral("Two\nLines, 1"))->height(), item(QStringLiteral("Dota 2, 1"))->height());
 }
 
-TEST_F(SidebarTest, ANewVersionHasARowOfItsOwn)
+TEST_F(SidebarTest, ShowsARowForAnAvailableUpdate)
 {
     auto* sidebar = item(QStringLiteral("Quelto"));
     ASSERT_NE(sidebar, nullptr);
-    const QSignalSpy asks(sidebar, SIGNAL(updateRequested()));
+    const QSignalSpy requested(sidebar, SIGNAL(updateRequested()));
     EXPECT_FALSE(shows(QStringLiteral("Güncelleme var: 2.0")));
     sidebar->setProperty("availableUpdate", QStringLiteral("2.0"));
     drawFrame();
     picture(QStringLiteral("sidebar-update"));
     click(QStringLiteral("Güncelleme var: 2.0"));
-    EXPECT_EQ(asks.size(), 1);
+    EXPECT_EQ(requested.size(), 1);
 }
 
 } // namespace

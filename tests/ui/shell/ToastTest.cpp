@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/LookOfItem.h"
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 #include <QEasingCurve>
@@ -17,11 +17,11 @@ class ToastTest : public test::ShellFixture {
 protected:
     const QString text = QStringLiteral("Klip panoya kopyalandı");
 
-    /// What the toast is written on; null while none is seen.
+    /// The background of the toast; null while none is shown.
     QQuickItem* capsule() const
     {
         const auto* words = textItem(text);
-        return words == nullptr ? nullptr : test::boxAround(words);
+        return words == nullptr ? nullptr : test::enclosingRectangle(words);
     }
     QQuickItem* shownCapsule()
     {
@@ -31,7 +31,7 @@ protected:
     }
 };
 
-TEST_F(ToastTest, IsWrittenOnACapsuleWithAThinOutline)
+TEST_F(ToastTest, CapsuleHasDesignedFontColorsAndOutline)
 {
     const auto* box = shownCapsule();
     ASSERT_NE(box, nullptr);
@@ -42,22 +42,22 @@ TEST_F(ToastTest, IsWrittenOnACapsuleWithAThinOutline)
     EXPECT_EQ(colorOf(box), theme->card());
     EXPECT_EQ(test::radiusOf(box), box->height() / 2);
     EXPECT_EQ(outlineOf(box).width, 1);
-    EXPECT_EQ(outlineOf(box).color, test::thinned(theme->accent(), 0.6));
+    EXPECT_EQ(outlineOf(box).color, test::withOpacity(theme->accent(), 0.6));
 }
 
-TEST_F(ToastTest, ThrowsASoftShadowDownwards)
+TEST_F(ToastTest, HasASoftShadowBelow)
 {
     const auto* box = shownCapsule();
     ASSERT_NE(box, nullptr);
     const auto* shadow = test::shadowOf(box);
     ASSERT_NE(shadow, nullptr);
     EXPECT_EQ(test::radiusOf(shadow), 12);
-    EXPECT_EQ(colorOf(shadow), test::thinned(Qt::black, 0.5));
+    EXPECT_EQ(colorOf(shadow), test::withOpacity(Qt::black, 0.5));
     EXPECT_EQ(placeOf(shadow), placeOf(box).adjusted(-12, -12, 12, 12).translated(0, 4));
-    EXPECT_LT(shadow->z(), 0) << "a shadow lies behind what throws it";
+    EXPECT_LT(shadow->z(), 0) << "the shadow is behind the capsule";
 }
 
-TEST_F(ToastTest, MovesAndFadesForAFifthOfASecondEverSlower)
+TEST_F(ToastTest, MovesAndFadesFor200MillisecondsEasingOut)
 {
     QHash<QString, QObject*> animations;
     for (auto* each : test::animationsOf(shownCapsule())) {
@@ -71,20 +71,20 @@ TEST_F(ToastTest, MovesAndFadesForAFifthOfASecondEverSlower)
     }
 }
 
-TEST_F(ToastTest, ComesFromTheLowerEdgeAndGoesBackToIt)
+TEST_F(ToastTest, SlidesInFromTheBottomEdgeAndBackOut)
 {
     auto* box = shownCapsule();
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(placeOf(box).bottom(), window->height() - 24);
     time.advance(2500ms);
     EXPECT_EQ(navigation->toast(), QString());
-    EXPECT_GT(box->opacity(), 0) << "it fades, it does not vanish";
-    EXPECT_EQ(textItem(text)->property("text").toString(), text) << "the words stay while they leave";
+    EXPECT_GT(box->opacity(), 0) << "it fades out";
+    EXPECT_EQ(textItem(text)->property("text").toString(), text) << "the text stays until the toast has left";
     QTRY_COMPARE(box->opacity(), 0.0);
     QTRY_COMPARE(placeOf(box).top(), window->height());
     EXPECT_FALSE(shows(text));
     navigation->showToast(text);
-    EXPECT_EQ(placeOf(box).top(), window->height()) << "it begins below the edge";
+    EXPECT_EQ(placeOf(box).top(), window->height()) << "it starts below the edge";
     EXPECT_EQ(box->opacity(), 0);
     QTRY_COMPARE(placeOf(box).bottom(), window->height() - 24);
     QTRY_COMPARE(box->opacity(), 1.0);

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/PictureClips.h"
 #include "tests/ui/SceneryClips.h"
+#include "tests/ui/SampleClips.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 namespace quelto {
 namespace {
 
-/// The whole window with real clips in it, for the eye. Run once more at twice the scale.
+/// Saves pictures of the whole window with real clips for review. Also run at a scale factor of 2.
 class WindowPicturesTest : public test::ShellFixture {
 protected:
     void SetUp() override
@@ -15,7 +15,7 @@ protected:
         record();
     }
 
-    /// Waits for the clips' own pictures as well.
+    /// Waits until the thumbnails are loaded.
     void show(const QString& name)
     {
         QTest::qWait(500);
@@ -65,8 +65,8 @@ TEST_F(WindowPicturesTest, FilteredByGame)
     EXPECT_FALSE(shows(QStringLiteral("PENTAKILL (Ahri)")));
 }
 
-/// Those of the documentation.
-TEST_F(WindowPicturesTest, ForTheDocuments)
+/// The pictures of the documentation.
+TEST_F(WindowPicturesTest, ForTheDocumentation)
 {
     test::addTwelveClips(settings.saveFolder());
     reloadLibrary();

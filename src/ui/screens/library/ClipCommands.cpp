@@ -15,7 +15,7 @@ namespace quelto {
 namespace {
 
 // Units: logical pixels.
-constexpr int DragPictureSide = 200;
+constexpr int DragPictureSize = 200;
 
 } // namespace
 
@@ -24,15 +24,15 @@ QImage dragPicture(const QImage& picture, qreal scale)
     if (picture.isNull()) {
         return {};
     }
-    const auto side = qRound(DragPictureSide * scale);
-    auto scaled = picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const auto size = qRound(DragPictureSize * scale);
+    auto scaled = picture.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     scaled.setDevicePixelRatio(scale);
     return scaled;
 }
 
-ClipCommands::ClipCommands(Dependencies parts, QObject* parent)
+ClipCommands::ClipCommands(Dependencies dependencies, QObject* parent)
     : QObject(parent)
-    , m_dependencies(std::move(parts))
+    , m_dependencies(std::move(dependencies))
 {
 }
 
@@ -61,7 +61,7 @@ void ClipCommands::drag(ClipPicture* picture)
 {
     const auto* window = picture->window();
     const auto scale = window == nullptr ? 1 : window->effectiveDevicePixelRatio();
-    // A drag runs an event loop of its own; the handler that noticed the pointer's movement is to be done before.
+    // A drag runs a nested event loop; the pointer handler that started it must return first.
     QMetaObject::invokeMethod(
         this,
         [this, path = picture->path(), image = dragPicture(picture->picture(), scale)] {
@@ -72,7 +72,7 @@ void ClipCommands::drag(ClipPicture* picture)
 
 void ClipCommands::dragFile(const QString& path, const QImage& picture)
 {
-    // It outlives the card, which may show another clip by then, and deletes itself.
+    // QDrag deletes itself. Its parent is not the card, which may show another clip before the drag ends.
     auto* drag = new QDrag(qApp);
     drag->setMimeData(fileMimeData(path).release());
     if (!picture.isNull()) {

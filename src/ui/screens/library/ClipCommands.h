@@ -14,12 +14,13 @@ namespace quelto {
 
 class ClipPicture;
 
-/// What goes along with the pointer: the picture made to fit a square of 200. Null for none.
+/// Scales the picture to fit a square of 200 logical pixels, for display at the pointer during a drag. Returns a null
+/// image for a null picture.
 ///
-/// Units: logical pixels; the picture has `scale` times as many.
+/// Units: `scale` is the number of device pixels per logical pixel.
 QImage dragPicture(const QImage& picture, qreal scale);
 
-/// What a user can do with a clip wherever a card shows it, beside opening it.
+/// The commands on a clip that its card offers, other than opening it.
 ///
 /// Thread: main.
 class ClipCommands : public QObject {
@@ -32,20 +33,20 @@ public:
         Pasteboard& pasteboard;
         const AppSettings& settings;
         Navigation& navigation;
-        /// Lets the user carry the file to another program; returns when it was dropped or not. The picture goes along
-        /// as it is; without one the desktop has its own sign.
+        /// Runs a drag of the file to another program and returns when it has ended. A null picture leaves the drag
+        /// icon to the desktop.
         std::function<void(const QString& path, const QImage& picture)> drag = dragFile;
     };
 
-    explicit ClipCommands(Dependencies parts, QObject* parent = nullptr);
+    explicit ClipCommands(Dependencies dependencies, QObject* parent = nullptr);
 
-    /// Says so, and how to paste it.
+    /// Copies the file to the clipboard and shows a toast.
     Q_INVOKABLE void copy(const QString& path);
     Q_INVOKABLE void reveal(const QString& path);
     Q_INVOKABLE void trash(const QString& path);
-    /// Shows the folder with all clips.
+    /// Opens the save folder in the file manager.
     Q_INVOKABLE void openFolder();
-    /// Begins to drag the clip that the picture shows; the pointer's button must be down. Returns at once.
+    /// Starts a drag of the clip that the item shows. The mouse button must be pressed. Returns immediately.
     Q_INVOKABLE void drag(quelto::ClipPicture* picture);
 
 private:

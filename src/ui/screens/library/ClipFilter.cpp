@@ -29,64 +29,65 @@ const TierName* find(const QString& name)
     return found == TierNames.end() ? nullptr : found;
 }
 
-bool passesTier(const Clip& clip, const QString& tier)
+bool matchesTier(const Clip& clip, const QString& tier)
 {
     if (tier == Manual) {
         return !clip.autoTier;
     }
-    const auto* wanted = find(tier);
-    return wanted != nullptr && clip.autoTier == wanted->tier;
+    const auto* row = find(tier);
+    return row != nullptr && clip.autoTier == row->tier;
 }
 
-QString comparable(const QString& text)
+QString searchKey(const QString& text)
 {
     return L10n::upperCased(text.normalized(QString::NormalizationForm_C));
 }
 
 } // namespace
 
-FilterableClips::FilterableClips(QList<Clip> clips)
+SearchableClips::SearchableClips(QList<Clip> clips)
     : m_clips(std::move(clips))
 {
 }
 
-void FilterableClips::makeWords()
+void SearchableClips::updateSearchKeys()
 {
     const auto language = L10n::current();
-    if (m_words.size() == m_clips.size() && m_language == language) {
+    if (m_searchKeys.size() == m_clips.size() && m_language == language) {
         return;
     }
     m_language = language;
-    m_words.clear();
-    m_words.reserve(m_clips.size());
-    // Most clips share a few games.
+    m_searchKeys.clear();
+    m_searchKeys.reserve(m_clips.size());
+    // Most clips belong to a few games.
     QHash<QString, QString> games;
     for (const auto& clip : m_clips) {
         auto& game = games[clip.game];
         if (game.isNull()) {
-            game = comparable(clip.game);
+            game = searchKey(clip.game);
         }
-        m_words.append({.title = comparable(clip.displayTitle()), .game = game});
+        m_searchKeys.append({.title = searchKey(clip.displayTitle()), .game = game});
     }
 }
 
-QList<qsizetype> FilterableClips::passing(const ClipFilter& filter)
+QList<qsizetype> SearchableClips::matching(const ClipFilter& filter)
 {
-    const auto wanted = comparable(filter.search);
-    if (!wanted.isEmpty()) {
-        makeWords();
+    const auto search = searchKey(filter.search);
+    if (!search.isEmpty()) {
+        updateSearchKeys();
     }
-    const bool takesEveryTier = filter.tier == All;
-    QList<qsizetype> places;
-    places.reserve(m_clips.size());
+    const bool matchesAllTiers = filter.tier == All;
+    QList<qsizetype> indexes;
+    indexes.reserve(m_clips.size());
     for (qsizetype i = 0; i < m_clips.size(); ++i) {
         const auto& clip = m_clips.at(i);
-        if ((!filter.game || *filter.game == clip.game) && (takesEveryTier || passesTier(clip, filter.tier)) &&
-            (wanted.isEmpty() || m_words.at(i).title.contains(wanted) || m_words.at(i).game.contains(wanted))) {
-            places.append(i);
+        if ((!filter.game || *filter.game == clip.game) && (matchesAllTiers || matchesTier(clip, filter.tier)) &&
+            (search.isEmpty() || m_searchKeys.at(i).title.contains(search) ||
+             m_searchKeys.at(i).game.contains(search))) {
+            indexes.append(i);
         }
     }
-    return places;
+    return indexes;
 }
 
 const QStringList& tierFilters()

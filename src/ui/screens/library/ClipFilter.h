@@ -11,45 +11,46 @@
 
 namespace quelto {
 
-/// Which clips the user wants to see.
+/// The user's filter for clips.
 struct ClipFilter {
-    /// Without one: of every game.
+    /// Unset for all games.
     std::optional<QString> game = std::nullopt;
     /// "all", "epic", "medium", "basic", or "manual" for clips without a tier.
     QString tier = QStringLiteral("all");
-    /// Looked for in title and game, whatever the case; empty for everything.
+    /// Matched against title and game, ignoring case; empty for all clips.
     QString search = {};
 
     bool operator==(const ClipFilter&) const = default;
 };
 
-/// Clips together with what a search compares, which is made once and not on every keystroke.
-class FilterableClips {
+/// A list of clips with cached search keys, which are computed once instead of on every keystroke.
+class SearchableClips {
 public:
-    FilterableClips() = default;
-    explicit FilterableClips(QList<Clip> clips);
+    SearchableClips() = default;
+    explicit SearchableClips(QList<Clip> clips);
 
     const QList<Clip>& clips() const { return m_clips; }
-    /// The places in clips() of those that pass, in their order.
-    QList<qsizetype> passing(const ClipFilter& filter);
+    /// The indexes in clips() of the clips that match, in ascending order.
+    QList<qsizetype> matching(const ClipFilter& filter);
 
 private:
-    struct Words {
+    struct SearchKeys {
         QString title;
         QString game;
     };
 
-    void makeWords();
+    void updateSearchKeys();
 
     QList<Clip> m_clips;
-    /// Of every clip, or empty while nobody searches.
-    QList<Words> m_words;
+    /// One for each clip; empty until the first search.
+    QList<SearchKeys> m_searchKeys;
+    /// The language whose case rules the keys follow.
     Language m_language = Language::tr;
 };
 
-/// The values that a filter's tier can have, in the order in which they are offered.
+/// The valid values of ClipFilter::tier, in display order.
 const QStringList& tierFilters();
-/// The word for the user.
+/// The translated label of a tier filter.
 QString tierFilterLabel(const QString& tierFilter);
 
 } // namespace quelto

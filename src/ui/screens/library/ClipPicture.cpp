@@ -21,17 +21,17 @@ QImage coveringPicture(const QImage& picture, QSize size, qreal radius)
     if (radius <= 0) {
         return scaled.copy(QRect(corner, size)).convertToFormat(QImage::Format_RGB32);
     }
-    QImage cut(size, QImage::Format_ARGB32_Premultiplied);
-    cut.fill(Qt::transparent);
+    QImage rounded(size, QImage::Format_ARGB32_Premultiplied);
+    rounded.fill(Qt::transparent);
     QPainterPath shape;
-    // The lower corners of the round shape lie below the picture.
+    // The shape is taller than the picture, so that its lower round corners are cut off.
     shape.addRoundedRect(QRectF(0, 0, size.width(), size.height() + 2 * radius), radius, radius);
-    QPainter painter(&cut);
+    QPainter painter(&rounded);
     painter.setRenderHint(QPainter::Antialiasing);
     QBrush brush(scaled);
     brush.setTransform(QTransform::fromTranslate(-corner.x(), -corner.y()));
     painter.fillPath(shape, brush);
-    return cut;
+    return rounded;
 }
 
 ClipPicture::ClipPicture(QQuickItem* parent)
@@ -46,10 +46,10 @@ void ClipPicture::setPath(const QString& path)
         return;
     }
     m_path = path;
-    m_askedVersion.reset();
-    take({}, {});
+    m_requestedVersion.reset();
+    setThumbnail({}, {});
     m_ticket = {};
-    ask();
+    requestThumbnail();
     Q_EMIT pathChanged();
 }
 
@@ -57,7 +57,7 @@ void ClipPicture::setVersion(int version)
 {
     if (m_version != version) {
         m_version = version;
-        askAgainIfChanged();
+        requestAgainIfChanged();
         Q_EMIT versionChanged();
     }
 }
@@ -66,7 +66,7 @@ void ClipPicture::setPassing(bool isPassing)
 {
     if (m_isPassing != isPassing) {
         m_isPassing = isPassing;
-        ask();
+        requestThumbnail();
         Q_EMIT passingChanged();
     }
 }
@@ -75,7 +75,7 @@ void ClipPicture::setRadius(qreal radius)
 {
     if (m_radius != radius) {
         m_radius = radius;
-        redraw();
+        invalidateTexture();
         Q_EMIT radiusChanged();
     }
 }
@@ -85,49 +85,49 @@ QString ClipPicture::durationText() const
     return m_info.duration > 0 ? m_info.durationText() : QString();
 }
 
-void ClipPicture::ask()
+void ClipPicture::requestThumbnail()
 {
     auto* const cache = ThumbnailsForQml::instance;
-    if (m_path.isEmpty() || m_askedVersion || cache == nullptr) {
+    if (m_path.isEmpty() || m_requestedVersion || cache == nullptr) {
         return;
     }
     if (m_isPassing) {
-        take(cache->cachedImage(m_path), cache->cachedInfo(m_path).value_or(ClipInfo{}));
+        setThumbnail(cache->cachedImage(m_path), cache->cachedInfo(m_path).value_or(ClipInfo{}));
         return;
     }
-    m_askedVersion = m_version;
-    m_isAnswered = false;
-    // The ticket goes with this item, and with it the callback.
+    m_requestedVersion = m_version;
+    m_isRequestDone = false;
+    // Destroying the ticket cancels the callback, so `this` outlives it.
     m_ticket = cache->load(m_path, [this](const QImage& picture, const ClipInfo& info) {
-        m_isAnswered = true;
-        take(picture, info);
-        askAgainIfChanged();
+        m_isRequestDone = true;
+        setThumbnail(picture, info);
+        requestAgainIfChanged();
     });
 }
 
-void ClipPicture::askAgainIfChanged()
+void ClipPicture::requestAgainIfChanged()
 {
-    // A change while the file is read counts when that has ended: it may have come too late for the reader.
-    if (m_askedVersion && m_askedVersion != m_version && m_isAnswered && !hasPicture()) {
-        m_askedVersion.reset();
-        ask();
+    // A change during a read takes effect after it: the reader may have missed the change.
+    if (m_requestedVersion && m_requestedVersion != m_version && m_isRequestDone && !hasPicture()) {
+        m_requestedVersion.reset();
+        requestThumbnail();
     }
 }
 
-void ClipPicture::take(const QImage& picture, const ClipInfo& info)
+void ClipPicture::setThumbnail(const QImage& picture, const ClipInfo& info)
 {
     if (m_picture.cacheKey() == picture.cacheKey() && m_info == info) {
         return;
     }
     m_picture = picture;
     m_info = info;
-    redraw();
+    invalidateTexture();
     Q_EMIT loaded();
 }
 
-void ClipPicture::redraw()
+void ClipPicture::invalidateTexture()
 {
-    m_isChanged = true;
+    m_isTextureOutdated = true;
     update();
 }
 
@@ -135,7 +135,7 @@ void ClipPicture::geometryChange(const QRectF& newGeometry, const QRectF& oldGeo
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
     if (newGeometry.size() != oldGeometry.size()) {
-        redraw();
+        invalidateTexture();
     }
 }
 
@@ -143,7 +143,7 @@ void ClipPicture::itemChange(ItemChange change, const ItemChangeData& data)
 {
     QQuickItem::itemChange(change, data);
     if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) {
-        redraw();
+        invalidateTexture();
     }
 }
 
@@ -158,10 +158,10 @@ QSGNode* ClipPicture::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*d
         node = window()->createImageNode();
         node->setOwnsTexture(true);
         node->setFiltering(QSGTexture::Linear);
-        m_isChanged = true;
+        m_isTextureOutdated = true;
     }
-    if (m_isChanged) {
-        m_isChanged = false;
+    if (m_isTextureOutdated) {
+        m_isTextureOutdated = false;
         const auto scale = window()->effectiveDevicePixelRatio();
         const auto image = coveringPicture(m_picture, (size() * scale).toSize(), m_radius * scale);
         node->setTexture(window()->createTextureFromImage(image));

@@ -9,27 +9,29 @@
 
 namespace quelto {
 
-/// The picture scaled until it covers the size, what stands over cut off, with round upper corners.
+/// Scales the picture to cover the size, crops the excess and rounds the upper corners.
 ///
 /// Units: pixels.
 QImage coveringPicture(const QImage& picture, QSize size, qreal radius);
 
-/// Draws a clip's picture, which it asks for while it has a path. It never shows another clip's.
+/// Shows the thumbnail of a clip. Requests it from the thumbnail cache when a path is set; a change of path clears the
+/// old thumbnail at once.
 ///
 /// Thread: main; the scene graph calls updatePaintNode.
 class ClipPicture : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
-    /// Empty for none.
+    /// The clip's file; empty for no clip.
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
-    /// Another one when the file at the path has changed: a clip that is still being copied has no picture yet.
+    /// Changes when the file at the path changes. Without a thumbnail so far, as for a clip that is still being copied,
+    /// a new version requests it again.
     Q_PROPERTY(int version READ version WRITE setVersion NOTIFY versionChanged)
-    /// Nobody will look: it shows what is at hand and asks for nothing.
+    /// While true, shows cached thumbnails and requests none. Set during fast scrolling.
     Q_PROPERTY(bool isPassing READ isPassing WRITE setPassing NOTIFY passingChanged)
-    /// Of the upper corners.
+    /// The radius of the upper corners.
     Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
     Q_PROPERTY(bool hasPicture READ hasPicture NOTIFY loaded)
-    /// Empty while the length is not known.
+    /// Empty while the duration is unknown.
     Q_PROPERTY(QString durationText READ durationText NOTIFY loaded)
 
 public:
@@ -61,10 +63,10 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
-    void ask();
-    void askAgainIfChanged();
-    void take(const QImage& picture, const ClipInfo& info);
-    void redraw();
+    void requestThumbnail();
+    void requestAgainIfChanged();
+    void setThumbnail(const QImage& picture, const ClipInfo& info);
+    void invalidateTexture();
 
     QString m_path;
     QImage m_picture;
@@ -72,11 +74,11 @@ private:
     ThumbnailCache::Ticket m_ticket;
     qreal m_radius = 0;
     int m_version = 0;
-    /// Of the file that was asked for; nothing before that.
-    std::optional<int> m_askedVersion;
-    bool m_isAnswered = false;
+    /// The version for which the thumbnail was requested; unset before the request.
+    std::optional<int> m_requestedVersion;
+    bool m_isRequestDone = false;
     bool m_isPassing = false;
-    bool m_isChanged = false;
+    bool m_isTextureOutdated = false;
 };
 
 } // namespace quelto

@@ -8,24 +8,24 @@
 
 namespace quelto {
 
-QList<DayGroup> dayGroups(const QList<Clip>& clips, const QList<qsizetype>& places)
+QList<DayGroup> dayGroups(const QList<Clip>& clips, const QList<qsizetype>& indexes)
 {
     struct Dated {
-        qint64 instant;
-        qsizetype place;
+        qint64 time;
+        qsizetype index;
     };
     std::map<QDate, std::vector<Dated>, std::greater<>> days;
-    for (const auto place : places) {
-        const auto date = clips.at(place).date.toLocalTime();
-        days[date.date()].push_back({date.toMSecsSinceEpoch(), place});
+    for (const auto index : indexes) {
+        const auto date = clips.at(index).date.toLocalTime();
+        days[date.date()].push_back({date.toMSecsSinceEpoch(), index});
     }
     QList<DayGroup> groups;
     for (auto& [day, dated] : days) {
-        std::ranges::stable_sort(dated, std::ranges::greater(), &Dated::instant);
+        std::ranges::stable_sort(dated, std::ranges::greater(), &Dated::time);
         DayGroup group{.day = day, .clips = {}};
         group.clips.reserve(static_cast<qsizetype>(dated.size()));
         for (const auto& each : dated) {
-            group.clips.append(each.place);
+            group.clips.append(each.index);
         }
         groups.append(std::move(group));
     }

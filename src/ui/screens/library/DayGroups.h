@@ -11,16 +11,16 @@ namespace quelto {
 /// The clips of one day in local time.
 struct DayGroup {
     QDate day;
-    /// Their places in the list that was grouped, newest first.
+    /// Indexes into the grouped list, newest clip first.
     QList<qsizetype> clips;
 
     bool operator==(const DayGroup&) const = default;
 };
 
-/// Groups those clips, newest day first. Clips of the same instant keep their order.
-QList<DayGroup> dayGroups(const QList<Clip>& clips, const QList<qsizetype>& places);
+/// Groups the clips at those indexes by day, newest day first. Clips of the same time keep their order.
+QList<DayGroup> dayGroups(const QList<Clip>& clips, const QList<qsizetype>& indexes);
 
-/// "Today", "Yesterday" or the whole date in the words of the language.
+/// "Today", "Yesterday" or the full date, translated.
 QString dayTitle(QDate day, QDate today);
 
 } // namespace quelto

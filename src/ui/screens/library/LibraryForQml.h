@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ui/screens/library/CardSlots.h"
 #include "ui/screens/library/ClipCommands.h"
-#include "ui/screens/library/DaySlots.h"
+#include "ui/screens/library/VisibleCards.h"
+#include "ui/screens/library/VisibleDays.h"
 #include "ui/shared/SharedForQml.h"
 
-/// Gives QML what the library's cards need. Each instance is set before the first file is loaded.
+/// Registers the types and objects of the library screen for QML. Each instance is set before the first file loads.
 namespace quelto {
 
 class ThumbnailCache;
@@ -18,21 +18,21 @@ struct ClipCommandsForQml : SharedForQml<ClipCommands> {
     QML_SINGLETON
 };
 
-struct CardSlotsForQml {
+struct VisibleCardsForQml {
     Q_GADGET
-    QML_FOREIGN(quelto::CardSlots)
-    QML_NAMED_ELEMENT(CardSlots)
-    QML_UNCREATABLE("A LibraryModel has them")
+    QML_FOREIGN(quelto::VisibleCards)
+    QML_NAMED_ELEMENT(VisibleCards)
+    QML_UNCREATABLE("Owned by LibraryModel")
 };
 
-struct DaySlotsForQml {
+struct VisibleDaysForQml {
     Q_GADGET
-    QML_FOREIGN(quelto::DaySlots)
-    QML_NAMED_ELEMENT(DaySlots)
-    QML_UNCREATABLE("A LibraryModel has them")
+    QML_FOREIGN(quelto::VisibleDays)
+    QML_NAMED_ELEMENT(VisibleDays)
+    QML_UNCREATABLE("Owned by LibraryModel")
 };
 
-/// Where pictures come from; without an instance cards keep to their placeholders.
+/// The source of thumbnails. Without an instance, cards show their placeholder.
 struct ThumbnailsForQml {
     static inline ThumbnailCache* instance = nullptr;
 };

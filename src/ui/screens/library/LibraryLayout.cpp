@@ -9,18 +9,18 @@ namespace {
 
 constexpr qreal Margin = 28;
 constexpr qreal Spacing = 16;
-constexpr qreal PartSpacing = 14;
+constexpr qreal SectionSpacing = 14;
 constexpr qreal DaySpacing = 26;
 constexpr qreal TitleHeight = 14;
 
 struct Columns {
-    qreal leastWidth;
-    qreal mostWidth;
+    qreal minWidth;
+    qreal maxWidth;
     qreal ratio;
 };
 
-constexpr Columns TallColumns{.leastWidth = 170, .mostWidth = 230, .ratio = 9.0 / 16};
-constexpr Columns WideColumns{.leastWidth = 250, .mostWidth = 360, .ratio = 16.0 / 9};
+constexpr Columns TallColumns{.minWidth = 170, .maxWidth = 230, .ratio = 9.0 / 16};
+constexpr Columns WideColumns{.minWidth = 250, .maxWidth = 360, .ratio = 16.0 / 9};
 
 } // namespace
 
@@ -29,21 +29,21 @@ qreal LibraryLayout::Grid::bottom() const
     return top + static_cast<qreal>(rows()) * (cardHeight + Spacing) - Spacing;
 }
 
-LibraryLayout::Grid LibraryLayout::gridOf(bool tall, qsizetype count, qreal top) const
+LibraryLayout::Grid LibraryLayout::makeGrid(bool tall, qsizetype count, qreal top) const
 {
-    const auto& kind = tall ? TallColumns : WideColumns;
-    const qreal room = std::max(m_width - 2 * Margin, 1.0);
+    const auto& limits = tall ? TallColumns : WideColumns;
+    const qreal available = std::max(m_width - 2 * Margin, 1.0);
     const auto columns =
-        std::max<qsizetype>(1, static_cast<qsizetype>(std::floor((room + Spacing) / (kind.leastWidth + Spacing))));
-    const qreal share = (room - static_cast<qreal>(columns - 1) * Spacing) / static_cast<qreal>(columns);
-    const qreal width = std::max(std::floor(std::min(share, kind.mostWidth)), 1.0);
+        std::max<qsizetype>(1, static_cast<qsizetype>(std::floor((available + Spacing) / (limits.minWidth + Spacing))));
+    const qreal columnWidth = (available - static_cast<qreal>(columns - 1) * Spacing) / static_cast<qreal>(columns);
+    const qreal width = std::max(std::floor(std::min(columnWidth, limits.maxWidth)), 1.0);
     return {.first = m_cardCount,
             .count = count,
             .columns = columns,
             .top = top,
             .cardWidth = width,
-            .cardHeight = std::round(width / kind.ratio) + m_cardTextHeight,
-            .ratio = kind.ratio};
+            .cardHeight = std::round(width / limits.ratio) + m_cardTextHeight,
+            .ratio = limits.ratio};
 }
 
 LibraryLayout::LibraryLayout(const QList<DayCards>& days, qreal width, qreal cardTextHeight)
@@ -59,7 +59,7 @@ LibraryLayout::LibraryLayout(const QList<DayCards>& days, qreal width, qreal car
         top += TitleHeight;
         for (const bool tall : {true, false}) {
             if (const auto count = tall ? day.tall : day.wide; count > 0) {
-                m_grids.append(gridOf(tall, count, top + PartSpacing));
+                m_grids.append(makeGrid(tall, count, top + SectionSpacing));
                 m_cardCount += count;
                 top = m_grids.last().bottom();
             }
@@ -68,15 +68,15 @@ LibraryLayout::LibraryLayout(const QList<DayCards>& days, qreal width, qreal car
     m_height = top + Margin;
 }
 
-qsizetype LibraryLayout::gridWith(qsizetype card) const
+qsizetype LibraryLayout::gridContaining(qsizetype card) const
 {
-    const auto behind = std::ranges::upper_bound(m_grids, card, {}, &Grid::first);
-    return std::distance(m_grids.begin(), behind) - 1;
+    const auto next = std::ranges::upper_bound(m_grids, card, {}, &Grid::first);
+    return std::distance(m_grids.begin(), next) - 1;
 }
 
 QRectF LibraryLayout::card(qsizetype index) const
 {
-    const auto& grid = m_grids.at(gridWith(index));
+    const auto& grid = m_grids.at(gridContaining(index));
     const auto row = (index - grid.first) / grid.columns;
     const auto column = (index - grid.first) % grid.columns;
     return {Margin + static_cast<qreal>(column) * (grid.cardWidth + Spacing),
@@ -85,7 +85,7 @@ QRectF LibraryLayout::card(qsizetype index) const
 
 qreal LibraryLayout::ratio(qsizetype index) const
 {
-    return m_grids.at(gridWith(index)).ratio;
+    return m_grids.at(gridContaining(index)).ratio;
 }
 
 QRectF LibraryLayout::dayTitle(qsizetype day) const
@@ -100,7 +100,7 @@ LibraryLayout::Range LibraryLayout::cardsBetween(qreal top, qreal bottom) const
         std::ranges::partition_point(m_grids, [top](const Grid& grid) { return grid.bottom() <= top; });
     for (auto grid = firstGrid; grid != m_grids.end() && grid->top < bottom; ++grid) {
         const qreal pitch = grid->cardHeight + Spacing;
-        // A row counts from its top to its cards' bottom; the space below it shows nothing.
+        // A row ends at the bottom of its cards; the spacing below it does not count.
         const auto firstRow = std::max<qsizetype>(
             0, static_cast<qsizetype>(std::floor((top - grid->top - grid->cardHeight) / pitch)) + 1);
         const auto endRow = std::min(grid->rows(), static_cast<qsizetype>(std::ceil((bottom - grid->top) / pitch)));
@@ -125,25 +125,27 @@ LibraryLayout::Range LibraryLayout::dayTitlesBetween(qreal top, qreal bottom) co
     return {.first = std::distance(m_days.begin(), first), .end = std::distance(m_days.begin(), end)};
 }
 
-qsizetype LibraryLayout::mostCardsIn(qreal windowHeight) const
+qsizetype LibraryLayout::maxCardsIn(qreal viewportHeight) const
 {
-    qsizetype most = 0;
+    qsizetype maximum = 0;
     for (const bool tall : {true, false}) {
-        const auto grid = gridOf(tall, 1, 0);
-        const auto rows = static_cast<qsizetype>(std::ceil(windowHeight / (grid.cardHeight + Spacing))) + 1;
-        most = std::max(most, rows * grid.columns);
+        const auto grid = makeGrid(tall, 1, 0);
+        const auto rows = static_cast<qsizetype>(std::ceil(viewportHeight / (grid.cardHeight + Spacing))) + 1;
+        maximum = std::max(maximum, rows * grid.columns);
     }
-    // Two grids that meet in the window can each begin a row more than one alone.
-    return most + gridOf(true, 1, 0).columns;
+    // Two grids that meet in the viewport can intersect one row more than a single grid.
+    return maximum + makeGrid(true, 1, 0).columns;
 }
 
-qsizetype LibraryLayout::mostDayTitlesIn(qreal windowHeight) const
+qsizetype LibraryLayout::maxDayTitlesIn(qreal viewportHeight) const
 {
-    const auto least = gridOf(false, 1, 0).cardHeight;
-    return static_cast<qsizetype>(std::ceil(windowHeight / (TitleHeight + PartSpacing + least + DaySpacing))) + 1;
+    const auto minCardHeight = makeGrid(false, 1, 0).cardHeight;
+    return static_cast<qsizetype>(
+               std::ceil(viewportHeight / (TitleHeight + SectionSpacing + minCardHeight + DaySpacing))) +
+        1;
 }
 
-qsizetype LibraryLayout::nearest(Row row, qreal x) const
+qsizetype LibraryLayout::nearestInRow(Row row, qreal x) const
 {
     const auto& grid = m_grids.at(row.grid);
     const auto first = grid.first + row.row * grid.columns;
@@ -163,11 +165,11 @@ qsizetype LibraryLayout::neighbour(qsizetype index, Step step, qreal pageHeight)
         return step == Step::Last ? last : 0;
     }
     index = std::min(index, last);
-    const auto gridIndex = gridWith(index);
+    const auto gridIndex = gridContaining(index);
     const auto& grid = m_grids.at(gridIndex);
     const auto row = (index - grid.first) / grid.columns;
-    const auto here = card(index);
-    const auto x = here.center().x();
+    const auto current = card(index);
+    const auto x = current.center().x();
     switch (step) {
     case Step::Left:
         return std::max<qsizetype>(index - 1, 0);
@@ -179,27 +181,27 @@ qsizetype LibraryLayout::neighbour(qsizetype index, Step step, qreal pageHeight)
         return last;
     case Step::Up:
         if (row > 0) {
-            return nearest({gridIndex, row - 1}, x);
+            return nearestInRow({gridIndex, row - 1}, x);
         }
-        return gridIndex > 0 ? nearest({gridIndex - 1, m_grids.at(gridIndex - 1).rows() - 1}, x) : index;
+        return gridIndex > 0 ? nearestInRow({gridIndex - 1, m_grids.at(gridIndex - 1).rows() - 1}, x) : index;
     case Step::Down:
         if (row + 1 < grid.rows()) {
-            return nearest({gridIndex, row + 1}, x);
+            return nearestInRow({gridIndex, row + 1}, x);
         }
-        return gridIndex + 1 < m_grids.size() ? nearest({gridIndex + 1, 0}, x) : index;
+        return gridIndex + 1 < m_grids.size() ? nearestInRow({gridIndex + 1, 0}, x) : index;
     case Step::PageUp:
     case Step::PageDown: {
-        // The farthest row that shares a page with this one, but at least the next one.
-        const auto back = step == Step::PageUp;
-        auto at = index;
+        // The farthest row that fits on one page with this row, but at least the next row.
+        const auto isUp = step == Step::PageUp;
+        auto reached = index;
         while (true) {
-            const auto next = neighbour(at, back ? Step::Up : Step::Down, pageHeight);
-            const auto there = card(next);
-            const auto spread = back ? here.bottom() - there.top() : there.bottom() - here.top();
-            if (next == at || (spread > pageHeight && at != index)) {
-                return at;
+            const auto next = neighbour(reached, isUp ? Step::Up : Step::Down, pageHeight);
+            const auto target = card(next);
+            const auto spread = isUp ? current.bottom() - target.top() : target.bottom() - current.top();
+            if (next == reached || (spread > pageHeight && reached != index)) {
+                return reached;
             }
-            at = next;
+            reached = next;
         }
     }
     }

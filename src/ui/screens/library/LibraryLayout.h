@@ -6,7 +6,7 @@
 
 namespace quelto {
 
-/// How the clips of a day are split.
+/// The numbers of upright and wide clips of a day.
 struct DayCards {
     qsizetype tall = 0;
     qsizetype wide = 0;
@@ -14,24 +14,24 @@ struct DayCards {
     bool operator==(const DayCards&) const = default;
 };
 
-/// Where every card of the library stands, without one of them being made: under each day's title a grid of upright
-/// clips and one of the others. Cards are counted through, day after day, the upright ones first.
+/// Computes the rectangle of every card without creating items: below each day title a grid of upright clips and a grid
+/// of wide clips. Card indexes run through all days, in each day the upright clips first.
 ///
-/// Units: logical pixels from the top left of the scrolling content; whole ones, so that edges are sharp.
+/// Units: logical pixels from the top left of the scrollable content, rounded to integers for sharp edges.
 class LibraryLayout {
 public:
     enum class Step { Left, Right, Up, Down, PageUp, PageDown, First, Last };
 
     struct Range {
         qsizetype first = 0;
-        /// One behind the last.
+        /// One past the last.
         qsizetype end = 0;
 
         bool operator==(const Range&) const = default;
     };
 
     LibraryLayout() = default;
-    /// cardTextHeight: of what stands below a card's picture.
+    /// cardTextHeight: the height of the text block below a card's picture.
     LibraryLayout(const QList<DayCards>& days, qreal width, qreal cardTextHeight);
 
     qsizetype cardCount() const { return m_cardCount; }
@@ -39,19 +39,19 @@ public:
     qreal height() const { return m_height; }
 
     QRectF card(qsizetype index) const;
-    /// Width over height of the card's picture.
+    /// The aspect ratio (width / height) of the card's picture.
     qreal ratio(qsizetype index) const;
     QRectF dayTitle(qsizetype day) const;
 
-    /// The cards and the days' titles that a window from top to bottom touches.
+    /// The cards and day titles that intersect the vertical range.
     Range cardsBetween(qreal top, qreal bottom) const;
     Range dayTitlesBetween(qreal top, qreal bottom) const;
-    /// The most of them that a window of that height can touch, wherever it stands.
-    qsizetype mostCardsIn(qreal windowHeight) const;
-    qsizetype mostDayTitlesIn(qreal windowHeight) const;
+    /// The maximum number of them that a viewport of that height can intersect at any scroll position.
+    qsizetype maxCardsIn(qreal viewportHeight) const;
+    qsizetype maxDayTitlesIn(qreal viewportHeight) const;
 
-    /// The card that a key leads to; the same one where there is none. Up and down keep to the column by where it is,
-    /// across grids and days.
+    /// The card that a navigation key moves to; the same card if there is none in that direction. Up and down move to
+    /// the card nearest in x, across grids and days.
     qsizetype neighbour(qsizetype index, Step step, qreal pageHeight) const;
 
 private:
@@ -73,9 +73,9 @@ private:
         qsizetype row = 0;
     };
 
-    Grid gridOf(bool tall, qsizetype count, qreal top) const;
-    qsizetype gridWith(qsizetype card) const;
-    qsizetype nearest(Row row, qreal x) const;
+    Grid makeGrid(bool tall, qsizetype count, qreal top) const;
+    qsizetype gridContaining(qsizetype card) const;
+    qsizetype nearestInRow(Row row, qreal x) const;
 
     QList<Grid> m_grids;
     QList<qreal> m_days;

@@ -7,14 +7,14 @@ namespace quelto {
 
 namespace {
 
-// Units: pixels a second. At this speed a card is in view for about a quarter of a second.
-constexpr qreal PassingSpeed = 2500;
-constexpr std::chrono::milliseconds RestTime{80};
-// The clock may be set, and the machine may sleep over midnight.
+// Units: logical pixels per second. At this speed a card is visible for about a quarter of a second.
+constexpr qreal FastScrollSpeed = 2500;
+constexpr std::chrono::milliseconds ScrollEndDelay{80};
+// Checked every minute because the clock may be set or the machine may sleep over midnight.
 constexpr std::chrono::minutes ClockInterval{1};
-// What is made ready above and below the view.
-constexpr qreal Reserve = 40;
-// Kept between the current card and the view's edges.
+// Cards this far outside the view are prepared as well. Units: logical pixels.
+constexpr qreal PreloadMargin = 40;
+// The minimum distance between the current card and the edges of the view. Units: logical pixels.
 constexpr qreal CurrentMargin = 18;
 
 std::optional<LibraryLayout::Step> stepOf(int key)
@@ -56,18 +56,18 @@ LibraryModel::LibraryModel(const ClipLibrary& library, Clock clock, QObject* par
     , m_clock(std::move(clock))
     , m_today(m_clock().date())
 {
-    connect(&library, &ClipLibrary::clipsChanged, this, &LibraryModel::takeClips);
-    m_restTimer.setSingleShot(true);
-    m_restTimer.setInterval(RestTime);
-    connect(&m_restTimer, &QTimer::timeout, this, [this] {
-        m_scroll.rest();
+    connect(&library, &ClipLibrary::clipsChanged, this, &LibraryModel::updateClips);
+    m_scrollEndTimer.setSingleShot(true);
+    m_scrollEndTimer.setInterval(ScrollEndDelay);
+    connect(&m_scrollEndTimer, &QTimer::timeout, this, [this] {
+        m_scroll.stop();
         setPassing(false);
     });
     m_clockTimer.setSingleShot(true);
     m_clockTimer.setTimerType(Qt::CoarseTimer);
-    connect(&m_clockTimer, &QTimer::timeout, this, &LibraryModel::lookAtClock);
-    waitForClock();
-    takeClips();
+    connect(&m_clockTimer, &QTimer::timeout, this, &LibraryModel::updateToday);
+    scheduleTodayUpdate();
+    updateClips();
 }
 
 bool LibraryModel::isLoaded() const
@@ -122,12 +122,12 @@ void LibraryModel::setWidth(qreal width)
     if (m_width == width) {
         return;
     }
-    const auto seen = anchor();
+    const auto oldAnchor = anchor();
     m_width = width;
-    layOut();
+    updateLayout();
     Q_EMIT viewChanged();
-    if (seen) {
-        restore(*seen);
+    if (oldAnchor) {
+        restore(*oldAnchor);
     }
 }
 
@@ -137,9 +137,9 @@ void LibraryModel::setViewTop(qreal viewTop)
         return;
     }
     m_scroll.moveTo(viewTop, std::chrono::steady_clock::now());
-    setPassing(m_scroll.speed() > PassingSpeed);
-    m_restTimer.start();
-    fillSlots();
+    setPassing(m_scroll.speed() > FastScrollSpeed);
+    m_scrollEndTimer.start();
+    updateVisibleRows();
     Q_EMIT viewChanged();
 }
 
@@ -147,7 +147,7 @@ void LibraryModel::setViewHeight(qreal viewHeight)
 {
     if (m_viewHeight != viewHeight) {
         m_viewHeight = viewHeight;
-        fillSlots();
+        updateVisibleRows();
         Q_EMIT viewChanged();
     }
 }
@@ -156,7 +156,7 @@ void LibraryModel::setCardTextHeight(qreal cardTextHeight)
 {
     if (m_cardTextHeight != cardTextHeight) {
         m_cardTextHeight = cardTextHeight;
-        layOut();
+        updateLayout();
         Q_EMIT viewChanged();
     }
 }
@@ -169,80 +169,80 @@ void LibraryModel::setPassing(bool isPassing)
     }
 }
 
-void LibraryModel::takeClips()
+void LibraryModel::updateClips()
 {
-    const auto seen = anchor();
-    m_clips = FilterableClips(m_library.clips());
+    const auto oldAnchor = anchor();
+    m_clips = SearchableClips(m_library.clips());
     m_showsTierBar = std::ranges::any_of(m_clips.clips(), [](const Clip& clip) { return clip.autoTier.has_value(); });
-    // Nobody could take back a choice that is not offered any more. Without any clip, as when a disk is gone for a
-    // moment, there is nothing that it hides.
-    const bool isTrapped = !m_clips.clips().isEmpty() && !m_showsTierBar &&
+    // Without tier bar the user could not reset the tier filter. An empty library, as while a disk is unmounted, keeps
+    // it.
+    const bool isTierReset = !m_clips.clips().isEmpty() && !m_showsTierBar &&
         std::exchange(m_filter.tier, ClipFilter().tier) != ClipFilter().tier;
-    applyFilter(seen);
-    if (isTrapped) {
+    applyFilter(oldAnchor);
+    if (isTierReset) {
         Q_EMIT filterChanged();
     }
 }
 
 void LibraryModel::applyFilter(std::optional<Anchor> anchor)
 {
-    m_groups = dayGroups(m_clips.clips(), m_clips.passing(m_filter));
-    m_order.clear();
+    m_groups = dayGroups(m_clips.clips(), m_clips.matching(m_filter));
+    m_cardClips.clear();
     m_dayCards.clear();
     for (const auto& group : m_groups) {
         QList<qsizetype> wide;
         DayCards cards;
-        for (const auto place : group.clips) {
-            if (m_clips.clips().at(place).isTall()) {
-                m_order.append(place);
+        for (const auto index : group.clips) {
+            if (m_clips.clips().at(index).isTall()) {
+                m_cardClips.append(index);
                 ++cards.tall;
             } else {
-                wide.append(place);
+                wide.append(index);
             }
         }
         cards.wide = wide.size();
-        m_order.append(wide);
+        m_cardClips.append(wide);
         m_dayCards.append(cards);
     }
-    const auto before = m_current;
-    layOut();
+    const auto previous = m_current;
+    updateLayout();
     Q_EMIT clipsChanged();
     if (anchor) {
         restore(*anchor);
     }
-    if (before >= 0) {
-        const auto now = positionOf(m_currentPath);
-        // A card that went leaves its place to the next one.
-        setCurrent(now >= 0 ? now : std::min(before, m_order.size() - 1));
+    if (previous >= 0) {
+        const auto position = positionOf(m_currentPath);
+        // If the current clip is gone, the next one becomes current.
+        setCurrent(position >= 0 ? position : std::min(previous, m_cardClips.size() - 1));
     }
 }
 
-void LibraryModel::layOut()
+void LibraryModel::updateLayout()
 {
     m_layout = m_width > 0 ? LibraryLayout(m_dayCards, m_width, m_cardTextHeight) : LibraryLayout();
-    m_cards.forget();
-    m_days.forget();
+    m_cards.invalidate();
+    m_days.invalidate();
     Q_EMIT layoutChanged();
-    fillSlots();
+    updateVisibleRows();
 }
 
-void LibraryModel::fillSlots()
+void LibraryModel::updateVisibleRows()
 {
     if (m_width <= 0 || m_viewHeight <= 0) {
         return;
     }
-    const auto top = viewTop() - Reserve;
-    const auto bottom = viewTop() + m_viewHeight + Reserve;
-    m_cards.reserve(m_layout.mostCardsIn(bottom - top));
-    m_days.reserve(m_layout.mostDayTitlesIn(bottom - top));
+    const auto top = viewTop() - PreloadMargin;
+    const auto bottom = viewTop() + m_viewHeight + PreloadMargin;
+    m_cards.reserve(m_layout.maxCardsIn(bottom - top));
+    m_days.reserve(m_layout.maxDayTitlesIn(bottom - top));
     const auto cards = m_layout.cardsBetween(top, bottom);
     m_cards.show(cards.first, cards.end, [this](qsizetype position) {
-        return CardSlots::Card{
+        return VisibleCards::Card{
             .clip = clipAt(position), .area = m_layout.card(position), .ratio = m_layout.ratio(position)};
     });
     const auto days = m_layout.dayTitlesBetween(top, bottom);
     m_days.show(days.first, days.end, [this](qsizetype position) {
-        return DaySlot{.title = dayTitle(m_groups.at(position).day, m_today), .area = m_layout.dayTitle(position)};
+        return VisibleDay{.title = dayTitle(m_groups.at(position).day, m_today), .area = m_layout.dayTitle(position)};
     });
 }
 
@@ -271,8 +271,8 @@ void LibraryModel::restore(const Anchor& anchor)
 qsizetype LibraryModel::positionOf(const QString& path) const
 {
     const auto found =
-        std::ranges::find_if(m_order, [&](qsizetype place) { return m_clips.clips().at(place).path == path; });
-    return found == m_order.end() ? -1 : std::distance(m_order.begin(), found);
+        std::ranges::find_if(m_cardClips, [&](qsizetype index) { return m_clips.clips().at(index).path == path; });
+    return found == m_cardClips.end() ? -1 : std::distance(m_cardClips.begin(), found);
 }
 
 void LibraryModel::setCurrent(qsizetype position)
@@ -287,7 +287,7 @@ void LibraryModel::setCurrent(qsizetype position)
 
 void LibraryModel::select(int position)
 {
-    setCurrent(std::clamp<qsizetype>(position, -1, m_order.size() - 1));
+    setCurrent(std::clamp<qsizetype>(position, -1, m_cardClips.size() - 1));
 }
 
 void LibraryModel::selectFirstInView()
@@ -306,13 +306,13 @@ bool LibraryModel::moveCurrent(int key)
     if (!step) {
         return false;
     }
-    if (m_order.isEmpty() || m_width <= 0) {
+    if (m_cardClips.isEmpty() || m_width <= 0) {
         return true;
     }
     const auto page = m_viewHeight - 2 * CurrentMargin;
     setCurrent(m_layout.neighbour(m_current, *step, page));
     const auto card = m_layout.card(m_current);
-    // The first row takes its day's title along.
+    // Moving to the first row also shows its day title.
     const auto top = m_current == 0 || card.top() <= m_layout.card(0).top() ? 0 : card.top() - CurrentMargin;
     const auto bottom = card.bottom() + CurrentMargin;
     if (top < viewTop()) {
@@ -328,21 +328,21 @@ QString LibraryModel::currentTitle() const
     return m_current < 0 ? QString() : clipAt(m_current).displayTitle();
 }
 
-void LibraryModel::waitForClock()
+void LibraryModel::scheduleTodayUpdate()
 {
     const auto now = m_clock();
     const std::chrono::milliseconds toMidnight(now.msecsTo(now.date().addDays(1).startOfDay()));
-    // A moment behind midnight, so that a coarse timer does not come before it.
+    // The margin keeps the coarse timer from firing before midnight.
     m_clockTimer.start(std::min<std::chrono::milliseconds>(ClockInterval, toMidnight + std::chrono::milliseconds(200)));
 }
 
-void LibraryModel::lookAtClock()
+void LibraryModel::updateToday()
 {
     if (const auto today = m_clock().date(); m_today != today) {
         m_today = today;
         applyFilter(anchor());
     }
-    waitForClock();
+    scheduleTodayUpdate();
 }
 
 } // namespace quelto

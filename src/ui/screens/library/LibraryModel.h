@@ -2,12 +2,12 @@
 #pragma once
 
 #include "library/clips/ClipLibrary.h"
-#include "ui/screens/library/CardSlots.h"
 #include "ui/screens/library/ClipFilter.h"
 #include "ui/screens/library/DayGroups.h"
-#include "ui/screens/library/DaySlots.h"
 #include "ui/screens/library/LibraryLayout.h"
 #include "ui/screens/library/ScrollSpeed.h"
+#include "ui/screens/library/VisibleCards.h"
+#include "ui/screens/library/VisibleDays.h"
 
 #include <QObject>
 #include <QTimer>
@@ -15,8 +15,8 @@
 
 namespace quelto {
 
-/// What one library view shows: the clips that pass its filter, grouped and laid out, of which only those in view are
-/// handed to QML. It has a current card for the keyboard, which stays with its clip.
+/// The model of a library view: filters, groups and lays out the clips, and provides the visible ones to QML. The
+/// current card for keyboard navigation follows its clip when clips are added or removed.
 ///
 /// Thread: main. Units: logical pixels.
 class LibraryModel : public QObject {
@@ -30,27 +30,27 @@ class LibraryModel : public QObject {
     Q_PROPERTY(qreal width READ width WRITE setWidth NOTIFY viewChanged)
     Q_PROPERTY(qreal viewTop READ viewTop WRITE setViewTop NOTIFY viewChanged)
     Q_PROPERTY(qreal viewHeight READ viewHeight WRITE setViewHeight NOTIFY viewChanged)
-    /// Of what stands below a card's picture.
+    /// The height of the text block below a card's picture.
     Q_PROPERTY(qreal cardTextHeight READ cardTextHeight WRITE setCardTextHeight NOTIFY viewChanged)
 
-    /// Before the folder was read for the first time there is nothing to say about it.
+    /// False until the save folder has been read for the first time.
     Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY clipsChanged)
     Q_PROPERTY(int count READ count NOTIFY clipsChanged)
     Q_PROPERTY(bool showsTierBar READ showsTierBar NOTIFY clipsChanged)
     Q_PROPERTY(QStringList tierFilters READ tierFilterNames CONSTANT)
     Q_PROPERTY(qreal contentHeight READ contentHeight NOTIFY layoutChanged)
-    /// Cards go by so fast that nobody sees their pictures.
+    /// The view scrolls too fast for thumbnails to be worth requesting.
     Q_PROPERTY(bool isPassing READ isPassing NOTIFY passingChanged)
-    Q_PROPERTY(quelto::CardSlots* cards READ cards CONSTANT)
-    Q_PROPERTY(quelto::DaySlots* days READ days CONSTANT)
-    /// Counted through all cards; -1 if there is none.
+    Q_PROPERTY(quelto::VisibleCards* cards READ cards CONSTANT)
+    Q_PROPERTY(quelto::VisibleDays* days READ days CONSTANT)
+    /// Index among all cards; -1 for none.
     Q_PROPERTY(int currentPosition READ currentPosition NOTIFY currentChanged)
     Q_PROPERTY(QString currentPath READ currentPath NOTIFY currentChanged)
 
 public:
     using Clock = std::function<QDateTime()>;
 
-    /// For QML, over the program's library.
+    /// For QML; uses the instance of ClipLibraryForQml.
     explicit LibraryModel(QObject* parent = nullptr);
     LibraryModel(const ClipLibrary& library, Clock clock, QObject* parent = nullptr);
 
@@ -73,33 +73,32 @@ public:
     void setCardTextHeight(qreal cardTextHeight);
 
     bool isLoaded() const;
-    /// Of the clips that pass.
-    int count() const { return static_cast<int>(m_order.size()); }
+    /// The number of clips that match the filter.
+    int count() const { return static_cast<int>(m_cardClips.size()); }
     bool showsTierBar() const { return m_showsTierBar; }
     static QStringList tierFilterNames() { return tierFilters(); }
     qreal contentHeight() const { return m_layout.height(); }
     bool isPassing() const { return m_isPassing; }
-    CardSlots* cards() { return &m_cards; }
-    DaySlots* days() { return &m_days; }
+    VisibleCards* cards() { return &m_cards; }
+    VisibleDays* days() { return &m_days; }
     int currentPosition() const { return static_cast<int>(m_current); }
     QString currentPath() const { return m_currentPath; }
 
-    /// The word for one of tierFilters.
+    /// The translated label of one of tierFilters.
     Q_INVOKABLE static QString tierFilterLabel(const QString& tierFilter)
     {
         return quelto::tierFilterLabel(tierFilter);
     }
-    /// Makes that card the current one.
     Q_INVOKABLE void select(int position);
-    /// Makes the first card current of which all is to be seen.
+    /// Selects the first card that is fully visible.
     Q_INVOKABLE void selectFirstInView();
-    /// Lets an arrow key, Home, End or a page key choose another current card, and brings it into view; false if the
-    /// key is none of them.
+    /// Moves the current card for an arrow key, Home, End, Page Up or Page Down and scrolls it into view. Returns false
+    /// for other keys.
     Q_INVOKABLE bool moveCurrent(int key);
     Q_INVOKABLE QString currentTitle() const;
 
-    /// Looks at the clock: titles speak of today. Called every minute and at midnight.
-    void lookAtClock();
+    /// Updates the titles "Today" and "Yesterday". Called every minute and just after midnight.
+    void updateToday();
 
 Q_SIGNALS:
     void filterChanged();
@@ -108,50 +107,50 @@ Q_SIGNALS:
     void layoutChanged();
     void passingChanged();
     void currentChanged();
-    /// The view is to stand there: what the user looks at has moved, or the current card is out of sight.
+    /// Asks the view to scroll there: the visible clips have moved, or the current card is out of view.
     void scrollWanted(qreal viewTop);
 
 private:
-    /// What the user sees, to find it again after a change.
+    /// A visible card and its distance from the top of the view, to restore the scroll position after a change.
     struct Anchor {
         QString path;
         qreal offset = 0;
     };
 
-    void takeClips();
+    void updateClips();
     void applyFilter(std::optional<Anchor> anchor);
-    void layOut();
-    void fillSlots();
+    void updateLayout();
+    void updateVisibleRows();
     void setPassing(bool isPassing);
     void setFilter(const ClipFilter& filter);
     void setCurrent(qsizetype position);
     void restore(const Anchor& anchor);
     std::optional<Anchor> anchor() const;
-    const Clip& clipAt(qsizetype position) const { return m_clips.clips().at(m_order.at(position)); }
+    const Clip& clipAt(qsizetype position) const { return m_clips.clips().at(m_cardClips.at(position)); }
     qsizetype positionOf(const QString& path) const;
-    void waitForClock();
+    void scheduleTodayUpdate();
 
     const ClipLibrary& m_library;
     Clock m_clock;
-    FilterableClips m_clips;
+    SearchableClips m_clips;
     ClipFilter m_filter;
-    /// Kept while hasGame is not set yet.
+    /// Kept separately because QML may set it before hasGame.
     QString m_game;
     QDate m_today;
     QList<DayGroup> m_groups;
-    /// The clips' places, card after card.
-    QList<qsizetype> m_order;
+    /// The index in m_clips of each card's clip.
+    QList<qsizetype> m_cardClips;
     QList<DayCards> m_dayCards;
     LibraryLayout m_layout;
     qreal m_width = 0;
     qreal m_viewHeight = 0;
     qreal m_cardTextHeight = 0;
     ScrollSpeed m_scroll;
-    CardSlots m_cards;
-    DaySlots m_days;
+    VisibleCards m_cards;
+    VisibleDays m_days;
     qsizetype m_current = -1;
     QString m_currentPath;
-    QTimer m_restTimer;
+    QTimer m_scrollEndTimer;
     QTimer m_clockTimer;
     bool m_showsTierBar = false;
     bool m_isPassing = false;

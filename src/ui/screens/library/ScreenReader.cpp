@@ -9,7 +9,7 @@ void ScreenReader::tellCurrent(QQuickItem* item)
 {
     if (item != nullptr) {
         QAccessibleEvent event(item, QAccessible::Focus);
-        m_tell(&event);
+        m_send(&event);
     }
 }
 

@@ -9,7 +9,7 @@ class QQuickItem;
 
 namespace quelto {
 
-/// Tells screen readers what Qt does not tell them by itself.
+/// Sends the accessibility events that Qt does not send itself.
 ///
 /// Thread: main.
 class ScreenReader : public QObject {
@@ -18,19 +18,19 @@ class ScreenReader : public QObject {
     QML_SINGLETON
 
 public:
-    using Tell = std::function<void(QAccessibleEvent* event)>;
+    using Send = std::function<void(QAccessibleEvent* event)>;
 
     using QObject::QObject;
 
-    /// The keyboard acts on that item now, though the focus is that of the list around it.
+    /// Announces the item as focused although the surrounding list has the keyboard focus. Does nothing for null.
     Q_INVOKABLE void tellCurrent(QQuickItem* item);
 
-    /// Whom it tells instead of the desktop's screen reader.
-    void setListener(Tell listener) { m_tell = std::move(listener); }
+    /// Replaces the function that delivers the events.
+    void setSend(Send send) { m_send = std::move(send); }
 
 private:
-    /// Does nothing while no screen reader runs.
-    Tell m_tell = &QAccessible::updateAccessibility;
+    /// The default does nothing while no screen reader runs.
+    Send m_send = &QAccessible::updateAccessibility;
 };
 
 } // namespace quelto

@@ -8,35 +8,36 @@
 
 namespace quelto {
 
-/// How fast a view is moved, by where it was when.
+/// Measures the scroll speed from successive positions.
 ///
-/// Units: logical pixels a second.
+/// Units: logical pixels; speed in logical pixels per second.
 class ScrollSpeed {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
     explicit ScrollSpeed(qreal position = 0)
         : m_position(position)
-        , m_windowPosition(position)
+        , m_intervalPosition(position)
     {
     }
 
     void moveTo(qreal position, Time now)
     {
         if (!m_isMoving) {
-            // The first step of a movement takes no time of its own; a jump is not fast.
+            // The first step has no duration, so that a single jump has no speed.
             m_isMoving = true;
-            m_windowStart = now;
-            m_windowPosition = position;
-        } else if (now - m_windowStart >= Window) {
-            const auto seconds = std::chrono::duration<qreal>(now - m_windowStart).count();
-            m_speed = std::abs(position - m_windowPosition) / seconds;
-            m_windowStart = now;
-            m_windowPosition = position;
+            m_intervalStart = now;
+            m_intervalPosition = position;
+        } else if (now - m_intervalStart >= MinInterval) {
+            const auto seconds = std::chrono::duration<qreal>(now - m_intervalStart).count();
+            m_speed = std::abs(position - m_intervalPosition) / seconds;
+            m_intervalStart = now;
+            m_intervalPosition = position;
         }
         m_position = position;
     }
-    void rest()
+    /// The view has come to rest.
+    void stop()
     {
         m_isMoving = false;
         m_speed = 0;
@@ -46,12 +47,12 @@ public:
     qreal speed() const { return m_speed; }
 
 private:
-    /// Several steps of one frame would look like great speed.
-    static constexpr std::chrono::milliseconds Window{30};
+    /// Steps within one frame would give too high a speed.
+    static constexpr std::chrono::milliseconds MinInterval{30};
 
     qreal m_position;
-    qreal m_windowPosition;
-    Time m_windowStart;
+    qreal m_intervalPosition;
+    Time m_intervalStart;
     qreal m_speed = 0;
     bool m_isMoving = false;
 };

@@ -5,13 +5,13 @@
 namespace quelto {
 namespace {
 
-/// Which files the cards on screen have read, at the pace of the test.
+/// Which files the visible cards read. The test controls when reads run.
 class CardPicturesTest : public test::LibraryScreenFixture {
 protected:
     void SetUp() override
     {
         LibraryScreenFixture::SetUp();
-        readClipsBy(
+        setClipReader(
             [this](const QString& path) {
                 read.append(Clip(path).displayTitle());
                 ClipPreview reading;
@@ -52,10 +52,10 @@ protected:
     QStringList unfinished;
 };
 
-TEST_F(CardPicturesTest, OfCardsThatScrolledAwayBeforeTheirTurnAreNeverRead)
+TEST_F(CardPicturesTest, SkipsCardsThatScrolledOutOfView)
 {
     open(200);
-    EXPECT_TRUE(read.isEmpty()) << "the test decides when";
+    EXPECT_TRUE(read.isEmpty()) << "no read runs before the test allows it";
     scrollTo(3000);
     scrollTo(6000);
     const auto seen = cardTitles();
@@ -68,7 +68,7 @@ TEST_F(CardPicturesTest, OfCardsThatScrolledAwayBeforeTheirTurnAreNeverRead)
     EXPECT_EQ(pictures(), seen.size());
 }
 
-TEST_F(CardPicturesTest, AreReadForTheNewestCardsFirst)
+TEST_F(CardPicturesTest, ReadsNewlyVisibleCardsFirst)
 {
     open(200);
     const auto before = cardTitles();
@@ -77,13 +77,13 @@ TEST_F(CardPicturesTest, AreReadForTheNewestCardsFirst)
     const auto isNew = [&](const QString& title) { return !before.contains(title); };
     const auto newCount = std::ranges::count_if(after, isNew);
     ASSERT_GT(newCount, 0);
-    ASSERT_LT(newCount, after.size()) << "some cards are still there";
+    ASSERT_LT(newCount, after.size()) << "some cards stay visible";
     readerTime.settle();
     EXPECT_TRUE(std::all_of(read.cbegin(), read.cbegin() + newCount, isNew)) << read.join(u' ').toStdString();
     EXPECT_EQ(read.size(), after.size());
 }
 
-TEST_F(CardPicturesTest, StayWhenTheCardsAreShownAnew)
+TEST_F(CardPicturesTest, KeepsThumbnailsOnReload)
 {
     open(5);
     readerTime.settle();
@@ -91,14 +91,14 @@ TEST_F(CardPicturesTest, StayWhenTheCardsAreShownAnew)
     EXPECT_EQ(pictures(), 5);
     makeFile("Dota 2 - Older.mp4", 4000);
     reload();
-    EXPECT_EQ(pictures(), 5) << "not for one frame";
+    EXPECT_EQ(pictures(), 5) << "no thumbnail disappears, not even for one frame";
     readerTime.settle();
     settle(50);
     EXPECT_EQ(pictures(), 6);
     EXPECT_EQ(read.size(), 6);
 }
 
-TEST_F(CardPicturesTest, OfAClipThatWasStillBeingCopiedComeWhenItIsWhole)
+TEST_F(CardPicturesTest, LoadsTheThumbnailOnceAClipIsFullyCopied)
 {
     unfinished.append(path("Dota 2 - Nr 000.mp4"));
     open(2);

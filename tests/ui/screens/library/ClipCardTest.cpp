@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/LookOfItem.h"
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/screens/library/LibraryScreenFixture.h"
 
 #include <QEasingCurve>
@@ -11,9 +11,9 @@ using test::colorOf;
 using test::fontOf;
 using test::outlineOf;
 using test::radiusOf;
-using test::thinned;
+using test::withOpacity;
 
-/// One card, of a clip whose reading the test makes up.
+/// One card of a clip whose thumbnail and duration the test provides.
 class ClipCardTest : public test::LibraryScreenFixture {
 protected:
     void SetUp() override
@@ -22,7 +22,7 @@ protected:
         reading.info.duration = 65;
         reading.thumbnail = QImage(64, 36, QImage::Format_RGB32);
         reading.thumbnail.fill(Qt::darkGreen);
-        readClipsBy([this](const QString&) { return reading; });
+        setClipReader([this](const QString&) { return reading; });
     }
 
     QQuickItem* open(const char* file = "Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] Ace.mp4")
@@ -34,8 +34,8 @@ protected:
         return itemsOf("ClipCard").value(0);
     }
 
-    /// The visible items of Qt's type in the card, in the order in which they are drawn.
-    QList<QQuickItem*> within(QQuickItem* root, const char* qtType) const
+    /// The visible items of that Qt type below the root, in paint order.
+    QList<QQuickItem*> itemsOfType(QQuickItem* root, const char* qtType) const
     {
         QList<QQuickItem*> items;
         test::visitVisible(root, [&](QQuickItem* each) {
@@ -45,15 +45,15 @@ protected:
         });
         return items;
     }
-    QList<QQuickItem*> boxes(QQuickItem* root) const { return within(root, "QQuickRectangle"); }
-    QQuickItem* boxOf(QQuickItem* root, const QColor& color) const
+    QList<QQuickItem*> rectangles(QQuickItem* root) const { return itemsOfType(root, "QQuickRectangle"); }
+    QQuickItem* rectangleOf(QQuickItem* root, const QColor& color) const
     {
-        for (auto* box : boxes(root)) {
+        for (auto* box : rectangles(root)) {
             if (colorOf(box) == color) {
                 return box;
             }
         }
-        ADD_FAILURE() << "no box is " << color.name(QColor::HexArgb).toStdString();
+        ADD_FAILURE() << "no rectangle has the color " << color.name(QColor::HexArgb).toStdString();
         return nullptr;
     }
     QQuickItem* symbol(QQuickItem* root, const char* name) const
@@ -72,7 +72,7 @@ protected:
     }
     void hover(QQuickItem* item)
     {
-        // The pointer may stand there since the last test's window, and then does not move.
+        // The pointer may already be there from the last test; moving it away first makes sure that it moves.
         QTest::mouseMove(window, {5, 5});
         QTest::mouseMove(window, middleOf(item));
         settle();
@@ -81,11 +81,11 @@ protected:
     ClipPreview reading;
 };
 
-TEST_F(ClipCardTest, IsABoxWithAnOutlineThatBothLightUp)
+TEST_F(ClipCardTest, BackgroundAndOutlineChangeOnHover)
 {
     auto* card = open();
-    const auto* ground = boxes(card).first();
-    auto* outline = boxes(card).last();
+    const auto* ground = rectangles(card).first();
+    auto* outline = rectangles(card).last();
     for (const auto* box : {ground, static_cast<const QQuickItem*>(outline)}) {
         EXPECT_EQ(areaIn(card, box), QRectF({}, card->size()));
         EXPECT_EQ(radiusOf(box), 8);
@@ -95,13 +95,13 @@ TEST_F(ClipCardTest, IsABoxWithAnOutlineThatBothLightUp)
     EXPECT_EQ(outlineOf(outline).width, 1);
     hover(card);
     EXPECT_EQ(colorOf(ground), theme.cardHover());
-    EXPECT_EQ(outlineOf(outline).color, thinned(theme.accent(), 0.7));
+    EXPECT_EQ(outlineOf(outline).color, withOpacity(theme.accent(), 0.7));
 }
 
-TEST_F(ClipCardTest, LightsUpInTheTimeThatWasTold)
+TEST_F(ClipCardTest, HoverAnimationsTake120Milliseconds)
 {
     auto* card = open();
-    // They are made when they are first needed.
+    // The animations are created on first use.
     hover(card);
     const auto animations = test::animationsOf(card);
     EXPECT_EQ(animations.size(), 3) << "scale, background and outline";
@@ -111,13 +111,13 @@ TEST_F(ClipCardTest, LightsUpInTheTimeThatWasTold)
     }
 }
 
-TEST_F(ClipCardTest, UnderThePointerItsPictureIsVeiledAndSaysWhatAClickDoes)
+TEST_F(ClipCardTest, HoverDimsTheThumbnailAndShowsAPlaySymbol)
 {
     auto* card = open();
     EXPECT_EQ(symbol(card, "play.fill"), nullptr);
     hover(card);
     const auto pictureHeight = std::round(card->width() * 9 / 16);
-    auto* veil = boxOf(card, thinned(theme.shadow(), 0.35));
+    auto* veil = rectangleOf(card, withOpacity(theme.shadow(), 0.35));
     ASSERT_NE(veil, nullptr);
     EXPECT_EQ(veil->parentItem()->size(), QSizeF(card->width(), pictureHeight));
     EXPECT_EQ(veil->width(), card->width());
@@ -131,12 +131,12 @@ TEST_F(ClipCardTest, UnderThePointerItsPictureIsVeiledAndSaysWhatAClickDoes)
     EXPECT_NEAR(areaIn(card, circle).center().x(), card->width() / 2, 0.6);
     EXPECT_NEAR(areaIn(card, circle).center().y(), pictureHeight / 2, 0.6);
     const auto* shadow = circle->childItems().first();
-    EXPECT_EQ(colorOf(shadow), thinned(theme.shadow(), 0.5));
+    EXPECT_EQ(colorOf(shadow), withOpacity(theme.shadow(), 0.5));
     EXPECT_EQ(radiusOf(shadow), 8);
     EXPECT_EQ(shadow->property("offset"), 2);
 }
 
-TEST_F(ClipCardTest, OffersADragInDiscordsColorAtTheTopRight)
+TEST_F(ClipCardTest, HoverShowsTheDragHintAtTheTopRight)
 {
     auto* card = open();
     hover(card);
@@ -145,7 +145,7 @@ TEST_F(ClipCardTest, OffersADragInDiscordsColorAtTheTopRight)
     EXPECT_EQ(fontOf(words).pixelSize(), 10);
     EXPECT_EQ(fontOf(words).weight(), QFont::Bold);
     EXPECT_EQ(colorOf(words), QColor(Qt::white));
-    const auto* hint = boxOf(card, QColor(QStringLiteral("#5865F2")));
+    const auto* hint = rectangleOf(card, QColor(QStringLiteral("#5865F2")));
     ASSERT_NE(hint, nullptr);
     const auto area = areaIn(card, hint);
     EXPECT_EQ(area.top(), 8);
@@ -154,13 +154,13 @@ TEST_F(ClipCardTest, OffersADragInDiscordsColorAtTheTopRight)
     EXPECT_EQ(areaIn(hint, words).right(), hint->width() - 7);
     EXPECT_EQ(hint->height(), words->height() + 2 * 4);
     EXPECT_NE(symbol(card, "hand.draw.fill"), nullptr);
-    // The badge faces it.
+    // The tier badge is at the other corner.
     const auto* badge = itemsOf("TierBadge").value(0);
     ASSERT_NE(badge, nullptr);
     EXPECT_EQ(areaIn(card, badge).topLeft(), QPointF(8, 8));
 }
 
-TEST_F(ClipCardTest, ShowsTheLengthOnAChip)
+TEST_F(ClipCardTest, ShowsTheDurationOnAChip)
 {
     auto* card = open();
     auto* words = textItem(QStringLiteral("1:05"));
@@ -168,28 +168,28 @@ TEST_F(ClipCardTest, ShowsTheLengthOnAChip)
     EXPECT_EQ(fontOf(words).pixelSize(), 11);
     EXPECT_EQ(fontOf(words).weight(), QFont::Bold);
     EXPECT_EQ(colorOf(words), QColor(Qt::white));
-    const auto* chip = boxOf(card, thinned(Qt::black, 0.75));
+    const auto* chip = rectangleOf(card, withOpacity(Qt::black, 0.75));
     ASSERT_NE(chip, nullptr);
     EXPECT_EQ(radiusOf(chip), 4);
     EXPECT_EQ(chip->size(), QSizeF(words->width() + 12, words->height() + 6));
     EXPECT_EQ(areaIn(card, chip).bottomRight(), QPointF(card->width() - 8, std::round(card->width() * 9 / 16) - 8));
 }
 
-TEST_F(ClipCardTest, HasNeitherChipNorPictureForABrokenFile)
+TEST_F(ClipCardTest, BrokenFileHasNeitherChipNorThumbnail)
 {
     reading = {};
     auto* card = open();
-    for (const auto* box : boxes(card)) {
-        EXPECT_NE(colorOf(box), thinned(Qt::black, 0.75));
+    for (const auto* box : rectangles(card)) {
+        EXPECT_NE(colorOf(box), withOpacity(Qt::black, 0.75));
     }
     const auto* sign = symbol(card, "film");
     ASSERT_NE(sign, nullptr);
     EXPECT_EQ(sign->width(), 26);
     EXPECT_EQ(colorOf(sign), theme.dim());
-    EXPECT_NE(boxOf(card, theme.bg()), nullptr);
+    EXPECT_NE(rectangleOf(card, theme.bg()), nullptr);
 }
 
-TEST_F(ClipCardTest, HasAPictureInPlaceOfTheSign)
+TEST_F(ClipCardTest, ThumbnailReplacesThePlaceholder)
 {
     auto* card = open();
     EXPECT_EQ(symbol(card, "film"), nullptr);
@@ -197,12 +197,12 @@ TEST_F(ClipCardTest, HasAPictureInPlaceOfTheSign)
     EXPECT_EQ(image.pixelColor(card->mapToScene({card->width() / 2, 60}).toPoint()), QColor(Qt::darkGreen));
 }
 
-TEST_F(ClipCardTest, SaysInALineWhatItIs)
+TEST_F(ClipCardTest, ShowsTitleAndDetailsOnOneLineEach)
 {
     auto* card = open();
     auto* block = itemsOf("ClipCardText").value(0);
     ASSERT_NE(block, nullptr);
-    auto texts = within(block, "QQuickText");
+    auto texts = itemsOfType(block, "QQuickText");
     ASSERT_EQ(texts.size(), 6);
     const auto* title = texts.takeFirst();
     EXPECT_EQ(title->property("text"), QStringLiteral("Ace"));
@@ -229,7 +229,7 @@ TEST_F(ClipCardTest, SaysInALineWhatItIs)
     EXPECT_EQ(areaIn(card, button).right(), card->width() - 12);
 }
 
-TEST_F(ClipCardTest, KeepsNamesWithLineBreaksToOneLine)
+TEST_F(ClipCardTest, NamesWithLineBreaksTakeOneLine)
 {
     auto* card = open("Dota\n2 - Ace\nagain.mp4");
     makeFile("Dota 2 - Plain.mp4", 1);
@@ -238,10 +238,10 @@ TEST_F(ClipCardTest, KeepsNamesWithLineBreaksToOneLine)
     const auto blocks = itemsOf("ClipCardText");
     ASSERT_EQ(blocks.size(), 2);
     EXPECT_EQ(blocks.at(0)->implicitHeight(), blocks.at(1)->implicitHeight());
-    EXPECT_EQ(card->height(), card->implicitHeight()) << "the place in the grid is as high as what is in it";
+    EXPECT_EQ(card->height(), card->implicitHeight()) << "the grid reserves the height of the card's content";
 }
 
-TEST_F(ClipCardTest, IsDraggedWithItsPicture)
+TEST_F(ClipCardTest, DragCarriesTheThumbnail)
 {
     auto* card = open();
     const auto start = middleOf(card);

@@ -13,9 +13,9 @@ protected:
     void SetUp() override { L10n::use(QStringLiteral("en")); }
     void TearDown() override { L10n::use(QStringLiteral("tr")); }
 
-    static QStringList passing(const ClipFilter& filter)
+    static QStringList matchingTitles(const ClipFilter& filter)
     {
-        FilterableClips clips({
+        SearchableClips clips({
             Clip(QStringLiteral("/c/Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] RAMPAGE.mp4")),
             Clip(QStringLiteral("/c/Dota 2 - 2026-03-01 20.15.08 [ORTA 45] Triple Kill.mp4")),
             Clip(QStringLiteral("/c/Dota - 2026-03-01 20.15.09.mp4")),
@@ -23,80 +23,81 @@ protected:
             Clip(QStringLiteral("/c/League - 2026-03-01 20.15.10 [BASIT 15] Solo.mp4")),
         });
         QStringList titles;
-        for (const auto place : clips.passing(filter)) {
-            titles.append(clips.clips().at(place).displayTitle());
+        for (const auto index : clips.matching(filter)) {
+            titles.append(clips.clips().at(index).displayTitle());
         }
         return titles;
     }
 };
 
-TEST_F(ClipFilterTest, PassesEverythingWithoutAWish)
+TEST_F(ClipFilterTest, DefaultMatchesAllClips)
 {
-    EXPECT_EQ(passing({}).size(), 5);
+    EXPECT_EQ(matchingTitles({}).size(), 5);
 }
 
-TEST_F(ClipFilterTest, TakesTheGameExactly)
+TEST_F(ClipFilterTest, MatchesTheGameExactly)
 {
-    EXPECT_EQ(passing({.game = QStringLiteral("Dota")}), QStringList{QStringLiteral("Dota clip")});
-    EXPECT_TRUE(passing({.game = QStringLiteral("dota")}).isEmpty());
-    EXPECT_TRUE(passing({.game = QString()}).isEmpty());
+    EXPECT_EQ(matchingTitles({.game = QStringLiteral("Dota")}), QStringList{QStringLiteral("Dota clip")});
+    EXPECT_TRUE(matchingTitles({.game = QStringLiteral("dota")}).isEmpty());
+    EXPECT_TRUE(matchingTitles({.game = QString()}).isEmpty());
 }
 
-TEST_F(ClipFilterTest, TakesOneTier)
+TEST_F(ClipFilterTest, MatchesOneTier)
 {
-    EXPECT_EQ(passing({.tier = QStringLiteral("epic")}), QStringList{QStringLiteral("RAMPAGE")});
-    EXPECT_EQ(passing({.tier = QStringLiteral("medium")}), QStringList{QStringLiteral("Triple Kill")});
-    EXPECT_EQ(passing({.tier = QStringLiteral("basic")}), QStringList{QStringLiteral("Solo")});
-    EXPECT_TRUE(passing({.tier = QStringLiteral("legendary")}).isEmpty());
+    EXPECT_EQ(matchingTitles({.tier = QStringLiteral("epic")}), QStringList{QStringLiteral("RAMPAGE")});
+    EXPECT_EQ(matchingTitles({.tier = QStringLiteral("medium")}), QStringList{QStringLiteral("Triple Kill")});
+    EXPECT_EQ(matchingTitles({.tier = QStringLiteral("basic")}), QStringList{QStringLiteral("Solo")});
+    EXPECT_TRUE(matchingTitles({.tier = QStringLiteral("legendary")}).isEmpty());
 }
 
-TEST_F(ClipFilterTest, TakesClipsWithoutATierAsManual)
+TEST_F(ClipFilterTest, ManualMatchesClipsWithoutATier)
 {
-    EXPECT_EQ(passing({.tier = QStringLiteral("manual")}),
+    EXPECT_EQ(matchingTitles({.tier = QStringLiteral("manual")}),
               (QStringList{QStringLiteral("Dota clip"), QStringLiteral("My Ace")}));
 }
 
-TEST_F(ClipFilterTest, FindsWordsInTheTitleWhateverTheirCase)
+TEST_F(ClipFilterTest, SearchIgnoresCaseInTheTitle)
 {
-    EXPECT_EQ(passing({.search = QStringLiteral("rAmPaGe")}), QStringList{QStringLiteral("RAMPAGE")});
-    EXPECT_EQ(passing({.search = QStringLiteral("ace")}), QStringList{QStringLiteral("My Ace")});
-    EXPECT_TRUE(passing({.search = QStringLiteral("2026")}).isEmpty()) << "the date is no part of what is shown";
+    EXPECT_EQ(matchingTitles({.search = QStringLiteral("rAmPaGe")}), QStringList{QStringLiteral("RAMPAGE")});
+    EXPECT_EQ(matchingTitles({.search = QStringLiteral("ace")}), QStringList{QStringLiteral("My Ace")});
+    EXPECT_TRUE(matchingTitles({.search = QStringLiteral("2026")}).isEmpty()) << "the date is not part of the title";
 }
 
-TEST_F(ClipFilterTest, FindsAClipByItsGameAlone)
+TEST_F(ClipFilterTest, SearchMatchesTheGame)
 {
-    EXPECT_EQ(passing({.search = QStringLiteral("league")}),
+    EXPECT_EQ(matchingTitles({.search = QStringLiteral("league")}),
               (QStringList{QStringLiteral("My Ace"), QStringLiteral("Solo")}));
 }
 
-TEST_F(ClipFilterTest, AsksForAllOfItTogether)
+TEST_F(ClipFilterTest, AllConditionsMustMatch)
 {
     EXPECT_EQ(
-        passing({.game = QStringLiteral("Dota 2"), .tier = QStringLiteral("medium"), .search = QStringLiteral("kill")}),
+        matchingTitles(
+            {.game = QStringLiteral("Dota 2"), .tier = QStringLiteral("medium"), .search = QStringLiteral("kill")}),
         QStringList{QStringLiteral("Triple Kill")});
-    EXPECT_TRUE(passing({.game = QStringLiteral("League"), .tier = QStringLiteral("epic")}).isEmpty());
+    EXPECT_TRUE(matchingTitles({.game = QStringLiteral("League"), .tier = QStringLiteral("epic")}).isEmpty());
 }
 
-TEST_F(ClipFilterTest, ComparesAsTheLanguageDoes)
+TEST_F(ClipFilterTest, SearchFollowsTheCaseRulesOfTheLanguage)
 {
-    FilterableClips clips({Clip(QStringLiteral("/c/Elden Ring - İlk Işık.mp4"))});
+    SearchableClips clips({Clip(QStringLiteral("/c/Elden Ring - İlk Işık.mp4"))});
     L10n::use(QStringLiteral("tr"));
-    EXPECT_EQ(clips.passing({.search = QStringLiteral("ilk ışık")}).size(), 1);
-    EXPECT_EQ(clips.passing({.search = QStringLiteral("ILK")}).size(), 0);
-    // The words are made anew for another language.
+    EXPECT_EQ(clips.matching({.search = QStringLiteral("ilk ışık")}).size(), 1);
+    EXPECT_EQ(clips.matching({.search = QStringLiteral("ILK")}).size(), 0);
+    // The search keys are computed again for another language.
     L10n::use(QStringLiteral("en"));
-    EXPECT_EQ(clips.passing({.search = QStringLiteral("ilk ışık")}).size(), 0);
-    EXPECT_EQ(clips.passing({.search = QStringLiteral("RING")}).size(), 1);
+    EXPECT_EQ(clips.matching({.search = QStringLiteral("ilk ışık")}).size(), 0);
+    EXPECT_EQ(clips.matching({.search = QStringLiteral("RING")}).size(), 1);
 }
 
-TEST_F(ClipFilterTest, TakesLettersWithSeparateMarksForTheSame)
+TEST_F(ClipFilterTest, SearchMatchesDecomposedLetters)
 {
-    FilterableClips clips({Clip(QStringLiteral("/c/Pokémon - Cafe\u0301.mp4"))});
-    EXPECT_EQ(clips.passing({.search = QStringLiteral("café")}).size(), 1);
-    EXPECT_EQ(clips.passing({.search = QStringLiteral("poke\u0301mon")}).size(), 1);
+    SearchableClips clips({Clip(QStringLiteral("/c/Pokémon - Cafe\u0301.mp4"))});
+    EXPECT_EQ(clips.matching({.search = QStringLiteral("café")}).size(), 1);
+    EXPECT_EQ(clips.matching({.search = QStringLiteral("poke\u0301mon")}).size(), 1);
 }
 
-TEST_F(ClipFilterTest, OffersItsTiersInOrder)
+TEST_F(ClipFilterTest, TierFiltersAreInDisplayOrder)
 {
     QStringList labels;
     for (const auto& filter : tierFilters()) {

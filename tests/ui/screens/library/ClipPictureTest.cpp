@@ -19,9 +19,9 @@ QImage filled(QSize size, QColor color)
     return image;
 }
 
-TEST(CoveringPicture, FillsTheSizeAndCutsWhatStandsOver)
+TEST(CoveringPicture, FillsTheSizeAndCropsTheExcess)
 {
-    // Red left and right of a green square.
+    // A green square with red at both sides.
     auto wide = filled({300, 100}, Qt::red);
     QPainter(&wide).fillRect(100, 0, 100, 100, Qt::green);
     const auto square = coveringPicture(wide, {50, 50}, 0);
@@ -30,7 +30,7 @@ TEST(CoveringPicture, FillsTheSizeAndCutsWhatStandsOver)
     EXPECT_EQ(square.pixelColor(47, 25), QColor(Qt::green));
 }
 
-TEST(CoveringPicture, RoundsItsUpperCornersOnly)
+TEST(CoveringPicture, RoundsOnlyTheUpperCorners)
 {
     const auto image = coveringPicture(filled({64, 64}, Qt::blue), {40, 40}, 8);
     EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
@@ -40,13 +40,13 @@ TEST(CoveringPicture, RoundsItsUpperCornersOnly)
     EXPECT_EQ(image.pixelColor(39, 39), QColor(Qt::blue));
 }
 
-TEST(CoveringPicture, OfNothingIsNothing)
+TEST(CoveringPicture, IsNullForANullPictureOrAnEmptySize)
 {
     EXPECT_TRUE(coveringPicture({}, {40, 40}, 8).isNull());
     EXPECT_TRUE(coveringPicture(filled({64, 64}, Qt::blue), {0, 40}, 8).isNull());
 }
 
-TEST(DragPicture, IsTwoHundredWideOnEveryScreen)
+TEST(DragPicture, Fits200LogicalPixelsAtEveryScale)
 {
     const auto wide = filled({640, 360}, Qt::blue);
     const auto once = dragPicture(wide, 1);
@@ -69,7 +69,7 @@ protected:
     test::ManualQueue main{time};
     test::ManualQueue work{time};
     QStringList read;
-    /// Still being copied.
+    /// A file that is still being copied.
     QString unfinished;
     ThumbnailCache cache{ThumbnailCache::Dependencies{.main = main,
                                                       .work = [this](Task task) { work.post(std::move(task)); },
@@ -87,7 +87,7 @@ protected:
     ClipPicture picture;
 };
 
-TEST_F(ClipPictureTest, ShowsItsClipWhenItWasRead)
+TEST_F(ClipPictureTest, ShowsTheThumbnailOnceRead)
 {
     picture.setPath(QStringLiteral("/long"));
     EXPECT_FALSE(picture.hasPicture());
@@ -96,20 +96,20 @@ TEST_F(ClipPictureTest, ShowsItsClipWhenItWasRead)
     EXPECT_EQ(picture.durationText(), QStringLiteral("1:05"));
 }
 
-TEST_F(ClipPictureTest, NeverShowsAnotherClip)
+TEST_F(ClipPictureTest, ClearsTheThumbnailOnAChangeOfPath)
 {
     picture.setPath(QStringLiteral("/long"));
     time.settle();
     picture.setPath(QStringLiteral("/other"));
     EXPECT_FALSE(picture.hasPicture());
-    EXPECT_EQ(picture.durationText(), QString()) << "nor its length";
+    EXPECT_EQ(picture.durationText(), QString()) << "the duration is cleared too";
     picture.setPath({});
     time.settle();
     EXPECT_FALSE(picture.hasPicture());
-    EXPECT_EQ(read, QStringList{QStringLiteral("/long")}) << "what left before it was read is not read";
+    EXPECT_EQ(read, QStringList{QStringLiteral("/long")}) << "a cancelled request is not read";
 }
 
-TEST_F(ClipPictureTest, KeepsToItsPlaceholderForABrokenClip)
+TEST_F(ClipPictureTest, HasNoPictureForABrokenClip)
 {
     picture.setPath(QStringLiteral("/broken"));
     time.settle();
@@ -118,7 +118,7 @@ TEST_F(ClipPictureTest, KeepsToItsPlaceholderForABrokenClip)
     EXPECT_EQ(read.size(), 1);
 }
 
-TEST_F(ClipPictureTest, AsksForNothingWhilePassingButShowsWhatIsThere)
+TEST_F(ClipPictureTest, ShowsOnlyCachedThumbnailsDuringFastScrolling)
 {
     picture.setPath(QStringLiteral("/long"));
     time.settle();
@@ -135,7 +135,7 @@ TEST_F(ClipPictureTest, AsksForNothingWhilePassingButShowsWhatIsThere)
     EXPECT_EQ(read.size(), 2);
 }
 
-TEST_F(ClipPictureTest, AsksAgainForAFileThatHasBecomeAClip)
+TEST_F(ClipPictureTest, RequestsAgainWhenAFileWithoutThumbnailChanges)
 {
     unfinished = QStringLiteral("/copy");
     picture.setPath(unfinished);
@@ -143,7 +143,7 @@ TEST_F(ClipPictureTest, AsksAgainForAFileThatHasBecomeAClip)
     ASSERT_FALSE(picture.hasPicture());
     picture.setVersion(1);
     time.settle();
-    EXPECT_EQ(read.size(), 2) << "it has grown, and is no clip yet";
+    EXPECT_EQ(read.size(), 2) << "the file has changed, but still has no thumbnail";
     EXPECT_FALSE(picture.hasPicture());
     unfinished.clear();
     picture.setVersion(2);
@@ -151,15 +151,15 @@ TEST_F(ClipPictureTest, AsksAgainForAFileThatHasBecomeAClip)
     EXPECT_TRUE(picture.hasPicture());
     picture.setVersion(3);
     time.settle();
-    EXPECT_EQ(read.size(), 3) << "what is on screen stays";
+    EXPECT_EQ(read.size(), 3) << "an existing thumbnail is kept";
 }
 
-TEST_F(ClipPictureTest, AsksOnceMoreForAFileThatChangedWhileItWasRead)
+TEST_F(ClipPictureTest, RequestsAgainWhenTheFileChangedDuringTheRead)
 {
     unfinished = QStringLiteral("/copy");
     picture.setPath(unfinished);
     work.post([this] {
-        // Read by now, and the answer on its way.
+        // The file has been read; the result is not delivered yet.
         unfinished.clear();
         picture.setVersion(1);
     });
@@ -168,7 +168,7 @@ TEST_F(ClipPictureTest, AsksOnceMoreForAFileThatChangedWhileItWasRead)
     EXPECT_EQ(read.size(), 2);
 }
 
-TEST_F(ClipPictureTest, AsksForAChangedFileWhenItIsLookedAt)
+TEST_F(ClipPictureTest, RequestsAChangedFileAfterFastScrolling)
 {
     unfinished = QStringLiteral("/copy");
     picture.setPath(unfinished);

@@ -28,7 +28,7 @@ TEST(DayGroups, GroupsByLocalDayNewestFirst)
                                {.day = day.addDays(-3), .clips = {3}}}));
 }
 
-TEST(DayGroups, TakesOnlyThePlacesGiven)
+TEST(DayGroups, GroupsOnlyTheGivenIndexes)
 {
     const QDate day(2026, 3, 1);
     const QList<Clip> clips{clipOf({day, QTime(1, 0)}), clipOf({day, QTime(2, 0)}), clipOf({day, QTime(3, 0)})};
@@ -36,27 +36,28 @@ TEST(DayGroups, TakesOnlyThePlacesGiven)
     EXPECT_TRUE(dayGroups(clips, {}).isEmpty());
 }
 
-TEST(DayGroups, KeepsTheOrderOfTheSameInstant)
+TEST(DayGroups, KeepsTheOrderOfEqualTimes)
 {
-    const QDateTime instant(QDate(2026, 3, 1), QTime(1, 0));
-    const QList<Clip> clips{clipOf(instant), clipOf(instant), clipOf(instant)};
+    const QDateTime time(QDate(2026, 3, 1), QTime(1, 0));
+    const QList<Clip> clips{clipOf(time), clipOf(time), clipOf(time)};
     EXPECT_EQ(dayGroups(clips, {0, 1, 2}).first().clips, (QList<qsizetype>{0, 1, 2}));
 }
 
-TEST(DayGroups, CountsAnInstantToItsLocalDay)
+TEST(DayGroups, UsesTheLocalDay)
 {
     const auto local = QDateTime(QDate(2026, 3, 1), QTime(0, 30));
     EXPECT_EQ(dayGroups({clipOf(local.toUTC())}, {0}).first().day, QDate(2026, 3, 1));
 }
 
-TEST(DayTitle, SpeaksOfTodayAndYesterday)
+TEST(DayTitle, NamesTodayYesterdayAndOtherDays)
 {
     L10n::use(QStringLiteral("tr"));
     const QDate today(2026, 3, 1);
     EXPECT_EQ(dayTitle(today, today), QStringLiteral("Bugün"));
     EXPECT_EQ(dayTitle(today.addDays(-1), today), QStringLiteral("Dün"));
     EXPECT_EQ(dayTitle(today.addDays(-2), today), QStringLiteral("27 Şubat 2026 Cuma"));
-    EXPECT_EQ(dayTitle(today.addDays(1), today), QStringLiteral("2 Mart 2026 Pazartesi")) << "the future is neither";
+    EXPECT_EQ(dayTitle(today.addDays(1), today), QStringLiteral("2 Mart 2026 Pazartesi"))
+        << "a future day has its date";
     L10n::use(QStringLiteral("en"));
     EXPECT_EQ(dayTitle(QDate(2025, 12, 31), today), QStringLiteral("Wednesday, December 31, 2025"));
     L10n::use(QStringLiteral("tr"));

@@ -32,7 +32,7 @@ struct WidthCase {
 
 class Columns : public testing::TestWithParam<WidthCase> { };
 
-TEST_P(Columns, AreAsManyAsFitAndStretchUpToTheirLimit)
+TEST_P(Columns, FillTheWidthWithinTheirLimits)
 {
     const auto& expected = GetParam();
     const LibraryLayout layout(days({{20, 20}}), expected.width, TextHeight);
@@ -63,11 +63,11 @@ INSTANTIATE_TEST_SUITE_P(Cases, Columns,
                                          WidthCase{"Nothing", 10, 1, 1, 1, 1}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST(LibraryLayout, PutsATitleAndUpToTwoGridsUnderEachOther)
+TEST(LibraryLayout, StacksATitleAndUpToTwoGridsPerDay)
 {
     const LibraryLayout layout(days({{1, 4}, {0, 1}}), 1000, TextHeight);
     EXPECT_EQ(layout.dayTitle(0), QRectF(28, 0, 944, 14));
-    // The upright clips come first, 14 below the title.
+    // Upright clips come first, 14 pixels below the title.
     EXPECT_EQ(layout.card(0), QRectF(28, 28, 176, 313 + TextHeight));
     EXPECT_DOUBLE_EQ(layout.ratio(0), 9.0 / 16);
     const auto second = layout.card(0).bottom() + 14;
@@ -80,7 +80,7 @@ TEST(LibraryLayout, PutsATitleAndUpToTwoGridsUnderEachOther)
     EXPECT_EQ(layout.height(), layout.card(5).bottom() + 28);
 }
 
-TEST(LibraryLayout, LeavesOutAGridWithoutClips)
+TEST(LibraryLayout, OmitsEmptyGrids)
 {
     const LibraryLayout tallOnly(days({{3, 0}}), 1000, TextHeight);
     EXPECT_EQ(tallOnly.cardCount(), 3);
@@ -89,7 +89,7 @@ TEST(LibraryLayout, LeavesOutAGridWithoutClips)
     EXPECT_EQ(wideOnly.card(0).top(), 28);
 }
 
-TEST(LibraryLayout, OfNothingIsAlmostNothing)
+TEST(LibraryLayout, HandlesAnEmptyLibrary)
 {
     const LibraryLayout layout({}, 1000, TextHeight);
     EXPECT_EQ(layout.cardCount(), 0);
@@ -98,8 +98,8 @@ TEST(LibraryLayout, OfNothingIsAlmostNothing)
     EXPECT_EQ(layout.neighbour(-1, Step::Down, 500), -1);
 }
 
-/// What cardsBetween says, found by looking at every card.
-LibraryLayout::Range lookedFor(const LibraryLayout& layout, qreal top, qreal bottom)
+/// The reference for cardsBetween: checks every card.
+LibraryLayout::Range visibleCards(const LibraryLayout& layout, qreal top, qreal bottom)
 {
     LibraryLayout::Range range;
     for (qsizetype i = 0; i < layout.cardCount(); ++i) {
@@ -114,7 +114,7 @@ LibraryLayout::Range lookedFor(const LibraryLayout& layout, qreal top, qreal bot
     return range;
 }
 
-TEST(LibraryLayout, FindsWhatAWindowTouchesAndNeverMoreThanItSays)
+TEST(LibraryLayout, FindsTheVisibleCardsWithinTheMaximum)
 {
     std::minstd_rand random(7);
     for (int round = 0; round < 60; ++round) {
@@ -129,10 +129,10 @@ TEST(LibraryLayout, FindsWhatAWindowTouchesAndNeverMoreThanItSays)
             const qreal height = 20 + static_cast<qreal>(random() % 1200);
             const qreal top = static_cast<qreal>(random() % 4000) - 100;
             const auto range = layout.cardsBetween(top, top + height);
-            ASSERT_EQ(range, lookedFor(layout, top, top + height)) << top << " " << height;
-            ASSERT_LE(range.end - range.first, layout.mostCardsIn(height));
+            ASSERT_EQ(range, visibleCards(layout, top, top + height)) << top << " " << height;
+            ASSERT_LE(range.end - range.first, layout.maxCardsIn(height));
             const auto titles = layout.dayTitlesBetween(top, top + height);
-            ASSERT_LE(titles.end - titles.first, layout.mostDayTitlesIn(height));
+            ASSERT_LE(titles.end - titles.first, layout.maxDayTitlesIn(height));
             for (qsizetype day = 0; day < layout.dayCount(); ++day) {
                 const auto title = layout.dayTitle(day);
                 ASSERT_EQ(title.bottom() > top && title.top() < top + height, day >= titles.first && day < titles.end);
@@ -143,7 +143,7 @@ TEST(LibraryLayout, FindsWhatAWindowTouchesAndNeverMoreThanItSays)
 
 class Neighbours : public testing::Test {
 protected:
-    // 1000 wide: five tall columns, three wide ones.
+    // At a width of 1000: five columns of upright cards, three of wide ones.
     //   day 0: 0 1 | 2 3 4 / 5
     //   day 1: 6 7 8 9 10 / 11
     const LibraryLayout layout{days({{2, 4}, {6, 0}}), 1000, TextHeight};
@@ -151,7 +151,7 @@ protected:
     qsizetype after(qsizetype index, Step step, qreal page = 500) const { return layout.neighbour(index, step, page); }
 };
 
-TEST_F(Neighbours, GoLeftAndRightThroughEverything)
+TEST_F(Neighbours, LeftAndRightVisitEveryCard)
 {
     EXPECT_EQ(after(0, Step::Left), 0);
     EXPECT_EQ(after(1, Step::Right), 2);
@@ -159,11 +159,11 @@ TEST_F(Neighbours, GoLeftAndRightThroughEverything)
     EXPECT_EQ(after(11, Step::Right), 11);
 }
 
-TEST_F(Neighbours, KeepTheColumnByItsPlaceAcrossGridsAndDays)
+TEST_F(Neighbours, UpAndDownKeepTheColumnAcrossGridsAndDays)
 {
     EXPECT_EQ(after(0, Step::Down), 2);
     EXPECT_EQ(after(2, Step::Down), 5);
-    EXPECT_EQ(after(4, Step::Down), 5) << "a short row ends before that column";
+    EXPECT_EQ(after(4, Step::Down), 5) << "a short row has no such column";
     EXPECT_EQ(after(5, Step::Down), 6);
     EXPECT_EQ(after(6, Step::Down), 11);
     EXPECT_EQ(after(11, Step::Down), 11);
@@ -173,7 +173,7 @@ TEST_F(Neighbours, KeepTheColumnByItsPlaceAcrossGridsAndDays)
     EXPECT_EQ(after(1, Step::Up), 1);
 }
 
-TEST_F(Neighbours, GoToBothEnds)
+TEST_F(Neighbours, HomeAndEndGoToTheFirstAndLastCard)
 {
     EXPECT_EQ(after(5, Step::First), 0);
     EXPECT_EQ(after(5, Step::Last), 11);
@@ -186,17 +186,17 @@ TEST_F(Neighbours, StartAtTheFirstCard)
     EXPECT_EQ(after(-1, Step::Last), 11);
 }
 
-TEST_F(Neighbours, OfACardThatIsNoMoreAreThoseOfTheLast)
+TEST_F(Neighbours, InvalidIndexActsLikeTheLastCard)
 {
     EXPECT_EQ(after(40, Step::Left), 10);
 }
 
-TEST_F(Neighbours, GoByPagesButAtLeastByARow)
+TEST_F(Neighbours, PageKeysMoveByAPageAndAtLeastOneRow)
 {
     const LibraryLayout many(days({{0, 300}}), 1000, TextHeight);
     const auto pitch = many.card(3).top() - many.card(0).top();
     const auto page = 3 * pitch;
-    EXPECT_EQ(many.neighbour(1, Step::PageDown, page), 7) << "three rows share the page";
+    EXPECT_EQ(many.neighbour(1, Step::PageDown, page), 7) << "three rows fit on a page";
     EXPECT_EQ(many.neighbour(7, Step::PageUp, page), 1);
     EXPECT_EQ(many.neighbour(1, Step::PageDown, 10), 4);
     EXPECT_EQ(many.neighbour(298, Step::PageDown, page), 298);

@@ -40,22 +40,21 @@ protected:
         QMap<int, QString> titles;
         auto& cards = *model.cards();
         for (int row = 0; row < cards.rowCount(); ++row) {
-            const auto position = cards.data(cards.index(row), CardSlots::PositionRole).toInt();
+            const auto position = cards.data(cards.index(row), VisibleCards::PositionRole).toInt();
             if (position >= 0) {
-                titles[position] = cards.data(cards.index(row), CardSlots::TitleRole).toString();
+                titles[position] = cards.data(cards.index(row), VisibleCards::TitleRole).toString();
             }
         }
         return titles.values();
     }
 
-    /// All of it.
-    bool isCurrentInView()
+    bool isCurrentFullyInView()
     {
         auto& cards = *model.cards();
         for (int row = 0; row < cards.rowCount(); ++row) {
             const auto index = cards.index(row);
-            if (cards.data(index, CardSlots::PositionRole).toInt() == model.currentPosition()) {
-                const auto area = cards.data(index, CardSlots::AreaRole).toRectF();
+            if (cards.data(index, VisibleCards::PositionRole).toInt() == model.currentPosition()) {
+                const auto area = cards.data(index, VisibleCards::AreaRole).toRectF();
                 return area.top() >= model.viewTop() && area.bottom() <= model.viewTop() + model.viewHeight();
             }
         }
@@ -66,7 +65,7 @@ protected:
     {
         auto& days = *model.days();
         for (int row = 0; row < days.rowCount(); ++row) {
-            if (const auto title = days.data(days.index(row), DaySlots::TitleRole).toString(); !title.isEmpty()) {
+            if (const auto title = days.data(days.index(row), VisibleDays::TitleRole).toString(); !title.isEmpty()) {
                 return title;
             }
         }
@@ -77,7 +76,7 @@ protected:
     LibraryModel model{library, [this] { return now; }};
 };
 
-TEST_F(LibraryModelTest, SaysNothingBeforeTheFolderWasRead)
+TEST_F(LibraryModelTest, IsNotLoadedBeforeTheFolderIsRead)
 {
     EXPECT_FALSE(model.isLoaded());
     libraryTime.settle();
@@ -96,14 +95,14 @@ TEST_F(LibraryModelTest, FollowsTheLibrary)
     EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("Ace")});
 }
 
-TEST_F(LibraryModelTest, CountsWhatPassesNotTheLibrary)
+TEST_F(LibraryModelTest, CountsMatchingClipsOnly)
 {
     makeFile("Dota 2 - Ace.mp4");
     makeFile("League - Solo.mp4", 1);
     show();
     EXPECT_EQ(model.count(), 2);
     model.setGame(QStringLiteral("League"));
-    EXPECT_EQ(model.count(), 2) << "a name alone is no wish";
+    EXPECT_EQ(model.count(), 2) << "the name takes effect with hasGame";
     model.setHasGame(true);
     EXPECT_EQ(model.count(), 1);
     model.setHasGame(false);
@@ -111,7 +110,7 @@ TEST_F(LibraryModelTest, CountsWhatPassesNotTheLibrary)
     EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("Ace")});
 }
 
-TEST_F(LibraryModelTest, OffersTiersIfAnyClipHasOneWhateverIsShown)
+TEST_F(LibraryModelTest, ShowsTheTierBarIfAnyClipOfTheLibraryHasATier)
 {
     makeFile("Dota 2 - Ace.mp4");
     show();
@@ -124,7 +123,7 @@ TEST_F(LibraryModelTest, OffersTiersIfAnyClipHasOneWhateverIsShown)
     EXPECT_TRUE(model.showsTierBar());
 }
 
-TEST_F(LibraryModelTest, TakesBackATierThatCannotBeChosenAnyMore)
+TEST_F(LibraryModelTest, ResetsATierFilterThatIsNoLongerOffered)
 {
     makeFile("Dota 2 - Ace.mp4");
     const auto triple = makeFile("Dota 2 - 2026-03-01 20.15.07 [ORTA 45] Triple.mp4", 1);
@@ -134,7 +133,7 @@ TEST_F(LibraryModelTest, TakesBackATierThatCannotBeChosenAnyMore)
     model.setSearch(QStringLiteral("a"));
     QFile::remove(triple);
     reload();
-    EXPECT_EQ(model.tierFilter(), QStringLiteral("medium")) << "the bar is still there";
+    EXPECT_EQ(model.tierFilter(), QStringLiteral("medium")) << "the tier bar is still shown";
     EXPECT_EQ(model.count(), 0);
     const QSignalSpy changed(&model, &LibraryModel::filterChanged);
     QFile::remove(solo);
@@ -145,7 +144,7 @@ TEST_F(LibraryModelTest, TakesBackATierThatCannotBeChosenAnyMore)
     EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("Ace")});
 }
 
-TEST_F(LibraryModelTest, KeepsTheTierWhileAllClipsAreAwayForAMoment)
+TEST_F(LibraryModelTest, KeepsTheTierFilterWhileTheLibraryIsEmpty)
 {
     const auto* name = "Dota 2 - 2026-03-01 20.15.07 [ORTA 45] Triple.mp4";
     const auto triple = makeFile(name);
@@ -161,7 +160,7 @@ TEST_F(LibraryModelTest, KeepsTheTierWhileAllClipsAreAwayForAMoment)
     EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("Triple")});
 }
 
-TEST_F(LibraryModelTest, PutsTheUprightClipsOfADayFirst)
+TEST_F(LibraryModelTest, SortsUprightClipsOfADayFirst)
 {
     makeFile("Dota 2 - new.mp4", 60);
     makeFile("Dota 2 - upright (9x16).mp4", 120);
@@ -171,7 +170,7 @@ TEST_F(LibraryModelTest, PutsTheUprightClipsOfADayFirst)
               (QStringList{QStringLiteral("upright (9x16)"), QStringLiteral("other (4x5)"), QStringLiteral("new")}));
 }
 
-TEST_F(LibraryModelTest, HandsOutOnlyWhatIsInView)
+TEST_F(LibraryModelTest, ProvidesRowsForVisibleCardsOnly)
 {
     makeMany(300);
     show();
@@ -181,20 +180,20 @@ TEST_F(LibraryModelTest, HandsOutOnlyWhatIsInView)
         model.setViewTop(top);
         EXPECT_FALSE(shownTitles().isEmpty());
     }
-    EXPECT_EQ(model.cards()->rowCount(), rows) << "no row is made while scrolling";
+    EXPECT_EQ(model.cards()->rowCount(), rows) << "scrolling inserts no rows";
 }
 
-TEST_F(LibraryModelTest, KeepsWhatTheUserLooksAtWhenClipsComeAndGo)
+TEST_F(LibraryModelTest, KeepsTheVisibleClipsWhenTheLibraryChanges)
 {
     makeMany(100);
     show();
     model.setViewTop(2000);
-    const auto seen = shownTitles().at(6);
+    const auto visibleTitle = shownTitles().at(6);
     for (int i = 0; i < 4; ++i) {
         makeFile(QStringLiteral("Dota 2 - Newest %1.mp4").arg(i).toUtf8().constData());
     }
     reload();
-    EXPECT_TRUE(shownTitles().contains(seen));
+    EXPECT_TRUE(shownTitles().contains(visibleTitle));
     EXPECT_GT(model.viewTop(), 2000);
 }
 
@@ -208,17 +207,17 @@ TEST_F(LibraryModelTest, StaysAtTheTopForANewClip)
     EXPECT_EQ(shownTitles().first(), QStringLiteral("Newest"));
 }
 
-TEST_F(LibraryModelTest, KeepsWhatTheUserLooksAtWhenTheWindowChanges)
+TEST_F(LibraryModelTest, KeepsTheVisibleClipsWhenTheWidthChanges)
 {
     makeMany(100);
     show();
     model.setViewTop(2000);
-    const auto seen = shownTitles().at(6);
+    const auto visibleTitle = shownTitles().at(6);
     model.setWidth(1500);
-    EXPECT_TRUE(shownTitles().contains(seen));
+    EXPECT_TRUE(shownTitles().contains(visibleTitle));
 }
 
-TEST_F(LibraryModelTest, StartsAtTheTopOfAnotherFilter)
+TEST_F(LibraryModelTest, FilterChangeScrollsToTheTop)
 {
     makeMany(100);
     show();
@@ -227,7 +226,7 @@ TEST_F(LibraryModelTest, StartsAtTheTopOfAnotherFilter)
     EXPECT_EQ(model.viewTop(), 0);
 }
 
-TEST_F(LibraryModelTest, ItsCurrentCardStaysWithItsClip)
+TEST_F(LibraryModelTest, CurrentCardFollowsItsClip)
 {
     makeMany(10);
     show();
@@ -239,7 +238,7 @@ TEST_F(LibraryModelTest, ItsCurrentCardStaysWithItsClip)
     EXPECT_EQ(model.currentPosition(), 4);
 }
 
-TEST_F(LibraryModelTest, ACurrentClipThatGoesLeavesItsPlaceToTheNext)
+TEST_F(LibraryModelTest, NextClipBecomesCurrentWhenTheCurrentOneIsRemoved)
 {
     makeMany(3);
     show();
@@ -257,23 +256,23 @@ TEST_F(LibraryModelTest, ACurrentClipThatGoesLeavesItsPlaceToTheNext)
     EXPECT_EQ(model.currentPath(), QString());
 }
 
-TEST_F(LibraryModelTest, BringsTheCurrentCardIntoView)
+TEST_F(LibraryModelTest, ScrollsTheCurrentCardIntoView)
 {
     makeMany(100);
     show();
     EXPECT_TRUE(model.moveCurrent(Qt::Key_End));
     EXPECT_EQ(model.currentPosition(), 99);
-    EXPECT_TRUE(isCurrentInView());
+    EXPECT_TRUE(isCurrentFullyInView());
     for (int i = 0; i < 40; ++i) {
         model.moveCurrent(Qt::Key_Up);
-        EXPECT_TRUE(isCurrentInView());
+        EXPECT_TRUE(isCurrentFullyInView());
     }
     EXPECT_EQ(model.currentPosition(), 0);
-    EXPECT_EQ(model.viewTop(), 0) << "with the day's title";
+    EXPECT_EQ(model.viewTop(), 0) << "the day title is visible as well";
     EXPECT_FALSE(model.moveCurrent(Qt::Key_A));
 }
 
-TEST_F(LibraryModelTest, ChoosesTheFirstCardThatIsWhollyInView)
+TEST_F(LibraryModelTest, SelectsTheFirstFullyVisibleCard)
 {
     makeMany(100);
     show();
@@ -282,21 +281,21 @@ TEST_F(LibraryModelTest, ChoosesTheFirstCardThatIsWhollyInView)
     EXPECT_EQ(model.currentPosition(), 3);
 }
 
-TEST_F(LibraryModelTest, TitlesMoveOnWithTheClock)
+TEST_F(LibraryModelTest, DayTitlesFollowTheClock)
 {
     L10n::use(QStringLiteral("tr"));
     makeFile("Dota 2 - Ace.mp4");
     show();
     EXPECT_EQ(firstDay(), QStringLiteral("Bugün"));
     now = now.addDays(1);
-    model.lookAtClock();
+    model.updateToday();
     EXPECT_EQ(firstDay(), QStringLiteral("Dün"));
     now = now.addDays(-1);
-    model.lookAtClock();
-    EXPECT_EQ(firstDay(), QStringLiteral("Bugün")) << "a clock may be set back";
+    model.updateToday();
+    EXPECT_EQ(firstDay(), QStringLiteral("Bugün")) << "the clock was set back";
 }
 
-TEST_F(LibraryModelTest, CopesWithKeysAndScrollingOverNothing)
+TEST_F(LibraryModelTest, KeysDoNothingInAnEmptyLibrary)
 {
     show();
     EXPECT_TRUE(model.moveCurrent(Qt::Key_Down));
@@ -306,7 +305,7 @@ TEST_F(LibraryModelTest, CopesWithKeysAndScrollingOverNothing)
     EXPECT_EQ(model.currentTitle(), QString());
 }
 
-TEST(ScrollSpeed, IsTheDistanceOverItsTime)
+TEST(ScrollSpeed, IsDistanceOverTime)
 {
     using namespace std::chrono_literals;
     ScrollSpeed scroll;
@@ -316,11 +315,11 @@ TEST(ScrollSpeed, IsTheDistanceOverItsTime)
         scroll.moveTo(i * 50, start + i * 10ms);
     }
     EXPECT_NEAR(scroll.speed(), 5000, 1);
-    scroll.rest();
+    scroll.stop();
     EXPECT_EQ(scroll.speed(), 0);
 }
 
-TEST(ScrollSpeed, OfOneJumpIsNone)
+TEST(ScrollSpeed, IsZeroForASingleJump)
 {
     using namespace std::chrono_literals;
     ScrollSpeed scroll;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/PictureClips.h"
+#include "tests/ui/SampleClips.h"
 #include "tests/ui/screens/library/LibraryScreenFixture.h"
 
 #include "base/language/L10n.h"
@@ -47,7 +47,7 @@ TEST_F(LibraryPicturesTest, TwelveClipsInOtherLanguages)
     }
 }
 
-TEST_F(LibraryPicturesTest, TheSmallestWindow)
+TEST_F(LibraryPicturesTest, MinimumWindow)
 {
     test::addTwelveClips(settings.saveFolder());
     size = {779, 640};
@@ -86,7 +86,7 @@ TEST_F(LibraryPicturesTest, Hovered)
     picture(QStringLiteral("library-hover-tall"));
 }
 
-TEST_F(LibraryPicturesTest, WithItsMenuAndItsQuestion)
+TEST_F(LibraryPicturesTest, WithMenuAndConfirmation)
 {
     test::addTwelveClips(settings.saveFolder());
     open();

@@ -52,15 +52,15 @@ void LibraryScreenFixture::SetUp()
 void LibraryScreenFixture::TearDown()
 {
     engine.reset();
-    // What Qt deletes later is to be gone before the objects that it looks at.
+    // Deferred deletions must run before the objects that the items use are destroyed.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ThumbnailsForQml::instance = nullptr;
     thumbnails.reset();
     L10n::use(QStringLiteral("tr"));
 }
 
-void LibraryScreenFixture::readClipsBy(const std::function<ClipPreview(const QString& path)>& read,
-                                       const std::function<void(Task)>& work)
+void LibraryScreenFixture::setClipReader(const std::function<ClipPreview(const QString& path)>& read,
+                                         const std::function<void(Task)>& work)
 {
     thumbnails = std::make_unique<ThumbnailCache>(
         ThumbnailCache::Dependencies{.main = mainQueue,
@@ -99,8 +99,8 @@ void LibraryScreenFixture::reload()
 
 void LibraryScreenFixture::settle(int milliseconds) const
 {
-    // What moves does so from frame to frame, and a slow machine may draw none for a while: the first ones begin it,
-    // and after its time the last ones end it.
+    // Animations advance with frames, and a slow machine may draw none for a while: the first frames start them, the
+    // last frames complete them.
     drawFrames();
     QTest::qWait(milliseconds);
     drawFrames();
@@ -118,7 +118,7 @@ void LibraryScreenFixture::drawFrames() const
 QQuickItem* LibraryScreenFixture::item(const QString& accessibleName) const
 {
     auto* found = find(accessibleName);
-    EXPECT_NE(found, nullptr) << "nothing visible is called " << accessibleName.toStdString();
+    EXPECT_NE(found, nullptr) << "no visible item has the name " << accessibleName.toStdString();
     return found;
 }
 
@@ -153,7 +153,7 @@ QQuickItem* LibraryScreenFixture::card(const QString& title) const
             return each;
         }
     }
-    ADD_FAILURE() << "no card is called " << title.toStdString();
+    ADD_FAILURE() << "no card has the title " << title.toStdString();
     return nullptr;
 }
 

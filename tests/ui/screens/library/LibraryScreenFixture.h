@@ -9,46 +9,45 @@
 
 #include "tests/library/clips/LibraryFixture.h"
 #include "tests/ui/RecordingDesktop.h"
-#include "tests/ui/SeenInWindow.h"
+#include "tests/ui/WindowInspection.h"
 
 #include <QQmlApplicationEngine>
 
 namespace quelto::test {
 
-/// The library's screen in a window of its own, over real files in a folder.
+/// The library screen in a window of its own, with real files in a folder.
 class LibraryScreenFixture : public LibraryFixture {
 protected:
     void SetUp() override;
     void TearDown() override;
 
-    /// Before the window is made: takes readings from there instead of from the files, at once or when `work` runs
-    /// them.
-    void readClipsBy(
+    /// Replaces the reader of clip files; `work` runs the reads. Call it before show().
+    void setClipReader(
         const std::function<ClipPreview(const QString& path)>& read,
         const std::function<void(Task)>& work = [](const Task& task) { task(); });
-    /// Makes the window; what is in the folder by then it shows at once.
+    /// Creates the window with those properties of the LibraryView.
     void show(const QString& properties = {});
-    /// Reads the folder anew.
+    /// Reads the folder again.
     void reload();
-    /// Waits until all that moves and loads has come to rest.
+    /// Waits until animations and loading have ended.
     void settle(int milliseconds = 250) const;
     void drawFrames() const;
 
-    /// The visible item that screen readers call by that name; null if there is none.
+    /// The visible item with that accessible name; null if there is none.
     QQuickItem* find(const QString& accessibleName) const { return itemNamed(window, accessibleName); }
-    /// A failed expectation if there is none.
+    /// The same, with a failed expectation if there is none.
     QQuickItem* item(const QString& accessibleName) const;
-    /// The visible items of that QML type, in the order in which they were made.
+    /// The visible items of that QML type, in the order of creation.
     QList<QQuickItem*> itemsOf(const char* qmlType) const;
     QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
     bool shows(const QString& text) const { return textItem(text) != nullptr; }
-    /// The visible cards from top to bottom and left to right, by their titles.
+    /// The titles of the visible cards, from top to bottom and left to right.
     QStringList cardTitles() const;
     QQuickItem* card(const QString& title) const;
     static QPoint middleOf(const QQuickItem* item) { return test::middleOf(item); }
     void click(QQuickItem* item, Qt::MouseButton button = Qt::LeftButton);
     void key(int key, Qt::KeyboardModifiers modifiers = {});
-    QImage picture(const QString& name) { return keptPicture(window, name); }
+    QImage picture(const QString& name) { return savePicture(window, name); }
 
     MainQueue mainQueue;
     ManualTime toastTime;
@@ -59,7 +58,7 @@ protected:
     RecordingPasteboard pasteboard;
     std::unique_ptr<ThumbnailCache> thumbnails;
     std::unique_ptr<ClipCommands> commands;
-    /// What was dragged, and the picture that went along.
+    /// The dragged files, and the picture of the last drag.
     QStringList dragged;
     QImage draggedPicture;
     std::unique_ptr<QQmlApplicationEngine> engine;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/keys/HotKeyText.h"
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/screens/library/LibraryScreenFixture.h"
 
 #include "base/language/L10n.h"
@@ -48,7 +49,7 @@ protected:
     QString selectedName() const { return navigation.selectedPath().section(u'/', -1); }
 };
 
-TEST_F(LibraryViewTest, ShowsWhatItHasToSayAboutNoClips)
+TEST_F(LibraryViewTest, ShowsTheEmptyState)
 {
     open();
     EXPECT_TRUE(shows(QStringLiteral("Klipler")));
@@ -57,31 +58,31 @@ TEST_F(LibraryViewTest, ShowsWhatItHasToSayAboutNoClips)
     EXPECT_EQ(find(QStringLiteral("Efsane")), nullptr);
 }
 
-TEST_F(LibraryViewTest, DrawsItsEmptinessAsTold)
+TEST_F(LibraryViewTest, EmptyStateMatchesDesign)
 {
     open();
     const auto* title = textItem(QStringLiteral("Henüz klip yok"));
-    EXPECT_EQ(title->property("font").value<QFont>().pixelSize(), 18);
-    EXPECT_EQ(title->property("font").value<QFont>().weight(), QFont::Bold);
-    EXPECT_EQ(title->property("color").value<QColor>(), theme.text());
+    EXPECT_EQ(test::fontOf(title).pixelSize(), 18);
+    EXPECT_EQ(test::fontOf(title).weight(), QFont::Bold);
+    EXPECT_EQ(test::colorOf(title), theme.text());
     const auto* hint = textItem(emptyHint());
     ASSERT_NE(hint, nullptr);
-    EXPECT_EQ(hint->property("font").value<QFont>().pixelSize(), 13);
-    EXPECT_EQ(hint->property("color").value<QColor>(), theme.muted());
+    EXPECT_EQ(test::fontOf(hint).pixelSize(), 13);
+    EXPECT_EQ(test::colorOf(hint), theme.muted());
     const auto* symbol = test::firstVisible(window, [](const QQuickItem* each) {
         return each->property("symbol").toString() == u"film.stack" && each->inherits("QQuickImage");
     });
     ASSERT_NE(symbol, nullptr);
     EXPECT_EQ(symbol->width(), 38);
-    EXPECT_EQ(symbol->property("color").value<QColor>(), theme.accent());
+    EXPECT_EQ(test::colorOf(symbol), theme.accent());
     const auto* circle = symbol->parentItem();
     EXPECT_EQ(circle->size(), QSizeF(96, 96));
     EXPECT_EQ(circle->property("radius"), 48);
-    EXPECT_EQ(circle->property("color").value<QColor>(), theme.panel());
+    EXPECT_EQ(test::colorOf(circle), theme.panel());
     EXPECT_NEAR(middleOf(circle).x(), size.width() / 2, 1);
 }
 
-TEST_F(LibraryViewTest, ShowsNeitherCountNorEmptinessBeforeTheFolderWasRead)
+TEST_F(LibraryViewTest, ShowsNeitherCountNorEmptyStateBeforeLoading)
 {
     makeThree();
     show();
@@ -95,7 +96,7 @@ TEST_F(LibraryViewTest, ShowsNeitherCountNorEmptinessBeforeTheFolderWasRead)
     EXPECT_EQ(cardTitles().size(), 3);
 }
 
-TEST_F(LibraryViewTest, SaysThatThereIsNoResultOnlyForASearch)
+TEST_F(LibraryViewTest, ShowsNoResultsOnlyForASearch)
 {
     makeThree();
     open();
@@ -105,14 +106,14 @@ TEST_F(LibraryViewTest, SaysThatThereIsNoResultOnlyForASearch)
     EXPECT_FALSE(shows(emptyHint()));
     key(Qt::Key_Escape);
     EXPECT_EQ(cardTitles().size(), 3);
-    // A tier that no clip has is no search.
+    // An empty tier is not a search.
     click(item(QStringLiteral("Basit")));
     EXPECT_TRUE(shows(QStringLiteral("Henüz klip yok")));
     EXPECT_TRUE(shows(emptyHint()));
     EXPECT_TRUE(shows(QStringLiteral("0 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın")));
 }
 
-TEST_F(LibraryViewTest, HidesTheTierBarForClipsMadeByHandOnly)
+TEST_F(LibraryViewTest, HidesTheTierBarIfAllClipsAreManual)
 {
     makeFile("Dota 2 - Ace.mp4");
     open();
@@ -123,7 +124,7 @@ TEST_F(LibraryViewTest, HidesTheTierBarForClipsMadeByHandOnly)
     EXPECT_NE(find(QStringLiteral("Efsane")), nullptr);
 }
 
-TEST_F(LibraryViewTest, FiltersByTierAndByText)
+TEST_F(LibraryViewTest, FiltersByTierAndSearch)
 {
     makeThree();
     open();
@@ -132,10 +133,10 @@ TEST_F(LibraryViewTest, FiltersByTierAndByText)
     click(item(QStringLiteral("Manuel")));
     EXPECT_EQ(cardTitles(), (QStringList{QStringLiteral("League of Legends klibi"), QStringLiteral("Ace")}));
     search("dota");
-    EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("Ace")}) << "found by its game";
+    EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("Ace")}) << "the search matches the game";
 }
 
-TEST_F(LibraryViewTest, DrawsItsTierBarAsTold)
+TEST_F(LibraryViewTest, TierBarMatchesDesign)
 {
     makeThree();
     open();
@@ -145,10 +146,10 @@ TEST_F(LibraryViewTest, DrawsItsTierBarAsTold)
         return each->property("symbol").toString() == u"line.3.horizontal.decrease";
     });
     ASSERT_NE(symbol, nullptr);
-    EXPECT_EQ(symbol->property("color").value<QColor>(), theme.muted());
+    EXPECT_EQ(test::colorOf(symbol), theme.muted());
     EXPECT_EQ(symbol->mapToScene({0, 0}).x(), 28);
     EXPECT_EQ(pills->mapToScene({0, 0}).x() - symbol->mapToScene({symbol->width(), 0}).x(), 10);
-    // It follows the head, and the days follow it.
+    // The bar is below the header, and the first day is below the bar.
     const auto* header = itemsOf("LibraryHeader").value(0);
     const auto* count = textItem(QStringLiteral("3 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın"));
     EXPECT_EQ(header->height(), count->mapToScene({0, count->height()}).y() + 12);
@@ -156,7 +157,7 @@ TEST_F(LibraryViewTest, DrawsItsTierBarAsTold)
     EXPECT_EQ(item(QStringLiteral("Bugün"))->mapToScene({0, 0}).y(), header->height() + pills->height() + 18);
 }
 
-TEST_F(LibraryViewTest, StartsAfreshWhenItIsMadeAnew)
+TEST_F(LibraryViewTest, NewViewStartsWithoutFilters)
 {
     makeThree();
     open();
@@ -170,7 +171,7 @@ TEST_F(LibraryViewTest, StartsAfreshWhenItIsMadeAnew)
     EXPECT_TRUE(item(QStringLiteral("Tümü"))->property("checked").toBool());
 }
 
-TEST_F(LibraryViewTest, KeepsAGamesNameToOneLine)
+TEST_F(LibraryViewTest, TitleWithALineBreakTakesOneLine)
 {
     makeFile("Dota\n2 - Ace.mp4");
     open(QStringLiteral("hasGame: true; game: 'Dota\\n2'"));
@@ -180,27 +181,27 @@ TEST_F(LibraryViewTest, KeepsAGamesNameToOneLine)
     EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("Ace")});
 }
 
-TEST_F(LibraryViewTest, OfOneGameCarriesItsName)
+TEST_F(LibraryViewTest, GameViewShowsTheGamesName)
 {
     makeThree();
     open(QStringLiteral("hasGame: true; game: 'Dota 2'"));
-    EXPECT_EQ(textItem(QStringLiteral("Dota 2"))->property("font").value<QFont>().pixelSize(), 28);
+    EXPECT_EQ(test::fontOf(textItem(QStringLiteral("Dota 2"))).pixelSize(), 28);
     EXPECT_EQ(cardTitles(), QStringList{QStringLiteral("Ace")});
-    EXPECT_NE(find(QStringLiteral("Efsane")), nullptr) << "the tiers are those of the whole library";
+    EXPECT_NE(find(QStringLiteral("Efsane")), nullptr) << "the tier bar depends on the whole library";
 }
 
-TEST_F(LibraryViewTest, DrawsItsHeadAsTold)
+TEST_F(LibraryViewTest, HeaderMatchesDesign)
 {
     makeThree();
     open();
     const auto* title = textItem(QStringLiteral("Klipler"));
     EXPECT_EQ(title->mapToScene({0, 0}), QPointF(28, 38));
-    EXPECT_EQ(title->property("font").value<QFont>().pixelSize(), 28);
-    EXPECT_EQ(title->property("font").value<QFont>().weight(), QFont::ExtraBold);
-    EXPECT_EQ(title->property("color").value<QColor>(), theme.text());
+    EXPECT_EQ(test::fontOf(title).pixelSize(), 28);
+    EXPECT_EQ(test::fontOf(title).weight(), QFont::ExtraBold);
+    EXPECT_EQ(test::colorOf(title), theme.text());
     const auto* count = textItem(QStringLiteral("3 klip • Discord'a paylaşmak için bir klibi sürükleyip bırakın"));
-    EXPECT_EQ(count->property("font").value<QFont>().pixelSize(), 12);
-    EXPECT_EQ(count->property("color").value<QColor>(), theme.muted());
+    EXPECT_EQ(test::fontOf(count).pixelSize(), 12);
+    EXPECT_EQ(test::colorOf(count), theme.muted());
     EXPECT_EQ(count->mapToScene({0, 0}).y(), 38 + title->height() + 4);
     const auto* field = item(QStringLiteral("Ara"));
     const auto* folderButton = item(QStringLiteral("Klasör"));
@@ -208,19 +209,19 @@ TEST_F(LibraryViewTest, DrawsItsHeadAsTold)
     EXPECT_EQ(folderButton->mapToScene({0, 0}).x() - field->mapToScene({170, 0}).x(), 8);
     EXPECT_EQ(folderButton->mapToScene({folderButton->width(), 0}).x(), size.width() - 28);
     const auto* day = item(QStringLiteral("Bugün"));
-    EXPECT_EQ(day->property("font").value<QFont>().pixelSize(), 11);
-    EXPECT_NEAR(day->property("font").value<QFont>().letterSpacing(), 1.3, 0.01);
-    EXPECT_EQ(day->property("color").value<QColor>(), theme.muted());
+    EXPECT_EQ(test::fontOf(day).pixelSize(), 11);
+    EXPECT_NEAR(test::fontOf(day).letterSpacing(), 1.3, 0.01);
+    EXPECT_EQ(test::colorOf(day), theme.muted());
 }
 
-TEST_F(LibraryViewTest, OpensTheFolder)
+TEST_F(LibraryViewTest, OpensTheSaveFolder)
 {
     open();
     click(item(QStringLiteral("Klasör")));
     EXPECT_EQ(files.opened, QStringList{settings.saveFolder()});
 }
 
-TEST_F(LibraryViewTest, ACardTellsWhatItIs)
+TEST_F(LibraryViewTest, CardShowsAndAnnouncesItsClip)
 {
     makeThree();
     open();
@@ -230,13 +231,13 @@ TEST_F(LibraryViewTest, ACardTellsWhatItIs)
     EXPECT_EQ(interface->role(), QAccessible::ListItem);
     EXPECT_TRUE(interface->text(QAccessible::Name).startsWith(QStringLiteral("PENTAKILL, League of Legends, ")));
     EXPECT_TRUE(shows(QStringLiteral("EFSANE 170")));
-    EXPECT_EQ(textItem(QStringLiteral("Dota 2"))->property("color").value<QColor>(), theme.accent());
+    EXPECT_EQ(test::colorOf(textItem(QStringLiteral("Dota 2"))), theme.accent());
     const auto* title = textItem(QStringLiteral("PENTAKILL"));
-    EXPECT_EQ(title->property("font").value<QFont>().pixelSize(), 13);
-    EXPECT_EQ(title->property("font").value<QFont>().weight(), QFont::DemiBold);
+    EXPECT_EQ(test::fontOf(title).pixelSize(), 13);
+    EXPECT_EQ(test::fontOf(title).weight(), QFont::DemiBold);
 }
 
-TEST_F(LibraryViewTest, AClickOpensTheClip)
+TEST_F(LibraryViewTest, ClickOpensTheClip)
 {
     makeThree();
     open();
@@ -244,7 +245,7 @@ TEST_F(LibraryViewTest, AClickOpensTheClip)
     EXPECT_EQ(selectedName(), QStringLiteral("Dota 2 - Ace.mp4"));
 }
 
-TEST_F(LibraryViewTest, TheMenuButtonOpensItsMenuAndNotTheClip)
+TEST_F(LibraryViewTest, MenuButtonOpensTheMenuOnly)
 {
     makeThree();
     open();
@@ -257,7 +258,7 @@ TEST_F(LibraryViewTest, TheMenuButtonOpensItsMenuAndNotTheClip)
     EXPECT_EQ(buttons.first()->size(), QSizeF(22, 22));
 }
 
-TEST_F(LibraryViewTest, TheContextMenuHoldsFourEntriesInOrder)
+TEST_F(LibraryViewTest, ContextMenuHasFourEntriesInOrder)
 {
     makeThree();
     open();
@@ -273,7 +274,7 @@ TEST_F(LibraryViewTest, TheContextMenuHoldsFourEntriesInOrder)
                            QStringLiteral("Klasörde Göster"), QStringLiteral("Çöp Kutusuna Taşı")}));
 }
 
-TEST_F(LibraryViewTest, ItsMenuPlaysCopiesAndReveals)
+TEST_F(LibraryViewTest, MenuPlaysCopiesAndReveals)
 {
     makeThree();
     open();
@@ -292,7 +293,7 @@ TEST_F(LibraryViewTest, ItsMenuPlaysCopiesAndReveals)
     EXPECT_EQ(selectedName(), QStringLiteral("Dota 2 - Ace.mp4"));
 }
 
-TEST_F(LibraryViewTest, TrashesAfterAskingOnly)
+TEST_F(LibraryViewTest, TrashesOnlyAfterConfirmation)
 {
     makeThree();
     open();
@@ -318,7 +319,7 @@ TEST_F(LibraryViewTest, TrashesAfterAskingOnly)
     EXPECT_EQ(trash.recycled, QStringList{path("Dota 2 - Ace.mp4")});
 }
 
-TEST_F(LibraryViewTest, GrowsAndLightsUpUnderThePointer)
+TEST_F(LibraryViewTest, CardGrowsOnHover)
 {
     makeThree();
     open();
@@ -330,7 +331,7 @@ TEST_F(LibraryViewTest, GrowsAndLightsUpUnderThePointer)
     settle();
     EXPECT_DOUBLE_EQ(ace->scale(), 1.015);
     EXPECT_TRUE(shows(QStringLiteral("Discord'a sürükle")));
-    // Over its button the pointer is still on the card.
+    // The card stays hovered while the pointer is on its button.
     for (const auto* button : itemsOf("ClipMenuButton")) {
         if (ace->contains(ace->mapFromItem(button, {1, 1}))) {
             QTest::mouseMove(window, middleOf(button));
@@ -343,7 +344,7 @@ TEST_F(LibraryViewTest, GrowsAndLightsUpUnderThePointer)
     EXPECT_EQ(ace->scale(), 1);
 }
 
-TEST_F(LibraryViewTest, ANarrowCardKeepsTheSignOfItsHint)
+TEST_F(LibraryViewTest, NarrowCardShowsTheDragHintWithoutText)
 {
     makeFile("Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] Ace (9x16).mp4");
     open();
@@ -353,7 +354,7 @@ TEST_F(LibraryViewTest, ANarrowCardKeepsTheSignOfItsHint)
     EXPECT_EQ(itemsOf("ClipHover").size(), 1);
 }
 
-TEST_F(LibraryViewTest, ADragCarriesTheFileAndOpensNothing)
+TEST_F(LibraryViewTest, DragCarriesTheFileAndDoesNotOpenIt)
 {
     makeThree();
     open();
@@ -361,8 +362,8 @@ TEST_F(LibraryViewTest, ADragCarriesTheFileAndOpensNothing)
     QTest::mousePress(window, Qt::LeftButton, {}, start);
     QTest::mouseMove(window, start + QPoint(3, 0));
     settle(50);
-    EXPECT_TRUE(dragged.isEmpty()) << "a hand that trembles drags nothing";
-    // Straight down, where a view would be flicked.
+    EXPECT_TRUE(dragged.isEmpty()) << "a small movement does not start a drag";
+    // Vertically, in the direction of a flick.
     for (int y = 10; y <= 60; y += 10) {
         QTest::mouseMove(window, start + QPoint(0, y));
     }
@@ -372,7 +373,7 @@ TEST_F(LibraryViewTest, ADragCarriesTheFileAndOpensNothing)
     settle(50);
     EXPECT_FALSE(navigation.hasSelected());
     EXPECT_EQ(dragged.size(), 1);
-    EXPECT_TRUE(draggedPicture.isNull()) << "a broken file has no picture, and is carried all the same";
+    EXPECT_TRUE(draggedPicture.isNull()) << "a broken file is dragged without a picture";
 }
 
 class ScrolledLibraryTest : public LibraryViewTest {
@@ -402,11 +403,11 @@ protected:
     }
 
     QQuickItem* grid = nullptr;
-    /// What moves in it.
+    /// The Flickable in the grid.
     QQuickItem* flick = nullptr;
 };
 
-TEST_F(ScrolledLibraryTest, TheMouseDragsCardsAndNotTheView)
+TEST_F(ScrolledLibraryTest, MouseDragsCardsNotTheView)
 {
     const auto start = middleOf(grid);
     QTest::mousePress(window, Qt::LeftButton, {}, start);
@@ -419,7 +420,7 @@ TEST_F(ScrolledLibraryTest, TheMouseDragsCardsAndNotTheView)
     EXPECT_EQ(contentY(), 0);
 }
 
-TEST_F(ScrolledLibraryTest, AFingerFlicksTheView)
+TEST_F(ScrolledLibraryTest, TouchFlicksTheView)
 {
     auto* finger = QTest::createTouchDevice();
     const auto start = middleOf(grid);
@@ -435,7 +436,7 @@ TEST_F(ScrolledLibraryTest, AFingerFlicksTheView)
     EXPECT_TRUE(dragged.isEmpty());
 }
 
-TEST_F(ScrolledLibraryTest, TheWheelGlidesByNotchesAndStopsAtTheEnds)
+TEST_F(ScrolledLibraryTest, WheelScrollsByNotchesAndStopsAtTheEnds)
 {
     wheel(-120);
     EXPECT_NEAR(contentY(), 110, 1);
@@ -447,7 +448,7 @@ TEST_F(ScrolledLibraryTest, TheWheelGlidesByNotchesAndStopsAtTheEnds)
     EXPECT_NEAR(contentY(), grid->property("contentHeight").toReal() - grid->height(), 1);
 }
 
-TEST_F(ScrolledLibraryTest, KeysWalkTheCardsAndKeepThemInView)
+TEST_F(ScrolledLibraryTest, KeysMoveTheCurrentCardAndScrollToIt)
 {
     EXPECT_TRUE(grid->hasActiveFocus());
     key(Qt::Key_End);
@@ -480,13 +481,13 @@ TEST_F(ScrolledLibraryTest, KeysTrashCopyAndOpenTheMenu)
     EXPECT_TRUE(shows(QStringLiteral("Klasörde Göster")));
     key(Qt::Key_Escape);
     settle();
-    EXPECT_TRUE(grid->hasActiveFocus()) << "the keys are back where they were";
+    EXPECT_TRUE(grid->hasActiveFocus()) << "closing the menu restores the focus";
     key(Qt::Key_Delete);
     settle();
     EXPECT_TRUE(shows(QStringLiteral("Klip çöp kutusuna taşınsın mı?")));
     key(Qt::Key_Return);
     settle();
-    EXPECT_EQ(trash.calls, 0) << "the keyboard begins at the button that does nothing";
+    EXPECT_EQ(trash.calls, 0) << "the cancel button has the initial focus";
     key(Qt::Key_Delete);
     settle();
     key(Qt::Key_Right);
@@ -495,7 +496,7 @@ TEST_F(ScrolledLibraryTest, KeysTrashCopyAndOpenTheMenu)
     EXPECT_EQ(trash.recycled, QStringList{path("Dota 2 - Nr 001.mp4")});
 }
 
-TEST_F(ScrolledLibraryTest, SearchIsLeftInTwoSteps)
+TEST_F(ScrolledLibraryTest, EscapeClearsTheSearchThenLeavesIt)
 {
     key(Qt::Key_F, Qt::ControlModifier);
     auto* field = item(QStringLiteral("Ara"));
@@ -509,7 +510,7 @@ TEST_F(ScrolledLibraryTest, SearchIsLeftInTwoSteps)
     EXPECT_TRUE(grid->hasActiveFocus());
 }
 
-TEST_F(ScrolledLibraryTest, TabGoesFromSearchToFolderToGrid)
+TEST_F(ScrolledLibraryTest, TabMovesFromSearchToFolderButtonToGrid)
 {
     item(QStringLiteral("Ara"))->forceActiveFocus();
     key(Qt::Key_Tab);
@@ -517,10 +518,10 @@ TEST_F(ScrolledLibraryTest, TabGoesFromSearchToFolderToGrid)
     key(Qt::Key_Tab);
     EXPECT_TRUE(grid->hasActiveFocus());
     key(Qt::Key_Tab);
-    EXPECT_FALSE(grid->hasActiveFocus()) << "all cards are one stop";
+    EXPECT_FALSE(grid->hasActiveFocus()) << "the grid is one tab stop";
 }
 
-TEST_F(ScrolledLibraryTest, AnOpenMenuGoesWithItsCard)
+TEST_F(ScrolledLibraryTest, OpenMenuClosesWithItsCard)
 {
     key(Qt::Key_Home);
     key(Qt::Key_Menu);
@@ -529,10 +530,10 @@ TEST_F(ScrolledLibraryTest, AnOpenMenuGoesWithItsCard)
     QFile::remove(path("Dota 2 - Nr 000.mp4"));
     reload();
     settle();
-    EXPECT_FALSE(shows(QStringLiteral("Oynat"))) << "it would act on another clip";
+    EXPECT_FALSE(shows(QStringLiteral("Oynat"))) << "the menu would act on another clip";
 }
 
-TEST_F(ScrolledLibraryTest, NoItemIsMadeWhileScrolling)
+TEST_F(ScrolledLibraryTest, ScrollingCreatesNoItems)
 {
     const auto itemCount = [&] { return flick->property("contentItem").value<QQuickItem*>()->childItems().size(); };
     const auto before = itemCount();

@@ -6,7 +6,7 @@
 namespace quelto {
 namespace {
 
-/// What screen readers are told.
+/// The focus events for screen readers.
 class ScreenReaderTest : public test::LibraryScreenFixture {
 protected:
     void SetUp() override
@@ -19,59 +19,59 @@ protected:
         show();
         reader = engine->singletonInstance<ScreenReader*>(qmlTypeId("Quelto.Library", 1, 0, "ScreenReader"));
         ASSERT_NE(reader, nullptr);
-        reader->setListener([this](QAccessibleEvent* event) {
+        reader->setSend([this](QAccessibleEvent* event) {
             EXPECT_EQ(event->type(), QAccessible::Focus);
-            told.append(event->accessibleInterface()->text(QAccessible::Name).section(u',', 0, 0));
+            announced.append(event->accessibleInterface()->text(QAccessible::Name).section(u',', 0, 0));
         });
     }
 
-    /// The titles of the cards since the last time.
-    QStringList heard()
+    /// The titles announced since the last call.
+    QStringList announcedTitles()
     {
         settle(60);
-        return std::exchange(told, {});
+        return std::exchange(announced, {});
     }
 
     ScreenReader* reader = nullptr;
-    QStringList told;
+    QStringList announced;
 };
 
-TEST_F(ScreenReaderTest, HearsOfEveryCardThatTheKeysLeadTo)
+TEST_F(ScreenReaderTest, AnnouncesEveryCardReachedByKeys)
 {
     key(Qt::Key_Home);
-    EXPECT_EQ(heard(), QStringList{QStringLiteral("Nr 00")});
+    EXPECT_EQ(announcedTitles(), QStringList{QStringLiteral("Nr 00")});
     key(Qt::Key_Right);
-    EXPECT_EQ(heard(), QStringList{QStringLiteral("Nr 01")});
-    // Far out of view: its card is filled first.
+    EXPECT_EQ(announcedTitles(), QStringList{QStringLiteral("Nr 01")});
+    // The target is out of view: the view scrolls there first.
     key(Qt::Key_End);
-    EXPECT_EQ(heard(), QStringList{QStringLiteral("Nr 59")});
+    EXPECT_EQ(announcedTitles(), QStringList{QStringLiteral("Nr 59")});
     key(Qt::Key_End);
-    EXPECT_EQ(heard(), QStringList()) << "nothing has changed";
+    EXPECT_EQ(announcedTitles(), QStringList()) << "nothing has changed";
 }
 
-TEST_F(ScreenReaderTest, HearsOfTheCurrentCardWhenTheKeyboardComesBack)
+TEST_F(ScreenReaderTest, AnnouncesTheCurrentCardWhenFocusReturns)
 {
     key(Qt::Key_Right);
     key(Qt::Key_Right);
     item(QStringLiteral("Klasör"))->forceActiveFocus(Qt::TabFocusReason);
-    heard();
+    announcedTitles();
     key(Qt::Key_Tab);
-    EXPECT_EQ(heard(), QStringList{QStringLiteral("Nr 01")});
+    EXPECT_EQ(announcedTitles(), QStringList{QStringLiteral("Nr 01")});
 }
 
-TEST_F(ScreenReaderTest, HearsOfTheCardThatTakesThePlaceOfAnother)
+TEST_F(ScreenReaderTest, AnnouncesTheCardThatReplacesARemovedOne)
 {
     key(Qt::Key_Home);
-    heard();
+    announcedTitles();
     QFile::remove(path("Dota 2 - Nr 00.mp4"));
     reload();
-    EXPECT_EQ(heard(), QStringList{QStringLiteral("Nr 01")});
+    EXPECT_EQ(announcedTitles(), QStringList{QStringLiteral("Nr 01")});
 }
 
-TEST_F(ScreenReaderTest, HearsNothingOfCardsThatTheMouseUses)
+TEST_F(ScreenReaderTest, AnnouncesNothingForTheMouse)
 {
     click(card(QStringLiteral("Nr 04")));
-    EXPECT_EQ(heard(), QStringList());
+    EXPECT_EQ(announcedTitles(), QStringList());
 }
 
 } // namespace

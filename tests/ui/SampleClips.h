@@ -5,10 +5,10 @@
 
 namespace quelto::test {
 
-/// Fills the folder with twelve real clips of three days: automatic and manual ones, two of them upright.
+/// Writes twelve playable clips of three days to the folder: automatic and manual ones, two of them upright.
 void addTwelveClips(const QString& folder);
 
-/// Fills the folder with so many real clips of three games, eight a day.
+/// Writes `count` playable clips of three games to the folder, eight per day.
 void addClips(const QString& folder, int count);
 
 } // namespace quelto::test

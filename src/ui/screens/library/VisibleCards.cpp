@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/screens/library/CardSlots.h"
+#include "ui/screens/library/VisibleCards.h"
 
 namespace quelto {
 
 namespace {
 
-CardSlot filled(const CardSlots::Card& card, const CardSlot& before)
+VisibleCard visibleCard(const VisibleCards::Card& card, const VisibleCard& previous)
 {
     const auto& clip = card.clip;
-    const bool isChanged = before.path == clip.path && (before.byteCount != clip.size || before.date != clip.date);
+    const bool isChanged =
+        previous.path == clip.path && (previous.byteCount != clip.size || previous.date != clip.date);
     return {.area = card.area,
             .path = clip.path,
             .byteCount = clip.size,
             .date = clip.date,
-            .version = before.version + (isChanged ? 1 : 0),
+            .version = previous.version + (isChanged ? 1 : 0),
             .title = clip.displayTitle(),
             .game = clip.game,
             .time = clip.timeText(),
@@ -26,45 +27,46 @@ CardSlot filled(const CardSlots::Card& card, const CardSlot& before)
 
 } // namespace
 
-void CardSlots::show(qsizetype first, qsizetype end, const CardAt& cardAt)
+void VisibleCards::show(qsizetype first, qsizetype end, const CardAt& cardAt)
 {
-    showRows(first, end, [&](qsizetype position, const CardSlot& before) { return filled(cardAt(position), before); });
+    showRows(first, end,
+             [&](qsizetype position, const VisibleCard& previous) { return visibleCard(cardAt(position), previous); });
 }
 
-QVariant CardSlots::data(const QModelIndex& index, int role) const
+QVariant VisibleCards::data(const QModelIndex& index, int role) const
 {
-    const auto& slot = rowOf(index);
+    const auto& card = rowOf(index);
     switch (role) {
     case PositionRole:
-        return placeOf(index);
+        return positionOf(index);
     case AreaRole:
-        return slot.area;
+        return card.area;
     case PathRole:
-        return slot.path;
+        return card.path;
     case VersionRole:
-        return slot.version;
+        return card.version;
     case TitleRole:
-        return slot.title;
+        return card.title;
     case GameRole:
-        return slot.game;
+        return card.game;
     case TimeRole:
-        return slot.time;
+        return card.time;
     case SizeRole:
-        return slot.size;
+        return card.size;
     case TierRole:
-        return slot.tier;
+        return card.tier;
     case ScoreRole:
-        return slot.score;
+        return card.score;
     case LabelRole:
-        return slot.label;
+        return card.label;
     case RatioRole:
-        return slot.ratio;
+        return card.ratio;
     default:
         return {};
     }
 }
 
-QHash<int, QByteArray> CardSlots::roleNames() const
+QHash<int, QByteArray> VisibleCards::roleNames() const
 {
     return {{PositionRole, "position"}, {AreaRole, "area"},   {PathRole, "path"},   {VersionRole, "version"},
             {TitleRole, "title"},       {GameRole, "game"},   {TimeRole, "time"},   {SizeRole, "size"},

@@ -2,14 +2,14 @@
 #pragma once
 
 #include "library/naming/Clip.h"
-#include "ui/screens/library/SlotModel.h"
+#include "ui/screens/library/RecyclingModel.h"
 
 #include <QRectF>
 
 namespace quelto {
 
-/// A card as QML shows it.
-struct CardSlot {
+/// The values of one card for QML.
+struct VisibleCard {
     QRectF area;
     QString path;
     /// Units: bytes.
@@ -26,19 +26,19 @@ struct CardSlot {
     qreal ratio = 1;
 };
 
-/// The cards in view.
+/// The model of the cards in the viewport.
 ///
 /// Thread: main.
-class CardSlots : public SlotModel<CardSlot> {
+class VisibleCards : public RecyclingModel<VisibleCard> {
     Q_OBJECT
 
 public:
     enum Role {
-        /// Counted through all cards; -1 while the row shows nothing.
+        /// Index among all cards; -1 while the row is unused.
         PositionRole = Qt::UserRole,
         AreaRole,
         PathRole,
-        /// Changes when the file at the path has changed, and not when the row shows another one.
+        /// Changes when the file at the path changes, but not when the row switches to another file.
         VersionRole,
         TitleRole,
         GameRole,
@@ -57,7 +57,7 @@ public:
     };
     using CardAt = std::function<Card(qsizetype position)>;
 
-    using SlotModel::SlotModel;
+    using RecyclingModel::RecyclingModel;
 
     void show(qsizetype first, qsizetype end, const CardAt& cardAt);
 

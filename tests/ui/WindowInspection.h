@@ -9,7 +9,7 @@
 
 namespace quelto::test {
 
-/// Calls `visit` with every visible item below that one and itself, in the order in which they were made.
+/// Calls `visit` for the item and all visible items below it, in the order of creation.
 template <typename Visit> void visitVisible(QQuickItem* root, const Visit& visit)
 {
     if (!root->isVisible()) {
@@ -21,7 +21,7 @@ template <typename Visit> void visitVisible(QQuickItem* root, const Visit& visit
     }
 }
 
-/// The first visible item that is wanted, below that one or itself; null if there is none.
+/// The item or the first visible item below it for which the predicate holds; null if there is none.
 template <typename Predicate> QQuickItem* firstVisibleOn(QQuickItem* root, const Predicate& isWanted)
 {
     QQuickItem* found = nullptr;
@@ -33,13 +33,13 @@ template <typename Predicate> QQuickItem* firstVisibleOn(QQuickItem* root, const
     return found;
 }
 
-/// Null if there is none.
+/// The same for all items of the window.
 template <typename Predicate> QQuickItem* firstVisible(const QQuickWindow* window, const Predicate& isWanted)
 {
     return firstVisibleOn(window->contentItem(), isWanted);
 }
 
-/// The visible item that screen readers call by that name; null if there is none.
+/// The visible item with that accessible name; null if there is none.
 inline QQuickItem* itemNamed(const QQuickWindow* window, const QString& accessibleName)
 {
     return firstVisible(window, [&](QQuickItem* each) {
@@ -48,12 +48,18 @@ inline QQuickItem* itemNamed(const QQuickWindow* window, const QString& accessib
     });
 }
 
-/// The visible label with that text; null if there is none.
-inline QQuickItem* labelWith(const QQuickWindow* window, const QString& text)
+/// The visible label with that text, the item itself or below it; null if there is none.
+inline QQuickItem* labelOn(QQuickItem* root, const QString& text)
 {
-    return firstVisible(window, [&](QQuickItem* each) {
+    return firstVisibleOn(root, [&](const QQuickItem* each) {
         return each->inherits("QQuickText") && each->property("text").toString() == text;
     });
+}
+
+/// The same for all items of the window.
+inline QQuickItem* labelWith(const QQuickWindow* window, const QString& text)
+{
+    return labelOn(window->contentItem(), text);
 }
 
 inline QPoint middleOf(const QQuickItem* item)
@@ -61,17 +67,17 @@ inline QPoint middleOf(const QQuickItem* item)
     return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
 }
 
-/// Draws the window when all that moves has come to rest, and keeps it as NAME.png in the folder of pictures; as
-/// NAME@2x.png on a screen of twice the scale.
-inline QImage keptPicture(QQuickWindow* window, const QString& name)
+/// Renders the window when its animations have ended and saves it as NAME.png in the folder of pictures; as NAME@2x.png
+/// at a scale factor of 2.
+inline QImage savePicture(QQuickWindow* window, const QString& name)
 {
     QTest::qWait(400);
     auto image = window->grabWindow();
     const QDir pictures(QStringLiteral(QUELTO_PICTURES));
     pictures.mkpath(QStringLiteral("."));
     const auto scale = window->effectiveDevicePixelRatio();
-    const auto mark = scale > 1 ? QStringLiteral("@%1x").arg(scale) : QString();
-    image.save(pictures.filePath(name + mark + QStringLiteral(".png")));
+    const auto suffix = scale > 1 ? QStringLiteral("@%1x").arg(scale) : QString();
+    image.save(pictures.filePath(name + suffix + QStringLiteral(".png")));
     return image;
 }
 

@@ -8,18 +8,19 @@
 
 namespace quelto {
 
-/// The match of the present page, in words. The page may outlive its match.
+/// The name and clip titles of the match that the current page is about. The match may be deleted while the page is
+/// open; `isKnown` is then false.
 ///
 /// Thread: main.
-class ShownMatch : public QObject {
+class MatchSummary : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isKnown READ isKnown NOTIFY changed)
     Q_PROPERTY(QString name READ name NOTIFY changed)
-    /// What each clip that still exists shows in a list, in the order of saving.
+    /// The titles of the clips that still exist, in the order of saving.
     Q_PROPERTY(QStringList clipTitles READ clipTitles NOTIFY changed)
 
 public:
-    ShownMatch(const MatchTracker& matches, const Navigation& navigation, QObject* parent = nullptr);
+    MatchSummary(const MatchTracker& matches, const Navigation& navigation, QObject* parent = nullptr);
 
     bool isKnown() const { return match().has_value(); }
     QString name() const;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "tests/ui/SeenInWindow.h"
+#include "tests/ui/WindowInspection.h"
 
 #include <QColor>
 #include <QFont>
@@ -24,14 +24,14 @@ inline double radiusOf(const QObject* object)
     return object->property("radius").toDouble();
 }
 
-/// The colour, thinned to that opacity.
-inline QColor thinned(QColor color, double opacity)
+/// The color with that opacity.
+inline QColor withOpacity(QColor color, double opacity)
 {
     color.setAlphaF(static_cast<float>(opacity));
     return color;
 }
 
-/// One outline of a Rectangle.
+/// The border of a Rectangle.
 struct Outline {
     double width;
     QColor color;
@@ -64,21 +64,13 @@ inline QObjectList animationsOf(const QObject* object)
     return animations;
 }
 
-/// Where the item lies in its window.
+/// The item's rectangle in scene coordinates.
 inline QRectF placeOf(const QQuickItem* item)
 {
     return item->mapRectToScene({0, 0, item->width(), item->height()});
 }
 
-/// The visible label with that text on the item; null if there is none.
-inline QQuickItem* labelOn(QQuickItem* root, const QString& text)
-{
-    return firstVisibleOn(root, [&](const QQuickItem* each) {
-        return each->inherits("QQuickText") && each->property("text").toString() == text;
-    });
-}
-
-/// The visible symbol on the item; null if there is none.
+/// The first visible symbol below the item; null if there is none.
 inline QQuickItem* symbolOn(QQuickItem* root)
 {
     return firstVisibleOn(root, [](const QQuickItem* each) {
@@ -86,10 +78,10 @@ inline QQuickItem* symbolOn(QQuickItem* root)
     });
 }
 
-/// The visible shadow or glow of the item itself; null if it has none.
-inline QQuickItem* shadowOf(const QQuickItem* box)
+/// The visible shadow or glow of the item; null if there is none.
+inline QQuickItem* shadowOf(const QQuickItem* item)
 {
-    for (auto* child : box->childItems()) {
+    for (auto* child : item->childItems()) {
         if (child->isVisible() && child->inherits("quelto::SoftShadow")) {
             return child;
         }
@@ -97,14 +89,14 @@ inline QQuickItem* shadowOf(const QQuickItem* box)
     return nullptr;
 }
 
-/// The nearest box that the item stands in; null if there is none.
-inline QQuickItem* boxAround(const QQuickItem* item)
+/// The nearest Rectangle around the item; null if there is none.
+inline QQuickItem* enclosingRectangle(const QQuickItem* item)
 {
-    auto* box = item->parentItem();
-    while (box != nullptr && !box->inherits("QQuickRectangle")) {
-        box = box->parentItem();
+    auto* rectangle = item->parentItem();
+    while (rectangle != nullptr && !rectangle->inherits("QQuickRectangle")) {
+        rectangle = rectangle->parentItem();
     }
-    return box;
+    return rectangle;
 }
 
 } // namespace quelto::test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/PictureClips.h"
+#include "tests/ui/SampleClips.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -12,7 +12,7 @@ namespace quelto::test {
 
 namespace {
 
-/// Real clips, made once for all tests of the program.
+/// Playable clips, generated once for all tests of the program.
 class ClipFiles {
 public:
     static const ClipFiles& shared()
@@ -37,12 +37,12 @@ private:
             "cellauto=rate=2:s=640x360:rule=110",
         };
         for (const auto* source : sources) {
-            m_wide.append(make(QString::fromLatin1(source), 2 + static_cast<int>(m_wide.size()) * 13));
+            m_wide.append(generate(QString::fromLatin1(source), 2 + static_cast<int>(m_wide.size()) * 13));
         }
-        m_tall = make(QStringLiteral("gradients=rate=2:s=360x640:c0=0x4a1942:c1=0xff8a3d:nb_colors=2:seed=5"), 31);
+        m_tall = generate(QStringLiteral("gradients=rate=2:s=360x640:c0=0x4a1942:c1=0xff8a3d:nb_colors=2:seed=5"), 31);
     }
 
-    QString make(const QString& source, int seconds)
+    QString generate(const QString& source, int seconds)
     {
         const auto path = m_folder.filePath(QStringLiteral("%1.mp4").arg(++m_count));
         QProcess::execute(QStringLiteral("ffmpeg"),

@@ -1,29 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ui/screens/library/SlotModel.h"
+#include "ui/screens/library/RecyclingModel.h"
 
 #include <QRectF>
 
 namespace quelto {
 
-struct DaySlot {
+struct VisibleDay {
     QString title;
     QRectF area;
 };
 
-/// The days' titles in view.
+/// The model of the day titles in the viewport.
 ///
 /// Thread: main.
-class DaySlots : public SlotModel<DaySlot> {
+class VisibleDays : public RecyclingModel<VisibleDay> {
     Q_OBJECT
 
 public:
     enum Role { TitleRole = Qt::UserRole, AreaRole };
 
-    using DayAt = std::function<DaySlot(qsizetype position)>;
+    using DayAt = std::function<VisibleDay(qsizetype position)>;
 
-    using SlotModel::SlotModel;
+    using RecyclingModel::RecyclingModel;
 
     void show(qsizetype first, qsizetype end, const DayAt& dayAt);
 
