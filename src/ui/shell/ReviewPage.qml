@@ -9,8 +9,8 @@ import Quelto.Theme
 // The clips of a match. Review in the window is not implemented yet.
 PlaceholderPage {
     symbol: "flag.checkered"
-    title: ShownMatch.isKnown ? ShownMatch.name : L10n.T("Bu maç artık listede yok")
-    text: ShownMatch.isKnown ? L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.") : ""
+    title: MatchSummary.isKnown ? MatchSummary.name : L10n.T("Bu maç artık listede yok")
+    text: MatchSummary.isKnown ? L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.") : ""
 
     details: ListView {
         width: parent.width
@@ -18,9 +18,9 @@ PlaceholderPage {
         visible: count > 0
         clip: true
         spacing: Theme.spacing.row
-        model: ShownMatch.clipTitles
+        model: MatchSummary.clipTitles
         Accessible.role: Accessible.List
-        Accessible.name: ShownMatch.name
+        Accessible.name: MatchSummary.name
         delegate: Text {
             required property string modelData
 

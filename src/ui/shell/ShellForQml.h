@@ -32,7 +32,7 @@ struct GameListForQml {
 struct MatchSummaryForQml : SharedForQml<MatchSummary> {
     Q_GADGET
     QML_FOREIGN(quelto::MatchSummary)
-    QML_NAMED_ELEMENT(ShownMatch)
+    QML_NAMED_ELEMENT(MatchSummary)
     QML_SINGLETON
 };
 

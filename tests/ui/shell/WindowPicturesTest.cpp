@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/ui/SceneryClips.h"
 #include "tests/ui/SampleClips.h"
+#include "tests/ui/SceneryClips.h"
 #include "tests/ui/shell/ShellFixture.h"
 
 namespace quelto {

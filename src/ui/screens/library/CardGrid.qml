@@ -39,9 +39,9 @@ T.Control {
         card?.openMenu(Qt.point(card.width / 2, card.height / 2));
     }
 
-    function tellCurrent() {
+    function announceCurrent() {
         if (showsCurrent) {
-            ScreenReader.tellCurrent(currentCard());
+            ScreenReader.announceFocus(currentCard());
         }
     }
 
@@ -96,13 +96,13 @@ T.Control {
         id: telling
 
         interval: 0
-        onTriggered: grid.tellCurrent()
+        onTriggered: grid.announceCurrent()
     }
 
     Connections {
         target: grid.library
 
-        function onScrollWanted(viewTop: real) {
+        function onScrollRequested(viewTop: real) {
             wheel.stop();
             flick.cancelFlick();
             flick.contentY = viewTop;
@@ -190,7 +190,7 @@ T.Control {
                 y: area.y
                 width: area.width
                 height: area.height
-                isPassing: grid.library.isPassing
+                isCacheOnly: grid.library.isScrollingFast
                 isCurrent: grid.showsCurrent && position >= 0 && position === grid.library.currentPosition
                 onOpenRequested: {
                     grid.library.select(position);

@@ -21,7 +21,7 @@ Item {
     property var score: undefined
     property string label: ""
     property real ratio: 16 / 9
-    property bool isPassing: false
+    property bool isCacheOnly: false
     // The keyboard focus of the grid is on this card.
     property bool isCurrent: false
     readonly property bool isHovered: pointer.hovered
@@ -89,7 +89,7 @@ Item {
         version: card.version
         ratio: card.ratio
         showDuration: true
-        isPassing: card.isPassing
+        isCacheOnly: card.isCacheOnly
         radius: Theme.radius.card
     }
 

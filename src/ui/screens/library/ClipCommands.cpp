@@ -3,7 +3,7 @@
 
 #include "base/language/T.h"
 #include "platform/FileMimeData.h"
-#include "ui/screens/library/ClipPicture.h"
+#include "ui/screens/library/ThumbnailItem.h"
 
 #include <QCoreApplication>
 #include <QDrag>
@@ -57,7 +57,7 @@ void ClipCommands::openFolder()
     m_dependencies.files.openFolder(m_dependencies.settings.saveFolder());
 }
 
-void ClipCommands::drag(ClipPicture* picture)
+void ClipCommands::drag(ThumbnailItem* picture)
 {
     const auto* window = picture->window();
     const auto scale = window == nullptr ? 1 : window->effectiveDevicePixelRatio();

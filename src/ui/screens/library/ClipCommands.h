@@ -12,7 +12,7 @@
 
 namespace quelto {
 
-class ClipPicture;
+class ThumbnailItem;
 
 /// Scales the picture to fit a square of 200 logical pixels, for display at the pointer during a drag. Returns a null
 /// image for a null picture.
@@ -47,7 +47,7 @@ public:
     /// Opens the save folder in the file manager.
     Q_INVOKABLE void openFolder();
     /// Starts a drag of the clip that the item shows. The mouse button must be pressed. Returns immediately.
-    Q_INVOKABLE void drag(quelto::ClipPicture* picture);
+    Q_INVOKABLE void drag(quelto::ThumbnailItem* picture);
 
 private:
     static void dragFile(const QString& path, const QImage& picture);

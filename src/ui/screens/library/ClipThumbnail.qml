@@ -17,7 +17,7 @@ Item {
     property real radius: 0
     property real ratio: 16 / 9
     // The view scrolls too fast to read the card.
-    property alias isPassing: picture.isPassing
+    property alias isCacheOnly: picture.isCacheOnly
     readonly property alias picture: picture
     readonly property bool showsChip: showDuration && picture.durationText !== ""
 
@@ -44,7 +44,7 @@ Item {
         }
     }
 
-    ClipPicture {
+    ThumbnailItem {
         id: picture
 
         anchors.fill: parent

@@ -61,7 +61,7 @@ LibraryModel::LibraryModel(const ClipLibrary& library, Clock clock, QObject* par
     m_scrollEndTimer.setInterval(ScrollEndDelay);
     connect(&m_scrollEndTimer, &QTimer::timeout, this, [this] {
         m_scroll.stop();
-        setPassing(false);
+        setScrollingFast(false);
     });
     m_clockTimer.setSingleShot(true);
     m_clockTimer.setTimerType(Qt::CoarseTimer);
@@ -114,7 +114,7 @@ void LibraryModel::setFilter(const ClipFilter& filter)
     m_filter = filter;
     applyFilter(std::nullopt);
     Q_EMIT filterChanged();
-    Q_EMIT scrollWanted(0);
+    Q_EMIT scrollRequested(0);
 }
 
 void LibraryModel::setWidth(qreal width)
@@ -137,7 +137,7 @@ void LibraryModel::setViewTop(qreal viewTop)
         return;
     }
     m_scroll.moveTo(viewTop, std::chrono::steady_clock::now());
-    setPassing(m_scroll.speed() > FastScrollSpeed);
+    setScrollingFast(m_scroll.speed() > FastScrollSpeed);
     m_scrollEndTimer.start();
     updateVisibleRows();
     Q_EMIT viewChanged();
@@ -161,11 +161,11 @@ void LibraryModel::setCardTextHeight(qreal cardTextHeight)
     }
 }
 
-void LibraryModel::setPassing(bool isPassing)
+void LibraryModel::setScrollingFast(bool isScrollingFast)
 {
-    if (m_isPassing != isPassing) {
-        m_isPassing = isPassing;
-        Q_EMIT passingChanged();
+    if (m_isScrollingFast != isScrollingFast) {
+        m_isScrollingFast = isScrollingFast;
+        Q_EMIT scrollingFastChanged();
     }
 }
 
@@ -263,7 +263,7 @@ void LibraryModel::restore(const Anchor& anchor)
     if (const auto position = positionOf(anchor.path); position >= 0 && m_width > 0) {
         const auto top = m_layout.card(position).top() - anchor.offset;
         if (top != viewTop()) {
-            Q_EMIT scrollWanted(std::clamp(top, 0.0, std::max(0.0, contentHeight() - m_viewHeight)));
+            Q_EMIT scrollRequested(std::clamp(top, 0.0, std::max(0.0, contentHeight() - m_viewHeight)));
         }
     }
 }
@@ -316,9 +316,9 @@ bool LibraryModel::moveCurrent(int key)
     const auto top = m_current == 0 || card.top() <= m_layout.card(0).top() ? 0 : card.top() - CurrentMargin;
     const auto bottom = card.bottom() + CurrentMargin;
     if (top < viewTop()) {
-        Q_EMIT scrollWanted(top);
+        Q_EMIT scrollRequested(top);
     } else if (bottom > viewTop() + m_viewHeight) {
-        Q_EMIT scrollWanted(std::min(bottom - m_viewHeight, card.top() - CurrentMargin));
+        Q_EMIT scrollRequested(std::min(bottom - m_viewHeight, card.top() - CurrentMargin));
     }
     return true;
 }

@@ -40,7 +40,7 @@ class LibraryModel : public QObject {
     Q_PROPERTY(QStringList tierFilters READ tierFilterNames CONSTANT)
     Q_PROPERTY(qreal contentHeight READ contentHeight NOTIFY layoutChanged)
     /// The view scrolls too fast for thumbnails to be worth requesting.
-    Q_PROPERTY(bool isPassing READ isPassing NOTIFY passingChanged)
+    Q_PROPERTY(bool isScrollingFast READ isScrollingFast NOTIFY scrollingFastChanged)
     Q_PROPERTY(quelto::VisibleCards* cards READ cards CONSTANT)
     Q_PROPERTY(quelto::VisibleDays* days READ days CONSTANT)
     /// Index among all cards; -1 for none.
@@ -78,7 +78,7 @@ public:
     bool showsTierBar() const { return m_showsTierBar; }
     static QStringList tierFilterNames() { return tierFilters(); }
     qreal contentHeight() const { return m_layout.height(); }
-    bool isPassing() const { return m_isPassing; }
+    bool isScrollingFast() const { return m_isScrollingFast; }
     VisibleCards* cards() { return &m_cards; }
     VisibleDays* days() { return &m_days; }
     int currentPosition() const { return static_cast<int>(m_current); }
@@ -105,10 +105,10 @@ Q_SIGNALS:
     void viewChanged();
     void clipsChanged();
     void layoutChanged();
-    void passingChanged();
+    void scrollingFastChanged();
     void currentChanged();
     /// Asks the view to scroll there: the visible clips have moved, or the current card is out of view.
-    void scrollWanted(qreal viewTop);
+    void scrollRequested(qreal viewTop);
 
 private:
     /// A visible card and its distance from the top of the view, to restore the scroll position after a change.
@@ -121,7 +121,7 @@ private:
     void applyFilter(std::optional<Anchor> anchor);
     void updateLayout();
     void updateVisibleRows();
-    void setPassing(bool isPassing);
+    void setScrollingFast(bool isScrollingFast);
     void setFilter(const ClipFilter& filter);
     void setCurrent(qsizetype position);
     void restore(const Anchor& anchor);
@@ -153,7 +153,7 @@ private:
     QTimer m_scrollEndTimer;
     QTimer m_clockTimer;
     bool m_showsTierBar = false;
-    bool m_isPassing = false;
+    bool m_isScrollingFast = false;
 };
 
 } // namespace quelto

@@ -5,7 +5,7 @@
 
 namespace quelto {
 
-void ScreenReader::tellCurrent(QQuickItem* item)
+void ScreenReader::announceFocus(QQuickItem* item)
 {
     if (item != nullptr) {
         QAccessibleEvent event(item, QAccessible::Focus);

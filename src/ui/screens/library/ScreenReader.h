@@ -2,10 +2,8 @@
 #pragma once
 
 #include <QAccessible>
-#include <QObject>
+#include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
-
-class QQuickItem;
 
 namespace quelto {
 
@@ -23,7 +21,7 @@ public:
     using QObject::QObject;
 
     /// Announces the item as focused although the surrounding list has the keyboard focus. Does nothing for null.
-    Q_INVOKABLE void tellCurrent(QQuickItem* item);
+    Q_INVOKABLE void announceFocus(QQuickItem* item);
 
     /// Replaces the function that delivers the events.
     void setSend(Send send) { m_send = std::move(send); }

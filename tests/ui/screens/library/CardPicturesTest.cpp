@@ -41,7 +41,7 @@ protected:
     {
         int count = 0;
         test::visitVisible(window->contentItem(), [&](QQuickItem* each) {
-            count += each->inherits("quelto::ClipPicture") && each->property("hasPicture").toBool() ? 1 : 0;
+            count += each->inherits("quelto::ThumbnailItem") && each->property("hasPicture").toBool() ? 1 : 0;
         });
         return count;
     }

@@ -18,7 +18,7 @@ protected:
         model.setCardTextHeight(60);
         model.setWidth(1000);
         model.setViewHeight(700);
-        QObject::connect(&model, &LibraryModel::scrollWanted, &model, [this](qreal top) { model.setViewTop(top); });
+        QObject::connect(&model, &LibraryModel::scrollRequested, &model, [this](qreal top) { model.setViewTop(top); });
     }
 
     void reload()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/screens/library/ClipPicture.h"
+#include "ui/screens/library/ThumbnailItem.h"
 
 #include "ui/screens/library/LibraryForQml.h"
 
@@ -34,13 +34,13 @@ QImage coveringPicture(const QImage& picture, QSize size, qreal radius)
     return rounded;
 }
 
-ClipPicture::ClipPicture(QQuickItem* parent)
+ThumbnailItem::ThumbnailItem(QQuickItem* parent)
     : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
 }
 
-void ClipPicture::setPath(const QString& path)
+void ThumbnailItem::setPath(const QString& path)
 {
     if (m_path == path) {
         return;
@@ -53,7 +53,7 @@ void ClipPicture::setPath(const QString& path)
     Q_EMIT pathChanged();
 }
 
-void ClipPicture::setVersion(int version)
+void ThumbnailItem::setVersion(int version)
 {
     if (m_version != version) {
         m_version = version;
@@ -62,16 +62,16 @@ void ClipPicture::setVersion(int version)
     }
 }
 
-void ClipPicture::setPassing(bool isPassing)
+void ThumbnailItem::setCacheOnly(bool isCacheOnly)
 {
-    if (m_isPassing != isPassing) {
-        m_isPassing = isPassing;
+    if (m_isCacheOnly != isCacheOnly) {
+        m_isCacheOnly = isCacheOnly;
         requestThumbnail();
-        Q_EMIT passingChanged();
+        Q_EMIT cacheOnlyChanged();
     }
 }
 
-void ClipPicture::setRadius(qreal radius)
+void ThumbnailItem::setRadius(qreal radius)
 {
     if (m_radius != radius) {
         m_radius = radius;
@@ -80,18 +80,18 @@ void ClipPicture::setRadius(qreal radius)
     }
 }
 
-QString ClipPicture::durationText() const
+QString ThumbnailItem::durationText() const
 {
     return m_info.duration > 0 ? m_info.durationText() : QString();
 }
 
-void ClipPicture::requestThumbnail()
+void ThumbnailItem::requestThumbnail()
 {
     auto* const cache = ThumbnailsForQml::instance;
     if (m_path.isEmpty() || m_requestedVersion || cache == nullptr) {
         return;
     }
-    if (m_isPassing) {
+    if (m_isCacheOnly) {
         setThumbnail(cache->cachedImage(m_path), cache->cachedInfo(m_path).value_or(ClipInfo{}));
         return;
     }
@@ -105,7 +105,7 @@ void ClipPicture::requestThumbnail()
     });
 }
 
-void ClipPicture::requestAgainIfChanged()
+void ThumbnailItem::requestAgainIfChanged()
 {
     // A change during a read takes effect after it: the reader may have missed the change.
     if (m_requestedVersion && m_requestedVersion != m_version && m_isRequestDone && !hasPicture()) {
@@ -114,7 +114,7 @@ void ClipPicture::requestAgainIfChanged()
     }
 }
 
-void ClipPicture::setThumbnail(const QImage& picture, const ClipInfo& info)
+void ThumbnailItem::setThumbnail(const QImage& picture, const ClipInfo& info)
 {
     if (m_picture.cacheKey() == picture.cacheKey() && m_info == info) {
         return;
@@ -125,13 +125,13 @@ void ClipPicture::setThumbnail(const QImage& picture, const ClipInfo& info)
     Q_EMIT loaded();
 }
 
-void ClipPicture::invalidateTexture()
+void ThumbnailItem::invalidateTexture()
 {
     m_isTextureOutdated = true;
     update();
 }
 
-void ClipPicture::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
+void ThumbnailItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
     if (newGeometry.size() != oldGeometry.size()) {
@@ -139,7 +139,7 @@ void ClipPicture::geometryChange(const QRectF& newGeometry, const QRectF& oldGeo
     }
 }
 
-void ClipPicture::itemChange(ItemChange change, const ItemChangeData& data)
+void ThumbnailItem::itemChange(ItemChange change, const ItemChangeData& data)
 {
     QQuickItem::itemChange(change, data);
     if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) {
@@ -147,7 +147,7 @@ void ClipPicture::itemChange(ItemChange change, const ItemChangeData& data)
     }
 }
 
-QSGNode* ClipPicture::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*data*/)
+QSGNode* ThumbnailItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*data*/)
 {
     if (m_picture.isNull() || width() <= 0 || height() <= 0) {
         delete oldNode;

@@ -18,7 +18,7 @@ QImage coveringPicture(const QImage& picture, QSize size, qreal radius);
 /// old thumbnail at once.
 ///
 /// Thread: main; the scene graph calls updatePaintNode.
-class ClipPicture : public QQuickItem {
+class ThumbnailItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     /// The clip's file; empty for no clip.
@@ -27,7 +27,7 @@ class ClipPicture : public QQuickItem {
     /// a new version requests it again.
     Q_PROPERTY(int version READ version WRITE setVersion NOTIFY versionChanged)
     /// While true, shows cached thumbnails and requests none. Set during fast scrolling.
-    Q_PROPERTY(bool isPassing READ isPassing WRITE setPassing NOTIFY passingChanged)
+    Q_PROPERTY(bool isCacheOnly READ isCacheOnly WRITE setCacheOnly NOTIFY cacheOnlyChanged)
     /// The radius of the upper corners.
     Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
     Q_PROPERTY(bool hasPicture READ hasPicture NOTIFY loaded)
@@ -35,14 +35,14 @@ class ClipPicture : public QQuickItem {
     Q_PROPERTY(QString durationText READ durationText NOTIFY loaded)
 
 public:
-    explicit ClipPicture(QQuickItem* parent = nullptr);
+    explicit ThumbnailItem(QQuickItem* parent = nullptr);
 
     QString path() const { return m_path; }
     void setPath(const QString& path);
     int version() const { return m_version; }
     void setVersion(int version);
-    bool isPassing() const { return m_isPassing; }
-    void setPassing(bool isPassing);
+    bool isCacheOnly() const { return m_isCacheOnly; }
+    void setCacheOnly(bool isCacheOnly);
     qreal radius() const { return m_radius; }
     void setRadius(qreal radius);
     bool hasPicture() const { return !m_picture.isNull(); }
@@ -53,7 +53,7 @@ public:
 Q_SIGNALS:
     void pathChanged();
     void versionChanged();
-    void passingChanged();
+    void cacheOnlyChanged();
     void radiusChanged();
     void loaded();
 
@@ -77,7 +77,7 @@ private:
     /// The version for which the thumbnail was requested; unset before the request.
     std::optional<int> m_requestedVersion;
     bool m_isRequestDone = false;
-    bool m_isPassing = false;
+    bool m_isCacheOnly = false;
     bool m_isTextureOutdated = false;
 };
 

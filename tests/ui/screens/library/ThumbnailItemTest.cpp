@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/screens/library/ClipPicture.h"
+#include "ui/screens/library/ThumbnailItem.h"
 
 #include "tests/base/tasks/ManualQueue.h"
 #include "ui/screens/library/ClipCommands.h"
@@ -60,10 +60,10 @@ TEST(DragPicture, Fits200LogicalPixelsAtEveryScale)
     EXPECT_TRUE(dragPicture({}, 2).isNull());
 }
 
-class ClipPictureTest : public testing::Test {
+class ThumbnailItemTest : public testing::Test {
 protected:
-    ClipPictureTest() { ThumbnailsForQml::instance = &cache; }
-    ~ClipPictureTest() override { ThumbnailsForQml::instance = nullptr; }
+    ThumbnailItemTest() { ThumbnailsForQml::instance = &cache; }
+    ~ThumbnailItemTest() override { ThumbnailsForQml::instance = nullptr; }
 
     test::ManualTime time;
     test::ManualQueue main{time};
@@ -84,10 +84,10 @@ protected:
                                                               return reading;
                                                           },
                                                       .byteLimit = 1 << 20}};
-    ClipPicture picture;
+    ThumbnailItem picture;
 };
 
-TEST_F(ClipPictureTest, ShowsTheThumbnailOnceRead)
+TEST_F(ThumbnailItemTest, ShowsTheThumbnailOnceRead)
 {
     picture.setPath(QStringLiteral("/long"));
     EXPECT_FALSE(picture.hasPicture());
@@ -96,7 +96,7 @@ TEST_F(ClipPictureTest, ShowsTheThumbnailOnceRead)
     EXPECT_EQ(picture.durationText(), QStringLiteral("1:05"));
 }
 
-TEST_F(ClipPictureTest, ClearsTheThumbnailOnAChangeOfPath)
+TEST_F(ThumbnailItemTest, ClearsTheThumbnailOnAChangeOfPath)
 {
     picture.setPath(QStringLiteral("/long"));
     time.settle();
@@ -109,7 +109,7 @@ TEST_F(ClipPictureTest, ClearsTheThumbnailOnAChangeOfPath)
     EXPECT_EQ(read, QStringList{QStringLiteral("/long")}) << "a cancelled request is not read";
 }
 
-TEST_F(ClipPictureTest, HasNoPictureForABrokenClip)
+TEST_F(ThumbnailItemTest, HasNoPictureForABrokenClip)
 {
     picture.setPath(QStringLiteral("/broken"));
     time.settle();
@@ -118,24 +118,24 @@ TEST_F(ClipPictureTest, HasNoPictureForABrokenClip)
     EXPECT_EQ(read.size(), 1);
 }
 
-TEST_F(ClipPictureTest, ShowsOnlyCachedThumbnailsDuringFastScrolling)
+TEST_F(ThumbnailItemTest, ShowsOnlyCachedThumbnailsDuringFastScrolling)
 {
     picture.setPath(QStringLiteral("/long"));
     time.settle();
-    picture.setPassing(true);
+    picture.setCacheOnly(true);
     picture.setPath(QStringLiteral("/other"));
     time.settle();
     EXPECT_EQ(read.size(), 1);
     picture.setPath(QStringLiteral("/long"));
     EXPECT_TRUE(picture.hasPicture());
     picture.setPath(QStringLiteral("/other"));
-    picture.setPassing(false);
+    picture.setCacheOnly(false);
     time.settle();
     EXPECT_TRUE(picture.hasPicture());
     EXPECT_EQ(read.size(), 2);
 }
 
-TEST_F(ClipPictureTest, RequestsAgainWhenAFileWithoutThumbnailChanges)
+TEST_F(ThumbnailItemTest, RequestsAgainWhenAFileWithoutThumbnailChanges)
 {
     unfinished = QStringLiteral("/copy");
     picture.setPath(unfinished);
@@ -154,7 +154,7 @@ TEST_F(ClipPictureTest, RequestsAgainWhenAFileWithoutThumbnailChanges)
     EXPECT_EQ(read.size(), 3) << "an existing thumbnail is kept";
 }
 
-TEST_F(ClipPictureTest, RequestsAgainWhenTheFileChangedDuringTheRead)
+TEST_F(ThumbnailItemTest, RequestsAgainWhenTheFileChangedDuringTheRead)
 {
     unfinished = QStringLiteral("/copy");
     picture.setPath(unfinished);
@@ -168,17 +168,17 @@ TEST_F(ClipPictureTest, RequestsAgainWhenTheFileChangedDuringTheRead)
     EXPECT_EQ(read.size(), 2);
 }
 
-TEST_F(ClipPictureTest, RequestsAChangedFileAfterFastScrolling)
+TEST_F(ThumbnailItemTest, RequestsAChangedFileAfterFastScrolling)
 {
     unfinished = QStringLiteral("/copy");
     picture.setPath(unfinished);
     time.settle();
-    picture.setPassing(true);
+    picture.setCacheOnly(true);
     unfinished.clear();
     picture.setVersion(1);
     time.settle();
     EXPECT_EQ(read.size(), 1);
-    picture.setPassing(false);
+    picture.setCacheOnly(false);
     time.settle();
     EXPECT_TRUE(picture.hasPicture());
 }
