@@ -29,6 +29,10 @@ if(QUELTO_SANITIZE)
     target_compile_options(quelto_optimisation_of_tests INTERFACE -O0)
 endif()
 
+# Programs and libraries share a precompiled header, so both need the same code model. CMake's own choice for programs
+# is -fPIE.
+add_compile_options(-fPIC)
+
 # The precompiled headers, one for the program and one for its tests, each built once and shared.
 function(quelto_precompiled_header name header)
     add_library(${name} STATIC ${CMAKE_SOURCE_DIR}/cmake/Precompiled.cpp)

@@ -31,6 +31,13 @@ constexpr std::int64_t SoundTicksPerRun = SoundTicksPerSecond / RunsPerSecond;
 // The library starts a new chunk in its index at the latest at this size.
 constexpr std::int64_t ChunkBytes = 1 << 20;
 
+// libavformat 61 (FFmpeg 7) passes the bytes to write as const.
+#if LIBAVFORMAT_VERSION_MAJOR >= 61
+using WrittenByte = const std::uint8_t;
+#else
+using WrittenByte = std::uint8_t;
+#endif
+
 /// Joins the library's output to the file. Nothing may be thrown through the library: the error waits here.
 class FileIo {
 public:
@@ -72,7 +79,7 @@ private:
         }
     }
 
-    static int write(void* self, std::uint8_t* data, int size) noexcept
+    static int write(void* self, WrittenByte* data, int size) noexcept
     {
         auto& io = *static_cast<FileIo*>(self);
         const auto status = io.guarded([&] {
