@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Uses ccache where it is installed. The sloppiness is what it needs to cache precompiled headers; the base directory
-# makes clones in different folders share results.
+# Uses ccache if it is installed. CCACHE_SLOPPINESS lets it cache precompiled headers, and CCACHE_BASEDIR lets clones in
+# different folders share results.
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
     set(CMAKE_CXX_COMPILER_LAUNCHER

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Every library Quelto stands on, found once.
+# Finds every library that Quelto uses.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Qml Quick DBus Widgets Svg Test)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)

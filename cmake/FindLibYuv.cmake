@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# libyuv comes without a description of its own. Defines LibYuv::LibYuv.
+# Defines LibYuv::LibYuv. libyuv installs no CMake or pkg-config file.
 find_path(LibYuv_INCLUDE_DIR libyuv.h)
 find_library(LibYuv_LIBRARY yuv)
 mark_as_advanced(LibYuv_INCLUDE_DIR LibYuv_LIBRARY)

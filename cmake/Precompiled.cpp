@@ -1,2 +1,2 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Gives the precompiled header a target to be built in.
+// A target needs a source file to build the precompiled header.

@@ -8,7 +8,7 @@ import statistics
 import subprocess
 import time
 
-import desk
+import desktop
 import games
 from rows import Row, SILENT, cpu_seconds
 
@@ -18,7 +18,7 @@ SETTLING_SECONDS = 3
 
 def _home():
     """A home folder with Dota 2, World of Warcraft and an old combat log."""
-    home = desk.TEST_FOLDER / f"home-{time.monotonic_ns()}"
+    home = desktop.TEST_FOLDER / f"home-{time.monotonic_ns()}"
     games.install_dota(home)
     log = games.WowLog(games.install_wow(home))
     log.bustle(10_000)
@@ -42,10 +42,10 @@ class _HiddenProgram:
     """The program with its recorder stopped and its window hidden."""
 
     def __init__(self, **settings):
-        self.program = desk.Quelto({"HOME": str(_home())}, autoStart=False, showOverlay=False, **SILENT, **settings)
+        self.program = desktop.Quelto({"HOME": str(_home())}, autoStart=False, showOverlay=False, **SILENT, **settings)
         self.program.wait_for_state("idle")
-        desk.wait_until(lambda: "Quelto" in desk.run("wmctrl", "-l"), 5, "the window")
-        desk.close_window()
+        desktop.wait_until(lambda: "Quelto" in desktop.run("wmctrl", "-l"), 5, "the window")
+        desktop.close_window()
 
     def __enter__(self):
         return self

@@ -8,7 +8,7 @@ import subprocess
 import time
 
 import clip
-import desk
+import desktop
 import peers
 
 SILENT = {"captureAudio": False, "captureMicrophone": False}
@@ -32,15 +32,15 @@ def cpu_seconds(pid):
 
 def lost_frames(counters, scene):
     """The number of frames that are missing from the clip between its first and last counter."""
-    return len(set(range(counters[0], counters[-1])) - set(counters) - scene.excused())
+    return len(set(range(counters[0], counters[-1])) - set(counters) - scene.not_shown_in_time())
 
 
 class Recording:
     """Runs scene and program during one measurement."""
 
     def __init__(self, *scene_options, **settings):
-        self.scene = desk.Scene(*scene_options)
-        self.program = desk.Quelto(**settings)
+        self.scene = desktop.Scene(*scene_options)
+        self.program = desktop.Quelto(**settings)
         self.program.wait_for_state("recording")
 
     def __enter__(self):
@@ -60,7 +60,7 @@ def _capture_pair(seconds, *scene_options):
         ours = cpu_seconds(recording.program.process.pid) - before
         counters = clip.Clip(recording.program.save()).counters()
     lost = lost_frames(counters, recording.scene)
-    scene = desk.Scene(*scene_options)
+    scene = desktop.Scene(*scene_options)
     theirs = peers.grab(seconds)
     scene.stop()
     return ours, theirs, lost
@@ -94,7 +94,7 @@ def _seconds_to_clip(program):
 
 
 def save(options):
-    folder = desk.TEST_FOLDER
+    folder = desktop.TEST_FOLDER
     ours, theirs = [], []
     with Recording("--tone", 440, "--mic-tone", 700, clipLength=30) as recording:
         time.sleep(33)

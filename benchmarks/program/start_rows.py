@@ -8,7 +8,7 @@ import time
 import gi
 
 import clip_folder
-import desk
+import desktop
 from rows import Row, SILENT
 
 gi.require_version("Gdk", "3.0")
@@ -40,8 +40,8 @@ def _share(area, colour):
 
 def _is_recording(bus):
     try:
-        return bus.call_sync(desk.Quelto.NAME, desk.Quelto.PATH, "org.freedesktop.DBus.Properties", "Get",
-                             GLib.Variant("(ss)", (desk.Quelto.NAME, "State")), None, 0, 1000)[0] == "recording"
+        return bus.call_sync(desktop.Quelto.NAME, desktop.Quelto.PATH, "org.freedesktop.DBus.Properties", "Get",
+                             GLib.Variant("(ss)", (desktop.Quelto.NAME, "State")), None, 0, 1000)[0] == "recording"
     except GLib.Error:
         return False
 
@@ -53,8 +53,8 @@ def _times(folder, has_clips):
     if has_clips:
         waits["cards"] = lambda: _share(CARDS, CARD_COLOUR) > CARD_SHARE
     # The window of the previous run must be gone.
-    desk.wait_until(lambda: not _share(SIDEBAR_TOP, ACCENT), 5, "the previous window to close")
-    program = desk.Quelto(saveFolder=str(folder), **SILENT)
+    desktop.wait_until(lambda: not _share(SIDEBAR_TOP, ACCENT), 5, "the previous window to close")
+    program = desktop.Quelto(saveFolder=str(folder), **SILENT)
     try:
         times = {}
         while len(times) < len(waits):
@@ -62,7 +62,7 @@ def _times(folder, has_clips):
                 if name not in times and is_there():
                     times[name] = time.monotonic() - program.started
             if time.monotonic() - program.started > TIMEOUT_SECONDS:
-                raise RuntimeError(f"not within {TIMEOUT_SECONDS} s: {set(waits) - set(times)}; {program.said()}")
+                raise RuntimeError(f"not within {TIMEOUT_SECONDS} s: {set(waits) - set(times)}; {program.log_end()}")
             time.sleep(POLL_SECONDS)
         return times
     finally:
@@ -70,7 +70,7 @@ def _times(folder, has_clips):
 
 
 def _row(options, work, clips):
-    with tempfile.TemporaryDirectory(dir=desk.TEST_FOLDER) as folder:
+    with tempfile.TemporaryDirectory(dir=desktop.TEST_FOLDER) as folder:
         clip_folder.put_many(pathlib.Path(folder), clips)
         # The first start loads the program into the page cache and does not count.
         _times(folder, clips > 0)

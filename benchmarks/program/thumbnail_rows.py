@@ -4,7 +4,7 @@ import statistics
 import subprocess
 import time
 
-import desk
+import desktop
 import peers
 from rows import Row
 
@@ -19,7 +19,7 @@ def _seconds(run, *words):
 
 def thumbnail(options):
     program = options.build / "benchmarks/thumbnails/bench_thumbnail"
-    folder = desk.TEST_FOLDER
+    folder = desktop.TEST_FOLDER
     clip = folder / "thirty-seconds.mp4"
     peers.make_clip(clip, 30)
 

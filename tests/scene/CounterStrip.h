@@ -6,11 +6,10 @@
 
 namespace quelto {
 
-/// The frame counter as a row of black and white cells, large enough to be read out of a compressed picture.
+/// The frame counter as a row of black and white cells that is readable in a compressed picture.
 ///
-/// Cells from left to right: white, black, the counter's lowest 24 bits with the highest first, and the parity bit that
-/// makes the number of ones among counter and parity even. The strip spans the whole width and one sixteenth of the
-/// height.
+/// Cells from left to right: white, black, the lowest 24 bits of the counter with the most significant bit first, and
+/// an even parity bit over the counter. The strip spans the whole width and one sixteenth of the height.
 struct CounterStrip {
     static constexpr int Bits = 24;
     static constexpr int Cells = Bits + 3;

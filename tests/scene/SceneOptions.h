@@ -15,23 +15,23 @@ struct WindowPlace {
     int height = 0;
 };
 
-/// What the command line asks of the scene.
+/// The options from the command line.
 struct SceneOptions {
     int framesPerSecond = 60;
     SceneMotion motion = SceneMotion::High;
-    /// Nothing: full screen.
+    /// Full screen if not set.
     std::optional<WindowPlace> place;
     /// Hertz of the steady tone on the left channel.
     std::optional<double> tone;
-    /// Hertz of the tone that is spoken into the microphone.
+    /// Hertz of the tone that the microphone hears.
     std::optional<double> microphoneTone;
     std::string microphoneSink = "quelto_mic_in";
     bool isSilent = false;
-    /// Nothing: until it is told to end.
+    /// Runs until a signal if not set.
     std::optional<double> seconds;
 
     static const char* usage() noexcept;
-    /// Nothing where a word is not understood.
+    /// Returns nothing for an unknown option or a wrong value.
     static std::optional<SceneOptions> parse(int count, char** words);
 };
 

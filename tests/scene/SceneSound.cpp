@@ -35,7 +35,7 @@ struct StreamDestroy {
     void operator()(pw_stream* stream) const { pw_stream_destroy(stream); }
 };
 
-/// A sine whose phase goes on from one call to the next.
+/// A sine wave that is continuous across calls.
 class Sine {
 public:
     explicit Sine(double hertz)
@@ -54,14 +54,14 @@ private:
     double m_phase = 0;
 };
 
-/// Says of each frame in turn whether it belongs to a beep.
+/// Decides for one frame after another whether it is part of a beep.
 class BeepGate {
 public:
-    /// `heardAt`: when the next frame is heard. Beeps start at the whole seconds from `start` on.
+    /// `heardAt` is the time at which the next frame is audible. Beeps start at whole seconds from `start` on.
     void aim(std::int64_t heardAt, std::int64_t start)
     {
         const std::int64_t since = heardAt - start;
-        // A beep that is due for less than this was not given yet: the graph's time wavers a little.
+        // A beep that is late by less than this has not started yet, because the graph's time is not exact.
         constexpr std::int64_t Tolerance = Second / 200;
         m_coming = since < Tolerance ? 0 : (since - Tolerance) / Second + 1;
         m_coming = std::max(m_coming, m_given + 1);
@@ -106,7 +106,7 @@ struct SceneSound::Stream {
 
     spa_hook coreHook{};
     spa_hook streamHook{};
-    // In this order: what comes later is gone first, the loop's thread before all of it by stop().
+    // Members are destroyed in reverse order. stop() ends the loop's thread before that.
     std::unique_ptr<pw_thread_loop, LoopDestroy> loop;
     std::unique_ptr<pw_context, ContextDestroy> context;
     std::unique_ptr<pw_core, CoreDisconnect> core;
@@ -143,7 +143,7 @@ void SceneSound::Stream::connect()
         isLost = true;
         return;
     }
-    // A function, where pw_core_add_listener is a macro of C's casts.
+    // A function instead of the macro pw_core_add_listener, which uses C casts.
     pw_proxy_add_object_listener(reinterpret_cast<pw_proxy*>(core.get()), &coreHook, &CoreEvents, this);
     pw_properties* properties =
         pw_properties_new(PW_KEY_MEDIA_TYPE, "Audio", PW_KEY_MEDIA_CATEGORY, "Playback", PW_KEY_MEDIA_ROLE, "Game",
@@ -184,7 +184,7 @@ void SceneSound::Stream::fill(float* frames, std::uint32_t count)
 {
     for (std::uint32_t frame = 0; frame < count; ++frame) {
         const double beeping = gate.next() ? SceneVoice::BeepLevel * beep.next() : 0;
-        // A side with a tone stays free of the beep, so that the tone's level can be measured.
+        // A channel with a tone has no beep, so that tests can measure the level of the tone.
         frames[2 * frame] = static_cast<float>(voice.leftTone > 0 ? SceneVoice::ToneLevel * left.next() : beeping);
         frames[2 * frame + 1] =
             static_cast<float>(voice.rightTone > 0 ? SceneVoice::ToneLevel * right.next() : beeping);

@@ -10,26 +10,26 @@ namespace quelto {
 
 /// One playback stream: a steady tone, a beep at the flash of each second, or both.
 struct SceneVoice {
-    /// Sink to play into; empty: the default one.
+    /// The sink to play to. Empty: the default sink.
     std::string sink;
     std::string name;
-    /// 0: none.
+    /// Hertz; 0 for no tone.
     double leftTone = 0;
     double rightTone = 0;
     bool hasBeeps = false;
 
-    /// Peaks, full scale being 1.
+    /// Peak levels; full scale is 1.
     static constexpr double ToneLevel = 0.25;
     static constexpr double BeepLevel = 0.5;
     static constexpr double BeepHertz = 1000;
     static constexpr double BeepSeconds = 0.05;
 };
 
-/// Plays one voice through PipeWire. The beep is written so that by the graph's own timing, its delay included, it is
-/// heard at the whole seconds after `setStart`.
+/// Plays one voice through PipeWire. The beep is audible at whole seconds after `setStart`, according to the graph's
+/// timing including its delay.
 ///
-/// Thread: one, besides PipeWire's.
-/// Errors: none; a sound server that is not there, or goes away, shows in isLost.
+/// Thread: any one; PipeWire has its own.
+/// Errors: none. isLost reports a sound server that is missing or has ended.
 class SceneSound {
 public:
     explicit SceneSound(SceneVoice voice);
@@ -37,11 +37,11 @@ public:
     SceneSound(const SceneSound&) = delete;
     SceneSound& operator=(const SceneSound&) = delete;
 
-    /// Nanoseconds of CLOCK_MONOTONIC at which the first flash is; before that there are no beeps.
+    /// The time of the first flash and beep, in nanoseconds of CLOCK_MONOTONIC.
     void setStart(std::int64_t start) noexcept;
-    /// True once the first frames were asked for.
+    /// True after the first request for frames.
     bool isPlaying() const noexcept;
-    /// The connection failed or broke: make a new one.
+    /// True after the connection has failed or broken. The stream cannot be used again.
     bool isLost() const noexcept;
 
 private:

@@ -5,7 +5,7 @@
 
 namespace quelto {
 
-/// All of the scene's times are in nanoseconds of the monotonic clock.
+/// All times of the scene are in nanoseconds of CLOCK_MONOTONIC.
 inline constexpr std::int64_t Millisecond = 1'000'000;
 inline constexpr std::int64_t Second = 1000 * Millisecond;
 

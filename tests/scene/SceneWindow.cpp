@@ -62,7 +62,7 @@ xcb_atom_t SceneWindow::atom(const char* name)
 
 void SceneWindow::coverEverything()
 {
-    // Above as well: the recorder's own window opens after the scene and would hide it.
+    // Always on top, because the recorder's window opens later and would cover the scene.
     const std::array states{atom("_NET_WM_STATE_FULLSCREEN"), atom("_NET_WM_STATE_ABOVE")};
     xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, m_window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
                         states.size(), states.data());
@@ -70,7 +70,7 @@ void SceneWindow::coverEverything()
 
 void SceneWindow::dropFrame()
 {
-    // Flags: the decorations' field counts; no decorations.
+    // Flags: the field for decorations is valid; no decorations.
     const std::array<std::uint32_t, 5> hints{2, 0, 0, 0, 0};
     const xcb_atom_t name = atom("_MOTIF_WM_HINTS");
     xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, m_window, name, name, 32, hints.size(),
@@ -97,7 +97,7 @@ void SceneWindow::create(const std::optional<WindowPlace>& place)
     if (m_isFullScreen) {
         coverEverything();
     } else {
-        // Flags: position and size are the user's wish, which the window manager keeps.
+        // Flags: the user chose position and size, so the window manager keeps them.
         const std::array<std::uint32_t, 18> hints{
             1U | 2U, static_cast<std::uint32_t>(place->x), static_cast<std::uint32_t>(place->y),
             static_cast<std::uint32_t>(m_width), static_cast<std::uint32_t>(m_height)};
@@ -113,7 +113,7 @@ void SceneWindow::makeBackground()
     const std::vector<std::uint32_t> pixels = Texture::make();
     const xcb_pixmap_t tile = xcb_generate_id(m_connection.get());
     xcb_create_pixmap(m_connection.get(), m_screen->root_depth, tile, m_screen->root, Texture::Size, Texture::Size);
-    // In bands, each below the largest request that every server takes.
+    // In bands that are smaller than the largest request every server accepts.
     constexpr int BandRows = 64;
     for (int row = 0; row < Texture::Size; row += BandRows) {
         xcb_put_image(m_connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, tile, m_black, Texture::Size, BandRows, 0,
@@ -121,7 +121,7 @@ void SceneWindow::makeBackground()
                       BandRows * Texture::Size * sizeof(std::uint32_t),
                       reinterpret_cast<const std::uint8_t*>(pixels.data() + row * Texture::Size));
     }
-    // One tile larger than the window each way, so that every shift within the tile is one copy.
+    // Larger than the window by one tile in both directions, so that each shift needs a single copy.
     m_backgroundWidth = m_width + Texture::Size;
     m_backgroundHeight = m_height + Texture::Size;
     m_background = xcb_generate_id(m_connection.get());
@@ -144,7 +144,7 @@ void SceneWindow::waitUntilShown()
 {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     handleEvents();
-    // Without a window manager the window is in its place from the start; with one, wait for its answers to end.
+    // Without a window manager the window is in position at once. With one, wait until its events end.
     while (!m_isShown && std::chrono::steady_clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
         handleEvents();
@@ -182,7 +182,7 @@ void SceneWindow::copyBackground(int x, int y, int shift)
 void SceneWindow::drawPicture(std::uint64_t frame)
 {
     const int top = CounterStrip::height(m_height);
-    // Few bits of the counter: it only sets a shift that repeats.
+    // A few bits of the counter are enough for a shift that repeats.
     const int step = static_cast<int>(frame % (2 * Texture::Size));
     if (m_motion == SceneMotion::High) {
         copyBackground(0, 0, step * 6);
@@ -205,7 +205,7 @@ void SceneWindow::drawCounter(std::uint64_t frame)
         if (cell.isWhite)
             white.push_back(rectangle(cell.left, 0, cell.width, height));
     }
-    // Off the screen first: nobody may see half a counter.
+    // Draw off-screen first, so that a recorder never sees a part of the counter.
     const xcb_rectangle_t strip = rectangle(0, 0, m_width, height);
     xcb_poly_fill_rectangle(m_connection.get(), m_strip, m_black, 1, &strip);
     xcb_poly_fill_rectangle(m_connection.get(), m_strip, m_white, static_cast<std::uint32_t>(white.size()),
@@ -217,7 +217,7 @@ void SceneWindow::drawCounter(std::uint64_t frame)
 void SceneWindow::draw(std::uint64_t frame, bool isFlashing)
 {
     handleEvents();
-    // A game's frame appears as a whole; so must this one, whatever other clients ask of the server meanwhile.
+    // Grab the server, so that the whole frame appears at once, as in a game.
     xcb_grab_server(m_connection.get());
     drawPicture(frame);
     const xcb_rectangle_t flash = rectangle(m_width / 4, m_height / 4, m_width / 2, m_height / 2);

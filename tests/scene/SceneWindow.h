@@ -14,19 +14,18 @@ struct XcbDisconnect {
     void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
 };
 
-/// A window without a frame that shows the counter, a moving picture and the flash.
+/// A window without decorations that shows the counter, a moving picture and the flash.
 ///
-/// Everything but the counter and the flash lies on the X server already and is only copied, so that drawing costs next
-/// to nothing beside what is measured.
-/// Thread: one.
-/// Errors: std::runtime_error where there is no X server, or once it goes away.
+/// The X server holds everything but the counter and the flash and only copies it, so that drawing needs little CPU
+/// time compared with the recording. Thread: one. Errors: std::runtime_error if there is no X server or its connection
+/// breaks.
 class SceneWindow {
 public:
     SceneWindow(SceneMotion motion, const std::optional<WindowPlace>& place);
 
-    /// Waits until the window manager has shown the window in its place.
+    /// Waits until the window is visible at its position.
     void waitUntilShown();
-    /// Returns when the X server has drawn it.
+    /// Returns after the X server has drawn the frame.
     void draw(std::uint64_t frame, bool isFlashing);
 
 private:

@@ -10,7 +10,7 @@ namespace quelto {
 
 namespace {
 
-/// Smooth noise in 0…1 with `cells` random values a side.
+/// Smooth noise in 0…1 with `cells` random values per side.
 class NoiseLayer {
 public:
     NoiseLayer(int cells, std::mt19937& random)
@@ -59,7 +59,7 @@ public:
         float sum = 0;
         for (std::size_t layer = 0; layer < m_layers.size(); ++layer)
             sum += Weights[layer] * m_layers[layer].at(x, y);
-        // Dark enough that the white flash stands out anywhere.
+        // Dark enough for the white flash to be visible everywhere.
         return static_cast<std::uint32_t>(10.0F + 150.0F * sum);
     }
 

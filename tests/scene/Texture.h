@@ -6,8 +6,8 @@
 
 namespace quelto {
 
-/// A square picture that repeats without a seam: coarse shapes, fine grain and colour, so that an encoder has about as
-/// much to do with it as with a game. The same at every run.
+/// A square picture that tiles without seams. Its shapes, grain and colours make it about as hard to encode as a game.
+/// It is the same in every run.
 ///
 /// Units: Size × Size pixels of 0x00RRGGBB, row by row.
 struct Texture {

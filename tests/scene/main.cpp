@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A moving picture with sound that tells a test which frame it sees and when a beep belongs to it. Prints one line when
-// everything is on the screen, and at its end on standard error which frames it did not manage to show in time itself,
-// and during which ones the machine stood still.
+// A moving picture with sound, in which tests can read the number of each frame and the time of each beep. Prints one
+// line when everything is on the screen. At its end, prints the frames that it did not show in time on standard error.
 #include "tests/scene/SceneOptions.h"
 #include "tests/scene/SceneSound.h"
 #include "tests/scene/SceneTime.h"
 #include "tests/scene/SceneWindow.h"
-#include "tests/scene/StandstillWatch.h"
 
 #include <pipewire/pipewire.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -22,9 +19,9 @@ namespace quelto {
 
 namespace {
 
-volatile std::sig_atomic_t isToldToEnd = 0;
+volatile std::sig_atomic_t isStopRequested = 0;
 
-/// The scene's two voices, made again after the sound server went away.
+/// The scene's two sound streams. Creates them again after the sound server has ended.
 class SceneVoices {
 public:
     explicit SceneVoices(const SceneOptions& options)
@@ -47,35 +44,35 @@ public:
             m_played->setStart(start);
     }
 
-    /// Connects what is not connected.
-    void revive()
+    /// Connects the streams that are not connected.
+    void reconnect()
     {
         if (m_isSilent)
             return;
-        revive(m_played, m_speaker);
+        reconnect(m_played, m_speaker);
         if (m_start)
             m_played->setStart(*m_start);
         if (m_hasMicrophone)
-            revive(m_spoken, m_microphone);
+            reconnect(m_spoken, m_microphone);
     }
 
-    /// Waits until everything sounds; without a sound server the scene goes on in silence.
-    void waitUntilHeard()
+    /// Waits until all streams play. Without a sound server, the scene continues without sound.
+    void waitUntilPlaying()
     {
         const std::int64_t deadline = now() + 3 * Second;
-        while (!isHeard() && now() < deadline)
+        while (!arePlaying() && now() < deadline)
             sleepUntil(now() + 5 * Millisecond);
-        if (!isHeard())
-            std::fputs("scene: no sound server; going on in silence\n", stderr);
+        if (!arePlaying())
+            std::fputs("scene: no sound server, so there is no sound\n", stderr);
     }
 
 private:
-    bool isHeard() const
+    bool arePlaying() const
     {
         return m_isSilent || (m_played->isPlaying() && (!m_hasMicrophone || m_spoken->isPlaying()));
     }
 
-    static void revive(std::optional<SceneSound>& sound, const SceneVoice& voice)
+    static void reconnect(std::optional<SceneSound>& sound, const SceneVoice& voice)
     {
         if (!sound || sound->isLost())
             sound.emplace(voice);
@@ -90,19 +87,16 @@ private:
     std::optional<SceneSound> m_spoken;
 };
 
-/// Which frames were not drawn, and which were seen too late to count on.
+/// The frames that were not drawn, and those that were on the screen too late.
 struct FrameReport {
     std::vector<std::uint64_t> missed;
     std::vector<std::uint64_t> late;
-    /// Those during which a processor stood still.
-    std::vector<std::uint64_t> standstill;
 
     void print(std::uint64_t frames) const
     {
         std::fprintf(stderr, "scene: %llu frames", static_cast<unsigned long long>(frames));
         print("missed", missed);
         print("late", late);
-        print("standstill", standstill);
         std::fputs("\n", stderr);
     }
 
@@ -115,28 +109,15 @@ private:
     }
 };
 
-std::vector<std::uint64_t> framesOf(const std::vector<StandstillWatch::Standstill>& standstills, std::int64_t start,
-                                    std::int64_t fps)
-{
-    std::vector<std::uint64_t> frames;
-    for (const auto& [from, to] : standstills) {
-        for (std::int64_t frame = std::max<std::int64_t>(0, from - start) * fps / Second;
-             start + frame * Second / fps < to; ++frame)
-            frames.push_back(static_cast<std::uint64_t>(frame));
-    }
-    return frames;
-}
-
-/// Draws frame n at start + n / fps until it is told to end.
+/// Draws frame n at start + n / fps, until a signal or the end of the given time.
 void play(const SceneOptions& options, SceneWindow& window, SceneVoices& voices, std::int64_t start)
 {
     const std::int64_t fps = options.framesPerSecond;
-    // Long enough to be seen at half the rate, short enough to be one event.
+    // Long enough for a recording at half the rate, and short enough to be one event.
     const std::uint64_t flashFrames = static_cast<std::uint64_t>(std::max<std::int64_t>(1, fps / 10));
-    const StandstillWatch watch;
     FrameReport report;
     std::uint64_t frame = 0;
-    for (; isToldToEnd == 0; ++frame) {
+    for (; isStopRequested == 0; ++frame) {
         const std::int64_t deadline = start + static_cast<std::int64_t>(frame) * Second / fps;
         if (options.seconds && deadline - start >= static_cast<std::int64_t>(*options.seconds * Second))
             break;
@@ -149,18 +130,18 @@ void play(const SceneOptions& options, SceneWindow& window, SceneVoices& voices,
         if (now() > deadline + Second / fps / 2)
             report.late.push_back(frame);
         if (frame % static_cast<std::uint64_t>(fps) == static_cast<std::uint64_t>(fps / 2))
-            voices.revive();
+            voices.reconnect();
     }
-    report.standstill = framesOf(watch.standstills(), start, fps);
     report.print(frame);
 }
 
 void stayStill(const SceneOptions& options, SceneVoices& voices)
 {
     const std::int64_t start = now();
-    while (isToldToEnd == 0 && (!options.seconds || static_cast<double>(now() - start) < *options.seconds * Second)) {
+    while (isStopRequested == 0 &&
+           (!options.seconds || static_cast<double>(now() - start) < *options.seconds * Second)) {
         sleepUntil(now() + 100 * Millisecond);
-        voices.revive();
+        voices.reconnect();
     }
 }
 
@@ -168,11 +149,11 @@ int run(const SceneOptions& options)
 {
     SceneWindow window(options.motion, options.place);
     SceneVoices voices(options);
-    voices.revive();
+    voices.reconnect();
     window.waitUntilShown();
     window.draw(0, false);
-    voices.waitUntilHeard();
-    // The first flash is a little ahead, so that its beep is not yet due when the sound learns of it.
+    voices.waitUntilPlaying();
+    // The first flash is in the future, so that the streams know the time of its beep in advance.
     const std::int64_t start = now() + Second / 5;
     voices.setStart(start);
     std::puts("scene ready");
@@ -196,7 +177,7 @@ int main(int count, char** words)
         return 64;
     }
     struct sigaction action { };
-    action.sa_handler = [](int) { quelto::isToldToEnd = 1; };
+    action.sa_handler = [](int) { quelto::isStopRequested = 1; };
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
     pw_init(&count, &words);

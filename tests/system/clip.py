@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Reads a clip back: its tracks by ffprobe, and what its pictures and sounds show of the test scene."""
+"""Reads a clip: its tracks with ffprobe, and the test scene's counters, flashes and beeps."""
 import functools
 import json
 import subprocess
@@ -22,7 +22,7 @@ def _output(*words):
 
 
 def _read_counter(picture):
-    """The counter in the strip of a grey picture; None if its white, black or parity is not right."""
+    """Reads the counter from the strip of a grey picture. None if contrast or parity is wrong."""
     strip = picture[HEIGHT // 64:HEIGHT * 3 // 64]
     cells = [strip[:, int(WIDTH * (cell + 0.25) / CELLS):int(WIDTH * (cell + 0.75) / CELLS)].mean()
              for cell in range(CELLS)]
@@ -49,8 +49,8 @@ class Clip:
         return [(float(packet["pts_time"]), "K" in packet["flags"]) for packet in info["packets"]]
 
     def pictures(self):
-        """All pictures, small and grey: an array of frames × HEIGHT × WIDTH. The rate given to ffmpeg keeps it from
-        dropping or doubling any; their times stand in packets()."""
+        """All pictures, scaled down and grey: an array of frames × HEIGHT × WIDTH. With a fixed input rate, ffmpeg neither
+        drops nor repeats pictures. packets() has their times."""
         if self._pictures is None:
             raw = _output("ffmpeg", "-v", "error", "-r", "60", "-i", self.path, "-map", "0:v:0", "-vf",
                           f"scale={WIDTH}:{HEIGHT}:flags=area", "-pix_fmt", "gray", "-f", "rawvideo", "-")
@@ -68,8 +68,8 @@ class Clip:
         return [(counter, time) for counter, (time, _) in zip(self.counters(), self.packets())]
 
     def time_of_flash(self, number):
-        """By the first picture from then on and its counter, as the scene may have missed the flash's own; None where the
-        clip does not reach so far."""
+        """The time of a flash, computed from the first picture from then on, because the scene may have missed the frame of
+        the flash itself. None if the clip does not include it."""
         first = number * FRAMES_A_FLASH
         for counter, time in self.shown:
             if counter is not None and first <= counter < first + FRAMES_A_FLASH // 2:
@@ -78,25 +78,25 @@ class Clip:
         return None
 
     def flashes(self):
-        """(number, time) of those that the clip shows."""
+        """(number, time) of each flash in the clip."""
         numbers = sorted({counter // FRAMES_A_FLASH for counter, _ in self.shown if counter})
         times = [(number, self.time_of_flash(number)) for number in numbers]
         return [(number, time) for number, time in times if time is not None]
 
     def sound(self, track):
-        """Frames × 2 channels of one audio track, frame 0 being the clip's time 0."""
+        """One audio track as frames × 2 channels. Frame 0 is at the clip's time 0."""
         raw = _output("ffmpeg", "-v", "error", "-i", self.path, "-map", f"0:a:{track}", "-af",
                       f"aresample={RATE}:async=1:first_pts=0", "-ac", "2", "-f", "f32le", "-")
         return numpy.frombuffer(raw, numpy.float32).reshape(-1, 2)
 
     def beeps(self, track, channel=1):
-        """Times at which a beep starts in a channel that is silent otherwise."""
+        """The start time of each beep, in a channel that has no other sound."""
         loud = numpy.flatnonzero(numpy.abs(self.sound(track)[:, channel]) > 0.1)
         starts = loud[numpy.insert(numpy.diff(loud) > RATE // 10, 0, True)] if len(loud) else loud
         return [start / RATE for start in starts]
 
     def sound_lead(self, track):
-        """Seconds by which each beep comes before its flash; the first and last events may be cut and do not count."""
+        """Seconds by which each beep comes before its flash. Ignores events at the ends of the clip, which may be cut."""
         beeps = numpy.array(self.beeps(track))
         leads = []
         for _, flash in self.flashes():
@@ -106,8 +106,8 @@ class Clip:
 
 
 def tone_level(sound, hertz):
-    """Peak of a steady tone, a multiple of 10 Hz, in one channel: the median over tenths of a second, so that a jump of
-    its phase, as a late sound server makes, does not count."""
+    """The peak level of a steady tone in one channel. The frequency is a multiple of 10 Hz. Uses the median over tenths of
+    a second, so that a single phase jump has no effect."""
     step = RATE // 10
     parts = sound[:len(sound) // step * step].astype(numpy.float64).reshape(-1, step)
     turns = numpy.exp(-2j * numpy.pi * hertz * numpy.arange(step) / RATE)

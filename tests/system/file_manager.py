@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Stands on the session bus in the place of the desktop's file manager and tells the method and the files of each call."""
+"""Takes the name of the desktop's file manager on the session bus and prints the method and the files of each call."""
 import signal
 
 from gi.repository import Gio, GLib

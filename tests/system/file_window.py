@@ -1,17 +1,17 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A window of another toolkit that takes files, dropped or pasted with Ctrl+V.
+"""A GTK window that accepts files by drag and drop, or pasted with Ctrl+V.
 
     file_window.py X Y WIDTH HEIGHT
 
-Tells `over` while a drag is over it, `offered` and each form in which a drag holds its data, `dropped` and `pasted`
-and each file's address, `action` and what is to be done with what was dropped.
+Prints `over` while a drag is over it, `offered` with each data format of the drag, `dropped` and `pasted` with each
+file's URI, and `action` with the drop's action.
 """
 import os
 import signal
 import sys
 
-# It is not what is looked at.
+# Tests must not find this window through the accessibility interface.
 os.environ.update(NO_AT_BRIDGE="1", GIO_USE_VFS="local", GTK_USE_PORTAL="0", GDK_BACKEND="x11")
 
 import gi  # noqa: E402
@@ -23,33 +23,33 @@ from gi.repository import Gdk, GLib, Gtk  # noqa: E402
 TITLE = "Files"
 
 
-def tell(word, *texts):
+def report(word, *texts):
     for text in texts:
         print(word, text, flush=True)
 
 
 def motion(_window, context, _x, _y, _time):
-    tell("over", "here")
-    tell("offered", *(target.name() for target in context.list_targets()))
+    report("over", "here")
+    report("offered", *(target.name() for target in context.list_targets()))
     return False
 
 
 def dropped(_window, context, _x, _y, data, _info, _time):
-    tell("action", context.get_selected_action().value_nicks[0])
-    tell("dropped", *data.get_uris())
+    report("action", context.get_selected_action().value_nicks[0])
+    report("dropped", *data.get_uris())
 
 
 def key_pressed(_window, event):
     if event.keyval == Gdk.KEY_v and event.state & Gdk.ModifierType.CONTROL_MASK:
         form = Gdk.Atom.intern("text/uri-list", False)
-        Gtk.Clipboard.get(Gdk.SELECTION_CLIPBOARD).request_contents(form, lambda _, data: tell("pasted", *data.get_uris()))
+        Gtk.Clipboard.get(Gdk.SELECTION_CLIPBOARD).request_contents(form, lambda _, data: report("pasted", *data.get_uris()))
     return True
 
 
 def main():
     x, y, width, height = map(int, sys.argv[1:])
     window = Gtk.Window(title=TITLE, decorated=False)
-    window.add(Gtk.Label(label="Files land here"))
+    window.add(Gtk.Label(label="Drop files here"))
     window.set_default_size(width, height)
     window.move(x, y)
     window.drag_dest_set(Gtk.DestDefaults.ALL, [], Gdk.DragAction.COPY)
@@ -57,8 +57,8 @@ def main():
     window.connect("drag-motion", motion)
     window.connect("drag-data-received", dropped)
     window.connect("key-press-event", key_pressed)
-    window.connect("map-event", lambda *_: tell("ready", "mapped"))
-    window.connect("focus-in-event", lambda *_: tell("focused", "now"))
+    window.connect("map-event", lambda *_: report("ready", "mapped"))
+    window.connect("focus-in-event", lambda *_: report("focused", "now"))
     window.show_all()
     GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, signal.SIGTERM, Gtk.main_quit)
     Gtk.main()

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A thread of a child process that gets no further, as one that reads from a disk that hangs."""
+"""Stops one thread of a child process, like a thread that reads from a disk that does not answer."""
 import ctypes
 import os
 import pathlib
@@ -19,7 +19,7 @@ def _ptrace(request, thread):
 
 
 class FrozenThread:
-    """Raises OSError where the machine lets nobody trace."""
+    """Errors: OSError where ptrace is not permitted."""
 
     def __init__(self, process, name):
         self.number = next(int(folder.name) for folder in pathlib.Path(f"/proc/{process.pid}/task").iterdir()
@@ -29,7 +29,7 @@ class FrozenThread:
         os.waitpid(self.number, _ALL_THREADS)
 
     def has_ended(self):
-        """The process can only be waited for when this was true once."""
+        """The process can be waited for only after this has returned true."""
         return os.waitpid(self.number, _ALL_THREADS | os.WNOHANG)[0] == self.number
 
     def release(self):

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A game that fills the screen.
+"""A window that fills the screen, like a game.
 
-Tells `ready` and its window's number, `focused`, `unfocused`, and `clicked` and where.
+Prints `ready` with its window's id, `focused`, `unfocused`, and `clicked` with the position.
 """
 import os
 import signal

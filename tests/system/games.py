@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Stands in for the three games: what they publish, at the addresses and in the folders where they publish it."""
+"""Simulates the three games: their data, at the addresses and in the folders where they publish it."""
 import copy
 import datetime
 import http.client
@@ -12,16 +12,16 @@ import subprocess
 import threading
 import time
 
-import desk
+import desktop
 
 LEAGUE_PORT = 2999
 DOTA_PORT = 37231
 
 
 class League:
-    """The live data that the game's client serves on this machine while a match runs, by a match clock of its own.
+    """The HTTPS server of the League client during a match, with its own match clock.
 
-    An event that is put on the list with a time to come is not served before that time.
+    An event with a time in the future is not served before that time.
     """
 
     PATH = "/liveclientdata/allgamedata"
@@ -40,7 +40,7 @@ class League:
         self._thread.start()
 
     def clock(self, monotonic=None):
-        """The match clock now, or at a time that time.monotonic() told or will tell."""
+        """The match clock now, or at a time on the clock of time.monotonic()."""
         return (time.monotonic() if monotonic is None else monotonic) - self._start
 
     def add(self, name, game_time, **fields):
@@ -54,7 +54,7 @@ class League:
         self.add("Multikill", game_time, KillerName=self.ME, KillStreak=streak)
 
     def pentakill(self, game_times):
-        """Kills at these five times, each but the first with the multikill that the game tells of at the same time."""
+        """Five kills at these times. From the second on, each comes with its multikill event."""
         for number, (victim, game_time) in enumerate(zip(self.FOES, game_times, strict=True), start=1):
             self.kill(victim, game_time)
             if number > 1:
@@ -64,12 +64,12 @@ class League:
         self.add("GameEnd", self.clock(), Result="Win")
 
     def wait_for_polls(self, count):
-        """So many more than there were."""
+        """Waits for that many further polls."""
         wanted = self.polls + count
-        desk.wait_until(lambda: self.polls >= wanted, 10, "a poll of the League client")
+        desktop.wait_until(lambda: self.polls >= wanted, 10, "a poll of the League client")
 
     def stop(self):
-        """The client closes: nobody answers any more."""
+        """Closes the client; its port is closed too."""
         self._server.shutdown()
         self._server.server_close()
         self._thread.join()
@@ -112,11 +112,11 @@ class _HttpsServer(http.server.ThreadingHTTPServer):
         super().__init__(("127.0.0.1", port), _LeagueRequest)
         context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
         context.load_cert_chain(certificate)
-        # The handshake belongs to the request's own thread: a client that hangs in it must not hold up the others.
+        # The handshake runs on the request's thread, so that a client that hangs in it does not block the others.
         self.socket = context.wrap_socket(self.socket, server_side=True, do_handshake_on_connect=False)
 
     def handle_error(self, request, client_address):
-        """A client that goes away in mid-answer is nothing to speak of."""
+        """A client may disconnect during the answer."""
 
 
 class _LeagueRequest(http.server.BaseHTTPRequestHandler):
@@ -136,7 +136,7 @@ class _LeagueRequest(http.server.BaseHTTPRequestHandler):
 
 
 def _certificate(folder):
-    """A key and a certificate that nobody has signed, in one file."""
+    """Writes a key and a self-signed certificate to one file."""
     path = folder / "league.pem"
     subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
                     "-keyout", path, "-out", f"{path}.part", "-days", "2", "-subj", "/CN=game client"], check=True,
@@ -147,7 +147,7 @@ def _certificate(folder):
 
 
 class Dota:
-    """The game's client, which posts its state ten times a second, and at once when something changes."""
+    """The Dota client: posts its state ten times a second, and at once after a change."""
 
     MATCH = "7412398765"
 
@@ -169,11 +169,11 @@ class Dota:
         self._number = 0
         self._is_ending = False
         self.answers, self.seconds = [], []
-        self._thread = threading.Thread(target=self._post_on, daemon=True)
+        self._thread = threading.Thread(target=self._post_continuously, daemon=True)
         self._thread.start()
 
     def change(self, **parts):
-        """For instance change(player={"kills": 4}); what was there before goes along as it does in the game's posts."""
+        """For example change(player={"kills": 4}). The next post holds the previous values too, as the game's does."""
         with self._changed:
             for name, fields in parts.items():
                 self._state["previously"] = {name: {key: self._state[name].get(key) for key in fields}}
@@ -196,7 +196,7 @@ class Dota:
     def median_milliseconds(self):
         return 1000 * statistics.median(self.seconds)
 
-    def _post_on(self):
+    def _post_continuously(self):
         posted = 0
         while True:
             with self._changed:
@@ -211,7 +211,7 @@ class Dota:
             self.seconds.append(time.monotonic() - started)
 
     def claiming(self, **player):
-        """The present state with other counters: what a web page could make up."""
+        """The current state with other counters, as a web page could forge it."""
         with self._changed:
             state = copy.deepcopy(self._state)
         state["player"].update(player)
@@ -219,7 +219,7 @@ class Dota:
 
 
 def dota_post(body, headers=None):
-    """The answer's status, or what went wrong."""
+    """Returns the status of the answer, or a description of the error."""
     connection = http.client.HTTPConnection("127.0.0.1", DOTA_PORT, timeout=5)
     try:
         connection.request("POST", "/", body, {"User-Agent": "Valve/Steam HTTP Client 1.0 (570)",
@@ -231,8 +231,8 @@ def dota_post(body, headers=None):
         connection.close()
 
 
-class Nuisance:
-    """What else can reach the listener: a web page that posts, broken requests, and sockets that never get on with it."""
+class Disturbance:
+    """Other clients of the listener: a web page that posts, invalid requests, and very slow sockets."""
 
     def __init__(self, dota, sockets=200):
         self._dota = dota
@@ -240,7 +240,7 @@ class Nuisance:
         self._is_ending = threading.Event()
         self.page_answers = []
         self.reconnections = -sockets
-        self._threads = [threading.Thread(target=target, daemon=True) for target in (self._stall, self._annoy)]
+        self._threads = [threading.Thread(target=target, daemon=True) for target in (self._stall, self._post_and_break)]
         for thread in self._threads:
             thread.start()
 
@@ -253,8 +253,8 @@ class Nuisance:
                 each.close()
 
     def _stall(self):
-        """Each socket sends one more byte of an endless header a second, and comes back when it was cut off. They take
-        turns: all at once they would keep the client in this process from its own sending."""
+        """Each socket sends one byte of an endless header a second, and reconnects when it was closed. They take turns,
+        because all at once would delay the Dota client in this process."""
         while True:
             for index, each in enumerate(self._sockets):
                 if self._is_ending.wait(1 / len(self._sockets)):
@@ -278,7 +278,7 @@ class Nuisance:
         except OSError:
             return None
 
-    def _annoy(self):
+    def _post_and_break(self):
         broken = [b"", b"\r\n\r\n", b"\x00\xff" * 500, b"GET / HTTP/1.1\r\n\r\n",
                   b"POST / HTTP/1.1\r\nContent-Length: 99999999999999999999\r\n\r\n{}",
                   b"POST / HTTP/1.1\r\nContent-Length: -5\r\n\r\n{}",
@@ -298,7 +298,7 @@ class Nuisance:
 
 
 def install_dota(home):
-    """A Steam library that holds Dota 2; gives back where the configuration of ours belongs."""
+    """Makes a Steam library with Dota 2. Returns the path of Quelto's configuration file in it."""
     steam = home / ".local/share/Steam"
     game = steam / "steamapps/common/dota 2 beta/game"
     (game / "bin").mkdir(parents=True)
@@ -309,14 +309,14 @@ def install_dota(home):
 
 
 def install_wow(home):
-    """World of Warcraft in a Wine prefix; gives back where it will write its logs."""
+    """Makes World of Warcraft in a Wine prefix. Returns its log folder."""
     folder = home / ".wine/drive_c/Program Files (x86)/World of Warcraft/_retail_/Logs"
     folder.mkdir(parents=True)
     return folder
 
 
 class WowLog:
-    """The combat log, as the game writes it: in blocks of whole lines and of parts of lines."""
+    """The combat log, written as the game does: in blocks that can end within a line."""
 
     ME = 'Player-1403-0A1B2C3D,"Oyuncu-Tarren Mill",0x511,0x0'
     WOLF = 'Creature-0-3770-2444-12-189901-00002D8F1A,"Wolf",0xa48,0x0'
@@ -331,12 +331,12 @@ class WowLog:
         stamp = f"{now.month}/{now.day}/{now.year} {now:%H:%M:%S}.{now.microsecond // 1000:03}"
         text = "".join(f"{stamp}  {event}\r\n" for event in events).encode()
         with open(self.path, "ab", buffering=0) as file:
-            # The last line comes in two writes.
+            # Two writes, which split the last line.
             file.write(text[:-9])
             file.write(text[-9:])
 
-    def bustle(self, lines=200):
-        """What most of a log is made of."""
+    def write_noise(self, lines=200):
+        """Writes damage events, like most of a log."""
         self.write(*(f'SPELL_DAMAGE,{self.ME},{self.WOLF},133,"Fireball",0x4,{line},1000,0,0,0,-1,4,0,0,0,nil,nil,nil'
                      for line in range(lines)))
 

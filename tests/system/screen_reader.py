@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What a screen reader sees of a program: tests find things by their roles and names, and click where they stand.
+"""Reads a program's window as a screen reader does. Tests find items by role and name, and click on them.
 
-Needs the private desktop's --accessibility. Asks over the bus for everything anew, so nothing it tells is outdated.
+Needs the private desktop's --accessibility. Every call reads the items from the program again; nothing is cached.
 """
 import dataclasses
 import os
@@ -11,7 +11,7 @@ import time
 
 import gi
 
-import desk
+import desktop
 
 gi.require_version("Gio", "2.0")
 from gi.repository import Gio, GLib  # noqa: E402
@@ -26,7 +26,7 @@ _TIMEOUT = 5000
 
 @dataclasses.dataclass(frozen=True)
 class Item:
-    """What was at one place when it was looked at; `bounds` are x, y, width, height on the screen, or None."""
+    """An item at the time it was read. `bounds` are x, y, width and height on the screen, or None."""
     address: tuple
     role: str
     name: str
@@ -43,7 +43,7 @@ class Item:
 
 
 class ScreenReader:
-    """`scale`: of the program's desktop, as Qt tells where things are in pixels of its own."""
+    """`scale` is the desktop's scale factor, because Qt reports positions in device-independent pixels."""
 
     def __init__(self, application="Quelto", scale=1):
         session = Gio.bus_get_sync(Gio.BusType.SESSION)
@@ -61,41 +61,40 @@ class ScreenReader:
         return self._bus.call_sync(*address, interface, method, GLib.Variant(signature, values), None, 0, _TIMEOUT)
 
     def listen(self):
-        """From now on `heard` knows on what the focus was said to be. A program that has not begun to tell of it learns
-        of its listener by itself."""
-        self._heard = []
+        """Starts to collect focus events. A program that starts later learns of the listener by itself."""
+        self._events = []
         for event in ("focus", "object:state-changed:focused"):
             self._call(_REGISTRY, "org.a11y.atspi.Registry", "RegisterEvent", "(sass)", (event, [], ""))
         self._bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, "focused",
-                                   Gio.DBusSignalFlags.NONE, self._focus_told)
+                                   Gio.DBusSignalFlags.NONE, self._on_focus)
 
-    def _focus_told(self, _bus, sender, path, _interface, _signal, values):
+    def _on_focus(self, _bus, sender, path, _interface, _signal, values):
         if values[1]:
             try:
-                self._heard.append(self._item((sender, path)))
+                self._events.append(self._item((sender, path)))
             except GLib.Error:
                 pass
 
-    def heard(self):
-        """What the focus was told to come to since it was asked for last, in order, as it was by then."""
+    def focus_events(self):
+        """Returns the items that got the focus since the last call, in order, as they were at the time of the event."""
         while GLib.MainContext.default().iteration(False):
             pass
-        told, self._heard = self._heard, []
-        return told
+        events, self._events = self._events, []
+        return events
 
-    def wait_to_hear(self, role, name, seconds=5):
-        """The names of all that was told until such an item came, it among them."""
-        told = []
+    def wait_for_focus_event(self, role, name, seconds=5):
+        """Waits until such an item gets the focus. Returns the names of all items that got it until then, including it."""
+        events = []
 
-        def came():
-            told.extend(self.heard())
-            return any(item.role == role and re.fullmatch(name, item.name) for item in told)
+        def is_reported():
+            events.extend(self.focus_events())
+            return any(item.role == role and re.fullmatch(name, item.name) for item in events)
 
         try:
-            desk.wait_until(came, seconds, f"word of {role} “{name}”")
+            desktop.wait_until(is_reported, seconds, f"a focus event of {role} “{name}”")
         except AssertionError as error:
-            raise AssertionError(f"{error}; told was of {[str(item) for item in told]}") from None
-        return [item.name for item in told]
+            raise AssertionError(f"{error}; the events were of {[str(item) for item in events]}") from None
+        return [item.name for item in events]
 
     def _property(self, address, name):
         """Name or Description."""
@@ -122,54 +121,54 @@ class ScreenReader:
             item = self._item(address)
             children = self._children(address) if item.role not in closed else ()
         except GLib.Error:
-            # It went while it was looked at.
+            # It was removed in the meantime.
             return
         yield item
         for child in children:
             yield from self._walk(child, closed)
 
     def everything(self, closed=()):
-        """Every item of the program, in the order in which it tells of them; empty while the program is not there.
-        Those of the roles in `closed` are not entered."""
+        """All items of the program, in its order. Empty while the program is not running. Does not read the children of
+        items with a role in `closed`."""
         applications = self._children(("org.a11y.atspi.Registry", _ROOT))
         for address in applications:
             try:
-                is_ours = self._property(address, "Name") == self._application
+                is_wanted = self._property(address, "Name") == self._application
             except GLib.Error:
                 continue
-            if is_ours:
+            if is_wanted:
                 for child in self._children(address):
                     yield from self._walk(child, closed)
 
-    def _fitting(self, role, name, closed=()):
+    def _matching(self, role, name, closed=()):
         return (item for item in self.everything(closed)
                 if item.bounds and role in (None, item.role) and (name is None or re.fullmatch(name, item.name)))
 
     def showing(self, role=None, name=None):
-        """Those on the screen, of that role, whose whole name fits the pattern."""
-        return list(self._fitting(role, name))
+        """The items on the screen with that role whose whole name matches the pattern."""
+        return list(self._matching(role, name))
 
     def find(self, role, name, seconds=5, closed=()):
-        """The first such item, once there is one."""
+        """Waits for such an item and returns the first one."""
         def first():
-            return next(self._fitting(role, name, closed), None)
+            return next(self._matching(role, name, closed), None)
 
         try:
-            return desk.wait_until(first, seconds, f"{role} “{name}”")
+            return desktop.wait_until(first, seconds, f"{role} “{name}”")
         except AssertionError as error:
             seen = "\n".join(map(str, self.showing()))
-            raise AssertionError(f"{error}; there is\n{seen}") from None
+            raise AssertionError(f"{error}; the window has\n{seen}") from None
 
     def descriptions(self, role):
-        """What is said of those of that role beside their names."""
+        """The accessible descriptions of the items with that role."""
         return [self._property(item.address, "Description") for item in self.showing(role)]
 
     def wait_until_gone(self, role, name, seconds=5):
-        desk.wait_until(lambda: not self.showing(role, name), seconds, f"{role} “{name}” to go")
+        desktop.wait_until(lambda: not self.showing(role, name), seconds, f"{role} “{name}” to disappear")
         return time.monotonic()
 
     def focused(self):
-        """What the keyboard speaks to; the innermost."""
+        """The innermost item that has the keyboard focus, or None."""
         found = [item for item in self.showing() if "focused" in item.states]
         return found[-1] if found else None
 
@@ -177,22 +176,22 @@ class ScreenReader:
         return "\n".join(map(str, self.showing()))
 
     def click(self, role, name, button=1, seconds=5):
-        """A real click in the item's middle."""
+        """Clicks with the pointer on the item's centre."""
         item = self.find(role, name, seconds)
         move_pointer(*item.middle)
-        desk.run("xdotool", "click", button)
+        desktop.run("xdotool", "click", button)
         return item
 
 
 def move_pointer(x, y):
-    # Where it is there already, xdotool would wait for a movement that never comes.
-    if desk.run("xdotool", "getmouselocation").startswith(f"x:{x} y:{y} "):
+    # If the pointer is there already, `xdotool mousemove --sync` waits forever.
+    if desktop.run("xdotool", "getmouselocation").startswith(f"x:{x} y:{y} "):
         return
-    desk.run("xdotool", "mousemove", "--sync", x, y)
+    desktop.run("xdotool", "mousemove", "--sync", x, y)
 
 
 def picture(x, y, width, height):
-    """That part of the screen; red, green and blue of each pixel, row by row."""
+    """The pixels of that part of the screen as RGB bytes, row by row."""
     return subprocess.run(
         ["ffmpeg", "-v", "error", "-f", "x11grab", "-draw_mouse", "0", "-video_size", f"{width}x{height}", "-i",
          f"{os.environ['DISPLAY']}+{x},{y}", "-frames:v", "1", "-f", "rawvideo", "-pix_fmt", "rgb24", "-"],
@@ -200,6 +199,6 @@ def picture(x, y, width, height):
 
 
 def colours(x, y, width, height):
-    """The colours in that part of the screen, as six digits."""
+    """The colours in that part of the screen, as six hexadecimal digits each."""
     pixels = picture(x, y, width, height)
     return {pixels[start:start + 3].hex() for start in range(0, len(pixels), 3)}

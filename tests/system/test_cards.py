@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What a player does with a clip: opens it, drags it into another program, copies it, finds it, throws it away."""
+"""What users do with a clip: open it, drag it into another program, copy it, search for it, move it to the trash."""
 import os
 import pathlib
 import re
@@ -8,7 +8,7 @@ import time
 import urllib.parse
 
 import clip_folder
-import desk
+import desktop
 import screen_reader
 import trash_can
 import window
@@ -18,7 +18,7 @@ RAMPAGE = "Dota 2 - 2026-03-01 20.15.07 [EFSANE 170] RAMPAGE (Axe)"
 TITLE = "RAMPAGE (Axe)"
 PLAIN = "Dota 2 - 2026-03-01 20.10.07"
 TRIPLE = "League of Legends - 2026-03-01 20.05.07 [ORTA 45] 100% Triple Kill #3 ü"
-NEIGHBOUR = (0, 0, 320, 400)
+FILE_WINDOW = (0, 0, 320, 400)
 QUESTION = "Klip çöp kutusuna taşınsın mı?"
 TO_TRASH = "Çöp Kutusuna Taşı"
 COPY = "Dosyayı Kopyala (Discord'a yapıştır)"
@@ -38,44 +38,44 @@ class Cards(window.WindowTest):
         return self.reader.find("list item", re.escape(title) + ", .*", seconds)
 
     def titles(self):
-        """Of the cards, row by row."""
-        # The one below the pointer has grown; its middle stays.
+        """The titles of the cards, row by row."""
+        # The card under the pointer is enlarged around its centre.
         cards = sorted(self.reader.showing("list item"), key=lambda item: (item.middle[1] // 8, item.middle[0]))
         return [item.name.rpartition(", ")[0].rpartition(", ")[0] for item in cards]
 
     def open_menu(self, title=TITLE):
-        """By the right button, as quickly as by its own."""
+        """Opens the card's menu with the right mouse button."""
         screen_reader.move_pointer(*self.card(title).middle)
-        desk.run("xdotool", "click", 3)
+        desktop.run("xdotool", "click", 3)
 
     def choose(self, entry, title=TITLE):
         self.open_menu(title)
         self.reader.click("menu item", re.escape(entry))
 
     def file_window(self):
-        return self.neighbour("file_window.py", *NEIGHBOUR)
+        return self.other_program("file_window.py", *FILE_WINDOW)
 
-    def drag(self, item, target, neighbour):
-        """Takes the card there and lets it go as soon as the neighbour answers that it would take it."""
+    def drag(self, item, target, other):
+        """Drags the card there and drops it when the other program reports the drag."""
         screen_reader.move_pointer(*item.middle)
-        desk.run("xdotool", "mousedown", 1)
+        desktop.run("xdotool", "mousedown", 1)
         try:
             steps = [tuple(start + (end - start) * step // 12 for start, end in zip(item.middle, target)) for step in range(1, 13)]
             for place in steps:
                 screen_reader.move_pointer(*place)
 
-            def answers():
-                # A drag that has only just begun learns of the window with the next movement.
+            def is_noticed():
+                # A drag that has just begun finds the window at the next movement.
                 for shift in (3, -3):
-                    desk.run("xdotool", "mousemove_relative", "--sync", "--", shift, 0)
-                return neighbour.told("over")
+                    desktop.run("xdotool", "mousemove_relative", "--sync", "--", shift, 0)
+                return other.printed("over")
 
-            desk.wait_until(answers, 5, "the neighbour to notice the drag")
+            desktop.wait_until(is_noticed, 5, "the other program to notice the drag")
         finally:
-            desk.run("xdotool", "mouseup", 1)
+            desktop.run("xdotool", "mouseup", 1)
 
     def assert_is_file(self, addresses, path):
-        """They are this file's alone, and of the strict form."""
+        """The list holds the URI of this file only, and the URI is valid."""
         self.assertEqual(len(addresses), 1)
         self.assertRegex(addresses[0], r"^file://[A-Za-z0-9/%._~!$&'()*+,;=:@-]+$")
         self.assertEqual(urllib.parse.unquote(addresses[0]), f"file://{path}")
@@ -93,85 +93,85 @@ class Cards(window.WindowTest):
 
     def test_tall_clips_have_tall_cards_above_the_others(self):
         self.put("Dota 2 - 2026-03-01 20.01.07 (9x16)", 180, width=180, height=320)
-        # Were midnight between them, they would stand below: the program lives where it is noon.
+        # Midnight between the clips would put them into two days, so the program runs in a time zone where it is noon.
         self.window({"TZ": f"UTC{time.gmtime().tm_hour - 12:+d}"})
         _, top, width, height = self.card("Dota 2 klibi (9x16)").bounds
         self.assertGreater(height, width)
         self.assertGreater(self.card().bounds[1], top)
 
-    def test_file_dragged_into_another_program_is_exactly_this_one(self):
-        neighbour = self.file_window()
+    def test_dragged_card_drops_its_file_into_another_program(self):
+        other = self.file_window()
         program = self.window()
         for path, title in ((self.triple, "100% Triple Kill #3 ü"), (self.rampage, TITLE)):
-            neighbour.lines.clear()
-            self.drag(self.card(title), (160, 200), neighbour)
-            self.assert_is_file(neighbour.wait_for("dropped"), path)
-            self.assertEqual(neighbour.told("action"), ["copy"])
-            # A chat takes the first form that it knows, and must not come upon a text before the file.
-            self.assertEqual(neighbour.told("offered")[0], "text/uri-list")
-        # And no clip was opened by the way.
+            other.lines.clear()
+            self.drag(self.card(title), (160, 200), other)
+            self.assert_is_file(other.wait_for("dropped"), path)
+            self.assertEqual(other.printed("action"), ["copy"])
+            # Chat programs use the first format they know, so the file must come before any text.
+            self.assertEqual(other.printed("offered")[0], "text/uri-list")
+        # The drag opened no clip.
         self.assertEqual(program.get("Page"), "library")
         self.card()
 
-    def test_drag_that_ends_nowhere_does_nothing(self):
-        neighbour = self.file_window()
+    def test_cancelled_drag_does_nothing(self):
+        other = self.file_window()
         self.window()
         item = self.card()
         screen_reader.move_pointer(*item.middle)
-        desk.run("xdotool", "mousedown", 1)
+        desktop.run("xdotool", "mousedown", 1)
         for step in range(1, 9):
             screen_reader.move_pointer(item.middle[0] + 10 * step, item.middle[1] + 5 * step)
-        desk.press("Escape")
-        desk.run("xdotool", "mouseup", 1)
+        desktop.press("Escape")
+        desktop.run("xdotool", "mouseup", 1)
         # The same card can be dragged again, and clicked.
-        self.drag(self.card(), (160, 200), neighbour)
-        self.assert_is_file(neighbour.wait_for("dropped"), self.rampage)
+        self.drag(self.card(), (160, 200), other)
+        self.assert_is_file(other.wait_for("dropped"), self.rampage)
         self.reader.click("list item", re.escape(TITLE) + ", .*")
         self.wait_for_open_clip()
 
     def test_click_opens_the_clip_and_escape_returns_to_the_same_game(self):
         program = self.window()
         self.reader.click("push button", "Dota 2, 2")
-        desk.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
+        desktop.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
         self.assertEqual(len(self.titles()), 2)
         self.reader.click("list item", re.escape(TITLE) + ", .*")
         self.wait_for_open_clip()
         self.assertEqual(self.titles(), [])
         self.assertEqual(program.get("Page"), "library Dota 2")
-        desk.press("Escape")
+        desktop.press("Escape")
         self.card()
         self.assertEqual(program.get("Page"), "library Dota 2")
         self.assertEqual(len(self.titles()), 2)
 
-    def test_press_and_release_a_little_apart_is_still_a_click(self):
+    def test_click_with_a_small_movement_is_still_a_click(self):
         self.window()
         x, y = self.card().middle
         screen_reader.move_pointer(x, y)
-        desk.run("xdotool", "mousedown", 1, "mousemove_relative", "--sync", 2, 1, "mouseup", 1)
+        desktop.run("xdotool", "mousedown", 1, "mousemove_relative", "--sync", 2, 1, "mouseup", 1)
         self.wait_for_open_clip()
 
     def test_menu_button_opens_the_menu_and_not_the_clip(self):
         program = self.window()
-        # The pointer over its card brings it out.
+        # The button is visible while the pointer is over the card.
         self.card()
         buttons = self.reader.showing(None, "Klip menüsü")
         self.assertEqual(len(buttons), 3)
         screen_reader.move_pointer(*buttons[0].middle)
-        desk.run("xdotool", "click", 1)
+        desktop.run("xdotool", "click", 1)
         self.reader.find("menu item", re.escape(COPY))
         menu = self.reader.find("popup menu", ".+")
         self.assertTrue(any(title.startswith(menu.name) for title in self.titles()), menu)
         self.assertEqual([item.name for item in self.reader.showing("menu item")],
                          ["Oynat", COPY, "Klasörde Göster", TO_TRASH])
         self.assertFalse(self.reader.showing("heading", re.escape(TITLE)))
-        desk.press("Escape")
+        desktop.press("Escape")
         self.reader.wait_until_gone("menu item", "Oynat")
         self.assertEqual(program.get("Page"), "library")
         self.choose("Oynat")
         self.wait_for_open_clip()
 
     def test_copied_file_can_be_pasted_into_another_program(self):
-        neighbour = self.file_window()
+        other = self.file_window()
         self.window()
         self.choose(COPY, "100% Triple Kill #3 ü")
         self.reader.find(None, re.escape(COPIED))
@@ -179,16 +179,16 @@ class Cards(window.WindowTest):
         self.assert_is_file(addresses, self.triple)
         self.assertEqual(self.clipboard("x-special/gnome-copied-files"), f"copy\n{addresses[0]}")
         screen_reader.move_pointer(160, 200)
-        desk.run("xdotool", "click", 1)
-        neighbour.wait_for("focused")
-        desk.press("ctrl+v")
-        self.assert_is_file(neighbour.wait_for("pasted"), self.triple)
+        desktop.run("xdotool", "click", 1)
+        other.wait_for("focused")
+        desktop.press("ctrl+v")
+        self.assert_is_file(other.wait_for("pasted"), self.triple)
 
     def clipboard(self, form):
-        return desk.run("xclip", "-selection", "clipboard", "-o", "-t", form)
+        return desktop.run("xclip", "-selection", "clipboard", "-o", "-t", form)
 
     def test_file_manager_shows_the_file(self):
-        manager = self.neighbour("file_manager.py")
+        manager = self.other_program("file_manager.py")
         self.window()
         self.choose("Klasörde Göster", "100% Triple Kill #3 ü")
         self.assert_is_file(manager.wait_for("ShowItems"), self.triple)
@@ -197,20 +197,20 @@ class Cards(window.WindowTest):
         environment, notes = self.command_in_path("xdg-open")
         self.window(environment)
         self.choose("Klasörde Göster")
-        desk.wait_until(lambda: notes.exists() and str(self.folder) in notes.read_text(), 5, "the folder to be opened")
+        desktop.wait_until(lambda: notes.exists() and str(self.folder) in notes.read_text(), 5, "the folder to be opened")
 
     def trash_can(self):
         can = trash_can.TrashCan()
         self.addCleanup(can.stop)
         return can
 
-    def assert_in_trash(self, can, path, bin_folder):
+    def assert_in_trash(self, can, path, trash_folder):
         can.wait_for(path)
         self.assertFalse(path.exists())
-        # On other volumes than the home folder's the notes tell of places from the volume's top.
-        self.assertIn(path, [bin_folder.parent / place for place in trash_can.places(bin_folder)])
+        # On other volumes, .trashinfo paths are relative to the volume's root.
+        self.assertIn(path, [trash_folder.parent / place for place in trash_can.original_paths(trash_folder)])
 
-    def test_trash_asks_first_and_can_be_undone_by_the_desktop(self):
+    def test_trash_asks_first_and_the_desktop_can_restore_the_clip(self):
         can = self.trash_can()
         self.window()
         self.choose(TO_TRASH)
@@ -229,13 +229,13 @@ class Cards(window.WindowTest):
         self.card()
         self.wait_for_count(ALL, 3)
 
-    def test_trash_on_another_volume_stays_on_it(self):
+    def test_clip_on_another_volume_goes_to_the_trash_of_that_volume(self):
         can = self.trash_can()
         volume = self.new_folder("volume")
         image = volume.parent / "image"
         with open(image, "wb") as file:
             file.truncate(16 << 20)
-        desk.run("/sbin/mkfs.ext4", "-q", image)
+        desktop.run("/sbin/mkfs.ext4", "-q", image)
         self.mount("-o", "loop", image, volume)
         folder = volume / "clips"
         folder.mkdir()
@@ -248,24 +248,24 @@ class Cards(window.WindowTest):
         can.restore(clip)
         self.card()
 
-    def test_keyboard_alone_goes_to_a_game_opens_a_clip_and_returns(self):
+    def test_keyboard_selects_a_game_opens_a_clip_and_returns(self):
         program = self.window()
         self.card()
         self.tab_to("push button", "Dota 2, 2")
-        desk.press("Return")
-        desk.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
+        desktop.press("Return")
+        desktop.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
         self.tab_to("list item", ".*")
-        desk.press("Right")
+        desktop.press("Right")
         self.wait_for_focus("Dota 2 klibi, .*")
-        desk.press("Return")
+        desktop.press("Return")
         self.wait_for_open_clip("Dota 2 klibi")
-        desk.press("Escape")
+        desktop.press("Escape")
         self.wait_for_focus("Dota 2 klibi, .*")
         self.assertEqual(program.get("Page"), "library Dota 2")
         self.assertEqual(len(self.titles()), 2)
 
-    def test_screen_reader_is_told_which_card_the_keyboard_is_on(self):
-        # It listens from before the program's start, as that of a player does.
+    def test_focus_events_name_the_current_card(self):
+        # A user's screen reader also runs before the program starts.
         self.reader.listen()
         self.window()
         self.card()
@@ -273,106 +273,106 @@ class Cards(window.WindowTest):
         for key, title in (("End", "100% Triple Kill #3 ü"), ("Home", TITLE), ("Right", "Dota 2 klibi"),
                            ("Right", "100% Triple Kill #3 ü"), ("Left", "Dota 2 klibi")):
             with self.subTest(key):
-                self.reader.heard()
-                desk.press(key)
-                told = self.reader.wait_to_hear("list item", re.escape(title) + ", .*")
-                self.assertEqual(len(told), 1, "cards on the way are told as well")
-        # At the edge there is nothing to tell.
-        desk.press("Home")
-        self.reader.wait_to_hear("list item", re.escape(TITLE) + ", .*")
-        desk.press("Left")
-        desk.press("Right")
-        self.assertEqual(len(self.reader.wait_to_hear("list item", "Dota 2 klibi, .*")), 1)
+                self.reader.focus_events()
+                desktop.press(key)
+                names = self.reader.wait_for_focus_event("list item", re.escape(title) + ", .*")
+                self.assertEqual(len(names), 1, "other cards got focus events too")
+        # A key that cannot move the focus causes no event.
+        desktop.press("Home")
+        self.reader.wait_for_focus_event("list item", re.escape(TITLE) + ", .*")
+        desktop.press("Left")
+        desktop.press("Right")
+        self.assertEqual(len(self.reader.wait_for_focus_event("list item", "Dota 2 klibi, .*")), 1)
 
-    def test_screen_reader_is_told_where_the_keyboard_returns_to(self):
+    def test_focus_events_name_the_card_that_gets_the_focus_back(self):
         self.reader.listen()
         self.window()
         self.card()
         self.tab_to("list item", ".*")
-        desk.press("Home")
+        desktop.press("Home")
         self.wait_for_focus(re.escape(TITLE) + ", .*")
         for key, gone in (("Delete", ("dialog", ".*")), ("shift+F10", ("menu item", "Oynat"))):
             with self.subTest(key):
-                desk.press(key)
+                desktop.press(key)
                 self.reader.find(*gone)
-                self.reader.heard()
-                desk.press("Escape")
-                self.reader.wait_to_hear("list item", re.escape(TITLE) + ", .*")
+                self.reader.focus_events()
+                desktop.press("Escape")
+                self.reader.wait_for_focus_event("list item", re.escape(TITLE) + ", .*")
 
-    def test_keyboard_alone_moves_to_the_trash(self):
+    def test_keyboard_moves_a_clip_to_the_trash(self):
         can = self.trash_can()
         self.window()
         self.card()
         self.tab_to("list item", ".*")
-        desk.press("Home")
+        desktop.press("Home")
         self.wait_for_focus(re.escape(TITLE) + ", .*")
-        # Return on the button that has the focus first does nothing to the clip.
-        desk.press("Delete")
+        # The button that gets the focus first is Cancel.
+        desktop.press("Delete")
         self.wait_for_focus("Vazgeç")
-        desk.press("Return")
+        desktop.press("Return")
         self.reader.wait_until_gone(None, re.escape(QUESTION))
         self.assertTrue(self.rampage.exists())
         self.wait_for_focus(re.escape(TITLE) + ", .*")
-        desk.press("Delete")
+        desktop.press("Delete")
         self.wait_for_focus("Vazgeç")
-        desk.press("Tab")
+        desktop.press("Tab")
         self.wait_for_focus(re.escape(TO_TRASH))
-        desk.press("Return")
+        desktop.press("Return")
         self.assert_in_trash(can, self.rampage, pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Trash")
-        # The keyboard stays where it was.
+        # The focus goes to the card that takes the place of the removed one.
         self.reader.wait_until_gone("list item", re.escape(TITLE) + ", .*")
         self.wait_for_focus("Dota 2 klibi, .*")
 
-    def test_copy_by_its_key_takes_the_card_of_the_keyboard(self):
+    def test_ctrl_c_copies_the_focused_card(self):
         self.window()
         self.card()
         self.tab_to("list item", ".*")
-        desk.press("End")
+        desktop.press("End")
         self.wait_for_focus("100% Triple Kill #3 ü, .*")
-        desk.press("ctrl+c")
+        desktop.press("ctrl+c")
         self.reader.find(None, re.escape(COPIED))
         self.assert_is_file(self.clipboard("text/uri-list").splitlines(), self.triple)
 
-    def test_keyboard_alone_uses_the_menu(self):
+    def test_keyboard_uses_the_card_menu(self):
         self.window()
         self.card()
         self.tab_to("list item", ".*")
-        desk.press("Home")
+        desktop.press("Home")
         self.wait_for_focus(re.escape(TITLE) + ", .*")
-        desk.press("shift+F10")
+        desktop.press("shift+F10")
         self.reader.find("menu item", re.escape(COPY))
-        desk.press("Escape")
+        desktop.press("Escape")
         self.reader.wait_until_gone("menu item", "Oynat")
         self.wait_for_focus(re.escape(TITLE) + ", .*")
-        desk.press("Menu")
+        desktop.press("Menu")
         self.reader.find("menu item", re.escape(COPY))
-        desk.press("Down")
-        desk.press("Down")
-        desk.press("Return")
+        desktop.press("Down")
+        desktop.press("Down")
+        desktop.press("Return")
         self.reader.find(None, re.escape(COPIED))
         self.assert_is_file(self.clipboard("text/uri-list").splitlines(), self.rampage)
         self.wait_for_focus(re.escape(TITLE) + ", .*")
 
-    def test_search_by_its_key_and_back_to_the_cards(self):
+    def test_ctrl_f_searches_and_down_returns_to_the_cards(self):
         self.window()
         self.card()
-        desk.press("ctrl+f")
+        desktop.press("ctrl+f")
         self.wait_for_focus("Ara")
-        desk.run("xdotool", "type", "league")
+        desktop.run("xdotool", "type", "league")
         self.reader.wait_until_gone("list item", re.escape(TITLE) + ", .*")
         self.assertEqual(self.titles(), ["100% Triple Kill #3 ü, League of Legends"])
         self.reader.find("label", "1 klip • .*")
-        desk.run("xdotool", "type", "xyz")
+        desktop.run("xdotool", "type", "xyz")
         self.reader.find(None, "Sonuç bulunamadı")
-        desk.press("Escape")
+        desktop.press("Escape")
         self.card()
-        desk.press("Down")
+        desktop.press("Down")
         self.wait_for_focus(re.escape(TITLE) + ", .*")
 
-    def test_language_and_theme_keep_what_is_seen(self):
+    def test_change_of_language_or_theme_keeps_the_page(self):
         program = self.window()
         self.reader.click("push button", "Dota 2, 2")
-        desk.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
+        desktop.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
         program.set("language", "en")
         self.card("Dota 2 clip")
         program.set("colorTheme", "ocean")
@@ -382,4 +382,4 @@ class Cards(window.WindowTest):
 
 
 if __name__ == "__main__":
-    desk.main()
+    desktop.main()

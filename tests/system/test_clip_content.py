@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What is in a clip: every picture, sound at the picture's time, each source in its tracks."""
+"""The content of a clip: every frame, sound in sync with the picture, each source in its tracks."""
 import clip
-import desk
+import desktop
 
 TONE, MIC_TONE = 440, 700
 LEVEL = 0.25
@@ -12,27 +12,24 @@ def decibels(ratio):
     return 20 * clip.numpy.log10(max(ratio, 1e-9))
 
 
-class ClipContent(desk.DeskTest):
+class ClipContent(desktop.DesktopTest):
     def assert_level(self, sound, hertz, wanted, where):
         level = clip.tone_level(sound, hertz)
         if wanted == 0:
-            self.assertLess(level, 0.003, f"{hertz} Hz does not belong in {where}")
+            self.assertLess(level, 0.003, f"{hertz} Hz must not be in {where}")
         else:
             self.assertAlmostEqual(decibels(level / wanted), 0, delta=0.5, msg=f"level of {hertz} Hz in {where}")
 
-    def test_pictures_follow_each_other(self):
-        def record():
-            scene = self.scene()
-            program = self.quelto(clipLength=10)
-            program.record(12)
-            counters = clip.Clip(program.save()).counters()
-            program.stop()
-            scene.stop()
-            return scene, counters
+    def test_clip_has_every_frame(self):
+        scene = self.scene()
+        program = self.quelto(clipLength=10)
+        program.record(12)
+        counters = clip.Clip(program.save()).counters()
+        program.stop()
+        scene.stop()
+        self.assert_no_frame_lost(scene, counters)
 
-        self.assert_no_frame_lost(record)
-
-    def test_sound_fits_the_picture(self):
+    def test_sound_is_in_sync_with_the_picture(self):
         self.scene("--tone", TONE, "--mic-tone", MIC_TONE)
         program = self.quelto(clipLength=15, displayID=0)
         program.record(17)
@@ -57,7 +54,7 @@ class ClipContent(desk.DeskTest):
               f"from {1000 * min(leads):+.1f} to {1000 * max(leads):+.1f} ms")
         self.assertLessEqual(max(map(abs, leads)), 0.040)
 
-    def test_volumes_rule_the_mix_and_leave_the_alternates_alone(self):
+    def test_volumes_change_the_mix_and_not_the_other_tracks(self):
         self.scene("--tone", TONE, "--mic-tone", MIC_TONE, "--motion", "low")
         program = self.quelto(clipLength=3)
         program.record(4)
@@ -87,7 +84,7 @@ class ClipContent(desk.DeskTest):
         self.assertEqual(len(result.audio), 1)
         self.assert_level(result.sound(0)[:, 0], TONE, LEVEL, "the mix")
 
-    def test_all_volumes_at_zero_leave_the_picture_alone(self):
+    def test_all_volumes_at_zero_give_a_clip_without_sound(self):
         self.scene("--tone", TONE, "--motion", "low")
         program = self.quelto(clipLength=2, systemVolume=0.0, micVolume=0.0)
         program.record(2.5)
@@ -96,4 +93,4 @@ class ClipContent(desk.DeskTest):
 
 
 if __name__ == "__main__":
-    desk.main()
+    desktop.main()

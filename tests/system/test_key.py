@@ -4,79 +4,78 @@
 import time
 
 import clip
-import desk
+import desktop
 
 
-class Key(desk.DeskTest):
+class Key(desktop.DesktopTest):
     def test_two_presses_a_tenth_of_a_second_apart_give_two_clips(self):
         self.scene("--motion", "low")
         program = self.quelto(clipLength=2)
         program.record(3)
-        desk.press()
+        desktop.press()
         time.sleep(0.1)
-        desk.press()
+        desktop.press()
         first, second = (clip.Clip(path) for path in program.wait_for_clips(2))
         self.assertEqual(len(program.visible_clips()), 2)
         self.assertNotEqual(first.path, second.path)
         shared = set(first.counters()) & set(second.counters())
         self.assertGreater(len(shared), 60, "the clips do not overlap")
-        self.assertGreater(second.counters()[-1], first.counters()[-1], "the second clip has no end of its own")
+        self.assertGreater(second.counters()[-1], first.counters()[-1], "the second clip does not end later")
 
-    def test_lock_keys_do_not_matter(self):
+    def test_lock_keys_do_not_disable_the_shortcut(self):
         self.scene("--motion", "low")
         program = self.quelto(clipLength=1)
         program.record(1.5)
         for lock in ("Num_Lock", "Caps_Lock"):
-            desk.press(lock)
-            self.addCleanup(desk.press, lock)
+            desktop.press(lock)
+            self.addCleanup(desktop.press, lock)
             count = len(program.saved)
-            desk.press()
+            desktop.press()
             program.wait_for_clips(count + 1)
 
     def test_press_while_starting_gives_one_clip_a_second_later(self):
         self.scene("--motion", "low")
         program = self.quelto(clipLength=3, autoStart=False)
         program.wait_for_state("idle")
-        # A sound server that takes its time keeps the program in this state.
-        desk.sound_server("pause")
+        # A sound server that does not answer keeps the program in the state `starting`.
+        desktop.sound_server("pause")
         try:
             program.call("Start")
-            desk.press()
+            desktop.press()
             self.assertEqual(program.get("State"), "starting")
         finally:
-            desk.sound_server("resume")
+            desktop.sound_server("resume")
         program.wait_for_state("recording")
         result = clip.Clip(program.wait_for_clips(1)[0])
         time.sleep(1.5)
         self.assertEqual(len(program.saved), 1)
-        # It ends a second and a quarter after recording began, and cannot reach further back than that.
+        # The clip ends 1.25 s after the start of the recording, so it cannot be longer.
         self.assertGreater(result.length, 0.5)
         self.assertLess(result.length, 2.2)
 
-    def test_closed_window_leaves_recorder_and_key_alive(self):
+    def test_recorder_and_shortcut_work_without_a_window(self):
         self.scene("--motion", "low")
         program = self.quelto(clipLength=1)
         program.record(0)
-        desk.close_window()
+        desktop.close_window()
         time.sleep(1.5)
         self.assertEqual(program.get("State"), "recording")
-        desk.press()
+        desktop.press()
         counters = clip.Clip(program.wait_for_clips(1)[0]).counters()
-        # Of the time in which there was no window.
+        # The clip shows the time without a window.
         self.assertGreater(len(set(counters)), 30)
         self.assertEqual(program.get("State"), "recording")
 
-    def test_press_while_nothing_records_gives_none(self):
+    def test_press_without_a_recording_saves_no_clip(self):
         program = self.quelto(autoStart=False)
         program.wait_for_state("idle")
-        desk.press()
-        # Until the program has looked at what the X server sent: it reads the bus first.
-        for _ in range(2):
-            program.get("State")
+        desktop.press()
+        # Until the program has received the key press.
+        time.sleep(0.3)
         program.call("Start")
         program.record(1.5)
         self.assertEqual(program.saved + program.failed, [])
 
 
 if __name__ == "__main__":
-    desk.main()
+    desktop.main()

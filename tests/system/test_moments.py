@@ -1,28 +1,28 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""From what a game publishes to the right clips and one notice, without a key being touched."""
+"""A game's data leads to the right clips and one desktop notification, without a key press."""
 import json
 import math
 import socket
 import time
 
 import clip
-import desk
+import desktop
 import games
-import notices
+import notifications
 
-# What the clips show is read back; how sharp it is does not matter here.
+# The tests read the frame counters only, so a small picture without sound is enough.
 LIGHT = {"captureAudio": False, "captureMicrophone": False, "fps": 30, "resolution": "p720"}
 SETTLING = 10
 
 
-class Moments(desk.DeskTest):
+class Moments(desktop.DesktopTest):
     def setUp(self):
-        self.home = desk.TEST_FOLDER / f"home-{time.monotonic_ns()}"
+        self.home = desktop.TEST_FOLDER / f"home-{time.monotonic_ns()}"
         self.data = self.home / "data"
         self.home.mkdir()
-        self.notices = notices.Notices()
-        self.addCleanup(self.notices.stop)
+        self.notifications = notifications.NotificationMonitor()
+        self.addCleanup(self.notifications.stop)
 
     def start(self, **settings):
         return self.quelto({"HOME": str(self.home), "QUELTO_DATA_DIR": str(self.data)}, autoStart=False, showOverlay=False,
@@ -39,7 +39,7 @@ class Moments(desk.DeskTest):
         return dota
 
     def next_flash(self, scene, seconds):
-        """The first flash that is so far ahead; flash n is seen at scene.start + n."""
+        """The number of the first flash after that time. Flash n is shown at scene.start + n."""
         return math.ceil(time.monotonic() + seconds - scene.start)
 
     def sleep_until_flash(self, scene, flash):
@@ -50,8 +50,8 @@ class Moments(desk.DeskTest):
         return [(event["name"], event["t"]) for event in sidecar["events"]]
 
     def assert_markers_at_flashes(self, path, wanted, seconds=(-0.5, 0.5)):
-        """`wanted` holds each marker's name and the flash at which it happened; `seconds`, how far a marker may lie
-        from the picture of that flash."""
+        """`wanted` holds each marker's name and the number of the flash at which its event happened. `seconds` is the
+        permitted distance of a marker from that flash in the clip."""
         result = clip.Clip(path)
         events = self.events_of(path)
         self.assertEqual([name for name, _ in events], [name for name, _ in wanted])
@@ -67,26 +67,26 @@ class Moments(desk.DeskTest):
         self.assertEqual(len(matches), 1)
         return matches[0]
 
-    def assert_one_notice(self, ended, title, body):
-        """So much time after the match's last sign of an end, and no other."""
-        notice = self.notices.wait(SETTLING + 8)
-        self.assertGreaterEqual(notice.time - ended, SETTLING - 0.5)
-        self.assertLessEqual(notice.time - ended, SETTLING + 5)
-        self.assertEqual((notice.title, notice.body), (title, body))
-        self.assertIn("default", notice.actions)
+    def assert_one_notification(self, ended, title, body):
+        """The notification comes SETTLING seconds after the match's last sign of its end."""
+        notification = self.notifications.wait(SETTLING + 8)
+        self.assertGreaterEqual(notification.time - ended, SETTLING - 0.5)
+        self.assertLessEqual(notification.time - ended, SETTLING + 5)
+        self.assertEqual((notification.title, notification.body), (title, body))
+        self.assertIn("default", notification.actions)
 
     def assert_click_opens(self, program, match):
-        desk.close_window()
-        self.notices.click()
-        desk.wait_until(lambda: desk.active_window() == "Quelto", 5, f"Quelto's window in front; page {program.get('Page')}")
+        desktop.close_window()
+        self.notifications.click()
+        desktop.wait_until(lambda: desktop.active_window() == "Quelto", 5, f"Quelto's window to become active; page {program.get('Page')}")
         self.assertEqual(program.get("Page"), f"review {match['id']}")
 
-    def test_league_match_with_a_raid_beside_it(self):
+    def test_league_match_beside_a_wow_raid(self):
         scene = self.scene("--silent")
         logs = games.install_wow(self.home)
         program = self.start(autoClipBasic=False)
         program.wait_for_state("idle")
-        # The watcher comes in mid-match: what was before is none of its business.
+        # The watcher starts during the match and ignores earlier events.
         league = self.league(game_time=900)
         league.pentakill([500, 501, 502, 503, 504])
         program.wait_for_state("recording")
@@ -98,17 +98,17 @@ class Moments(desk.DeskTest):
         league.pentakill(times)
         league.add("Ace", times[-1], Acer=league.ME, AcingTeam=league.TEAM)
         league.kill(league.ME, times[-1] + 1, killer="R4")
-        # A boss that is worth a clip of a kind that is switched off, and one that is worth the highest.
+        # The first boss is worth a clip of a tier that is switched off, the second one of the highest tier.
         boss_flash = first + 8
         self.sleep_until_flash(scene, boss_flash - 2)
-        log.bustle()
+        log.write_noise()
         log.boss_kill("Küçük Boss", 17)
         self.sleep_until_flash(scene, boss_flash)
         log.boss_kill("Fyrakk, the Blazing", 16)
         boss, penta = program.wait_for_clips(2)
-        desk.press()
+        desktop.press()
         by_hand = program.wait_for_clips(3)[2]
-        # A client that drops out for a moment comes back to the same match.
+        # The match goes on after one failed poll.
         league.is_failing = True
         league.wait_for_polls(1)
         league.is_failing = False
@@ -124,28 +124,28 @@ class Moments(desk.DeskTest):
         for number, flash in enumerate(flashes[1:], start=2):
             kills += [("solo_kill", flash), (f"multikill_{number}", flash)]
         self.assert_markers_at_flashes(penta, [*kills, ("ace", flashes[-1]), ("my_death", flashes[-1] + 1)])
-        self.assert_one_notice(ended, "Maç bitti • League of Legends • Ahri",
+        self.assert_one_notification(ended, "Maç bitti • League of Legends • Ahri",
                                "3 klip • 2 Efsane • incelemek için tıkla — özeti görmek için tıkla")
         match = self.stored_match()
         self.assertEqual((match["game"], match["hero"]), ("League of Legends", "Ahri"))
         self.assertEqual(match["clips"], [str(path) for path in (boss, penta, by_hand)])
         self.assertLess(match["start"], match["end"])
         self.assert_click_opens(program, match)
-        self.assertEqual(len(self.notices.all), 1)
+        self.assertEqual(len(self.notifications.all), 1)
         self.assertEqual(len(program.visible_clips()), 3)
-        # The log is read once a second, and a boss's clip counts as ending two seconds after the kill.
+        # The log is read once a second, and a boss's clip ends two seconds after the kill.
         self.assert_markers_at_flashes(boss, [("boss_kill", boss_flash)], seconds=(-2, 0))
 
-    def test_dota_match_in_bad_company(self):
+    def test_dota_match_while_other_clients_disturb_the_listener(self):
         scene = self.scene("--silent")
         configuration = games.install_dota(self.home)
         program = self.start(autoClipMedium=False)
         program.wait_for_state("idle")
-        desk.wait_until(configuration.exists, 3, "the configuration")
+        desktop.wait_until(configuration.exists, 3, "the configuration")
         self.assertIn('"http://127.0.0.1:37231/"', configuration.read_text())
         dota = self.dota()
-        nuisance = games.Nuisance(dota)
-        self.addCleanup(nuisance.stop)
+        disturbance = games.Disturbance(dota)
+        self.addCleanup(disturbance.stop)
         program.wait_for_state("recording")
 
         first = self.next_flash(scene, 2)
@@ -153,31 +153,31 @@ class Moments(desk.DeskTest):
             self.sleep_until_flash(scene, flash)
             dota.kill()
         rampage = program.wait_for_clips(1)[0]
-        # The win alone is worth a clip of the kind that is switched off.
+        # The win alone is worth a clip of a tier that is switched off.
         dota.win()
         ended = time.monotonic()
         self.assertRegex(rampage.name, r"^Dota 2 - [\d. -]+ \[EFSANE 170\] RAMPAGE \(Pudge\)\.mp4$")
         self.assert_markers_at_flashes(
             rampage, [("kill", first), *((f"multikill_{number}", first + number - 1) for number in range(2, 6))])
-        self.assert_one_notice(ended, "Maç bitti • Dota 2 • Pudge",
+        self.assert_one_notification(ended, "Maç bitti • Dota 2 • Pudge",
                                "1 klip • 1 Efsane • incelemek için tıkla — özeti görmek için tıkla")
         self.assertEqual(self.stored_match()["clips"], [str(rampage)])
         self.assertEqual(program.visible_clips(), [rampage])
         dota.stop()
-        nuisance.stop()
-        print(f"{len(dota.answers)} posts, median {dota.median_milliseconds():.1f} ms; {len(nuisance.page_answers)} posts by "
-              f"a page; {nuisance.reconnections} slow sockets were cut off")
+        disturbance.stop()
+        print(f"{len(dota.answers)} posts, median {dota.median_milliseconds():.1f} ms; {len(disturbance.page_answers)} posts by "
+              f"a web page; {disturbance.reconnections} slow sockets were closed")
         self.assertEqual(set(dota.answers), {200})
-        self.assertEqual(set(nuisance.page_answers), {200})
+        self.assertEqual(set(disturbance.page_answers), {200})
         self.assertLess(dota.median_milliseconds(), 20)
-        self.assertGreater(nuisance.reconnections, 0, "no slow socket had to go")
+        self.assertGreater(disturbance.reconnections, 0, "no slow socket was closed")
 
-    def test_switches_rule_the_watchers(self):
+    def test_switch_starts_and_stops_the_watchers(self):
         self.scene("--silent", "--motion", "low")
         program = self.start(autoClipEnabled=False)
         program.wait_for_state("idle")
         league = self.league(game_time=60)
-        # Longer than a watcher that ran would take to its next look.
+        # Longer than a running watcher waits for its next poll.
         time.sleep(3.5)
         self.assertEqual(league.polls, 0)
         self.assertEqual(program.get("State"), "idle")
@@ -189,4 +189,4 @@ class Moments(desk.DeskTest):
 
 
 if __name__ == "__main__":
-    desk.main()
+    desktop.main()

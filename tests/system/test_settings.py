@@ -1,13 +1,13 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Settings that restart the recording, settings that do not, and the file they are kept in."""
+"""Which settings restart the recording, and how settings are stored."""
 import time
 
 import clip
-import desk
+import desktop
 
 
-class Settings(desk.DeskTest):
+class Settings(desktop.DesktopTest):
     def test_capture_setting_restarts_within_about_a_second(self):
         self.scene("--motion", "low")
         program = self.quelto(clipLength=15)
@@ -15,14 +15,14 @@ class Settings(desk.DeskTest):
         self.assertIn("60 FPS", program.get("CaptureSummary"))
         changed = time.monotonic()
         program.set("fps", 30)
-        desk.wait_until(lambda: "30 FPS" in program.get("CaptureSummary") and program.get("State") == "recording", 5,
+        desktop.wait_until(lambda: "30 FPS" in program.get("CaptureSummary") and program.get("State") == "recording", 5,
                         "the recording at 30 frames")
         taken = time.monotonic() - changed
         print(f"restarted after {taken:.2f} s")
         self.assertGreater(taken, 0.7)
         self.assertLess(taken, 2.5)
         program.record(1)
-        # What was buffered before is gone.
+        # The restart has emptied the buffer.
         self.assertLess(clip.Clip(program.save()).length, 3)
 
     def test_clip_length_and_volumes_do_not_restart(self):
@@ -48,19 +48,19 @@ class Settings(desk.DeskTest):
                          ("hevc", 1280, 720))
         self.assertNotIn(None, result.counters())
 
-    def test_changed_values_are_written_at_once_under_the_properties_names(self):
+    def test_changed_settings_are_written_at_once_under_their_names(self):
         program = self.quelto(autoStart=False)
         program.wait_for_state("idle")
         program.set("clipLength", 45)
         program.set("quality", "ultra")
         program.set("showCursor", False)
         program.set("micVolume", 1.5)
-        lines = desk.Quelto.settings_file.read_text().splitlines()
+        lines = desktop.Quelto.settings_file.read_text().splitlines()
         self.assertEqual(lines[0], "[General]")
         for line in ("clipLength=45", "quality=ultra", "showCursor=false", "micVolume=1.5"):
             self.assertIn(line, lines)
-        self.assertNotIn("hotkeyCode", "\n".join(lines), "a default that nobody changed was written")
+        self.assertNotIn("hotkeyCode", "\n".join(lines), "a default was written")
 
 
 if __name__ == "__main__":
-    desk.main()
+    desktop.main()

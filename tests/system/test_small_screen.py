@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""On a laptop's screen the whole window can be reached, whatever frame was saved. Needs a screen of 1366x768."""
+"""On a small screen the whole window is visible, whatever frame was saved. Needs a screen of 1366x768."""
 import re
 
-import desk
+import desktop
 import screen_reader
 import window
 
@@ -12,11 +12,11 @@ SCREEN = (1366, 768)
 
 class SmallScreen(window.WindowTest):
     def decoration(self):
-        """What the window manager adds on the left, right, top and bottom."""
-        text = desk.run("xprop", "-id", self.window_number(), "_NET_FRAME_EXTENTS")
+        """The widths of the window decoration: left, right, top and bottom."""
+        text = desktop.run("xprop", "-id", self.window_number(), "_NET_FRAME_EXTENTS")
         return tuple(map(int, re.findall(r"\d+", text.partition("=")[2])))
 
-    def assert_reachable(self, bounds):
+    def assert_visible(self, bounds):
         x, y, width, height = bounds
         left, right, top, bottom = self.decoration()
         self.assertGreater(top, 0)
@@ -25,28 +25,28 @@ class SmallScreen(window.WindowTest):
         self.assertLessEqual(x + width + right, SCREEN[0])
         self.assertLessEqual(y + height + bottom, SCREEN[1])
 
-    def inside(self):
-        """The window's place, once it is what the window manager made it."""
-        return desk.wait_until(lambda: self.settled() if self.frame()[1] >= self.decoration()[2] else None, 5,
+    def placed(self):
+        """Waits until the window manager has placed the window, and returns its bounds."""
+        return desktop.wait_until(lambda: self.settled() if self.frame()[1] >= self.decoration()[2] else None, 5,
                                "a title bar on the screen")
 
     def test_first_start_fits_and_can_be_dragged_by_its_title_bar(self):
         self.window()
-        x, y, width, height = self.inside()
-        self.assert_reachable((x, y, width, height))
+        x, y, width, height = self.placed()
+        self.assert_visible((x, y, width, height))
         self.assertEqual(width, 1240)
-        # It gave up no more than it had to.
+        # The window is as high as the screen allows.
         left, right, top, bottom = self.decoration()
         self.assertEqual(height, SCREEN[1] - top - bottom)
         self.assertAlmostEqual(x + width / 2, SCREEN[0] / 2, delta=2)
         screen_reader.move_pointer(x + width // 2, y - top // 2)
-        desk.run("xdotool", "mousedown", 1)
+        desktop.run("xdotool", "mousedown", 1)
         for step in (10, 20, 30):
-            desk.run("xdotool", "mousemove_relative", "--sync", step // 3, 0)
-        desk.run("xdotool", "mouseup", 1)
-        desk.wait_until(lambda: self.frame()[0] > x, 3, "the window to follow its title bar")
+            desktop.run("xdotool", "mousemove_relative", "--sync", step // 3, 0)
+        desktop.run("xdotool", "mouseup", 1)
+        desktop.wait_until(lambda: self.frame()[0] > x, 3, "the window to follow its title bar")
 
-    def test_saved_frames_come_back_on_the_screen(self):
+    def test_saved_frames_are_moved_into_the_screen(self):
         program = self.window()
         left, right, top, bottom = self.decoration()
         largest = (SCREEN[0] - left - right, SCREEN[1] - top - bottom)
@@ -59,12 +59,12 @@ class SmallScreen(window.WindowTest):
             with self.subTest(frame):
                 program.end()
                 self.save_frame(program, *frame)
-                self.again(program)
-                self.assertEqual(self.inside(), expected)
-                # And from then on it stays.
+                self.restart(program)
+                self.assertEqual(self.placed(), expected)
+                # The corrected frame does not change at the next start.
                 program.end()
-                self.assertEqual(self.again(program), expected)
+                self.assertEqual(self.restart(program), expected)
 
 
 if __name__ == "__main__":
-    desk.main()
+    desktop.main()

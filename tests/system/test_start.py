@@ -1,16 +1,16 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Starting: once only, with errors as sentences, and a clip on request over D-Bus."""
+"""The start of the program: a single instance, readable errors, and a clip on request over D-Bus."""
 import pathlib
 import signal
 import subprocess
 
 import clip
-import desk
+import desktop
 import frozen_thread
 
 
-class Start(desk.DeskTest):
+class Start(desktop.DesktopTest):
     def test_short_recording(self):
         self.scene("--motion", "low", "--tone", 440)
         program = self.quelto(clipLength=2, fps=30, resolution="p720")
@@ -19,51 +19,51 @@ class Start(desk.DeskTest):
         self.assertGreaterEqual(result.length, 2)
         self.assertNotIn(None, result.counters())
         self.assertEqual(program.get("IsSaving"), False)
-        desk.wait_until(lambda: program.get("BufferMB"), 3, "the buffer's size")
+        desktop.wait_until(lambda: program.get("BufferMB"), 3, "the buffer's size")
         program.call("Stop")
         program.wait_for_state("idle")
         self.assertEqual(program.get("BufferMB"), 0)
 
-    def test_window_costs_the_recording_no_imitated_graphics_card(self):
+    def test_window_uses_no_software_opengl(self):
         program = self.quelto(autoStart=False)
         program.wait_for_state("idle")
-        desk.wait_until(lambda: desk.visible_windows("Quelto"), 5, "the window")
+        desktop.wait_until(lambda: desktop.visible_windows("Quelto"), 5, "the window")
         threads = [path.read_text().strip() for path in pathlib.Path(f"/proc/{program.process.pid}/task").glob("*/comm")]
         self.assertIn("quelto.session", threads)
         self.assertEqual([name for name in threads if name.startswith("llvmpipe")], [])
 
-    def test_second_start_raises_the_first(self):
+    def test_second_start_shows_the_window_of_the_first(self):
         program = self.quelto(autoStart=False)
         program.wait_for_state("idle")
         self.scene("--still", "--silent")
-        desk.wait_until(lambda: desk.active_window() == "Quelto scene", 5, "the scene in front")
-        second = subprocess.run([desk.Quelto.PROGRAM], timeout=10)
+        desktop.wait_until(lambda: desktop.active_window() == "Quelto scene", 5, "the scene to become active")
+        second = subprocess.run([desktop.Quelto.PROGRAM], timeout=10)
         self.assertEqual(second.returncode, 0)
-        desk.wait_until(lambda: desk.active_window() == "Quelto", 5, "Quelto's window in front")
+        desktop.wait_until(lambda: desktop.active_window() == "Quelto", 5, "Quelto's window to become active")
         self.assertIsNone(program.process.poll())
 
-    def test_first_one_that_does_not_answer_is_told_in_the_language_of_the_settings(self):
+    def test_first_instance_that_does_not_answer_is_reported_in_the_set_language(self):
         program = self.quelto(autoStart=False, language="de")
         program.wait_for_state("idle")
         program.process.send_signal(signal.SIGSTOP)
         self.addCleanup(program.process.send_signal, signal.SIGCONT)
-        second = subprocess.run([desk.Quelto.PROGRAM], timeout=30, stderr=subprocess.PIPE, text=True)
+        second = subprocess.run([desktop.Quelto.PROGRAM], timeout=30, stderr=subprocess.PIPE, text=True)
         self.assertEqual(second.returncode, 1)
         self.assertRegex(second.stderr, "(?m)^Quelto läuft schon, ")
 
-    def test_ends_though_a_thread_waits_for_a_disk_for_ever(self):
+    def test_ends_while_a_thread_is_blocked_by_a_disk(self):
         program = self.quelto(autoStart=False)
         program.wait_for_state("idle")
         try:
             thread = frozen_thread.FrozenThread(program.process, "quelto.wow")
         except OSError as error:
-            self.skipTest(f"nothing may be traced here: {error}")
+            self.skipTest(f"ptrace is not permitted: {error}")
         self.addCleanup(thread.release)
         program.process.terminate()
-        desk.wait_until(thread.has_ended, 20, "the end")
+        desktop.wait_until(thread.has_ended, 20, "the program to end")
         self.assertEqual(program.process.wait(5), 0)
 
-    def test_clip_is_named_for_the_program_in_front(self):
+    def test_clip_is_named_after_the_active_program(self):
         self.scene("--motion", "low")
         program = self.quelto(clipLength=1)
         program.record(1.5)
@@ -73,10 +73,10 @@ class Start(desk.DeskTest):
         self.scene("--motion", "low")
         program = self.quelto(clipLength=1, saveFolder=None)
         program.record(1.5)
-        self.assertEqual(program.save().parent, desk.TEST_FOLDER / "Videos" / "Quelto")
+        self.assertEqual(program.save().parent, desktop.TEST_FOLDER / "Videos" / "Quelto")
 
-    def test_no_display_size_for_the_encoder_is_told(self):
-        # A screen of one pixel comes out as 0×0, which no encoder takes.
+    def test_display_too_small_for_the_encoder_is_reported(self):
+        # A screen of one pixel is rounded down to 0×0, which no encoder accepts.
         _, display = self.x_server("1x1")
         program = self.quelto({"DISPLAY": display}, captureAudio=False, captureMicrophone=False)
         program.wait_for_state("error")
@@ -84,4 +84,4 @@ class Start(desk.DeskTest):
 
 
 if __name__ == "__main__":
-    desk.main()
+    desktop.main()

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The window keeps its place, its menu opens the folder, and it speaks the language and wears the colours of the moment."""
-import desk
+"""The window keeps its frame, its menu opens the folder, and it follows the language and theme settings."""
+import desktop
 import screen_reader
 import window
 
@@ -10,42 +10,42 @@ CLIPS = "Tüm Klipler"
 
 
 class Window(window.WindowTest):
-    def test_frame_comes_back_at_the_next_start(self):
+    def test_frame_is_restored_at_the_next_start(self):
         program = self.window()
         before = self.frame()
         placed = self.put_window(200, 90, 1100, 700)
         self.assertNotEqual(placed, before)
         program.end()
-        self.assertEqual(self.again(program), placed)
-        # And it does not creep from start to start.
+        self.assertEqual(self.restart(program), placed)
+        # The frame does not move from one start to the next.
         program.end()
-        self.assertEqual(self.again(program), placed)
+        self.assertEqual(self.restart(program), placed)
 
-    def test_frame_survives_the_death_of_the_program(self):
+    def test_frame_is_restored_after_a_crash(self):
         program = self.window()
         placed = self.put_window(200, 90, 1100, 700)
-        desk.wait_until(lambda: self.saved_frame(program) == placed, 3, "the frame to be saved")
+        desktop.wait_until(lambda: self.saved_frame(program) == placed, 3, "the frame to be saved")
         program.kill()
-        self.assertEqual(self.again(program), placed)
+        self.assertEqual(self.restart(program), placed)
 
-    def test_maximised_window_comes_back_maximised_and_goes_back_to_its_frame(self):
+    def test_maximised_window_is_restored_maximised_and_keeps_its_normal_frame(self):
         program = self.window()
         placed = self.put_window(200, 90, 1100, 700)
-        desk.wait_until(lambda: self.saved_frame(program) == placed, 3, "the frame to be saved")
+        desktop.wait_until(lambda: self.saved_frame(program) == placed, 3, "the frame to be saved")
         self.set_maximised(True)
         large = self.wait_for_width(SCREEN[0])
         program.end()
         program.start()
         self.assertEqual(self.wait_for_width(SCREEN[0]), large)
-        desk.close_window()
-        self.activate(program)
+        desktop.close_window()
+        program.activate()
         self.assertEqual(self.wait_for_width(SCREEN[0]), large)
         program.end()
         program.start()
         self.assertEqual(self.wait_for_width(SCREEN[0]), large)
         self.set_maximised(False)
-        desk.wait_until(lambda: self.settled((1100, 700)), 5, "the window in its frame")
-        # Where the window manager puts the title bar is its own affair.
+        desktop.wait_until(lambda: self.settled((1100, 700)), 5, "the window in its normal frame")
+        # The window manager decides where the title bar is.
         for now, before in zip(self.frame()[:2], placed[:2]):
             self.assertAlmostEqual(now, before, delta=30)
 
@@ -56,37 +56,37 @@ class Window(window.WindowTest):
         self.assertAlmostEqual(x + width / 2, SCREEN[0] / 2, delta=20)
         self.assertAlmostEqual(y + height / 2, SCREEN[1] / 2, delta=40)
 
-    def test_frame_on_a_screen_that_is_gone_comes_back_visible(self):
+    def test_frame_outside_the_screen_is_moved_into_it(self):
         program = self.window()
         for frame in ((5000, 200, 1240, 780), (-4000, -900, 1240, 780), (1900, 1060, 1240, 780)):
             with self.subTest(frame):
                 program.end()
                 self.save_frame(program, *frame)
-                x, y, width, height = self.again(program)
+                x, y, width, height = self.restart(program)
                 self.assertGreaterEqual(min(x, y), 0)
                 self.assertLessEqual(x + width, SCREEN[0])
                 self.assertLessEqual(y + height, SCREEN[1])
 
-    def test_window_is_never_smaller_than_its_contents(self):
+    def test_window_has_a_minimum_size(self):
         self.window()
-        desk.run("xdotool", "windowsize", self.window_number(), 300, 200)
-        desk.wait_until(lambda: self.settled((1020, 640)), 5, "the smallest window")
+        desktop.run("xdotool", "windowsize", self.window_number(), 300, 200)
+        desktop.wait_until(lambda: self.settled((1020, 640)), 5, "the window at its minimum size")
 
-    def test_closed_window_leaves_the_program_and_comes_back(self):
+    def test_closed_window_keeps_the_program_running_and_can_be_shown_again(self):
         program = self.window()
         placed = self.put_window(200, 90, 1100, 700)
-        desk.close_window()
+        desktop.close_window()
         self.assertEqual(program.get("State"), "idle")
-        self.activate(program)
+        program.activate()
         self.wait_for_window()
-        self.assertEqual(desk.wait_until(self.settled, 5, "the window in its place"), placed)
+        self.assertEqual(desktop.wait_until(self.settled, 5, "the window in its place"), placed)
 
-    def test_minimised_window_comes_back(self):
+    def test_minimised_window_can_be_shown_again(self):
         program = self.window()
-        desk.run("xdotool", "windowminimize", "--sync", self.window_number())
-        desk.wait_until(lambda: not desk.visible_windows("Quelto"), 5, "the window to be minimised")
-        self.activate(program)
-        desk.wait_until(lambda: desk.visible_windows("Quelto"), 5, "the window on the screen")
+        desktop.run("xdotool", "windowminimize", "--sync", self.window_number())
+        desktop.wait_until(lambda: not desktop.visible_windows("Quelto"), 5, "the window to be minimised")
+        program.activate()
+        desktop.wait_until(lambda: desktop.visible_windows("Quelto"), 5, "the window on the screen")
 
     def test_language_rebuilds_the_window_at_once(self):
         self.put("Dota 2 - 2026-03-01 20.15.07")
@@ -103,66 +103,66 @@ class Window(window.WindowTest):
         program = self.window()
         for theme, accent in (("ocean", "22d3c5"), ("blurple", "5865f2"), ("no such palette", "ff5a1f"), ("neon", "b14bff")):
             program.set("colorTheme", theme)
-            desk.wait_until(lambda: accent in self.colours(), 3, f"the accent of {theme}")
+            desktop.wait_until(lambda: accent in self.colours(), 3, f"the accent of {theme}")
         self.reader.click("push button", "Dota 2, 1")
-        desk.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
+        desktop.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
         self.put("Dota 2 - 2026-03-01 20.16.07")
         self.wait_for_count("Dota 2", 2)
 
     def colours(self):
-        """Those of the tile at the head of the sidebar and what is around it."""
+        """The colours around the tile at the top of the sidebar."""
         x, y, *_ = self.frame()
         return screen_reader.colours(x, y, 60, 120)
 
-    def test_control_o_opens_the_folder(self):
+    def test_ctrl_o_opens_the_folder(self):
         environment, notes = self.command_in_path("xdg-open")
         self.window(environment)
-        desk.press("ctrl+o")
-        desk.wait_until(notes.exists, 5, "the folder to be opened")
-        desk.wait_until(lambda: str(self.folder) in notes.read_text(), 2, "the folder's name")
+        desktop.press("ctrl+o")
+        desktop.wait_until(notes.exists, 5, "the folder to be opened")
+        desktop.wait_until(lambda: str(self.folder) in notes.read_text(), 2, "the folder's name")
 
-    def test_menus_by_keyboard_give_the_keyboard_back(self):
+    def test_escape_from_the_menus_returns_the_focus(self):
         self.window()
         self.tab_to("push button", f"{CLIPS}, 0")
         self.reader.listen()
-        desk.press("F10")
-        self.reader.wait_to_hear("menu bar", "Quelto")
-        desk.press("Right")
-        self.reader.wait_to_hear("menu bar", "Dosya")
-        desk.press("Down")
+        desktop.press("F10")
+        self.reader.wait_for_focus_event("menu bar", "Quelto")
+        desktop.press("Right")
+        self.reader.wait_for_focus_event("menu bar", "Dosya")
+        desktop.press("Down")
         self.reader.find("menu item", "Klip Kaydet")
-        desk.press("Down")
-        self.reader.wait_to_hear("menu item", "Klip Kaydet")
-        desk.press("Escape")
-        self.reader.wait_to_hear("menu bar", "Dosya")
+        desktop.press("Down")
+        self.reader.wait_for_focus_event("menu item", "Klip Kaydet")
+        desktop.press("Escape")
+        self.reader.wait_for_focus_event("menu bar", "Dosya")
         self.reader.wait_until_gone("menu item", "Klip Kaydet")
-        desk.press("Escape")
-        self.reader.wait_to_hear("push button", f"{CLIPS}, 0")
+        desktop.press("Escape")
+        self.reader.wait_for_focus_event("push button", f"{CLIPS}, 0")
 
-    def test_entry_of_a_menu_is_chosen_by_keyboard(self):
+    def test_keyboard_chooses_a_menu_item(self):
         environment, notes = self.command_in_path("xdg-open")
         self.window(environment)
         self.tab_to("push button", f"{CLIPS}, 0")
-        desk.press("F10")
+        desktop.press("F10")
         self.wait_for_focus("Quelto")
-        desk.press("Right")
+        desktop.press("Right")
         self.wait_for_focus("Dosya")
-        desk.press("Return")
+        desktop.press("Return")
         self.reader.find("menu item", "Klip Klasörünü Aç")
         for entry in ("Klip Kaydet", "Kaydı Başlat / Durdur", "Klip Klasörünü Aç"):
-            desk.press("Down")
+            desktop.press("Down")
             self.wait_for_focus(entry)
-        desk.press("Return")
-        desk.wait_until(lambda: notes.exists() and str(self.folder) in notes.read_text(), 5, "the folder to be opened")
+        desktop.press("Return")
+        desktop.wait_until(lambda: notes.exists() and str(self.folder) in notes.read_text(), 5, "the folder to be opened")
 
-    def test_settings_by_their_key_and_back_by_the_sidebar(self):
+    def test_shortcut_opens_the_settings_and_the_sidebar_leads_back(self):
         program = self.window()
-        desk.press("ctrl+comma")
-        desk.wait_until(lambda: program.get("Page") == "settings", 3, "the settings")
+        desktop.press("ctrl+comma")
+        desktop.wait_until(lambda: program.get("Page") == "settings", 3, "the settings")
         self.assertIn("selected", self.reader.find("push button", "Ayarlar").states)
         self.reader.click("push button", f"{CLIPS}, 0")
-        desk.wait_until(lambda: program.get("Page") == "library", 3, "the library")
+        desktop.wait_until(lambda: program.get("Page") == "library", 3, "the library")
 
 
 if __name__ == "__main__":
-    desk.main()
+    desktop.main()

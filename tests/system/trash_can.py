@@ -1,55 +1,51 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The desktop's trash as `gio trash` shows it: the bin at home and those of all volumes."""
+"""Reads the desktop's trash through `gio trash`: the one in the home folder and those of all volumes."""
 import os
 import re
 import signal
 import subprocess
 import urllib.parse
 
-import desk
+import desktop
 
 
 class TrashCan:
     SERVICE = "/usr/libexec/gvfsd"
 
     def __init__(self):
-        # It starts further processes for its parts.
+        # The service starts child processes, so it gets its own process group.
         self._process = subprocess.Popen([self.SERVICE, "--no-fuse"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                          start_new_session=True)
-        desk.wait_until(self._answers, 10, "the service behind `gio trash`")
+        desktop.wait_until(lambda: desktop.bus_answers("org.gtk.vfs.Daemon"), 10, "the service behind `gio trash`")
 
     @staticmethod
-    def _answers():
-        return not subprocess.run(["gdbus", "call", "--session", "--dest", "org.gtk.vfs.Daemon", "--object-path", "/", "--method",
-                                   "org.freedesktop.DBus.Peer.Ping"], capture_output=True).returncode
-
-    @staticmethod
-    def _address_of(path):
-        """Of the file in the bin that came from there; None while there is none."""
-        for line in desk.run("gio", "trash", "--list").splitlines():
-            address, _, _ = line.partition("\t")
-            # Its text shows what is not ASCII in a form of its own.
-            came_from = desk.run("gio", "info", "-a", "trash::orig-path", address)
-            if came_from.rpartition("trash::orig-path: ")[2].strip() == str(path):
-                return address
+    def _uri_of(path):
+        """The URI in the trash of the file that was at that path, or None."""
+        for line in desktop.run("gio", "trash", "--list").splitlines():
+            uri, _, _ = line.partition("\t")
+            # The list escapes non-ASCII characters; the attribute does not.
+            original = desktop.run("gio", "info", "-a", "trash::orig-path", uri)
+            if original.rpartition("trash::orig-path: ")[2].strip() == str(path):
+                return uri
         return None
 
     def wait_for(self, path):
-        """The address in the bin of the file that was at that path."""
-        return desk.wait_until(lambda: self._address_of(path), 5, f"{path} in the bin, which holds {desk.run('gio', 'trash', '--list')}")
+        """Waits for the file that was at that path and returns its URI in the trash."""
+        return desktop.wait_until(lambda: self._uri_of(path), 5,
+                                  f"{path} in the trash, which holds {desktop.run('gio', 'trash', '--list')}")
 
     def restore(self, path):
-        desk.run("gio", "trash", "--restore", self.wait_for(path))
+        desktop.run("gio", "trash", "--restore", self.wait_for(path))
 
     def stop(self):
         os.killpg(self._process.pid, signal.SIGTERM)
         self._process.wait(10)
 
 
-def places(bin_folder):
-    """Where the files in the bin came from, as their notes tell."""
-    for file in (bin_folder / "files").iterdir():
-        title, *lines = (bin_folder / "info" / f"{file.name}.trashinfo").read_text().splitlines()
+def original_paths(trash_folder):
+    """The original paths of the files in the trash, from their .trashinfo files."""
+    for file in (trash_folder / "files").iterdir():
+        title, *lines = (trash_folder / "info" / f"{file.name}.trashinfo").read_text().splitlines()
         values = dict(line.split("=", 1) for line in lines)
         if title == "[Trash Info]" and re.fullmatch(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d", values["DeletionDate"]):
             yield urllib.parse.unquote(values["Path"])

@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QTimeZone>
 
 #include <stdexcept>
 
@@ -26,7 +27,7 @@ struct InvalidEntry : std::runtime_error {
 
 QDateTime referenceDate()
 {
-    return QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
+    return QDateTime(QDate(2001, 1, 1), QTime(0, 0), QTimeZone::utc()).toUTC();
 }
 
 double encoded(const QDateTime& date)

@@ -31,6 +31,13 @@ constexpr std::int64_t AudioTicksPerRun = AudioTicksPerSecond / RunsPerSecond;
 // FFmpeg's muxer starts a new chunk at this size at the latest.
 constexpr std::int64_t MaxChunkBytes = 1 << 20;
 
+// libavformat 61 (FFmpeg 7) passes the bytes to write as const.
+#if LIBAVFORMAT_VERSION_MAJOR >= 61
+using WrittenByte = const std::uint8_t;
+#else
+using WrittenByte = std::uint8_t;
+#endif
+
 /// An AVIOContext that writes to the file. C callbacks must not throw, so an exception is kept until checked().
 class FileIo {
 public:
@@ -72,7 +79,7 @@ private:
         }
     }
 
-    static int write(void* self, std::uint8_t* data, int size) noexcept
+    static int write(void* self, WrittenByte* data, int size) noexcept
     {
         auto& io = *static_cast<FileIo*>(self);
         const auto status = io.catchErrors([&] {

@@ -32,6 +32,12 @@ XcbPtr<Reply> replyTo(Reply* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_err
     return reply;
 }
 
+// gcc 14 warns wrongly about m_id in a std::optional that is empty.
+#pragma GCC diagnostic push
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
+
 /// Owns a server object and destroys it with the request `Release`.
 template <auto Release> class XcbResource {
 public:
@@ -65,5 +71,7 @@ private:
     xcb_connection_t* m_connection = nullptr;
     std::uint32_t m_id = 0;
 };
+
+#pragma GCC diagnostic pop
 
 } // namespace quelto

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/language/L10n.h"
 
+#include <QTimeZone>
+
 #include <gtest/gtest.h>
 
 namespace quelto {
@@ -130,7 +132,7 @@ TEST_F(L10nTest, FormatsTimesInTheCurrentTimeZone)
 {
     const auto before = qgetenv("TZ");
     const bool wasSet = qEnvironmentVariableIsSet("TZ");
-    const auto moment = QDateTime(QDate(2026, 3, 1), QTime(20, 5, 7), Qt::UTC);
+    const auto moment = QDateTime(QDate(2026, 3, 1), QTime(20, 5, 7), QTimeZone::utc());
     L10n::use(QStringLiteral("de"));
     struct Place {
         const char* zone;

@@ -1,15 +1,15 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Other programs of the desktop, which tell on their standard output what they were handed."""
+"""Helper programs that stand for other programs on the desktop. They print what they receive."""
 import pathlib
 import subprocess
 import sys
 import threading
 
-import desk
+import desktop
 
 
-class Neighbour:
-    """One of them, ready to be used. Its lines so far are in `lines`."""
+class OtherProgram:
+    """A running helper program that has printed `ready`. `lines` holds its output so far."""
 
     def __init__(self, script, *arguments):
         self.lines = []
@@ -24,12 +24,12 @@ class Neighbour:
         for line in self._process.stdout:
             self.lines.append(line.rstrip("\n"))
 
-    def told(self, word):
-        """The rests of the lines that begin with that word."""
+    def printed(self, word):
+        """The rest of each line that begins with that word."""
         return [line[len(word) + 1:] for line in list(self.lines) if line.split(" ", 1)[0] == word]
 
     def wait_for(self, word, seconds=5):
-        return desk.wait_until(lambda: self.told(word), seconds, f"“{word}” from the other program, which said {self.lines}")
+        return desktop.wait_until(lambda: self.printed(word), seconds, f"“{word}” from the other program, which printed {self.lines}")
 
     def stop(self):
         if self._process.poll() is None:

@@ -1,0 +1,55 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Watches the desktop notifications that programs send over the session bus, and clicks on them."""
+import dataclasses
+import os
+import time
+
+from gi.repository import Gio, GLib
+
+import desktop
+
+
+@dataclasses.dataclass
+class Notification:
+    title: str
+    body: str
+    actions: list
+    time: float
+
+
+class NotificationMonitor:
+    """Closes the notifications on the screen and collects all later ones in `all`."""
+
+    def __init__(self):
+        desktop.run("dunstctl", "close-all")
+        self.all = []
+        self._bus = Gio.DBusConnection.new_for_address_sync(
+            os.environ["DBUS_SESSION_BUS_ADDRESS"],
+            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+        self._bus.add_filter(self._filter)
+        rules = ["type='method_call',interface='org.freedesktop.Notifications',member='Notify'"]
+        self._bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Monitoring",
+                            "BecomeMonitor", GLib.Variant("(asu)", (rules, 0)), None, Gio.DBusCallFlags.NONE, -1)
+
+    def _filter(self, _bus, message, is_incoming):
+        """Runs on GDBus's thread, so that the time is that of the call."""
+        if not is_incoming or message.get_member() != "Notify":
+            return message
+        _, _, _, title, body, actions, _, _ = message.get_body().unpack()
+        self.all.append(Notification(title, body, actions, time.monotonic()))
+        return None
+
+    def wait(self, seconds):
+        """Returns the first notification."""
+        return desktop.wait_until(lambda: self.all and self.all[0], seconds, "a notification")
+
+    @staticmethod
+    def click():
+        """Invokes the default action of the notification on the screen."""
+        desktop.wait_until(lambda: desktop.run("dunstctl", "count", "displayed").strip() != "0", 3,
+                           "a notification on the screen")
+        desktop.run("dunstctl", "action", "0")
+
+    def stop(self):
+        if not self._bus.is_closed():
+            self._bus.close_sync()
