@@ -143,12 +143,12 @@ int bench(const QString& folder)
     NoFileManager files;
     NoPasteboard pasteboard;
     SerialQueue work(QStringLiteral("quelto.library"));
-    ClipLibrary library(
-        {.settings = settings, .trash = trash, .files = files, .pasteboard = pasteboard, .main = main, .work = work});
+    ClipLibrary library({.settings = settings, .trash = trash, .main = main, .work = work});
     ThumbnailCache thumbnails(main);
     Navigation navigation(main);
     Theme theme(settings);
-    ClipCommands commands({.library = library, .files = files, .settings = settings, .navigation = navigation});
+    ClipCommands commands(
+        {.library = library, .files = files, .pasteboard = pasteboard, .settings = settings, .navigation = navigation});
     NavigationForQml::instance = &navigation;
     ThemeForQml::instance = &theme;
     AppSettingsForQml::instance = &settings;
