@@ -28,7 +28,7 @@ constexpr int RunCount = 16;
 
 class NoTrash final : public Trash {
 public:
-    void recycle(const QStringList& /*paths*/, std::function<void()> /*done*/) override { }
+    void moveToTrash(const QStringList& /*paths*/, std::function<void()> /*done*/) override { }
 };
 
 /// The main queue; measures the run time of its tasks.

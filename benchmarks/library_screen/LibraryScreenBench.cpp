@@ -38,7 +38,7 @@ constexpr qreal FlingSpeed = 5000;
 
 class NoTrash final : public Trash {
 public:
-    void recycle(const QStringList& /*paths*/, std::function<void()> done) override { done(); }
+    void moveToTrash(const QStringList& /*paths*/, std::function<void()> done) override { done(); }
 };
 
 class NoFileManager final : public FileManager {

@@ -94,7 +94,7 @@ double post(quint16 port, const QByteArray& body)
     socket.write("POST / HTTP/1.1\r\ncontent-type: application/json\r\nContent-Length: " +
                  QByteArray::number(body.size()) + "\r\n\r\n" + body);
     while (socket.state() == QAbstractSocket::ConnectedState && socket.waitForReadyRead()) { }
-    return socket.readAll().startsWith("HTTP/1.1 200 OK") ? inSeconds(HostClock::now() - start) * 1000 : -1;
+    return socket.readAll().startsWith("HTTP/1.1 200 OK") ? toSeconds(HostClock::now() - start) * 1000 : -1;
 }
 
 double median(std::vector<double> values)
@@ -138,7 +138,7 @@ int main(int count, char** arguments)
                 return 1;
             }
         }
-        shares.push_back((watcherCpuSeconds() - before) / inSeconds(HostClock::now() - start));
+        shares.push_back((watcherCpuSeconds() - before) / toSeconds(HostClock::now() - start));
     }
     std::printf("%.3f %% of a core for ten posts of %lld bytes a second; response after %.2f ms\n",
                 median(shares) * 100, static_cast<long long>(bodyWith(0).size()), median(delays));

@@ -122,7 +122,7 @@ template <typename Work> double secondsFor(Work work)
 {
     const auto start = HostClock::now();
     work();
-    return inSeconds(HostClock::now() - start);
+    return toSeconds(HostClock::now() - start);
 }
 
 /// Returns the number of matching lines, for comparison with grep's.

@@ -17,7 +17,7 @@ struct AudioSourceEvents {
     /// missing.
     ///
     /// Thread: the source's own, never the sound server's real-time thread.
-    std::function<void(AudioBufferPtr)> onSample;
+    std::function<void(AudioBufferPtr)> onBuffer;
     /// Reports the problem that the source has now, as a translated sentence for the user; nothing once it works
     /// (again).
     ///

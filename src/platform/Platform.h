@@ -20,12 +20,12 @@ namespace quelto {
 struct Platform {
     std::unique_ptr<Displays> displays;
     std::unique_ptr<FrameSource> frames;
-    std::unique_ptr<AudioServer> sound;
+    std::unique_ptr<AudioServer> audioServer;
     std::unique_ptr<GlobalKey> globalKey;
     std::unique_ptr<FrontApplication> frontApplication;
     std::unique_ptr<DesktopNotifications> notifications;
     std::unique_ptr<Trash> trash;
-    std::unique_ptr<EventSounds> sounds;
+    std::unique_ptr<EventSounds> eventSounds;
     std::unique_ptr<FileManager> files;
     std::unique_ptr<Pasteboard> pasteboard;
 };

@@ -16,7 +16,7 @@ public:
     /// it is; no file is ever deleted.
     ///
     /// Thread: main; never blocks. `done` is called on any thread.
-    virtual void recycle(const QStringList& paths, std::function<void()> done) = 0;
+    virtual void moveToTrash(const QStringList& paths, std::function<void()> done) = 0;
 };
 
 } // namespace quelto

@@ -84,7 +84,7 @@ public:
         sample->data.resize(2 * sizeof level);
         std::memcpy(sample->data.data(), &level, sizeof level);
         std::memcpy(sample->data.data() + sizeof level, &level, sizeof level);
-        events.onSample(sample);
+        events.onBuffer(sample);
     }
 
 private:
@@ -156,8 +156,8 @@ enum class FakeDelay { none, onePicture };
 /// Emits 1,024 bytes for each frame.
 class FakeEncoder final : public VideoEncoder {
 public:
-    FakeEncoder(OnEncodedFrame onSample, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
-        : m_onEncodedFrame(std::move(onSample))
+    FakeEncoder(OnEncodedFrame onBuffer, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
+        : m_onEncodedFrame(std::move(onBuffer))
         , m_keyFrames(keyFrames)
         , m_delay(delay)
         , m_encoded(encoded)
@@ -199,22 +199,22 @@ struct FakePlatform {
     Platform platform;
     FakeDisplays* displays = nullptr;
     FakeFrameSource* frames = nullptr;
-    FakeAudioServer* sound = nullptr;
+    FakeAudioServer* audioServer = nullptr;
     FakeFrontApplication* front = nullptr;
 
     FakePlatform()
     {
         auto ownDisplays = std::make_unique<FakeDisplays>();
         auto ownFrames = std::make_unique<FakeFrameSource>();
-        auto ownSound = std::make_unique<FakeAudioServer>();
+        auto ownAudioServer = std::make_unique<FakeAudioServer>();
         auto ownFront = std::make_unique<FakeFrontApplication>();
         displays = ownDisplays.get();
         frames = ownFrames.get();
-        sound = ownSound.get();
+        audioServer = ownAudioServer.get();
         front = ownFront.get();
         platform = {.displays = std::move(ownDisplays),
                     .frames = std::move(ownFrames),
-                    .sound = std::move(ownSound),
+                    .audioServer = std::move(ownAudioServer),
                     .globalKey = std::make_unique<FakeGlobalKey>(),
                     .frontApplication = std::move(ownFront)};
     }

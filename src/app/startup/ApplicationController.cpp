@@ -60,7 +60,7 @@ ApplicationController::ApplicationController()
                 .saveAutoClip = [this](const Moment& moment) { m_recorder->saveAutoClip(moment, moment.game); }})
     , m_feedback(m_settings, m_matches,
                  {.reloadLibrary = [this] { m_library.reload(); },
-                  .playSound = [this](EventSound sound) { m_platform.sounds->play(sound); },
+                  .playSound = [this](EventSound sound) { m_platform.eventSounds->play(sound); },
                   .showHud = [this](const HudMessage& message) { showHud(message); },
                   .showToast = [this](const QString& text) { m_navigation.showToast(text); },
                   .notifyDesktop =
@@ -144,7 +144,7 @@ void ApplicationController::joinSavedClips()
 
 void ApplicationController::joinMatches()
 {
-    connect(&m_matches, &MatchTracker::sessionIsGoing, &m_navigation, [this](const QUuid& match) {
+    connect(&m_matches, &MatchTracker::sessionAboutToBeRemoved, &m_navigation, [this](const QUuid& match) {
         if (m_navigation.page().match == match) {
             m_navigation.setPage({.kind = Pages::Kind::Matches});
         }

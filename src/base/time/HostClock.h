@@ -26,7 +26,7 @@ using HostTime = HostClock::time_point;
 using HostDuration = HostClock::duration;
 
 /// The duration in seconds, the unit of the trimming and mixing rules.
-constexpr double inSeconds(HostDuration duration) noexcept
+constexpr double toSeconds(HostDuration duration) noexcept
 {
     return std::chrono::duration<double>(duration).count();
 }

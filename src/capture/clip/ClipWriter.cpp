@@ -103,7 +103,7 @@ SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
     }
     writeMp4(movie, file);
     file.flush();
-    return {.path = publish(file, request, date), .duration = inSeconds(plan.end - plan.start)};
+    return {.path = publish(file, request, date), .duration = toSeconds(plan.end - plan.start)};
 }
 
 } // namespace

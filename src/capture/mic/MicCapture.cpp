@@ -26,7 +26,7 @@ void MicCapture::start(const QString& deviceID)
 {
     stop();
     auto source = m_server.microphone(deviceID);
-    source->start({.onSample = [this](const AudioBufferPtr& sample) { deliver(sample); },
+    source->start({.onBuffer = [this](const AudioBufferPtr& sample) { deliver(sample); },
                    .onWarning =
                        [this](const std::optional<QString>& warning) {
                            if (onWarning) {
@@ -49,8 +49,8 @@ void MicCapture::deliver(const AudioBufferPtr& sample)
     if (!sample) {
         return;
     }
-    if (onSample) {
-        onSample(sample);
+    if (onBuffer) {
+        onBuffer(sample);
     }
     if (const auto now = m_clock(); now - m_lastLevelTime > LevelInterval) {
         m_lastLevelTime = now;

@@ -22,7 +22,7 @@ public:
     MicCapture(const MicCapture&) = delete;
     MicCapture& operator=(const MicCapture&) = delete;
 
-    std::function<void(AudioBufferPtr)> onSample;
+    std::function<void(AudioBufferPtr)> onBuffer;
     /// The peak of one buffer, 0 to 1, at most every 0.08 seconds. Buffers in between are not measured.
     std::function<void(float)> onLevel;
     /// A problem with the running device, or nothing when it is resolved.

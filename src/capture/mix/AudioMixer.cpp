@@ -14,7 +14,7 @@ constexpr double LimiterKnee = 0.9;
 /// The frame index of a time on the grid that starts at `start`, rounded to nearest, halves away from zero.
 std::int64_t frameAt(HostTime time, HostTime start)
 {
-    return std::llround(inSeconds(time - start) * AudioMixer::sampleRate);
+    return std::llround(toSeconds(time - start) * AudioMixer::sampleRate);
 }
 
 /// Rounds up. Whole seconds are counted separately, because a 64-bit float would round some durations up by one frame

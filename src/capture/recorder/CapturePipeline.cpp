@@ -20,10 +20,10 @@ CapturePipeline::CapturePipeline(Platform& platform, ReplayBuffer& buffer, OpenE
     : m_platform(platform)
     , m_buffer(buffer)
     , m_openEncoder(std::move(openEncoder))
-    , m_mic(*platform.sound)
+    , m_mic(*platform.audioServer)
     , m_videoQueue(QStringLiteral("quelto.video"), QueuePriority::userInteractive)
 {
-    m_mic.onSample = [this](AudioBufferPtr sample) { m_buffer.appendMic(std::move(sample)); };
+    m_mic.onBuffer = [this](AudioBufferPtr sample) { m_buffer.appendMic(std::move(sample)); };
 }
 
 CapturePipeline::~CapturePipeline()
@@ -111,8 +111,8 @@ DisplayInfo CapturePipeline::chosenDisplay(std::uint32_t displayID) const
 
 void CapturePipeline::startSystemAudio(const CaptureEvents& events)
 {
-    m_systemAudio = m_platform.sound->systemAudio();
-    m_systemAudio->start({.onSample = [this](AudioBufferPtr sample) { m_buffer.appendAudio(std::move(sample)); },
+    m_systemAudio = m_platform.audioServer->systemAudio();
+    m_systemAudio->start({.onBuffer = [this](AudioBufferPtr sample) { m_buffer.appendAudio(std::move(sample)); },
                           .onWarning = events.onSystemAudioWarning});
 }
 

@@ -255,7 +255,7 @@ void ClipLibrary::trash(const QStringList& paths, const std::function<void()>& c
     for (const auto& path : paths) {
         ClipMeta::remove(path);
     }
-    m_dependencies.trash.recycle(paths, [self = QPointer(this), completion] {
+    m_dependencies.trash.moveToTrash(paths, [self = QPointer(this), completion] {
         // The trash replies on its own thread and may outlive the main queue.
         QMetaObject::invokeMethod(
             qApp,

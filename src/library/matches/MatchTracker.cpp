@@ -106,7 +106,7 @@ void MatchTracker::deleteSession(const QUuid& id, WithClips withClips)
     if (withClips == WithClips::yes) {
         m_dependencies.library.trash(found->clipFiles());
     }
-    Q_EMIT sessionIsGoing(id);
+    Q_EMIT sessionAboutToBeRemoved(id);
     removeSession(id);
 }
 

@@ -68,7 +68,7 @@ Q_SIGNALS:
     /// A match with clips ended and is stored.
     void matchOver(const quelto::MatchNotification& notification);
     /// Emitted before the match is removed, so that a screen that shows it can close.
-    void sessionIsGoing(const QUuid& id);
+    void sessionAboutToBeRemoved(const QUuid& id);
 
 private:
     void finish();

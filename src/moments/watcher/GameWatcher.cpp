@@ -66,7 +66,7 @@ void GameWatcher::reportMoment(const Moment& moment)
 
 double GameWatcher::monotonicSeconds()
 {
-    return inSeconds(HostClock::now().time_since_epoch());
+    return toSeconds(HostClock::now().time_since_epoch());
 }
 
 } // namespace quelto

@@ -15,12 +15,12 @@ Platform makePlatform()
 {
     return {.displays = makeX11Displays(),
             .frames = makeX11FrameSource(),
-            .sound = makePipeWireAudioServer(),
+            .audioServer = makePipeWireAudioServer(),
             .globalKey = makeX11GlobalKey(),
             .frontApplication = makeX11FrontApplication(),
             .notifications = std::make_unique<FreedesktopNotifications>(),
             .trash = std::make_unique<FreedesktopTrash>(),
-            .sounds = std::make_unique<CanberraEventSounds>(),
+            .eventSounds = std::make_unique<CanberraEventSounds>(),
             .files = std::make_unique<FreedesktopFileManager>(),
             .pasteboard = std::make_unique<FreedesktopPasteboard>()};
 }

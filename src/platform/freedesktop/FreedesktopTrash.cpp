@@ -27,7 +27,7 @@ GVfs* localVfs()
     return vfs;
 }
 
-void moveToTrash(const QString& path)
+void trashFile(const QString& path)
 {
     // Not QFile::moveToTrash(): Qt 6.4 does not escape percent signs in the original path, so the file would be
     // restored under another name. Not the default GVfs, which contacts the session bus first.
@@ -51,12 +51,12 @@ FreedesktopTrash::~FreedesktopTrash()
     m_queue.finish(ExitTimeout);
 }
 
-void FreedesktopTrash::recycle(const QStringList& paths, std::function<void()> done)
+void FreedesktopTrash::moveToTrash(const QStringList& paths, std::function<void()> done)
 {
     m_queue.post([paths, done = std::move(done)] {
         for (const QString& path : paths) {
             if (!path.isEmpty()) {
-                moveToTrash(path);
+                trashFile(path);
             }
         }
         if (done) {

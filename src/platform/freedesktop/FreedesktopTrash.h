@@ -18,7 +18,7 @@ public:
     FreedesktopTrash(const FreedesktopTrash&) = delete;
     FreedesktopTrash& operator=(const FreedesktopTrash&) = delete;
 
-    void recycle(const QStringList& paths, std::function<void()> done) override;
+    void moveToTrash(const QStringList& paths, std::function<void()> done) override;
 
 private:
     SerialQueue m_queue{QStringLiteral("quelto.trash")};

@@ -38,7 +38,7 @@ std::vector<double> times(const auto& samples)
 {
     std::vector<double> seconds;
     for (const auto& sample : samples) {
-        seconds.push_back(inSeconds(sample->presentationTime - Start));
+        seconds.push_back(toSeconds(sample->presentationTime - Start));
     }
     return seconds;
 }

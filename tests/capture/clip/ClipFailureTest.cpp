@@ -137,7 +137,7 @@ TEST(ClipFailure, ImplausibleTimestampsAreAnError)
         request.snapshot.video.front() = sample;
         request.seconds = std::numeric_limits<int>::max();
         EXPECT_TRUE(messageOf(request).startsWith(QStringLiteral("Klip yazılamadı: ")))
-            << inSeconds(first.time_since_epoch());
+            << toSeconds(first.time_since_epoch());
     }
     EXPECT_EQ(filesIn(folder.path()), QStringList{});
 }

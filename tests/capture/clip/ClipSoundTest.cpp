@@ -136,7 +136,7 @@ TEST_F(ClipSoundTest, BeepKeepsItsTime)
     // Audio begins before the video, at a time between two frames of the clip's grid.
     constexpr HostDuration Ahead = 700ms + 12345ns;
     snapshot.audio = sound({.start = PictureStart - Ahead, .seconds = 3.6, .value = [&](double second) {
-                                return beep(second - inSeconds(Ahead));
+                                return beep(second - toSeconds(Ahead));
                             }});
     const auto decoded = test::decodeAudio(write(snapshot), 1);
     const auto isLoud = [](float value) { return std::abs(value) > 0.4F; };

@@ -97,7 +97,7 @@ TEST_F(ClipWriterTest, StartsAtAKeyFrameAndEndsWithTheNewestFrame)
         }
     }
     const auto end = video.back()->presentationTime + 16666667ns;
-    EXPECT_NEAR(mediaDuration(path).value_or(0), inSeconds(end - expected), 0.0001);
+    EXPECT_NEAR(mediaDuration(path).value_or(0), toSeconds(end - expected), 0.0001);
     const auto packets = test::packetsOf(path, QStringLiteral("v:0"));
     ASSERT_FALSE(packets.isEmpty());
     EXPECT_TRUE(packets.at(0)[u"flags"].toString().startsWith(u'K'));
@@ -121,7 +121,7 @@ TEST_F(ClipWriterTest, StartsAtTheFirstKeyFrameIfAllAreAfterTheWantedStart)
     const auto firstKey = video.at(5)->presentationTime;
     const auto path =
         ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, PictureStart + 4s, 30)).path;
-    EXPECT_NEAR(mediaDuration(path).value_or(0), inSeconds(PictureStart + 4s - firstKey), 0.001);
+    EXPECT_NEAR(mediaDuration(path).value_or(0), toSeconds(PictureStart + 4s - firstKey), 0.001);
     EXPECT_EQ(test::decodingErrors(path), "");
 }
 

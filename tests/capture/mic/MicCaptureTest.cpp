@@ -27,7 +27,7 @@ protected:
 TEST_F(MicCaptureTest, PassesOnEveryBuffer)
 {
     int count = 0;
-    mic.onSample = [&](const AudioBufferPtr&) { ++count; };
+    mic.onBuffer = [&](const AudioBufferPtr&) { ++count; };
     mic.start({});
     for (int i = 0; i < 5; ++i) {
         server.mic->emitTone(0.5F);
@@ -50,7 +50,7 @@ TEST_F(MicCaptureTest, ReportsALevelAtMostEveryEightyMilliseconds)
 TEST_F(MicCaptureTest, ReportsNoLevelForANullBuffer)
 {
     mic.start({});
-    server.mic->events.onSample(nullptr);
+    server.mic->events.onBuffer(nullptr);
     EXPECT_TRUE(levels.empty());
 }
 

@@ -47,7 +47,7 @@ TEST_F(RecorderTest, BuildsThePipelineFromTheSettings)
     EXPECT_EQ(fakes.frames->request.outputSize, QSize(1280, 720));
     EXPECT_EQ(fakes.frames->request.framesPerSecond, 30);
     EXPECT_FALSE(fakes.frames->request.showsCursor);
-    EXPECT_EQ(fakes.sound->askedFor, QStringLiteral("usb"));
+    EXPECT_EQ(fakes.audioServer->askedFor, QStringLiteral("usb"));
     EXPECT_EQ(encoders.at(0).bitsPerSecond, CaptureSettings::of(settings).bitrate({1280, 720}));
 }
 
@@ -106,29 +106,29 @@ TEST_F(RecorderTest, ReportsTheStatusWhenNoEncoderOpens)
 
 TEST_F(RecorderTest, FailsWithTheAudioServersMessageAndStopsEverything)
 {
-    fakes.sound->systemError = QStringLiteral("no sound server");
+    fakes.audioServer->systemError = QStringLiteral("no sound server");
     recorder->start();
     time.settle();
     EXPECT_EQ(recorder->state().kind, CaptureState::Error);
     EXPECT_EQ(recorder->state().message, QStringLiteral("no sound server"));
     EXPECT_FALSE(fakes.frames->isRunning);
-    EXPECT_EQ(fakes.sound->runningSources, 0);
+    EXPECT_EQ(fakes.audioServer->runningSources, 0);
 }
 
 TEST_F(RecorderTest, DoesNotUseTheAudioServerWhenSystemAudioIsOff)
 {
     settings.setCaptureAudio(false);
     settings.setCaptureMicrophone(false);
-    fakes.sound->systemError = QStringLiteral("no sound server");
+    fakes.audioServer->systemError = QStringLiteral("no sound server");
     record();
-    EXPECT_EQ(fakes.sound->runningSources, 0);
+    EXPECT_EQ(fakes.audioServer->runningSources, 0);
     EXPECT_FALSE(recorder->micActive());
     EXPECT_EQ(recorder->micWarning(), std::nullopt);
 }
 
 TEST_F(RecorderTest, RecordsWithoutAMicrophoneAndWarns)
 {
-    fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_FALSE(recorder->micActive());
     EXPECT_EQ(recorder->micWarning(), QStringLiteral("Mikrofon başlatılamadı: Mikrofon bulunamadı."));
@@ -138,16 +138,16 @@ TEST_F(RecorderTest, ReportsWarningsOfTheAudioSources)
 {
     record();
     EXPECT_TRUE(recorder->micActive());
-    fakes.sound->mic->events.onWarning(QStringLiteral("mic gone"));
+    fakes.audioServer->mic->events.onWarning(QStringLiteral("mic gone"));
     time.settle();
     EXPECT_FALSE(recorder->micActive());
     EXPECT_EQ(recorder->micWarning(), QStringLiteral("mic gone"));
-    fakes.sound->mic->events.onWarning(std::nullopt);
-    fakes.sound->system->events.onWarning(QStringLiteral("server gone"));
+    fakes.audioServer->mic->events.onWarning(std::nullopt);
+    fakes.audioServer->system->events.onWarning(QStringLiteral("server gone"));
     time.settle();
     EXPECT_TRUE(recorder->micActive());
     EXPECT_EQ(recorder->micWarning(), QStringLiteral("server gone"));
-    fakes.sound->system->events.onWarning(std::nullopt);
+    fakes.audioServer->system->events.onWarning(std::nullopt);
     time.settle();
     EXPECT_EQ(recorder->micWarning(), std::nullopt);
 }
@@ -155,7 +155,7 @@ TEST_F(RecorderTest, ReportsWarningsOfTheAudioSources)
 TEST_F(RecorderTest, ShowsTheMicrophoneLevelAndResetsItOnStop)
 {
     record();
-    fakes.sound->mic->emitTone(0.5F);
+    fakes.audioServer->mic->emitTone(0.5F);
     time.settle();
     EXPECT_EQ(recorder->micLevel(), 0.5F);
     recorder->stop();
@@ -276,7 +276,7 @@ TEST_F(RecorderTest, DropsAPendingRepetitionOnARestart)
 TEST_F(RecorderTest, KeepsAMicrophoneWarningFromBeforeTheEndOfTheStart)
 {
     recorder->start();
-    main.post([this] { fakes.sound->mic->events.onWarning(QStringLiteral("gone again")); });
+    main.post([this] { fakes.audioServer->mic->events.onWarning(QStringLiteral("gone again")); });
     time.settle();
     ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
     EXPECT_FALSE(recorder->micActive());
@@ -319,7 +319,7 @@ TEST_F(RecorderTest, ReportsWhyTheScreenStoppedAndDoesNotRestart)
               (RecorderState{.kind = CaptureState::Error, .message = QStringLiteral("Kayıt durdu: unplugged")}));
     EXPECT_FALSE(fakes.frames->isRunning);
     EXPECT_EQ(fakes.frames->starts, 1);
-    EXPECT_EQ(fakes.sound->runningSources, 0);
+    EXPECT_EQ(fakes.audioServer->runningSources, 0);
 }
 
 TEST_F(RecorderTest, IgnoresEventsOfAnEndedSession)

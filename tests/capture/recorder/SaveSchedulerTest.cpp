@@ -143,13 +143,13 @@ TEST_F(SaveSchedulerTest, SavesPendingRequestsOneSecondAfterRecordingBegins)
 
 TEST_F(SaveSchedulerTest, DropsPendingRequestsWhenTheStartFails)
 {
-    fakes.sound->systemError = QStringLiteral("no sound server");
+    fakes.audioServer->systemError = QStringLiteral("no sound server");
     recorder->start();
     recorder->saveClip();
     time.advance(seconds(10));
     EXPECT_TRUE(written.empty());
     EXPECT_TRUE(failures.isEmpty());
-    fakes.sound->systemError.reset();
+    fakes.audioServer->systemError.reset();
     record();
     time.advance(seconds(10));
     EXPECT_TRUE(written.empty());

@@ -11,7 +11,7 @@ namespace quelto::test {
 /// Records and deletes the files it is given. The test calls `answer`.
 class RecordingTrash final : public Trash {
 public:
-    void recycle(const QStringList& paths, std::function<void()> done) override
+    void moveToTrash(const QStringList& paths, std::function<void()> done) override
     {
         recycled += paths;
         ++calls;

@@ -190,7 +190,7 @@ TEST_F(MatchTrackerTest, DeletingAMatchWithClipsTrashesExistingFiles)
     const auto match = playMatch(2);
     QFile::remove(match.clips.first());
     QList<QUuid> removed;
-    QObject::connect(tracker.get(), &MatchTracker::sessionIsGoing, [&](const QUuid& id) {
+    QObject::connect(tracker.get(), &MatchTracker::sessionAboutToBeRemoved, [&](const QUuid& id) {
         removed.append(id);
         EXPECT_TRUE(tracker->session(id)) << "emitted before the removal";
     });

@@ -152,7 +152,7 @@ TEST_F(Mp4WriterTest, RoundingErrorsDoNotAccumulate)
     const auto track = test::readMp4Boxes(path).tracks.at(0);
     std::uint64_t ticks = 0;
     for (std::size_t i = 0; i < times.size(); ++i) {
-        const auto exact = inSeconds(times[i] - Start) * 90000;
+        const auto exact = toSeconds(times[i] - Start) * 90000;
         ASSERT_NEAR(static_cast<double>(ticks), exact, 0.51) << i;
         ticks += track.durations[i];
     }

@@ -50,10 +50,10 @@ protected:
         return file.fileName();
     }
 
-    void recycle(const QStringList& paths)
+    void moveToTrash(const QStringList& paths)
     {
         std::binary_semaphore isDone(0);
-        m_trash.recycle(paths, [&] { isDone.release(); });
+        m_trash.moveToTrash(paths, [&] { isDone.release(); });
         ASSERT_TRUE(isDone.try_acquire_for(std::chrono::seconds(10)));
     }
 
@@ -77,7 +77,7 @@ TEST_F(FreedesktopTrashTest, AnotherProgramRestoresTheFileUnderItsName)
                                 QStringLiteral("50%20 Şampiyon 100% ü.mp4"), QStringLiteral("a \"b\" 'c' $(d) #e?.mp4"),
                                 QStringLiteral("-f.mp4")}) {
         const QString path = makeFile(name, name.toUtf8());
-        recycle({path});
+        moveToTrash({path});
         EXPECT_FALSE(QFileInfo::exists(path)) << name.toStdString();
         restore(path);
         EXPECT_EQ(contentOf(path), name.toUtf8()) << name.toStdString();
@@ -88,7 +88,7 @@ TEST_F(FreedesktopTrashTest, KeepsAllFilesWithTheSameName)
 {
     const QDir files(QString::fromUtf8(qgetenv("XDG_DATA_HOME")) + QStringLiteral("/Trash/files"));
     for (const QByteArray content : {"first", "second", "third"}) {
-        recycle({makeFile(QStringLiteral("same.mp4"), content)});
+        moveToTrash({makeFile(QStringLiteral("same.mp4"), content)});
     }
     QList<QByteArray> kept;
     for (const QFileInfo& file : files.entryInfoList({QStringLiteral("same*")}, QDir::Files)) {
@@ -108,7 +108,7 @@ TEST_F(FreedesktopTrashTest, DestructorWaitsForRequestedFiles)
     {
         FreedesktopTrash trash;
         for (const auto& file : files) {
-            trash.recycle({file}, {});
+            trash.moveToTrash({file}, {});
         }
     }
     EXPECT_TRUE(QDir(m_folder.path()).isEmpty());
@@ -118,11 +118,11 @@ TEST_F(FreedesktopTrashTest, SkipsMissingFiles)
 {
     const QString first = makeFile(QStringLiteral("first.mp4"));
     const QString last = makeFile(QStringLiteral("last.mp4"));
-    recycle({first, m_folder.filePath(QStringLiteral("none.mp4")), QString(), last});
+    moveToTrash({first, m_folder.filePath(QStringLiteral("none.mp4")), QString(), last});
     EXPECT_FALSE(QFileInfo::exists(first));
     EXPECT_FALSE(QFileInfo::exists(last));
-    recycle({});
-    m_trash.recycle({m_folder.filePath(QStringLiteral("none.mp4"))}, {});
+    moveToTrash({});
+    m_trash.moveToTrash({m_folder.filePath(QStringLiteral("none.mp4"))}, {});
 }
 
 TEST_F(FreedesktopTrashTest, MovesALinkAndNotItsTarget)
@@ -130,7 +130,7 @@ TEST_F(FreedesktopTrashTest, MovesALinkAndNotItsTarget)
     const QString target = makeFile(QStringLiteral("target.mp4"));
     const QString link = m_folder.filePath(QStringLiteral("link.mp4"));
     ASSERT_TRUE(QFile::link(target, link));
-    recycle({link});
+    moveToTrash({link});
     EXPECT_FALSE(QFileInfo(link).isSymLink());
     EXPECT_EQ(contentOf(target), "film");
 }
@@ -138,7 +138,7 @@ TEST_F(FreedesktopTrashTest, MovesALinkAndNotItsTarget)
 TEST_F(FreedesktopTrashTest, LeavesAFileInAReadOnlyFolder)
 {
     const QString path = QStringLiteral("/proc/self/status");
-    recycle({path});
+    moveToTrash({path});
     EXPECT_FALSE(contentOf(path).isEmpty());
 }
 
@@ -156,7 +156,7 @@ TEST_F(FreedesktopTrashTest, UsesTheTrashOfTheFilesVolume)
     file.write("film");
     file.close();
     const QString trash = QStringLiteral("%1/.Trash-%2/").arg(volume).arg(getuid());
-    recycle({path});
+    moveToTrash({path});
     EXPECT_FALSE(QFileInfo::exists(path));
     EXPECT_EQ(contentOf(trash + QStringLiteral("files/") + name), "film");
     EXPECT_TRUE(

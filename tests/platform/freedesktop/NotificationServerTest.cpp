@@ -39,7 +39,7 @@ QString field(const QJsonValue& entry, QStringView name)
 
 TEST(NotificationServer, ShowsReplacesAndReportsTheClick)
 {
-    if (qEnvironmentVariableIsEmpty("QUELTO_TEST_NOTICES")) {
+    if (qEnvironmentVariableIsEmpty("QUELTO_TEST_NOTIFICATIONS")) {
         GTEST_SKIP() << "runs on the private desktop with notifications only";
     }
     FreedesktopNotifications notifications;

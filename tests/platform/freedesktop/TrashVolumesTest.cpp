@@ -78,10 +78,10 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    void recycle(const QStringList& paths)
+    void moveToTrash(const QStringList& paths)
     {
         std::binary_semaphore isDone(0);
-        m_trash->recycle(paths, [&] { isDone.release(); });
+        m_trash->moveToTrash(paths, [&] { isDone.release(); });
         ASSERT_TRUE(isDone.try_acquire_for(std::chrono::seconds(10)));
     }
 
@@ -114,7 +114,7 @@ TEST_F(TrashVolumesTest, DesktopRestoresFilesOnBothVolumes)
     const auto name = QStringLiteral("/Dota 2 - 50%20 #1 [EFSANE 95] ?.mp4");
     makeFile(m_home + name, "at home");
     makeFile(m_volume + name, "elsewhere");
-    recycle({m_home + name, m_volume + name});
+    moveToTrash({m_home + name, m_volume + name});
     EXPECT_FALSE(QFileInfo::exists(m_home + name));
     EXPECT_FALSE(QFileInfo::exists(m_volume + name));
     EXPECT_EQ(contentOf(m_volume + QStringLiteral("/.Trash-%1/files").arg(::getuid()) + name), "elsewhere")

@@ -161,7 +161,7 @@ double median(std::vector<double> values)
 
 Pace paceOf(const std::vector<HostTime>& times, double rate)
 {
-    const auto slotPosition = [&](HostTime time) { return inSeconds(time - times.front()) * rate; };
+    const auto slotPosition = [&](HostTime time) { return toSeconds(time - times.front()) * rate; };
     std::vector<double> offsets;
     offsets.reserve(times.size());
     for (const auto time : times) {
@@ -169,7 +169,7 @@ Pace paceOf(const std::vector<HostTime>& times, double rate)
     }
     // The median, because single frames, including the first, may be late.
     const double phase = median(offsets);
-    Pace pace{.framesPerSecond = static_cast<double>(times.size() - 1) / inSeconds(times.back() - times.front())};
+    Pace pace{.framesPerSecond = static_cast<double>(times.size() - 1) / toSeconds(times.back() - times.front())};
     std::vector<double> positions;
     positions.reserve(times.size());
     double before = -1;

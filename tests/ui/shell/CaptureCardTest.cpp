@@ -20,7 +20,7 @@ protected:
 
     void fail()
     {
-        fakes.sound->systemError = message;
+        fakes.audioServer->systemError = message;
         recorder->start();
         time.settle();
         ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
@@ -173,7 +173,7 @@ TEST_F(CaptureCardTest, MicrophoneIsGreenWhileRecorded)
 
 TEST_F(CaptureCardTest, MicrophoneIsCrossedOutWhenUnavailable)
 {
-    fakes.sound->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_EQ(microphoneSymbol(), QStringLiteral("mic.slash.fill"));
     EXPECT_EQ(colorOf(microphone()), theme->dim());
@@ -188,7 +188,7 @@ TEST_F(CaptureCardTest, ErrorTextIsSmallAndRed)
     ASSERT_NE(words, nullptr);
     EXPECT_EQ(fontOf(words).pixelSize(), 10);
     EXPECT_EQ(colorOf(words), QColor(0xFF, 0x3B, 0x3B));
-    fakes.sound->systemError.reset();
+    fakes.audioServer->systemError.reset();
     record();
     EXPECT_FALSE(shows(message));
 }

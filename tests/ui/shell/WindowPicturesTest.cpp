@@ -95,7 +95,7 @@ TEST_F(WindowPicturesTest, ForTheReadme)
     auto sound = std::make_shared<AudioBuffer>();
     sound->data.resize(std::size_t{1} << 20);
     for (int mebibytes = 0; mebibytes < 222; ++mebibytes) {
-        fakes.sound->system->events.onSample(sound);
+        fakes.audioServer->system->events.onBuffer(sound);
     }
     for (const auto* game : {"League of Legends", "Dota 2"}) {
         matches->gameStarted(QLatin1String(game), {});

@@ -97,8 +97,8 @@ void AudioDeliveryThread::warn(std::optional<QString> warning)
 void AudioDeliveryThread::run()
 {
     AudioBufferAssembler assembler(CaptureSampleRate, [this](AudioBufferPtr buffer) {
-        if (m_events.onSample) {
-            m_events.onSample(std::move(buffer));
+        if (m_events.onBuffer) {
+            m_events.onBuffer(std::move(buffer));
         }
     });
     std::vector<float> values;

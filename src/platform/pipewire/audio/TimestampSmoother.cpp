@@ -29,7 +29,7 @@ std::optional<TimestampSmoother::Placement> TimestampSmoother::place(HostTime me
         return std::nullopt;
     }
     if (m_hasAnchor && deviation > MinGap && deviation <= MaxGap) {
-        const auto lost = static_cast<int>(std::llround(inSeconds(deviation) * m_sampleRate));
+        const auto lost = static_cast<int>(std::llround(toSeconds(deviation) * m_sampleRate));
         m_framesSinceAnchor += lost;
         const HostTime time = positionAfter(m_framesSinceAnchor);
         m_framesSinceAnchor += frames;

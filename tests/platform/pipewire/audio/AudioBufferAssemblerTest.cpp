@@ -44,7 +44,7 @@ TEST_F(AudioBufferAssemblerTest, CombinesShortBlocksToTenMilliseconds)
     ASSERT_EQ(m_buffers.size(), 2);
     EXPECT_EQ(m_buffers[0]->frames, 512);
     EXPECT_EQ(m_buffers[1]->frames, 512);
-    EXPECT_NEAR(inSeconds(m_buffers[1]->presentationTime - Begin), 512.0 / Rate, 1e-6);
+    EXPECT_NEAR(toSeconds(m_buffers[1]->presentationTime - Begin), 512.0 / Rate, 1e-6);
 }
 
 TEST_F(AudioBufferAssemblerTest, BuffersDoNotSpanAGap)
@@ -65,7 +65,7 @@ TEST_F(AudioBufferAssemblerTest, FillsLostAudioWithSilence)
     ASSERT_EQ(m_buffers.size(), 2);
     const auto& second = *m_buffers[1];
     EXPECT_EQ(second.frames, 2048);
-    EXPECT_NEAR(inSeconds(second.presentationTime - Begin), 1024.0 / Rate, 1e-6);
+    EXPECT_NEAR(toSeconds(second.presentationTime - Begin), 1024.0 / Rate, 1e-6);
     std::vector<float> values(second.data.size() / sizeof(float));
     std::memcpy(values.data(), second.data.data(), second.data.size());
     EXPECT_EQ(values.at(2 * 1023), 0.0F);

@@ -108,8 +108,8 @@ TEST_F(MicrophoneTest, TimestampsAreOnTheHostClock)
     ASSERT_TRUE(m_recording.waitForAudio(2));
     const HostTime after = HostClock::now();
     const AudioBuffers buffers = m_recording.buffers();
-    const double first = inSeconds(buffers.first()->presentationTime - before);
-    const double last = inSeconds(buffers.last()->presentationTime - after);
+    const double first = toSeconds(buffers.first()->presentationTime - before);
+    const double last = toSeconds(buffers.last()->presentationTime - after);
     std::printf("microphone: timestamps: first %+.1f ms, last %+.1f ms from the host clock\n", first * 1000,
                 last * 1000);
     EXPECT_NEAR(first, 0, 0.15);
@@ -186,7 +186,7 @@ TEST_F(NoServerTest, ListsNoMicrophones)
 {
     const HostTime before = HostClock::now();
     EXPECT_TRUE(m_server->microphones().isEmpty());
-    EXPECT_LT(inSeconds(HostClock::now() - before), 0.5);
+    EXPECT_LT(toSeconds(HostClock::now() - before), 0.5);
 }
 
 TEST_F(NoServerTest, ErrorExplainsHowToStartTheServer)

@@ -21,7 +21,7 @@ std::chrono::duration<double> toDuration(double seconds)
 AudioSourceEvents Recording::events()
 {
     return {
-        .onSample =
+        .onBuffer =
             [this](AudioBufferPtr buffer) {
                 const std::lock_guard guard(m_mutex);
                 m_frames += buffer->frames;
@@ -117,7 +117,7 @@ BeepOffsets beepOffsets(const std::vector<HostTime>& recorded, const std::vector
     for (const HostTime time : recorded) {
         double nearest = 1000;
         for (const HostTime candidate : played) {
-            const double distance = inSeconds(time - candidate) * 1000;
+            const double distance = toSeconds(time - candidate) * 1000;
             nearest = std::abs(distance) < std::abs(nearest) ? distance : nearest;
         }
         result.mean += nearest / static_cast<double>(recorded.size());
@@ -130,7 +130,7 @@ double largestTimestampError(const AudioBuffers& buffers)
 {
     double worst = 0;
     for (qsizetype i = 1; i < buffers.size(); ++i) {
-        worst = std::max(worst, std::abs(inSeconds(buffers[i]->presentationTime - endOf(*buffers[i - 1]))) * 1000);
+        worst = std::max(worst, std::abs(toSeconds(buffers[i]->presentationTime - endOf(*buffers[i - 1]))) * 1000);
     }
     return worst;
 }

@@ -284,12 +284,12 @@ TEST_F(SystemAudioTest, ResumesWithinTwoSecondsOfAServerRestart)
     const HostTime back = HostClock::now();
     const TonePlayerProcess player({});
     ASSERT_TRUE(m_recording.waitForAudio(0.05));
-    std::printf("audio resumed %.0f ms after the server\n", inSeconds(HostClock::now() - back) * 1000);
-    EXPECT_LT(inSeconds(HostClock::now() - back), 2);
+    std::printf("audio resumed %.0f ms after the server\n", toSeconds(HostClock::now() - back) * 1000);
+    EXPECT_LT(toSeconds(HostClock::now() - back), 2);
     EXPECT_FALSE(m_recording.warnings().back());
     for (const AudioBufferPtr& buffer : m_recording.buffers()) {
         EXPECT_TRUE(buffer->presentationTime < dead || buffer->presentationTime >= back)
-            << "audio from a time without a server, " << inSeconds(buffer->presentationTime - dead)
+            << "audio from a time without a server, " << toSeconds(buffer->presentationTime - dead)
             << " s after it died";
     }
     EXPECT_TRUE(holdsInOneOfThree([&] { return hasTone(leftOf(0.5), 440); }));
