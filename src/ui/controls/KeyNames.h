@@ -16,8 +16,6 @@ class KeyNames : public QObject {
 public:
     /// The text for a shortcut in portable form: "Ctrl+O" gives "Strg+O" in German.
     Q_INVOKABLE static QString of(const QString& shortcut);
-    /// The stored global shortcut, as hotKeyDisplay() shows it.
-    Q_INVOKABLE static QString ofHotKey(quint32 modifiers, const QString& keyName);
 };
 
 } // namespace quelto

@@ -9,7 +9,7 @@ import Quelto.Theme
 AccentButton {
     symbol: "scissors"
     text: L10n.T("Klip Kaydet")
-    trailingText: KeyNames.ofHotKey(AppSettings.hotkeyModifiers, AppSettings.hotkeyKeyName)
+    trailingText: SaveShortcut.text
     enabled: Recorder.isActive && !Recorder.isSaving
     busy: Recorder.isSaving
     opacity: Recorder.isActive ? 1 : Theme.disabledOpacity

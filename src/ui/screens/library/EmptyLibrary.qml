@@ -11,5 +11,5 @@ EmptyState {
     symbol: "film.stack"
     title: isSearch ? L10n.T("Sonuç bulunamadı") : L10n.T("Henüz klip yok")
     text: isSearch ? "" : L10n.T("Kayıt açıkken {0} tuşlarına basarak son {1} saniyeyi kaydedin.",
-                                 [KeyNames.ofHotKey(AppSettings.hotkeyModifiers, AppSettings.hotkeyKeyName), AppSettings.clipLength])
+                                 [SaveShortcut.text, AppSettings.clipLength])
 }
