@@ -25,10 +25,11 @@ bool encodesFrame(const EncoderCandidate& candidate, const EncoderRequest& reque
 
 } // namespace
 
-// The parameter is by value for the callers; each candidate needs its own copy.
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
+// The callback is by value for the callers; each candidate needs its own copy.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request,
                                                VideoEncoder::OnEncodedFrame onEncodedFrame)
+// NOLINTEND(performance-unnecessary-value-param)
 {
     auto status = AVERROR(EINVAL);
     if (request.size.width() <= 0 || request.size.height() <= 0 || request.framesPerSecond <= 0 ||
