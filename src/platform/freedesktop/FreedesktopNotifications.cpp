@@ -51,36 +51,55 @@ FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus)
                   SLOT(onClosed(uint, uint, QDBusMessage)));
 }
 
+void FreedesktopNotifications::asyncCall(const QDBusMessage& call,
+                                         std::function<void(const QDBusMessage& reply)> onReply)
+{
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, onReply = std::move(onReply)] {
+        watcher->deleteLater();
+        onReply(watcher->reply());
+    });
+}
+
 void FreedesktopNotifications::show(const DesktopNotification& notification)
 {
-    if (!m_bodyFormat) {
+    if (!m_bodyFormat || m_isRequestingServer) {
         m_queued.append(notification);
-        requestCapabilities();
+        requestServer();
         return;
     }
     send(notification);
 }
 
-void FreedesktopNotifications::requestCapabilities()
+void FreedesktopNotifications::requestServer()
 {
-    if (m_isRequestingCapabilities) {
+    if (m_isRequestingServer) {
         return;
     }
-    m_isRequestingCapabilities = true;
-    auto* call = new QDBusPendingCallWatcher(m_bus.asyncCall(methodCall(QStringLiteral("GetCapabilities"))), this);
-    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
-        call->deleteLater();
-        onCapabilities(call->reply());
+    m_isRequestingServer = true;
+    // The first call starts a server that the bus starts on demand, so the second one finds it.
+    asyncCall(methodCall(QStringLiteral("GetCapabilities")), [this](const QDBusMessage& reply) {
+        onCapabilities(reply);
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
+        call.setArguments({NotificationService});
+        asyncCall(call, [this](const QDBusMessage& name) { onServerName(name); });
     });
 }
 
 void FreedesktopNotifications::onCapabilities(const QDBusMessage& reply)
 {
-    m_isRequestingCapabilities = false;
     if (reply.type() == QDBusMessage::ReplyMessage) {
         const QStringList capabilities = reply.arguments().value(0).toStringList();
         m_bodyFormat = capabilities.contains(u"body-markup") ? BodyFormat::markup : BodyFormat::plainText;
     }
+}
+
+void FreedesktopNotifications::onServerName(const QDBusMessage& reply)
+{
+    m_isRequestingServer = false;
+    m_server = reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString() : QString();
     // Sent even without a reply: a minimal server may not implement GetCapabilities, and without a server the
     // notifications are lost anyway.
     for (const DesktopNotification& notification : std::exchange(m_queued, {})) {
@@ -107,18 +126,16 @@ void FreedesktopNotifications::send(const DesktopNotification& notification)
         hints(),
         DefaultTimeout,
     });
-    auto* sent = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(sent, &QDBusPendingCallWatcher::finished, this, [this, sent, id = notification.id] {
-        sent->deleteLater();
-        onSent(id, sent->reply());
-    });
+    shown.server = m_server;
+    asyncCall(call, [this, id = notification.id](const QDBusMessage& reply) { onSent(id, reply); });
 }
 
 void FreedesktopNotifications::onSent(const QString& id, const QDBusMessage& reply)
 {
-    const std::optional<DesktopNotification> next = std::exchange(m_shown[id].next, std::nullopt);
+    const Shown sent = std::exchange(m_shown[id], {});
+    const std::optional<DesktopNotification>& next = sent.next;
     if (reply.type() == QDBusMessage::ReplyMessage) {
-        m_shown[id] = {.server = reply.service(), .serverId = reply.arguments().value(0).toUInt()};
+        m_shown[id] = {.server = sent.server, .serverId = reply.arguments().value(0).toUInt()};
     } else {
         m_shown.remove(id);
     }

@@ -8,6 +8,7 @@
 #include <QDBusServiceWatcher>
 #include <QHash>
 
+#include <functional>
 #include <optional>
 
 namespace quelto {
@@ -34,7 +35,7 @@ private:
 
     /// The state of the latest notification with one id.
     struct Shown {
-        /// The server's unique bus name.
+        /// The unique bus name of the server that it was sent to.
         QString server;
         /// The server's id for the notification; 0 before it is known.
         uint serverId = 0;
@@ -45,8 +46,11 @@ private:
         std::optional<DesktopNotification> next;
     };
 
-    void requestCapabilities();
+    /// Asks the server for its capabilities, and then the bus for the server's unique name.
+    void requestServer();
     void onCapabilities(const QDBusMessage& reply);
+    void onServerName(const QDBusMessage& reply);
+    void asyncCall(const QDBusMessage& call, std::function<void(const QDBusMessage& reply)> onReply);
     void send(const DesktopNotification& notification);
     void onSent(const QString& id, const QDBusMessage& reply);
     void resetServerState();
@@ -56,10 +60,12 @@ private:
     QDBusConnection m_bus;
     QDBusServiceWatcher m_servers;
     QHash<QString, Shown> m_shown;
+    /// The present server's unique bus name. A reply does not tell it: since Qt 6.8 replies have no sender.
+    QString m_server;
     /// How the present server interprets a body. Nothing until it has replied.
     std::optional<BodyFormat> m_bodyFormat;
-    bool m_isRequestingCapabilities = false;
-    /// Waiting for the body format.
+    bool m_isRequestingServer = false;
+    /// Waiting for the reply of the server.
     QList<DesktopNotification> m_queued;
     /// The activation token, which arrives before its click.
     QString m_token;
