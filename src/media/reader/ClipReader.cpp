@@ -21,11 +21,14 @@ double toSeconds(std::int64_t value, AVRational unit)
     return value == AV_NOPTS_VALUE || value <= 0 ? 0 : static_cast<double>(value) * av_q2d(unit);
 }
 
-/// Fragmented files may declare durations in their tracks only.
+/// Fragmented files may declare durations in their tracks only, and FFmpeg 7 does not report the file's own.
 double durationOf(const AVFormatContext& context)
 {
     auto duration = toSeconds(context.duration, av_get_time_base_q());
-    for (unsigned i = 0; duration <= 0 && i < context.nb_streams; ++i) {
+    if (duration > 0) {
+        return duration;
+    }
+    for (unsigned i = 0; i < context.nb_streams; ++i) {
         duration = std::max(duration, toSeconds(context.streams[i]->duration, context.streams[i]->time_base));
     }
     return duration;
