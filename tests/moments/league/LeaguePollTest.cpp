@@ -66,7 +66,7 @@ TEST_F(LeaguePollTest, AcceptsSelfSignedCertificateFromLoopbackAddress)
     EXPECT_EQ(data->gameTime, 12.5);
     ASSERT_EQ(server.requests().size(), 1);
     EXPECT_TRUE(server.requests()[0].startsWith("GET /liveclientdata/allgamedata HTTP/1.1\r\n"));
-    EXPECT_TRUE(server.requests()[0].contains("Accept-Encoding: identity\r\n"));
+    EXPECT_TRUE(server.requests()[0].toLower().contains("accept-encoding: identity\r\n"));
 }
 
 TEST_F(LeaguePollTest, AcceptsSelfSignedCertificateFromLocalhost)

@@ -9,14 +9,17 @@ Window {
     visible: true
     color: Theme.bg
 
-    Backdrop { anchors.fill: parent }
-    ThemedMenu {
-        x: 40
-        y: 30
-        visible: true
-        currentIndex: 1
+    Backdrop {
+        anchors.fill: parent
 
-        ThemedMenuItem { text: "Oynat" }
-        ThemedMenuItem { text: "Çöp Kutusuna Taşı"; destructive: true }
+        ThemedMenu {
+            x: 40
+            y: 30
+            currentIndex: 1
+            Component.onCompleted: open()
+
+            ThemedMenuItem { text: "Oynat" }
+            ThemedMenuItem { text: "Çöp Kutusuna Taşı"; destructive: true }
+        }
     }
 }
