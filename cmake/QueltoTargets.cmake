@@ -11,9 +11,7 @@ target_compile_options(
               -Wold-style-cast -Woverloaded-virtual -Wcast-align -Wnull-dereference -Wno-missing-field-initializers
 )
 # A unity build includes source files like headers, so gcc warns about types with members from an unnamed namespace.
-if(CMAKE_UNITY_BUILD)
-    target_compile_options(quelto_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
-endif()
+target_compile_options(quelto_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 if(QUELTO_SANITIZE)
     add_compile_options(-fsanitize=${QUELTO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
     add_link_options(-fsanitize=${QUELTO_SANITIZE})
@@ -93,6 +91,8 @@ function(quelto_test name)
         LINK ${arg_LINK} GTest::gtest GTest::gmock GTest::gtest_main quelto_optimisation_of_tests quelto_sanitizer_suppressions
         PRECOMPILED quelto_precompiled_for_tests
     )
+    # Most of the compile time of a test is spent on headers of GoogleTest and Qt.
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
     if(NOT arg_MOC)
         set_target_properties(${name} PROPERTIES AUTOMOC OFF)
     endif()
@@ -142,6 +142,19 @@ function(quelto_qml_module target)
         QML_FILES ${arg_QML_FILES}
     )
     get_target_property(sources ${target} SOURCES)
+    set(compiled_qml ${sources})
+    list(FILTER compiled_qml INCLUDE REGEX "/qmlcache/.*_qml\\.cpp$")
+    if(compiled_qml)
+        list(REMOVE_ITEM sources ${compiled_qml})
+        set_property(TARGET ${target} PROPERTY SOURCES ${sources})
+        # Every one of these files includes the same large headers.
+        add_library(${target}_compiled_qml STATIC ${compiled_qml})
+        set_target_properties(${target}_compiled_qml PROPERTIES AUTOMOC OFF UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+        target_compile_options(${target}_compiled_qml PRIVATE -w)
+        target_link_libraries(${target}_compiled_qml PRIVATE Qt6::Qml)
+        # Not a dependency of the target itself: these files are made after the target's list of types.
+        target_link_libraries(${target} INTERFACE ${target}_compiled_qml)
+    endif()
     list(FILTER sources INCLUDE REGEX "qmlcache|_qmltyperegistrations")
     set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
     foreach(generated IN ITEMS ${target}_qmlcache ${target}plugin)
