@@ -116,6 +116,8 @@ class Quelto:
     NAME = "app.quelto.Quelto"
     PATH = "/app/quelto/Quelto"
     PROGRAM = os.environ.get("QUELTO_PROGRAM", "")
+    # Settings for a recording with the program's own defaults, for tests that judge every frame.
+    FULL_PICTURE = {"fps": None, "resolution": None}
 
     def __init__(self, environment=None, **settings):
         """Writes the settings and starts the program. A setting with the value None is not written."""
@@ -126,6 +128,11 @@ class Quelto:
         settings.setdefault("language", "tr")
         # The HUD would cover a part of the frames that tests count.
         settings.setdefault("showOverlay", False)
+        # Other programs of this machine may use the ports of games at the same time.
+        settings.setdefault("autoClipEnabled", False)
+        # Several tests run at once. A large picture costs CPU time that the others need.
+        settings.setdefault("fps", 30)
+        settings.setdefault("resolution", "p720")
         self.write_settings(settings)
         self.log = TEST_FOLDER / "logs" / f"quelto-{time.monotonic_ns()}"
         self._environment = {**os.environ, **(environment or {})}

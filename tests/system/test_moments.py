@@ -11,8 +11,6 @@ import desktop
 import games
 import notifications
 
-# The tests read the frame counters only, so a small picture without sound is enough.
-LIGHT = {"captureAudio": False, "captureMicrophone": False, "fps": 30, "resolution": "p720"}
 SETTLING = 10
 
 
@@ -24,9 +22,9 @@ class Moments(desktop.DesktopTest):
         self.notifications = notifications.NotificationMonitor()
         self.addCleanup(self.notifications.stop)
 
-    def start(self, **settings):
-        return self.quelto({"HOME": str(self.home), "QUELTO_DATA_DIR": str(self.data)}, autoStart=False, showOverlay=False,
-                           **LIGHT, **settings)
+    def start(self, autoClipEnabled=True, **settings):
+        return self.quelto({"HOME": str(self.home), "QUELTO_DATA_DIR": str(self.data)}, autoStart=False, captureAudio=False,
+                           captureMicrophone=False, autoClipEnabled=autoClipEnabled, **settings)
 
     def league(self, **options):
         league = games.League(self.home, **options)

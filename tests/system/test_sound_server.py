@@ -32,7 +32,7 @@ class AudioServer(desktop.DesktopTest):
     def test_restart_leaves_one_gap_of_silence(self):
         scene = self.scene("--tone", TONE, "--mic-tone", 700)
         # Long enough for a server that starts slowly.
-        program = self.quelto(clipLength=20)
+        program = self.quelto(clipLength=20, fps=60)
         program.record(10)
         self.assertEqual(program.get("MicWarning"), "")
         stopped = time.monotonic()

@@ -13,7 +13,7 @@ import frozen_thread
 class Start(desktop.DesktopTest):
     def test_short_recording(self):
         self.scene("--motion", "low", "--tone", 440)
-        program = self.quelto(clipLength=2, fps=30, resolution="p720")
+        program = self.quelto(clipLength=2)
         program.record(3)
         result = clip.Clip(program.save())
         self.assertGreaterEqual(result.length, 2)
