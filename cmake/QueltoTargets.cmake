@@ -76,13 +76,13 @@ endfunction()
 # quelto_test(name SOURCES … LINK …): a GoogleTest program with one ctest entry per test.
 # REALTIME: depends on real time, so a busy machine can fail it. The label lets ./check repeat it once.
 # DESKTOP: runs on a private desktop (X server, session bus, PipeWire) that tools/private-desktop starts. The program is
-# one ctest entry, because its tests share the desktop, and is REALTIME.
+# one ctest entry, because its tests share the desktop, and is REALTIME. DESKTOP_OPTIONS: options of the tool.
 # ALONE: no other test runs beside a DESKTOP program that judges every frame.
 # PICTURES: tests of the window. Writes PNG files of the screens into the folder QUELTO_PICTURES.
 # MOC: defines classes with Q_OBJECT.
 # DESKTOP and PICTURES programs are not part of sanitizer builds.
 function(quelto_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "ALONE;DESKTOP;PICTURES;MOC;REALTIME" "TIMEOUT" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "ALONE;DESKTOP;PICTURES;MOC;REALTIME" "TIMEOUT" "DESKTOP_OPTIONS;SOURCES;LINK")
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
@@ -107,7 +107,9 @@ function(quelto_test name)
     if(QUELTO_SANITIZE AND (arg_DESKTOP OR arg_PICTURES))
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
     elseif(arg_DESKTOP)
-        add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/private-desktop $<TARGET_FILE:${name}>)
+        add_test(
+            NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/private-desktop ${arg_DESKTOP_OPTIONS} $<TARGET_FILE:${name}>
+        )
         # ctest starts tests with high costs first.
         set_tests_properties(
             ${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "desktop;realtime" COST 100 RUN_SERIAL "${arg_ALONE}"
