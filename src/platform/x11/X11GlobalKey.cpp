@@ -60,52 +60,56 @@ void X11GlobalKey::selectEvents()
 
 void X11GlobalKey::grab(std::uint32_t keyCode, std::uint32_t modifiers)
 {
-    release();
     m_combination = {.keyCode = keyCode, .modifiers = modifiers};
-    applyGrab();
+    m_lastPressTime.reset();
+    updateGrabs();
 }
 
 void X11GlobalKey::release()
 {
     m_combination.reset();
     m_lastPressTime.reset();
-    ungrabAll();
+    updateGrabs();
 }
 
-void X11GlobalKey::ungrabAll()
+std::vector<X11GlobalKey::Grab> X11GlobalKey::neededGrabs() const
+{
+    std::vector<Grab> grabs;
+    const auto keyboard = m_combination ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
+    const auto modifiers = keyboard ? keyboard->modifiers(m_combination->modifiers) : std::nullopt;
+    if (modifiers) {
+        for (const auto key : keyboard->keyCodes(m_combination->keyCode)) {
+            for (const auto locks : keyboard->lockStates()) {
+                grabs.push_back({.key = key, .modifiers = static_cast<std::uint16_t>(*modifiers | locks)});
+            }
+        }
+    }
+    return grabs;
+}
+
+void X11GlobalKey::updateGrabs()
 {
     if (!m_connection) {
         return;
     }
     auto* server = m_connection->get();
+    const auto previous = std::exchange(m_grabs, neededGrabs());
+    // New grabs come first: a key that stays the same must not miss a press. The first press on another keyboard is one
+    // of the events that lead here.
     for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(server)); screens.rem > 0; xcb_screen_next(&screens)) {
-        xcb_ungrab_key(server, XCB_GRAB_ANY, screens.data->root, XCB_MOD_MASK_ANY);
-    }
-    xcb_flush(server);
-}
-
-void X11GlobalKey::applyGrab()
-{
-    if (!m_connection || !m_combination) {
-        return;
-    }
-    auto* server = m_connection->get();
-    const auto keyboard = KeyboardMap::tryRead(server);
-    const auto modifiers = keyboard ? keyboard->modifiers(m_combination->modifiers) : std::nullopt;
-    if (modifiers) {
-        for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(server)); screens.rem > 0;
-             xcb_screen_next(&screens)) {
-            for (const auto key : keyboard->keyCodes(m_combination->keyCode)) {
-                for (const auto locks : keyboard->lockStates()) {
-                    // If another program has grabbed the combination, the server sends an error event, which
-                    // readEvents() ignores.
-                    xcb_grab_key(server, 0, screens.data->root, static_cast<std::uint16_t>(*modifiers | locks), key,
-                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-                }
+        for (const auto& grab : m_grabs) {
+            // If another program has grabbed the combination, the server sends an error event, which readEvents()
+            // ignores. Grabs that exist already are repeated, because they may have failed.
+            xcb_grab_key(server, 0, screens.data->root, grab.modifiers, grab.key, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC);
+        }
+        for (const auto& grab : previous) {
+            if (std::ranges::find(m_grabs, grab) == m_grabs.end()) {
+                xcb_ungrab_key(server, grab.key, screens.data->root, grab.modifiers);
             }
         }
-        xcb_flush(server);
     }
+    xcb_flush(server);
     // Waiting for replies may have queued events, for which the socket does not become readable again.
     QMetaObject::invokeMethod(this, &X11GlobalKey::readEvents, Qt::QueuedConnection);
 }
@@ -142,8 +146,7 @@ void X11GlobalKey::readEvents()
         m_connection.reset();
     } else if (hasKeyboardChanged) {
         // Once for all of these events: a layout change sends many.
-        ungrabAll();
-        applyGrab();
+        updateGrabs();
     }
     for (; presses > 0 && m_combination && onPressed; --presses) {
         onPressed();

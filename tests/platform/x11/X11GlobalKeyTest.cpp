@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <thread>
 
 namespace quelto {
 namespace {
@@ -172,6 +173,34 @@ TEST_F(X11GlobalKey, GrabsAgainAfterALayoutChange)
     EXPECT_EQ(takePresses(), 1);
     press({"LALT", "LFSH", "AB03"});
     EXPECT_EQ(takePresses(), 0);
+}
+
+TEST_F(X11GlobalKey, KeepsItsGrabWhileTheLayoutChanges)
+{
+    m_key->grab(F9, 0);
+    settle();
+    const Painter other(m_server.name());
+    int grabbedByOther = 0;
+    {
+        // Another client can grab the key only while Quelto has not. A press at such a time would be lost.
+        const std::jthread thief([&](const std::stop_token& stop) {
+            while (!stop.stop_requested()) {
+                const auto cookie = xcb_grab_key_checked(other.server(), 0, other.connection().root(), 0, 75,
+                                                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+                const XcbPtr<xcb_generic_error_t> error(xcb_request_check(other.server(), cookie));
+                if (!error) {
+                    ++grabbedByOther;
+                    xcb_ungrab_key(other.server(), 75, other.connection().root(), 0);
+                }
+            }
+        });
+        for (const auto* name : {"de", "us", "fr", "us", "de", "us"}) {
+            layout({QString::fromUtf8(name)});
+        }
+    }
+    EXPECT_EQ(grabbedByOther, 0);
+    press({"FK09"});
+    EXPECT_EQ(takePresses(), 1);
 }
 
 TEST_F(X11GlobalKey, IgnoresAutoRepeat)
