@@ -276,7 +276,7 @@ class Cards(window.WindowTest):
                 self.reader.focus_events()
                 desktop.press(key)
                 names = self.reader.wait_for_focus_event("list item", re.escape(title) + ", .*")
-                self.assertEqual(len(names), 1, "other cards got focus events too")
+                self.assertEqual(len(names), 1, f"other cards got focus events too: {names}")
         # A key that cannot move the focus causes no event.
         desktop.press("Home")
         self.reader.wait_for_focus_event("list item", re.escape(TITLE) + ", .*")
