@@ -78,12 +78,15 @@ endfunction()
 # DESKTOP: runs on a private desktop (X server, session bus, PipeWire) that tools/private-desktop starts. The program is
 # one ctest entry, because its tests share the desktop, and is REALTIME. DESKTOP_OPTIONS: options of the tool.
 # ALONE: no other test runs beside a DESKTOP program that judges every frame.
-# PICTURES: tests of the window. Writes PNG files of the screens into the folder QUELTO_PICTURES.
+# PICTURES: tests of the window. Writes PNG files of the screens into the folder QUELTO_PICTURES. The program is one ctest
+# entry: to start Qt for each test would take longer than the tests.
 # MOC: defines classes with Q_OBJECT.
-# DESKTOP and PICTURES programs are not part of sanitizer builds.
+# Sanitizer builds leave out DESKTOP programs, and the thread sanitizer PICTURES programs, which mostly run Qt's threads.
 function(quelto_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "ALONE;DESKTOP;PICTURES;MOC;REALTIME" "TIMEOUT" "DESKTOP_OPTIONS;SOURCES;LINK")
-    if(NOT arg_TIMEOUT)
+    if(NOT arg_TIMEOUT AND arg_PICTURES)
+        set(arg_TIMEOUT 300)
+    elseif(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
     quelto_program(
@@ -103,26 +106,33 @@ function(quelto_test name)
     endif()
     if(arg_PICTURES)
         target_compile_definitions(${name} PRIVATE QUELTO_PICTURES="${CMAKE_BINARY_DIR}/pictures")
+        target_link_libraries(${name} PRIVATE quelto_sanitizer_options_of_window_tests)
     endif()
-    if(QUELTO_SANITIZE AND (arg_DESKTOP OR arg_PICTURES))
+    set(command "")
+    set(labels "")
+    if(arg_DESKTOP)
+        set(command ${CMAKE_SOURCE_DIR}/tools/private-desktop ${arg_DESKTOP_OPTIONS} $<TARGET_FILE:${name}>)
+        set(labels desktop realtime)
+    elseif(arg_PICTURES)
+        set(command ${name})
+        set(labels pictures)
+    elseif(arg_REALTIME)
+        set(labels realtime)
+    endif()
+    if((QUELTO_SANITIZE AND arg_DESKTOP) OR (QUELTO_SANITIZE MATCHES "thread" AND arg_PICTURES))
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
-    elseif(arg_DESKTOP)
-        add_test(
-            NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/private-desktop ${arg_DESKTOP_OPTIONS} $<TARGET_FILE:${name}>
-        )
+    elseif(command)
+        add_test(NAME ${name} COMMAND ${command})
         # ctest starts tests with high costs first.
         set_tests_properties(
-            ${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "desktop;realtime" COST 100 RUN_SERIAL "${arg_ALONE}"
+            ${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${labels}" COST 100 RUN_SERIAL "${arg_ALONE}"
         )
     else()
         # gtest_discover_tests cannot pass on more than one label.
-        if(arg_PICTURES)
-            set(labels LABELS pictures)
-        elseif(arg_REALTIME)
-            set(labels LABELS realtime)
-        endif()
         include(GoogleTest)
-        gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT} ${labels})
+        gtest_discover_tests(
+            ${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${labels}"
+        )
     endif()
 endfunction()
 
