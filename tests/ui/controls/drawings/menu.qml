@@ -15,8 +15,10 @@ Window {
         ThemedMenu {
             x: 40
             y: 30
-            currentIndex: 1
-            Component.onCompleted: open()
+            Component.onCompleted: {
+                open();
+                currentIndex = 1;
+            }
 
             ThemedMenuItem { text: "Oynat" }
             ThemedMenuItem { text: "Dosyayı Kopyala (Discord'a yapıştır)" }
