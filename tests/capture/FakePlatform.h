@@ -156,8 +156,8 @@ enum class FakeDelay { none, onePicture };
 /// Emits 1,024 bytes for each frame.
 class FakeEncoder final : public VideoEncoder {
 public:
-    FakeEncoder(OnEncodedFrame onBuffer, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
-        : m_onEncodedFrame(std::move(onBuffer))
+    FakeEncoder(OnEncodedFrame onEncodedFrame, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
+        : m_onEncodedFrame(std::move(onEncodedFrame))
         , m_keyFrames(keyFrames)
         , m_delay(delay)
         , m_encoded(encoded)

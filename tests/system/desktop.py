@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The base of the system tests: the program under test, the test scene, and functions that wait for a condition.
 
-The tests run on the private desktop that tools/private-desktop starts. QUELTO_PROGRAM and QUELTO_SCENE name the programs.
+The tests run on the private desktop that tools/private-desktop starts. QUELTO_PROGRAM and QUELTO_SCENE name the programs,
+and QUELTO_QT_VERSION the version of Qt they use.
 """
 import os
 import pathlib
@@ -18,6 +19,7 @@ gi.require_version("Gio", "2.0")
 from gi.repository import Gio, GLib  # noqa: E402
 
 TEST_FOLDER = pathlib.Path(os.environ["QUELTO_TEST_DIR"])
+QT_VERSION = tuple(map(int, os.environ.get("QUELTO_QT_VERSION", "0").split(".")))
 SKIPPED = 77
 
 
@@ -116,8 +118,6 @@ class Quelto:
     NAME = "app.quelto.Quelto"
     PATH = "/app/quelto/Quelto"
     PROGRAM = os.environ.get("QUELTO_PROGRAM", "")
-    # Settings for a recording with the program's own defaults, for tests that judge every frame.
-    FULL_PICTURE = {"fps": None, "resolution": None}
 
     def __init__(self, environment=None, **settings):
         """Writes the settings and starts the program. A setting with the value None is not written."""
@@ -128,11 +128,6 @@ class Quelto:
         settings.setdefault("language", "tr")
         # The HUD would cover a part of the frames that tests count.
         settings.setdefault("showOverlay", False)
-        # Other programs of this machine may use the ports of games at the same time.
-        settings.setdefault("autoClipEnabled", False)
-        # Several tests run at once. A large picture costs CPU time that the others need.
-        settings.setdefault("fps", 30)
-        settings.setdefault("resolution", "p720")
         self.write_settings(settings)
         self.log = TEST_FOLDER / "logs" / f"quelto-{time.monotonic_ns()}"
         self._environment = {**os.environ, **(environment or {})}
@@ -269,6 +264,13 @@ class Quelto:
             self._subscription = 0
 
 
+# Several tests run at once: a large picture costs CPU time that the others need, and only one program on a machine can
+# listen at a game's port.
+SHARED_MACHINE = {"autoClipEnabled": False, "fps": 30, "resolution": "p720"}
+# The program's own defaults instead, for a test that judges a recording in full and therefore runs alone.
+OWN_DEFAULTS = dict.fromkeys(SHARED_MACHINE)
+
+
 class DesktopTest(unittest.TestCase):
     """Starts the scene and the program for a test and ends them after it."""
 
@@ -278,7 +280,7 @@ class DesktopTest(unittest.TestCase):
         return scene
 
     def quelto(self, environment=None, **settings):
-        program = Quelto(environment, **settings)
+        program = Quelto(environment, **{**SHARED_MACHINE, **settings})
         self.addCleanup(program.stop)
         return program
 

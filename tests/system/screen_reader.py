@@ -83,8 +83,7 @@ class ScreenReader:
         return events
 
     def wait_for_focus_event(self, role, name, seconds=5):
-        """Waits until such an item gets the focus. Returns the names of all items that got it until then, including it.
-        Qt 6.8 sends two events for a card, one of which follows from its state; screen readers ignore the second one."""
+        """Waits until such an item gets the focus. Returns the names of all items that got it until then, including it."""
         events = []
 
         def is_reported():
@@ -95,7 +94,7 @@ class ScreenReader:
             desktop.wait_until(is_reported, seconds, f"a focus event of {role} “{name}”")
         except AssertionError as error:
             raise AssertionError(f"{error}; the events were of {[str(item) for item in events]}") from None
-        return {item.name for item in events}
+        return [item.name for item in events]
 
     def _property(self, address, name):
         """Name or Description."""

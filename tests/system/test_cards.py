@@ -264,6 +264,11 @@ class Cards(window.WindowTest):
         self.assertEqual(program.get("Page"), "library Dota 2")
         self.assertEqual(len(self.titles()), 2)
 
+    def assert_one_card(self, names):
+        self.assertEqual(len(set(names)), 1, "other cards got focus events too")
+        # Qt 6.8 also reports the card's changed state as a focus event.
+        self.assertLessEqual(len(names), 2 if desktop.QT_VERSION >= (6, 8) else 1)
+
     def test_focus_events_name_the_current_card(self):
         # A user's screen reader also runs before the program starts.
         self.reader.listen()
@@ -275,14 +280,13 @@ class Cards(window.WindowTest):
             with self.subTest(key):
                 self.reader.focus_events()
                 desktop.press(key)
-                names = self.reader.wait_for_focus_event("list item", re.escape(title) + ", .*")
-                self.assertEqual(len(names), 1, f"other cards got focus events too: {names}")
+                self.assert_one_card(self.reader.wait_for_focus_event("list item", re.escape(title) + ", .*"))
         # A key that cannot move the focus causes no event.
         desktop.press("Home")
         self.reader.wait_for_focus_event("list item", re.escape(TITLE) + ", .*")
         desktop.press("Left")
         desktop.press("Right")
-        self.assertEqual(len(self.reader.wait_for_focus_event("list item", "Dota 2 klibi, .*")), 1)
+        self.assert_one_card(self.reader.wait_for_focus_event("list item", "Dota 2 klibi, .*"))
 
     def test_focus_events_name_the_card_that_gets_the_focus_back(self):
         self.reader.listen()

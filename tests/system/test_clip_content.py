@@ -22,7 +22,7 @@ class ClipContent(desktop.DesktopTest):
 
     def test_clip_has_every_frame(self):
         scene = self.scene()
-        program = self.quelto(clipLength=10, **desktop.Quelto.FULL_PICTURE)
+        program = self.quelto(clipLength=10, **desktop.OWN_DEFAULTS)
         program.record(12)
         counters = clip.Clip(program.save()).counters()
         program.stop()
@@ -31,7 +31,7 @@ class ClipContent(desktop.DesktopTest):
 
     def test_sound_is_in_sync_with_the_picture(self):
         self.scene("--tone", TONE, "--mic-tone", MIC_TONE)
-        program = self.quelto(clipLength=15, displayID=0, **desktop.Quelto.FULL_PICTURE)
+        program = self.quelto(clipLength=15, displayID=0, **desktop.OWN_DEFAULTS)
         program.record(17)
         result = clip.Clip(program.save())
 

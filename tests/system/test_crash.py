@@ -17,7 +17,7 @@ class Crash(desktop.DesktopTest):
         folder = desktop.TEST_FOLDER / "crash"
         caught = 0
         for delay in (0, 0.01, 0.03, 0.06, 0.1):
-            program = self.quelto(clipLength=5, saveFolder=str(folder), **desktop.Quelto.FULL_PICTURE)
+            program = self.quelto(clipLength=5, saveFolder=str(folder), fps=60, resolution="p1080")
             program.record(5)
             program.call("SaveClip")
             # The save writes the hidden file for about 0.1 to 0.2 s.

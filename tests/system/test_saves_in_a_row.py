@@ -8,8 +8,8 @@ import desktop
 class SavesInARow(desktop.DesktopTest):
     def test_twenty_saves_lose_no_frame(self):
         scene = self.scene()
-        # With automatic clips, the buffer is longer than these clips.
-        program = self.quelto(clipLength=3, autoClipEnabled=True, **desktop.Quelto.FULL_PICTURE)
+        # As automatic clips are on by default, the buffer is longer than these clips.
+        program = self.quelto(clipLength=3, **desktop.OWN_DEFAULTS)
         program.record(4)
         for _ in range(20):
             program.save()

@@ -23,7 +23,7 @@ class Screen(desktop.DesktopTest):
     def test_resize_keeps_the_output_size_and_the_buffer(self):
         self.scene()
         self.addCleanup(desktop.run, "xrandr", "--output", "screen", "--mode", "1920x1080")
-        program = self.quelto(clipLength=10, **desktop.Quelto.FULL_PICTURE)
+        program = self.quelto(clipLength=10, **desktop.OWN_DEFAULTS)
         program.record(3)
         desktop.run("xrandr", "--output", "screen", "--mode", "small")
         time.sleep(2.5)
@@ -42,7 +42,7 @@ class Screen(desktop.DesktopTest):
 
     def test_still_screen_needs_little_cpu_and_can_be_saved(self):
         self.scene("--still", "--silent")
-        program = self.quelto(clipLength=3, **desktop.Quelto.FULL_PICTURE)
+        program = self.quelto(clipLength=3, **desktop.OWN_DEFAULTS)
         program.record(2)
         before = cpu_seconds(program.process.pid)
         time.sleep(4)

@@ -40,7 +40,7 @@ class Settings(desktop.DesktopTest):
 
     def test_output_size_follows_the_resolution_setting(self):
         self.scene("--motion", "low")
-        program = self.quelto(clipLength=1, codec="hevc")
+        program = self.quelto(clipLength=1, resolution="p720", codec="hevc")
         program.record(2)
         self.assertIn("1280×720", program.get("CaptureSummary"))
         result = clip.Clip(program.save())

@@ -46,12 +46,12 @@ protected:
             .session = session,
             .saves = saves,
             .openEncoder = [this](const EncoderRequest& request,
-                                  VideoEncoder::OnEncodedFrame onBuffer) -> std::unique_ptr<VideoEncoder> {
+                                  VideoEncoder::OnEncodedFrame onEncodedFrame) -> std::unique_ptr<VideoEncoder> {
                 if (encoderError) {
                     throw EncoderError(*encoderError);
                 }
                 encoders.push_back(request);
-                return std::make_unique<FakeEncoder>(std::move(onBuffer), keyFrames, encoderDelay, encoded);
+                return std::make_unique<FakeEncoder>(std::move(onEncodedFrame), keyFrames, encoderDelay, encoded);
             },
             .clock = [this] { return time.now(); },
             .write =

@@ -183,7 +183,7 @@ TEST_F(X11GlobalKey, KeepsItsGrabWhileTheLayoutChanges)
     int grabbedByOther = 0;
     {
         // Another client can grab the key only while Quelto has not. A press at such a time would be lost.
-        const std::jthread thief([&](const std::stop_token& stop) {
+        const std::jthread otherClient([&](const std::stop_token& stop) {
             while (!stop.stop_requested()) {
                 const auto cookie = xcb_grab_key_checked(other.server(), 0, other.connection().root(), 0, 75,
                                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
