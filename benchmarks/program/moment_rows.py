@@ -21,7 +21,7 @@ def _home():
     home = desktop.TEST_FOLDER / f"home-{time.monotonic_ns()}"
     games.install_dota(home)
     log = games.WowLog(games.install_wow(home))
-    log.bustle(10_000)
+    log.write_noise(10_000)
     os.utime(log.path, (time.time() - 86_400,) * 2)
     return home
 
