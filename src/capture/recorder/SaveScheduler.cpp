@@ -22,8 +22,6 @@ constexpr milliseconds RetryInterval{500};
 // From the start of recording to the saves that waited for it.
 constexpr milliseconds FlushDelay{1000};
 constexpr int LastRetriedAttempt = 5;
-// A real match causes a few per minute. The limit keeps a faulty watcher from filling the disk.
-constexpr qsizetype MaxWaitingMoments = 20;
 
 bool hasKeyframe(const EncodedFrames& video)
 {
@@ -59,9 +57,6 @@ QString SaveScheduler::frontApplicationName() const
 
 void SaveScheduler::saveAutoClip(const Moment& moment, const QString& game)
 {
-    if (m_waiting + m_pending.size() >= MaxWaitingMoments) {
-        return;
-    }
     dispatch({.seconds = std::min(bufferSeconds(m_dependencies.settings), moment.seconds),
               .game = game,
               .suffix = momentSuffix(moment.tier, moment.score, moment.label),

@@ -49,8 +49,7 @@ public:
 
     /// Saves the last seconds, named after the front application.
     void saveClip();
-    /// Saves a clip for a moment, as long as the moment asks for, at most the buffer's length. Ignored while 20
-    /// requests wait.
+    /// Saves a clip for a moment, as long as the moment asks for, at most the buffer's length.
     void saveAutoClip(const Moment& moment, const QString& game);
 
     /// Tells the session's state. Reaching Recording releases the requests that wait for it; leaving Starting in any
