@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <deque>
 #include <optional>
 
 /// Desktop services that a test controls. Everything above the platform interfaces is real.
@@ -40,13 +41,27 @@ public:
 
     void stop() noexcept override { isRunning = false; }
 
-    void emitFrame(HostTime time) const
+    /// The first pixel of every frame, and what a frame contains once its last reference is released.
+    static constexpr std::uint8_t shownPixel = 200;
+    static constexpr std::uint8_t releasedPixel = 0;
+
+    void emitFrame(HostTime time)
     {
-        auto frame = std::make_shared<VideoFrame>();
-        frame->presentationTime = time;
-        frame->size = request.outputSize;
-        events.onFrame(std::move(frame));
+        auto& [frame, pixel] = m_slots.emplace_back();
+        frame.presentationTime = time;
+        frame.size = request.outputSize;
+        frame.luma = &pixel;
+        events.onFrame({&frame, [](VideoFrame* released) { *released->luma = releasedPixel; }});
     }
+
+private:
+    struct Slot {
+        VideoFrame frame;
+        std::uint8_t pixel = shownPixel;
+    };
+
+    /// Frames stay in memory after their release, as in a FramePool.
+    std::deque<Slot> m_slots;
 };
 
 class FakeAudioSource final : public AudioSource {
@@ -153,21 +168,28 @@ enum class FakeKeyFrames { everyThirtieth, none };
 /// Whether a frame is emitted at once or when the next one arrives.
 enum class FakeDelay { none, onePicture };
 
+/// What a fake encoder was given.
+struct FakeEncoderInput {
+    std::atomic<int> frames = 0;
+    /// The first pixel of the last frame.
+    std::atomic<std::uint8_t> pixel = 0;
+};
+
 /// Emits 1,024 bytes for each frame.
 class FakeEncoder final : public VideoEncoder {
 public:
-    FakeEncoder(OnEncodedFrame onEncodedFrame, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
+    FakeEncoder(OnEncodedFrame onEncodedFrame, FakeKeyFrames keyFrames, FakeDelay delay, FakeEncoderInput& input)
         : m_onEncodedFrame(std::move(onEncodedFrame))
         , m_keyFrames(keyFrames)
         , m_delay(delay)
-        , m_encoded(encoded)
+        , m_input(input)
     {
     }
 
-    void encode(const VideoFrame& frame) override
+    void encode(const VideoFrame& frame, HostTime presentationTime) override
     {
         auto sample = std::make_shared<EncodedFrame>();
-        sample->presentationTime = frame.presentationTime;
+        sample->presentationTime = presentationTime;
         sample->isNotSync = m_keyFrames == FakeKeyFrames::none || m_count % 30 != 0;
         sample->data.resize(1024);
         ++m_count;
@@ -177,8 +199,9 @@ public:
         if (sample) {
             m_onEncodedFrame(std::move(sample));
         }
-        ++m_encoded;
-        m_encoded.notify_all();
+        m_input.pixel = *frame.luma;
+        ++m_input.frames;
+        m_input.frames.notify_all();
     }
 
     bool hasPendingFrame() const override { return m_held != nullptr; }
@@ -190,7 +213,7 @@ private:
     FakeKeyFrames m_keyFrames;
     FakeDelay m_delay;
     std::shared_ptr<EncodedFrame> m_held;
-    std::atomic<int>& m_encoded;
+    FakeEncoderInput& m_input;
     int m_count = 0;
 };
 

@@ -31,7 +31,7 @@ CapturePipeline::~CapturePipeline()
     stop();
 }
 
-CaptureReport CapturePipeline::start(const CaptureSettings& settings, int bufferSeconds, const CaptureEvents& events)
+CaptureReport CapturePipeline::start(const CaptureSettings& settings, const CaptureEvents& events)
 {
     const auto display = chosenDisplay(settings.displayID);
     CaptureReport report;
@@ -53,8 +53,6 @@ CaptureReport CapturePipeline::start(const CaptureSettings& settings, int buffer
     m_videoQueue.sync([&] { m_encoder = std::move(encoder); });
 
     m_buffer.reset();
-    m_buffer.configure(bufferSeconds);
-
     m_platform.frames->start(
         {.displayID = display.id,
          .outputSize = report.outputSize,
@@ -75,7 +73,7 @@ void CapturePipeline::encode(VideoFramePtr frame)
     if (!m_encoder) {
         return;
     }
-    m_encoder->encode(*frame);
+    m_encoder->encode(*frame, frame->presentationTime);
     ++m_pictures;
     if (m_encoder->hasPendingFrame()) {
         m_lastPicture = std::move(frame);
@@ -90,9 +88,8 @@ void CapturePipeline::repeatIfStill(std::uint64_t picture)
     if (!m_encoder || !m_lastPicture || picture != m_pictures) {
         return;
     }
-    auto repeated = *std::exchange(m_lastPicture, nullptr);
-    repeated.presentationTime += RepetitionOffset;
-    m_encoder->encode(repeated);
+    const auto repeated = std::exchange(m_lastPicture, nullptr);
+    m_encoder->encode(*repeated, repeated->presentationTime + RepetitionOffset);
 }
 
 DisplayInfo CapturePipeline::chosenDisplay(std::uint32_t displayID) const

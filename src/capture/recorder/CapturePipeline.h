@@ -54,7 +54,7 @@ public:
 
     /// Empties the buffer and starts filling it. A microphone failure is a warning in the report. Errors:
     /// RecorderError, PlatformError; call stop() after an error too.
-    CaptureReport start(const CaptureSettings& settings, int bufferSeconds, const CaptureEvents& events);
+    CaptureReport start(const CaptureSettings& settings, const CaptureEvents& events);
     /// Stops everything and empties the buffer. Never fails.
     void stop() noexcept;
 

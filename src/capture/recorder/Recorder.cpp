@@ -79,23 +79,25 @@ void Recorder::buildSession()
 {
     const auto session = ++m_session;
     m_hasMicEvent = false;
-    m_dependencies.session.post([this, session, settings = CaptureSettings::of(m_dependencies.settings),
-                                 seconds = bufferSeconds(m_dependencies.settings), events = eventsOf(session)] {
-        QString message;
-        try {
-            const auto report = m_pipeline.start(settings, seconds, events);
-            onMainIn(session, [this, report, settings] { captureStarted(report, settings); });
-            return;
-        } catch (const RecorderError& error) {
-            message = error.message();
-        } catch (const PlatformError& error) {
-            message = error.message();
-        } catch (const std::exception& error) {
-            message = QString::fromUtf8(error.what());
-        }
-        m_pipeline.stop();
-        onMainIn(session, [this, message] { captureFailed(message); });
-    });
+    // Here and not on the session queue: by the time that an encoder has opened, a newer window may be set.
+    m_buffer.configure(bufferSeconds(m_dependencies.settings));
+    m_dependencies.session.post(
+        [this, session, settings = CaptureSettings::of(m_dependencies.settings), events = eventsOf(session)] {
+            QString message;
+            try {
+                const auto report = m_pipeline.start(settings, events);
+                onMainIn(session, [this, report, settings] { captureStarted(report, settings); });
+                return;
+            } catch (const RecorderError& error) {
+                message = error.message();
+            } catch (const PlatformError& error) {
+                message = error.message();
+            } catch (const std::exception& error) {
+                message = QString::fromUtf8(error.what());
+            }
+            m_pipeline.stop();
+            onMainIn(session, [this, message] { captureFailed(message); });
+        });
 }
 
 void Recorder::captureStarted(const CaptureReport& report, const CaptureSettings& settings)

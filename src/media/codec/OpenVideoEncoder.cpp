@@ -14,11 +14,10 @@ bool encodesFrame(const EncoderCandidate& candidate, const EncoderRequest& reque
     LibavVideoEncoder trial(candidate, request, [&encoded](const EncodedFramePtr&) { ++encoded; });
     FramePool pool(request.size, 1);
     const auto frame = pool.tryAcquire();
-    frame->presentationTime = HostClock::now();
     const auto bytes = static_cast<std::size_t>(frame->stride) * static_cast<std::size_t>(request.size.height());
     std::fill_n(frame->luma, bytes, std::uint8_t{16});
     std::fill_n(frame->chroma, bytes / 2, std::uint8_t{128});
-    trial.encode(*frame);
+    trial.encode(*frame, HostClock::now());
     trial.finish();
     return encoded > 0;
 }

@@ -46,8 +46,9 @@ public:
 
     virtual ~VideoEncoder() = default;
 
-    /// A frame that cannot be encoded is dropped silently.
-    virtual void encode(const VideoFrame& frame) = 0;
+    /// Shows the frame at that time, which may differ from the frame's own. A frame that cannot be encoded is dropped
+    /// silently. The frame is not used after the call.
+    virtual void encode(const VideoFrame& frame, HostTime presentationTime) = 0;
     /// Whether the encoder holds a frame that it has not output: rate control may wait for the next frame to know the
     /// duration.
     virtual bool hasPendingFrame() const = 0;

@@ -25,8 +25,10 @@ protected:
     FakeKeyFrames keyFrames = FakeKeyFrames::everyThirtieth;
     FakeDelay encoderDelay = FakeDelay::none;
     std::optional<int> encoderError;
+    std::function<void()> whileOpeningEncoder;
     std::vector<EncoderRequest> encoders;
-    std::atomic<int> encoded = 0;
+    FakeEncoderInput encoderInput;
+    std::atomic<int>& encoded = encoderInput.frames;
     /// The clip writer's requests in order, and a hook that runs while it writes.
     std::vector<ClipRequest> written;
     std::function<void()> whileWriting;
@@ -51,7 +53,10 @@ protected:
                     throw EncoderError(*encoderError);
                 }
                 encoders.push_back(request);
-                return std::make_unique<FakeEncoder>(std::move(onEncodedFrame), keyFrames, encoderDelay, encoded);
+                if (whileOpeningEncoder) {
+                    whileOpeningEncoder();
+                }
+                return std::make_unique<FakeEncoder>(std::move(onEncodedFrame), keyFrames, encoderDelay, encoderInput);
             },
             .clock = [this] { return time.now(); },
             .write =

@@ -225,6 +225,26 @@ TEST_F(RecorderTest, AdjustsTheBufferToTheClipLength)
     EXPECT_GE(written.at(0).snapshot.video.size(), 19);
 }
 
+TEST_F(RecorderTest, UsesAClipLengthThatChangedDuringASlowStart)
+{
+    settings.setAutoClipEnabled(false);
+    settings.setClipLength(300);
+    whileOpeningEncoder = [this] {
+        settings.setClipLength(15);
+        time.advance(seconds(1));
+    };
+    recorder->start();
+    time.advance(seconds(1));
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
+    for (int i = 0; i < 200; ++i) {
+        time.advance(seconds(1));
+        showFrame();
+    }
+    recorder->saveClip();
+    time.advance(milliseconds(250));
+    EXPECT_LE(written.at(0).snapshot.video.size(), 49);
+}
+
 TEST_F(RecorderTest, AppliesASettingThatChangedDuringTheStart)
 {
     recorder->start();
@@ -259,6 +279,14 @@ TEST_F(RecorderTest, EncodesTheLastFrameOfAnUnchangedScreen)
     time.advance(milliseconds(250));
     ASSERT_EQ(written.at(0).snapshot.video.size(), 1);
     EXPECT_EQ(written.at(0).snapshot.video.first()->presentationTime, shown);
+}
+
+TEST_F(RecorderTest, KeepsTheFrameThatItRepeats)
+{
+    encoderDelay = test::FakeDelay::onePicture;
+    record();
+    encoded.wait(1);
+    EXPECT_EQ(encoderInput.pixel, test::FakeFrameSource::shownPixel);
 }
 
 TEST_F(RecorderTest, DropsAPendingRepetitionOnARestart)
