@@ -15,7 +15,6 @@
 #include <QFile>
 
 #include <filesystem>
-#include <future>
 #include <system_error>
 
 namespace quelto {
@@ -25,51 +24,39 @@ namespace {
 constexpr int MainBitsPerSecond = 192000;
 constexpr int AlternateBitsPerSecond = 128000;
 
-/// Renders the audio of a clip: the mix first, then each source on its own if there is more than one.
-std::vector<AudioBuffers> renderSound(const ClipRequest& request, const ClipPlan& plan)
+/// The audio of a clip: the mix first, then each source on its own if there is more than one. Without a mix there is no
+/// main track that the other tracks could be alternates of.
+std::vector<AudioMix> mixTracks(const ClipRequest& request, const ClipPlan& plan)
 {
     const AudioMixer mixer(makeResamplingConverter);
-    const auto render = [&](std::vector<MixSource> sources) {
-        return std::async(std::launch::async, [&mixer, &plan, sources = std::move(sources)] {
-            return mixer.mix(sources, plan.start, plan.end);
-        });
-    };
     const auto& snapshot = request.snapshot;
     const auto audio = audioNear(snapshot.audio, plan.start);
     const auto mic = audioNear(snapshot.mic, plan.start);
     const auto chat = audioNear(snapshot.chat, plan.start);
 
+    std::vector<AudioMix> tracks;
     // System audio already includes voice chat; mixing it in again would double it.
-    auto mix = render({{audio, request.systemGain}, {mic, request.micGain}});
-    std::vector<std::future<AudioBuffers>> alone;
-    if (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) {
-        for (const auto& source : {audio, mic, chat}) {
-            alone.push_back(render({{source, 1.0F}}));
-        }
-    }
-
-    std::vector<AudioBuffers> tracks{mix.get()};
-    if (!hasOwnTracks(snapshot, tracks.front())) {
-        // Without a mix there is no main track that the other tracks could be alternates of.
-        if (tracks.front().isEmpty()) {
-            tracks.clear();
-        }
+    auto mix = mixer.mix({{audio, request.systemGain}, {mic, request.micGain}}, plan.start, plan.end);
+    if (mix.isEmpty()) {
         return tracks;
     }
-    for (auto& rendered : alone) {
-        auto track = rendered.get();
-        tracks.push_back(track.isEmpty() ? AudioMixer::silence(plan.start, plan.end) : std::move(track));
+    tracks.push_back(std::move(mix));
+    if (hasOwnTracks(snapshot)) {
+        for (const auto& source : {audio, mic, chat}) {
+            auto track = mixer.mix({{source, 1.0F}}, plan.start, plan.end);
+            tracks.push_back(track.isEmpty() ? AudioMixer::silence(plan.start, plan.end) : std::move(track));
+        }
     }
     return tracks;
 }
 
-std::vector<std::unique_ptr<AudioTrackEncoder>> startEncoding(std::vector<AudioBuffers> pcm)
+std::vector<std::unique_ptr<AudioTrackEncoder>> startEncoding(std::vector<AudioMix> mixes)
 {
     std::vector<std::unique_ptr<AudioTrackEncoder>> tracks;
-    for (auto& samples : pcm) {
+    for (auto& mix : mixes) {
         const bool isMain = tracks.empty();
         tracks.push_back(
-            std::make_unique<AudioTrackEncoder>(std::move(samples), isMain ? MainBitsPerSecond : AlternateBitsPerSecond,
+            std::make_unique<AudioTrackEncoder>(std::move(mix), isMain ? MainBitsPerSecond : AlternateBitsPerSecond,
                                                 isMain ? Mp4TrackState::enabled : Mp4TrackState::disabled));
     }
     return tracks;
@@ -88,7 +75,7 @@ QString publish(AtomicFile& file, const ClipRequest& request, const QDateTime& d
 
 SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
 {
-    auto tracks = startEncoding(renderSound(request, plan));
+    auto tracks = startEncoding(mixTracks(request, plan));
     std::filesystem::create_directories(QFile::encodeName(request.folder).toStdString());
     const auto date = QDateTime::currentDateTime();
 
