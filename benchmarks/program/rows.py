@@ -160,8 +160,11 @@ def long_save(options):
 
 
 def memory_of_saves(options):
-    with Recording("--tone", 440, "--mic-tone", 700, clipLength=30) as recording:
+    with Recording("--tone", 440, "--mic-tone", 700, clipLength=30, autoClipEnabled=False) as recording:
         pid = recording.program.process.pid
+        # The library keeps the pictures of new clips in a cache of its own, so another page is open.
+        recording.program.activate()
+        subprocess.run(["xdotool", "key", "ctrl+comma"], check=True)
         time.sleep(60)
         recording.program.save().unlink()
         before = _memory(pid, "VmRSS")

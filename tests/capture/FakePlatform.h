@@ -66,9 +66,9 @@ private:
 
 class FakeAudioSource final : public AudioSource {
 public:
-    FakeAudioSource(int& running, std::optional<QString> startError)
+    FakeAudioSource(int& running, std::optional<QString> problem)
         : m_running(running)
-        , m_error(std::move(startError))
+        , m_problem(std::move(problem))
     {
     }
 
@@ -76,12 +76,12 @@ public:
 
     void start(AudioSourceEvents wanted) override
     {
-        if (m_error) {
-            throw PlatformError(*m_error);
-        }
         events = std::move(wanted);
         ++m_running;
         m_isRunning = true;
+        if (events.onWarning) {
+            events.onWarning(m_problem);
+        }
     }
 
     void stop() noexcept override
@@ -105,22 +105,23 @@ public:
 private:
     int& m_running;
     bool m_isRunning = false;
-    std::optional<QString> m_error;
+    std::optional<QString> m_problem;
 };
 
 class FakeAudioServer final : public AudioServer {
 public:
     int runningSources = 0;
     QString askedFor;
-    std::optional<QString> micError;
-    std::optional<QString> systemError;
+    /// What new sources report at their start.
+    std::optional<QString> micProblem;
+    std::optional<QString> systemProblem;
     /// The sources created last; their owner may have destroyed them.
     FakeAudioSource* mic = nullptr;
     FakeAudioSource* system = nullptr;
 
     std::unique_ptr<AudioSource> systemAudio() override
     {
-        auto source = std::make_unique<FakeAudioSource>(runningSources, systemError);
+        auto source = std::make_unique<FakeAudioSource>(runningSources, systemProblem);
         system = source.get();
         return source;
     }
@@ -128,7 +129,7 @@ public:
     std::unique_ptr<AudioSource> microphone(const QString& id) override
     {
         askedFor = id;
-        auto source = std::make_unique<FakeAudioSource>(runningSources, micError);
+        auto source = std::make_unique<FakeAudioSource>(runningSources, micProblem);
         mic = source.get();
         return source;
     }

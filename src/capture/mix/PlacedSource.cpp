@@ -69,7 +69,8 @@ std::optional<PlacedSource::Placed> PlacedSource::readNext()
     if (m_expected && std::abs(*m_expected - position) < DriftFrames) {
         position = *m_expected;
     }
-    m_expected = position + pcm->frames;
+    // Silence fills pauses and ends at any time. Sound after it keeps its own time.
+    m_expected = pcm->isSilence ? std::nullopt : std::optional(position + pcm->frames);
     return Placed{.position = position, .pcm = *std::move(pcm)};
 }
 

@@ -3,7 +3,6 @@
 
 #include "base/language/T.h"
 #include "capture/clip/RecorderError.h"
-#include "platform/PlatformError.h"
 
 namespace quelto {
 
@@ -64,7 +63,9 @@ CaptureReport CapturePipeline::start(const CaptureSettings& settings, const Capt
     if (settings.capturesAudio) {
         startSystemAudio(events);
     }
-    startMicrophone(settings, events, report);
+    if (settings.capturesMicrophone) {
+        startMicrophone(settings.microphoneID, events);
+    }
     return report;
 }
 
@@ -113,23 +114,13 @@ void CapturePipeline::startSystemAudio(const CaptureEvents& events)
                           .onWarning = events.onSystemAudioWarning});
 }
 
-void CapturePipeline::startMicrophone(const CaptureSettings& settings, const CaptureEvents& events,
-                                      CaptureReport& report)
+void CapturePipeline::startMicrophone(const QString& id, const CaptureEvents& events)
 {
-    if (!settings.capturesMicrophone) {
-        return;
-    }
     m_mic.onLevel = events.onMicLevel;
-    m_mic.onWarning = events.onMicWarning;
-    try {
-        m_mic.start(settings.microphoneID);
-        report.isMicActive = true;
-    } catch (const PlatformError& error) {
-        report.micWarning = T("Mikrofon başlatılamadı: {0}", error.message());
-    } catch (const std::exception& error) {
-        // A microphone failure of any kind never ends a recording.
-        report.micWarning = T("Mikrofon başlatılamadı: {0}", QString::fromLocal8Bit(error.what()));
-    }
+    m_mic.onWarning = [onMicWarning = events.onMicWarning](const std::optional<QString>& warning) {
+        onMicWarning(warning ? std::optional(T("Mikrofon başlatılamadı: {0}", *warning)) : std::nullopt);
+    };
+    m_mic.start(id);
 }
 
 void CapturePipeline::stop() noexcept

@@ -20,7 +20,7 @@ struct CaptureEvents {
     /// The screen is gone; with a translated message.
     std::function<void(QString)> onStopped;
     std::function<void(float)> onMicLevel;
-    /// A problem with a running audio source, or nothing when it is resolved.
+    /// After each start, and whenever it changes, the problem with an audio source; nothing if it works.
     std::function<void(std::optional<QString>)> onMicWarning;
     std::function<void(std::optional<QString>)> onSystemAudioWarning;
 };
@@ -31,8 +31,6 @@ struct CaptureReport {
     int bitsPerSecond = 0;
     int framesPerSecond = 0;
     VideoCodec codec = VideoCodec::h264;
-    bool isMicActive = false;
-    std::optional<QString> micWarning;
 };
 
 /// The running parts of one capture session: screen to encoder to buffer, and audio sources to buffer.
@@ -52,8 +50,8 @@ public:
     CapturePipeline(const CapturePipeline&) = delete;
     CapturePipeline& operator=(const CapturePipeline&) = delete;
 
-    /// Empties the buffer and starts filling it. A microphone failure is a warning in the report. Errors:
-    /// RecorderError, PlatformError; call stop() after an error too.
+    /// Empties the buffer and starts filling it. A problem with an audio source is an event. Errors: RecorderError,
+    /// PlatformError; call stop() after an error too.
     CaptureReport start(const CaptureSettings& settings, const CaptureEvents& events);
     /// Stops everything and empties the buffer. Never fails.
     void stop() noexcept;
@@ -63,7 +61,7 @@ private:
     void repeatIfStill(std::uint64_t picture);
     DisplayInfo chosenDisplay(std::uint32_t displayID) const;
     void startSystemAudio(const CaptureEvents& events);
-    void startMicrophone(const CaptureSettings& settings, const CaptureEvents& events, CaptureReport& report);
+    void startMicrophone(const QString& id, const CaptureEvents& events);
 
     Platform& m_platform;
     ReplayBuffer& m_buffer;

@@ -104,6 +104,8 @@ private:
     void updateBufferSize();
     CaptureEvents eventsOf(std::uint64_t session);
     void publishMic(bool isActive, std::optional<QString> warning);
+    /// For a session that has ended. The warning of the microphone stays visible.
+    void endAudio();
     /// Runs the task on the main thread, unless this object is destroyed first.
     void onMain(HostDuration delay, Task task);
     /// The same, but not if another session has been requested by then.
@@ -117,8 +119,6 @@ private:
     bool m_isMicActive = false;
     std::optional<QString> m_micWarning;
     std::optional<QString> m_systemAudioWarning;
-    /// The microphone reported its state since the session began; this is newer than the report of the start.
-    bool m_hasMicEvent = false;
     std::optional<QString> m_runningSignature;
     /// The number of the current session. Results of earlier sessions are ignored.
     std::uint64_t m_session = 0;

@@ -2,6 +2,7 @@
 #include "capture/recorder/SaveScheduler.h"
 
 #include "base/language/T.h"
+#include "base/memory/FreeMemory.h"
 #include "capture/clip/RecorderError.h"
 #include "capture/settings/CaptureSettings.h"
 #include "library/naming/ClipMeta.h"
@@ -104,7 +105,11 @@ void SaveScheduler::schedule(const Request& request, HostTime endTime, int attem
                        .folder = m_dependencies.settings.saveFolder(),
                        .systemGain = static_cast<float>(m_dependencies.settings.systemVolume()),
                        .micGain = static_cast<float>(m_dependencies.settings.micVolume())};
-    m_dependencies.work.postAfter(SaveDelay, [this, planned] { save(planned); });
+    m_dependencies.work.postAfter(SaveDelay, [this, planned] {
+        save(planned);
+        // What the threads of a save freed would otherwise stay, and grow with the number of saves.
+        returnFreeMemory();
+    });
 }
 
 void SaveScheduler::save(const Save& save)

@@ -104,22 +104,45 @@ TEST_F(RecorderTest, ReportsTheStatusWhenNoEncoderOpens)
     EXPECT_FALSE(fakes.frames->isRunning);
 }
 
-TEST_F(RecorderTest, FailsWithTheAudioServersMessageAndStopsEverything)
+TEST_F(RecorderTest, FailsWithTheScreensMessageAndStopsEverything)
 {
-    fakes.audioServer->systemError = QStringLiteral("no sound server");
+    fakes.frames->error = QStringLiteral("no screen");
     recorder->start();
     time.settle();
-    EXPECT_EQ(recorder->state().kind, CaptureState::Error);
-    EXPECT_EQ(recorder->state().message, QStringLiteral("no sound server"));
+    EXPECT_EQ(recorder->state(), (RecorderState{.kind = CaptureState::Error, .message = QStringLiteral("no screen")}));
     EXPECT_FALSE(fakes.frames->isRunning);
     EXPECT_EQ(fakes.audioServer->runningSources, 0);
+}
+
+TEST_F(RecorderTest, RecordsWithoutAnOutputDeviceAndWarnsUntilOneAppears)
+{
+    fakes.audioServer->systemProblem = QStringLiteral("no output device");
+    record();
+    EXPECT_EQ(recorder->micWarning(), QStringLiteral("no output device"));
+    EXPECT_TRUE(recorder->micActive());
+    fakes.audioServer->system->events.onWarning(std::nullopt);
+    time.settle();
+    EXPECT_EQ(recorder->micWarning(), std::nullopt);
+}
+
+TEST_F(RecorderTest, ForgetsWarningsOfAnEarlierStart)
+{
+    fakes.audioServer->systemProblem = QStringLiteral("no output device");
+    fakes.audioServer->micProblem = QStringLiteral("no microphone");
+    record();
+    fakes.frames->events.onStopped(QStringLiteral("unplugged"));
+    time.settle();
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
+    settings.setCaptureAudio(false);
+    settings.setCaptureMicrophone(false);
+    record();
+    EXPECT_EQ(recorder->micWarning(), std::nullopt);
 }
 
 TEST_F(RecorderTest, DoesNotUseTheAudioServerWhenSystemAudioIsOff)
 {
     settings.setCaptureAudio(false);
     settings.setCaptureMicrophone(false);
-    fakes.audioServer->systemError = QStringLiteral("no sound server");
     record();
     EXPECT_EQ(fakes.audioServer->runningSources, 0);
     EXPECT_FALSE(recorder->micActive());
@@ -128,7 +151,7 @@ TEST_F(RecorderTest, DoesNotUseTheAudioServerWhenSystemAudioIsOff)
 
 TEST_F(RecorderTest, RecordsWithoutAMicrophoneAndWarns)
 {
-    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micProblem = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_FALSE(recorder->micActive());
     EXPECT_EQ(recorder->micWarning(), QStringLiteral("Mikrofon başlatılamadı: Mikrofon bulunamadı."));
@@ -141,7 +164,7 @@ TEST_F(RecorderTest, ReportsWarningsOfTheAudioSources)
     fakes.audioServer->mic->events.onWarning(QStringLiteral("mic gone"));
     time.settle();
     EXPECT_FALSE(recorder->micActive());
-    EXPECT_EQ(recorder->micWarning(), QStringLiteral("mic gone"));
+    EXPECT_EQ(recorder->micWarning(), QStringLiteral("Mikrofon başlatılamadı: mic gone"));
     fakes.audioServer->mic->events.onWarning(std::nullopt);
     fakes.audioServer->system->events.onWarning(QStringLiteral("server gone"));
     time.settle();
@@ -299,16 +322,6 @@ TEST_F(RecorderTest, DropsAPendingRepetitionOnARestart)
     showFrame();
     encoded.wait(2);
     EXPECT_EQ(encoded, 3);
-}
-
-TEST_F(RecorderTest, KeepsAMicrophoneWarningFromBeforeTheEndOfTheStart)
-{
-    recorder->start();
-    main.post([this] { fakes.audioServer->mic->events.onWarning(QStringLiteral("gone again")); });
-    time.settle();
-    ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
-    EXPECT_FALSE(recorder->micActive());
-    EXPECT_EQ(recorder->micWarning(), QStringLiteral("gone again"));
 }
 
 TEST_F(RecorderTest, MeasuresTheBufferEveryTwoSecondsWhileRecording)

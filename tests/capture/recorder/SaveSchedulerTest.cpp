@@ -155,13 +155,13 @@ TEST_F(SaveSchedulerTest, SavesPendingRequestsOneSecondAfterRecordingBegins)
 
 TEST_F(SaveSchedulerTest, DropsPendingRequestsWhenTheStartFails)
 {
-    fakes.audioServer->systemError = QStringLiteral("no sound server");
+    fakes.frames->error = QStringLiteral("no sound server");
     recorder->start();
     recorder->saveClip();
     time.advance(seconds(10));
     EXPECT_TRUE(written.empty());
     EXPECT_TRUE(failures.isEmpty());
-    fakes.audioServer->systemError.reset();
+    fakes.frames->error.reset();
     record();
     time.advance(seconds(10));
     EXPECT_TRUE(written.empty());

@@ -20,7 +20,7 @@ protected:
 
     void fail()
     {
-        fakes.audioServer->systemError = message;
+        fakes.frames->error = message;
         recorder->start();
         time.settle();
         ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
@@ -173,7 +173,7 @@ TEST_F(CaptureCardTest, MicrophoneIsGreenWhileRecorded)
 
 TEST_F(CaptureCardTest, MicrophoneIsCrossedOutWhenUnavailable)
 {
-    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micProblem = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_EQ(microphoneSymbol(), QStringLiteral("mic.slash.fill"));
     EXPECT_EQ(colorOf(microphone()), theme->dim());
@@ -188,7 +188,7 @@ TEST_F(CaptureCardTest, ErrorTextIsSmallAndRed)
     ASSERT_NE(words, nullptr);
     EXPECT_EQ(fontOf(words).pixelSize(), 10);
     EXPECT_EQ(colorOf(words), QColor(0xFF, 0x3B, 0x3B));
-    fakes.audioServer->systemError.reset();
+    fakes.frames->error.reset();
     record();
     EXPECT_FALSE(shows(message));
 }

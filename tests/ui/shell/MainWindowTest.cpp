@@ -71,19 +71,18 @@ TEST_F(MainWindowTest, SwitchStartsAndStopsTheRecorder)
 
 TEST_F(MainWindowTest, ShowsTheFullErrorMessage)
 {
-    fakes.audioServer->systemError =
-        QStringLiteral("Ses sunucusuna (PipeWire) bağlanılamadı. PipeWire'ı başlatın: systemctl "
-                       "--user start pipewire wireplumber – ya da ayarlardan sistem sesini kapatın.");
+    fakes.frames->error = QStringLiteral("Ses sunucusuna (PipeWire) bağlanılamadı. PipeWire'ı başlatın: systemctl "
+                                         "--user start pipewire wireplumber – ya da ayarlardan sistem sesini kapatın.");
     recorder->start();
     time.settle();
     EXPECT_TRUE(shows(QStringLiteral("HATA")));
-    EXPECT_TRUE(shows(*fakes.audioServer->systemError));
+    EXPECT_TRUE(shows(*fakes.frames->error));
     picture(QStringLiteral("window-error"));
 }
 
 TEST_F(MainWindowTest, ShowsTheMicrophoneWarning)
 {
-    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micProblem = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_TRUE(shows(QStringLiteral("Mikrofon başlatılamadı: Mikrofon bulunamadı.")));
     EXPECT_NE(item(QStringLiteral("Mikrofon kapalı")), nullptr);
@@ -267,7 +266,7 @@ TEST_F(MainWindowTest, UsesTheColorsOfEveryPalette)
 
 TEST_F(MainWindowTest, FitsTheMinimumSize)
 {
-    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micProblem = QStringLiteral("Mikrofon bulunamadı.");
     record();
     window->resize(1020, 640);
     EXPECT_EQ(picture(QStringLiteral("window-smallest")).size(), QSize(1020, 640));

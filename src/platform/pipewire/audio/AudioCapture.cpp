@@ -7,6 +7,8 @@ namespace quelto::pipewire {
 
 namespace {
 
+/// Right after login, the session manager may not have chosen a default device yet.
+constexpr int FirstWarningMilliseconds = 1000;
 /// While the default device changes there is briefly none, which is not worth a warning.
 constexpr int MissingDeviceMilliseconds = 500;
 constexpr int RecoveryMilliseconds = 250;
@@ -18,10 +20,12 @@ AudioCapture::AudioCapture(PipeWireConnection& connection, const AudioTargetRule
     , m_rule(rule)
     , m_delivery(delivery)
     , m_links(rule.linkMode())
-    , m_missingDevice(connection.loop(), [this] { warn(m_rule.noDeviceMessage()); })
+    , m_missingDevice(connection.loop(),
+                      [this] { warn(m_connection.isReady() ? m_rule.noDeviceMessage() : m_rule.noServerMessage()); })
     , m_recovery(connection.loop(), [this] { recover(); })
 {
     m_connection.addListener(this);
+    m_missingDevice.arm(FirstWarningMilliseconds);
     if (m_connection.isReady()) {
         onGraphChanged();
     }
@@ -30,11 +34,6 @@ AudioCapture::AudioCapture(PipeWireConnection& connection, const AudioTargetRule
 AudioCapture::~AudioCapture()
 {
     m_connection.removeListener(this);
-}
-
-bool AudioCapture::hasDevice() const
-{
-    return m_connection.isReady() && m_rule.channels(m_connection.graph());
 }
 
 void AudioCapture::onGraphChanged()
@@ -129,7 +128,8 @@ void AudioCapture::recover()
 
 void AudioCapture::warn(const std::optional<QString>& warning)
 {
-    if (warning != m_warning) {
+    if (warning != m_warning || !m_hasReported) {
+        m_hasReported = true;
         m_warning = warning;
         m_delivery.warn(warning);
     }

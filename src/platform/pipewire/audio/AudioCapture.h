@@ -18,8 +18,6 @@ public:
     AudioCapture(PipeWireConnection& connection, const AudioTargetRule& rule, AudioDeliveryThread& delivery);
     ~AudioCapture() override;
 
-    bool hasDevice() const;
-
 private:
     void onGraphChanged() override;
     void onServerLost() override;
@@ -35,6 +33,7 @@ private:
     const AudioTargetRule& m_rule;
     AudioDeliveryThread& m_delivery;
     std::optional<QString> m_warning;
+    bool m_hasReported = false;
     OutputLatency m_outputLatency;
     LinkSet m_links;
     std::unique_ptr<CaptureStream> m_stream;
