@@ -44,6 +44,7 @@ public:
     /// The first pixel of every frame, and what a frame contains once its last reference is released.
     static constexpr std::uint8_t shownPixel = 200;
     static constexpr std::uint8_t releasedPixel = 0;
+    std::atomic<int> releasedFrames = 0;
 
     void emitFrame(HostTime time)
     {
@@ -51,7 +52,11 @@ public:
         frame.presentationTime = time;
         frame.size = request.outputSize;
         frame.luma = &pixel;
-        events.onFrame({&frame, [](VideoFrame* released) { *released->luma = releasedPixel; }});
+        events.onFrame({&frame, [this](VideoFrame* released) {
+                            *released->luma = releasedPixel;
+                            ++releasedFrames;
+                            releasedFrames.notify_all();
+                        }});
     }
 
 private:
@@ -166,8 +171,8 @@ public:
 };
 
 enum class FakeKeyFrames { everyThirtieth, none };
-/// Whether a frame is emitted at once or when the next one arrives.
-enum class FakeDelay { none, onePicture };
+/// Whether a frame is emitted at once, when the next one arrives, or never.
+enum class FakeDelay { none, onePicture, forever };
 
 /// What a fake encoder was given.
 struct FakeEncoderInput {
@@ -196,6 +201,8 @@ public:
         ++m_count;
         if (m_delay == FakeDelay::onePicture) {
             std::swap(sample, m_held);
+        } else if (m_delay == FakeDelay::forever) {
+            sample = nullptr;
         }
         if (sample) {
             m_onEncodedFrame(std::move(sample));

@@ -16,6 +16,11 @@ RecorderError RecorderError::encoder(int status)
     return RecorderError(T("Video kodlayıcı başlatılamadı ({0}). Farklı bir çözünürlük veya codec deneyin.", status));
 }
 
+RecorderError RecorderError::silentEncoder()
+{
+    return RecorderError(T("Video kodlayıcı görüntü vermiyor. Farklı bir çözünürlük veya codec deneyin."));
+}
+
 RecorderError RecorderError::writer(const QString& text)
 {
     return RecorderError(T("Klip yazılamadı: {0}", text));

@@ -11,6 +11,8 @@ namespace quelto {
 class RecorderError : public std::runtime_error {
 public:
     static RecorderError encoder(int status);
+    /// The encoder takes frames and outputs none.
+    static RecorderError silentEncoder();
     static RecorderError writer(const QString& text);
     /// Reading the screen is not permitted.
     static RecorderError permission();

@@ -4,6 +4,8 @@
 #include "base/language/T.h"
 #include "capture/clip/RecorderError.h"
 
+#include <QDebug>
+
 namespace quelto {
 
 namespace {
@@ -39,17 +41,15 @@ CaptureReport CapturePipeline::start(const CaptureSettings& settings, const Capt
     report.framesPerSecond = settings.framesPerSecond;
     report.codec = settings.codec;
 
-    std::unique_ptr<VideoEncoder> encoder;
-    try {
-        encoder = m_openEncoder({.codec = settings.codec,
-                                 .size = report.outputSize,
-                                 .framesPerSecond = settings.framesPerSecond,
-                                 .bitsPerSecond = report.bitsPerSecond},
-                                [this](EncodedFramePtr sample) { m_buffer.appendVideo(std::move(sample)); });
-    } catch (const EncoderError& error) {
-        throw RecorderError::encoder(error.status());
-    }
-    m_videoQueue.sync([&] { m_encoder = std::move(encoder); });
+    auto encoder = openEncoder({.codec = settings.codec,
+                                .size = report.outputSize,
+                                .framesPerSecond = settings.framesPerSecond,
+                                .bitsPerSecond = report.bitsPerSecond});
+    m_videoQueue.sync([&] {
+        m_encoder = std::move(encoder);
+        m_encoderWatch.reset();
+        m_onEncoderFailed = events.onStopped;
+    });
 
     m_buffer.reset();
     m_platform.frames->start(
@@ -69,8 +69,26 @@ CaptureReport CapturePipeline::start(const CaptureSettings& settings, const Capt
     return report;
 }
 
+std::unique_ptr<VideoEncoder> CapturePipeline::openEncoder(const EncoderRequest& request)
+{
+    m_encoderRequest = request;
+    try {
+        return m_openEncoder(request, [this](EncodedFramePtr sample) {
+            m_encoderWatch.reset();
+            m_buffer.appendVideo(std::move(sample));
+        });
+    } catch (const EncoderError& error) {
+        throw RecorderError::encoder(error.status());
+    }
+}
+
 void CapturePipeline::encode(VideoFramePtr frame)
 {
+    m_encoderWatch.frameAt(frame->presentationTime);
+    if (m_encoder && m_encoderWatch.hasFailed()) {
+        replaceEncoder();
+        m_encoderWatch.frameAt(frame->presentationTime);
+    }
     if (!m_encoder) {
         return;
     }
@@ -79,6 +97,24 @@ void CapturePipeline::encode(VideoFramePtr frame)
     if (m_encoder->hasPendingFrame()) {
         m_lastPicture = std::move(frame);
         m_videoQueue.postAfter(UnchangedAfter, [this, picture = m_pictures] { repeatIfStill(picture); });
+    }
+}
+
+void CapturePipeline::replaceEncoder()
+{
+    m_encoder.reset();
+    m_lastPicture.reset();
+    m_encoderWatch.reset();
+    auto request = m_encoderRequest;
+    try {
+        if (std::exchange(request.choice, EncoderChoice::software) == EncoderChoice::software) {
+            throw RecorderError::silentEncoder();
+        }
+        qWarning("The video encoder outputs nothing. Trying one in software.");
+        m_encoder = openEncoder(request);
+        m_buffer.reset();
+    } catch (const RecorderError& error) {
+        m_onEncoderFailed(error.message());
     }
 }
 

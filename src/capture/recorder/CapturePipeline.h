@@ -4,6 +4,7 @@
 #include "base/tasks/SerialQueue.h"
 #include "capture/buffer/ReplayBuffer.h"
 #include "capture/mic/MicCapture.h"
+#include "capture/recorder/EncoderWatch.h"
 #include "capture/settings/CaptureSettings.h"
 #include "media/codec/VideoEncoder.h"
 #include "platform/Platform.h"
@@ -17,7 +18,7 @@
 namespace quelto {
 
 struct CaptureEvents {
-    /// The screen is gone; with a translated message.
+    /// The screen is gone, or no encoder works any more; with a translated message.
     std::function<void(QString)> onStopped;
     std::function<void(float)> onMicLevel;
     /// After each start, and whenever it changes, the problem with an audio source; nothing if it works.
@@ -39,6 +40,9 @@ struct CaptureReport {
 /// pool limits how many can wait: when the encoder falls behind, whole frames are skipped before any work is spent on
 /// them. Audio goes from its source's thread directly into the buffer.
 ///
+/// An encoder that outputs nothing for three seconds is replaced once, by one in software. The buffer then starts
+/// again, because a clip cannot contain frames of two encoders.
+///
 /// Thread: start and stop from one queue. Events come on the sources' threads, none after stop() has returned.
 class CapturePipeline {
 public:
@@ -57,7 +61,9 @@ public:
     void stop() noexcept;
 
 private:
+    std::unique_ptr<VideoEncoder> openEncoder(const EncoderRequest& request);
     void encode(VideoFramePtr frame);
+    void replaceEncoder();
     void repeatIfStill(std::uint64_t picture);
     DisplayInfo chosenDisplay(std::uint32_t displayID) const;
     void startSystemAudio(const CaptureEvents& events);
@@ -68,8 +74,11 @@ private:
     OpenEncoder m_openEncoder;
     MicCapture m_mic;
     std::unique_ptr<AudioSource> m_systemAudio;
-    // Owned by the video queue.
+    // Owned by the video queue, apart from the start.
+    EncoderRequest m_encoderRequest;
     std::unique_ptr<VideoEncoder> m_encoder;
+    EncoderWatch m_encoderWatch;
+    std::function<void(QString)> m_onEncoderFailed;
     VideoFramePtr m_lastPicture;
     std::uint64_t m_pictures = 0;
     SerialQueue m_videoQueue;

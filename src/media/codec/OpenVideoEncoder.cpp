@@ -36,11 +36,12 @@ std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request,
         throw EncoderError(status);
     }
     for (const auto& candidate : encoderCandidates()) {
-        if (candidate.codec != request.codec) {
+        const bool isHardware = candidate.kind == EncoderKind::hardware;
+        if (candidate.codec != request.codec || (isHardware && request.choice == EncoderChoice::software)) {
             continue;
         }
         try {
-            if (candidate.proof == EncoderProof::encodesFrame && !encodesFrame(candidate, request)) {
+            if (isHardware && !encodesFrame(candidate, request)) {
                 continue;
             }
             return std::make_unique<LibavVideoEncoder>(candidate, request, onEncodedFrame);

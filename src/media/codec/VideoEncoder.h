@@ -12,12 +12,15 @@
 
 namespace quelto {
 
+enum class EncoderChoice { any, software };
+
 struct EncoderRequest {
     VideoCodec codec = VideoCodec::h264;
     QSize size;
     int framesPerSecond = 60;
     /// The average rate. Any one second may use up to 1.5 times as much.
     int bitsPerSecond = 0;
+    EncoderChoice choice = EncoderChoice::any;
 };
 
 /// No encoder could be opened. The status is the FFmpeg error code of the last candidate.
@@ -58,7 +61,8 @@ public:
     virtual QString name() const = 0;
 };
 
-/// Opens the first working encoder: hardware encoders first, then software encoders. Errors: EncoderError.
+/// Opens the first working encoder that the request allows: hardware encoders first, then software encoders. Errors:
+/// EncoderError.
 std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request,
                                                VideoEncoder::OnEncodedFrame onEncodedFrame);
 

@@ -312,6 +312,52 @@ TEST_F(RecorderTest, KeepsTheFrameThatItRepeats)
     EXPECT_EQ(encoderInput.pixel, test::FakeFrameSource::shownPixel);
 }
 
+TEST_F(RecorderTest, ReplacesASilentEncoderByOneInSoftware)
+{
+    encoderDelay = test::FakeDelay::forever;
+    record();
+    encoderDelay = test::FakeDelay::none;
+    time.advance(milliseconds(2999));
+    showFrame();
+    EXPECT_EQ(encoders.size(), 1U);
+    time.advance(milliseconds(1));
+    showFrame();
+    ASSERT_EQ(encoders.size(), 2U);
+    EXPECT_EQ(encoders.at(1).choice, EncoderChoice::software);
+    EXPECT_EQ(encoders.at(1).size, encoders.at(0).size);
+    recorder->saveClip();
+    time.advance(seconds(1));
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
+    EXPECT_EQ(written.at(0).snapshot.video.size(), 1);
+}
+
+TEST_F(RecorderTest, FailsWhenTheSecondEncoderIsSilentToo)
+{
+    encoderDelay = test::FakeDelay::forever;
+    record();
+    time.advance(seconds(3));
+    showFrame();
+    time.advance(seconds(3));
+    const auto released = fakes.frames->releasedFrames.load();
+    fakes.frames->emitFrame(time.now());
+    fakes.frames->releasedFrames.wait(released);
+    time.settle();
+    EXPECT_EQ(recorder->state(),
+              (RecorderState{.kind = CaptureState::Error,
+                             .message = QStringLiteral("Kayıt durdu: Video kodlayıcı görüntü vermiyor. Farklı bir "
+                                                       "çözünürlük veya codec deneyin.")}));
+    EXPECT_FALSE(fakes.frames->isRunning);
+    EXPECT_EQ(encoders.size(), 2U);
+}
+
+TEST_F(RecorderTest, DoesNotTakeAStillScreenForASilentEncoder)
+{
+    record();
+    time.advance(seconds(60));
+    showFrame();
+    EXPECT_EQ(encoders.size(), 1U);
+}
+
 TEST_F(RecorderTest, DropsAPendingRepetitionOnARestart)
 {
     encoderDelay = test::FakeDelay::onePicture;
