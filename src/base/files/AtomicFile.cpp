@@ -2,6 +2,7 @@
 #include "base/files/AtomicFile.h"
 
 #include "base/files/RenameToFreeName.h"
+#include "base/files/RetryOnInterrupt.h"
 
 #include <QFile>
 #include <QRandomGenerator>
@@ -30,15 +31,6 @@ constexpr std::int64_t WritebackStep = 4 << 20;
     throw std::system_error(code, std::generic_category());
 }
 
-template <typename Call> auto retryOnInterrupt(Call call)
-{
-    auto result = call();
-    while (result < 0 && errno == EINTR) {
-        result = call();
-    }
-    return result;
-}
-
 struct CloseDir {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
 };
@@ -53,7 +45,8 @@ AtomicFile::Descriptor::~Descriptor()
 }
 
 AtomicFile::AtomicFile(const QString& folder)
-    : m_folder(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    : m_folder(retryOnInterrupt(
+          [&] { return ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }))
 {
     if (m_folder.get() < 0) {
         fail(errno);
@@ -65,7 +58,7 @@ AtomicFile::AtomicFile(const QString& folder)
 AtomicFile::~AtomicFile()
 {
     if (!m_hiddenName.isEmpty()) {
-        ::unlinkat(m_folder.get(), m_hiddenName.constData(), 0);
+        retryOnInterrupt([&] { return ::unlinkat(m_folder.get(), m_hiddenName.constData(), 0); });
     }
 }
 

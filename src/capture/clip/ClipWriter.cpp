@@ -62,6 +62,18 @@ std::vector<std::unique_ptr<AudioTrackEncoder>> startEncoding(std::vector<AudioM
     return tracks;
 }
 
+void createFolder(const QString& folder)
+{
+    const std::filesystem::path path(QFile::encodeName(folder).toStdString());
+    std::error_code error;
+    do {
+        std::filesystem::create_directories(path, error);
+    } while (error == std::errc::interrupted);
+    if (error) {
+        throw std::system_error(error);
+    }
+}
+
 QString publish(AtomicFile& file, const ClipRequest& request, const QDateTime& date)
 {
     const ClipNameParts parts{request.game, date, request.suffix};
@@ -76,7 +88,7 @@ QString publish(AtomicFile& file, const ClipRequest& request, const QDateTime& d
 SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
 {
     auto tracks = startEncoding(mixTracks(request, plan));
-    std::filesystem::create_directories(QFile::encodeName(request.folder).toStdString());
+    createFolder(request.folder);
     const auto date = QDateTime::currentDateTime();
 
     AtomicFile file(request.folder);

@@ -3,6 +3,7 @@
 #include "capture/clip/RecorderError.h"
 
 #include "tests/base/disk/SmallDisk.h"
+#include "tests/base/faults/FileFaults.h"
 #include "tests/capture/clip/SnapshotMaker.h"
 #include "tests/media/probe/Probe.h"
 
@@ -12,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cmath>
 
 namespace quelto {
@@ -125,6 +127,23 @@ TEST(ClipFailure, CreatesADeletedFolderAgain)
     ASSERT_TRUE(QDir(folder).removeRecursively());
     EXPECT_EQ(messageOf(requestInto(folder)), QString());
     EXPECT_EQ(filesIn(folder).size(), 1);
+}
+
+TEST(ClipFailure, InterruptedFileCallsAreRepeated)
+{
+    const QTemporaryDir parent;
+    const auto folder = parent.filePath(QStringLiteral("Quelto"));
+    test::FileFaults faults(folder);
+    const auto request = requestInto(folder, {.video = pictures(3), .audio = {}, .mic = {}, .chat = {}});
+    ASSERT_EQ(messageOf(request), QString());
+    const auto calls = faults.calls();
+    ASSERT_GT(calls.size(), 10);
+    for (const auto& call : calls) {
+        ASSERT_TRUE(QDir(folder).removeRecursively());
+        faults.use({test::faultRule(call.name, call.number, EINTR)});
+        EXPECT_EQ(messageOf(request), QString()) << call.name.toStdString() << ' ' << call.number;
+        EXPECT_EQ(filesIn(folder).size(), 1);
+    }
 }
 
 TEST(ClipFailure, ImplausibleTimestampsAreAnError)
