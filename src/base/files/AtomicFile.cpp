@@ -156,4 +156,15 @@ bool AtomicFile::tryPublish(const QString& name)
     return true;
 }
 
+void AtomicFile::publish(const QString& name)
+{
+    const auto encoded = QFile::encodeName(name);
+    if (retryOnInterrupt([&] {
+            return ::renameat(m_folder.get(), m_hiddenName.constData(), m_folder.get(), encoded.constData());
+        }) < 0) {
+        fail(errno);
+    }
+    m_hiddenName.clear();
+}
+
 } // namespace quelto

@@ -34,6 +34,8 @@ public:
     void flush();
     /// Renames the file to its final name. Returns false if the name is taken; never replaces a file. Call flush first.
     bool tryPublish(const QString& name);
+    /// Renames the file to its final name and replaces a file that has it. Call flush first.
+    void publish(const QString& name);
 
 private:
     class Descriptor {

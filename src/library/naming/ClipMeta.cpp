@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipMeta.h"
 
+#include "base/files/AtomicFile.h"
 #include "library/naming/ClipName.h"
 
 #include <QFile>
@@ -10,6 +11,7 @@
 #include <QJsonObject>
 
 #include <stdexcept>
+#include <system_error>
 
 namespace quelto {
 
@@ -127,9 +129,15 @@ void ClipMeta::save(const QString& clipPath) const
     }
     object.insert(QStringLiteral("events"), list);
 
-    QFile file(pathFor(clipPath));
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    const auto json = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    const QFileInfo sidecar(pathFor(clipPath));
+    try {
+        AtomicFile file(sidecar.path());
+        file.write(std::as_bytes(std::span(json)));
+        file.flush();
+        file.publish(sidecar.fileName());
+    } catch (const std::system_error&) {
+        // The clip is complete without its sidecar.
     }
 }
 
