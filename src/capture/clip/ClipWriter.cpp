@@ -12,6 +12,7 @@
 #include "media/audio/ResamplingConverter.h"
 #include "media/mux/Mp4Writer.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <filesystem>
@@ -80,7 +81,7 @@ QString publish(AtomicFile& file, const ClipRequest& request, const QDateTime& d
     for (int mark = 1;; ++mark) {
         const auto name = clipFileName(parts, mark);
         if (file.tryPublish(name)) {
-            return request.folder + u'/' + name;
+            return QDir(request.folder).filePath(name);
         }
     }
 }

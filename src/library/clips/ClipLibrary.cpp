@@ -104,7 +104,7 @@ ClipLibrary::~ClipLibrary()
 
 void ClipLibrary::followFolder()
 {
-    const auto folder = QDir(m_dependencies.settings.saveFolder()).absolutePath();
+    const auto folder = m_dependencies.settings.saveFolder();
     if (folder == m_folder) {
         return;
     }

@@ -199,6 +199,21 @@ TEST_F(AppSettingsTest, RelativeSaveFolderIsInTheHomeFolder)
     EXPECT_EQ(AppSettings(path).saveFolder(), settings.saveFolder());
 }
 
+TEST_F(AppSettingsTest, SaveFolderHasNoSurplusSlashes)
+{
+    const auto clips = QStringLiteral("/srv/clips");
+    AppSettings settings(path);
+    for (const char* written : {"/srv/clips/", "/srv/clips//", "//srv//clips", "/srv/./clips/."}) {
+        store(QByteArray("saveFolder=") + written + "\n");
+        EXPECT_EQ(AppSettings(path).saveFolder(), clips) << written;
+        settings.setSaveFolder(QString::fromLatin1(written));
+        EXPECT_EQ(settings.saveFolder(), clips) << written;
+        EXPECT_TRUE(stored().contains("saveFolder=/srv/clips\n")) << written;
+    }
+    settings.setSaveFolder(QStringLiteral("/"));
+    EXPECT_EQ(settings.saveFolder(), QStringLiteral("/"));
+}
+
 TEST_F(AppSettingsTest, EmitsChangesBeforeWritingAndWritesUnchangedValues)
 {
     AppSettings settings(path);
