@@ -75,15 +75,28 @@ void createFolder(const QString& folder)
     }
 }
 
-QString publish(AtomicFile& file, const ClipRequest& request, const QDateTime& date)
+QString publishAs(const ClipNameParts& parts, AtomicFile& file)
 {
-    const ClipNameParts parts{request.game, date, request.suffix};
     for (int mark = 1;; ++mark) {
-        const auto name = clipFileName(parts, mark);
+        auto name = clipFileName(parts, mark);
         if (file.tryPublish(name)) {
-            return QDir(request.folder).filePath(name);
+            return name;
         }
     }
+}
+
+QString publish(const ClipNameParts& parts, AtomicFile& file)
+{
+    const auto portableParts = portableClipNameParts(parts);
+    try {
+        return publishAs(parts, file);
+    } catch (const std::system_error&) {
+        // A file system that rejects a character may report EINVAL, ENOENT or EPERM.
+        if (portableParts == parts) {
+            throw;
+        }
+    }
+    return publishAs(portableParts, file);
 }
 
 SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
@@ -103,7 +116,8 @@ SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
     }
     writeMp4(movie, file);
     file.flush();
-    return {.path = publish(file, request, date), .duration = toSeconds(plan.end - plan.start)};
+    const auto name = publish({.game = request.game, .date = date, .suffix = request.suffix}, file);
+    return {.path = QDir(request.folder).filePath(name), .duration = toSeconds(plan.end - plan.start)};
 }
 
 } // namespace

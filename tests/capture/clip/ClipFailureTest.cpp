@@ -2,6 +2,7 @@
 #include "capture/clip/ClipWriter.h"
 #include "capture/clip/RecorderError.h"
 
+#include "tests/base/disk/NtfsDisk.h"
 #include "tests/base/disk/SmallDisk.h"
 #include "tests/base/faults/FileFaults.h"
 #include "tests/capture/clip/SnapshotMaker.h"
@@ -144,6 +145,71 @@ TEST(ClipFailure, InterruptedFileCallsAreRepeated)
         EXPECT_EQ(messageOf(request), QString()) << call.name.toStdString() << ' ' << call.number;
         EXPECT_EQ(filesIn(folder).size(), 1);
     }
+}
+
+ClipRequest requestWithRejectedName(const QString& folder)
+{
+    auto request = requestInto(folder, {.video = pictures(3), .audio = {}, .mic = {}, .chat = {}});
+    request.game = QStringLiteral("What? \"Game\" <2>|*. ");
+    request.suffix = QStringLiteral("[ORTA 45] Who? .");
+    return request;
+}
+
+/// How a file system reports that it rejects a name: the error of a call for names that match a pattern.
+struct Rejection {
+    const char* fileSystem;
+    QList<QByteArray> rules;
+};
+
+class ClipNameRejection : public testing::TestWithParam<Rejection> { };
+
+TEST_P(ClipNameRejection, GivesTheClipAPortableName)
+{
+    const QTemporaryDir folder;
+    test::FileFaults faults(folder.path());
+    faults.use(GetParam().rules);
+    const auto request = requestWithRejectedName(folder.path());
+    const auto path = ClipWriter::write(request).path;
+    const auto name = QFileInfo(path).fileName();
+    EXPECT_TRUE(name.startsWith(QStringLiteral("What- -Game- -2---.  - "))) << name.toStdString();
+    EXPECT_TRUE(name.endsWith(QStringLiteral(" [ORTA 45] Who- ..mp4"))) << name.toStdString();
+    EXPECT_EQ(filesIn(folder.path()), QStringList{name});
+    EXPECT_EQ(test::decodingErrors(path), "");
+}
+
+QByteArray rejecting(const char* call, int error)
+{
+    return QByteArray(call) + " 0 " + QByteArray::number(error) + " *[?*\"<>|]*";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    FileSystems, ClipNameRejection,
+    testing::Values(
+        Rejection{"Vfat", {rejecting("renameat2", EINVAL), rejecting("linkat", EPERM), rejecting("create", EINVAL)}},
+        Rejection{"Ntfs3g", {test::faultRule("renameat2", 0, EINVAL), rejecting("linkat", EINVAL)}},
+        Rejection{"FuseExfat",
+                  {test::faultRule("renameat2", 0, EINVAL), test::faultRule("linkat", 0, EPERM),
+                   rejecting("create", ENOENT)}}),
+    [](const auto& each) { return std::string(each.param.fileSystem); });
+
+TEST(ClipFailure, NamesThatNtfsRejectsBecomePortable)
+{
+    const test::NtfsDisk disk;
+    if (!disk.isMounted()) {
+        GTEST_SKIP() << "cannot mount NTFS, which requires root, FUSE and the package ntfs-3g";
+    }
+    const auto request = requestWithRejectedName(disk.path());
+    EXPECT_EQ(messageOf(request), QString());
+    EXPECT_EQ(messageOf(request), QString());
+    EXPECT_EQ(QDir(disk.path()).entryList({QStringLiteral("What- *.mp4")}, QDir::Files).size(), 2);
+    EXPECT_EQ(filesIn(disk.path()).size(), 2);
+}
+
+TEST(ClipFailure, NameThatTheFileSystemAcceptsIsKept)
+{
+    const QTemporaryDir folder;
+    EXPECT_TRUE(ClipWriter::write(requestWithRejectedName(folder.path()))
+                    .path.startsWith(folder.filePath(QStringLiteral("What? \"Game\" <2>|*.  - "))));
 }
 
 TEST(ClipFailure, ImplausibleTimestampsAreAnError)
