@@ -187,6 +187,8 @@ public:
         m_context.reset(context);
         m_context->pb = m_io.get();
         m_context->flags |= AVFMT_FLAG_CUSTOM_IO | AVFMT_FLAG_BITEXACT;
+        // By default every packet is written on its own, which leaves the buffer unused.
+        m_context->flush_packets = 0;
         addVideoTrack(*m_video.front().sample->format);
         for (const auto& track : movie.audio) {
             addAudioTrack(track);
