@@ -9,17 +9,19 @@ namespace quelto::test {
 
 /// The fault of a write that succeeds with a part of its bytes.
 constexpr int ShortWrite = -1;
+/// The fault of a call that succeeds 20 ms later, as on a slow disk.
+constexpr int SlowCall = -2;
 
 /// Decides which file calls fail.
 ///
 /// The rules are a text. Its first line is a number that differs from text to text, its second line the folder whose
 /// files are watched. Every further line is "CALL NUMBER FAULT PATTERN": the NUMBERth call of that name, counted from 1
-/// since these rules were first used, or every call for 0, gets the FAULT, an error code or ShortWrite, if the file's
-/// name matches the shell PATTERN.
+/// since these rules were first used, or every call for 0, gets the FAULT, an error code, ShortWrite or SlowCall,
+/// if the file's name matches the shell PATTERN.
 class FileFaultRules {
 public:
     struct Decision {
-        /// An error code, ShortWrite, or 0 for none.
+        /// An error code, ShortWrite, SlowCall, or 0 for none.
         int fault = 0;
         /// "CALL NUMBER FAULT PATH", with the path inside the folder; empty for a file that is not watched.
         std::string record;

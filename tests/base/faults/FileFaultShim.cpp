@@ -6,10 +6,12 @@
 #include "tests/base/faults/FileFaultRules.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdarg>
 #include <cstdlib>
 #include <mutex>
 #include <string>
+#include <thread>
 
 #include <dirent.h>
 #include <dlfcn.h>
@@ -23,6 +25,7 @@ namespace {
 
 using quelto::test::FileFaultRules;
 using quelto::test::ShortWrite;
+using quelto::test::SlowCall;
 
 std::mutex mutex;
 FileFaultRules rules; // NOLINT(cert-err58-cpp): an exception here ends the test
@@ -71,7 +74,18 @@ std::string pathIn(int folder, const char* name)
     return name[0] == '/' || folder == AT_FDCWD ? name : pathOf(folder) + '/' + name;
 }
 
-/// The fault for a call: an error code, ShortWrite, or 0 for none. Keeps errno.
+int recordedFault(const std::string& control, const char* call, const std::string& path)
+{
+    const std::scoped_lock guard(mutex);
+    rules.use(contents(control + "/rules"));
+    const auto decision = rules.decide(call, path);
+    if (!decision.record.empty()) {
+        append(control + "/calls", decision.record);
+    }
+    return decision.fault;
+}
+
+/// The fault for a call: an error code, ShortWrite, or 0 for none. Waits for a slow call. Keeps errno.
 template <typename Path> int faultOf(const char* call, Path path)
 {
     const char* const control = std::getenv("QUELTO_FAULTS");
@@ -79,15 +93,12 @@ template <typename Path> int faultOf(const char* call, Path path)
         return 0;
     }
     const int error = errno;
-    const std::string folder(control);
-    const std::scoped_lock guard(mutex);
-    rules.use(contents(folder + "/rules"));
-    const auto decision = rules.decide(call, path());
-    if (!decision.record.empty()) {
-        append(folder + "/calls", decision.record);
+    const int fault = recordedFault(control, call, path());
+    if (fault == SlowCall) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     errno = error;
-    return decision.fault;
+    return fault == SlowCall ? 0 : fault;
 }
 
 template <typename Function> Function* real(const char* name)

@@ -12,7 +12,7 @@ namespace quelto::test {
 struct FileCall {
     QByteArray name;
     int number = 0;
-    /// An error code, ShortWrite, or 0 for none.
+    /// An error code, ShortWrite, SlowCall, or 0 for none.
     int fault = 0;
     /// Inside the watched folder.
     QByteArray path;

@@ -21,7 +21,8 @@ using test::FileCall;
 
 const QString Name = QStringLiteral("a.mp4");
 const QString Abandoned = QStringLiteral(".quelto-1-0.part");
-const QByteArray Content(100'000, 'x');
+// Large enough that writeback starts while it is written.
+const QByteArray Content(5 << 20, 'x');
 
 class AtomicFileFaults : public testing::Test {
 protected:
