@@ -4,6 +4,7 @@
 #include "app/bus/SessionBusService.h"
 #include "app/window/WindowFrame.h"
 #include "base/language/L10n.h"
+#include "platform/FileMimeData.h"
 #include "platform/factory/PlatformFactory.h"
 #include "ui/icons/Symbols.h"
 #include "ui/screens/library/LibraryForQml.h"
@@ -38,7 +39,7 @@ ApplicationController::ApplicationController()
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)
     , m_commands({.openFolder = [this] { openFolder(); },
-                  .play = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(path)); },
+                  .play = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromEncoded(fileUri(path))); },
                   .hide = [this] { m_window->hide(); },
                   .minimize = [this] { m_window->showMinimized(); },
                   .close = [this] { m_window->close(); },

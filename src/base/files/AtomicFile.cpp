@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/files/AtomicFile.h"
 
+#include "base/files/FileName.h"
 #include "base/files/RenameToFreeName.h"
 #include "base/files/RetryOnInterrupt.h"
 
-#include <QFile>
 #include <QRandomGenerator>
 
 #include <cerrno>
@@ -46,7 +46,7 @@ AtomicFile::Descriptor::~Descriptor()
 
 AtomicFile::AtomicFile(const QString& folder)
     : m_folder(retryOnInterrupt(
-          [&] { return ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }))
+          [&] { return ::open(encodeFileName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }))
 {
     if (m_folder.get() < 0) {
         fail(errno);
@@ -145,7 +145,7 @@ void AtomicFile::flush()
 
 bool AtomicFile::tryPublish(const QString& name)
 {
-    const auto error = renameToFreeName(m_folder.get(), m_hiddenName.constData(), QFile::encodeName(name).constData());
+    const auto error = renameToFreeName(m_folder.get(), m_hiddenName.constData(), encodeFileName(name).constData());
     if (error == EEXIST) {
         return false;
     }
@@ -158,7 +158,7 @@ bool AtomicFile::tryPublish(const QString& name)
 
 void AtomicFile::publish(const QString& name)
 {
-    const auto encoded = QFile::encodeName(name);
+    const auto encoded = encodeFileName(name);
     if (retryOnInterrupt([&] {
             return ::renameat(m_folder.get(), m_hiddenName.constData(), m_folder.get(), encoded.constData());
         }) < 0) {

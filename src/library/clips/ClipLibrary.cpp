@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/ClipLibrary.h"
 
+#include "base/files/FileName.h"
+#include "base/files/FileStat.h"
 #include "base/files/RenameToFreeName.h"
 #include "library/naming/ClipMeta.h"
 #include "library/naming/ClipName.h"
@@ -25,8 +27,8 @@ constexpr std::chrono::milliseconds QuietTime{400};
 /// sidecar would be lost.
 bool isTooLongForSidecar(const QString& oldPath, const QString& newPath)
 {
-    const auto name = QFile::encodeName(QFileInfo(ClipMeta::pathFor(newPath)).fileName());
-    return name.size() > NAME_MAX && QFile::exists(ClipMeta::pathFor(oldPath));
+    const auto name = encodeFileName(QFileInfo(ClipMeta::pathFor(newPath)).fileName());
+    return name.size() > NAME_MAX && tryFileStat(AT_FDCWD, encodeFileName(ClipMeta::pathFor(oldPath)).constData());
 }
 
 } // namespace
@@ -223,8 +225,7 @@ std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
     }
     const auto path = file.path() + u'/' + *name;
     if (isTooLongForSidecar(clip.path, path) ||
-        renameToFreeName(AT_FDCWD, QFile::encodeName(clip.path).constData(), QFile::encodeName(path).constData()) !=
-            0) {
+        renameToFreeName(AT_FDCWD, encodeFileName(clip.path).constData(), encodeFileName(path).constData()) != 0) {
         return std::nullopt;
     }
     ClipMeta::move(clip.path, path);

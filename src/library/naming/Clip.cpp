@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/Clip.h"
 
+#include "base/files/FileName.h"
 #include "base/language/L10n.h"
 #include "base/language/T.h"
 #include "library/naming/ClipName.h"
-
-#include <QFile>
 
 #include <fcntl.h>
 
@@ -23,7 +22,7 @@ QStringView fileNameOf(QStringView path)
 } // namespace
 
 Clip::Clip(const QString& filePath)
-    : Clip(filePath, tryFileStat(AT_FDCWD, QFile::encodeName(filePath).constData()))
+    : Clip(filePath, tryFileStat(AT_FDCWD, encodeFileName(filePath).constData()))
 {
 }
 
@@ -33,7 +32,7 @@ Clip::Clip(const QString& filePath, const std::optional<FileStat>& stat)
                 : QDateTime::currentDateTime())
     , size(stat ? stat->size : 0)
 {
-    const auto name = parseClipFileName(fileNameOf(path));
+    const auto name = parseClipFileName(displayFileName(fileNameOf(path).toString()));
     game = name.game ? *name.game : T("Diğer");
     title = name.title;
     if (name.moment) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipMeta.h"
 
+#include "base/files/FileName.h"
 #include "tests/base/faults/FileFaultRules.h"
 #include "tests/base/faults/FileFaults.h"
 
@@ -119,6 +120,21 @@ TEST_F(ClipMetaTest, MoveDoesNotReplaceAnotherSidecar)
     ClipMeta{.score = 2}.save(other);
     ClipMeta::move(clip, other);
     EXPECT_EQ(ClipMeta::load(other), ClipMeta{.score = 2});
+}
+
+TEST_F(ClipMetaTest, WorksWithNamesThatAreNotValidUtf8)
+{
+    const auto path = decodeFileName(QFile::encodeName(folder.path()) + "/B\xfcy\xfck.mp4");
+    const auto other = decodeFileName(QFile::encodeName(folder.path()) + "/B\xf6y\xf6k.mp4");
+    const ClipMeta meta{.score = 9};
+    meta.save(path);
+    EXPECT_EQ(ClipMeta::load(path), meta);
+    EXPECT_EQ(ClipMeta::load(other), std::nullopt);
+    ClipMeta::move(path, other);
+    EXPECT_EQ(ClipMeta::load(path), std::nullopt);
+    EXPECT_EQ(ClipMeta::load(other), meta);
+    ClipMeta::remove(other);
+    EXPECT_EQ(ClipMeta::load(other), std::nullopt);
 }
 
 TEST_F(ClipMetaTest, FailuresAreSilent)
