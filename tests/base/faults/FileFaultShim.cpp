@@ -135,6 +135,7 @@ int openAt(const char* symbol, int folder, const char* path, int flags, mode_t m
 
 } // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library uses reserved names
 extern "C" {
 
 int open(const char* path, int flags, ...)
@@ -283,3 +284,4 @@ dirent* readdir(DIR* folder)
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
