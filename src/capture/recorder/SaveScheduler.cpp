@@ -42,9 +42,7 @@ void SaveScheduler::saveClip()
     if (m_state == CaptureState::Idle || m_state == CaptureState::Error) {
         return;
     }
-    // Before the application's name is looked up, which may read from disk.
-    const auto pressed = m_dependencies.clock();
-    dispatch({.seconds = m_dependencies.settings.clipLength(), .game = frontApplicationName()}, pressed);
+    dispatch({.seconds = m_dependencies.settings.clipLength(), .game = frontApplicationName()}, m_dependencies.clock());
 }
 
 QString SaveScheduler::frontApplicationName() const
