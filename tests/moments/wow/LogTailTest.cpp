@@ -36,6 +36,13 @@ protected:
         return std::exchange(m_read, {});
     }
 
+    /// Saves a new file under the log's name, as editors do.
+    void replace(const QByteArray& content) const
+    {
+        TestFolder::write(file("new"), content);
+        fs::rename(file("new"), file());
+    }
+
     TestFolder folder;
     LogTail tail{[this](QByteArrayView text) { m_read.append(text.toByteArray()); }};
 
@@ -115,6 +122,80 @@ TEST_F(LogTailTest, FinishesOldLogBeforeReadingItsReplacement)
     TestFolder::write(file("new"), line(4) + '\n' + QByteArray(100'000, '\n'));
     fs::rename(file("new"), file());
     EXPECT_EQ(followNewest(OldAge), (QByteArrayList{line(2), line(4)}));
+}
+
+TEST_F(LogTailTest, ReplacementWithSameBeginningIsNotReadAgain)
+{
+    TestFolder::write(file(), line(1) + '\n' + line(2) + '\n');
+    EXPECT_EQ(followNewest().size(), 2);
+    replace(line(1) + '\n' + line(2) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    TestFolder::append(file(), line(3) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(3)});
+    replace(line(1) + '\n' + line(2) + '\n' + line(3) + '\n' + line(4) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(4)});
+}
+
+TEST_F(LogTailTest, ReplacementIsReadFromFirstLineThatDiffers)
+{
+    const auto first = line(1) + '\n' + QByteArray(300'000, '\n');
+    TestFolder::write(file(), first + line(2) + '\n' + line(3) + '\n');
+    EXPECT_EQ(followNewest(OldAge), QByteArrayList());
+    replace(first + line(20) + '\n' + line(3) + '\n');
+    EXPECT_EQ(followNewest(), (QByteArrayList{line(20), line(3)}));
+}
+
+TEST_F(LogTailTest, ShortenedReplacementContinuesWithNewLines)
+{
+    TestFolder::write(file(), line(1) + '\n' + line(2) + '\n' + line(3) + '\n');
+    EXPECT_EQ(followNewest().size(), 3);
+    replace(line(1) + '\n' + line(2) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    TestFolder::append(file(), line(4) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(4)});
+}
+
+TEST_F(LogTailTest, ReplacementCompletesLastLine)
+{
+    TestFolder::write(file(), line(1) + '\n' + line(2).left(20));
+    EXPECT_EQ(followNewest(), QByteArrayList{line(1)});
+    replace(line(1) + '\n' + line(2).left(20));
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    TestFolder::append(file(), line(2).mid(20) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(2)});
+}
+
+TEST_F(LogTailTest, ReplacementSeenWhileItIsSavedIsNotReadAgain)
+{
+    const auto content = line(1) + '\n' + QByteArray(200'000, '\n') + line(2) + '\n';
+    TestFolder::write(file(), content);
+    EXPECT_EQ(followNewest(OldAge), QByteArrayList());
+    // The editor keeps the old file as a backup until the new one is complete.
+    fs::rename(file(), file("backup"));
+    TestFolder::write(file(), "");
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    for (const auto size : {10, 60, 150'000}) {
+        TestFolder::append(file(), content.mid(static_cast<qsizetype>(fs::file_size(file())), size));
+        EXPECT_EQ(followNewest(), QByteArrayList()) << size;
+    }
+    fs::remove(file("backup"));
+    TestFolder::append(file(), content.mid(static_cast<qsizetype>(fs::file_size(file()))));
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    // Saved once more before the game writes.
+    replace(content.left(100'000));
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    replace(content + line(3) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(3)});
+}
+
+TEST_F(LogTailTest, LimitsBytesPerCallInReplacement)
+{
+    const auto content = line(1) + '\n' + QByteArray(50'000'000, '\n');
+    TestFolder::write(file(), content);
+    EXPECT_EQ(followNewest(OldAge), QByteArrayList());
+    replace(content + line(2) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    EXPECT_EQ(followNewest(), QByteArrayList{line(2)});
 }
 
 TEST_F(LogTailTest, RenamedLogContinuesAtItsOffset)
