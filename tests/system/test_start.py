@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The start of the program: a single instance, readable errors, and a clip on request over D-Bus."""
+import os
 import pathlib
 import signal
 import subprocess
@@ -62,6 +63,14 @@ class Start(desktop.DesktopTest):
         program.process.terminate()
         desktop.wait_until(thread.has_ended, 20, "the program to end")
         self.assertEqual(program.process.wait(5), 0)
+
+    def test_starts_with_a_list_of_matches_that_is_no_file(self):
+        data = desktop.TEST_FOLDER / "data-with-a-pipe"
+        data.mkdir()
+        os.mkfifo(data / "matches.json")
+        program = self.quelto({"QUELTO_DATA_DIR": str(data)}, autoStart=False)
+        program.wait_for_state("idle")
+        desktop.wait_until((data / "matches.json.unreadable").is_fifo, 5, "the pipe to be set aside")
 
     def test_clip_is_named_after_the_active_program(self):
         self.scene("--motion", "low")

@@ -17,6 +17,8 @@
 #include <QGuiApplication>
 #include <QTimer>
 
+#include <future>
+
 namespace quelto {
 
 namespace {
@@ -24,6 +26,8 @@ namespace {
 constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
 /// Limits the wait for a scan of a save folder on a disk that hangs.
 constexpr std::chrono::milliseconds ReadTimeout{500};
+/// Limits the wait for the last match to be stored.
+constexpr std::chrono::seconds WriteTimeout{3};
 
 } // namespace
 
@@ -34,8 +38,9 @@ ApplicationController::ApplicationController()
     , m_sessionQueue(QStringLiteral("quelto.session"))
     , m_saveQueue(QStringLiteral("quelto.save"))
     , m_libraryQueue(QStringLiteral("quelto.library"))
+    , m_matchQueue(QStringLiteral("quelto.matches"))
     , m_library({.settings = m_settings, .trash = *m_platform.trash, .main = m_main, .work = m_libraryQueue})
-    , m_matches({.library = m_library, .main = m_main, .store = MatchStore()})
+    , m_matches({.library = m_library, .main = m_main, .work = m_matchQueue, .store = MatchStore()})
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)
     , m_commands({.openFolder = [this] { openFolder(); },
@@ -83,6 +88,7 @@ ApplicationController::~ApplicationController()
     // First, because the window's bindings use the members destroyed below.
     delete m_window;
     m_libraryQueue.finish(ReadTimeout);
+    m_matchQueue.finish(WriteTimeout);
 }
 
 void ApplicationController::applicationDidFinishLaunching()
@@ -218,6 +224,10 @@ void ApplicationController::quit()
 void ApplicationController::finishRunningSave()
 {
     m_saveQueue.sync([] {});
+    // A match that has just ended is stored as well, unless the disk hangs.
+    const auto isStored = std::make_shared<std::promise<void>>();
+    m_matchQueue.post([isStored] { isStored->set_value(); });
+    isStored->get_future().wait_for(WriteTimeout);
 }
 
 } // namespace quelto

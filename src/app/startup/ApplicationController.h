@@ -56,7 +56,8 @@ public:
     void openFolder();
     /// Ends the program after all requested clips are saved.
     void quit();
-    /// For an exit that cannot be delayed: blocks until the clip that is being written is complete.
+    /// For an exit that cannot be delayed: blocks until the clip that is being written is complete, and the last match
+    /// is stored.
     void finishRunningSave();
 
 private:
@@ -77,6 +78,7 @@ private:
     SerialQueue m_sessionQueue;
     SerialQueue m_saveQueue;
     SerialQueue m_libraryQueue;
+    SerialQueue m_matchQueue;
     ClipLibrary m_library;
     MatchTracker m_matches;
     HotKeyManager m_hotKeys;

@@ -52,34 +52,6 @@ struct ClipLibrary::FolderScan {
     }
 };
 
-/// Posts to the main queue until the library is destroyed. A scan may finish later, when the main queue no longer
-/// exists.
-class ClipLibrary::DetachableQueue {
-public:
-    explicit DetachableQueue(TaskQueue& queue)
-        : m_queue(&queue)
-    {
-    }
-
-    void post(Task task)
-    {
-        const std::scoped_lock guard(m_lock);
-        if (m_queue != nullptr) {
-            m_queue->post(std::move(task));
-        }
-    }
-
-    void detach()
-    {
-        const std::scoped_lock guard(m_lock);
-        m_queue = nullptr;
-    }
-
-private:
-    std::mutex m_lock;
-    TaskQueue* m_queue;
-};
-
 ClipLibrary::ClipLibrary(Dependencies dependencies, QObject* parent)
     : QObject(parent)
     , m_dependencies(dependencies)

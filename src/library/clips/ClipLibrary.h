@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/settings/AppSettings.h"
-#include "base/tasks/TaskQueue.h"
+#include "base/tasks/DetachableQueue.h"
 #include "library/clips/ClipScan.h"
 #include "library/clips/FolderWatch.h"
 #include "library/naming/Clip.h"
@@ -75,7 +75,6 @@ Q_SIGNALS:
 
 private:
     struct FolderScan;
-    class DetachableQueue;
 
     void followFolder();
     void startScan();

@@ -9,8 +9,8 @@ import Quelto.Theme
 // The clips of a match. Review in the window is not implemented yet.
 PlaceholderPage {
     symbol: "flag.checkered"
-    title: MatchSummary.isKnown ? MatchSummary.name : L10n.T("Bu maç artık listede yok")
-    text: MatchSummary.isKnown ? L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.") : ""
+    title: MatchSummary.isMissing ? L10n.T("Bu maç artık listede yok") : MatchSummary.name
+    text: MatchSummary.isMissing ? "" : L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.")
 
     details: ListView {
         width: parent.width

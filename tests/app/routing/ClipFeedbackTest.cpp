@@ -34,8 +34,10 @@ protected:
 
     test::ManualTime time;
     test::ManualQueue queue{time};
-    MatchTracker matches{
-        {.library = library, .main = queue, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))}};
+    MatchTracker matches{{.library = library,
+                          .main = queue,
+                          .work = queue,
+                          .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))}};
     ClipFeedback feedback{
         settings, matches,
         ClipFeedback::Actions{

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/wow/LogTail.h"
 
+#include "tests/base/files/UnprivilegedUser.h"
 #include "tests/moments/wow/TestFolder.h"
 
 #include <QByteArrayList>
@@ -366,28 +367,13 @@ TEST_F(LogTailTest, IgnoresFileThatReplacedLogBeforeOpening)
     EXPECT_EQ(followNewest(), QByteArrayList{line(1)});
 }
 
-/// Drops root privileges while it exists, because root can read every file.
-class UnprivilegedUser {
-public:
-    UnprivilegedUser() { setUser(m_user == 0 ? Nobody : m_user); }
-    ~UnprivilegedUser() { setUser(m_user); }
-    UnprivilegedUser(const UnprivilegedUser&) = delete;
-    UnprivilegedUser& operator=(const UnprivilegedUser&) = delete;
-
-private:
-    static constexpr uid_t Nobody = 65534;
-    static void setUser(uid_t user) { EXPECT_EQ(::seteuid(user), 0); }
-
-    const uid_t m_user = ::geteuid();
-};
-
 TEST_F(LogTailTest, RetriesUnreadableLog)
 {
     TestFolder::write(file(), line(1) + '\n');
     fs::permissions(fs::path(file()).parent_path(), fs::perms::all);
     fs::permissions(file(), fs::perms::none);
     {
-        const UnprivilegedUser user;
+        const test::UnprivilegedUser user;
         ASSERT_TRUE(newestLog({folder.path()})) << "the log must exist";
         EXPECT_EQ(followNewest(), QByteArrayList());
     }

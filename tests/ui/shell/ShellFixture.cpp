@@ -39,8 +39,11 @@ void ShellFixture::SetUp()
         QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
     library = std::make_unique<ClipLibrary>(
         ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = main});
-    matches = std::make_unique<MatchTracker>(MatchTracker::Dependencies{
-        .library = *library, .main = main, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
+    matches = std::make_unique<MatchTracker>(
+        MatchTracker::Dependencies{.library = *library,
+                                   .main = main,
+                                   .work = main,
+                                   .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
     navigation = std::make_unique<Navigation>(main);
     matchSummary = std::make_unique<MatchSummary>(*matches, *navigation);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
