@@ -4,6 +4,7 @@
 #include "base/files/FileName.h"
 #include "base/files/FileStat.h"
 #include "base/files/RenameToFreeName.h"
+#include "library/naming/ClipGame.h"
 #include "library/naming/ClipMeta.h"
 #include "library/naming/ClipName.h"
 
@@ -96,13 +97,16 @@ void ClipLibrary::renewWatch()
 
 QList<GameCount> ClipLibrary::games() const
 {
-    QHash<QString, qsizetype> counts;
+    const auto other = ClipGame::none().title();
+    QHash<QString, GameCount> counts;
     for (const auto& clip : clips()) {
-        ++counts[clip.game];
+        auto& game = counts[clip.game];
+        ++game.count;
+        game.isOther = game.isOther || (clip.game == other && !clip.hasOwnGame());
     }
     QList<GameCount> games;
     for (auto each = counts.cbegin(); each != counts.cend(); ++each) {
-        games.append({.name = each.key(), .count = each.value()});
+        games.append({.name = each.key(), .count = each.value().count, .isOther = each.value().isOther});
     }
     std::ranges::sort(games, [](const GameCount& left, const GameCount& right) {
         return left.count != right.count ? left.count > right.count : left.name < right.name;

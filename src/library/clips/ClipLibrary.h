@@ -16,9 +16,12 @@
 
 namespace quelto {
 
+/// The clips that are listed under one name.
 struct GameCount {
     QString name;
     qsizetype count = 0;
+    /// Whether the name stands for clips whose file names hold no game.
+    bool isOther = false;
 
     bool operator==(const GameCount&) const = default;
 };

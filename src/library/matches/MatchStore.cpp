@@ -49,7 +49,7 @@ QDateTime date(const QJsonValue& value)
     if (std::abs(seconds) > MaxSeconds) {
         throw InvalidEntry();
     }
-    return referenceDate().addMSecs(std::llround(seconds * 1000.0)).toLocalTime();
+    return referenceDate().addMSecs(std::llround(seconds * 1000.0));
 }
 
 QString text(const QJsonValue& value)

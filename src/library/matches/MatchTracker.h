@@ -35,7 +35,7 @@ public:
         /// Reads and writes the store. Its tasks own their data and may finish after everything else is gone.
         TaskQueue& work;
         MatchStore store;
-        Clock now = [] { return QDateTime::currentDateTime(); };
+        Clock now = [] { return QDateTime::currentDateTimeUtc(); };
     };
 
     /// Starts to load the store. Matches may be played before it is loaded; deletions wait until then.

@@ -4,6 +4,7 @@
 #include "base/files/FileName.h"
 #include "base/language/L10n.h"
 #include "base/language/T.h"
+#include "library/naming/ClipGame.h"
 #include "library/naming/ClipName.h"
 
 #include <fcntl.h>
@@ -28,12 +29,12 @@ Clip::Clip(const QString& filePath)
 
 Clip::Clip(const QString& filePath, const std::optional<FileStat>& stat)
     : path(filePath)
-    , date(stat ? QDateTime::fromMSecsSinceEpoch(stat->createdAt / NanosecondsPerMillisecond)
-                : QDateTime::currentDateTime())
+    , date(stat ? QDateTime::fromMSecsSinceEpoch(stat->createdAt / NanosecondsPerMillisecond, Qt::UTC)
+                : QDateTime::currentDateTimeUtc())
     , size(stat ? stat->size : 0)
 {
     const auto name = parseClipFileName(displayFileName(fileNameOf(path).toString()));
-    game = name.game ? *name.game : T("Diğer");
+    game = name.game ? *name.game : ClipGame::none().title();
     title = name.title;
     if (name.moment) {
         autoTier = name.moment->tier;
@@ -58,7 +59,8 @@ QString Clip::displayTitle() const
         return *autoLabel;
     }
     if (const auto length = dateLength(title); length > 0) {
-        return T("{0} klibi", game) + title.mid(length);
+        // The language may have changed since the clip was read.
+        return T("{0} klibi", hasOwnGame() ? game : ClipGame::none().title()) + title.mid(length);
     }
     return title;
 }

@@ -10,13 +10,14 @@ NavItem {
 
     required property int index
     required property string name
+    required property bool isOther
     required count
 
     width: ListView.view.width
     symbol: "gamecontroller.fill"
     text: name
     active: !Navigation.hasSelected && Navigation.pageKind === Pages.Library && Navigation.hasGame && Navigation.game === name
-    onClicked: Navigation.showGame(name)
+    onClicked: isOther ? Navigation.showOther() : Navigation.showGame(name)
     onMoved: step => (row.ListView.view as SidebarList).reach(index + step)
     onVisualFocusChanged: if (visualFocus) {
         row.ListView.view.positionViewAtIndex(index, ListView.Contain);

@@ -389,6 +389,21 @@ TEST_F(ClipLibraryTest, GamesAreSortedByCountThenName)
     EXPECT_EQ(counts.join(u' '), QStringLiteral("C2 A1 B1 a1 Ä1"));
 }
 
+TEST_F(ClipLibraryTest, MarksTheNameOfClipsWithoutAGame)
+{
+    settings.setLanguage(QStringLiteral("tr"));
+    makeFile("Diğer - named.mp4");
+    makeFile("Dota 2 - a.mp4");
+    makeFile("Dota 2 - b.mp4");
+    reloadedNames();
+    EXPECT_EQ(library.games(),
+              (QList<GameCount>{{.name = QStringLiteral("Dota 2"), .count = 2},
+                                {.name = QStringLiteral("Diğer"), .count = 1}}));
+    makeFile("holiday.mp4");
+    reloadedNames();
+    EXPECT_EQ(library.games().first(), (GameCount{.name = QStringLiteral("Diğer"), .count = 2, .isOther = true}));
+}
+
 TEST_F(ClipLibraryTest, RenameMovesFileAndSidecarAndUpdatesTheListAtOnce)
 {
     makeFile("Dota 2 - 2026-03-01 20.15.07 [EFSANE 95] RAMPAGE.MP4");

@@ -2,6 +2,7 @@
 #include "library/matches/MatchStore.h"
 
 #include "tests/base/files/UnprivilegedUser.h"
+#include "tests/base/language/TimeZone.h"
 
 #include <QDir>
 #include <QFile>
@@ -101,6 +102,16 @@ INSTANTIATE_TEST_SUITE_P(
             "OneInvalidAmongValid",
             R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[]},{}])"}),
     [](const auto& row) { return row.param.name; });
+
+TEST(MatchStore, DatesAreInstants)
+{
+    const test::TimeZone start("UTC0");
+    const auto matches = decodedMatches(CompleteMatch);
+    ASSERT_TRUE(matches);
+    const auto json = encodedMatches(*matches);
+    const test::TimeZone east("UTC-3");
+    EXPECT_EQ(encodedMatches(*matches), json);
+}
 
 TEST(MatchStore, NullCountsAsAbsent)
 {

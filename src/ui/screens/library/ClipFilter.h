@@ -3,6 +3,7 @@
 
 #include "base/language/Language.h"
 #include "library/naming/Clip.h"
+#include "library/naming/ClipGame.h"
 
 #include <QList>
 #include <QString>
@@ -14,7 +15,7 @@ namespace quelto {
 /// The user's filter for clips.
 struct ClipFilter {
     /// Unset for all games.
-    std::optional<QString> game = std::nullopt;
+    std::optional<ClipGame> game = std::nullopt;
     /// "all", "epic", "medium", "basic", or "manual" for clips without a tier.
     QString tier = QStringLiteral("all");
     /// Matched against title and game, ignoring case; empty for all clips.

@@ -3,6 +3,8 @@
 
 #include "ui/shared/SharedForQml.h"
 
+#include <QTimeZone>
+
 namespace quelto {
 
 namespace {
@@ -55,6 +57,7 @@ LibraryModel::LibraryModel(const ClipLibrary& library, Clock clock, QObject* par
     , m_library(library)
     , m_clock(std::move(clock))
     , m_today(m_clock().date())
+    , m_timeZone(QTimeZone::systemTimeZoneId())
 {
     connect(&library, &ClipLibrary::clipsChanged, this, &LibraryModel::updateClips);
     m_scrollEndTimer.setSingleShot(true);
@@ -77,17 +80,28 @@ bool LibraryModel::isLoaded() const
 
 void LibraryModel::setHasGame(bool hasGame)
 {
-    auto filter = m_filter;
-    filter.game = hasGame ? std::optional(m_game) : std::nullopt;
-    setFilter(filter);
+    m_hasGame = hasGame;
+    updateGameFilter();
 }
 
 void LibraryModel::setGame(const QString& game)
 {
     m_game = game;
+    updateGameFilter();
+}
+
+void LibraryModel::setIsOther(bool isOther)
+{
+    m_isOther = isOther;
+    updateGameFilter();
+}
+
+void LibraryModel::updateGameFilter()
+{
     auto filter = m_filter;
-    if (filter.game) {
-        filter.game = game;
+    filter.game.reset();
+    if (m_hasGame) {
+        filter.game = m_isOther ? ClipGame::none() : ClipGame(m_game);
     }
     setFilter(filter);
 }
@@ -338,8 +352,11 @@ void LibraryModel::scheduleTodayUpdate()
 
 void LibraryModel::updateToday()
 {
-    if (const auto today = m_clock().date(); m_today != today) {
+    const auto today = m_clock().date();
+    const auto timeZone = QTimeZone::systemTimeZoneId();
+    if (m_today != today || m_timeZone != timeZone) {
         m_today = today;
+        m_timeZone = timeZone;
         applyFilter(anchor());
     }
     scheduleTodayUpdate();

@@ -24,6 +24,8 @@ class LibraryModel : public QObject {
     QML_ELEMENT
     Q_PROPERTY(bool hasGame READ hasGame WRITE setHasGame NOTIFY filterChanged)
     Q_PROPERTY(QString game READ game WRITE setGame NOTIFY filterChanged)
+    /// Shows the clips whose names hold no game, instead of those of `game`.
+    Q_PROPERTY(bool isOther READ isOther WRITE setIsOther NOTIFY filterChanged)
     Q_PROPERTY(QString tierFilter READ tierFilter WRITE setTierFilter NOTIFY filterChanged)
     Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY filterChanged)
 
@@ -54,10 +56,12 @@ public:
     explicit LibraryModel(QObject* parent = nullptr);
     LibraryModel(const ClipLibrary& library, Clock clock, QObject* parent = nullptr);
 
-    bool hasGame() const { return m_filter.game.has_value(); }
+    bool hasGame() const { return m_hasGame; }
     void setHasGame(bool hasGame);
     QString game() const { return m_game; }
     void setGame(const QString& game);
+    bool isOther() const { return m_isOther; }
+    void setIsOther(bool isOther);
     QString tierFilter() const { return m_filter.tier; }
     void setTierFilter(const QString& tierFilter);
     QString search() const { return m_filter.search; }
@@ -97,7 +101,8 @@ public:
     Q_INVOKABLE bool moveCurrent(int key);
     Q_INVOKABLE QString currentTitle() const;
 
-    /// Updates the titles "Today" and "Yesterday". Called every minute and just after midnight.
+    /// Updates the titles "Today" and "Yesterday", and everything local time decides after a change of the time zone.
+    /// Called every minute and just after midnight.
     void updateToday();
 
 Q_SIGNALS:
@@ -122,6 +127,7 @@ private:
     void updateLayout();
     void updateVisibleRows();
     void setScrollingFast(bool isScrollingFast);
+    void updateGameFilter();
     void setFilter(const ClipFilter& filter);
     void setCurrent(qsizetype position);
     void restore(const Anchor& anchor);
@@ -134,9 +140,12 @@ private:
     Clock m_clock;
     SearchableClips m_clips;
     ClipFilter m_filter;
-    /// Kept separately because QML may set it before hasGame.
+    // Kept separately because QML may set them in any order.
+    bool m_hasGame = false;
+    bool m_isOther = false;
     QString m_game;
     QDate m_today;
+    QByteArray m_timeZone;
     QList<DayGroup> m_groups;
     /// The index in m_clips of each card's clip.
     QList<qsizetype> m_cardClips;

@@ -61,6 +61,8 @@ protected:
         return false;
     }
 
+    QString firstTime() { return model.cards()->data(model.cards()->index(0), VisibleCards::TimeRole).toString(); }
+
     QString firstDay()
     {
         auto& days = *model.days();
@@ -293,6 +295,43 @@ TEST_F(LibraryModelTest, DayTitlesFollowTheClock)
     now = now.addDays(-1);
     model.updateToday();
     EXPECT_EQ(firstDay(), QStringLiteral("Bugün")) << "the clock was set back";
+}
+
+TEST_F(LibraryModelTest, DaysAndTimesFollowTheTimeZone)
+{
+    L10n::use(QStringLiteral("en"));
+    const test::TimeZone start("UTC0");
+    const QDateTime late(QDate(2026, 3, 1), QTime(23, 30), Qt::UTC);
+    QFile file(makeFile("Dota 2 - Ace.mp4"));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.setFileTime(late, QFileDevice::FileModificationTime);
+    file.close();
+    show();
+    model.updateToday();
+    EXPECT_EQ(firstDay(), QStringLiteral("Sunday, March 1, 2026"));
+    EXPECT_EQ(firstTime(), late.toString(QStringLiteral("HH:mm")));
+    const test::TimeZone east("UTC-3");
+    model.updateToday();
+    EXPECT_EQ(firstDay(), QStringLiteral("Monday, March 2, 2026"));
+    EXPECT_TRUE(firstTime().contains(QStringLiteral("2:30"))) << firstTime().toStdString();
+    L10n::use(QStringLiteral("tr"));
+}
+
+TEST_F(LibraryModelTest, PageOfClipsWithoutAGameKeepsThemWhenTheLanguageChanges)
+{
+    settings.setLanguage(QStringLiteral("tr"));
+    makeFile("holiday.mp4");
+    makeFile("Dota 2 - Ace.mp4");
+    model.setIsOther(true);
+    model.setGame(QStringLiteral("Diğer"));
+    model.setHasGame(true);
+    show();
+    EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("holiday")});
+    settings.setLanguage(QStringLiteral("en"));
+    EXPECT_EQ(model.count(), 1);
+    libraryTime.settle();
+    EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("holiday")});
+    settings.setLanguage(QStringLiteral("tr"));
 }
 
 TEST_F(LibraryModelTest, KeysDoNothingInAnEmptyLibrary)
