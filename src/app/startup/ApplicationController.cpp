@@ -39,6 +39,7 @@ ApplicationController::ApplicationController()
     , m_saveQueue(QStringLiteral("quelto.save"))
     , m_libraryQueue(QStringLiteral("quelto.library"))
     , m_matchQueue(QStringLiteral("quelto.matches"))
+    , m_filterQueue(QStringLiteral("quelto.filter"))
     , m_library({.settings = m_settings, .trash = *m_platform.trash, .main = m_main, .work = m_libraryQueue})
     , m_matches({.library = m_library, .main = m_main, .work = m_matchQueue, .store = MatchStore()})
     , m_hotKeys(m_settings, *m_platform.globalKey)
@@ -130,6 +131,7 @@ void ApplicationController::buildWindow()
     ClipLibraryForQml::instance = &m_library;
     ClipCommandsForQml::instance = &m_clipCommands;
     ThumbnailsForQml::instance = &m_thumbnails;
+    ArrangingQueuesForQml::instance.emplace(ClipArranger::Queues{.main = m_main, .work = m_filterQueue});
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     m_engine.loadData("import Quelto.Shell\nMainWindow {}\n");

@@ -79,6 +79,7 @@ private:
     SerialQueue m_saveQueue;
     SerialQueue m_libraryQueue;
     SerialQueue m_matchQueue;
+    SerialQueue m_filterQueue;
     ClipLibrary m_library;
     MatchTracker m_matches;
     HotKeyManager m_hotKeys;

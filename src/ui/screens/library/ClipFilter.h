@@ -42,7 +42,8 @@ private:
 
     void updateSearchKeys();
 
-    QList<Clip> m_clips;
+    // Shared with the library: copying it costs much, so nothing may detach it.
+    const QList<Clip> m_clips;
     /// One for each clip; empty until the first search.
     QList<SearchKeys> m_searchKeys;
     /// The language whose case rules the keys follow.

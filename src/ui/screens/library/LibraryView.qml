@@ -105,7 +105,7 @@ FocusScope {
             EmptyLibrary {
                 anchors.centerIn: parent
                 visible: clips.isLoaded && clips.count === 0
-                isSearch: clips.search !== ""
+                isSearch: clips.showsSearch
             }
         }
     }
