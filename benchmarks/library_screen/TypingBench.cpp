@@ -114,25 +114,28 @@ int bench(const QString& folder)
     Typist typist(screen);
     typist.press(Qt::Key_F, Qt::ControlModifier);
     wait(200);
+    constexpr int Backspaces = 10;
+    const auto letters = QStringLiteral("solo kill (ahri");
     std::vector<Times> keys;
-    for (const auto letter : QStringLiteral("solo kill (ahri")) {
-        keys.push_back(typist.measure([&] { typist.type(letter); }));
+    const auto key = [&](const std::function<void()>& press) { keys.push_back(typist.measure(press)); };
+    for (const auto letter : letters) {
+        key([&] { typist.type(letter); });
     }
-    for (int i = 0; i < 10; ++i) {
-        keys.push_back(typist.measure([&] { typist.press(Qt::Key_Backspace); }));
+    for (int i = 0; i < Backspaces; ++i) {
+        key([&] { typist.press(Qt::Key_Backspace); });
     }
     typist.press(Qt::Key_A, Qt::ControlModifier);
-    keys.push_back(typist.measure([&] { typist.press(Qt::Key_Delete); }));
+    key([&] { typist.press(Qt::Key_Delete); });
     const auto clips = typist.model().count();
-    std::vector<Times> newClips;
+    std::vector<Times> newClips(5);
     const auto added = QDir(folder).filePath(QStringLiteral("Dota 2 - 2026-11-01 20.15.07.mp4"));
-    for (int i = 0; i < 5; ++i) {
-        newClips.push_back(typist.measure([&] {
+    for (auto& times : newClips) {
+        times = typist.measure([&] {
             if (!QFile::remove(added)) {
                 QFile(added).open(QIODevice::WriteOnly);
             }
             screen.library().reload();
-        }));
+        });
     }
     QFile::remove(added);
     std::printf("{");

@@ -27,8 +27,7 @@ struct ClipFilter {
 /// A list of clips with cached search keys, which are computed once instead of on every keystroke.
 class SearchableClips {
 public:
-    SearchableClips() = default;
-    explicit SearchableClips(QList<Clip> clips);
+    explicit SearchableClips(QList<Clip> clips = {});
 
     const QList<Clip>& clips() const { return m_clips; }
     /// The indexes in clips() of the clips that match, in ascending order.
