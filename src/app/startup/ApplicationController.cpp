@@ -82,6 +82,8 @@ ApplicationController::ApplicationController()
                                                                    .main = m_main,
                                                                    .session = m_sessionQueue,
                                                                    .saves = m_saveQueue});
+    m_saveFailure = std::make_unique<SaveFailure>(SaveFailure::Dependencies{
+        .recorder = *m_recorder, .settings = m_settings, .main = m_main, .work = m_libraryQueue});
 }
 
 ApplicationController::~ApplicationController()
@@ -127,6 +129,7 @@ void ApplicationController::buildWindow()
     WindowCommandsForQml::instance = &m_commands;
     NavigationForQml::instance = &m_navigation;
     MatchSummaryForQml::instance = &m_matchSummary;
+    SaveFailureForQml::instance = m_saveFailure.get();
     LibraryOverviewForQml::instance = &m_overview;
     ClipLibraryForQml::instance = &m_library;
     ClipCommandsForQml::instance = &m_clipCommands;
@@ -145,8 +148,6 @@ void ApplicationController::buildWindow()
 
 void ApplicationController::joinSavedClips()
 {
-    connect(m_recorder.get(), &Recorder::clipSaved, &m_commands, &WindowCommands::clipSaved);
-    connect(m_recorder.get(), &Recorder::saveFailed, &m_commands, &WindowCommands::saveFailed);
     connect(m_recorder.get(), &Recorder::clipSaved, &m_feedback, &ClipFeedback::clipSaved);
     connect(m_recorder.get(), &Recorder::saveFailed, &m_feedback, &ClipFeedback::saveFailed);
 }

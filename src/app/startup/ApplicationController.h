@@ -22,6 +22,7 @@
 #include "ui/shell/Hud.h"
 #include "ui/shell/LibraryOverview.h"
 #include "ui/shell/MatchSummary.h"
+#include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
 
@@ -84,6 +85,7 @@ private:
     MatchTracker m_matches;
     HotKeyManager m_hotKeys;
     std::unique_ptr<StatusItem> m_statusItem;
+    std::unique_ptr<SaveFailure> m_saveFailure;
     Theme m_theme;
     WindowCommands m_commands;
     Navigation m_navigation;

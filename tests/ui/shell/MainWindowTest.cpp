@@ -89,16 +89,6 @@ TEST_F(MainWindowTest, ShowsTheMicrophoneWarning)
     picture(QStringLiteral("window-microphone-warning"));
 }
 
-TEST_F(MainWindowTest, SaveErrorIsShownUntilASaveSucceeds)
-{
-    record();
-    commands->saveFailed(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı."));
-    EXPECT_TRUE(shows(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı.")));
-    picture(QStringLiteral("window-save-failed"));
-    commands->clipSaved();
-    EXPECT_FALSE(shows(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı.")));
-}
-
 TEST_F(MainWindowTest, SaveButtonIsReachableByKeyboard)
 {
     record();
