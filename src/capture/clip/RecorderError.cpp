@@ -6,8 +6,14 @@
 namespace quelto {
 
 RecorderError::RecorderError(const QString& message)
+    : RecorderError(message, message)
+{
+}
+
+RecorderError::RecorderError(const QString& message, const QString& reason)
     : std::runtime_error(message.toStdString())
     , m_message(message)
+    , m_reason(reason)
 {
 }
 
@@ -23,7 +29,7 @@ RecorderError RecorderError::silentEncoder()
 
 RecorderError RecorderError::writer(const QString& text)
 {
-    return RecorderError(T("Klip yazılamadı: {0}", text));
+    return {T("Klip yazılamadı: {0}", text), text};
 }
 
 RecorderError RecorderError::permission()

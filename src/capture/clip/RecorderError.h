@@ -20,11 +20,15 @@ public:
     static RecorderError emptyBuffer();
 
     const QString& message() const noexcept { return m_message; }
+    /// The message without words that only say that the clip was not saved, for places that say so themselves.
+    const QString& reason() const noexcept { return m_reason; }
 
 private:
     explicit RecorderError(const QString& message);
+    RecorderError(const QString& message, const QString& reason);
 
     QString m_message;
+    QString m_reason;
 };
 
 } // namespace quelto

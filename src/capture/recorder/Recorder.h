@@ -89,7 +89,8 @@ Q_SIGNALS:
     void micLevelChanged();
     void micChanged();
     void clipSaved(const quelto::SavedClip& clip);
-    void saveFailed(const QString& message);
+    /// With the translated texts of a RecorderError.
+    void saveFailed(const QString& message, const QString& reason);
 
 private:
     void setState(const RecorderState& state);

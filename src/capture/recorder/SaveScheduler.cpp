@@ -117,7 +117,7 @@ void SaveScheduler::save(const Save& save)
         onMain(RetryInterval, [this, save] { retry(save); });
         return;
     }
-    QString message;
+    std::optional<RecorderError> failure;
     try {
         auto clip = m_dependencies.write({.snapshot = std::move(snapshot),
                                           .systemGain = save.systemGain,
@@ -137,14 +137,14 @@ void SaveScheduler::save(const Save& save)
         });
         return;
     } catch (const RecorderError& error) {
-        message = error.message();
+        failure = error;
     } catch (const std::exception& error) {
         // For example out of memory. The next request must still be served.
-        message = RecorderError::writer(QString::fromUtf8(error.what())).message();
+        failure = RecorderError::writer(QString::fromUtf8(error.what()));
     }
-    onMain({}, [this, message] {
+    onMain({}, [this, failure = *failure] {
         setSaving(false);
-        Q_EMIT saveFailed(message);
+        Q_EMIT saveFailed(failure.message(), failure.reason());
     });
 }
 

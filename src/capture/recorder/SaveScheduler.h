@@ -60,8 +60,8 @@ Q_SIGNALS:
     void isSavingChanged();
     /// Emitted after isSaving has become false.
     void clipSaved(const quelto::SavedClip& clip);
-    /// With a translated message; emitted after isSaving has become false.
-    void saveFailed(const QString& message);
+    /// With the translated texts of a RecorderError; emitted after isSaving has become false.
+    void saveFailed(const QString& message, const QString& reason);
 
 private:
     /// What is fixed at the time of the request.

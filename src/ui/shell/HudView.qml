@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
 import Quelto.Icons
+import Quelto.Shell
 import Quelto.Theme
 
 // The HUD. It appears above a game, so its background is the same in all palettes.
@@ -35,12 +36,19 @@ Rectangle {
         tier: hud.tier
     }
 
+    HudFailureTint {
+        anchors.fill: parent
+        visible: hud.error
+        radius: hud.radius
+    }
+
     Row {
         anchors.verticalCenter: parent.verticalCenter
         x: hud.inset
         spacing: hud.gap
 
         Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
             width: hud.tileSide
             height: hud.tileSide
             radius: Theme.radius.tile
@@ -50,6 +58,7 @@ Rectangle {
                 anchors.centerIn: parent
                 symbol: hud.symbol
                 side: 20
+                weight: Font.Black
                 color: hud.tier === "" ? Theme.onAccent : style.foreground
             }
         }
@@ -73,6 +82,8 @@ Rectangle {
                 text: hud.subtitle
                 color: Theme.muted
                 font.pixelSize: Theme.fontSize.caption
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
                 elide: Text.ElideRight
                 textFormat: Text.PlainText
             }

@@ -37,6 +37,7 @@ protected:
     QList<SavedClip> savedClips;
     QStringList savedPaths;
     QStringList failures;
+    QStringList failureReasons;
     std::unique_ptr<Recorder> recorder;
 
     void SetUp() override
@@ -77,7 +78,10 @@ protected:
             savedPaths.append(clip.path);
         });
         QObject::connect(recorder.get(), &Recorder::saveFailed, recorder.get(),
-                         [this](const QString& message) { failures.append(message); });
+                         [this](const QString& message, const QString& reason) {
+                             failures.append(message);
+                             failureReasons.append(reason);
+                         });
     }
 
     /// Sends one frame through the real video queue into the buffer.

@@ -322,6 +322,7 @@ TEST_F(SaveSchedulerTest, ServesTheNextRequestAfterAFailure)
     recorder->saveClip();
     time.advance(seconds(1));
     EXPECT_EQ(failures, QStringList{QStringLiteral("Klip yazılamadı: Diskte yer kalmadı.")});
+    EXPECT_EQ(failureReasons, QStringList{QStringLiteral("Diskte yer kalmadı.")});
     EXPECT_FALSE(recorder->isSaving());
     isDiskFull = false;
     recorder->saveClip();
