@@ -34,7 +34,7 @@ constexpr std::chrono::seconds WriteTimeout{3};
 ApplicationController::ApplicationController()
     : m_platform(makePlatform())
     , m_settings(AppSettings::defaultPath())
-    , m_language(m_settings)
+    , m_language(m_settings.language())
     , m_sessionQueue(QStringLiteral("quelto.session"))
     , m_saveQueue(QStringLiteral("quelto.save"))
     , m_libraryQueue(QStringLiteral("quelto.library"))

@@ -89,7 +89,7 @@ int main(int argc, char* argv[])
             return 0;
         }
         const quelto::AppSettings settings(quelto::AppSettings::defaultPath());
-        const quelto::LanguageSwitcher language(settings);
+        const quelto::LanguageSwitcher language(settings.language());
         std::fputs(qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.") +
                               u'\n'),
                    stderr);
