@@ -18,7 +18,6 @@ T.AbstractButton {
     // Shows a spinner in place of the symbol. A busy button is not dimmed while it is disabled.
     property bool busy: false
     property string symbol: ""
-    property string trailingText: ""
     readonly property real minimumWidth: 44
     readonly property color foreground: filled ? Theme.onAccent : destructive ? Theme.live : Theme.text
     readonly property color fill: !filled ? (down || hovered ? Theme.cardHover : Theme.card)
@@ -48,11 +47,9 @@ T.AbstractButton {
     contentItem: ButtonLabel {
         symbol: button.symbol
         text: button.text
-        trailingText: button.trailingText
         busy: button.busy
-        gap: Theme.spacing.row
         canShrink: true
-        isCentered: button.trailingText === ""
+        isCentered: true
         font: button.font
         color: button.foreground
     }

@@ -54,7 +54,7 @@ TEST_F(StatusItemTest, HasItsEntriesInOrder)
 {
     const QStringList expected{QStringLiteral("Kayıt kapalı"),
                                QStringLiteral("-"),
-                               QStringLiteral("Klip Kaydet (⌥⇧C)"),
+                               QStringLiteral("Klip Kaydet (Alt+Shift+C)"),
                                QStringLiteral("Kaydı Başlat"),
                                QStringLiteral("-"),
                                QStringLiteral("Quelto'yi Aç"),

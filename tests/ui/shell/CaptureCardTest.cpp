@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "base/keys/HotKeyText.h"
 #include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
@@ -193,7 +192,7 @@ TEST_F(CaptureCardTest, ErrorTextIsSmallAndRed)
     EXPECT_FALSE(shows(message));
 }
 
-TEST_F(CaptureCardTest, SaveButtonShowsItsShortcutAtTheRight)
+TEST_F(CaptureCardTest, SaveButtonShowsItsShortcutAsKeyCaps)
 {
     record();
     auto* button = item(save);
@@ -201,12 +200,47 @@ TEST_F(CaptureCardTest, SaveButtonShowsItsShortcutAtTheRight)
     const auto* scissors = test::symbolOn(button);
     EXPECT_EQ(scissors->property("symbol").toString(), QStringLiteral("scissors"));
     EXPECT_EQ(placeOf(test::labelOn(button, save)).left() - placeOf(scissors).right(), 8);
-    const auto* key = test::labelOn(button, hotKeyDisplay(settings.hotkeyModifiers(), settings.hotkeyKeyName()));
-    ASSERT_NE(key, nullptr);
-    EXPECT_EQ(fontOf(key).pixelSize(), 11);
-    EXPECT_EQ(fontOf(key).weight(), QFont::Bold);
-    EXPECT_EQ(key->opacity(), 0.85);
-    EXPECT_EQ(placeOf(key).right(), placeOf(button).right() - 16);
+    EXPECT_EQ(descriptionOf(save), QStringLiteral("Alt+Shift+C"));
+    for (const auto* word : {"Alt", "Shift", "C"}) {
+        const auto* key = test::labelOn(button, QLatin1String(word));
+        ASSERT_NE(key, nullptr) << word;
+        EXPECT_EQ(fontOf(key).pixelSize(), 11);
+        EXPECT_EQ(fontOf(key).weight(), QFont::Bold);
+    }
+    const auto* cap = test::enclosingRectangle(test::labelOn(button, QStringLiteral("Alt")));
+    EXPECT_EQ(placeOf(cap).left(), placeOf(test::labelOn(button, save)).left());
+    EXPECT_EQ(cap->parentItem()->opacity(), 0.85);
+}
+
+TEST_F(CaptureCardTest, KeysAreBesideTheTextOfTheSaveButtonIfTheyFit)
+{
+    record();
+    const auto middle = [this](const QString& text) { return placeOf(test::labelOn(item(save), text)).center().y(); };
+    EXPECT_GT(middle(QStringLiteral("Shift")), middle(save) + 10) << "below it";
+    const auto tall = item(save)->height();
+    settings.setHotkeyModifiers(0);
+    settings.setHotkeyKeyName(QStringLiteral("F9"));
+    drawFrame();
+    EXPECT_NEAR(middle(QStringLiteral("F9")), middle(save), 1.5);
+    EXPECT_EQ(placeOf(test::enclosingRectangle(test::labelOn(item(save), QStringLiteral("F9")))).right(),
+              placeOf(item(save)).right() - 16);
+    picture(QStringLiteral("window-short-shortcut"));
+    EXPECT_LT(item(save)->height(), tall);
+}
+
+TEST_F(CaptureCardTest, ShortcutOfManyLongKeyNamesIsWrittenInsideTheSaveButton)
+{
+    record();
+    settings.setHotkeyModifiers(256 + 512 + 2048 + 4096);
+    settings.setHotkeyKeyName(QStringLiteral("⌫"));
+    drawFrame();
+    const auto* line =
+        test::labelOn(item(save), QStringLiteral("Ctrl+\u200BAlt+\u200BShift+\u200BSuper+\u200BBackspace"));
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(line->property("lineCount").toInt(), 2);
+    EXPECT_LE(line->property("contentWidth").toDouble(), line->width());
+    EXPECT_TRUE(placeOf(item(save)).contains(placeOf(line)));
+    picture(QStringLiteral("window-long-shortcut"));
 }
 
 TEST_F(CaptureCardTest, SaveButtonIsDimmedUnlessTheRecorderIsActive)
