@@ -65,6 +65,12 @@ QString Clip::displayTitle() const
     return title;
 }
 
+QString Clip::visibleTitle() const
+{
+    const auto shown = displayTitle();
+    return shown.trimmed().isEmpty() ? fileNameOf(path).toString() : shown;
+}
+
 bool Clip::isTall() const
 {
     return hasTallMark(title);

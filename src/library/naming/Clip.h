@@ -40,6 +40,8 @@ struct Clip {
     bool hasDefaultTitle() const;
     /// The title for lists: the moment's label, "GAME clip" for a default title, or the user's title.
     QString displayTitle() const;
+    /// The title on screens: displayTitle(), or the file's name if that is blank, as for "a - .mp4".
+    QString visibleTitle() const;
     /// Whether the picture is in portrait format, by the mark that the aspect export writes into the name.
     bool isTall() const;
     /// In decimal units and the language's number format: "12,4 MB".

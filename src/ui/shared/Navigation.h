@@ -63,7 +63,7 @@ public:
     const std::optional<Clip>& selected() const { return m_selected; }
     bool hasSelected() const { return m_selected.has_value(); }
     QString selectedPath() const { return m_selected ? m_selected->path : QString(); }
-    QString selectedTitle() const { return m_selected ? m_selected->displayTitle() : QString(); }
+    QString selectedTitle() const { return m_selected ? m_selected->visibleTitle() : QString(); }
     void setSelected(const std::optional<Clip>& clip);
 
     // The show functions also close the open clip.

@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
 import Quelto.Icons
+import Quelto.Shared
 import Quelto.Shell
 import Quelto.Theme
 
@@ -69,7 +70,7 @@ Rectangle {
 
             Text {
                 width: hud.textWidth
-                text: hud.title
+                text: L10n.isolated(hud.title)
                 color: Theme.onAccent
                 font.pixelSize: Theme.fontSize.body
                 font.weight: Font.Bold
@@ -79,7 +80,7 @@ Rectangle {
 
             Text {
                 width: hud.textWidth
-                text: hud.subtitle
+                text: L10n.isolated(hud.subtitle)
                 color: Theme.muted
                 font.pixelSize: Theme.fontSize.caption
                 wrapMode: Text.Wrap

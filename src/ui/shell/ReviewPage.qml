@@ -25,14 +25,14 @@ PlaceholderPage {
             required property string modelData
 
             width: ListView.view.width
-            text: modelData
+            text: L10n.isolated(modelData)
             color: Theme.text
             font.pixelSize: Theme.fontSize.body
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             textFormat: Text.PlainText
             Accessible.role: Accessible.ListItem
-            Accessible.name: text
+            Accessible.name: modelData
         }
     }
 

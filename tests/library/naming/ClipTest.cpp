@@ -48,6 +48,14 @@ TEST(Clip, DisplayTitleOfADefaultTitleNamesTheGame)
     EXPECT_EQ(clip("Dota 2 - 2026-03-01 20.15.07 (2).mp4").displayTitle(), QStringLiteral("Dota 2 klibi (2)"));
 }
 
+TEST(Clip, VisibleTitleOfABlankTitleIsTheFileName)
+{
+    EXPECT_EQ(clip("a - .mp4").displayTitle(), QString());
+    EXPECT_EQ(clip("a - .mp4").visibleTitle(), QStringLiteral("a - .mp4"));
+    EXPECT_EQ(clip("a -   .mp4").visibleTitle(), QStringLiteral("a -   .mp4"));
+    EXPECT_EQ(clip("a - b.mp4").visibleTitle(), QStringLiteral("b"));
+}
+
 TEST(Clip, ParsesTierScoreAndLabel)
 {
     const auto found = clip("League of Legends - 2026-03-01 20.15.07 (2) [EFSANE 95] Penta Kill.mp4");

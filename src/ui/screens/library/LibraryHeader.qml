@@ -33,7 +33,7 @@ Item {
 
         Text {
             width: parent.width
-            text: header.title
+            text: L10n.isolated(header.title)
             textFormat: Text.PlainText
             elide: Text.ElideRight
             maximumLineCount: 1
@@ -41,7 +41,7 @@ Item {
             font.pixelSize: Theme.fontSize.pageTitle
             font.weight: Font.ExtraBold
             Accessible.role: Accessible.Heading
-            Accessible.name: text
+            Accessible.name: header.title
         }
 
         Text {

@@ -321,7 +321,7 @@ bool LibraryModel::moveCurrent(int key)
 
 QString LibraryModel::currentTitle() const
 {
-    return m_current < 0 ? QString() : clipAt(m_current).displayTitle();
+    return m_current < 0 ? QString() : clipAt(m_current).visibleTitle();
 }
 
 void LibraryModel::scheduleTodayUpdate()
