@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/bus/SessionBusService.h"
 
+#include "base/settings/SettingChoices.h"
+
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QMetaProperty>
+#include <QMetaEnum>
 
 namespace quelto {
 
@@ -49,16 +51,15 @@ void ProgramOnBus::Stop()
 
 void ProgramOnBus::SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call)
 {
-    const auto* type = m_settings.metaObject();
-    const auto property = type->property(type->indexOfProperty(key.toUtf8().constData()));
-    auto converted = value.variant();
-    if (!property.isWritable() || !converted.convert(property.metaType())) {
+    const auto accepted = offeredSetting(key, value.variant());
+    if (!accepted) {
         call.setDelayedReply(true);
-        QDBusConnection::sessionBus().send(
-            call.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("no setting \"%1\" of that kind").arg(key)));
+        QDBusConnection::sessionBus().send(call.createErrorReply(
+            QDBusError::InvalidArgs,
+            QStringLiteral("there is no setting \"%1\", or it does not take this value").arg(key)));
         return;
     }
-    property.write(&m_settings, converted);
+    m_settings.setProperty(key.toUtf8().constData(), *accepted);
 }
 
 ApplicationOnBus::ApplicationOnBus(std::function<void()> activate, QObject* object)

@@ -51,7 +51,7 @@ public Q_SLOTS:
     void SaveClip();
     void Start();
     void Stop();
-    /// Sets a preference by its name. An unknown name or a value of another type is an error.
+    /// Sets a preference by its name. An unknown name, and a value that the settings page does not offer, is an error.
     void SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call);
 
 Q_SIGNALS:

@@ -117,6 +117,8 @@ public:
     static constexpr std::array clipLengths{15, 30, 45, 60, 90, 120, 180, 300};
     static constexpr std::array fpsOptions{30, 60, 120};
     static constexpr std::array discordLimits{10, 50, 500};
+    static constexpr std::array colorThemes{"ember",  "blurple", "onyx",        "midnight", "crimson",
+                                            "forest", "sunset",  "cottoncandy", "ocean",    "neon"};
 
     /// $XDG_CONFIG_HOME/Quelto/Quelto.conf
     static QString defaultPath();
