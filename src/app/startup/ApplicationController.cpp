@@ -3,7 +3,7 @@
 
 #include "app/bus/SessionBusService.h"
 #include "app/window/WindowFrame.h"
-#include "base/language/L10n.h"
+#include "base/language/T.h"
 #include "platform/FileMimeData.h"
 #include "platform/factory/PlatformFactory.h"
 #include "ui/icons/Symbols.h"
@@ -74,7 +74,8 @@ ApplicationController::ApplicationController()
                       [this](const MatchNotification& notification) {
                           m_platform.notifications->show({.id = matchIdText(notification.id),
                                                           .title = notification.title,
-                                                          .body = notification.body});
+                                                          .body = notification.body,
+                                                          .action = T("İncele")});
                       }})
 {
     m_recorder = std::make_unique<Recorder>(Recorder::Dependencies{.settings = m_settings,

@@ -3,6 +3,7 @@
 #include "app/startup/ApplicationController.h"
 #include "app/startup/LanguageSwitcher.h"
 #include "app/startup/Renderer.h"
+#include "app/startup/StartupProblem.h"
 #include "app/startup/TerminationSignals.h"
 #include "base/language/T.h"
 
@@ -71,12 +72,34 @@ void endEvenIfAThreadHangs(int result)
     }).detach();
 }
 
+/// Tells the user of a number in the settings file that ends the program, and then lets it.
+void endIfASettingIsOutOfRange()
+{
+    const auto path = quelto::AppSettings::defaultPath();
+    if (const auto setting = quelto::findOutOfRangeSetting(path)) {
+        const quelto::LanguageSwitcher language(quelto::storedLanguage(path));
+        quelto::show(quelto::startupProblem(*setting));
+        const quelto::AppSettings ends(path);
+    }
+}
+
+/// Whether QApplication can be created; it ends the program otherwise.
+bool hasDisplay()
+{
+    return std::ranges::any_of(std::array{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"},
+                               [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     // Writing to a closed socket must not end the program.
     std::signal(SIGPIPE, SIG_IGN);
+    if (!hasDisplay()) {
+        const QCoreApplication withoutWindows(argc, argv);
+        endIfASettingIsOutOfRange();
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quelto"));
     QApplication::setApplicationVersion(QStringLiteral(QUELTO_VERSION));
@@ -88,13 +111,14 @@ int main(int argc, char* argv[])
         if (quelto::raiseRunningInstance()) {
             return 0;
         }
-        const quelto::AppSettings settings(quelto::AppSettings::defaultPath());
-        const quelto::LanguageSwitcher language(settings.language());
+        const quelto::LanguageSwitcher language(quelto::storedLanguage(quelto::AppSettings::defaultPath()));
         std::fputs(qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.") +
                               u'\n'),
                    stderr);
         return 1;
     }
+
+    endIfASettingIsOutOfRange();
 
     quelto::chooseRenderer();
     quelto::ApplicationController controller;

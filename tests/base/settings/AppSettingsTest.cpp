@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/settings/AppSettings.h"
+#include "base/settings/OutOfRangeSetting.h"
 
 #include <QDir>
 #include <QFile>
@@ -242,7 +243,28 @@ TEST_F(AppSettingsDeathTest, OutOfRangeNumberEndsTheProgram)
     store("displayID=-1\n");
     EXPECT_DEATH(AppSettings{path}, "displayID");
     store("hotkeyCode=4294967296\n");
-    EXPECT_DEATH(AppSettings{path}, "hotkeyCode");
+    EXPECT_DEATH(AppSettings{path}, "hotkeyCode=4294967296 is out of range in .*Quelto.conf");
+    store("hotkeyModifiers=99999999999999999999\n");
+    EXPECT_DEATH(AppSettings{path}, "hotkeyModifiers");
+}
+
+TEST_F(AppSettingsTest, OutOfRangeNumberIsFoundWithoutReadingTheSettings)
+{
+    EXPECT_EQ(findOutOfRangeSetting(path), std::nullopt) << "no file";
+    const OutOfRangeSetting hotkey{.file = path, .key = QStringLiteral("hotkeyCode"), .value = QStringLiteral("-1")};
+    store("clipLength=-5\nfps=99999999999\ndisplayID=4294967295\nhotkeyCode=-1\n");
+    EXPECT_EQ(findOutOfRangeSetting(path), hotkey) << "only these three numbers have a range";
+    store("displayID=abc\nhotkeyModifiers=\nhotkeyCode=8\n");
+    EXPECT_EQ(findOutOfRangeSetting(path), std::nullopt) << "a word reads as 0";
+    store("displayID=99999999999999999999\n");
+    EXPECT_EQ(findOutOfRangeSetting(path)->value, QStringLiteral("99999999999999999999"));
+}
+
+TEST_F(AppSettingsTest, LanguageIsReadWithoutTheOtherSettings)
+{
+    EXPECT_EQ(storedLanguage(path), QStringLiteral("system"));
+    store("language=de\nhotkeyCode=-1\n");
+    EXPECT_EQ(storedLanguage(path), QStringLiteral("de"));
 }
 
 } // namespace
