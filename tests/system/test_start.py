@@ -11,6 +11,33 @@ import desktop
 import frozen_thread
 
 
+class CommandLine(desktop.DesktopTest):
+    def run_with(self, display, *arguments):
+        environment = {key: value for key, value in os.environ.items() if key != "DISPLAY"}
+        if display is not None:
+            environment["DISPLAY"] = display
+        return subprocess.run([desktop.Quelto.PROGRAM, *arguments], env={**environment, "LANGUAGE": "en"},
+                              capture_output=True, text=True, timeout=20)
+
+    def test_help_and_version_need_no_x_server(self):
+        desktop.Quelto.write_settings({"language": "de"})
+        for display in (None, ":9999", os.environ["DISPLAY"]):
+            with self.subTest(display=display):
+                version = self.run_with(display, "--version")
+                self.assertEqual((version.returncode, version.stderr), (0, ""))
+                self.assertRegex(version.stdout, r"^Quelto \d+\.\d+\.\d+\n$")
+                help_text = self.run_with(display, "--help")
+                self.assertEqual((help_text.returncode, help_text.stderr), (0, ""))
+                self.assertIn("Zeigt diese Hilfe", help_text.stdout)
+        self.assertEqual(desktop.visible_windows("Quelto"), [])
+
+    def test_unknown_option_is_an_error(self):
+        for display in (None, os.environ["DISPLAY"]):
+            result = self.run_with(display, "--no-such-option")
+            self.assertEqual((result.returncode, result.stdout), (2, ""))
+            self.assertIn("--no-such-option", result.stderr)
+
+
 class Start(desktop.DesktopTest):
     def test_short_recording(self):
         self.scene("--motion", "low", "--tone", 440)

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/bus/SessionBusService.h"
 #include "app/startup/ApplicationController.h"
+#include "app/startup/CommandLine.h"
 #include "app/startup/LanguageSwitcher.h"
 #include "app/startup/Renderer.h"
 #include "app/startup/StartupProblem.h"
 #include "app/startup/TerminationSignals.h"
+#include "base/language/L10n.h"
 #include "base/language/T.h"
 
 #include <QApplication>
@@ -72,6 +74,22 @@ void endEvenIfAThreadHangs(int result)
     }).detach();
 }
 
+/// The exit code if the command line asks for more than to run.
+std::optional<int> answerOnTerminal(int argc, char* argv[])
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    quelto::L10n::use(quelto::storedLanguage(quelto::AppSettings::defaultPath()));
+    const auto answer = quelto::answerCommandLine(arguments);
+    if (!answer) {
+        return std::nullopt;
+    }
+    std::fputs(qUtf8Printable(answer->text), answer->isError() ? stderr : stdout);
+    return answer->exitCode;
+}
+
 /// Tells the user of a number in the settings file that ends the program, and then lets it.
 void endIfASettingIsOutOfRange()
 {
@@ -96,6 +114,9 @@ int main(int argc, char* argv[])
 {
     // Writing to a closed socket must not end the program.
     std::signal(SIGPIPE, SIG_IGN);
+    if (const auto exitCode = answerOnTerminal(argc, argv)) {
+        return *exitCode;
+    }
     if (!hasDisplay()) {
         const QCoreApplication withoutWindows(argc, argv);
         endIfASettingIsOutOfRange();
