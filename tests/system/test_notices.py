@@ -51,5 +51,47 @@ class OutOfRangeSetting(desktop.DesktopTest):
         desktop.wait_until(lambda: desktop.bus_answers("app.quelto.Quelto", "/app/quelto/Quelto"), 10, "the program")
 
 
+class ClosedWindow(desktop.DesktopTest):
+    """The private desktop has no status area, so nothing shows that the program goes on."""
+
+    def setUp(self):
+        self.monitor = notifications.NotificationMonitor()
+        self.addCleanup(self.monitor.stop)
+
+    def start(self, **settings):
+        program = self.quelto(language="en", **{"windows/ToldAboutBackground": None, **settings})
+        program.wait_for_state("recording" if settings.get("autoStart", True) else "idle")
+        return program
+
+    def test_is_explained_once(self):
+        program = self.start()
+        desktop.close_window()
+        notification = self.monitor.wait(5)
+        self.assertEqual(notification.title, "Quelto keeps recording")
+        self.assertIn("Start Quelto again", notification.body)
+        self.assertIn("Quit Quelto", notification.body)
+        self.assertEqual(notification.actions, ["default", "Open Quelto"])
+        self.monitor.click()
+        desktop.wait_until(lambda: desktop.visible_windows("Quelto"), 5, "the window after the click")
+        desktop.close_window()
+        program.end()
+        program.start()
+        program.wait_for_state("recording")
+        desktop.close_window()
+        program.end()
+        self.assertEqual(len(self.monitor.all), 1, "it was shown again")
+
+    def test_says_only_that_the_program_runs_if_it_does_not_record(self):
+        self.start(autoStart=False)
+        desktop.close_window()
+        self.assertEqual(self.monitor.wait(5).title, "Quelto keeps running")
+
+    def test_is_not_explained_when_the_program_quits(self):
+        program = self.start(autoStart=False)
+        desktop.wait_until(lambda: desktop.visible_windows("Quelto"), 5, "the window")
+        program.end()
+        self.assertEqual(self.monitor.all, [])
+
+
 if __name__ == "__main__":
     desktop.main()

@@ -15,6 +15,7 @@
 #include <QDBusConnection>
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QSystemTrayIcon>
 #include <QTimer>
 
 #include <future>
@@ -28,6 +29,9 @@ constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
 constexpr std::chrono::milliseconds ReadTimeout{500};
 /// Limits the wait for the last match to be stored.
 constexpr std::chrono::seconds WriteTimeout{3};
+
+/// Of the notification that the program goes on without its window.
+const auto BackgroundId = QStringLiteral("background");
 
 } // namespace
 
@@ -46,7 +50,11 @@ ApplicationController::ApplicationController()
     , m_theme(m_settings)
     , m_commands({.openFolder = [this] { openFolder(); },
                   .play = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromEncoded(fileUri(path))); },
-                  .hide = [this] { m_window->hide(); },
+                  .hide =
+                      [this] {
+                          m_window->hide();
+                          m_backgroundNotice->windowPutAway();
+                      },
                   .minimize = [this] { m_window->showMinimized(); },
                   .close = [this] { m_window->close(); },
                   .quit = [this] { quit(); }},
@@ -144,6 +152,9 @@ void ApplicationController::buildWindow()
     }
     m_window = qobject_cast<QQuickWindow*>(m_engine.rootObjects().first());
     new WindowFrame(*m_window, AppSettings::defaultPath());
+    m_backgroundNotice = new BackgroundNotice(
+        *m_window, AppSettings::defaultPath(),
+        {.hasStatusArea = &QSystemTrayIcon::isSystemTrayAvailable, .tell = [this] { tellAboutBackground(); }});
     showWindow();
 }
 
@@ -161,7 +172,9 @@ void ApplicationController::joinMatches()
         }
     });
     connect(m_platform.notifications.get(), &DesktopNotifications::clicked, this, [this](const QString& id) {
-        if (const auto match = QUuid::fromString(id); !match.isNull()) {
+        if (id == BackgroundId) {
+            showWindow();
+        } else if (const auto match = QUuid::fromString(id); !match.isNull()) {
             openReview(match);
         }
     });
@@ -189,6 +202,18 @@ void ApplicationController::showHud(const HudMessage& message)
         // Only X11 lets a window stay above a full-screen one; a desktop notification may.
         m_platform.notifications->show({.id = QStringLiteral("hud"), .title = message.title, .body = message.subtitle});
     }
+}
+
+void ApplicationController::tellAboutBackground()
+{
+    m_platform.notifications->show(
+        {.id = BackgroundId,
+         .title = m_recorder->isActive() ? T("Quelto kayda devam ediyor") : T("Quelto çalışmaya devam ediyor"),
+         .body =
+             T("Pencereyi geri getirmek için Quelto'yi bir kez daha açın. Kapatmak için pencerenin menüsünden “{0}” "
+               "seçin.",
+               T("Quelto'den Çık")),
+         .action = T("Quelto'yi Aç")});
 }
 
 void ApplicationController::showWindow()

@@ -6,6 +6,7 @@
 #include "app/routing/MomentPolicy.h"
 #include "app/startup/LanguageSwitcher.h"
 #include "app/tray/StatusItem.h"
+#include "app/window/BackgroundNotice.h"
 #include "base/settings/AppSettings.h"
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
@@ -67,6 +68,8 @@ private:
     void joinMatches();
     void followGames();
     void showHud(const HudMessage& message);
+    /// Tells the user that the program goes on without its window.
+    void tellAboutBackground();
     /// Shows the review of a match, which may no longer exist.
     void openReview(const QUuid& match);
 
@@ -96,6 +99,7 @@ private:
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;
+    BackgroundNotice* m_backgroundNotice = nullptr;
     MomentPolicy m_policy;
     ClipFeedback m_feedback;
     LeagueWatcher m_league;
