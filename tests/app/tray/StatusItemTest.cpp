@@ -129,7 +129,7 @@ TEST_F(StatusItemTest, IconIsFilledOnlyWhileRecording)
         time.settle();
         drawn(side).save(QDir(QStringLiteral(QUELTO_PICTURES)).filePath(QStringLiteral("tray-idle-%1.png").arg(side)));
     }
-    fakes.audioServer->systemError = QStringLiteral("gone");
+    fakes.frames->error = QStringLiteral("gone");
     recorder->start();
     time.settle();
     ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
