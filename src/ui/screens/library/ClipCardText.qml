@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Shared
 import Quelto.Theme
 
@@ -39,6 +40,10 @@ Item {
         font.pixelSize: Theme.fontSize.body
         font.weight: Font.DemiBold
         Accessible.ignored: true
+
+        ThemedToolTip {
+            text: titleText.truncated ? titleText.text : ""
+        }
     }
 
     Row {
@@ -61,6 +66,10 @@ Item {
             color: Theme.accent
             font.pixelSize: Theme.fontSize.caption
             Accessible.ignored: true
+
+            ThemedToolTip {
+                text: gameText.truncated ? gameText.text : ""
+            }
         }
 
         Text {

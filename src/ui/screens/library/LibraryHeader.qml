@@ -32,6 +32,8 @@ Item {
         spacing: 4
 
         Text {
+            id: pageTitle
+
             width: parent.width
             text: L10n.isolated(header.title)
             textFormat: Text.PlainText
@@ -42,6 +44,10 @@ Item {
             font.weight: Font.ExtraBold
             Accessible.role: Accessible.Heading
             Accessible.name: header.title
+
+            ThemedToolTip {
+                text: pageTitle.truncated ? header.title : ""
+            }
         }
 
         Text {
@@ -78,6 +84,7 @@ Item {
 
         AccentButton {
             anchors.verticalCenter: parent.verticalCenter
+            height: search.height
             filled: false
             compact: true
             symbol: "folder"
