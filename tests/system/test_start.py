@@ -5,6 +5,7 @@ import os
 import pathlib
 import signal
 import subprocess
+import time
 
 import clip
 import desktop
@@ -90,6 +91,29 @@ class Start(desktop.DesktopTest):
         program.process.terminate()
         desktop.wait_until(thread.has_ended, 20, "the program to end")
         self.assertEqual(program.process.wait(5), 0)
+
+    def test_ends_while_a_save_hangs_and_the_next_start_waits_for_that(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=1)
+        program.record(1.5)
+        try:
+            thread = frozen_thread.FrozenThread(program.process, "quelto.save")
+        except OSError as error:
+            self.skipTest(f"ptrace is not permitted: {error}")
+        self.addCleanup(thread.release)
+        program.call("SaveClip")
+        desktop.wait_until(lambda: program.get("IsSaving"), 5, "the save")
+        program.process.terminate()
+        terminated = time.monotonic()
+        desktop.wait_until(lambda: not desktop.visible_windows("Quelto"), 5, "the window to be gone")
+        second = subprocess.Popen([desktop.Quelto.PROGRAM])
+        self.addCleanup(second.wait, 10)
+        self.addCleanup(second.terminate)
+        desktop.wait_until(thread.has_ended, 20, "the program to end")
+        self.assertGreater(time.monotonic() - terminated, 9)
+        self.assertEqual(program.process.wait(5), 1)
+        desktop.wait_until(lambda: program.get("State") == "recording", 10, "the second start to record")
+        self.assertIsNone(second.poll())
 
     def test_starts_with_a_list_of_matches_that_is_no_file(self):
         data = desktop.TEST_FOLDER / "data-with-a-pipe"

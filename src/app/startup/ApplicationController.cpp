@@ -3,6 +3,7 @@
 
 #include "app/bus/SessionBusService.h"
 #include "app/window/WindowFrame.h"
+#include "base/files/AtomicFile.h"
 #include "base/language/T.h"
 #include "platform/FileMimeData.h"
 #include "platform/factory/PlatformFactory.h"
@@ -18,8 +19,6 @@
 #include <QSystemTrayIcon>
 #include <QTimer>
 
-#include <future>
-
 namespace quelto {
 
 namespace {
@@ -27,7 +26,7 @@ namespace {
 constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
 /// Limits the wait for a scan of a save folder on a disk that hangs.
 constexpr std::chrono::milliseconds ReadTimeout{500};
-/// Limits the wait for the last match to be stored.
+/// Limits the wait for the last match and the settings to be stored.
 constexpr std::chrono::seconds WriteTimeout{3};
 
 /// Of the notification that the program goes on without its window.
@@ -122,12 +121,20 @@ void ApplicationController::applicationDidFinishLaunching()
 
     // Registered last, when every method can be answered.
     new ProgramOnBus(*m_recorder, m_settings, m_navigation, this);
-    new ApplicationOnBus([this] { showWindow(); }, this);
+    new ApplicationOnBus(
+        [this] {
+            if (!m_isQuitting) {
+                showWindow();
+            }
+            return !m_isQuitting;
+        },
+        this);
     QDBusConnection::sessionBus().registerObject(busNames::path, this);
 
     if (m_settings.autoStart()) {
         m_recorder->start();
     }
+    m_saveFailure->findUnfinishedClip();
 }
 
 void ApplicationController::buildWindow()
@@ -238,25 +245,33 @@ void ApplicationController::openFolder()
 
 void ApplicationController::quit()
 {
+    m_isQuitting = true;
     m_window->hide();
     // No new automatic clips: only the requested ones are still saved.
     for (GameWatcher* watcher : std::initializer_list<GameWatcher*>{&m_league, &m_dota, &m_wow}) {
         watcher->stop();
     }
-    if (m_recorder->hasSavesToFinish()) {
+    if (m_recorder->hasSavesToFinish() && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::bytesWritten())) {
         QTimer::singleShot(SaveCheckAtQuit, this, &ApplicationController::quit);
     } else {
         QCoreApplication::quit();
     }
 }
 
-void ApplicationController::finishRunningSave()
+bool ApplicationController::finishWriting()
 {
-    m_saveQueue.sync([] {});
-    // A match that has just ended is stored as well, unless the disk hangs.
-    const auto isStored = std::make_shared<std::promise<void>>();
-    m_matchQueue.post([isStored] { isStored->set_value(); });
-    isStored->get_future().wait_for(WriteTimeout);
+    bool isSaved = m_saveQueue.drain(SaveCheckAtQuit);
+    while (!isSaved && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::bytesWritten())) {
+        isSaved = m_saveQueue.drain(SaveCheckAtQuit);
+    }
+    m_matchQueue.drain(WriteTimeout);
+    m_settings.finishWriting(WriteTimeout);
+    if (!isSaved) {
+        // The thread may keep the process alive. The next start must not have to wait for it.
+        m_platform.globalKey->release();
+        releaseBusName();
+    }
+    return isSaved;
 }
 
 } // namespace quelto

@@ -5,6 +5,7 @@
 #include "app/routing/ClipFeedback.h"
 #include "app/routing/MomentPolicy.h"
 #include "app/startup/LanguageSwitcher.h"
+#include "app/startup/StallWatch.h"
 #include "app/tray/StatusItem.h"
 #include "app/window/BackgroundNotice.h"
 #include "base/settings/AppSettings.h"
@@ -56,11 +57,12 @@ public:
     void showWindow();
     void showSettings();
     void openFolder();
-    /// Ends the program after all requested clips are saved.
+    /// Ends the program after all requested clips are saved, or when the disk has not responded for a while.
     void quit();
     /// For an exit that cannot be delayed: blocks until the clip that is being written is complete, and the last match
-    /// is stored.
-    void finishRunningSave();
+    /// and all settings are stored. False if the disk of the clip does not respond; then the process must end without
+    /// its destructors, which would wait for it.
+    bool finishWriting();
 
 private:
     void buildWindow();
@@ -99,6 +101,8 @@ private:
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;
+    bool m_isQuitting = false;
+    StallWatch m_saveWatch;
     BackgroundNotice* m_backgroundNotice = nullptr;
     MomentPolicy m_policy;
     ClipFeedback m_feedback;

@@ -31,6 +31,7 @@ namespace {
 constexpr std::chrono::seconds StartupTime{2};
 /// Limits the wait for threads that read from a disk that hangs. Longer than the time the trash may take.
 constexpr std::chrono::seconds ExitTimeout{10};
+constexpr std::chrono::milliseconds QuitCheckInterval{200};
 
 /// Qt calls exit() from the event loop when the display server goes away, while all threads run; static objects would
 /// be destroyed under them. This handler lets the running save finish and then ends the process at once.
@@ -55,7 +56,7 @@ private:
     {
         std::atexit([] {
             if (running != nullptr) {
-                running->finishRunningSave();
+                running->finishWriting();
                 std::_Exit(EXIT_FAILURE);
             }
         });
@@ -101,6 +102,28 @@ void endIfASettingIsOutOfRange()
     }
 }
 
+/// Raises the window of a Quelto that is already running. Returns the exit code then, and nothing if this process is
+/// the only one. Waits for one that is quitting.
+std::optional<int> joinRunningInstance()
+{
+    using quelto::RunningInstance;
+    while (!quelto::claimBusName()) {
+        switch (quelto::raiseRunningInstance()) {
+        case RunningInstance::raised:
+            return EXIT_SUCCESS;
+        case RunningInstance::quitting:
+            std::this_thread::sleep_for(QuitCheckInterval);
+            break;
+        case RunningInstance::unresponsive:
+            const quelto::LanguageSwitcher language(quelto::storedLanguage(quelto::AppSettings::defaultPath()));
+            const auto text = quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.");
+            std::fputs(qPrintable(text + u'\n'), stderr);
+            return EXIT_FAILURE;
+        }
+    }
+    return std::nullopt;
+}
+
 /// Whether QApplication can be created; it ends the program otherwise.
 bool hasDisplay()
 {
@@ -128,15 +151,8 @@ int main(int argc, char* argv[])
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/app.quelto.Quelto.svg")));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    if (!quelto::claimBusName()) {
-        if (quelto::raiseRunningInstance()) {
-            return 0;
-        }
-        const quelto::LanguageSwitcher language(quelto::storedLanguage(quelto::AppSettings::defaultPath()));
-        std::fputs(qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.") +
-                              u'\n'),
-                   stderr);
-        return 1;
+    if (const auto exitCode = joinRunningInstance()) {
+        return *exitCode;
     }
 
     endIfASettingIsOutOfRange();
@@ -147,8 +163,11 @@ int main(int argc, char* argv[])
     controller.applicationDidFinishLaunching();
     const AbruptExit abruptExit(controller);
     const int result = QApplication::exec();
-    // Before the process may be ended early. After an ordinary quit no save is left.
-    controller.finishRunningSave();
+    // Before the process may be ended early.
+    if (!controller.finishWriting()) {
+        std::fputs("quelto: a clip was not finished, because its disk does not respond\n", stderr);
+        std::_Exit(EXIT_FAILURE);
+    }
     endEvenIfAThreadHangs(result);
     return result;
 }

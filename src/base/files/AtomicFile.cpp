@@ -7,6 +7,7 @@
 
 #include <QRandomGenerator>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <dirent.h>
@@ -35,7 +36,51 @@ struct CloseDir {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
 };
 
+std::atomic<std::uint64_t> allBytesWritten = 0;
+
+/// Calls the action with the name of each hidden file in the folder whose process has ended.
+template <typename Action> void forEachAbandoned(int folderDescriptor, Action action)
+{
+    const auto fd = ::openat(folderDescriptor, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) {
+        return;
+    }
+    const std::unique_ptr<DIR, CloseDir> folder(::fdopendir(fd));
+    if (!folder) {
+        ::close(fd);
+        return;
+    }
+    while (const auto* entry = ::readdir(folder.get())) {
+        const QByteArrayView name(static_cast<const char*>(entry->d_name));
+        if (!name.startsWith(HiddenPrefix) || !name.endsWith(HiddenSuffix)) {
+            continue;
+        }
+        const auto file = ::openat(folderDescriptor, entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        if (file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) == 0) {
+            action(static_cast<const char*>(entry->d_name));
+        }
+        if (file >= 0) {
+            ::close(file);
+        }
+    }
+}
+
 } // namespace
+
+std::uint64_t AtomicFile::bytesWritten() noexcept
+{
+    return allBytesWritten.load(std::memory_order_relaxed);
+}
+
+QStringList AtomicFile::abandonedIn(const QString& folder)
+{
+    QStringList names;
+    const Descriptor descriptor(::open(encodeFileName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.get() >= 0) {
+        forEachAbandoned(descriptor.get(), [&](const char* name) { names.append(QString::fromUtf8(name)); });
+    }
+    return names;
+}
 
 AtomicFile::Descriptor::~Descriptor()
 {
@@ -51,7 +96,7 @@ AtomicFile::AtomicFile(const QString& folder)
     if (m_folder.get() < 0) {
         fail(errno);
     }
-    deleteAbandonedFiles();
+    forEachAbandoned(m_folder.get(), [this](const char* name) { ::unlinkat(m_folder.get(), name, 0); });
     createHiddenFile();
 }
 
@@ -86,29 +131,6 @@ void AtomicFile::createHiddenFile()
     }
 }
 
-void AtomicFile::deleteAbandonedFiles() const
-{
-    const auto fd = ::openat(m_folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0) {
-        return;
-    }
-    const std::unique_ptr<DIR, CloseDir> folder(::fdopendir(fd));
-    if (!folder) {
-        ::close(fd);
-        return;
-    }
-    while (const auto* entry = ::readdir(folder.get())) {
-        const QByteArrayView name(static_cast<const char*>(entry->d_name));
-        if (!name.startsWith(HiddenPrefix) || !name.endsWith(HiddenSuffix)) {
-            continue;
-        }
-        const Descriptor file(::openat(m_folder.get(), entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        if (file.get() >= 0 && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
-            ::unlinkat(m_folder.get(), entry->d_name, 0);
-        }
-    }
-}
-
 void AtomicFile::write(std::span<const std::byte> bytes)
 {
     while (!bytes.empty()) {
@@ -118,6 +140,7 @@ void AtomicFile::write(std::span<const std::byte> bytes)
         }
         bytes = bytes.subspan(static_cast<std::size_t>(written));
         m_position += written;
+        allBytesWritten.fetch_add(static_cast<std::uint64_t>(written), std::memory_order_relaxed);
         m_size = std::max(m_size, m_position);
     }
     if (m_size - m_writebackPosition >= WritebackStep) {

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstddef>
 #include <cstdint>
@@ -19,6 +20,12 @@ namespace quelto {
 /// Errors: std::system_error with the system's error code.
 class AtomicFile {
 public:
+    /// Bytes that all atomic files of this process have written so far; changes while one makes progress. Thread: any.
+    static std::uint64_t bytesWritten() noexcept;
+    /// The names of the hidden files that processes left in the folder when they ended. Blocks while its disk does not
+    /// respond. Errors: none.
+    static QStringList abandonedIn(const QString& folder);
+
     /// The folder must exist.
     explicit AtomicFile(const QString& folder);
     ~AtomicFile();
@@ -61,7 +68,6 @@ private:
     };
 
     void createHiddenFile();
-    void deleteAbandonedFiles() const;
 
     Descriptor m_folder;
     Descriptor m_file;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/SaveFailure.h"
 
+#include "base/files/AtomicFile.h"
+#include "base/language/T.h"
+
 #include <QFileInfo>
 #include <QPointer>
 
@@ -43,6 +46,33 @@ void SaveFailure::report(const QString& message)
     if (std::exchange(m_message, message) != message) {
         Q_EMIT messageChanged();
     }
+}
+
+void SaveFailure::findUnfinishedClip()
+{
+    const auto clips = std::make_shared<UnfinishedClips>();
+    m_dependencies.work.post([clips, folder = m_dependencies.settings.saveFolder()] {
+        clips->names = AtomicFile::abandonedIn(folder);
+        clips->areKnown = true;
+    });
+    waitFor(clips);
+}
+
+/// The work queue does not reply to this object, because its task may outlive it.
+void SaveFailure::waitFor(const std::shared_ptr<UnfinishedClips>& clips)
+{
+    m_dependencies.main.postAfter(ExamineInterval, [guard = QPointer(this), clips] {
+        auto* const self = guard.data();
+        if (self == nullptr) {
+            return;
+        }
+        if (!clips->areKnown) {
+            self->waitFor(clips);
+        } else if (!clips->names.isEmpty() && self->m_message.isEmpty()) {
+            self->report(
+                T("Önceki klip tamamlanamadı. Yarım kalan dosya sonraki kayıtta silinecek: {0}", clips->names.first()));
+        }
+    });
 }
 
 void SaveFailure::examineFolder()

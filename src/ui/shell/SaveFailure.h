@@ -7,6 +7,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <atomic>
 #include <functional>
@@ -18,7 +19,8 @@ namespace quelto {
 bool isWritableFolder(const QString& folder);
 
 /// The message of the last failed save, until it no longer matters: a later save succeeds, the next session starts, the
-/// save folder changes or becomes writable again, or the user dismisses it.
+/// save folder changes or becomes writable again, or the user dismisses it. After the start, it can be about a clip
+/// that an earlier process left unfinished.
 ///
 /// Thread: main. The folder is examined on the work queue.
 class SaveFailure : public QObject {
@@ -41,6 +43,9 @@ public:
     QString message() const { return m_message; }
     Q_INVOKABLE void dismiss() { report({}); }
 
+    /// Reports a clip that an earlier process left unfinished in the save folder.
+    void findUnfinishedClip();
+
 Q_SIGNALS:
     void messageChanged();
 
@@ -48,7 +53,13 @@ private:
     enum class FolderState { Unknown, Writable, Unwritable };
     using FolderAnswer = std::shared_ptr<std::atomic<FolderState>>;
 
+    struct UnfinishedClips {
+        std::atomic<bool> areKnown = false;
+        QStringList names;
+    };
+
     void report(const QString& message);
+    void waitFor(const std::shared_ptr<UnfinishedClips>& clips);
     void examineFolder();
     void waitFor(const FolderAnswer& answer);
     void folderExamined(const FolderAnswer& answer);

@@ -85,7 +85,7 @@ TEST_F(CaptureCardTest, PanelHasDesignedMarginsAndSpacing)
 TEST_F(CaptureCardTest, SwitchMicrophoneAndButtonEndAtTheSameEdge)
 {
     for (const auto& micError : {std::optional<QString>(), std::optional(QStringLiteral("Mikrofon bulunamadı."))}) {
-        fakes.audioServer->micError = micError;
+        fakes.audioServer->micProblem = micError;
         recorder->stop();
         time.settle();
         record();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/SaveFailure.h"
 
+#include "base/files/AtomicFile.h"
+
 #include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
@@ -44,6 +46,28 @@ TEST_F(SaveFailureTest, IsShownInRedUntilASaveSucceeds)
     save();
     ASSERT_EQ(savedPaths.size(), 1);
     EXPECT_FALSE(shows(message));
+}
+
+TEST_F(SaveFailureTest, NamesAClipThatAnEarlierProcessLeftUnfinished)
+{
+    QDir().mkpath(settings.saveFolder());
+    const auto name = QStringLiteral(".quelto-1-0.part");
+    QFile file(settings.saveFolder() + u'/' + name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    saveFailure->findUnfinishedClip();
+    time.advance(2s);
+    EXPECT_TRUE(
+        shows(QStringLiteral("Önceki klip tamamlanamadı. Yarım kalan dosya sonraki kayıtta silinecek: ") + name));
+    picture(QStringLiteral("window-unfinished-clip"));
+}
+
+TEST_F(SaveFailureTest, FindsNoUnfinishedClipWhileItIsStillWritten)
+{
+    QDir().mkpath(settings.saveFolder());
+    const AtomicFile writing(settings.saveFolder());
+    saveFailure->findUnfinishedClip();
+    time.advance(2s);
+    EXPECT_EQ(saveFailure->message(), QString());
 }
 
 TEST_F(SaveFailureTest, IsGoneWhenTheNextSessionStarts)
