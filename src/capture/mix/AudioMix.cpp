@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/mix/AudioMix.h"
 
+#include "capture/mix/MixGrid.h"
+
 namespace quelto {
 
 namespace {
 
-constexpr std::size_t Channels = 2;
 constexpr double LimiterKnee = 0.9;
 
 float limited(float value)
@@ -33,7 +34,7 @@ AudioMix::AudioMix(std::int64_t frames, std::vector<PlacedSource> sources)
 std::span<const float> AudioMix::next()
 {
     const auto frames = std::min(blockFrames, m_frames - m_position);
-    m_block.assign(static_cast<std::size_t>(frames) * Channels, 0.0F);
+    m_block.assign(static_cast<std::size_t>(frames) * GridChannels, 0.0F);
     for (auto& source : m_sources) {
         source.addTo(m_block, m_position);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/mix/AudioMixer.h"
 
+#include "capture/mix/MixGrid.h"
+
 namespace quelto {
 
 namespace {
@@ -9,11 +11,10 @@ namespace {
 /// durations up by one frame too many.
 std::int64_t framesBetween(HostTime start, HostTime end)
 {
-    constexpr std::int64_t Rate = 48000;
     constexpr std::int64_t PerSecond = HostClock::period::den;
     const auto span = (end - start).count();
-    const auto rest = span % PerSecond * Rate;
-    return std::max<std::int64_t>(0, span / PerSecond * Rate + rest / PerSecond + (rest % PerSecond > 0 ? 1 : 0));
+    const auto rest = span % PerSecond * GridRate;
+    return std::max<std::int64_t>(0, span / PerSecond * GridRate + rest / PerSecond + (rest % PerSecond > 0 ? 1 : 0));
 }
 
 } // namespace

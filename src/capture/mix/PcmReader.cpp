@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/mix/PcmReader.h"
 
+#include "capture/mix/MixGrid.h"
+
 namespace quelto {
 
 namespace {
-
-constexpr int GridRate = 48000;
 
 /// Whether the buffer is float at the grid's rate, so that its channels only have to be separated.
 bool isOnGrid(const AudioFormat& format)

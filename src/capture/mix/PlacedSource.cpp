@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/mix/PlacedSource.h"
 
+#include "capture/mix/MixGrid.h"
+
 namespace quelto {
 
 namespace {
 
-constexpr double GridRate = 48000.0;
-constexpr std::size_t Channels = 2;
 // A smaller difference between a timestamp and the end of the previous buffer is jitter; a larger one is a real gap.
 constexpr std::int64_t DriftFrames = 1920;
 
@@ -38,7 +38,7 @@ bool PlacedSource::overlaps(std::int64_t frames)
 
 void PlacedSource::addTo(std::span<float> block, std::int64_t position)
 {
-    const auto end = position + static_cast<std::int64_t>(block.size() / Channels);
+    const auto end = position + static_cast<std::int64_t>(block.size() / GridChannels);
     std::erase_if(m_placed, [position](const Placed& placed) { return placed.end() <= position; });
     // A buffer can begin before the one that precedes it, but only by less than the drift that is ignored. Without the
     // order of the timestamps it can begin anywhere.
@@ -51,7 +51,7 @@ void PlacedSource::addTo(std::span<float> block, std::int64_t position)
     for (const auto& placed : m_placed) {
         const auto last = std::min(placed.end(), end);
         for (auto frame = std::max(position, placed.position); !placed.pcm.isSilence && frame < last; ++frame) {
-            const auto at = static_cast<std::size_t>(frame - position) * Channels;
+            const auto at = static_cast<std::size_t>(frame - position) * GridChannels;
             block[at] += m_source.gain * placed.pcm.left[frame - placed.position];
             block[at + 1] += m_source.gain * placed.pcm.right[frame - placed.position];
         }
