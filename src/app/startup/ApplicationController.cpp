@@ -251,7 +251,7 @@ void ApplicationController::quit()
     for (GameWatcher* watcher : std::initializer_list<GameWatcher*>{&m_league, &m_dota, &m_wow}) {
         watcher->stop();
     }
-    if (m_recorder->hasSavesToFinish() && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::bytesWritten())) {
+    if (m_recorder->hasSavesToFinish() && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::progress())) {
         QTimer::singleShot(SaveCheckAtQuit, this, &ApplicationController::quit);
     } else {
         QCoreApplication::quit();
@@ -261,7 +261,7 @@ void ApplicationController::quit()
 bool ApplicationController::finishWriting()
 {
     bool isSaved = m_saveQueue.drain(SaveCheckAtQuit);
-    while (!isSaved && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::bytesWritten())) {
+    while (!isSaved && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::progress())) {
         isSaved = m_saveQueue.drain(SaveCheckAtQuit);
     }
     m_matchQueue.drain(WriteTimeout);

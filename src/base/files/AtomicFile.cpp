@@ -32,11 +32,19 @@ constexpr std::int64_t WritebackStep = 4 << 20;
     throw std::system_error(code, std::generic_category());
 }
 
+/// Some file systems cannot flush; nothing more can be done there.
+void failUnlessUnsupported(int result)
+{
+    if (result < 0 && errno != EINVAL && errno != EROFS && errno != ENOSYS) {
+        fail(errno);
+    }
+}
+
 struct CloseDir {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
 };
 
-std::atomic<std::uint64_t> allBytesWritten = 0;
+std::atomic<std::uint64_t> allProgress = 0;
 
 /// Calls the action with the name of each hidden file in the folder whose process has ended.
 template <typename Action> void forEachAbandoned(int folderDescriptor, Action action)
@@ -67,9 +75,9 @@ template <typename Action> void forEachAbandoned(int folderDescriptor, Action ac
 
 } // namespace
 
-std::uint64_t AtomicFile::bytesWritten() noexcept
+std::uint64_t AtomicFile::progress() noexcept
 {
-    return allBytesWritten.load(std::memory_order_relaxed);
+    return allProgress.load(std::memory_order_relaxed);
 }
 
 QStringList AtomicFile::abandonedIn(const QString& folder)
@@ -140,7 +148,7 @@ void AtomicFile::write(std::span<const std::byte> bytes)
         }
         bytes = bytes.subspan(static_cast<std::size_t>(written));
         m_position += written;
-        allBytesWritten.fetch_add(static_cast<std::uint64_t>(written), std::memory_order_relaxed);
+        ++allProgress;
         m_size = std::max(m_size, m_position);
     }
     if (m_size - m_writebackPosition >= WritebackStep) {
@@ -160,10 +168,16 @@ void AtomicFile::seek(std::int64_t position)
 
 void AtomicFile::flush()
 {
-    // Some file systems do not support fdatasync; nothing more can be done there.
-    if (retryOnInterrupt([&] { return ::fdatasync(m_file.get()); }) < 0 && errno != EINVAL && errno != EROFS) {
-        fail(errno);
+    // All at once could take a slow disk longer than a disk is given to respond.
+    for (std::int64_t position = 0; m_size - position > WritebackStep; position += WritebackStep) {
+        constexpr unsigned int Completely =
+            SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+        // An error that is reported here is not reported again.
+        failUnlessUnsupported(
+            retryOnInterrupt([&] { return ::sync_file_range(m_file.get(), position, WritebackStep, Completely); }));
+        ++allProgress;
     }
+    failUnlessUnsupported(retryOnInterrupt([&] { return ::fdatasync(m_file.get()); }));
 }
 
 bool AtomicFile::tryPublish(const QString& name)

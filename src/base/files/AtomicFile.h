@@ -20,8 +20,8 @@ namespace quelto {
 /// Errors: std::system_error with the system's error code.
 class AtomicFile {
 public:
-    /// Bytes that all atomic files of this process have written so far; changes while one makes progress. Thread: any.
-    static std::uint64_t bytesWritten() noexcept;
+    /// Changes while any atomic file of this process is written or flushed, however slow its disk is. Thread: any.
+    static std::uint64_t progress() noexcept;
     /// The names of the hidden files that processes left in the folder when they ended. Blocks while its disk does not
     /// respond. Errors: none.
     static QStringList abandonedIn(const QString& folder);
@@ -37,7 +37,8 @@ public:
     void seek(std::int64_t position);
     std::int64_t size() const noexcept { return m_size; }
 
-    /// Waits until all data is on the disk. Reports write errors that the system deferred.
+    /// Waits until all data is on the disk. Reports write errors that the system deferred. Makes progress() change
+    /// every few megabytes.
     void flush();
     /// Renames the file to its final name. Returns false if the name is taken; never replaces a file. Call flush first.
     bool tryPublish(const QString& name);

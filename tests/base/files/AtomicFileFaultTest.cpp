@@ -133,6 +133,8 @@ TEST_F(AtomicFileFaults, FileCallThatDataDependsOnIsReported)
     for (const char* call : {"open", "create", "write", "lseek", "fdatasync", "renameat2"}) {
         EXPECT_EQ(writeWith({faultRule(call, 1, EIO)}).error, EIO) << call;
     }
+    // The first call only starts writeback, the second one waits for it.
+    EXPECT_EQ(writeWith({faultRule("sync_file_range", 2, EIO)}).error, EIO);
 }
 
 } // namespace
