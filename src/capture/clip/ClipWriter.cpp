@@ -99,22 +99,22 @@ QString publish(const ClipNameParts& parts, AtomicFile& file)
     return publishAs(portableParts, file);
 }
 
-SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
+SavedClip writeClip(ClipRequest request, const ClipPlan& plan)
 {
     auto tracks = startEncoding(mixTracks(request, plan));
+    const auto& video = request.snapshot.video;
+    Mp4Movie movie{
+        .video = {video.begin() + plan.firstSample, video.end()}, .start = plan.start, .end = plan.end, .audio = {}};
+    for (const auto& track : tracks) {
+        movie.audio.push_back(track->asAudioTrackInfo());
+    }
+    // From here on only the tracks and the movie hold the samples that they still need.
+    request.snapshot = {};
     createFolder(request.folder);
     const auto date = QDateTime::currentDateTime();
 
     AtomicFile file(request.folder);
-    const auto& video = request.snapshot.video;
-    Mp4Movie movie{.video = std::span(video.constData(), video.size()).subspan(plan.firstSample),
-                   .start = plan.start,
-                   .end = plan.end,
-                   .audio = {}};
-    for (const auto& track : tracks) {
-        movie.audio.push_back(track->asAudioTrackInfo());
-    }
-    writeMp4(movie, file);
+    writeMp4(std::move(movie), file);
     file.flush();
     const auto name = publish({.game = request.game, .date = date, .suffix = request.suffix}, file);
     return {.path = QDir(request.folder).filePath(name), .duration = toSeconds(plan.end - plan.start)};
@@ -122,7 +122,7 @@ SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
 
 } // namespace
 
-SavedClip ClipWriter::write(const ClipRequest& request)
+SavedClip ClipWriter::write(ClipRequest request)
 {
     const auto plan = planClip(request.snapshot.video, request.endTime, request.seconds);
     if (!plan) {
@@ -132,7 +132,7 @@ SavedClip ClipWriter::write(const ClipRequest& request)
         throw RecorderError::writer(T("Görüntünün zaman bilgisi bozuk. Kaydı durdurup yeniden başlatın."));
     }
     try {
-        return writeClip(request, *plan);
+        return writeClip(std::move(request), *plan);
     } catch (const std::system_error& error) {
         throw RecorderError::writer(writeFailureText(error.code().value()));
     } catch (const std::bad_alloc&) {

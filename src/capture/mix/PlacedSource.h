@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <span>
+#include <vector>
 
 namespace quelto {
 
@@ -16,13 +17,13 @@ struct MixSource {
 };
 
 /// Places the buffers of one source on a grid of 48,000 frames a second by their timestamps, and adds them to blocks of
-/// it in order. Buffers are read shortly before their block.
+/// it in order. Buffers are read shortly before their block, and released after it.
 ///
 /// Positions are frame counts from the start, never sums of rounded durations.
 class PlacedSource {
 public:
     /// Frame 0 of the grid is at `start`.
-    PlacedSource(MixSource source, HostTime start, PcmConverterFactory makeConverter);
+    PlacedSource(const MixSource& source, HostTime start, PcmConverterFactory makeConverter);
 
     /// Whether any buffer overlaps the first `frames` frames of the grid. Reads up to that buffer; use a source of its
     /// own for this question.
@@ -36,15 +37,19 @@ private:
     struct Placed {
         std::int64_t position = 0;
         StereoPcm pcm;
+        /// Owns what pcm points to.
+        AudioBufferPtr buffer;
         std::int64_t end() const { return position + pcm.frames; }
     };
 
     std::optional<Placed> readNext();
 
-    MixSource m_source;
+    /// Null once they are read.
+    std::vector<AudioBufferPtr> m_buffers;
+    float m_gain;
     HostTime m_start;
     PcmReader m_reader;
-    qsizetype m_next = 0;
+    std::size_t m_next = 0;
     /// The end of the previous buffer.
     std::optional<std::int64_t> m_expected;
     /// Buffers that were read and do not end before the next block.

@@ -29,7 +29,7 @@ class SaveScheduler : public QObject {
 public:
     using Clock = std::function<HostTime()>;
     /// Writes the clip. Errors: RecorderError.
-    using Write = std::function<SavedClip(const ClipRequest&)>;
+    using Write = std::function<SavedClip(ClipRequest)>;
 
     struct Dependencies {
         const AppSettings& settings;

@@ -255,6 +255,24 @@ TEST(AudioMixer, BlocksJoinWithoutAGap)
     }
 }
 
+TEST(AudioMixer, ReleasesBuffersThatAreRendered)
+{
+    AudioBuffers samples;
+    std::vector<std::weak_ptr<const AudioBuffer>> observed;
+    for (int i = 0; i < 100; ++i) {
+        samples.append(constant(Start + frames(i * 1000), 1000, 0.5F));
+        observed.emplace_back(samples.last());
+    }
+    auto mix = mixed({{std::exchange(samples, {}), 1}}, Start + frames(100'000));
+    mix.next();
+    EXPECT_FALSE(observed[0].expired());
+    mix.next();
+    mix.next();
+    EXPECT_TRUE(observed[0].expired());
+    EXPECT_TRUE(observed[3].expired());
+    EXPECT_FALSE(observed[50].expired());
+}
+
 TEST(AudioMixer, ClosesAGapAcrossABlockBorder)
 {
     // By its timestamp the second buffer belongs to the second block, but it follows the first one.
