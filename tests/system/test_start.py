@@ -80,6 +80,25 @@ class Start(desktop.DesktopTest):
         self.assertEqual(second.returncode, 1)
         self.assertRegex(second.stderr, "(?m)^Quelto läuft schon, ")
 
+    def test_takes_the_place_of_a_first_instance_that_ends_instead_of_answering(self):
+        program = self.quelto(autoStart=False)
+        program.wait_for_state("idle")
+        program.process.send_signal(signal.SIGSTOP)
+        monitor = subprocess.Popen(["dbus-monitor", "member=Activate"], stdout=subprocess.PIPE, text=True)
+        self.addCleanup(monitor.stdout.close)
+        self.addCleanup(monitor.wait, 10)
+        self.addCleanup(monitor.terminate)
+        # The bus announces that the monitor is ready.
+        self.assertIn("NameAcquired", monitor.stdout.readline())
+        second = subprocess.Popen([desktop.Quelto.PROGRAM])
+        self.addCleanup(second.wait, 10)
+        self.addCleanup(second.terminate)
+        while "member=Activate" not in monitor.stdout.readline():
+            self.assertIsNone(second.poll())
+        program.kill()
+        desktop.wait_until(lambda: program.get("State") == "idle" or second.poll() is not None, 15, "the second start")
+        self.assertIsNone(second.poll())
+
     def test_ends_while_a_thread_is_blocked_by_a_disk(self):
         program = self.quelto(autoStart=False)
         program.wait_for_state("idle")

@@ -115,6 +115,10 @@ std::optional<int> joinRunningInstance()
             std::this_thread::sleep_for(QuitCheckInterval);
             break;
         case RunningInstance::unresponsive:
+            if (quelto::claimBusName()) {
+                // It ended instead of answering.
+                return std::nullopt;
+            }
             const quelto::LanguageSwitcher language(quelto::storedLanguage(quelto::AppSettings::defaultPath()));
             const auto text = quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.");
             std::fputs(qPrintable(text + u'\n'), stderr);
