@@ -37,12 +37,10 @@ void ShellFixture::SetUp()
             .close = action("close"),
             .quit = action("quit")},
         QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
-    saveFailure = std::make_unique<SaveFailure>(
-        SaveFailure::Dependencies{.recorder = *recorder,
-                                  .settings = settings,
-                                  .main = main,
-                                  .work = main,
-                                  .isWritable = [this](const QString&) { return isFolderWritable; }});
+    saveFailure = std::make_unique<SaveFailure>(SaveFailure::Dependencies{
+        .recorder = *recorder, .settings = settings, .main = main, .work = main, .isWritable = [this](const QString&) {
+            return isFolderWritable;
+        }});
     library = std::make_unique<ClipLibrary>(
         ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = main});
     matches = std::make_unique<MatchTracker>(
