@@ -264,13 +264,13 @@ bool ApplicationController::finishWriting()
     while (!isSaved && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::progress())) {
         isSaved = m_saveQueue.drain(SaveCheckAtQuit);
     }
-    m_matchQueue.drain(WriteTimeout);
-    m_settings.finishWriting(WriteTimeout);
     if (!isSaved) {
         // The thread may keep the process alive. The next start must not have to wait for it.
         m_platform.globalKey->release();
         releaseBusName();
     }
+    m_matchQueue.drain(WriteTimeout);
+    m_settings.finishWriting(WriteTimeout);
     return isSaved;
 }
 

@@ -12,15 +12,16 @@ class EncoderWatch {
 public:
     /// A frame goes into the encoder.
     void frameAt(HostTime time);
-    /// Whether frames have gone in for three seconds, and none came out.
+    /// Whether several frames have gone in over three seconds, and none came out.
     bool hasFailed() const;
     /// A frame came out, or the encoder is a new one.
-    void reset() { m_waitingSince.reset(); }
+    void reset();
 
 private:
     /// The time of the first frame since the last output.
     std::optional<HostTime> m_waitingSince;
     HostTime m_lastFrame;
+    int m_waitingFrames = 0;
 };
 
 } // namespace quelto

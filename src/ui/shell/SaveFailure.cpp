@@ -27,7 +27,10 @@ SaveFailure::SaveFailure(Dependencies dependencies, QObject* parent)
 {
     const auto& recorder = m_dependencies.recorder;
     connect(&recorder, &Recorder::saveFailed, this, &SaveFailure::report);
-    connect(&recorder, &Recorder::clipSaved, this, &SaveFailure::dismiss);
+    connect(&recorder, &Recorder::clipSaved, this, [this] {
+        m_hasSaved = true;
+        dismiss();
+    });
     connect(&recorder, &Recorder::stateChanged, this, [this] {
         if (m_dependencies.recorder.stateKind() == CaptureState::Starting) {
             dismiss();
@@ -68,7 +71,7 @@ void SaveFailure::waitFor(const std::shared_ptr<UnfinishedClips>& clips)
         }
         if (!clips->areKnown) {
             self->waitFor(clips);
-        } else if (!clips->names.isEmpty() && self->m_message.isEmpty()) {
+        } else if (!clips->names.isEmpty() && !self->m_hasSaved && self->m_message.isEmpty()) {
             self->report(
                 T("Önceki klip tamamlanamadı. Yarım kalan dosya sonraki kayıtta silinecek: {0}", clips->names.first()));
         }

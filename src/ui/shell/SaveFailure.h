@@ -68,6 +68,8 @@ private:
     QString m_message;
     /// The folder was not writable after the save failed, so it is examined until it is.
     bool m_isFolderTheCause = false;
+    /// A save deletes the partial files of earlier processes.
+    bool m_hasSaved = false;
     /// Counts reports, so that the examination for an earlier one ends.
     std::uint64_t m_report = 0;
 };

@@ -317,7 +317,9 @@ TEST_F(RecorderTest, ReplacesASilentEncoderByOneInSoftware)
     encoderDelay = test::FakeDelay::forever;
     record();
     encoderDelay = test::FakeDelay::none;
-    time.advance(milliseconds(2999));
+    time.advance(milliseconds(1500));
+    showFrame();
+    time.advance(milliseconds(1499));
     showFrame();
     EXPECT_EQ(encoders.size(), 1U);
     time.advance(milliseconds(1));
@@ -335,9 +337,12 @@ TEST_F(RecorderTest, FailsWhenTheSecondEncoderIsSilentToo)
 {
     encoderDelay = test::FakeDelay::forever;
     record();
-    time.advance(seconds(3));
-    showFrame();
-    time.advance(seconds(3));
+    for (int i = 0; i < 5; ++i) {
+        time.advance(seconds(1));
+        showFrame();
+    }
+    EXPECT_EQ(encoders.size(), 2U);
+    time.advance(seconds(1));
     const auto released = fakes.frames->releasedFrames.load();
     fakes.frames->emitFrame(time.now());
     fakes.frames->releasedFrames.wait(released);
@@ -348,6 +353,15 @@ TEST_F(RecorderTest, FailsWhenTheSecondEncoderIsSilentToo)
                                                        "çözünürlük veya codec deneyin.")}));
     EXPECT_FALSE(fakes.frames->isRunning);
     EXPECT_EQ(encoders.size(), 2U);
+}
+
+TEST_F(RecorderTest, DoesNotTakeAStandstillOfTheProcessForASilentEncoder)
+{
+    encoderDelay = test::FakeDelay::onePicture;
+    record();
+    time.advance(seconds(60));
+    showFrame();
+    EXPECT_EQ(encoders.size(), 1U);
 }
 
 TEST_F(RecorderTest, DoesNotTakeAStillScreenForASilentEncoder)

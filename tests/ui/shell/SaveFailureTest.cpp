@@ -61,6 +61,19 @@ TEST_F(SaveFailureTest, NamesAClipThatAnEarlierProcessLeftUnfinished)
     picture(QStringLiteral("window-unfinished-clip"));
 }
 
+TEST_F(SaveFailureTest, NamesNoUnfinishedClipAfterASave)
+{
+    QDir().mkpath(settings.saveFolder());
+    QFile file(settings.saveFolder() + QStringLiteral("/.quelto-1-0.part"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    record();
+    saveFailure->findUnfinishedClip();
+    save();
+    ASSERT_EQ(savedPaths.size(), 1);
+    time.advance(2s);
+    EXPECT_EQ(saveFailure->message(), QString());
+}
+
 TEST_F(SaveFailureTest, FindsNoUnfinishedClipWhileItIsStillWritten)
 {
     QDir().mkpath(settings.saveFolder());

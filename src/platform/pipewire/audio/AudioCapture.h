@@ -27,6 +27,8 @@ private:
     void updateOutputLatency();
     void handleStreamState();
     void recover();
+    /// Why nothing is recorded, as a translated sentence.
+    QString problem() const;
     void warn(const std::optional<QString>& warning);
 
     PipeWireConnection& m_connection;
@@ -37,7 +39,8 @@ private:
     OutputLatency m_outputLatency;
     LinkSet m_links;
     std::unique_ptr<CaptureStream> m_stream;
-    LoopTimer m_missingDevice;
+    /// Runs while the device, or a stream to it, is missing.
+    LoopTimer m_missing;
     LoopTimer m_recovery;
 };
 
