@@ -57,7 +57,7 @@ class Settings(desktop.DesktopTest):
         self.assertIn("clipLength=15\n", desktop.Quelto.settings_file.read_text())
         program.set("clipLength", 60)
         program.set("micVolume", 2)
-        self.assertIn("clipLength=60\n", desktop.Quelto.settings_file.read_text())
+        desktop.wait_until(lambda: "clipLength=60\n" in desktop.Quelto.settings_file.read_text(), 5, "the value")
 
     def test_changed_settings_are_written_at_once_under_their_names(self):
         program = self.quelto(autoStart=False)
@@ -66,6 +66,7 @@ class Settings(desktop.DesktopTest):
         program.set("quality", "ultra")
         program.set("showCursor", False)
         program.set("micVolume", 1.5)
+        desktop.wait_until(lambda: "micVolume=1.5" in desktop.Quelto.settings_file.read_text(), 5, "the last value")
         lines = desktop.Quelto.settings_file.read_text().splitlines()
         self.assertEqual(lines[0], "[General]")
         for line in ("clipLength=45", "quality=ultra", "showCursor=false", "micVolume=1.5"):
