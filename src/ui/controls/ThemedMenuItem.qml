@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// An entry of a ThemedMenu: its text on the left, its shortcut on the right.
+// An entry of a ThemedMenu: its text on the left, the shortcut of a ShortcutAction on the right.
 T.MenuItem {
     id: entry
 
@@ -25,7 +25,7 @@ T.MenuItem {
         readonly property color normalColor: entry.destructive ? Theme.live : Theme.text
 
         text: entry.text
-        trailingText: KeyNames.of(entry.action?.shortcut ?? "")
+        trailingText: KeyNames.of((entry.action as ShortcutAction)?.keys ?? "")
         gap: 32
         font: entry.font
         color: entry.destructive && entry.highlighted ? Theme.onAccent : normalColor

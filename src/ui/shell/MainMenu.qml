@@ -66,21 +66,21 @@ MenuBar {
             onTriggered: bar.aboutRequested()
         }
         ThemedMenuSeparator {}
-        Action {
+        ShortcutAction {
             text: L10n.T("Ayarlar…")
-            shortcut: "Ctrl+,"
+            keys: "Ctrl+,"
             onTriggered: Navigation.showSettings()
         }
         ThemedMenuSeparator {}
-        Action {
+        ShortcutAction {
             text: L10n.T("Quelto'yi Gizle")
-            shortcut: "Ctrl+H"
+            keys: "Ctrl+H"
             onTriggered: WindowCommands.hide()
         }
         ThemedMenuSeparator {}
-        Action {
+        ShortcutAction {
             text: L10n.T("Quelto'den Çık")
-            shortcut: "Ctrl+Q"
+            keys: "Ctrl+Q"
             onTriggered: WindowCommands.quit()
         }
     }
@@ -88,19 +88,19 @@ MenuBar {
     ThemedMenu {
         title: L10n.T("Dosya")
 
-        Action {
+        ShortcutAction {
             text: L10n.T("Klip Kaydet")
-            shortcut: "Ctrl+S"
+            keys: "Ctrl+S"
             onTriggered: Recorder.saveClip()
         }
-        Action {
+        ShortcutAction {
             text: L10n.T("Kaydı Başlat / Durdur")
-            shortcut: "Ctrl+R"
+            keys: "Ctrl+R"
             onTriggered: Recorder.toggle()
         }
-        Action {
+        ShortcutAction {
             text: L10n.T("Klip Klasörünü Aç")
-            shortcut: "Ctrl+O"
+            keys: "Ctrl+O"
             onTriggered: WindowCommands.openFolder()
         }
     }
@@ -108,30 +108,30 @@ MenuBar {
     ThemedMenu {
         title: L10n.T("Düzen")
 
-        Action {
+        ShortcutAction {
             text: L10n.T("Geri Al")
-            shortcut: "Ctrl+Z"
+            keys: "Ctrl+Z"
             onTriggered: WindowCommands.edit("undo", bar.target)
         }
         ThemedMenuSeparator {}
-        Action {
+        ShortcutAction {
             text: L10n.T("Kes")
-            shortcut: "Ctrl+X"
+            keys: "Ctrl+X"
             onTriggered: WindowCommands.edit("cut", bar.target)
         }
-        Action {
+        ShortcutAction {
             text: L10n.T("Kopyala")
-            shortcut: "Ctrl+C"
+            keys: "Ctrl+C"
             onTriggered: WindowCommands.edit("copy", bar.target)
         }
-        Action {
+        ShortcutAction {
             text: L10n.T("Yapıştır")
-            shortcut: "Ctrl+V"
+            keys: "Ctrl+V"
             onTriggered: WindowCommands.edit("paste", bar.target)
         }
-        Action {
+        ShortcutAction {
             text: L10n.T("Tümünü Seç")
-            shortcut: "Ctrl+A"
+            keys: "Ctrl+A"
             onTriggered: WindowCommands.edit("selectAll", bar.target)
         }
     }
@@ -139,14 +139,14 @@ MenuBar {
     ThemedMenu {
         title: L10n.T("Pencere")
 
-        Action {
+        ShortcutAction {
             text: L10n.T("Küçült")
-            shortcut: "Ctrl+M"
+            keys: "Ctrl+M"
             onTriggered: WindowCommands.minimize()
         }
-        Action {
+        ShortcutAction {
             text: L10n.T("Kapat")
-            shortcut: "Ctrl+W"
+            keys: "Ctrl+W"
             onTriggered: WindowCommands.close()
         }
     }

@@ -206,7 +206,7 @@ protected:
     {
         QmlFixture::SetUp();
         show(QStringLiteral("ThemedMenu { objectName: 'menu'; x: 20; y: 20\n"
-                            "Action { text: 'Klasör'; shortcut: 'Ctrl+Shift+O' }\n"
+                            "ShortcutAction { text: 'Klasör'; keys: 'Ctrl+Shift+O' }\n"
                             "Action { text: 'Hakkında' } }"));
         QMetaObject::invokeMethod(object(QStringLiteral("menu")), "open");
     }

@@ -147,6 +147,34 @@ TEST_F(MainWindowTest, MenuShortcutsSaveAndSwitchTheRecorder)
     EXPECT_TRUE(recorder->isSaving());
 }
 
+TEST_F(MainWindowTest, HeldShortcutActsOnce)
+{
+    // One press and an odd number of repeats.
+    const auto hold = [this](Qt::Key key) {
+        for (int i = 0; i < 16; ++i) {
+            QTest::simulateEvent(window, true, key, Qt::ControlModifier, {}, i > 0);
+        }
+        QTest::simulateEvent(window, false, key, Qt::ControlModifier, {}, false);
+    };
+    window->requestActivate();
+    hold(Qt::Key_R);
+    time.settle();
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
+    showFrame();
+    hold(Qt::Key_S);
+    time.advance(std::chrono::seconds(30));
+    EXPECT_EQ(savedPaths.size(), 1);
+    hold(Qt::Key_O);
+    EXPECT_EQ(requestedActions, QStringList{QStringLiteral("openFolder")});
+}
+
+TEST_F(MainWindowTest, ShortcutActsWhileItsMenuIsOpen)
+{
+    openMenu(QStringLiteral("Dosya"), QStringLiteral("Klip Klasörünü Aç"));
+    QTest::keyClick(window, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(requestedActions, QStringList{QStringLiteral("openFolder")});
+}
+
 TEST_F(MainWindowTest, MenuShowsItsEntries)
 {
     click(QStringLiteral("Dosya"));

@@ -45,12 +45,13 @@ T.Control {
         }
     }
 
-    function actOn(key: int): bool {
+    // A key that is held moves on, but does nothing else again.
+    function actOn(key: int, isHeld: bool): bool {
         const path = grid.library.currentPath;
         if (grid.library.moveCurrent(key)) {
             return true;
         }
-        if (path === "") {
+        if (path === "" || isHeld) {
             return false;
         }
         switch (key) {
@@ -88,7 +89,7 @@ T.Control {
         const isMenuKey = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
         const isPlain = event.modifiers === Qt.NoModifier || event.modifiers === Qt.KeypadModifier;
         internal.isByKeyboard = true;
-        event.accepted = (isMenuKey || isPlain) && grid.actOn(isMenuKey ? Qt.Key_Menu : event.key);
+        event.accepted = (isMenuKey || isPlain) && grid.actOn(isMenuKey ? Qt.Key_Menu : event.key, event.isAutoRepeat);
     }
 
     // Runs after the view has scrolled and the card exists.

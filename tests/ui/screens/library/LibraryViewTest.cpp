@@ -465,6 +465,17 @@ TEST_F(ScrolledLibraryTest, KeysMoveTheCurrentCardAndScrollToIt)
     EXPECT_EQ(selectedName(), QStringLiteral("Dota 2 - Nr 004.mp4"));
 }
 
+TEST_F(ScrolledLibraryTest, HeldKeyMovesButDoesNotOpen)
+{
+    const auto repeat = [this](Qt::Key key) { QTest::simulateEvent(window, true, key, {}, {}, true); };
+    key(Qt::Key_Home);
+    repeat(Qt::Key_Right);
+    repeat(Qt::Key_Return);
+    EXPECT_FALSE(navigation.hasSelected());
+    key(Qt::Key_Return);
+    EXPECT_EQ(selectedName(), QStringLiteral("Dota 2 - Nr 001.mp4"));
+}
+
 TEST_F(ScrolledLibraryTest, KeysTrashCopyAndOpenTheMenu)
 {
     key(Qt::Key_Home);
