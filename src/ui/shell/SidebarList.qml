@@ -1,35 +1,90 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Shared
 import Quelto.Shell
+import Quelto.Theme
 
-// The library's pages, and below them a row for each game. Rows are created only while they are visible.
-// Not `ComponentBehavior: Bound`: with it, Qt 6.4 reports header and delegate as "Component is not ready".
-ListView {
+// The part of the sidebar that scrolls: the library's pages, and below them a row for each game. Rows are created only
+// while they are visible. The games are one tab stop; the arrow keys, Home and End move within it.
+Item {
     id: places
+
+    // The range of contentY.
+    readonly property real firstY: games.originY - games.topMargin
+    readonly property real lastY: Math.max(firstY, games.originY + games.contentHeight - games.height)
 
     // Moves the focus to the row of a game, or to a row of the header if the place is negative.
     function reach(place: int) {
-        if (place >= 0 && place < count) {
-            positionViewAtIndex(place, ListView.Contain);
-            itemAtIndex(place).forceActiveFocus(Qt.TabFocusReason);
-        } else if (place < 0) {
-            positionViewAtBeginning();
-            (headerItem as SidebarHeader).reach(place);
+        if (place < 0) {
+            pages.reach(place);
+        } else if (place < games.count) {
+            games.positionViewAtIndex(place, ListView.Contain);
+            games.itemAtIndex(place).forceActiveFocus(Qt.TabFocusReason);
         }
     }
 
-    boundsBehavior: Flickable.StopAtBounds
-    interactive: contentHeight > height
+    // Scrolls until the row is visible and clear of the fading edges.
+    function reveal(row: Item) {
+        const start = games.contentItem.mapFromItem(row, 0, 0).y - upperFade.height;
+        const end = start + row.height + upperFade.height + lowerFade.height;
+        const wanted = Math.max(Math.min(games.contentY, start), end - games.height);
+        games.contentY = Math.max(firstY, Math.min(wanted, lastY));
+    }
+
     clip: true
-    model: LibraryOverview.games
-    header: SidebarHeader {}
-    delegate: GameRow {}
 
-    Connections {
-        target: places.headerItem as SidebarHeader
+    // Not the header of the list, which would be a part of the list of games for screen readers. Declared before the
+    // list for the order of tab stops, and above it for the pointer.
+    SidebarHeader {
+        id: pages
 
-        function onMoved(from: int, step: int) {
-            places.reach(from + step);
+        y: places.firstY - games.contentY
+        z: 1
+        onHeightChanged: games.contentY = places.firstY
+        onMoved: (from, step) => places.reach(from + step)
+        onRowFocused: row => places.reveal(row)
+    }
+
+    ListView {
+        id: games
+
+        anchors.fill: parent
+        topMargin: pages.height
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: places.lastY > places.firstY
+        // The current row is the tab stop. It does not move the view; at first there is none, because the list would
+        // start there, below the header.
+        highlightFollowsCurrentItem: false
+        currentIndex: -1
+        model: LibraryOverview.games
+        Accessible.ignored: count === 0
+        Accessible.role: Accessible.List
+        Accessible.name: pages.gamesTitle
+
+        delegate: GameRow {
+            id: row
+
+            onReachRequested: place => places.reach(place)
+            onVisualFocusChanged: if (visualFocus) {
+                games.positionViewAtIndex(index, ListView.Contain);
+                places.reveal(row);
+            }
         }
+    }
+
+    EdgeFade {
+        id: upperFade
+
+        anchors.top: parent.top
+        distance: games.contentY - places.firstY
+    }
+
+    EdgeFade {
+        id: lowerFade
+
+        anchors.bottom: parent.bottom
+        isLower: true
+        distance: places.lastY - games.contentY
     }
 }

@@ -10,6 +10,45 @@ namespace {
 class SidebarTest : public test::ShellFixture {
 protected:
     bool isActive(const QString& name) const { return item(name)->property("active").toBool(); }
+
+    /// Adds a clip for each of 26 games, "Game a" to "Game z". They do not fit the sidebar.
+    void makeManyGames()
+    {
+        QList<QByteArray> names;
+        for (char each = 'a'; each <= 'z'; ++each) {
+            names.append(QByteArray("Game ") + each + " - clip.mp4");
+        }
+        makeClips(names);
+    }
+
+    /// The list of the games.
+    QQuickItem* games() const
+    {
+        return test::firstVisible(window, [](const QQuickItem* each) { return each->inherits("QQuickListView"); });
+    }
+    void scrollTo(double contentY) const
+    {
+        games()->setProperty("contentY", contentY);
+        drawFrame();
+    }
+    double contentY() const { return games()->property("contentY").toDouble(); }
+    /// The part of the window in which the games scroll.
+    QRectF listArea() const { return test::placeOf(games()); }
+    bool isInListArea(const QString& name) const { return listArea().contains(test::placeOf(item(name))); }
+    bool hasFocus(const QString& name) const { return item(name)->hasActiveFocus(); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::keyClick(window, key, modifiers);
+        drawFrame();
+    }
+    double fadeAt(double y) const
+    {
+        const auto* fade = test::firstVisible(window, [&](const QQuickItem* each) {
+            return QByteArray(each->metaObject()->className()).startsWith("EdgeFade_QMLTYPE") &&
+                test::placeOf(each).contains(QPointF(100, y));
+        });
+        return fade == nullptr ? 0 : fade->opacity();
+    }
 };
 
 TEST_F(SidebarTest, EmptyLibraryShowsNoGames)
@@ -97,11 +136,7 @@ TEST_F(SidebarTest, HasDesignedSizesAndFontWeights)
 
 TEST_F(SidebarTest, ScrollsToTheFocusedGame)
 {
-    QList<QByteArray> names;
-    for (char each = 'a'; each <= 'z'; ++each) {
-        names.append(QByteArray("Game ") + each + " - clip.mp4");
-    }
-    makeClips({names.cbegin(), names.cend()});
+    makeManyGames();
     const auto* card = item(QStringLiteral("Klip Kaydet"));
     window->requestActivate();
     item(QStringLiteral("Tüm Klipler, 26"))->forceActiveFocus(Qt::TabFocusReason);
@@ -117,6 +152,180 @@ TEST_F(SidebarTest, ScrollsToTheFocusedGame)
         QTest::keyClick(window, Qt::Key_Up);
     }
     EXPECT_TRUE(item(QStringLiteral("Tüm Klipler, 26"))->hasActiveFocus());
+}
+
+TEST_F(SidebarTest, StartsAtItsTop)
+{
+    const auto topOf = [this](const QString& name) { return test::placeOf(item(name)).top(); };
+    const auto clips = topOf(QStringLiteral("Tüm Klipler, 0"));
+    const auto recaps = topOf(QStringLiteral("Maç Özetleri, 0"));
+    makeManyGames();
+    EXPECT_EQ(topOf(QStringLiteral("Tüm Klipler, 26")), clips);
+    EXPECT_EQ(topOf(QStringLiteral("Maç Özetleri, 0")), recaps);
+    settings.setColorTheme(QStringLiteral("ocean"));
+    drawFrame();
+    EXPECT_EQ(topOf(QStringLiteral("Tüm Klipler, 26")), clips) << "after a change of theme";
+    settings.setLanguage(QStringLiteral("en"));
+    drawFrame();
+    EXPECT_EQ(topOf(QStringLiteral("All Clips, 26")), clips) << "after a change of language";
+    EXPECT_EQ(topOf(QStringLiteral("Match Recaps, 0")), recaps);
+    picture(QStringLiteral("sidebar-top"));
+}
+
+TEST_F(SidebarTest, StartsAtItsTopAgainAfterItWasEmpty)
+{
+    const auto clips = test::placeOf(item(QStringLiteral("Tüm Klipler, 0")));
+    makeManyGames();
+    scrollTo(200);
+    ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
+    reloadLibrary();
+    EXPECT_EQ(test::placeOf(item(QStringLiteral("Tüm Klipler, 0"))), clips);
+    makeManyGames();
+    EXPECT_EQ(test::placeOf(item(QStringLiteral("Tüm Klipler, 26"))), clips);
+}
+
+TEST_F(SidebarTest, GamesAreOneTabStop)
+{
+    makeManyGames();
+    record();
+    window->requestActivate();
+    item(QStringLiteral("Tüm Klipler, 26"))->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Maç Özetleri, 0")));
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Game a, 1")));
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Game c, 1")));
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Kaydı Başlat / Durdur")));
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Game c, 1"))) << "the focus returns to the game that had it";
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Maç Özetleri, 0")));
+}
+
+TEST_F(SidebarTest, TabStopIsTheGameWhosePageIsOpen)
+{
+    makeManyGames();
+    window->requestActivate();
+    click(QStringLiteral("Game d, 1"));
+    item(QStringLiteral("Maç Özetleri, 0"))->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Game d, 1")));
+}
+
+TEST_F(SidebarTest, HomeAndEndReachTheFirstAndTheLastGame)
+{
+    makeManyGames();
+    window->requestActivate();
+    item(QStringLiteral("Game c, 1"))->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_End);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Game z, 1")));
+    EXPECT_TRUE(isInListArea(QStringLiteral("Game z, 1")));
+    press(Qt::Key_Home);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Game a, 1")));
+    EXPECT_TRUE(isInListArea(QStringLiteral("Game a, 1")));
+}
+
+TEST_F(SidebarTest, FocusedRowIsScrolledIntoView)
+{
+    makeManyGames();
+    window->requestActivate();
+    scrollTo(300);
+    EXPECT_FALSE(isInListArea(QStringLiteral("Maç Özetleri, 0")));
+    item(QStringLiteral("Tüm Klipler, 26"))->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(isInListArea(QStringLiteral("Tüm Klipler, 26")));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Tab);
+    press(Qt::Key_End);
+    scrollTo(0);
+    item(QStringLiteral("Maç Özetleri, 0"))->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(hasFocus(QStringLiteral("Game z, 1")));
+    EXPECT_TRUE(isInListArea(QStringLiteral("Game z, 1")));
+    EXPECT_EQ(fadeAt(listArea().bottom() - 1), 0);
+}
+
+TEST_F(SidebarTest, EveryFocusedGameIsClearOfTheFadingEdges)
+{
+    makeManyGames();
+    window->requestActivate();
+    item(QStringLiteral("Game a, 1"))->forceActiveFocus(Qt::TabFocusReason);
+    const auto check = [&] {
+        const auto row = test::placeOf(window->activeFocusItem());
+        EXPECT_TRUE(listArea().contains(row));
+        EXPECT_EQ(fadeAt(row.top() + 1), 0);
+        EXPECT_EQ(fadeAt(row.bottom() - 1), 0);
+    };
+    for (int i = 0; i < 25; ++i) {
+        press(Qt::Key_Down);
+        check();
+    }
+    for (int i = 0; i < 27; ++i) {
+        press(Qt::Key_Up);
+        check();
+    }
+}
+
+TEST_F(SidebarTest, EdgesFadeWhereTheListContinues)
+{
+    makeManyGames();
+    const auto upper = listArea().top() + 1;
+    const auto lower = listArea().bottom() - 1;
+    EXPECT_EQ(fadeAt(upper), 0);
+    EXPECT_EQ(fadeAt(lower), 1);
+    scrollTo(contentY() + 100);
+    picture(QStringLiteral("sidebar-middle"));
+    EXPECT_EQ(fadeAt(upper), 1);
+    EXPECT_EQ(fadeAt(lower), 1);
+    QMetaObject::invokeMethod(games(), "positionViewAtEnd");
+    EXPECT_EQ(fadeAt(upper), 1);
+    EXPECT_EQ(fadeAt(lower), 0);
+    // Few games fit.
+    ASSERT_TRUE(QDir(settings.saveFolder()).removeRecursively());
+    makeClips({"Dota 2 - a.mp4"});
+    EXPECT_EQ(fadeAt(listArea().top() + 1), 0);
+    EXPECT_EQ(fadeAt(listArea().bottom() - 1), 0);
+}
+
+TEST_F(SidebarTest, WheelScrollsAlsoOverThePageRows)
+{
+    makeManyGames();
+    const auto* recaps = item(QStringLiteral("Maç Özetleri, 0"));
+    const auto before = contentY();
+    QWheelEvent event(test::middleOf(recaps), window->mapToGlobal(test::middleOf(recaps)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(window, &event);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return contentY() > before + 10; }));
+}
+
+TEST_F(SidebarTest, ListEndsAtTheLastGameWhenGamesAreRemoved)
+{
+    makeManyGames();
+    QMetaObject::invokeMethod(games(), "positionViewAtEnd");
+    for (char each = 'c'; each <= 'z'; ++each) {
+        EXPECT_TRUE(
+            QFile::remove(settings.saveFolder() + QStringLiteral("/Game %1 - clip.mp4").arg(QLatin1Char(each))));
+    }
+    reloadLibrary();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isInListArea(QStringLiteral("Tüm Klipler, 2")); }));
+    EXPECT_TRUE(isInListArea(QStringLiteral("Game b, 1")));
+}
+
+TEST_F(SidebarTest, GamesAreANamedListToScreenReaders)
+{
+    makeManyGames();
+    auto* const list = QAccessible::queryAccessibleInterface(games());
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->role(), QAccessible::List);
+    EXPECT_EQ(list->text(QAccessible::Name), QStringLiteral("OYUNLAR / UYGULAMALAR"));
+    QStringList names;
+    for (int i = 0; i < list->childCount(); ++i) {
+        names.append(list->child(i)->text(QAccessible::Name));
+    }
+    EXPECT_TRUE(names.contains(QStringLiteral("Game a, 1"))) << qPrintable(names.join(u' '));
+    EXPECT_FALSE(names.contains(QStringLiteral("Tüm Klipler, 26"))) << qPrintable(names.join(u' '));
 }
 
 TEST_F(SidebarTest, CreatesRowsOnlyForVisibleGames)
