@@ -11,8 +11,8 @@ Image {
 
     width: side
     height: side
-    sourceSize.width: side * Screen.devicePixelRatio
-    sourceSize.height: side * Screen.devicePixelRatio
+    sourceSize.width: side
+    sourceSize.height: side
     source: symbol === "" ? "" : "image://symbols/" + symbol + "/" + color.toString().slice(-6)
     Accessible.ignored: true
 }

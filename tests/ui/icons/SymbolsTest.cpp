@@ -144,6 +144,35 @@ TEST(Symbols, LeaveNoFileUnused)
     EXPECT_EQ(files.entryList({QStringLiteral("*.svg")}).size(), symbolNames().size());
 }
 
+class RecordingProvider final : public SymbolProvider {
+public:
+    explicit RecordingProvider(QList<QSize>& requests)
+        : m_requests(requests)
+    {
+    }
+    QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override
+    {
+        m_requests.append(requestedSize);
+        return SymbolProvider::requestImage(id, size, requestedSize);
+    }
+
+private:
+    QList<QSize>& m_requests;
+};
+
+/// Also run at a scale factor of 2.
+class SymbolInALayout : public QmlFixture { };
+
+TEST_F(SymbolInALayout, HasItsSideAndIsDrawnAtThePixelDensityOfTheScreen)
+{
+    QList<QSize> requests;
+    engine->addImageProvider(QStringLiteral("symbols"), new RecordingProvider(requests));
+    show(QStringLiteral("RowLayout { SymbolIcon { objectName: 'icon'; symbol: 'mic.fill'; side: 14 } }"));
+    window->grabWindow();
+    EXPECT_EQ(item(QStringLiteral("icon"))->size(), QSizeF(14, 14));
+    EXPECT_EQ(requests, QList<QSize>{QSize(14, 14) * window->effectiveDevicePixelRatio()});
+}
+
 class SymbolSheet : public QmlFixture { };
 
 TEST_F(SymbolSheet, DrawsAllSymbolsInThreePalettes)
