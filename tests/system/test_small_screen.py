@@ -16,14 +16,14 @@ class SmallScreen(window.WindowTest):
         text = desktop.run("xprop", "-id", self.window_number(), "_NET_FRAME_EXTENTS")
         return tuple(map(int, re.findall(r"\d+", text.partition("=")[2])))
 
-    def assert_visible(self, bounds):
+    def fits(self, bounds, screen):
+        """Whether a window with those bounds is on a screen of that size with its whole decoration."""
         x, y, width, height = bounds
         left, right, top, bottom = self.decoration()
-        self.assertGreater(top, 0)
-        self.assertGreaterEqual(x, left)
-        self.assertGreaterEqual(y, top)
-        self.assertLessEqual(x + width + right, SCREEN[0])
-        self.assertLessEqual(y + height + bottom, SCREEN[1])
+        return top > 0 and x >= left and y >= top and x + width + right <= screen[0] and y + height + bottom <= screen[1]
+
+    def assert_visible(self, bounds):
+        self.assertTrue(self.fits(bounds, SCREEN), f"{bounds} with the decoration {self.decoration()}")
 
     def placed(self):
         """Waits until the window manager has placed the window, and returns its bounds."""
@@ -45,6 +45,29 @@ class SmallScreen(window.WindowTest):
             desktop.run("xdotool", "mousemove_relative", "--sync", step // 3, 0)
         desktop.run("xdotool", "mouseup", 1)
         desktop.wait_until(lambda: self.frame()[0] > x, 3, "the window to follow its title bar")
+
+    def test_window_fits_at_scale_2(self):
+        self.reader = screen_reader.ScreenReader(scale=2)
+        self.addCleanup(self.reader.close)
+        self.window({"QT_SCALE_FACTOR": "2"})
+        self.assert_visible(self.placed())
+        # The user cannot make it smaller than the room on the screen.
+        desktop.run("xdotool", "windowsize", self.window_number(), 300, 200)
+        self.assert_visible(self.placed())
+        self.assertGreater(self.frame()[2], 1300)
+
+    def test_window_follows_a_change_of_the_screen(self):
+        desktop.run("xrandr", "--newmode", "smaller", "74", "960", "970", "980", "1000", "540", "550", "560", "570")
+        desktop.run("xrandr", "--addmode", "screen", "smaller")
+        self.addCleanup(desktop.run, "xrandr", "--output", "screen", "--mode", "{}x{}".format(*SCREEN))
+        self.window()
+        self.assert_visible(self.placed())
+        desktop.run("xrandr", "--output", "screen", "--mode", "smaller")
+        desktop.wait_until(lambda: self.fits(self.settled() or SCREEN * 2, (960, 540)), 5, "the window on the smaller screen")
+        desktop.run("xrandr", "--output", "screen", "--mode", "{}x{}".format(*SCREEN))
+        desktop.wait_until(lambda: self.settled() and min(self.frame()[2] - 1019, self.frame()[3] - 639) > 0, 5,
+                           "the window at its minimum size")
+        self.assert_visible(self.frame())
 
     def test_saved_frames_are_moved_into_the_screen(self):
         program = self.window()

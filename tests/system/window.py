@@ -62,8 +62,8 @@ class WindowTest(desktop.DesktopTest):
 
     def wait_for_count(self, place, count, seconds=5):
         """Waits until the sidebar's row for that place shows the count."""
-        # Reading every card too would take longer than the program needs.
-        return self.reader.find("push button", f"{place}, {count}", seconds, closed=("list",))
+        # Reading the parts of every card too would take longer than the program needs.
+        return self.reader.find("push button", f"{place}, {count}", seconds, closed=("list item",))
 
     def frame(self):
         """The bounds of the window without its decoration."""

@@ -42,7 +42,7 @@ QRect fittingFrame(const QRect& wanted, const QMargins& decoration, const QSize&
     const auto shown = [&](const QRect& screen) { return areaOf(screen.intersected(wanted)); };
     const auto screen = *std::ranges::max_element(screens, {}, shown);
     const auto room = screen.marginsRemoved(decoration);
-    auto frame = QRect(wanted.topLeft(), wanted.size().boundedTo(room.size()).expandedTo(smallest));
+    auto frame = QRect(wanted.topLeft(), wanted.size().expandedTo(smallest).boundedTo(room.size()));
     if (shown(screen) == 0) {
         frame.moveCenter(room.center());
     }
@@ -58,8 +58,12 @@ WindowFrame::WindowFrame(QWindow& window, QString settingsPath)
     : QObject(&window)
     , m_window(window)
     , m_settingsPath(std::move(settingsPath))
+    , m_designedMinimum(window.minimumSize())
 {
     restore();
+    followScreen();
+    // Queued: until then an old screen that was removed still exists.
+    connect(&window, &QWindow::screenChanged, this, &WindowFrame::followScreen, Qt::QueuedConnection);
     m_untilSave.setSingleShot(true);
     m_untilSave.setInterval(SaveFrameDelay);
     m_untilSave.callOnTimeout(this, &WindowFrame::save);
@@ -96,10 +100,44 @@ void WindowFrame::restore()
     if (!saved.isValid() && !screens.isEmpty()) {
         wanted.moveCenter(screens.first().center());
     }
-    m_window.setGeometry(fittingFrame(wanted, {}, m_window.minimumSize(), screens));
+    const auto frame = fittingFrame(wanted, {}, m_designedMinimum, screens);
+    m_window.setMinimumSize(m_designedMinimum.boundedTo(frame.size()));
+    m_window.setGeometry(frame);
     if (settings.value(MaximizedKey).toBool()) {
         m_window.setWindowStates(Qt::WindowMaximized);
     }
+}
+
+void WindowFrame::followScreen()
+{
+    // The user may be dragging the window, unless the old screen is gone.
+    const bool isDragged = m_screen != nullptr;
+    if (m_screen != nullptr) {
+        m_screen->disconnect(this);
+    }
+    m_screen = m_window.screen();
+    if (m_screen != nullptr) {
+        connect(m_screen, &QScreen::availableGeometryChanged, this, &WindowFrame::fitAgain);
+    }
+    if (isDragged) {
+        limitMinimumSize();
+    } else {
+        fitAgain();
+    }
+}
+
+void WindowFrame::limitMinimumSize()
+{
+    if (m_screen != nullptr) {
+        const auto room = m_screen->availableGeometry().marginsRemoved(m_window.frameMargins());
+        m_window.setMinimumSize(m_designedMinimum.boundedTo(room.size()));
+    }
+}
+
+void WindowFrame::fitAgain()
+{
+    m_isFitted = false;
+    fitAsDecorated();
 }
 
 /// The size of the window manager's decoration is only known when the window is shown.
@@ -109,11 +147,12 @@ void WindowFrame::fitAsDecorated()
         return;
     }
     m_isFitted = true;
+    limitMinimumSize();
     if (m_window.windowStates() != Qt::WindowNoState) {
         return;
     }
     const auto frame =
-        fittingFrame(m_window.geometry(), m_window.frameMargins(), m_window.minimumSize(), screensPrimaryFirst());
+        fittingFrame(m_window.geometry(), m_window.frameMargins(), m_designedMinimum, screensPrimaryFirst());
     if (frame != m_window.geometry()) {
         m_window.setGeometry(frame);
     }

@@ -8,13 +8,18 @@ import Quelto.Theme
 
 // The clips of a match. Review in the window is not implemented yet.
 PlaceholderPage {
+    id: page
+
+    // Without the titles.
+    readonly property real heightOfTheRest: 290
+
     symbol: "flag.checkered"
     title: MatchSummary.isKnown ? MatchSummary.name : L10n.T("Bu maç artık listede yok")
     text: MatchSummary.isKnown ? L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.") : ""
 
     details: ListView {
         width: parent.width
-        height: Math.min(contentHeight, 260)
+        height: Math.min(contentHeight, 260, Math.max(0, page.height - page.heightOfTheRest))
         visible: count > 0
         clip: true
         spacing: Theme.spacing.row

@@ -19,48 +19,96 @@ Rectangle {
     Accessible.role: Accessible.Pane
     Accessible.name: "Quelto"
 
-    ColumnLayout {
+    // Below the menu bar. In a window that is too low for the sidebar, all of it scrolls.
+    Flickable {
+        id: view
+
+        readonly property Item focusedItem: Window.activeFocusItem
+        readonly property real lastY: Math.max(0, contentHeight - height)
+
+        // Scrolls until the item is visible. An item elsewhere in the window changes nothing.
+        function reveal(item: Item) {
+            let shown = item;
+            let ancestor = item;
+            while (ancestor && ancestor !== rows) {
+                ancestor = ancestor.parent;
+                // The list itself scrolls to its rows.
+                shown = ancestor === places ? places : shown;
+            }
+            if (ancestor) {
+                const start = shown.mapToItem(rows, 0, 0).y - Theme.spacing.sidebar;
+                const end = start + shown.height + 2 * Theme.spacing.sidebar;
+                contentY = Math.max(0, Math.min(Math.max(Math.min(contentY, start), end - height), lastY));
+            }
+        }
+
         anchors.fill: parent
-        spacing: 0
+        anchors.topMargin: 40
+        contentHeight: rows.height
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: lastY > 0
+        clip: true
+        onFocusedItemChanged: reveal(focusedItem)
 
-        Brand {
-            Layout.topMargin: 40
-            Layout.leftMargin: 18
-            Layout.rightMargin: 18
-            Layout.bottomMargin: 26
-        }
+        ColumnLayout {
+            id: rows
 
-        SidebarList {
-            Layout.fillWidth: true
-            Layout.fillHeight: true
-            Layout.leftMargin: Theme.spacing.sidebar
-            Layout.rightMargin: Theme.spacing.sidebar
-        }
+            width: view.width
+            height: Math.max(view.height, implicitHeight)
+            spacing: 0
 
-        UpdateRow {
-            Layout.fillWidth: true
-            Layout.leftMargin: Theme.spacing.sidebar
-            Layout.rightMargin: Theme.spacing.sidebar
-            Layout.topMargin: Theme.spacing.sidebar
-            visible: version !== ""
-            version: sidebar.availableUpdate
-            onClicked: sidebar.updateRequested()
-        }
+            Brand {
+                Layout.leftMargin: 18
+                Layout.rightMargin: 18
+                Layout.bottomMargin: 26
+            }
 
-        CaptureCard {
-            Layout.fillWidth: true
-            Layout.margins: Theme.spacing.sidebar
-        }
+            SidebarList {
+                id: places
 
-        NavItem {
-            Layout.fillWidth: true
-            Layout.leftMargin: Theme.spacing.sidebar
-            Layout.rightMargin: Theme.spacing.sidebar
-            Layout.bottomMargin: Theme.spacing.sidebar
-            symbol: "gearshape.fill"
-            text: L10n.T("Ayarlar")
-            active: !Navigation.hasSelected && Navigation.pageKind === Pages.Settings
-            onClicked: Navigation.showSettings()
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.minimumHeight: lowest
+                Layout.leftMargin: Theme.spacing.sidebar
+                Layout.rightMargin: Theme.spacing.sidebar
+            }
+
+            UpdateRow {
+                Layout.fillWidth: true
+                Layout.leftMargin: Theme.spacing.sidebar
+                Layout.rightMargin: Theme.spacing.sidebar
+                Layout.topMargin: Theme.spacing.sidebar
+                visible: version !== ""
+                version: sidebar.availableUpdate
+                onClicked: sidebar.updateRequested()
+            }
+
+            CaptureCard {
+                Layout.fillWidth: true
+                Layout.margins: Theme.spacing.sidebar
+            }
+
+            NavItem {
+                Layout.fillWidth: true
+                Layout.leftMargin: Theme.spacing.sidebar
+                Layout.rightMargin: Theme.spacing.sidebar
+                Layout.bottomMargin: Theme.spacing.sidebar
+                symbol: "gearshape.fill"
+                text: L10n.T("Ayarlar")
+                active: !Navigation.hasSelected && Navigation.pageKind === Pages.Settings
+                onClicked: Navigation.showSettings()
+            }
         }
+    }
+
+    EdgeFade {
+        anchors.top: view.top
+        distance: view.contentY
+    }
+
+    EdgeFade {
+        anchors.bottom: view.bottom
+        isLower: true
+        distance: view.lastY - view.contentY
     }
 }

@@ -6,10 +6,13 @@ import Quelto.Shell
 import Quelto.Theme
 
 // The part of the sidebar that scrolls: the library's pages, and below them a row for each game. Rows are created only
-// while they are visible. The games are one tab stop; the arrow keys, Home and End move within it.
+// while they are visible. The games are one tab stop: the row that had the focus last, or whose page was opened. The arrow
+// keys, Home and End move between them.
 Item {
     id: places
 
+    // Has room for the library's pages.
+    readonly property real lowest: 110
     // The range of contentY.
     readonly property real firstY: games.originY - games.topMargin
     readonly property real lastY: Math.max(firstY, games.originY + games.contentHeight - games.height)
@@ -22,6 +25,14 @@ Item {
             games.positionViewAtIndex(place, ListView.Contain);
             games.itemAtIndex(place).forceActiveFocus(Qt.TabFocusReason);
         }
+    }
+
+    // The list keeps its current row, also out of view, so that the Tab key can reach it.
+    function setTabStop(place: int) {
+        const y = games.contentY;
+        games.currentIndex = place;
+        // The list has scrolled to that row.
+        games.contentY = y;
     }
 
     // Scrolls until the row is visible and clear of the fading edges.
@@ -53,9 +64,7 @@ Item {
         topMargin: pages.height
         boundsBehavior: Flickable.StopAtBounds
         interactive: places.lastY > places.firstY
-        // The current row is the tab stop. It does not move the view; at first there is none, because the list would
-        // start there, below the header.
-        highlightFollowsCurrentItem: false
+        // With a current row, the list would start there, below the header.
         currentIndex: -1
         model: LibraryOverview.games
         Accessible.ignored: count === 0
@@ -65,8 +74,13 @@ Item {
         delegate: GameRow {
             id: row
 
+            isTabStop: index === Math.max(0, games.currentIndex)
             onReachRequested: place => places.reach(place)
-            onVisualFocusChanged: if (visualFocus) {
+            onActiveChanged: if (active) {
+                places.setTabStop(index);
+            }
+            onActiveFocusChanged: if (activeFocus) {
+                places.setTabStop(index);
                 games.positionViewAtIndex(index, ListView.Contain);
                 places.reveal(row);
             }

@@ -313,6 +313,20 @@ TEST_F(SidebarTest, ListEndsAtTheLastGameWhenGamesAreRemoved)
     EXPECT_TRUE(isInListArea(QStringLiteral("Game b, 1")));
 }
 
+TEST_F(SidebarTest, ClickedOrNewGameDoesNotScrollTheList)
+{
+    makeManyGames();
+    window->requestActivate();
+    scrollTo(contentY() + 20);
+    const auto before = contentY();
+    click(QStringLiteral("Game a, 1"));
+    drawFrame();
+    EXPECT_EQ(contentY(), before);
+    scrollTo(300);
+    makeClips({"Other - a.mp4"});
+    EXPECT_EQ(contentY(), 300);
+}
+
 TEST_F(SidebarTest, GamesAreANamedListToScreenReaders)
 {
     makeManyGames();
