@@ -41,6 +41,15 @@ MenuBar {
         }
     }
 
+    function hasOpenMenu(): bool {
+        for (let i = 0; i < count; ++i) {
+            if (menuAt(i).visible) {
+                return true;
+            }
+        }
+        return false;
+    }
+
     delegate: MainMenuTitle {}
     background: null
     Component.onCompleted: {

@@ -11,11 +11,14 @@ MenuBarItem {
     id: title
 
     readonly property real inset: 6
+    readonly property bool isOpen: menu !== null && menu.visible
 
     padding: inset
     leftPadding: inset
     rightPadding: inset
     font.pixelSize: Theme.fontSize.label
+    // Qt's menu bar would keep a title highlighted, and open menus under the pointer, after Escape closed its menu.
+    hoverEnabled: false
     focusPolicy: Qt.TabFocus
     Accessible.name: text
     Keys.onReturnPressed: title.triggered()
@@ -27,16 +30,27 @@ MenuBarItem {
     contentItem: Text {
         text: title.text
         font: title.font
-        color: title.highlighted || title.activeFocus ? Theme.text : Theme.muted
+        color: title.isOpen || title.activeFocus || pointer.hovered ? Theme.text : Theme.muted
     }
     background: Rectangle {
         radius: Theme.radius.badge
-        color: title.highlighted ? Theme.card : "transparent"
+        color: title.isOpen ? Theme.card : "transparent"
 
         FocusRing {
             gap: 1
             cornerRadius: Theme.radius.badge
-            active: title.activeFocus && !title.highlighted
+            active: title.activeFocus && !title.isOpen
+        }
+    }
+
+    // The pointer moves from an open menu to another one.
+    HoverHandler {
+        id: pointer
+
+        onHoveredChanged: {
+            if (hovered && !title.isOpen && (title.menuBar as MainMenu).hasOpenMenu()) {
+                title.triggered();
+            }
         }
     }
 }

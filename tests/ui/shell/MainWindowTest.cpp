@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
+#include <QStyleHints>
 #include <QTest>
 
 namespace quelto {
@@ -201,6 +203,69 @@ TEST_F(MainWindowTest, RestoresTheFocusAfterAMenuAndAfterADialog)
     picture(QStringLiteral("window-about"));
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([&] { return button->hasActiveFocus(); }));
+}
+
+/// On a desktop whose theme asks for hover effects.
+class MainMenuTitles : public test::ShellFixture {
+protected:
+    void SetUp() override
+    {
+        QGuiApplication::styleHints()->setUseHoverEffects(true);
+        ShellFixture::SetUp();
+    }
+    void TearDown() override
+    {
+        ShellFixture::TearDown();
+        QGuiApplication::styleHints()->setUseHoverEffects(false);
+    }
+
+    void moveTo(const QPoint& place) const
+    {
+        QTest::mouseMove(window, place);
+        drawFrame();
+    }
+    /// The titles that look open.
+    QStringList markedTitles() const
+    {
+        QStringList marked;
+        for (const auto* name : {"Quelto", "Dosya", "Düzen", "Pencere"}) {
+            const auto* title = textItem(QString::fromUtf8(name))->parentItem();
+            if (test::colorOf(title->property("background").value<QQuickItem*>()).alpha() > 0) {
+                marked.append(QString::fromUtf8(name));
+            }
+        }
+        return marked;
+    }
+};
+
+TEST_F(MainMenuTitles, AreNotMarkedAfterEscape)
+{
+    window->requestActivate();
+    moveTo(test::middleOf(item(QStringLiteral("Dosya"))));
+    openMenu(QStringLiteral("Dosya"), QStringLiteral("Klip Klasörünü Aç"));
+    EXPECT_EQ(markedTitles(), QStringList{QStringLiteral("Dosya")});
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(QStringLiteral("Klip Klasörünü Aç")); }));
+    EXPECT_EQ(markedTitles(), QStringList());
+    moveTo(test::middleOf(item(QStringLiteral("Düzen"))));
+    EXPECT_EQ(markedTitles(), QStringList()) << "no menu is open, so the pointer opens none";
+    moveTo(QPoint(600, 400));
+    EXPECT_EQ(test::colorOf(textItem(QStringLiteral("Dosya"))), theme->muted());
+}
+
+TEST_F(MainMenuTitles, OpenUnderThePointerWhileAMenuIsOpen)
+{
+    window->requestActivate();
+    openMenu(QStringLiteral("Dosya"), QStringLiteral("Klip Klasörünü Aç"));
+    moveTo(test::middleOf(item(QStringLiteral("Düzen"))));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("Tümünü Seç")); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(QStringLiteral("Klip Klasörünü Aç")); }));
+    EXPECT_EQ(markedTitles(), QStringList{QStringLiteral("Düzen")});
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(QStringLiteral("Tümünü Seç")); }));
+    EXPECT_EQ(markedTitles(), QStringList());
+    moveTo(test::middleOf(item(QStringLiteral("Dosya"))));
+    EXPECT_FALSE(shows(QStringLiteral("Klip Klasörünü Aç")));
 }
 
 TEST_F(MainWindowTest, MenusAreReachableByKeyboard)
