@@ -122,6 +122,7 @@ struct DurationRoles {
     Q_PROPERTY(int toggle MEMBER toggle CONSTANT)
     Q_PROPERTY(int reveal MEMBER reveal CONSTANT)
     Q_PROPERTY(int scroll MEMBER scroll CONSTANT)
+    Q_PROPERTY(int scrollBar MEMBER scrollBar CONSTANT)
     Q_PROPERTY(int hudEnter MEMBER hudEnter CONSTANT)
     Q_PROPERTY(int hudLeave MEMBER hudLeave CONSTANT)
     Q_PROPERTY(int spinnerTurn MEMBER spinnerTurn CONSTANT)
@@ -136,6 +137,8 @@ public:
     int reveal = 200;
     /// A view glides on after a notch of the wheel.
     int scroll = 180;
+    /// A scroll bar stays visible after the last movement.
+    int scrollBar = 900;
     int hudEnter = 150;
     int hudLeave = 300;
     /// One turn of a Spinner.

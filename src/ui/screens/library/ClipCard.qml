@@ -25,6 +25,8 @@ Item {
     // The keyboard focus of the grid is on this card.
     property bool isCurrent: false
     readonly property bool isHovered: pointer.hovered
+    // Also marked while its menu is open.
+    readonly property bool isMarked: isHovered || ((menu.item as ClipMenu)?.visible ?? false)
     readonly property alias textHeight: words.implicitHeight
 
     signal openRequested
@@ -65,7 +67,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: Theme.radius.card
-        color: card.isHovered ? Theme.cardHover : Theme.card
+        color: card.isMarked ? Theme.cardHover : Theme.card
 
         Behavior on color {
             ColorAnimation {
@@ -138,7 +140,7 @@ Item {
         radius: Theme.radius.card
         color: "transparent"
         border.width: 1
-        border.color: card.isHovered ? Qt.alpha(Theme.accent, 0.7) : Theme.border
+        border.color: card.isMarked ? Qt.alpha(Theme.accent, 0.7) : Theme.border
 
         Behavior on border.color {
             ColorAnimation {

@@ -20,15 +20,18 @@ FocusScope {
         confirmation.open();
     }
 
+    // Moves the focus from the search field to the cards. Without cards it stays in the field.
+    function leaveSearch(reason: int): bool {
+        if (grid.visible) {
+            grid.forceActiveFocus(reason);
+        }
+        return grid.visible;
+    }
+
     focus: true
     Accessible.role: Accessible.Pane
     Accessible.name: hasGame ? game : L10n.T("Klipler")
-    Keys.onEscapePressed: event => {
-        event.accepted = header.searchField.activeFocus;
-        if (event.accepted) {
-            grid.forceActiveFocus(Qt.OtherFocusReason);
-        }
-    }
+    Keys.onEscapePressed: event => event.accepted = header.searchField.activeFocus && leaveSearch(Qt.OtherFocusReason)
 
     QtObject {
         id: internal
@@ -76,7 +79,7 @@ FocusScope {
             Layout.fillWidth: true
             library: clips
             title: view.Accessible.name
-            onSearchDone: grid.forceActiveFocus(Qt.TabFocusReason)
+            onSearchDone: view.leaveSearch(Qt.TabFocusReason)
         }
 
         TierFilterBar {

@@ -98,6 +98,27 @@ TEST_F(ClipCardTest, BackgroundAndOutlineChangeOnHover)
     EXPECT_EQ(outlineOf(outline).color, withOpacity(theme.accent(), 0.7));
 }
 
+TEST_F(ClipCardTest, IsMarkedWhileItsMenuIsOpen)
+{
+    auto* card = open();
+    const auto* ground = rectangles(card).first();
+    const auto* outline = rectangles(card).last();
+    click(card, Qt::RightButton);
+    // Away from the card, to an entry of the menu.
+    auto* entry = item(QStringLiteral("Çöp Kutusuna Taşı"));
+    ASSERT_NE(entry, nullptr);
+    QTest::mouseMove(window, {5, 5});
+    settle();
+    EXPECT_EQ(colorOf(ground), theme.cardHover());
+    EXPECT_EQ(outlineOf(outline).color, withOpacity(theme.accent(), 0.7));
+    EXPECT_EQ(textItem(QStringLiteral("Discord'a sürükle")), nullptr) << "only the pointer shows the hint";
+    picture(QStringLiteral("library-card-with-menu"));
+    key(Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(colorOf(ground), theme.card());
+    EXPECT_EQ(outlineOf(outline).color, theme.border());
+}
+
 TEST_F(ClipCardTest, HoverAnimationsTake120Milliseconds)
 {
     auto* card = open();

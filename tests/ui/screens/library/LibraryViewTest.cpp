@@ -521,6 +521,33 @@ TEST_F(ScrolledLibraryTest, EscapeClearsTheSearchThenLeavesIt)
     EXPECT_TRUE(grid->hasActiveFocus());
 }
 
+TEST_F(LibraryViewTest, FocusStaysInTheSearchFieldWithoutCards)
+{
+    open();
+    search("a");
+    const auto* field = item(QStringLiteral("Ara"));
+    for (const auto each : {Qt::Key_Return, Qt::Key_Down, Qt::Key_Escape, Qt::Key_Escape, Qt::Key_Escape}) {
+        key(each);
+        EXPECT_EQ(window->activeFocusItem(), field) << each;
+    }
+    EXPECT_EQ(field->property("text").toString(), QString());
+}
+
+TEST_F(ScrolledLibraryTest, ScrollBarIsVisibleWhileTheViewScrolls)
+{
+    const auto* bar = itemsOf("ThemedScrollBar").value(0);
+    ASSERT_NE(bar, nullptr);
+    const auto opacity = [&] { return bar->property("contentItem").value<QQuickItem*>()->opacity(); };
+    QTest::mouseMove(window, {5, 5});
+    EXPECT_EQ(opacity(), 0);
+    wheel(-120);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return opacity() == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return opacity() == 0; })) << "it hides when the view rests";
+    key(Qt::Key_End);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return opacity() == 1; }));
+    picture(QStringLiteral("library-scrolling"));
+}
+
 TEST_F(ScrolledLibraryTest, TabMovesFromSearchToFolderButtonToGrid)
 {
     item(QStringLiteral("Ara"))->forceActiveFocus();
