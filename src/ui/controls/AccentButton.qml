@@ -20,10 +20,13 @@ T.AbstractButton {
     property string symbol: ""
     property string trailingText: ""
     readonly property real minimumWidth: 44
+    readonly property color idleFill: destructive ? Theme.live : Theme.accent
+    readonly property color pressedFill: destructive ? Qt.darker(Theme.live, 1.2) : Theme.accentDark
     readonly property color foreground: filled ? Theme.onAccent : destructive ? Theme.live : Theme.text
-    readonly property color fill: !filled ? (down || hovered ? Theme.cardHover : Theme.card)
-                                  : destructive ? (down ? Qt.darker(Theme.live, 1.2) : Theme.live)
-                                  : down ? Theme.accentDark : Theme.accent
+    // Qt also sets `hovered` of a disabled control.
+    readonly property bool isUnderPointer: hovered && enabled
+    readonly property color fill: !filled ? (down || isUnderPointer ? Theme.cardHover : Theme.card)
+                                  : down ? pressedFill : isUnderPointer ? Qt.tint(idleFill, Qt.alpha(pressedFill, 0.5)) : idleFill
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, minimumWidth)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding

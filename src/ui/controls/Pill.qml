@@ -20,6 +20,7 @@ T.RadioButton {
     font.weight: Font.DemiBold
     focus: isTabStop
     focusPolicy: isTabStop ? Qt.StrongFocus : Qt.ClickFocus
+    hoverEnabled: true
     opacity: enabled ? 1 : Theme.disabledOpacity
     autoExclusive: false
     checked: isSelected
@@ -31,7 +32,7 @@ T.RadioButton {
         text: pill.text
         textFormat: Text.PlainText
         font: pill.font
-        color: pill.isSelected ? Theme.onAccent : Theme.muted
+        color: pill.isSelected ? Theme.onAccent : pill.hovered ? Theme.text : Theme.muted
 
         Behavior on color {
             ColorAnimation {
@@ -43,7 +44,7 @@ T.RadioButton {
 
     background: Rectangle {
         radius: Theme.radius.smallControl
-        color: pill.isSelected ? Theme.accent : Theme.bg
+        color: pill.isSelected ? Theme.accent : pill.hovered ? Theme.cardHover : Theme.bg
         border.width: 1
         border.color: pill.isSelected ? color : Theme.border
 

@@ -15,6 +15,8 @@ T.CheckBox {
     readonly property real trackWidth: 38
     readonly property real trackHeight: 21
     readonly property real knobSide: 15
+    // From the edge of the control to the drawing.
+    readonly property real drawnInset: (trackWidth - track.width) / 2
 
     signal flipped(bool isOn)
 
@@ -38,6 +40,8 @@ T.CheckBox {
 
     background: Item {
         Rectangle {
+            id: track
+
             anchors.centerIn: parent
             width: Math.round(toggle.trackWidth * toggle.drawnScale)
             height: Math.round(toggle.trackHeight * toggle.drawnScale)

@@ -10,6 +10,11 @@ import Quelto.Theme
 // Length and memory use of the replay buffer, and whether the microphone is recorded. The tool tip shows picture size
 // and rate.
 RowLayout {
+    id: details
+
+    // Between the drawing of the microphone and the edge of its symbol.
+    readonly property real micInset: 2
+
     spacing: 5
 
     Text {
@@ -28,6 +33,7 @@ RowLayout {
     }
 
     SymbolIcon {
+        Layout.rightMargin: -details.micInset
         symbol: Recorder.micActive ? "mic.fill" : "mic.slash.fill"
         color: Recorder.micActive ? Theme.good : Theme.dim
         side: 14

@@ -50,6 +50,8 @@ RowLayout {
     }
 
     SSToggle {
+        // The drawing ends at the edge of the card's content.
+        Layout.rightMargin: -drawnInset
         drawnScale: 0.85
         text: L10n.T("Kaydı Başlat / Durdur")
         isOn: Recorder.isActive

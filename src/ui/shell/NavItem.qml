@@ -32,6 +32,9 @@ T.AbstractButton {
     Keys.onDownPressed: row.moved(1)
 
     contentItem: NavItemLabel {
+        id: label
+
+        isMarked: row.active || row.hovered
         symbol: row.symbol
         text: row.text
         count: row.count
@@ -40,7 +43,7 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: Theme.radius.control
-        color: row.active ? Theme.card : "transparent"
+        color: row.active ? Theme.card : row.hovered ? Qt.alpha(Theme.card, 0.6) : "transparent"
 
         Rectangle {
             visible: row.active
@@ -56,5 +59,9 @@ T.AbstractButton {
             active: row.visualFocus
             gap: 0
         }
+    }
+
+    ThemedToolTip {
+        text: label.isTruncated ? row.text : ""
     }
 }

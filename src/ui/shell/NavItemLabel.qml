@@ -13,6 +13,9 @@ Item {
     // Negative for no count.
     required property int count
     required property bool active
+    // The page is open, or the pointer is over the row.
+    required property bool isMarked
+    readonly property alias isTruncated: title.truncated
     readonly property real symbolColumn: 18
 
     implicitHeight: Math.max(title.implicitHeight, symbolColumn)
@@ -33,7 +36,7 @@ Item {
         anchors.rightMargin: label.count >= 0 ? Theme.spacing.row : 0
         anchors.verticalCenter: parent.verticalCenter
         text: label.text
-        color: label.active ? Theme.text : Theme.muted
+        color: label.isMarked ? Theme.text : Theme.muted
         font.pixelSize: Theme.fontSize.body
         font.weight: label.active ? Font.DemiBold : Font.Medium
         maximumLineCount: 1

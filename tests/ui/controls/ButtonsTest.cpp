@@ -38,7 +38,24 @@ TEST_F(Buttons, AccentIsFilledAndDarkensWhilePressed)
     holdDown(QStringLiteral("button"));
     EXPECT_EQ(colorOf(box), theme->accentDark());
     letGo(QStringLiteral("button"));
+    QTest::mouseMove(window, QPoint(window->width() - 1, window->height() - 1));
     EXPECT_EQ(colorOf(box), theme->accent());
+}
+
+TEST_F(Buttons, FilledAccentIsDarkerUnderThePointer)
+{
+    show(QStringLiteral("AccentButton { objectName: 'button'; text: 'Kaydet'; x: 100; y: 50 }\n"
+                        "AccentButton { objectName: 'red'; text: 'Sil'; x: 100; y: 150; destructive: true }\n"
+                        "AccentButton { objectName: 'off'; text: 'Yok'; x: 100; y: 250; enabled: false }"));
+    const auto* box = background(QStringLiteral("button"));
+    hover(item(QStringLiteral("button")));
+    EXPECT_LT(colorOf(box).lightness(), theme->accent().lightness());
+    EXPECT_GT(colorOf(box).lightness(), theme->accentDark().lightness());
+    hover(item(QStringLiteral("red")));
+    EXPECT_EQ(colorOf(box), theme->accent());
+    EXPECT_LT(colorOf(background(QStringLiteral("red"))).lightness(), theme->live().lightness());
+    hover(item(QStringLiteral("off")));
+    EXPECT_EQ(colorOf(background(QStringLiteral("off"))), theme->accent());
 }
 
 TEST_F(Buttons, UnfilledAccentIsACardWithAnOutline)

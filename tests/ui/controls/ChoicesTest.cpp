@@ -144,6 +144,17 @@ TEST_F(PillPicker, HighlightsTheSelectedPill)
     EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(text(QStringLiteral("30 FPS"))) == theme->muted(); }));
 }
 
+TEST_F(PillPicker, PillUnderThePointerIsBrighter)
+{
+    hover(pill(60));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(boxOf(pill(60))) == theme->cardHover(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(text(QStringLiteral("60 FPS"))) == theme->text(); }));
+    picture(QStringLiteral("control-pills-hovered"));
+    hover(pill(30));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colorOf(boxOf(pill(60))) == theme->bg(); }));
+    EXPECT_EQ(colorOf(boxOf(pill(30))), theme->accent());
+}
+
 TEST_F(PillPicker, AnimatesFor120Milliseconds)
 {
     click(pill(60));

@@ -124,6 +124,42 @@ TEST_F(ConfirmationDialog, FitsANarrowWindow)
     EXPECT_GE(button("Vazgeç")->mapToScene({0, 0}).x(), 20);
 }
 
+class ThemedToolTip : public test::QmlFixture {
+protected:
+    bool isShown(const QString& words) const { return text(words) != nullptr; }
+};
+
+TEST_F(ThemedToolTip, OpensOnlyUnderThePointer)
+{
+    show(QStringLiteral("Rectangle { objectName: 'area'; x: 200; y: 100; width: 60; height: 30\n"
+                        "ThemedToolTip { text: 'Mikrofon' } }"));
+    EXPECT_FALSE(isShown(QStringLiteral("Mikrofon")));
+    hover(item(QStringLiteral("area")));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isShown(QStringLiteral("Mikrofon")); }));
+    const auto* tip = text(QStringLiteral("Mikrofon"));
+    EXPECT_LT(tip->mapToScene({0, tip->height()}).y(), 100);
+    EXPECT_NEAR(middleOf(tip).x(), 230, 1);
+    QTest::mouseMove(window, {5, 5});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isShown(QStringLiteral("Mikrofon")); }));
+}
+
+TEST_F(ThemedToolTip, LongTextWrapsInsideTheWindow)
+{
+    const auto words = QStringLiteral("Ein sehr langer Name ").repeated(12);
+    show(QStringLiteral("Rectangle { objectName: 'area'; x: 10; y: 200; width: 60; height: 30\n"
+                        "ThemedToolTip { text: '%1' } }")
+             .arg(words));
+    hover(item(QStringLiteral("area")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isShown(words); }));
+    window->grabWindow();
+    const auto place = test::placeOf(text(words));
+    EXPECT_TRUE(QRectF({}, window->size()).contains(place));
+    EXPECT_LE(place.width(), 420);
+    EXPECT_GT(text(words)->property("lineCount").toInt(), 1);
+    EXPECT_LT(place.bottom(), 200);
+    picture(QStringLiteral("control-tooltip-long"));
+}
+
 class ThemedMenu : public test::QmlFixture {
 protected:
     void SetUp() override

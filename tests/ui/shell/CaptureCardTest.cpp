@@ -77,9 +77,41 @@ TEST_F(CaptureCardTest, PanelHasDesignedMarginsAndSpacing)
     EXPECT_EQ(gaps(), (QList<double>{10, 10}));
     const auto inside = placeOf(card()).adjusted(12, 12, -12, -12);
     EXPECT_EQ(placeOf(header()).topLeft(), inside.topLeft());
-    EXPECT_EQ(placeOf(toggle()).right(), inside.right());
+    const auto* track = toggle()->property("background").value<QQuickItem*>()->childItems().first();
+    EXPECT_EQ(placeOf(track).right(), inside.right());
     EXPECT_EQ(placeOf(item(save)).bottomRight(), inside.bottomRight());
     EXPECT_EQ(placeOf(item(save)).left(), inside.left()) << "the button has the full width";
+}
+
+TEST_F(CaptureCardTest, SwitchMicrophoneAndButtonEndAtTheSameEdge)
+{
+    for (const auto& micError : {std::optional<QString>(), std::optional(QStringLiteral("Mikrofon bulunamadı."))}) {
+        fakes.audioServer->micError = micError;
+        recorder->stop();
+        time.settle();
+        record();
+        const auto image = picture(QStringLiteral("card-right-edge"));
+        const auto lastInkBeside = [&](const QQuickItem* item) {
+            int last = 0;
+            const auto rows = placeOf(item).toRect();
+            // Up to the outline of the card.
+            const auto end = placeOf(card()).toRect().right() - 1;
+            for (int y = rows.top(); y <= rows.bottom(); ++y) {
+                for (int x = rows.left(); x < end; ++x) {
+                    const auto pixel = image.pixelColor(x, y);
+                    const auto ground = theme->panel();
+                    const auto difference = std::abs(pixel.red() - ground.red()) +
+                        std::abs(pixel.green() - ground.green()) + std::abs(pixel.blue() - ground.blue());
+                    last = difference > 60 ? std::max(last, x) : last;
+                }
+            }
+            return last;
+        };
+        const auto edge = lastInkBeside(item(save));
+        EXPECT_EQ(edge, qRound(placeOf(card()).right()) - 12 - 1);
+        EXPECT_EQ(lastInkBeside(toggle()), edge);
+        EXPECT_NEAR(lastInkBeside(microphone()), edge, 1) << microphoneSymbol().toStdString();
+    }
 }
 
 TEST_F(CaptureCardTest, DotGlowsOnlyWhileRecording)

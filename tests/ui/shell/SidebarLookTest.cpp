@@ -2,6 +2,8 @@
 #include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
+#include <QTest>
+
 namespace quelto {
 namespace {
 
@@ -156,6 +158,47 @@ TEST_F(SidebarLookTest, ActiveRowHasABackgroundAndAnAccentBar)
     EXPECT_EQ(colorOf(backgroundOf(active)).alpha(), 0);
     EXPECT_EQ(barOf(active), nullptr);
     EXPECT_NE(barOf(idle), nullptr);
+}
+
+TEST_F(SidebarLookTest, RowUnderThePointerIsBrighter)
+{
+    const auto point = [this](const QPoint& place) {
+        QTest::mouseMove(window, place);
+        drawFrame();
+    };
+    for (const auto& name : {game, matchRow, QStringLiteral("Ayarlar")}) {
+        auto* row = item(name);
+        const auto* title = test::labelOn(row, row->property("text").toString());
+        point(test::middleOf(row));
+        EXPECT_EQ(colorOf(backgroundOf(row)), test::withOpacity(theme->card(), 0.6)) << name.toStdString();
+        EXPECT_EQ(colorOf(title), theme->text()) << name.toStdString();
+        point({600, 400});
+        EXPECT_EQ(colorOf(backgroundOf(row)).alpha(), 0) << name.toStdString();
+        EXPECT_EQ(colorOf(title), theme->muted()) << name.toStdString();
+    }
+    point(test::middleOf(item(matchRow)));
+    picture(QStringLiteral("sidebar-hovered"));
+    point(test::middleOf(item(all)));
+    EXPECT_EQ(colorOf(backgroundOf(item(all))), theme->card()) << "the open page keeps its mark";
+}
+
+TEST_F(SidebarLookTest, ToolTipShowsANameThatIsCut)
+{
+    const auto cut = QStringLiteral("The Elder Scrolls V Skyrim Anniversary Edition");
+    makeClips({"The Elder Scrolls V Skyrim Anniversary Edition - a.mp4"});
+    const auto hasToolTip = [&](const QString& words) {
+        auto* const overlay =
+            test::firstVisible(window, [](const QQuickItem* each) { return each->inherits("QQuickOverlay"); });
+        return overlay != nullptr && test::labelOn(overlay, words) != nullptr;
+    };
+    QTest::mouseMove(window, test::middleOf(item(cut + QStringLiteral(", 1"))));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return hasToolTip(cut); }));
+    picture(QStringLiteral("sidebar-tooltip"));
+    QTest::mouseMove(window, test::middleOf(item(game)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !hasToolTip(cut); }));
+    // The tool tip of a name that is not cut would open now.
+    QTest::qWait(theme->duration().toolTipDelay + 200);
+    EXPECT_FALSE(hasToolTip(QStringLiteral("Dota 2")));
 }
 
 TEST_F(SidebarLookTest, UpdateRowIsACardWithAGreenOutline)

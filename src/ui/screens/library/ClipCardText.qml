@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Theme
 
 // Title and details of a clip, below its thumbnail.
@@ -38,6 +39,10 @@ Item {
         font.pixelSize: Theme.fontSize.body
         font.weight: Font.DemiBold
         Accessible.ignored: true
+
+        ThemedToolTip {
+            text: titleText.truncated ? titleText.text : ""
+        }
     }
 
     Row {
@@ -60,6 +65,10 @@ Item {
             color: Theme.accent
             font.pixelSize: Theme.fontSize.caption
             Accessible.ignored: true
+
+            ThemedToolTip {
+                text: gameText.truncated ? gameText.text : ""
+            }
         }
 
         Text {

@@ -32,6 +32,8 @@ Item {
         spacing: 4
 
         Text {
+            id: pageTitle
+
             width: parent.width
             text: header.title
             textFormat: Text.PlainText
@@ -42,6 +44,10 @@ Item {
             font.weight: Font.ExtraBold
             Accessible.role: Accessible.Heading
             Accessible.name: text
+
+            ThemedToolTip {
+                text: pageTitle.truncated ? pageTitle.text : ""
+            }
         }
 
         Text {
@@ -78,6 +84,7 @@ Item {
 
         AccentButton {
             anchors.verticalCenter: parent.verticalCenter
+            height: search.height
             filled: false
             compact: true
             symbol: "folder"

@@ -208,10 +208,41 @@ TEST_F(LibraryViewTest, HeaderMatchesDesign)
     EXPECT_EQ(field->width(), 170);
     EXPECT_EQ(folderButton->mapToScene({0, 0}).x() - field->mapToScene({170, 0}).x(), 8);
     EXPECT_EQ(folderButton->mapToScene({folderButton->width(), 0}).x(), size.width() - 28);
+    EXPECT_EQ(test::placeOf(folderButton).top(), test::placeOf(field).top());
+    EXPECT_EQ(folderButton->height(), field->height());
     const auto* day = item(QStringLiteral("Bugün"));
     EXPECT_EQ(test::fontOf(day).pixelSize(), 11);
     EXPECT_NEAR(test::fontOf(day).letterSpacing(), 1.3, 0.01);
     EXPECT_EQ(test::colorOf(day), theme.muted());
+}
+
+TEST_F(LibraryViewTest, ToolTipsShowNamesThatAreCut)
+{
+    const auto game = QStringLiteral("The Elder Scrolls V Skyrim Special Edition Anniversary Upgrade Part Two");
+    const auto title = QStringLiteral("A clip with a title that is far too long for the width of one card of the page");
+    makeFile((game + QStringLiteral(" - ") + title + QStringLiteral(".mp4")).toUtf8().constData());
+    size = {600, 500};
+    open(QStringLiteral("hasGame: true; game: '%1'").arg(game));
+    const auto shown = [&](const QString& words) {
+        int count = 0;
+        test::visitVisible(window->contentItem(), [&](const QQuickItem* each) {
+            count += each->inherits("QQuickText") && each->property("text").toString() == words ? 1 : 0;
+        });
+        return count;
+    };
+    ASSERT_EQ(shown(game), 2) << "the page's title and the card";
+    ASSERT_EQ(shown(title), 1);
+    QTest::mouseMove(window, middleOf(textItem(title)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown(title) == 2; }));
+    picture(QStringLiteral("library-tooltip"));
+    QTest::mouseMove(window, middleOf(textItem(game)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown(game) == 3; }));
+    EXPECT_EQ(shown(title), 1);
+    QTest::mouseMove(window, {5, 5});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown(game) == 2; }));
+    const auto* word = test::labelOn(itemsOf("ClipCard").value(0), game);
+    QTest::mouseMove(window, middleOf(word));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown(game) == 3; }));
 }
 
 TEST_F(LibraryViewTest, OpensTheSaveFolder)
