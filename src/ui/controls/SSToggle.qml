@@ -15,8 +15,9 @@ T.CheckBox {
     readonly property real trackWidth: 38
     readonly property real trackHeight: 21
     readonly property real knobSide: 15
+    readonly property real drawnWidth: Math.round(trackWidth * drawnScale)
     // From the edge of the control to the drawing.
-    readonly property real drawnInset: (trackWidth - track.width) / 2
+    readonly property real drawnInset: (trackWidth - drawnWidth) / 2
 
     signal flipped(bool isOn)
 
@@ -40,10 +41,8 @@ T.CheckBox {
 
     background: Item {
         Rectangle {
-            id: track
-
             anchors.centerIn: parent
-            width: Math.round(toggle.trackWidth * toggle.drawnScale)
+            width: toggle.drawnWidth
             height: Math.round(toggle.trackHeight * toggle.drawnScale)
             radius: height / 2
             color: toggle.isOn ? Theme.accent : Theme.border

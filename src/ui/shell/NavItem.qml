@@ -32,8 +32,6 @@ T.AbstractButton {
     Keys.onDownPressed: row.moved(1)
 
     contentItem: NavItemLabel {
-        id: label
-
         isMarked: row.active || row.hovered
         symbol: row.symbol
         text: row.text
@@ -62,6 +60,6 @@ T.AbstractButton {
     }
 
     ThemedToolTip {
-        text: label.isTruncated ? row.text : ""
+        text: (row.contentItem as NavItemLabel).isTruncated ? row.text : ""
     }
 }
