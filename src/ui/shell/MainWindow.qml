@@ -21,7 +21,9 @@ T.ApplicationWindow {
     color: Theme.bg
     onIdentityChanged: {
         root.active = false;
-        root.active = true;
+        // After the old content is deleted: both at once would double the memory, and what malloc then gets from the
+        // system it keeps.
+        Qt.callLater(() => root.active = true);
     }
 
     Loader {
