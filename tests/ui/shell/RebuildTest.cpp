@@ -67,6 +67,22 @@ TEST_F(RebuildTest, OldContentIsDeletedBeforeTheNewIsCreated)
     EXPECT_TRUE(QTest::qWaitFor([&] { return content() != nullptr; }));
 }
 
+TEST_F(RebuildTest, DrawsNoFrameWithoutContent)
+{
+    int frames = 0;
+    int emptyFrames = 0;
+    QObject::connect(window, &QQuickWindow::beforeRendering, window, [&] {
+        ++frames;
+        emptyFrames += content() == nullptr ? 1 : 0;
+    });
+    QEventLoop loop;
+    QTimer::singleShot(0, window, [&] { settings.setColorTheme(QStringLiteral("ocean")); });
+    QTimer::singleShot(500, &loop, &QEventLoop::quit);
+    loop.exec();
+    EXPECT_GT(frames, 0);
+    EXPECT_EQ(emptyFrames, 0);
+}
+
 TEST_F(RebuildTest, CreatesOnlyTheCardsThatTheViewNeeds)
 {
     test::addClips(settings.saveFolder(), 100);
