@@ -14,20 +14,20 @@ namespace quelto {
 
 struct AudioSourceEvents {
     /// Delivers the next buffer. Presentation times of one source increase; they leave a gap where the device was
-    /// missing.
+    /// missing. While other programs play nothing, system audio delivers silence, about once a second.
     ///
     /// Thread: the source's own, never the sound server's real-time thread.
     std::function<void(AudioBufferPtr)> onBuffer;
-    /// Reports the problem that the source has now, as a translated sentence for the user; nothing once it works
-    /// (again).
+    /// Reports after each start, and whenever it changes, the problem that the source has: a translated sentence for
+    /// the user, or nothing if the source works.
     ///
-    /// Thread: the source's own.
+    /// Thread: the source's own, or the thread of start().
     std::function<void(std::optional<QString>)> onWarning;
 };
 
 /// A stream of PCM. Its presentation times are the times at which the audio was heard or spoken.
 ///
-/// The stream resumes by itself after a restart of the sound server and after the loss of its device.
+/// Without a sound server or a device the stream waits for it, at the start and later.
 ///
 /// Units: 48,000 Hz, 32-bit float.
 /// Thread: call start() and stop() from one thread at a time.
@@ -35,7 +35,7 @@ class AudioSource {
 public:
     virtual ~AudioSource() = default;
 
-    /// Errors: PlatformError if there is no sound server, or no device that could be recorded.
+    /// Does not wait for the sound server. All problems are reported as warnings.
     virtual void start(AudioSourceEvents events) = 0;
     /// No event is delivered after it returns. Does nothing if the source is not running.
     virtual void stop() noexcept = 0;

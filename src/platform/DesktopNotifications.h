@@ -12,6 +12,8 @@ struct DesktopNotification {
     QString title;
     /// Plain text: markup is shown literally.
     QString body;
+    /// The label of the default action, for desktops that show a button; empty if a click does nothing.
+    QString action = {};
 };
 
 /// Notifications that the desktop shows, also while the program's window is hidden.

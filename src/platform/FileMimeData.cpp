@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileMimeData.h"
 
-#include <QFile>
+#include "base/files/FileName.h"
 
 namespace quelto {
 
 QByteArray fileUri(const QString& path)
 {
-    return "file://" + QFile::encodeName(path).toPercentEncoding("/!$&'()*+,;=:@");
+    return "file://" + encodeFileName(path).toPercentEncoding("/!$&'()*+,;=:@");
 }
 
 std::unique_ptr<QMimeData> fileMimeData(const QString& path)

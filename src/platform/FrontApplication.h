@@ -18,7 +18,7 @@ struct FrontApplicationInfo {
 
 /// Finds the application that the user is working with.
 ///
-/// Thread: main.
+/// Thread: main. Answers from memory: a save must not wait for the desktop.
 class FrontApplication {
 public:
     virtual ~FrontApplication() = default;

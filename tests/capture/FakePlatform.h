@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <deque>
 #include <optional>
 
 /// Desktop services that a test controls. Everything above the platform interfaces is real.
@@ -40,20 +41,39 @@ public:
 
     void stop() noexcept override { isRunning = false; }
 
-    void emitFrame(HostTime time) const
+    /// The first pixel of every frame, and what a frame contains once its last reference is released.
+    static constexpr std::uint8_t shownPixel = 200;
+    static constexpr std::uint8_t releasedPixel = 0;
+    std::atomic<int> releasedFrames = 0;
+
+    void emitFrame(HostTime time)
     {
-        auto frame = std::make_shared<VideoFrame>();
-        frame->presentationTime = time;
-        frame->size = request.outputSize;
-        events.onFrame(std::move(frame));
+        auto& [frame, pixel] = m_slots.emplace_back();
+        frame.presentationTime = time;
+        frame.size = request.outputSize;
+        frame.luma = &pixel;
+        events.onFrame({&frame, [this](VideoFrame* released) {
+                            *released->luma = releasedPixel;
+                            ++releasedFrames;
+                            releasedFrames.notify_all();
+                        }});
     }
+
+private:
+    struct Slot {
+        VideoFrame frame;
+        std::uint8_t pixel = shownPixel;
+    };
+
+    /// Frames stay in memory after their release, as in a FramePool.
+    std::deque<Slot> m_slots;
 };
 
 class FakeAudioSource final : public AudioSource {
 public:
-    FakeAudioSource(int& running, std::optional<QString> startError)
+    FakeAudioSource(int& running, std::optional<QString> problem)
         : m_running(running)
-        , m_error(std::move(startError))
+        , m_problem(std::move(problem))
     {
     }
 
@@ -61,12 +81,12 @@ public:
 
     void start(AudioSourceEvents wanted) override
     {
-        if (m_error) {
-            throw PlatformError(*m_error);
-        }
         events = std::move(wanted);
         ++m_running;
         m_isRunning = true;
+        if (events.onWarning) {
+            events.onWarning(m_problem);
+        }
     }
 
     void stop() noexcept override
@@ -90,22 +110,23 @@ public:
 private:
     int& m_running;
     bool m_isRunning = false;
-    std::optional<QString> m_error;
+    std::optional<QString> m_problem;
 };
 
 class FakeAudioServer final : public AudioServer {
 public:
     int runningSources = 0;
     QString askedFor;
-    std::optional<QString> micError;
-    std::optional<QString> systemError;
+    /// What new sources report at their start.
+    std::optional<QString> micProblem;
+    std::optional<QString> systemProblem;
     /// The sources created last; their owner may have destroyed them.
     FakeAudioSource* mic = nullptr;
     FakeAudioSource* system = nullptr;
 
     std::unique_ptr<AudioSource> systemAudio() override
     {
-        auto source = std::make_unique<FakeAudioSource>(runningSources, systemError);
+        auto source = std::make_unique<FakeAudioSource>(runningSources, systemProblem);
         system = source.get();
         return source;
     }
@@ -113,7 +134,7 @@ public:
     std::unique_ptr<AudioSource> microphone(const QString& id) override
     {
         askedFor = id;
-        auto source = std::make_unique<FakeAudioSource>(runningSources, micError);
+        auto source = std::make_unique<FakeAudioSource>(runningSources, micProblem);
         mic = source.get();
         return source;
     }
@@ -150,35 +171,45 @@ public:
 };
 
 enum class FakeKeyFrames { everyThirtieth, none };
-/// Whether a frame is emitted at once or when the next one arrives.
-enum class FakeDelay { none, onePicture };
+/// Whether a frame is emitted at once, when the next one arrives, or never.
+enum class FakeDelay { none, onePicture, forever };
+
+/// What a fake encoder was given.
+struct FakeEncoderInput {
+    std::atomic<int> frames = 0;
+    /// The first pixel of the last frame.
+    std::atomic<std::uint8_t> pixel = 0;
+};
 
 /// Emits 1,024 bytes for each frame.
 class FakeEncoder final : public VideoEncoder {
 public:
-    FakeEncoder(OnEncodedFrame onEncodedFrame, FakeKeyFrames keyFrames, FakeDelay delay, std::atomic<int>& encoded)
+    FakeEncoder(OnEncodedFrame onEncodedFrame, FakeKeyFrames keyFrames, FakeDelay delay, FakeEncoderInput& input)
         : m_onEncodedFrame(std::move(onEncodedFrame))
         , m_keyFrames(keyFrames)
         , m_delay(delay)
-        , m_encoded(encoded)
+        , m_input(input)
     {
     }
 
-    void encode(const VideoFrame& frame) override
+    void encode(const VideoFrame& frame, HostTime presentationTime) override
     {
         auto sample = std::make_shared<EncodedFrame>();
-        sample->presentationTime = frame.presentationTime;
+        sample->presentationTime = presentationTime;
         sample->isNotSync = m_keyFrames == FakeKeyFrames::none || m_count % 30 != 0;
         sample->data.resize(1024);
         ++m_count;
         if (m_delay == FakeDelay::onePicture) {
             std::swap(sample, m_held);
+        } else if (m_delay == FakeDelay::forever) {
+            sample = nullptr;
         }
         if (sample) {
             m_onEncodedFrame(std::move(sample));
         }
-        ++m_encoded;
-        m_encoded.notify_all();
+        m_input.pixel = *frame.luma;
+        ++m_input.frames;
+        m_input.frames.notify_all();
     }
 
     bool hasPendingFrame() const override { return m_held != nullptr; }
@@ -190,7 +221,7 @@ private:
     FakeKeyFrames m_keyFrames;
     FakeDelay m_delay;
     std::shared_ptr<EncodedFrame> m_held;
-    std::atomic<int>& m_encoded;
+    FakeEncoderInput& m_input;
     int m_count = 0;
 };
 

@@ -20,12 +20,27 @@ void parseAnyName(const QString& name)
     require(!clip.autoLabel || !clip.autoLabel->isEmpty());
 }
 
-void requireRoundTrip(const QString& game, const QString& label)
+bool isControl(QChar each)
 {
+    return each.category() == QChar::Other_Control;
+}
+
+/// What a name keeps of a part of it.
+QString withoutControls(QString text)
+{
+    return text.removeIf(isControl);
+}
+
+void requireRoundTrip(const QString& writtenGame, const QString& writtenLabel)
+{
+    const auto game = withoutControls(writtenGame);
+    const auto label = withoutControls(writtenLabel);
     const QDateTime date({2026, 3, 1}, {20, 15, 7});
-    const auto name = clipFileName({.game = game, .date = date, .suffix = QStringLiteral("[EFSANE 95] ") + label}, 2);
+    const auto name =
+        clipFileName({.game = writtenGame, .date = date, .suffix = QStringLiteral("[EFSANE 95] ") + writtenLabel}, 2);
     require(name.toUtf8().size() <= 249);
     require(!name.contains(u'/') && !name.contains(u'\0') && name.endsWith(QStringLiteral(".mp4")));
+    require(!name.startsWith(u'.') && std::ranges::none_of(name, isControl));
 
     const Clip clip(QStringLiteral("/clips/") + name);
     const auto separator = QStringLiteral(" - ");
@@ -33,7 +48,7 @@ void requireRoundTrip(const QString& game, const QString& label)
     beforeDate.replace(u'/', u'-').replace(u':', u'-');
     const bool isSeparatorUnique = beforeDate.indexOf(separator) == game.size();
     const bool isShort = (game + label).toUtf8().size() <= 200;
-    if (isShort && isSeparatorUnique && !label.isEmpty()) {
+    if (isShort && isSeparatorUnique && !label.isEmpty() && !game.startsWith(u'.')) {
         require(clip.hasDefaultTitle());
         require(clip.game.size() == game.size());
         require(clip.autoTier == ClipTier::epic && clip.autoScore == 95);

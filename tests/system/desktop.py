@@ -128,6 +128,8 @@ class Quelto:
         settings.setdefault("language", "tr")
         # The HUD would cover a part of the frames that tests count.
         settings.setdefault("showOverlay", False)
+        # Nor does the notification that appears when the window is first closed.
+        settings.setdefault("windows/ToldAboutBackground", True)
         self.write_settings(settings)
         self.log = TEST_FOLDER / "logs" / f"quelto-{time.monotonic_ns()}"
         self._environment = {**os.environ, **(environment or {})}
@@ -151,8 +153,12 @@ class Quelto:
             return str(value).lower() if isinstance(value, bool) else str(value)
 
         cls.settings_file.parent.mkdir(parents=True, exist_ok=True)
-        lines = [f"{key}={text(value)}\n" for key, value in settings.items() if value is not None]
-        cls.settings_file.write_text("[General]\n" + "".join(lines))
+        groups = {"General": ""}
+        for key, value in settings.items():
+            group, _, name = key.rpartition("/")
+            if value is not None:
+                groups[group or "General"] = groups.get(group or "General", "") + f"{name}={text(value)}\n"
+        cls.settings_file.write_text("\n".join(f"[{group}]\n{lines}" for group, lines in groups.items()))
 
     def _on_signal(self, _bus, _sender, _path, _interface, name, values):
         if name == "ClipSaved":

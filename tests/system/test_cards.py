@@ -187,6 +187,37 @@ class Cards(window.WindowTest):
     def clipboard(self, form):
         return desktop.run("xclip", "-selection", "clipboard", "-o", "-t", form)
 
+    def test_file_whose_name_is_not_valid_utf8(self):
+        # Written by an old program in Latin-1.
+        path = os.fsencode(self.folder) + b"/Kale - B\xfcy\xfck.mp4"
+        os.rename(self.put("Kale - x", 0), path)
+        uri = "file://" + urllib.parse.quote(path, "/")
+        title = "B\N{REPLACEMENT CHARACTER}y\N{REPLACEMENT CHARACTER}k"
+        manager = self.other_program("file_manager.py")
+        environment, notes = self.command_in_path("xdg-open")
+        self.trash_can()
+        self.window(environment)
+
+        def assert_same(found):
+            self.assertEqual(urllib.parse.unquote_to_bytes(found), urllib.parse.unquote_to_bytes(uri))
+
+        self.choose(COPY, title)
+        self.reader.find(None, re.escape(COPIED))
+        assert_same(self.clipboard("text/uri-list").strip())
+        self.choose("Klasörde Göster", title)
+        assert_same(manager.wait_for("ShowItems")[0])
+        self.choose("Oynat", title)
+        self.wait_for_open_clip(title)
+        self.reader.click("push button", "Oynat")
+        desktop.wait_until(lambda: notes.exists() and notes.read_text(), 5, "the player to start")
+        assert_same(notes.read_text().strip())
+        self.reader.click("push button", "Kütüphane")
+        self.choose(TO_TRASH, title)
+        self.reader.click("push button", re.escape(TO_TRASH))
+        desktop.wait_until(lambda: not os.path.exists(path), 5, "the file to be moved to the trash")
+        self.assertTrue(os.path.exists(os.fsencode(os.environ["XDG_DATA_HOME"]) + b"/Trash/files/Kale - B\xfcy\xfck.mp4"))
+        self.wait_for_count(ALL, 3)
+
     def test_file_manager_shows_the_file(self):
         manager = self.other_program("file_manager.py")
         self.window()

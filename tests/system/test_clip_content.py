@@ -84,6 +84,14 @@ class ClipContent(desktop.DesktopTest):
         self.assertEqual(len(result.audio), 1)
         self.assert_level(result.sound(0)[:, 0], TONE, LEVEL, "the mix")
 
+    def test_clip_of_a_silent_desktop_has_an_audio_track(self):
+        self.scene("--silent", "--motion", "low")
+        program = self.quelto(clipLength=2, captureMicrophone=False)
+        program.record(2.5)
+        result = clip.Clip(program.save())
+        self.assertEqual(len(result.audio), 1)
+        self.assertEqual(abs(result.sound(0)).max(), 0)
+
     def test_all_volumes_at_zero_give_a_clip_without_sound(self):
         self.scene("--tone", TONE, "--motion", "low")
         program = self.quelto(clipLength=2, systemVolume=0.0, micVolume=0.0)

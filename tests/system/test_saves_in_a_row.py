@@ -14,7 +14,7 @@ class SavesInARow(desktop.DesktopTest):
         for _ in range(20):
             program.save()
         self.assertEqual(len(program.visible_clips()), 20)
-        program.set("clipLength", 20)
+        program.set("clipLength", 30)
         result = clip.Clip(program.save())
         program.stop()
         scene.stop()

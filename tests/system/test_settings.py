@@ -29,14 +29,13 @@ class Settings(desktop.DesktopTest):
         self.scene("--motion", "low")
         program = self.quelto(clipLength=2)
         program.record(5)
-        program.set("clipLength", 6)
+        program.set("clipLength", 15)
         program.set("systemVolume", 0.5)
         quiet_until = time.monotonic() + 1.5
         while time.monotonic() < quiet_until:
             self.assertEqual(program.get("State"), "recording")
-        result = clip.Clip(program.save())
-        self.assertGreaterEqual(result.length, 6)
-        self.assertLessEqual(result.length, 7.35)
+        # With all that the buffer holds: the seconds before the change and those after it.
+        self.assertGreaterEqual(clip.Clip(program.save()).length, 6)
 
     def test_output_size_follows_the_resolution_setting(self):
         self.scene("--motion", "low")
@@ -47,6 +46,18 @@ class Settings(desktop.DesktopTest):
         self.assertEqual((result.video[0]["codec_name"], result.video[0]["width"], result.video[0]["height"]),
                          ("hevc", 1280, 720))
         self.assertNotIn(None, result.counters())
+
+    def test_values_that_no_control_produces_are_refused(self):
+        program = self.quelto(autoStart=False)
+        program.wait_for_state("idle")
+        for key, value in (("clipLength", -5), ("clipLength", 61), ("fps", 30.5), ("micVolume", 3), ("displayID", -1),
+                           ("colorTheme", "none"), ("showCursor", 1), ("noSuchSetting", 1), ("objectName", "x")):
+            with self.assertRaisesRegex(AssertionError, key):
+                program.set(key, value)
+        self.assertIn("clipLength=15\n", desktop.Quelto.settings_file.read_text())
+        program.set("clipLength", 60)
+        program.set("micVolume", 2)
+        self.assertIn("clipLength=60\n", desktop.Quelto.settings_file.read_text())
 
     def test_changed_settings_are_written_at_once_under_their_names(self):
         program = self.quelto(autoStart=False)

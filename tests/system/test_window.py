@@ -101,7 +101,7 @@ class Window(window.WindowTest):
     def test_theme_rebuilds_the_window_and_it_keeps_working(self):
         self.put("Dota 2 - 2026-03-01 20.15.07")
         program = self.window()
-        for theme, accent in (("ocean", "22d3c5"), ("blurple", "5865f2"), ("no such palette", "ff5a1f"), ("neon", "b14bff")):
+        for theme, accent in (("ocean", "22d3c5"), ("blurple", "5865f2"), ("ember", "ff5a1f"), ("neon", "b14bff")):
             program.set("colorTheme", theme)
             desktop.wait_until(lambda: accent in self.colours(), 3, f"the accent of {theme}")
         self.reader.click("push button", "Dota 2, 1")

@@ -1,16 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/bus/SessionBusService.h"
 
+#include "base/settings/SettingChoices.h"
+
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QMetaProperty>
+#include <QMetaEnum>
 
 namespace quelto {
 
 namespace {
 
 constexpr int AnswerMilliseconds = 5000;
+const QString QuittingError = QStringLiteral("app.quelto.Quelto.Quitting");
 
 } // namespace
 
@@ -49,38 +52,46 @@ void ProgramOnBus::Stop()
 
 void ProgramOnBus::SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call)
 {
-    const auto* type = m_settings.metaObject();
-    const auto property = type->property(type->indexOfProperty(key.toUtf8().constData()));
-    auto converted = value.variant();
-    if (!property.isWritable() || !converted.convert(property.metaType())) {
+    const auto accepted = offeredSetting(key, value.variant());
+    if (!accepted) {
         call.setDelayedReply(true);
-        QDBusConnection::sessionBus().send(
-            call.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("no setting \"%1\" of that kind").arg(key)));
+        QDBusConnection::sessionBus().send(call.createErrorReply(
+            QDBusError::InvalidArgs,
+            QStringLiteral("there is no setting \"%1\", or it does not take this value").arg(key)));
         return;
     }
-    property.write(&m_settings, converted);
+    m_settings.setProperty(key.toUtf8().constData(), *accepted);
 }
 
-ApplicationOnBus::ApplicationOnBus(std::function<void()> activate, QObject* object)
+ApplicationOnBus::ApplicationOnBus(std::function<bool()> activate, QObject* object)
     : QDBusAbstractAdaptor(object)
     , m_activate(std::move(activate))
 {
 }
 
-void ApplicationOnBus::Activate(const QVariantMap& /*platformData*/)
+void ApplicationOnBus::Activate(const QVariantMap& /*platformData*/, const QDBusMessage& call)
 {
-    m_activate();
+    activate(call);
 }
 
-void ApplicationOnBus::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/)
+void ApplicationOnBus::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/, const QDBusMessage& call)
 {
-    m_activate();
+    activate(call);
 }
 
 void ApplicationOnBus::ActivateAction(const QString& /*name*/, const QVariantList& /*parameter*/,
-                                      const QVariantMap& /*platformData*/)
+                                      const QVariantMap& /*platformData*/, const QDBusMessage& call)
 {
-    m_activate();
+    activate(call);
+}
+
+void ApplicationOnBus::activate(const QDBusMessage& call)
+{
+    if (!m_activate()) {
+        call.setDelayedReply(true);
+        QDBusConnection::sessionBus().send(
+            call.createErrorReply(QuittingError, QStringLiteral("the program finishes its last clips and then ends")));
+    }
 }
 
 bool claimBusName()
@@ -89,14 +100,23 @@ bool claimBusName()
     return !bus.isConnected() || bus.registerService(busNames::service);
 }
 
-bool raiseRunningInstance()
+void releaseBusName()
+{
+    QDBusConnection::sessionBus().unregisterService(busNames::service);
+}
+
+RunningInstance raiseRunningInstance()
 {
     auto call = QDBusMessage::createMethodCall(
         busNames::service, busNames::path, QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
     call << QVariantMap();
     const auto reply = QDBusConnection::sessionBus().call(call, QDBus::Block, AnswerMilliseconds);
+    if (reply.errorName() == QuittingError) {
+        return RunningInstance::quitting;
+    }
     const bool isStarting = QDBusError(reply).type() == QDBusError::UnknownObject;
-    return reply.type() == QDBusMessage::ReplyMessage || isStarting;
+    return reply.type() == QDBusMessage::ReplyMessage || isStarting ? RunningInstance::raised
+                                                                    : RunningInstance::unresponsive;
 }
 
 } // namespace quelto

@@ -51,7 +51,7 @@ public Q_SLOTS:
     void SaveClip();
     void Start();
     void Stop();
-    /// Sets a preference by its name. An unknown name or a value of another type is an error.
+    /// Sets a preference by its name. An unknown name, and a value that the settings page does not offer, is an error.
     void SetSetting(const QString& key, const QDBusVariant& value, const QDBusMessage& call);
 
 Q_SIGNALS:
@@ -64,27 +64,42 @@ private:
     const Navigation& m_navigation;
 };
 
-/// The desktop's interface for single-instance programs: a second start raises the window of the first.
+/// The desktop's interface for single-instance programs: a second start raises the window of the first. A program that
+/// is quitting answers with an error.
 class ApplicationOnBus : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    ApplicationOnBus(std::function<void()> activate, QObject* object);
+    /// `activate` returns whether the window was raised; false while quitting.
+    ApplicationOnBus(std::function<bool()> activate, QObject* object);
 
 public Q_SLOTS:
-    void Activate(const QVariantMap& platformData);
-    void Open(const QStringList& uris, const QVariantMap& platformData);
-    void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
+    void Activate(const QVariantMap& platformData, const QDBusMessage& call);
+    void Open(const QStringList& uris, const QVariantMap& platformData, const QDBusMessage& call);
+    void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData,
+                        const QDBusMessage& call);
 
 private:
-    std::function<void()> m_activate;
+    void activate(const QDBusMessage& call);
+
+    std::function<bool()> m_activate;
 };
 
 /// Claims Quelto's name on the session bus. False if another process owns it; true without a bus.
 bool claimBusName();
-/// Asks the running Quelto to show its window. True also if it is still starting and will show the window itself; false
-/// if it does not answer within a few seconds.
-bool raiseRunningInstance();
+/// Lets another process claim the name, although this one has not ended.
+void releaseBusName();
+
+enum class RunningInstance {
+    /// It shows its window, also if it is still starting.
+    raised,
+    /// It finishes its last clips and then ends.
+    quitting,
+    /// It did not answer within a few seconds.
+    unresponsive,
+};
+/// Asks the running Quelto to show its window.
+RunningInstance raiseRunningInstance();
 
 } // namespace quelto

@@ -32,7 +32,7 @@ void ClipFeedback::clipSaved(const SavedClip& clip)
         m_actions.playSound(tier == ClipTier::epic ? EventSound::hero : EventSound::glass);
     }
     // The title under which the library lists the clip.
-    const auto title = Clip(clip.path).displayTitle();
+    const auto title = Clip(clip.path).visibleTitle();
     if (m_settings.showOverlay()) {
         m_actions.showHud(
             tier ? HudMessage{.title = T("Oto klip • {0}", labelOf(*tier)), .subtitle = title, .tier = tier}
@@ -41,10 +41,10 @@ void ClipFeedback::clipSaved(const SavedClip& clip)
     m_actions.showToast(tier ? T("Oto klip ({0}): {1}", labelOf(*tier), title) : T("Klip kaydedildi"));
 }
 
-void ClipFeedback::saveFailed(const QString& message)
+void ClipFeedback::saveFailed(const QString& message, const QString& reason)
 {
     if (m_settings.showOverlay()) {
-        m_actions.showHud({.title = T("Klip kaydedilemedi"), .subtitle = message, .error = true});
+        m_actions.showHud({.title = T("Klip kaydedilemedi"), .subtitle = reason, .error = true});
     }
     m_actions.showToast(message);
 }

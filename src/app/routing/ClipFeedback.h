@@ -32,7 +32,7 @@ public:
     ClipFeedback(const AppSettings& settings, MatchTracker& matches, Actions actions, QObject* parent = nullptr);
 
     void clipSaved(const SavedClip& clip);
-    void saveFailed(const QString& message);
+    void saveFailed(const QString& message, const QString& reason);
 
 private:
     void matchOver(const MatchNotification& notification);

@@ -3,7 +3,9 @@
 
 #include "app/bus/SessionBusService.h"
 #include "app/window/WindowFrame.h"
-#include "base/language/L10n.h"
+#include "base/files/AtomicFile.h"
+#include "base/language/T.h"
+#include "platform/FileMimeData.h"
 #include "platform/factory/PlatformFactory.h"
 #include "ui/icons/Symbols.h"
 #include "ui/screens/library/LibraryForQml.h"
@@ -14,6 +16,7 @@
 #include <QDBusConnection>
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QSystemTrayIcon>
 #include <QTimer>
 
 namespace quelto {
@@ -23,23 +26,34 @@ namespace {
 constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
 /// Limits the wait for a scan of a save folder on a disk that hangs.
 constexpr std::chrono::milliseconds ReadTimeout{500};
+/// Limits the wait for the last match and the settings to be stored.
+constexpr std::chrono::seconds WriteTimeout{3};
+
+/// Of the notification that the program goes on without its window.
+const auto BackgroundId = QStringLiteral("background");
 
 } // namespace
 
 ApplicationController::ApplicationController()
     : m_platform(makePlatform())
     , m_settings(AppSettings::defaultPath())
-    , m_language(m_settings)
+    , m_language(m_settings.language())
     , m_sessionQueue(QStringLiteral("quelto.session"))
     , m_saveQueue(QStringLiteral("quelto.save"))
     , m_libraryQueue(QStringLiteral("quelto.library"))
+    , m_matchQueue(QStringLiteral("quelto.matches"))
+    , m_filterQueue(QStringLiteral("quelto.filter"))
     , m_library({.settings = m_settings, .trash = *m_platform.trash, .main = m_main, .work = m_libraryQueue})
-    , m_matches({.library = m_library, .main = m_main, .store = MatchStore()})
+    , m_matches({.library = m_library, .main = m_main, .work = m_matchQueue, .store = MatchStore()})
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)
     , m_commands({.openFolder = [this] { openFolder(); },
-                  .play = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(path)); },
-                  .hide = [this] { m_window->hide(); },
+                  .play = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromEncoded(fileUri(path))); },
+                  .hide =
+                      [this] {
+                          m_window->hide();
+                          m_backgroundNotice->windowPutAway();
+                      },
                   .minimize = [this] { m_window->showMinimized(); },
                   .close = [this] { m_window->close(); },
                   .quit = [this] { quit(); }},
@@ -67,7 +81,8 @@ ApplicationController::ApplicationController()
                       [this](const MatchNotification& notification) {
                           m_platform.notifications->show({.id = matchIdText(notification.id),
                                                           .title = notification.title,
-                                                          .body = notification.body});
+                                                          .body = notification.body,
+                                                          .action = T("İncele")});
                       }})
 {
     m_recorder = std::make_unique<Recorder>(Recorder::Dependencies{.settings = m_settings,
@@ -75,6 +90,8 @@ ApplicationController::ApplicationController()
                                                                    .main = m_main,
                                                                    .session = m_sessionQueue,
                                                                    .saves = m_saveQueue});
+    m_saveFailure = std::make_unique<SaveFailure>(SaveFailure::Dependencies{
+        .recorder = *m_recorder, .settings = m_settings, .main = m_main, .work = m_libraryQueue});
 }
 
 ApplicationController::~ApplicationController()
@@ -82,6 +99,7 @@ ApplicationController::~ApplicationController()
     // First, because the window's bindings use the members destroyed below.
     delete m_window;
     m_libraryQueue.finish(ReadTimeout);
+    m_matchQueue.finish(WriteTimeout);
 }
 
 void ApplicationController::applicationDidFinishLaunching()
@@ -103,12 +121,20 @@ void ApplicationController::applicationDidFinishLaunching()
 
     // Registered last, when every method can be answered.
     new ProgramOnBus(*m_recorder, m_settings, m_navigation, this);
-    new ApplicationOnBus([this] { showWindow(); }, this);
+    new ApplicationOnBus(
+        [this] {
+            if (!m_isQuitting) {
+                showWindow();
+            }
+            return !m_isQuitting;
+        },
+        this);
     QDBusConnection::sessionBus().registerObject(busNames::path, this);
 
     if (m_settings.autoStart()) {
         m_recorder->start();
     }
+    m_saveFailure->findUnfinishedClip();
 }
 
 void ApplicationController::buildWindow()
@@ -119,10 +145,12 @@ void ApplicationController::buildWindow()
     WindowCommandsForQml::instance = &m_commands;
     NavigationForQml::instance = &m_navigation;
     MatchSummaryForQml::instance = &m_matchSummary;
+    SaveFailureForQml::instance = m_saveFailure.get();
     LibraryOverviewForQml::instance = &m_overview;
     ClipLibraryForQml::instance = &m_library;
     ClipCommandsForQml::instance = &m_clipCommands;
     ThumbnailsForQml::instance = &m_thumbnails;
+    ArrangingQueuesForQml::instance.emplace(ClipArranger::Queues{.main = m_main, .work = m_filterQueue});
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     m_engine.loadData("import Quelto.Shell\nMainWindow {}\n");
@@ -131,13 +159,14 @@ void ApplicationController::buildWindow()
     }
     m_window = qobject_cast<QQuickWindow*>(m_engine.rootObjects().first());
     new WindowFrame(*m_window, AppSettings::defaultPath());
+    m_backgroundNotice = new BackgroundNotice(
+        *m_window, AppSettings::defaultPath(),
+        {.hasStatusArea = &QSystemTrayIcon::isSystemTrayAvailable, .tell = [this] { tellAboutBackground(); }});
     showWindow();
 }
 
 void ApplicationController::joinSavedClips()
 {
-    connect(m_recorder.get(), &Recorder::clipSaved, &m_commands, &WindowCommands::clipSaved);
-    connect(m_recorder.get(), &Recorder::saveFailed, &m_commands, &WindowCommands::saveFailed);
     connect(m_recorder.get(), &Recorder::clipSaved, &m_feedback, &ClipFeedback::clipSaved);
     connect(m_recorder.get(), &Recorder::saveFailed, &m_feedback, &ClipFeedback::saveFailed);
 }
@@ -150,7 +179,9 @@ void ApplicationController::joinMatches()
         }
     });
     connect(m_platform.notifications.get(), &DesktopNotifications::clicked, this, [this](const QString& id) {
-        if (const auto match = QUuid::fromString(id); !match.isNull()) {
+        if (id == BackgroundId) {
+            showWindow();
+        } else if (const auto match = QUuid::fromString(id); !match.isNull()) {
             openReview(match);
         }
     });
@@ -180,6 +211,18 @@ void ApplicationController::showHud(const HudMessage& message)
     }
 }
 
+void ApplicationController::tellAboutBackground()
+{
+    m_platform.notifications->show(
+        {.id = BackgroundId,
+         .title = m_recorder->isActive() ? T("Quelto kayda devam ediyor") : T("Quelto çalışmaya devam ediyor"),
+         .body =
+             T("Pencereyi geri getirmek için Quelto'yi bir kez daha açın. Kapatmak için pencerenin menüsünden “{0}” "
+               "seçin.",
+               T("Quelto'den Çık")),
+         .action = T("Quelto'yi Aç")});
+}
+
 void ApplicationController::showWindow()
 {
     // show() would restore a maximised window to its normal size.
@@ -202,21 +245,33 @@ void ApplicationController::openFolder()
 
 void ApplicationController::quit()
 {
+    m_isQuitting = true;
     m_window->hide();
     // No new automatic clips: only the requested ones are still saved.
     for (GameWatcher* watcher : std::initializer_list<GameWatcher*>{&m_league, &m_dota, &m_wow}) {
         watcher->stop();
     }
-    if (m_recorder->hasSavesToFinish()) {
+    if (m_recorder->hasSavesToFinish() && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::progress())) {
         QTimer::singleShot(SaveCheckAtQuit, this, &ApplicationController::quit);
     } else {
         QCoreApplication::quit();
     }
 }
 
-void ApplicationController::finishRunningSave()
+bool ApplicationController::finishWriting()
 {
-    m_saveQueue.sync([] {});
+    bool isSaved = m_saveQueue.drain(SaveCheckAtQuit);
+    while (!isSaved && !m_saveWatch.isStalled(HostClock::now(), AtomicFile::progress())) {
+        isSaved = m_saveQueue.drain(SaveCheckAtQuit);
+    }
+    if (!isSaved) {
+        // The thread may keep the process alive. The next start must not have to wait for it.
+        m_platform.globalKey->release();
+        releaseBusName();
+    }
+    m_matchQueue.drain(WriteTimeout);
+    m_settings.finishWriting(WriteTimeout);
+    return isSaved;
 }
 
 } // namespace quelto

@@ -5,7 +5,9 @@
 #include "app/routing/ClipFeedback.h"
 #include "app/routing/MomentPolicy.h"
 #include "app/startup/LanguageSwitcher.h"
+#include "app/startup/StallWatch.h"
 #include "app/tray/StatusItem.h"
+#include "app/window/BackgroundNotice.h"
 #include "base/settings/AppSettings.h"
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
@@ -22,6 +24,7 @@
 #include "ui/shell/Hud.h"
 #include "ui/shell/LibraryOverview.h"
 #include "ui/shell/MatchSummary.h"
+#include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
 
@@ -54,10 +57,12 @@ public:
     void showWindow();
     void showSettings();
     void openFolder();
-    /// Ends the program after all requested clips are saved.
+    /// Ends the program after all requested clips are saved, or when the disk has not responded for a while.
     void quit();
-    /// For an exit that cannot be delayed: blocks until the clip that is being written is complete.
-    void finishRunningSave();
+    /// For an exit that cannot be delayed: blocks until the clip that is being written is complete, and the last match
+    /// and all settings are stored. False if the disk of the clip does not respond; then the process must end without
+    /// its destructors, which would wait for it.
+    bool finishWriting();
 
 private:
     void buildWindow();
@@ -65,6 +70,8 @@ private:
     void joinMatches();
     void followGames();
     void showHud(const HudMessage& message);
+    /// Tells the user that the program goes on without its window.
+    void tellAboutBackground();
     /// Shows the review of a match, which may no longer exist.
     void openReview(const QUuid& match);
 
@@ -77,10 +84,13 @@ private:
     SerialQueue m_sessionQueue;
     SerialQueue m_saveQueue;
     SerialQueue m_libraryQueue;
+    SerialQueue m_matchQueue;
+    SerialQueue m_filterQueue;
     ClipLibrary m_library;
     MatchTracker m_matches;
     HotKeyManager m_hotKeys;
     std::unique_ptr<StatusItem> m_statusItem;
+    std::unique_ptr<SaveFailure> m_saveFailure;
     Theme m_theme;
     WindowCommands m_commands;
     Navigation m_navigation;
@@ -91,6 +101,9 @@ private:
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;
+    bool m_isQuitting = false;
+    StallWatch m_saveWatch;
+    BackgroundNotice* m_backgroundNotice = nullptr;
     MomentPolicy m_policy;
     ClipFeedback m_feedback;
     LeagueWatcher m_league;

@@ -8,19 +8,25 @@
 
 namespace quelto {
 
-LanguageSwitcher::LanguageSwitcher(const AppSettings& settings)
+QtTexts::QtTexts()
 {
-    L10n::use(settings.language());
-    loadQtTexts();
-    QCoreApplication::installTranslator(&m_qtTexts);
-    QObject::connect(&settings, &AppSettings::languageChanged, &m_context, [this] { loadQtTexts(); });
+    for (const auto language : AllLanguages) {
+        // A failed load leaves the texts empty, which means English.
+        std::ignore = m_texts[static_cast<std::size_t>(language)].load(
+            QLocale(localeIdOf(language)), QStringLiteral("qtbase"), QStringLiteral("_"),
+            QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    }
 }
 
-void LanguageSwitcher::loadQtTexts()
+QString QtTexts::translate(const char* context, const char* sourceText, const char* disambiguation, int n) const
 {
-    // A failed load leaves the translator empty, which means English.
-    std::ignore = m_qtTexts.load(L10n::locale(), QStringLiteral("qtbase"), QStringLiteral("_"),
-                                 QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    return m_texts[static_cast<std::size_t>(L10n::current())].translate(context, sourceText, disambiguation, n);
+}
+
+LanguageSwitcher::LanguageSwitcher(const QString& language)
+{
+    L10n::use(language);
+    QCoreApplication::installTranslator(&m_qtTexts);
 }
 
 } // namespace quelto

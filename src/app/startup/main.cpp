@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/bus/SessionBusService.h"
 #include "app/startup/ApplicationController.h"
+#include "app/startup/CommandLine.h"
 #include "app/startup/LanguageSwitcher.h"
 #include "app/startup/Renderer.h"
+#include "app/startup/StartupProblem.h"
 #include "app/startup/TerminationSignals.h"
+#include "base/language/L10n.h"
 #include "base/language/T.h"
 
 #include <QApplication>
@@ -28,6 +31,7 @@ namespace {
 constexpr std::chrono::seconds StartupTime{2};
 /// Limits the wait for threads that read from a disk that hangs. Longer than the time the trash may take.
 constexpr std::chrono::seconds ExitTimeout{10};
+constexpr std::chrono::milliseconds QuitCheckInterval{200};
 
 /// Qt calls exit() from the event loop when the display server goes away, while all threads run; static objects would
 /// be destroyed under them. This handler lets the running save finish and then ends the process at once.
@@ -52,7 +56,7 @@ private:
     {
         std::atexit([] {
             if (running != nullptr) {
-                running->finishRunningSave();
+                running->finishWriting();
                 std::_Exit(EXIT_FAILURE);
             }
         });
@@ -71,12 +75,79 @@ void endEvenIfAThreadHangs(int result)
     }).detach();
 }
 
+/// The exit code if the command line asks for more than to run.
+std::optional<int> answerOnTerminal(int argc, char* argv[])
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    quelto::L10n::use(quelto::storedLanguage(quelto::AppSettings::defaultPath()));
+    const auto answer = quelto::answerCommandLine(arguments);
+    if (!answer) {
+        return std::nullopt;
+    }
+    std::fputs(qUtf8Printable(answer->text), answer->isError() ? stderr : stdout);
+    return answer->exitCode;
+}
+
+/// Tells the user of a number in the settings file that ends the program, and then lets it.
+void endIfASettingIsOutOfRange()
+{
+    const auto path = quelto::AppSettings::defaultPath();
+    if (const auto setting = quelto::findOutOfRangeSetting(path)) {
+        const quelto::LanguageSwitcher language(quelto::storedLanguage(path));
+        quelto::show(quelto::startupProblem(*setting));
+        const quelto::AppSettings ends(path);
+    }
+}
+
+/// Raises the window of a Quelto that is already running. Returns the exit code then, and nothing if this process is
+/// the only one. Waits for one that is quitting.
+std::optional<int> joinRunningInstance()
+{
+    using quelto::RunningInstance;
+    while (!quelto::claimBusName()) {
+        switch (quelto::raiseRunningInstance()) {
+        case RunningInstance::raised:
+            return EXIT_SUCCESS;
+        case RunningInstance::quitting:
+            std::this_thread::sleep_for(QuitCheckInterval);
+            break;
+        case RunningInstance::unresponsive:
+            if (quelto::claimBusName()) {
+                // It ended instead of answering.
+                return std::nullopt;
+            }
+            const quelto::LanguageSwitcher language(quelto::storedLanguage(quelto::AppSettings::defaultPath()));
+            const auto text = quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.");
+            std::fputs(qPrintable(text + u'\n'), stderr);
+            return EXIT_FAILURE;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Whether QApplication can be created; it ends the program otherwise.
+bool hasDisplay()
+{
+    return std::ranges::any_of(std::array{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"},
+                               [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     // Writing to a closed socket must not end the program.
     std::signal(SIGPIPE, SIG_IGN);
+    if (const auto exitCode = answerOnTerminal(argc, argv)) {
+        return *exitCode;
+    }
+    if (!hasDisplay()) {
+        const QCoreApplication withoutWindows(argc, argv);
+        endIfASettingIsOutOfRange();
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quelto"));
     QApplication::setApplicationVersion(QStringLiteral(QUELTO_VERSION));
@@ -84,17 +155,11 @@ int main(int argc, char* argv[])
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/app.quelto.Quelto.svg")));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    if (!quelto::claimBusName()) {
-        if (quelto::raiseRunningInstance()) {
-            return 0;
-        }
-        const quelto::AppSettings settings(quelto::AppSettings::defaultPath());
-        const quelto::LanguageSwitcher language(settings);
-        std::fputs(qPrintable(quelto::T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.") +
-                              u'\n'),
-                   stderr);
-        return 1;
+    if (const auto exitCode = joinRunningInstance()) {
+        return *exitCode;
     }
+
+    endIfASettingIsOutOfRange();
 
     quelto::chooseRenderer();
     quelto::ApplicationController controller;
@@ -102,8 +167,11 @@ int main(int argc, char* argv[])
     controller.applicationDidFinishLaunching();
     const AbruptExit abruptExit(controller);
     const int result = QApplication::exec();
-    // Before the process may be ended early. After an ordinary quit no save is left.
-    controller.finishRunningSave();
+    // Before the process may be ended early.
+    if (!controller.finishWriting()) {
+        std::fputs("quelto: a clip was not finished, because its disk does not respond\n", stderr);
+        std::_Exit(EXIT_FAILURE);
+    }
     endEvenIfAThreadHangs(result);
     return result;
 }

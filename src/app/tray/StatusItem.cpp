@@ -58,9 +58,9 @@ void StatusItem::rebuildMenu()
     m_menu.clear();
     m_menu.addAction(statusLine())->setEnabled(false);
     m_menu.addSeparator();
-    auto* save = m_menu.addAction(
-        T("Klip Kaydet ({0})", hotKeyDisplay(m_settings.hotkeyModifiers(), m_settings.hotkeyKeyName())), &m_recorder,
-        &Recorder::saveClip);
+    auto* save =
+        m_menu.addAction(T("Klip Kaydet ({0})", hotKeyText(m_settings.hotkeyModifiers(), m_settings.hotkeyKeyName())),
+                         &m_recorder, &Recorder::saveClip);
     save->setEnabled(m_recorder.isActive());
     m_menu.addAction(m_recorder.isActive() ? T("Kaydı Durdur") : T("Kaydı Başlat"), &m_recorder, &Recorder::toggle);
     m_menu.addSeparator();

@@ -29,6 +29,7 @@ public:
     StatusItem(Recorder& recorder, const AppSettings& settings, ShellCommands commands);
 
     QMenu& menu() { return m_menu; }
+    QIcon icon() const { return m_icon.icon(); }
     void updateIcon();
 
 private:

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/files/AtomicFile.h"
 
+#include "base/files/FileName.h"
 #include "base/files/RenameToFreeName.h"
+#include "base/files/RetryOnInterrupt.h"
 
-#include <QFile>
 #include <QRandomGenerator>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <dirent.h>
@@ -30,20 +32,63 @@ constexpr std::int64_t WritebackStep = 4 << 20;
     throw std::system_error(code, std::generic_category());
 }
 
-template <typename Call> auto retryOnInterrupt(Call call)
+/// Some file systems cannot flush; nothing more can be done there.
+void failUnlessUnsupported(int result)
 {
-    auto result = call();
-    while (result < 0 && errno == EINTR) {
-        result = call();
+    if (result < 0 && errno != EINVAL && errno != EROFS && errno != ENOSYS) {
+        fail(errno);
     }
-    return result;
 }
 
 struct CloseDir {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
 };
 
+std::atomic<std::uint64_t> allProgress = 0;
+
+/// Calls the action with the name of each hidden file in the folder whose process has ended.
+template <typename Action> void forEachAbandoned(int folderDescriptor, Action action)
+{
+    const auto fd = ::openat(folderDescriptor, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) {
+        return;
+    }
+    const std::unique_ptr<DIR, CloseDir> folder(::fdopendir(fd));
+    if (!folder) {
+        ::close(fd);
+        return;
+    }
+    while (const auto* entry = ::readdir(folder.get())) {
+        const QByteArrayView name(static_cast<const char*>(entry->d_name));
+        if (!name.startsWith(HiddenPrefix) || !name.endsWith(HiddenSuffix)) {
+            continue;
+        }
+        const auto file = ::openat(folderDescriptor, entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        if (file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) == 0) {
+            action(static_cast<const char*>(entry->d_name));
+        }
+        if (file >= 0) {
+            ::close(file);
+        }
+    }
+}
+
 } // namespace
+
+std::uint64_t AtomicFile::progress() noexcept
+{
+    return allProgress.load(std::memory_order_relaxed);
+}
+
+QStringList AtomicFile::abandonedIn(const QString& folder)
+{
+    QStringList names;
+    const Descriptor descriptor(::open(encodeFileName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.get() >= 0) {
+        forEachAbandoned(descriptor.get(), [&](const char* name) { names.append(QString::fromUtf8(name)); });
+    }
+    return names;
+}
 
 AtomicFile::Descriptor::~Descriptor()
 {
@@ -53,19 +98,20 @@ AtomicFile::Descriptor::~Descriptor()
 }
 
 AtomicFile::AtomicFile(const QString& folder)
-    : m_folder(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    : m_folder(retryOnInterrupt(
+          [&] { return ::open(encodeFileName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }))
 {
     if (m_folder.get() < 0) {
         fail(errno);
     }
-    deleteAbandonedFiles();
+    forEachAbandoned(m_folder.get(), [this](const char* name) { ::unlinkat(m_folder.get(), name, 0); });
     createHiddenFile();
 }
 
 AtomicFile::~AtomicFile()
 {
     if (!m_hiddenName.isEmpty()) {
-        ::unlinkat(m_folder.get(), m_hiddenName.constData(), 0);
+        retryOnInterrupt([&] { return ::unlinkat(m_folder.get(), m_hiddenName.constData(), 0); });
     }
 }
 
@@ -93,29 +139,6 @@ void AtomicFile::createHiddenFile()
     }
 }
 
-void AtomicFile::deleteAbandonedFiles() const
-{
-    const auto fd = ::openat(m_folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0) {
-        return;
-    }
-    const std::unique_ptr<DIR, CloseDir> folder(::fdopendir(fd));
-    if (!folder) {
-        ::close(fd);
-        return;
-    }
-    while (const auto* entry = ::readdir(folder.get())) {
-        const QByteArrayView name(static_cast<const char*>(entry->d_name));
-        if (!name.startsWith(HiddenPrefix) || !name.endsWith(HiddenSuffix)) {
-            continue;
-        }
-        const Descriptor file(::openat(m_folder.get(), entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        if (file.get() >= 0 && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
-            ::unlinkat(m_folder.get(), entry->d_name, 0);
-        }
-    }
-}
-
 void AtomicFile::write(std::span<const std::byte> bytes)
 {
     while (!bytes.empty()) {
@@ -125,6 +148,7 @@ void AtomicFile::write(std::span<const std::byte> bytes)
         }
         bytes = bytes.subspan(static_cast<std::size_t>(written));
         m_position += written;
+        ++allProgress;
         m_size = std::max(m_size, m_position);
     }
     if (m_size - m_writebackPosition >= WritebackStep) {
@@ -144,15 +168,21 @@ void AtomicFile::seek(std::int64_t position)
 
 void AtomicFile::flush()
 {
-    // Some file systems do not support fdatasync; nothing more can be done there.
-    if (retryOnInterrupt([&] { return ::fdatasync(m_file.get()); }) < 0 && errno != EINVAL && errno != EROFS) {
-        fail(errno);
+    // All at once could take a slow disk longer than a disk is given to respond.
+    for (std::int64_t position = 0; m_size - position > WritebackStep; position += WritebackStep) {
+        constexpr unsigned int Completely =
+            SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+        // An error that is reported here is not reported again.
+        failUnlessUnsupported(
+            retryOnInterrupt([&] { return ::sync_file_range(m_file.get(), position, WritebackStep, Completely); }));
+        ++allProgress;
     }
+    failUnlessUnsupported(retryOnInterrupt([&] { return ::fdatasync(m_file.get()); }));
 }
 
 bool AtomicFile::tryPublish(const QString& name)
 {
-    const auto error = renameToFreeName(m_folder.get(), m_hiddenName.constData(), QFile::encodeName(name).constData());
+    const auto error = renameToFreeName(m_folder.get(), m_hiddenName.constData(), encodeFileName(name).constData());
     if (error == EEXIST) {
         return false;
     }
@@ -161,6 +191,17 @@ bool AtomicFile::tryPublish(const QString& name)
     }
     m_hiddenName.clear();
     return true;
+}
+
+void AtomicFile::publish(const QString& name)
+{
+    const auto encoded = encodeFileName(name);
+    if (retryOnInterrupt([&] {
+            return ::renameat(m_folder.get(), m_hiddenName.constData(), m_folder.get(), encoded.constData());
+        }) < 0) {
+        fail(errno);
+    }
+    m_hiddenName.clear();
 }
 
 } // namespace quelto

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstddef>
 #include <cstdint>
@@ -19,6 +20,12 @@ namespace quelto {
 /// Errors: std::system_error with the system's error code.
 class AtomicFile {
 public:
+    /// Changes while any atomic file of this process is written or flushed, however slow its disk is. Thread: any.
+    static std::uint64_t progress() noexcept;
+    /// The names of the hidden files that processes left in the folder when they ended. Blocks while its disk does not
+    /// respond. Errors: none.
+    static QStringList abandonedIn(const QString& folder);
+
     /// The folder must exist.
     explicit AtomicFile(const QString& folder);
     ~AtomicFile();
@@ -30,10 +37,13 @@ public:
     void seek(std::int64_t position);
     std::int64_t size() const noexcept { return m_size; }
 
-    /// Waits until all data is on the disk. Reports write errors that the system deferred.
+    /// Waits until all data is on the disk. Reports write errors that the system deferred. Makes progress() change
+    /// every few megabytes.
     void flush();
     /// Renames the file to its final name. Returns false if the name is taken; never replaces a file. Call flush first.
     bool tryPublish(const QString& name);
+    /// Renames the file to its final name and replaces a file that has it. Call flush first.
+    void publish(const QString& name);
 
 private:
     class Descriptor {
@@ -59,7 +69,6 @@ private:
     };
 
     void createHiddenFile();
-    void deleteAbandonedFiles() const;
 
     Descriptor m_folder;
     Descriptor m_file;

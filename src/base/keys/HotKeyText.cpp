@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/keys/HotKeyText.h"
 
+#include <QCoreApplication>
+
 namespace quelto {
 
 namespace {
@@ -9,19 +11,23 @@ struct ModifierRow {
     std::uint32_t bit;
     Qt::KeyboardModifier modifier;
     const char* symbol;
+    /// Qt's English name of the key, or the name that Qt does not use.
+    const char* word;
 };
 
 // In display order.
 constexpr std::array Modifiers{
-    ModifierRow{modifierBits::control, Qt::ControlModifier, "⌃"},
-    ModifierRow{modifierBits::option, Qt::AltModifier, "⌥"},
-    ModifierRow{modifierBits::shift, Qt::ShiftModifier, "⇧"},
-    ModifierRow{modifierBits::command, Qt::MetaModifier, "⌘"},
+    ModifierRow{modifierBits::control, Qt::ControlModifier, "⌃", "Ctrl"},
+    ModifierRow{modifierBits::option, Qt::AltModifier, "⌥", "Alt"},
+    ModifierRow{modifierBits::shift, Qt::ShiftModifier, "⇧", "Shift"},
+    ModifierRow{modifierBits::command, Qt::MetaModifier, "⌘", "Super"},
 };
 
 struct KeyRow {
     std::uint32_t keyCode;
     const char* name;
+    /// Qt's English name of the key where it has one and keyboards print it.
+    const char* word = nullptr;
 };
 
 constexpr std::array FunctionKeys{
@@ -32,10 +38,26 @@ constexpr std::array FunctionKeys{
 };
 
 constexpr std::array NamedKeys{
-    KeyRow{49, "Space"}, KeyRow{36, "↩"},     KeyRow{48, "⇥"},     KeyRow{51, "⌫"},  KeyRow{117, "⌦"},
-    KeyRow{123, "←"},    KeyRow{124, "→"},    KeyRow{125, "↓"},    KeyRow{126, "↑"}, KeyRow{115, "Home"},
-    KeyRow{119, "End"},  KeyRow{116, "PgUp"}, KeyRow{121, "PgDn"},
+    KeyRow{49, "Space", "Space"},
+    KeyRow{36, "↩", "Return"},
+    KeyRow{48, "⇥", "Tab"},
+    KeyRow{51, "⌫", "Backspace"},
+    KeyRow{117, "⌦", "Del"},
+    KeyRow{123, "←"},
+    KeyRow{124, "→"},
+    KeyRow{125, "↓"},
+    KeyRow{126, "↑"},
+    KeyRow{115, "Home", "Home"},
+    KeyRow{119, "End", "End"},
+    KeyRow{116, "PgUp", "PgUp"},
+    KeyRow{121, "PgDn", "PgDown"},
 };
+
+/// The name of a key as Qt writes it beside menu entries.
+QString inLanguageOfQt(const char* word)
+{
+    return QCoreApplication::translate("QShortcut", word);
+}
 
 template <typename Rows> const KeyRow* tryFind(const Rows& rows, std::uint32_t keyCode)
 {
@@ -54,6 +76,25 @@ QString hotKeyDisplay(std::uint32_t modifiers, const QString& keyName)
         }
     }
     return text + keyName;
+}
+
+QStringList hotKeyWords(std::uint32_t modifiers, const QString& keyName)
+{
+    QStringList words;
+    for (const auto& row : Modifiers) {
+        if ((modifiers & row.bit) != 0) {
+            words.append(inLanguageOfQt(row.word));
+        }
+    }
+    const auto* key = std::ranges::find_if(
+        NamedKeys, [&](const KeyRow& row) { return row.word != nullptr && keyName == QString::fromUtf8(row.name); });
+    words.append(key == NamedKeys.end() ? keyName : inLanguageOfQt(key->word));
+    return words;
+}
+
+QString hotKeyText(std::uint32_t modifiers, const QString& keyName)
+{
+    return hotKeyWords(modifiers, keyName).join(u'+');
 }
 
 std::optional<QString> specialKeyName(std::uint32_t keyCode)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -16,9 +17,14 @@ constexpr std::uint32_t option = 2048;
 constexpr std::uint32_t control = 4096;
 } // namespace modifierBits
 
-/// A shortcut as shown to the user: the symbols of control, option, shift and command, in this order, then the key
-/// name.
+/// A shortcut in one short word: the symbols of control, option, shift and command, in this order, then the key name.
 QString hotKeyDisplay(std::uint32_t modifiers, const QString& keyName);
+
+/// The same keys, in the same order, by the names that desktops on Linux use: "Alt", "Shift", "C". In the language of
+/// Qt's own texts.
+QStringList hotKeyWords(std::uint32_t modifiers, const QString& keyName);
+/// The words in one text, as desktops write shortcuts: "Alt+Shift+C".
+QString hotKeyText(std::uint32_t modifiers, const QString& keyName);
 
 /// The name of a key whose name does not depend on the keyboard layout; nothing for other keys.
 std::optional<QString> specialKeyName(std::uint32_t keyCode);

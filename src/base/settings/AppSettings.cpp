@@ -16,15 +16,9 @@ QString AppSettings::defaultPath()
 
 AppSettings::AppSettings(const QString& path, QObject* parent)
     : QObject(parent)
-    , m_store(path, QSettings::IniFormat)
+    , m_file(path)
 {
     m_saveFolder = absoluteSaveFolder(m_saveFolder);
-}
-
-void AppSettings::write(const char* key, const QVariant& value)
-{
-    m_store.setValue(QLatin1String(key), value);
-    m_store.sync();
 }
 
 void AppSettings::setSaveFolder(const QString& value)

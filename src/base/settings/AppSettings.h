@@ -2,10 +2,10 @@
 #pragma once
 
 #include "base/settings/Presets.h"
+#include "base/settings/SettingsFile.h"
 #include "base/settings/StoredValue.h"
 
 #include <QObject>
-#include <QSettings>
 #include <QString>
 
 #include <array>
@@ -23,7 +23,7 @@ public:                                                                         
     Q_SIGNAL void name##Changed();                                                                                     \
                                                                                                                        \
 private:                                                                                                               \
-    Type m_##name = readStored(m_store, #name, Type(fallback));
+    Type m_##name = readStored(m_file.stored(), #name, Type(fallback));
 
 // The setter that every preference has unless it must do something more.
 #define QUELTO_PREFERENCE_SETTER(Type, name, setter)                                                                   \
@@ -62,8 +62,9 @@ public:                                                                         
 
 /// All preferences of the user, with their keys, types and defaults.
 ///
-/// A setter changes the value, emits the preference's own signal, then changed(), and then writes the file, also when
-/// the value is the same as before. Values outside the lists that the settings page offers are kept as they are.
+/// A setter changes the value, emits the preference's own signal, then changed(), and then gives the value to the file,
+/// also when it is the same as before. The file is written on another thread. Values outside the lists that the
+/// settings page offers are kept as they are.
 ///
 /// Thread: main. Errors: none. A negative or too large displayID, hotkeyCode or hotkeyModifiers in the file ends the
 /// program.
@@ -71,7 +72,7 @@ class AppSettings : public QObject {
     Q_OBJECT
 
     // The first member: the preferences are read from it when they are initialised.
-    QSettings m_store;
+    SettingsFile m_file;
 
     /// Units: seconds.
     QUELTO_PREFERENCE(int, clipLength, setClipLength, 30)
@@ -117,11 +118,16 @@ public:
     static constexpr std::array clipLengths{15, 30, 45, 60, 90, 120, 180, 300};
     static constexpr std::array fpsOptions{30, 60, 120};
     static constexpr std::array discordLimits{10, 50, 500};
+    static constexpr std::array colorThemes{"ember",  "blurple", "onyx",        "midnight", "crimson",
+                                            "forest", "sunset",  "cottoncandy", "ocean",    "neon"};
 
     /// $XDG_CONFIG_HOME/Quelto/Quelto.conf
     static QString defaultPath();
 
     explicit AppSettings(const QString& path = defaultPath(), QObject* parent = nullptr);
+
+    /// Waits until the file has all values. False if the disk needs longer than the timeout.
+    bool finishWriting(std::chrono::milliseconds timeout) { return m_file.finishWriting(timeout); }
 
 Q_SIGNALS:
     /// After the signal of any preference.
@@ -133,9 +139,8 @@ private:
         field = std::move(value);
         Q_EMIT(this->*fieldChanged)();
         Q_EMIT changed();
-        write(key, storedForm(field));
+        m_file.setValue(QLatin1String(key), storedForm(field));
     }
-    void write(const char* key, const QVariant& value);
 };
 
 #undef QUELTO_PREFERENCE_PRESET

@@ -20,9 +20,6 @@ QString absoluteSaveFolder(const QString& folder)
     if (folder.isEmpty()) {
         return defaultSaveFolder();
     }
-    if (QDir::isAbsolutePath(folder)) {
-        return folder;
-    }
     const auto isInHome = folder == u'~' || folder.startsWith(QStringLiteral("~/"));
     return QDir::cleanPath(QDir::home().filePath(isInHome ? folder.mid(2) : folder));
 }

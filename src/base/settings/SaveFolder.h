@@ -9,7 +9,8 @@ namespace quelto {
 QString defaultSaveFolder();
 
 /// The absolute path of a save folder as a user may write it: a relative path, with or without "~/", counts from the
-/// home folder, so that the folder the program was started in has no effect; an empty one is the default folder.
+/// home folder, so that the folder the program was started in has no effect; an empty one is the default folder. Has no
+/// double slashes, and none at its end unless it is the root.
 QString absoluteSaveFolder(const QString& folder);
 
 } // namespace quelto

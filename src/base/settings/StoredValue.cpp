@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/settings/StoredValue.h"
 
-#include <limits>
+#include <QRegularExpression>
+
+#include <utility>
 
 namespace quelto {
 
@@ -37,13 +39,22 @@ QString readStored(const QSettings& store, const char* key, const QString& fallb
                                                      : stored.toString();
 }
 
+std::optional<QString> outOfRangeText(const QSettings& store, const char* key)
+{
+    const auto stored = store.value(QLatin1String(key));
+    bool isNumber = false;
+    const auto number = stored.toLongLong(&isNumber);
+    static const QRegularExpression wholeNumber(QStringLiteral(R"(^\s*[+-]?\d+\s*$)"));
+    const bool isTooLong = !isNumber && wholeNumber.match(stored.toString()).hasMatch();
+    return isTooLong || !std::in_range<quint32>(number) ? std::optional(stored.toString()) : std::nullopt;
+}
+
 quint32 readStored(const QSettings& store, const char* key, quint32 fallback)
 {
-    const auto stored = store.value(QLatin1String(key), fallback).toLongLong();
-    if (stored < 0 || stored > std::numeric_limits<quint32>::max()) {
-        qFatal("%s is out of range in %s", key, qUtf8Printable(store.fileName()));
+    if (const auto text = outOfRangeText(store, key)) {
+        qFatal("%s=%s is out of range in %s", key, qUtf8Printable(*text), qUtf8Printable(store.fileName()));
     }
-    return static_cast<quint32>(stored);
+    return store.value(QLatin1String(key), fallback).toUInt();
 }
 
 ResolutionPreset readStored(const QSettings& store, const char* key, ResolutionPreset fallback)

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <optional>
+
 namespace quelto {
 
 /// The value under `key` in the settings file, converted to its type, or `fallback` if the file lacks the key. A value
@@ -15,6 +17,8 @@ bool readStored(const QSettings& store, const char* key, bool fallback);
 int readStored(const QSettings& store, const char* key, int fallback);
 double readStored(const QSettings& store, const char* key, double fallback);
 QString readStored(const QSettings& store, const char* key, const QString& fallback);
+/// The stored text under `key` if it is a whole number that is negative or exceeds 32 bits; nothing otherwise.
+std::optional<QString> outOfRangeText(const QSettings& store, const char* key);
 /// Ends the program with a message if the stored number is negative or exceeds 32 bits: no control can produce one.
 quint32 readStored(const QSettings& store, const char* key, quint32 fallback);
 ResolutionPreset readStored(const QSettings& store, const char* key, ResolutionPreset fallback);

@@ -96,6 +96,13 @@ void SerialQueue::sync(const Task& task)
     done.get_future().wait();
 }
 
+bool SerialQueue::drain(std::chrono::milliseconds timeout)
+{
+    const auto done = std::make_shared<std::promise<void>>();
+    post([done] { done->set_value(); });
+    return done->get_future().wait_for(timeout) == std::future_status::ready;
+}
+
 void SerialQueue::finish(HostDuration timeout)
 {
     const auto finished = std::make_shared<std::promise<void>>();

@@ -33,6 +33,9 @@ public:
     /// would deadlock, and fails an assertion in a debug build.
     void sync(const Task& task);
 
+    /// Waits until the tasks that were posted without a delay have ended. False after the timeout.
+    bool drain(std::chrono::milliseconds timeout);
+
     /// Runs the tasks that were posted without a delay, drops the delayed ones, and ends the queue. Tasks posted later
     /// never run. After the timeout, drops the tasks that have not started and detaches the thread with its running
     /// task, so tasks of such a queue must own everything they use.

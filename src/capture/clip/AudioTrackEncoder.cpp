@@ -1,43 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/clip/AudioTrackEncoder.h"
 
+#include <pthread.h>
+#include <sys/resource.h>
+
 namespace quelto {
 
 namespace {
 
-constexpr std::size_t Channels = 2;
-// Measured: from this packet on, all packets of silence are equal. The code checks it again each time.
-constexpr std::size_t SettledPackets = 4;
-// Packets that the encoder may emit when flushed, beyond those with audible frames.
-constexpr std::int64_t SparePackets = 4;
-constexpr std::size_t FinishedBit = 1;
+// On Linux the nice value is per thread.
+constexpr int NiceValue = 10;
+// Five seconds. The tracks are written in turns of half a second, and each has to be ready when its turn comes.
+constexpr std::size_t MaxPacketsAhead = 256;
+// Measured: after this many frames of silence the encoder's packets are all equal. The code checks that each time.
+constexpr std::int64_t SettlingFrames = 8 * AacEncoder::framesPerPacket;
+static_assert(AudioMix::blockFrames % AacEncoder::framesPerPacket == 0);
 
-std::span<const float> floatsOf(const AudioBuffer& sample)
+bool isSilent(std::span<const float> block)
 {
-    return {reinterpret_cast<const float*>(sample.data.data()), sample.data.size() / sizeof(float)};
-}
-
-bool isSilent(const AudioBuffers& pcm)
-{
-    return std::all_of(pcm.begin(), pcm.end(), [](const AudioBufferPtr& sample) {
-        return std::ranges::all_of(floatsOf(*sample), [](float value) { return value == 0; });
-    });
+    return std::ranges::all_of(block, [](float value) { return value == 0; });
 }
 
 } // namespace
 
-AudioTrackEncoder::AudioTrackEncoder(AudioBuffers pcm, int bitsPerSecond, Mp4TrackState state)
-    : m_pcm(std::move(pcm))
+AudioTrackEncoder::AudioTrackEncoder(AudioMix mix, int bitsPerSecond, Mp4TrackState state)
+    : m_mix(std::move(mix))
     , m_bitsPerSecond(bitsPerSecond)
     , m_state(state)
     , m_encoder(bitsPerSecond)
+    , m_thread([this](const std::stop_token& stop) { run(stop); })
 {
-    for (const auto& sample : m_pcm) {
-        m_frames += sample->frames;
-    }
-    m_packets.resize(
-        static_cast<std::size_t>(AacEncoder::packetCountFor(m_frames, m_encoder.encoderDelay()) + SparePackets));
-    m_thread = std::jthread([this](const std::stop_token& stop) { encodeAll(stop); });
 }
 
 AudioTrackInfo AudioTrackEncoder::asAudioTrackInfo()
@@ -46,81 +38,83 @@ AudioTrackInfo AudioTrackEncoder::asAudioTrackInfo()
             .bitsPerSecond = m_bitsPerSecond,
             .decoderConfiguration = m_encoder.decoderConfiguration(),
             .encoderDelay = m_encoder.encoderDelay(),
-            .frames = m_frames,
+            .frames = m_mix.frames(),
             .packets = this};
 }
 
 std::optional<AacPacket> AudioTrackEncoder::next()
 {
-    for (;;) {
-        const auto progress = m_progress.load();
-        if (m_next < progress / 2) {
-            return std::move(m_packets[m_next++]);
+    std::unique_lock guard(m_lock);
+    m_changed.wait(guard, [this] { return !m_packets.empty() || m_isFinished; });
+    if (m_packets.empty()) {
+        if (m_failure) {
+            std::rethrow_exception(m_failure);
         }
-        if ((progress & FinishedBit) != 0) {
-            if (m_failure) {
-                std::rethrow_exception(m_failure);
-            }
-            return std::nullopt;
-        }
-        m_progress.wait(progress);
+        return std::nullopt;
     }
+    auto packet = std::move(m_packets.front());
+    m_packets.pop_front();
+    guard.unlock();
+    m_changed.notify_all();
+    return packet;
+}
+
+void AudioTrackEncoder::run(const std::stop_token& stop)
+{
+    pthread_setname_np(pthread_self(), "quelto.aac");
+    setpriority(PRIO_PROCESS, 0, NiceValue);
+    std::exception_ptr failure;
+    try {
+        encodeAll(stop);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    {
+        const std::scoped_lock guard(m_lock);
+        m_failure = failure;
+        m_isFinished = true;
+    }
+    m_changed.notify_all();
 }
 
 void AudioTrackEncoder::encodeAll(const std::stop_token& stop)
 {
-    try {
-        if (isSilent(m_pcm)) {
-            encodeSilence();
-        } else {
-            encodeSound(stop);
-        }
-    } catch (...) {
-        m_failure = std::current_exception();
-    }
-    m_progress |= FinishedBit;
-    m_progress.notify_one();
-}
-
-void AudioTrackEncoder::encodeSound(const std::stop_token& stop)
-{
-    for (const auto& sample : m_pcm) {
+    for (auto block = m_mix.next(); !block.empty(); block = m_mix.next()) {
+        hand(encode(block), stop);
         if (stop.stop_requested()) {
             return;
         }
-        hand(m_encoder.encode(floatsOf(*sample)));
     }
-    hand(m_encoder.finish());
+    hand(m_encoder.finish(), stop);
 }
 
-/// Encodes a few packets of silence and repeats the last one for the rest of the track.
-void AudioTrackEncoder::encodeSilence()
+/// During longer silence, repeats the packet of silence instead of encoding. The encoder's state does not change in
+/// silence, so it can continue with the next sound.
+std::vector<AacPacket> AudioTrackEncoder::encode(std::span<const float> block)
 {
-    const std::vector<float> silence(AacEncoder::framesPerPacket * Channels);
-    const auto needed = static_cast<std::size_t>(AacEncoder::packetCountFor(m_frames, m_encoder.encoderDelay()));
-    std::vector<AacPacket> packets;
-    const auto isSettled = [&] {
-        const auto count = packets.size();
-        return count > SettledPackets && packets[count - 1] == packets[count - 2];
-    };
-    while (packets.size() < needed && !isSettled()) {
-        std::ranges::move(m_encoder.encode(silence), std::back_inserter(packets));
+    const auto frames = static_cast<std::int64_t>(block.size() / 2);
+    const bool isSilence = isSilent(block);
+    if (isSilence && m_isRepeating && m_silentFrames >= SettlingFrames && frames == AudioMix::blockFrames) {
+        return {static_cast<std::size_t>(frames / AacEncoder::framesPerPacket), m_lastPacket};
     }
-    packets.resize(needed, AacPacket(packets.back()));
-    hand(std::move(packets));
+    m_silentFrames = isSilence ? m_silentFrames + frames : 0;
+    auto packets = m_encoder.encode(block);
+    for (const auto& packet : packets) {
+        m_isRepeating = packet == m_lastPacket;
+        m_lastPacket = packet;
+    }
+    return packets;
 }
 
-void AudioTrackEncoder::hand(std::vector<AacPacket> packets)
+void AudioTrackEncoder::hand(std::vector<AacPacket> packets, const std::stop_token& stop)
 {
-    if (packets.empty()) {
+    std::unique_lock guard(m_lock);
+    if (!m_changed.wait(guard, stop, [this] { return m_packets.size() < MaxPacketsAhead; })) {
         return;
     }
-    const auto ready = m_progress.load() / 2;
-    const auto count = std::min(packets.size(), m_packets.size() - ready);
-    std::move(packets.begin(), packets.begin() + static_cast<std::ptrdiff_t>(count),
-              m_packets.begin() + static_cast<std::ptrdiff_t>(ready));
-    m_progress += 2 * count;
-    m_progress.notify_one();
+    std::ranges::move(packets, std::back_inserter(m_packets));
+    guard.unlock();
+    m_changed.notify_all();
 }
 
 } // namespace quelto

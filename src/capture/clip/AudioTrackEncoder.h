@@ -1,22 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "capture/mix/AudioMix.h"
 #include "media/codec/AacEncoder.h"
 #include "media/mux/Mp4Writer.h"
-#include "media/types/AudioBuffer.h"
 
-#include <atomic>
+#include <condition_variable>
+#include <deque>
 #include <exception>
+#include <mutex>
 #include <thread>
 
 namespace quelto {
 
-/// Encodes one audio track of a clip on its own thread while the file is being written. Audio encoding dominates the
-/// time of a save, and the tracks are independent. The destructor stops the thread.
+/// Mixes and encodes one audio track of a clip on its own thread while the file is being written. Audio encoding
+/// dominates the time of a save, and the tracks are independent. The thread has a low priority, so that a game comes
+/// first. It stays only seconds of sound ahead of the writer, so the length of the clip costs no memory.
+///
+/// The destructor stops the thread.
 class AudioTrackEncoder final : public AudioPacketSource {
 public:
-    /// `pcm` is the mixer's output: interleaved float stereo at 48,000 Hz.
-    AudioTrackEncoder(AudioBuffers pcm, int bitsPerSecond, Mp4TrackState state);
+    AudioTrackEncoder(AudioMix mix, int bitsPerSecond, Mp4TrackState state);
 
     /// Describes the track for the muxer. This object is its packet source.
     AudioTrackInfo asAudioTrackInfo();
@@ -25,24 +29,26 @@ public:
     std::optional<AacPacket> next() override;
 
 private:
+    void run(const std::stop_token& stop);
     void encodeAll(const std::stop_token& stop);
-    void encodeSound(const std::stop_token& stop);
-    void encodeSilence();
-    void hand(std::vector<AacPacket> packets);
+    std::vector<AacPacket> encode(std::span<const float> block);
+    /// Waits until the writer has taken enough packets.
+    void hand(std::vector<AacPacket> packets, const std::stop_token& stop);
 
-    AudioBuffers m_pcm;
+    AudioMix m_mix;
     int m_bitsPerSecond;
     Mp4TrackState m_state;
-    std::int64_t m_frames = 0;
     AacEncoder m_encoder;
+    /// Frames of silence that the encoder was given since the last sound.
+    std::int64_t m_silentFrames = 0;
+    /// The last packets of the encoder, to notice that they repeat.
+    AacPacket m_lastPacket;
+    bool m_isRepeating = false;
 
-    /// Allocated in full before the thread starts, so that finished packets never move.
-    std::vector<AacPacket> m_packets;
-    /// Index of the next packet to hand out.
-    std::size_t m_next = 0;
-    /// Twice the number of finished packets, plus one when no more follow.
-    std::atomic<std::size_t> m_progress = 0;
-    /// Written before m_progress announces the end.
+    std::mutex m_lock;
+    std::condition_variable_any m_changed;
+    std::deque<AacPacket> m_packets;
+    bool m_isFinished = false;
     std::exception_ptr m_failure;
 
     std::jthread m_thread;

@@ -60,9 +60,9 @@ std::optional<ClipPlan> planClip(const EncodedFrames& video, HostTime endTime, i
                     std::max(endTime, videoEnd)};
 }
 
-bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioBuffers& mixed)
+bool hasOwnTracks(const ReplaySnapshot& snapshot)
 {
-    return (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) && !mixed.isEmpty();
+    return !snapshot.mic.isEmpty() || !snapshot.chat.isEmpty();
 }
 
 AudioBuffers audioNear(const AudioBuffers& samples, HostTime start)

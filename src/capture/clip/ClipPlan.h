@@ -25,8 +25,8 @@ struct ClipPlan {
 /// of a still picture.
 std::optional<ClipPlan> planClip(const EncodedFrames& video, HostTime endTime, int seconds);
 
-/// Whether each source also gets its own track: only when there is more than system audio.
-bool hasOwnTracks(const ReplaySnapshot& snapshot, const AudioBuffers& mixed);
+/// Whether each source also gets a track of its own beside the mix: only when there is more than system audio.
+bool hasOwnTracks(const ReplaySnapshot& snapshot);
 
 /// The buffers with timestamps within a day of the clip. Others come from a broken clock, and arithmetic with them
 /// could overflow.

@@ -12,10 +12,10 @@
 #include "media/audio/ResamplingConverter.h"
 #include "media/mux/Mp4Writer.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <filesystem>
-#include <future>
 #include <system_error>
 
 namespace quelto {
@@ -25,90 +25,104 @@ namespace {
 constexpr int MainBitsPerSecond = 192000;
 constexpr int AlternateBitsPerSecond = 128000;
 
-/// Renders the audio of a clip: the mix first, then each source on its own if there is more than one.
-std::vector<AudioBuffers> renderSound(const ClipRequest& request, const ClipPlan& plan)
+/// The audio of a clip: the mix first, then each source on its own if there is more than one. Without a mix there is no
+/// main track that the other tracks could be alternates of.
+std::vector<AudioMix> mixTracks(const ClipRequest& request, const ClipPlan& plan)
 {
     const AudioMixer mixer(makeResamplingConverter);
-    const auto render = [&](std::vector<MixSource> sources) {
-        return std::async(std::launch::async, [&mixer, &plan, sources = std::move(sources)] {
-            return mixer.mix(sources, plan.start, plan.end);
-        });
-    };
     const auto& snapshot = request.snapshot;
     const auto audio = audioNear(snapshot.audio, plan.start);
     const auto mic = audioNear(snapshot.mic, plan.start);
     const auto chat = audioNear(snapshot.chat, plan.start);
 
+    std::vector<AudioMix> tracks;
     // System audio already includes voice chat; mixing it in again would double it.
-    auto mix = render({{audio, request.systemGain}, {mic, request.micGain}});
-    std::vector<std::future<AudioBuffers>> alone;
-    if (!snapshot.mic.isEmpty() || !snapshot.chat.isEmpty()) {
-        for (const auto& source : {audio, mic, chat}) {
-            alone.push_back(render({{source, 1.0F}}));
-        }
-    }
-
-    std::vector<AudioBuffers> tracks{mix.get()};
-    if (!hasOwnTracks(snapshot, tracks.front())) {
-        // Without a mix there is no main track that the other tracks could be alternates of.
-        if (tracks.front().isEmpty()) {
-            tracks.clear();
-        }
+    auto mix = mixer.mix({{audio, request.systemGain}, {mic, request.micGain}}, plan.start, plan.end);
+    if (mix.isEmpty()) {
         return tracks;
     }
-    for (auto& rendered : alone) {
-        auto track = rendered.get();
-        tracks.push_back(track.isEmpty() ? AudioMixer::silence(plan.start, plan.end) : std::move(track));
+    tracks.push_back(std::move(mix));
+    if (hasOwnTracks(snapshot)) {
+        for (const auto& source : {audio, mic, chat}) {
+            auto track = mixer.mix({{source, 1.0F}}, plan.start, plan.end);
+            tracks.push_back(track.isEmpty() ? AudioMixer::silence(plan.start, plan.end) : std::move(track));
+        }
     }
     return tracks;
 }
 
-std::vector<std::unique_ptr<AudioTrackEncoder>> startEncoding(std::vector<AudioBuffers> pcm)
+std::vector<std::unique_ptr<AudioTrackEncoder>> startEncoding(std::vector<AudioMix> mixes)
 {
     std::vector<std::unique_ptr<AudioTrackEncoder>> tracks;
-    for (auto& samples : pcm) {
+    for (auto& mix : mixes) {
         const bool isMain = tracks.empty();
         tracks.push_back(
-            std::make_unique<AudioTrackEncoder>(std::move(samples), isMain ? MainBitsPerSecond : AlternateBitsPerSecond,
+            std::make_unique<AudioTrackEncoder>(std::move(mix), isMain ? MainBitsPerSecond : AlternateBitsPerSecond,
                                                 isMain ? Mp4TrackState::enabled : Mp4TrackState::disabled));
     }
     return tracks;
 }
 
-QString publish(AtomicFile& file, const ClipRequest& request, const QDateTime& date)
+void createFolder(const QString& folder)
 {
-    const ClipNameParts parts{request.game, date, request.suffix};
+    const std::filesystem::path path(QFile::encodeName(folder).toStdString());
+    std::error_code error;
+    do {
+        std::filesystem::create_directories(path, error);
+    } while (error == std::errc::interrupted);
+    if (error) {
+        throw std::system_error(error);
+    }
+}
+
+QString publishAs(const ClipNameParts& parts, AtomicFile& file)
+{
     for (int mark = 1;; ++mark) {
-        const auto name = clipFileName(parts, mark);
+        auto name = clipFileName(parts, mark);
         if (file.tryPublish(name)) {
-            return request.folder + u'/' + name;
+            return name;
         }
     }
 }
 
-SavedClip writeClip(const ClipRequest& request, const ClipPlan& plan)
+QString publish(const ClipNameParts& parts, AtomicFile& file)
 {
-    auto tracks = startEncoding(renderSound(request, plan));
-    std::filesystem::create_directories(QFile::encodeName(request.folder).toStdString());
-    const auto date = QDateTime::currentDateTime();
+    const auto portableParts = portableClipNameParts(parts);
+    try {
+        return publishAs(parts, file);
+    } catch (const std::system_error&) {
+        // A file system that rejects a character may report EINVAL, ENOENT or EPERM.
+        if (portableParts == parts) {
+            throw;
+        }
+    }
+    return publishAs(portableParts, file);
+}
 
-    AtomicFile file(request.folder);
+SavedClip writeClip(ClipRequest request, const ClipPlan& plan)
+{
+    auto tracks = startEncoding(mixTracks(request, plan));
     const auto& video = request.snapshot.video;
-    Mp4Movie movie{.video = std::span(video.constData(), video.size()).subspan(plan.firstSample),
-                   .start = plan.start,
-                   .end = plan.end,
-                   .audio = {}};
+    Mp4Movie movie{
+        .video = {video.begin() + plan.firstSample, video.end()}, .start = plan.start, .end = plan.end, .audio = {}};
     for (const auto& track : tracks) {
         movie.audio.push_back(track->asAudioTrackInfo());
     }
-    writeMp4(movie, file);
+    // From here on only the tracks and the movie hold the samples that they still need.
+    request.snapshot = {};
+    createFolder(request.folder);
+    const auto date = QDateTime::currentDateTime();
+
+    AtomicFile file(request.folder);
+    writeMp4(std::move(movie), file);
     file.flush();
-    return {.path = publish(file, request, date), .duration = toSeconds(plan.end - plan.start)};
+    const auto name = publish({.game = request.game, .date = date, .suffix = request.suffix}, file);
+    return {.path = QDir(request.folder).filePath(name), .duration = toSeconds(plan.end - plan.start)};
 }
 
 } // namespace
 
-SavedClip ClipWriter::write(const ClipRequest& request)
+SavedClip ClipWriter::write(ClipRequest request)
 {
     const auto plan = planClip(request.snapshot.video, request.endTime, request.seconds);
     if (!plan) {
@@ -118,7 +132,7 @@ SavedClip ClipWriter::write(const ClipRequest& request)
         throw RecorderError::writer(T("Görüntünün zaman bilgisi bozuk. Kaydı durdurup yeniden başlatın."));
     }
     try {
-        return writeClip(request, *plan);
+        return writeClip(std::move(request), *plan);
     } catch (const std::system_error& error) {
         throw RecorderError::writer(writeFailureText(error.code().value()));
     } catch (const std::bad_alloc&) {

@@ -30,9 +30,10 @@ struct ClipRequest {
 /// Writes a snapshot of the replay buffer as an MPEG-4 file. The video is copied; the audio is mixed and encoded.
 class ClipWriter {
 public:
-    /// Blocks until the file is complete. After an error no file is left behind. Thread: any, several at once. Errors:
+    /// Blocks until the file is complete. Samples are released as they are written, so that a save does not hold what
+    /// the buffer has dropped meanwhile. After an error no file is left behind. Thread: any, several at once. Errors:
     /// RecorderError.
-    static SavedClip write(const ClipRequest& request);
+    static SavedClip write(ClipRequest request);
 };
 
 } // namespace quelto

@@ -6,8 +6,14 @@
 namespace quelto {
 
 RecorderError::RecorderError(const QString& message)
+    : RecorderError(message, message)
+{
+}
+
+RecorderError::RecorderError(const QString& message, const QString& reason)
     : std::runtime_error(message.toStdString())
     , m_message(message)
+    , m_reason(reason)
 {
 }
 
@@ -16,9 +22,14 @@ RecorderError RecorderError::encoder(int status)
     return RecorderError(T("Video kodlayıcı başlatılamadı ({0}). Farklı bir çözünürlük veya codec deneyin.", status));
 }
 
+RecorderError RecorderError::silentEncoder()
+{
+    return RecorderError(T("Video kodlayıcı görüntü vermiyor. Farklı bir çözünürlük veya codec deneyin."));
+}
+
 RecorderError RecorderError::writer(const QString& text)
 {
-    return RecorderError(T("Klip yazılamadı: {0}", text));
+    return {T("Klip yazılamadı: {0}", text), text};
 }
 
 RecorderError RecorderError::permission()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/mic/MicCapture.h"
 
-#include "capture/mix/AudioMixer.h"
+#include "capture/mix/PeakLevel.h"
 
 namespace quelto {
 
@@ -55,7 +55,7 @@ void MicCapture::deliver(const AudioBufferPtr& sample)
     if (const auto now = m_clock(); now - m_lastLevelTime > LevelInterval) {
         m_lastLevelTime = now;
         if (onLevel) {
-            onLevel(AudioMixer::peakLevel(*sample));
+            onLevel(peakLevel(*sample));
         }
     }
 }

@@ -25,11 +25,11 @@ public:
     std::function<void(AudioBufferPtr)> onBuffer;
     /// The peak of one buffer, 0 to 1, at most every 0.08 seconds. Buffers in between are not measured.
     std::function<void(float)> onLevel;
-    /// A problem with the running device, or nothing when it is resolved.
+    /// Reports after each start, and whenever it changes, the problem with the device; nothing if it works.
     std::function<void(std::optional<QString>)> onWarning;
 
     /// Starts the device with that id, or the default device if the id is empty or the device is gone. Stops a previous
-    /// device first. Errors: PlatformError.
+    /// device first.
     void start(const QString& deviceID);
     /// No callback runs after this returns.
     void stop() noexcept;

@@ -3,7 +3,8 @@
 
 #include "base/language/T.h"
 #include "capture/clip/RecorderError.h"
-#include "platform/PlatformError.h"
+
+#include <QDebug>
 
 namespace quelto {
 
@@ -31,7 +32,7 @@ CapturePipeline::~CapturePipeline()
     stop();
 }
 
-CaptureReport CapturePipeline::start(const CaptureSettings& settings, int bufferSeconds, const CaptureEvents& events)
+CaptureReport CapturePipeline::start(const CaptureSettings& settings, const CaptureEvents& events)
 {
     const auto display = chosenDisplay(settings.displayID);
     CaptureReport report;
@@ -40,21 +41,17 @@ CaptureReport CapturePipeline::start(const CaptureSettings& settings, int buffer
     report.framesPerSecond = settings.framesPerSecond;
     report.codec = settings.codec;
 
-    std::unique_ptr<VideoEncoder> encoder;
-    try {
-        encoder = m_openEncoder({.codec = settings.codec,
-                                 .size = report.outputSize,
-                                 .framesPerSecond = settings.framesPerSecond,
-                                 .bitsPerSecond = report.bitsPerSecond},
-                                [this](EncodedFramePtr sample) { m_buffer.appendVideo(std::move(sample)); });
-    } catch (const EncoderError& error) {
-        throw RecorderError::encoder(error.status());
-    }
-    m_videoQueue.sync([&] { m_encoder = std::move(encoder); });
+    auto encoder = openEncoder({.codec = settings.codec,
+                                .size = report.outputSize,
+                                .framesPerSecond = settings.framesPerSecond,
+                                .bitsPerSecond = report.bitsPerSecond});
+    m_videoQueue.sync([&] {
+        m_encoder = std::move(encoder);
+        m_encoderWatch.reset();
+        m_onEncoderFailed = events.onStopped;
+    });
 
     m_buffer.reset();
-    m_buffer.configure(bufferSeconds);
-
     m_platform.frames->start(
         {.displayID = display.id,
          .outputSize = report.outputSize,
@@ -66,20 +63,58 @@ CaptureReport CapturePipeline::start(const CaptureSettings& settings, int buffer
     if (settings.capturesAudio) {
         startSystemAudio(events);
     }
-    startMicrophone(settings, events, report);
+    if (settings.capturesMicrophone) {
+        startMicrophone(settings.microphoneID, events);
+    }
     return report;
+}
+
+std::unique_ptr<VideoEncoder> CapturePipeline::openEncoder(const EncoderRequest& request)
+{
+    m_encoderRequest = request;
+    try {
+        return m_openEncoder(request, [this](EncodedFramePtr sample) {
+            m_encoderWatch.reset();
+            m_buffer.appendVideo(std::move(sample));
+        });
+    } catch (const EncoderError& error) {
+        throw RecorderError::encoder(error.status());
+    }
 }
 
 void CapturePipeline::encode(VideoFramePtr frame)
 {
+    m_encoderWatch.frameAt(frame->presentationTime);
+    if (m_encoder && m_encoderWatch.hasFailed()) {
+        replaceEncoder();
+        m_encoderWatch.frameAt(frame->presentationTime);
+    }
     if (!m_encoder) {
         return;
     }
-    m_encoder->encode(*frame);
+    m_encoder->encode(*frame, frame->presentationTime);
     ++m_pictures;
     if (m_encoder->hasPendingFrame()) {
         m_lastPicture = std::move(frame);
         m_videoQueue.postAfter(UnchangedAfter, [this, picture = m_pictures] { repeatIfStill(picture); });
+    }
+}
+
+void CapturePipeline::replaceEncoder()
+{
+    m_encoder.reset();
+    m_lastPicture.reset();
+    m_encoderWatch.reset();
+    auto request = m_encoderRequest;
+    try {
+        if (std::exchange(request.choice, EncoderChoice::software) == EncoderChoice::software) {
+            throw RecorderError::silentEncoder();
+        }
+        qWarning("The video encoder outputs nothing. Trying one in software.");
+        m_encoder = openEncoder(request);
+        m_buffer.reset();
+    } catch (const RecorderError& error) {
+        m_onEncoderFailed(error.message());
     }
 }
 
@@ -90,9 +125,8 @@ void CapturePipeline::repeatIfStill(std::uint64_t picture)
     if (!m_encoder || !m_lastPicture || picture != m_pictures) {
         return;
     }
-    auto repeated = *std::exchange(m_lastPicture, nullptr);
-    repeated.presentationTime += RepetitionOffset;
-    m_encoder->encode(repeated);
+    const auto repeated = std::exchange(m_lastPicture, nullptr);
+    m_encoder->encode(*repeated, repeated->presentationTime + RepetitionOffset);
 }
 
 DisplayInfo CapturePipeline::chosenDisplay(std::uint32_t displayID) const
@@ -116,23 +150,13 @@ void CapturePipeline::startSystemAudio(const CaptureEvents& events)
                           .onWarning = events.onSystemAudioWarning});
 }
 
-void CapturePipeline::startMicrophone(const CaptureSettings& settings, const CaptureEvents& events,
-                                      CaptureReport& report)
+void CapturePipeline::startMicrophone(const QString& id, const CaptureEvents& events)
 {
-    if (!settings.capturesMicrophone) {
-        return;
-    }
     m_mic.onLevel = events.onMicLevel;
-    m_mic.onWarning = events.onMicWarning;
-    try {
-        m_mic.start(settings.microphoneID);
-        report.isMicActive = true;
-    } catch (const PlatformError& error) {
-        report.micWarning = T("Mikrofon başlatılamadı: {0}", error.message());
-    } catch (const std::exception& error) {
-        // A microphone failure of any kind never ends a recording.
-        report.micWarning = T("Mikrofon başlatılamadı: {0}", QString::fromLocal8Bit(error.what()));
-    }
+    m_mic.onWarning = [onMicWarning = events.onMicWarning](const std::optional<QString>& warning) {
+        onMicWarning(warning ? std::optional(T("Mikrofon başlatılamadı: {0}", *warning)) : std::nullopt);
+    };
+    m_mic.start(id);
 }
 
 void CapturePipeline::stop() noexcept

@@ -4,6 +4,7 @@
 #include "base/tasks/SerialQueue.h"
 #include "capture/buffer/ReplayBuffer.h"
 #include "capture/mic/MicCapture.h"
+#include "capture/recorder/EncoderWatch.h"
 #include "capture/settings/CaptureSettings.h"
 #include "media/codec/VideoEncoder.h"
 #include "platform/Platform.h"
@@ -17,10 +18,10 @@
 namespace quelto {
 
 struct CaptureEvents {
-    /// The screen is gone; with a translated message.
+    /// The screen is gone, or no encoder works any more; with a translated message.
     std::function<void(QString)> onStopped;
     std::function<void(float)> onMicLevel;
-    /// A problem with a running audio source, or nothing when it is resolved.
+    /// After each start, and whenever it changes, the problem with an audio source; nothing if it works.
     std::function<void(std::optional<QString>)> onMicWarning;
     std::function<void(std::optional<QString>)> onSystemAudioWarning;
 };
@@ -31,8 +32,6 @@ struct CaptureReport {
     int bitsPerSecond = 0;
     int framesPerSecond = 0;
     VideoCodec codec = VideoCodec::h264;
-    bool isMicActive = false;
-    std::optional<QString> micWarning;
 };
 
 /// The running parts of one capture session: screen to encoder to buffer, and audio sources to buffer.
@@ -40,6 +39,9 @@ struct CaptureReport {
 /// Frames go from the frame source's thread to the queue "quelto.video", which owns the encoder. The frame source's
 /// pool limits how many can wait: when the encoder falls behind, whole frames are skipped before any work is spent on
 /// them. Audio goes from its source's thread directly into the buffer.
+///
+/// An encoder that outputs nothing for three seconds is replaced once, by one in software. The buffer then starts
+/// again, because a clip cannot contain frames of two encoders.
 ///
 /// Thread: start and stop from one queue. Events come on the sources' threads, none after stop() has returned.
 class CapturePipeline {
@@ -52,26 +54,31 @@ public:
     CapturePipeline(const CapturePipeline&) = delete;
     CapturePipeline& operator=(const CapturePipeline&) = delete;
 
-    /// Empties the buffer and starts filling it. A microphone failure is a warning in the report. Errors:
-    /// RecorderError, PlatformError; call stop() after an error too.
-    CaptureReport start(const CaptureSettings& settings, int bufferSeconds, const CaptureEvents& events);
+    /// Empties the buffer and starts filling it. A problem with an audio source is an event. Errors: RecorderError,
+    /// PlatformError; call stop() after an error too.
+    CaptureReport start(const CaptureSettings& settings, const CaptureEvents& events);
     /// Stops everything and empties the buffer. Never fails.
     void stop() noexcept;
 
 private:
+    std::unique_ptr<VideoEncoder> openEncoder(const EncoderRequest& request);
     void encode(VideoFramePtr frame);
+    void replaceEncoder();
     void repeatIfStill(std::uint64_t picture);
     DisplayInfo chosenDisplay(std::uint32_t displayID) const;
     void startSystemAudio(const CaptureEvents& events);
-    void startMicrophone(const CaptureSettings& settings, const CaptureEvents& events, CaptureReport& report);
+    void startMicrophone(const QString& id, const CaptureEvents& events);
 
     Platform& m_platform;
     ReplayBuffer& m_buffer;
     OpenEncoder m_openEncoder;
     MicCapture m_mic;
     std::unique_ptr<AudioSource> m_systemAudio;
-    // Owned by the video queue.
+    // Owned by the video queue, apart from the start.
+    EncoderRequest m_encoderRequest;
     std::unique_ptr<VideoEncoder> m_encoder;
+    EncoderWatch m_encoderWatch;
+    std::function<void(QString)> m_onEncoderFailed;
     VideoFramePtr m_lastPicture;
     std::uint64_t m_pictures = 0;
     SerialQueue m_videoQueue;

@@ -78,24 +78,27 @@ void Recorder::start()
 void Recorder::buildSession()
 {
     const auto session = ++m_session;
-    m_hasMicEvent = false;
-    m_dependencies.session.post([this, session, settings = CaptureSettings::of(m_dependencies.settings),
-                                 seconds = bufferSeconds(m_dependencies.settings), events = eventsOf(session)] {
-        QString message;
-        try {
-            const auto report = m_pipeline.start(settings, seconds, events);
-            onMainIn(session, [this, report, settings] { captureStarted(report, settings); });
-            return;
-        } catch (const RecorderError& error) {
-            message = error.message();
-        } catch (const PlatformError& error) {
-            message = error.message();
-        } catch (const std::exception& error) {
-            message = QString::fromUtf8(error.what());
-        }
-        m_pipeline.stop();
-        onMainIn(session, [this, message] { captureFailed(message); });
-    });
+    m_systemAudioWarning.reset();
+    publishMic(false, std::nullopt);
+    // Here and not on the session queue: by the time that an encoder has opened, a newer window may be set.
+    m_buffer.configure(bufferSeconds(m_dependencies.settings));
+    m_dependencies.session.post(
+        [this, session, settings = CaptureSettings::of(m_dependencies.settings), events = eventsOf(session)] {
+            QString message;
+            try {
+                const auto report = m_pipeline.start(settings, events);
+                onMainIn(session, [this, report, settings] { captureStarted(report, settings); });
+                return;
+            } catch (const RecorderError& error) {
+                message = error.message();
+            } catch (const PlatformError& error) {
+                message = error.message();
+            } catch (const std::exception& error) {
+                message = QString::fromUtf8(error.what());
+            }
+            m_pipeline.stop();
+            onMainIn(session, [this, message] { captureFailed(message); });
+        });
 }
 
 void Recorder::captureStarted(const CaptureReport& report, const CaptureSettings& settings)
@@ -108,15 +111,12 @@ void Recorder::captureStarted(const CaptureReport& report, const CaptureSettings
     m_runningSignature = settings.captureSignature();
     m_captureSummary = summaryOf(report);
     Q_EMIT captureSummaryChanged();
-    if (!m_hasMicEvent) {
-        publishMic(report.isMicActive, report.micWarning);
-    }
     setState({.kind = CaptureState::Recording});
 }
 
 void Recorder::captureFailed(const QString& message)
 {
-    publishMic(false, m_micWarning);
+    endAudio();
     setState({.kind = CaptureState::Error, .message = message});
 }
 
@@ -164,10 +164,7 @@ void Recorder::teardown(Task then)
         m_pipeline.stop();
         onMainIn(session, [this, then] {
             m_runningSignature.reset();
-            m_systemAudioWarning.reset();
-            m_micLevel = 0;
-            Q_EMIT micLevelChanged();
-            publishMic(false, m_micWarning);
+            endAudio();
             then();
         });
     });
@@ -209,10 +206,7 @@ CaptureEvents Recorder::eventsOf(std::uint64_t session)
             },
         .onMicWarning =
             [this, session](const std::optional<QString>& warning) {
-                onMainIn(session, [this, warning] {
-                    m_hasMicEvent = true;
-                    publishMic(!warning, warning);
-                });
+                onMainIn(session, [this, warning] { publishMic(!warning, warning); });
             },
         .onSystemAudioWarning =
             [this, session](const std::optional<QString>& warning) {
@@ -228,6 +222,14 @@ void Recorder::publishMic(bool isActive, std::optional<QString> warning)
     m_isMicActive = isActive;
     m_micWarning = std::move(warning);
     Q_EMIT micChanged();
+}
+
+void Recorder::endAudio()
+{
+    m_systemAudioWarning.reset();
+    m_micLevel = 0;
+    Q_EMIT micLevelChanged();
+    publishMic(false, m_micWarning);
 }
 
 void Recorder::setState(const RecorderState& state)

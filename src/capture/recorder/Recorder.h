@@ -89,7 +89,8 @@ Q_SIGNALS:
     void micLevelChanged();
     void micChanged();
     void clipSaved(const quelto::SavedClip& clip);
-    void saveFailed(const QString& message);
+    /// With the translated texts of a RecorderError.
+    void saveFailed(const QString& message, const QString& reason);
 
 private:
     void setState(const RecorderState& state);
@@ -104,6 +105,8 @@ private:
     void updateBufferSize();
     CaptureEvents eventsOf(std::uint64_t session);
     void publishMic(bool isActive, std::optional<QString> warning);
+    /// For a session that has ended. The warning of the microphone stays visible.
+    void endAudio();
     /// Runs the task on the main thread, unless this object is destroyed first.
     void onMain(HostDuration delay, Task task);
     /// The same, but not if another session has been requested by then.
@@ -117,8 +120,6 @@ private:
     bool m_isMicActive = false;
     std::optional<QString> m_micWarning;
     std::optional<QString> m_systemAudioWarning;
-    /// The microphone reported its state since the session began; this is newer than the report of the start.
-    bool m_hasMicEvent = false;
     std::optional<QString> m_runningSignature;
     /// The number of the current session. Results of earlier sessions are ignored.
     std::uint64_t m_session = 0;

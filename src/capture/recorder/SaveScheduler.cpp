@@ -2,6 +2,7 @@
 #include "capture/recorder/SaveScheduler.h"
 
 #include "base/language/T.h"
+#include "base/memory/FreeMemory.h"
 #include "capture/clip/RecorderError.h"
 #include "capture/settings/CaptureSettings.h"
 #include "library/naming/ClipMeta.h"
@@ -22,8 +23,6 @@ constexpr milliseconds RetryInterval{500};
 // From the start of recording to the saves that waited for it.
 constexpr milliseconds FlushDelay{1000};
 constexpr int LastRetriedAttempt = 5;
-// A real match causes a few per minute. The limit keeps a faulty watcher from filling the disk.
-constexpr qsizetype MaxWaitingMoments = 20;
 
 bool hasKeyframe(const EncodedFrames& video)
 {
@@ -43,9 +42,7 @@ void SaveScheduler::saveClip()
     if (m_state == CaptureState::Idle || m_state == CaptureState::Error) {
         return;
     }
-    // Before the application's name is looked up, which may read from disk.
-    const auto pressed = m_dependencies.clock();
-    dispatch({.seconds = m_dependencies.settings.clipLength(), .game = frontApplicationName()}, pressed);
+    dispatch({.seconds = m_dependencies.settings.clipLength(), .game = frontApplicationName()}, m_dependencies.clock());
 }
 
 QString SaveScheduler::frontApplicationName() const
@@ -59,9 +56,6 @@ QString SaveScheduler::frontApplicationName() const
 
 void SaveScheduler::saveAutoClip(const Moment& moment, const QString& game)
 {
-    if (m_waiting + m_pending.size() >= MaxWaitingMoments) {
-        return;
-    }
     dispatch({.seconds = std::min(bufferSeconds(m_dependencies.settings), moment.seconds),
               .game = game,
               .suffix = momentSuffix(moment.tier, moment.score, moment.label),
@@ -109,7 +103,11 @@ void SaveScheduler::schedule(const Request& request, HostTime endTime, int attem
                        .folder = m_dependencies.settings.saveFolder(),
                        .systemGain = static_cast<float>(m_dependencies.settings.systemVolume()),
                        .micGain = static_cast<float>(m_dependencies.settings.micVolume())};
-    m_dependencies.work.postAfter(SaveDelay, [this, planned] { save(planned); });
+    m_dependencies.work.postAfter(SaveDelay, [this, planned] {
+        save(planned);
+        // What the threads of a save freed would otherwise stay, and grow with the number of saves.
+        returnFreeMemory();
+    });
 }
 
 void SaveScheduler::save(const Save& save)
@@ -119,7 +117,7 @@ void SaveScheduler::save(const Save& save)
         onMain(RetryInterval, [this, save] { retry(save); });
         return;
     }
-    QString message;
+    std::optional<RecorderError> failure;
     try {
         auto clip = m_dependencies.write({.snapshot = std::move(snapshot),
                                           .systemGain = save.systemGain,
@@ -139,14 +137,14 @@ void SaveScheduler::save(const Save& save)
         });
         return;
     } catch (const RecorderError& error) {
-        message = error.message();
+        failure = error;
     } catch (const std::exception& error) {
         // For example out of memory. The next request must still be served.
-        message = RecorderError::writer(QString::fromUtf8(error.what())).message();
+        failure = RecorderError::writer(QString::fromUtf8(error.what()));
     }
-    onMain({}, [this, message] {
+    onMain({}, [this, failure = *failure] {
         setSaving(false);
-        Q_EMIT saveFailed(message);
+        Q_EMIT saveFailed(failure.message(), failure.reason());
     });
 }
 

@@ -29,7 +29,7 @@ class SaveScheduler : public QObject {
 public:
     using Clock = std::function<HostTime()>;
     /// Writes the clip. Errors: RecorderError.
-    using Write = std::function<SavedClip(const ClipRequest&)>;
+    using Write = std::function<SavedClip(ClipRequest)>;
 
     struct Dependencies {
         const AppSettings& settings;
@@ -49,8 +49,7 @@ public:
 
     /// Saves the last seconds, named after the front application.
     void saveClip();
-    /// Saves a clip for a moment, as long as the moment asks for, at most the buffer's length. Ignored while 20
-    /// requests wait.
+    /// Saves a clip for a moment, as long as the moment asks for, at most the buffer's length.
     void saveAutoClip(const Moment& moment, const QString& game);
 
     /// Tells the session's state. Reaching Recording releases the requests that wait for it; leaving Starting in any
@@ -61,8 +60,8 @@ Q_SIGNALS:
     void isSavingChanged();
     /// Emitted after isSaving has become false.
     void clipSaved(const quelto::SavedClip& clip);
-    /// With a translated message; emitted after isSaving has become false.
-    void saveFailed(const QString& message);
+    /// With the translated texts of a RecorderError; emitted after isSaving has become false.
+    void saveFailed(const QString& message, const QString& reason);
 
 private:
     /// What is fixed at the time of the request.

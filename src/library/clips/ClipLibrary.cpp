@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/ClipLibrary.h"
 
+#include "base/files/FileName.h"
+#include "base/files/FileStat.h"
 #include "base/files/RenameToFreeName.h"
+#include "library/naming/ClipGame.h"
 #include "library/naming/ClipMeta.h"
 #include "library/naming/ClipName.h"
 
@@ -25,8 +28,8 @@ constexpr std::chrono::milliseconds QuietTime{400};
 /// sidecar would be lost.
 bool isTooLongForSidecar(const QString& oldPath, const QString& newPath)
 {
-    const auto name = QFile::encodeName(QFileInfo(ClipMeta::pathFor(newPath)).fileName());
-    return name.size() > NAME_MAX && QFile::exists(ClipMeta::pathFor(oldPath));
+    const auto name = encodeFileName(QFileInfo(ClipMeta::pathFor(newPath)).fileName());
+    return name.size() > NAME_MAX && tryFileStat(AT_FDCWD, encodeFileName(ClipMeta::pathFor(oldPath)).constData());
 }
 
 } // namespace
@@ -48,34 +51,6 @@ struct ClipLibrary::FolderScan {
         }
         list = scanClips(folder, list);
     }
-};
-
-/// Posts to the main queue until the library is destroyed. A scan may finish later, when the main queue no longer
-/// exists.
-class ClipLibrary::DetachableQueue {
-public:
-    explicit DetachableQueue(TaskQueue& queue)
-        : m_queue(&queue)
-    {
-    }
-
-    void post(Task task)
-    {
-        const std::scoped_lock guard(m_lock);
-        if (m_queue != nullptr) {
-            m_queue->post(std::move(task));
-        }
-    }
-
-    void detach()
-    {
-        const std::scoped_lock guard(m_lock);
-        m_queue = nullptr;
-    }
-
-private:
-    std::mutex m_lock;
-    TaskQueue* m_queue;
 };
 
 ClipLibrary::ClipLibrary(Dependencies dependencies, QObject* parent)
@@ -104,7 +79,7 @@ ClipLibrary::~ClipLibrary()
 
 void ClipLibrary::followFolder()
 {
-    const auto folder = QDir(m_dependencies.settings.saveFolder()).absolutePath();
+    const auto folder = m_dependencies.settings.saveFolder();
     if (folder == m_folder) {
         return;
     }
@@ -122,13 +97,16 @@ void ClipLibrary::renewWatch()
 
 QList<GameCount> ClipLibrary::games() const
 {
-    QHash<QString, qsizetype> counts;
+    const auto other = ClipGame::none().title();
+    QHash<QString, GameCount> counts;
     for (const auto& clip : clips()) {
-        ++counts[clip.game];
+        auto& game = counts[clip.game];
+        ++game.count;
+        game.isOther = game.isOther || (clip.game == other && !clip.hasOwnGame());
     }
     QList<GameCount> games;
     for (auto each = counts.cbegin(); each != counts.cend(); ++each) {
-        games.append({.name = each.key(), .count = each.value()});
+        games.append({.name = each.key(), .count = each.value().count, .isOther = each.value().isOther});
     }
     std::ranges::sort(games, [](const GameCount& left, const GameCount& right) {
         return left.count != right.count ? left.count > right.count : left.name < right.name;
@@ -223,8 +201,7 @@ std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
     }
     const auto path = file.path() + u'/' + *name;
     if (isTooLongForSidecar(clip.path, path) ||
-        renameToFreeName(AT_FDCWD, QFile::encodeName(clip.path).constData(), QFile::encodeName(path).constData()) !=
-            0) {
+        renameToFreeName(AT_FDCWD, encodeFileName(clip.path).constData(), encodeFileName(path).constData()) != 0) {
         return std::nullopt;
     }
     ClipMeta::move(clip.path, path);

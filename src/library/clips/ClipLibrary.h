@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/settings/AppSettings.h"
-#include "base/tasks/TaskQueue.h"
+#include "base/tasks/DetachableQueue.h"
 #include "library/clips/ClipScan.h"
 #include "library/clips/FolderWatch.h"
 #include "library/naming/Clip.h"
@@ -16,9 +16,12 @@
 
 namespace quelto {
 
+/// The clips that are listed under one name.
 struct GameCount {
     QString name;
     qsizetype count = 0;
+    /// Whether the name stands for clips whose file names hold no game.
+    bool isOther = false;
 
     bool operator==(const GameCount&) const = default;
 };
@@ -75,7 +78,6 @@ Q_SIGNALS:
 
 private:
     struct FolderScan;
-    class DetachableQueue;
 
     void followFolder();
     void startScan();

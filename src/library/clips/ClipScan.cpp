@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/ClipScan.h"
 
+#include "base/files/FileName.h"
 #include "library/naming/ClipName.h"
 
-#include <QFile>
 #include <QHash>
 
 #include <cerrno>
@@ -24,7 +24,7 @@ using Directory = std::unique_ptr<DIR, DirectoryDeleter>;
 
 Directory openDirectory(const QString& path)
 {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int descriptor = ::open(encodeFileName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) {
         return nullptr;
     }
@@ -52,7 +52,7 @@ std::optional<Entry> readEntry(int folder, const QString& prefix, const dirent& 
     if (isMissing || (stat && !stat->isFile)) {
         return std::nullopt;
     }
-    return Entry{.path = prefix + QFile::decodeName(listed.d_name), .stat = stat};
+    return Entry{.path = prefix + decodeFileName(listed.d_name), .stat = stat};
 }
 
 qint64 creationTime(const Entry& entry)

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/clips/WatchedFolder.h"
 
+#include "base/files/FileName.h"
 #include "library/naming/ClipName.h"
-
-#include <QFile>
 
 #include <array>
 #include <climits>
@@ -40,7 +39,7 @@ WatchedFolder::WatchedFolder(const QString& path)
     : m_descriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
 {
     if (m_descriptor >= 0) {
-        watch(QFile::encodeName(path));
+        watch(encodeFileName(path));
     }
 }
 

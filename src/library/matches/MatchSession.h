@@ -17,6 +17,7 @@ struct MatchSession {
     QString game;
     /// Champion or hero; may be empty.
     QString hero;
+    /// In UTC, like the end, so that they stay the same instants when the time zone changes.
     QDateTime start;
     /// Set when the match is finished.
     std::optional<QDateTime> end;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/matches/MatchStore.h"
 
+#include "base/files/RenameToFreeName.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -11,7 +13,11 @@
 #include <QStandardPaths>
 #include <QTimeZone>
 
+#include <cerrno>
 #include <stdexcept>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace quelto {
 
@@ -43,7 +49,7 @@ QDateTime date(const QJsonValue& value)
     if (std::abs(seconds) > MaxSeconds) {
         throw InvalidEntry();
     }
-    return referenceDate().addMSecs(std::llround(seconds * 1000.0)).toLocalTime();
+    return referenceDate().addMSecs(std::llround(seconds * 1000.0));
 }
 
 QString text(const QJsonValue& value)
@@ -105,6 +111,66 @@ QJsonObject object(const MatchSession& session)
     return object;
 }
 
+enum class FileState {
+    missing,
+    readable,
+    /// The content is lost for this program: no permission, not a regular file, or too large.
+    unreadable,
+    /// The system cannot read it at present.
+    failed,
+};
+
+struct FileContent {
+    FileState state;
+    QByteArray bytes;
+};
+
+FileState stateAfterOpenError(int error)
+{
+    switch (error) {
+    case ENOENT:
+        return FileState::missing;
+    case EACCES:
+    case ENXIO: // A socket, or a device that does not exist.
+        return FileState::unreadable;
+    default:
+        return FileState::failed;
+    }
+}
+
+FileContent readFile(const QString& path)
+{
+    // Opening a pipe must not wait for its writer.
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (descriptor < 0) {
+        return {.state = stateAfterOpenError(errno), .bytes = {}};
+    }
+    QFile file;
+    file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    struct stat status { };
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > MatchStore::MaxSize) {
+        return {.state = FileState::unreadable, .bytes = {}};
+    }
+    const auto bytes = file.read(MatchStore::MaxSize);
+    const bool isRead = file.error() == QFileDevice::NoError;
+    return {.state = isRead ? FileState::readable : FileState::failed, .bytes = bytes};
+}
+
+/// Gives the file a free name, so that files that were set aside earlier are kept.
+bool setAside(const QString& path)
+{
+    constexpr int MaxNumber = 100;
+    const auto from = QFile::encodeName(path);
+    for (int number = 1; number <= MaxNumber; ++number) {
+        const auto suffix = number == 1 ? QString() : QStringLiteral("-%1").arg(number);
+        const auto to = QFile::encodeName(path + QStringLiteral(".unreadable") + suffix);
+        if (const auto error = renameToFreeName(AT_FDCWD, from.constData(), to.constData()); error != EEXIST) {
+            return error == 0;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 QByteArray encodedMatches(const QList<MatchSession>& sessions)
@@ -146,24 +212,23 @@ MatchStore::MatchStore(QString path)
 {
 }
 
-QList<MatchSession> MatchStore::load() const
+QList<MatchSession> MatchStore::load()
 {
-    QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
+    const auto content = readFile(m_path);
+    if (content.state == FileState::readable) {
+        if (const auto sessions = decodedMatches(content.bytes)) {
+            return *sessions;
+        }
     }
-    if (const auto sessions = decodedMatches(file.readAll())) {
-        return *sessions;
-    }
-    file.close();
-    const auto backup = m_path + QStringLiteral(".unreadable");
-    QFile::remove(backup);
-    QFile::rename(m_path, backup);
+    m_isWritable = content.state == FileState::missing || (content.state != FileState::failed && setAside(m_path));
     return {};
 }
 
 void MatchStore::save(const QList<MatchSession>& sessions) const
 {
+    if (!m_isWritable) {
+        return;
+    }
     QDir().mkpath(QFileInfo(m_path).path());
     QSaveFile file(m_path);
     const auto json = encodedMatches(sessions.first(std::min(sessions.size(), MaxSessions)));

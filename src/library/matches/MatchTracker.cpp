@@ -14,8 +14,46 @@ constexpr std::chrono::seconds EndDelay{10};
 MatchTracker::MatchTracker(Dependencies dependencies, QObject* parent)
     : QObject(parent)
     , m_dependencies(std::move(dependencies))
-    , m_sessions(m_dependencies.store.load())
+    , m_store(std::make_shared<LoadedStore>(LoadedStore{.store = m_dependencies.store, .sessions = {}}))
+    , m_replies(std::make_shared<DetachableQueue>(m_dependencies.main))
 {
+    startLoading();
+}
+
+MatchTracker::~MatchTracker()
+{
+    m_replies->detach();
+}
+
+void MatchTracker::startLoading()
+{
+    m_dependencies.work.post([loaded = m_store, self = QPointer(this), replies = m_replies] {
+        loaded->sessions = loaded->store.load();
+        replies->post([stored = loaded->sessions, self] {
+            if (auto* const tracker = self.data()) {
+                tracker->finishLoading(stored);
+            }
+        });
+    });
+}
+
+void MatchTracker::finishLoading(const QList<MatchSession>& stored)
+{
+    m_isLoaded = true;
+    m_sessions += stored;
+    Q_EMIT sessionsChanged();
+    for (const auto& task : std::exchange(m_waitingTasks, {})) {
+        task();
+    }
+}
+
+void MatchTracker::whenLoaded(Task task)
+{
+    if (m_isLoaded) {
+        task();
+    } else {
+        m_waitingTasks.append(std::move(task));
+    }
 }
 
 std::optional<MatchSession> MatchTracker::session(const QUuid& id) const
@@ -93,38 +131,46 @@ void MatchTracker::finish()
 
 void MatchTracker::removeSession(const QUuid& id)
 {
-    m_sessions.removeIf([&id](const MatchSession& each) { return each.id == id; });
-    persist();
+    whenLoaded([this, id] {
+        m_sessions.removeIf([&id](const MatchSession& each) { return each.id == id; });
+        persist();
+    });
 }
 
 void MatchTracker::deleteSession(const QUuid& id, WithClips withClips)
 {
-    const auto found = session(id);
-    if (!found) {
-        return;
-    }
-    if (withClips == WithClips::yes) {
-        m_dependencies.library.trash(found->clipFiles());
-    }
-    Q_EMIT sessionAboutToBeRemoved(id);
-    removeSession(id);
+    whenLoaded([this, id, withClips] {
+        const auto found = session(id);
+        if (!found) {
+            return;
+        }
+        if (withClips == WithClips::yes) {
+            m_dependencies.library.trash(found->clipFiles());
+        }
+        Q_EMIT sessionAboutToBeRemoved(id);
+        removeSession(id);
+    });
 }
 
 void MatchTracker::deleteClips(const QStringList& paths, const QUuid& id)
 {
     m_dependencies.library.trash(paths);
-    const auto found = std::ranges::find(m_sessions, id, &MatchSession::id);
-    if (found == m_sessions.end()) {
-        return;
-    }
-    found->clips.removeIf([&paths](const QString& each) { return paths.contains(each); });
-    persist();
+    whenLoaded([this, paths, id] {
+        const auto found = std::ranges::find(m_sessions, id, &MatchSession::id);
+        if (found == m_sessions.end()) {
+            return;
+        }
+        found->clips.removeIf([&paths](const QString& each) { return paths.contains(each); });
+        persist();
+    });
 }
 
 void MatchTracker::persist()
 {
     // MatchStore limits the file only; all matches of this process stay in memory.
-    m_dependencies.store.save(m_sessions);
+    m_dependencies.work.post([loaded = m_store, sessions = m_sessions, isComplete = m_isLoaded] {
+        loaded->store.save(isComplete ? sessions : sessions + loaded->sessions);
+    });
     Q_EMIT sessionsChanged();
 }
 

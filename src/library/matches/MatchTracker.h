@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/tasks/TaskQueue.h"
+#include "base/tasks/DetachableQueue.h"
 #include "library/clips/ClipLibrary.h"
 #include "library/matches/MatchNotification.h"
 #include "library/matches/MatchSession.h"
@@ -11,6 +11,7 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace quelto {
@@ -31,13 +32,20 @@ public:
     struct Dependencies {
         ClipLibrary& library;
         TaskQueue& main;
+        /// Reads and writes the store. Its tasks own their data and may finish after everything else is gone.
+        TaskQueue& work;
         MatchStore store;
-        Clock now = [] { return QDateTime::currentDateTime(); };
+        Clock now = [] { return QDateTime::currentDateTimeUtc(); };
     };
 
-    /// Loads the store.
+    /// Starts to load the store. Matches may be played before it is loaded; deletions wait until then.
     explicit MatchTracker(Dependencies dependencies, QObject* parent = nullptr);
+    ~MatchTracker() override;
+    MatchTracker(const MatchTracker&) = delete;
+    MatchTracker& operator=(const MatchTracker&) = delete;
 
+    /// Whether the store is loaded. Until then only the matches finished since the start are listed.
+    bool isLoaded() const { return m_isLoaded; }
     /// Finished matches, newest first.
     const QList<MatchSession>& sessions() const { return m_sessions; }
     /// The running match.
@@ -63,6 +71,7 @@ public:
     void deleteClips(const QStringList& paths, const QUuid& id);
 
 Q_SIGNALS:
+    /// Emitted also when the store is loaded.
     void sessionsChanged();
     void currentChanged();
     /// A match with clips ended and is stored.
@@ -71,10 +80,23 @@ Q_SIGNALS:
     void sessionAboutToBeRemoved(const QUuid& id);
 
 private:
+    /// The store and the matches that were loaded from it. Used on the work queue only.
+    struct LoadedStore {
+        MatchStore store;
+        QList<MatchSession> sessions;
+    };
+
+    void startLoading();
+    void finishLoading(const QList<MatchSession>& stored);
+    void whenLoaded(Task task);
     void finish();
     void persist();
 
     Dependencies m_dependencies;
+    std::shared_ptr<LoadedStore> m_store;
+    std::shared_ptr<DetachableQueue> m_replies;
+    bool m_isLoaded = false;
+    QList<Task> m_waitingTasks;
     QList<MatchSession> m_sessions;
     std::optional<MatchSession> m_current;
     /// Incremented by each scheduled or cancelled end, so that only the latest scheduled one takes effect.

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/Clip.h"
 
+#include "base/files/FileName.h"
 #include "base/language/L10n.h"
 #include "base/language/T.h"
+#include "library/naming/ClipGame.h"
 #include "library/naming/ClipName.h"
-
-#include <QFile>
 
 #include <fcntl.h>
 
@@ -23,18 +23,18 @@ QStringView fileNameOf(QStringView path)
 } // namespace
 
 Clip::Clip(const QString& filePath)
-    : Clip(filePath, tryFileStat(AT_FDCWD, QFile::encodeName(filePath).constData()))
+    : Clip(filePath, tryFileStat(AT_FDCWD, encodeFileName(filePath).constData()))
 {
 }
 
 Clip::Clip(const QString& filePath, const std::optional<FileStat>& stat)
     : path(filePath)
-    , date(stat ? QDateTime::fromMSecsSinceEpoch(stat->createdAt / NanosecondsPerMillisecond)
-                : QDateTime::currentDateTime())
+    , date(stat ? QDateTime::fromMSecsSinceEpoch(stat->createdAt / NanosecondsPerMillisecond, Qt::UTC)
+                : QDateTime::currentDateTimeUtc())
     , size(stat ? stat->size : 0)
 {
-    const auto name = parseClipFileName(fileNameOf(path));
-    game = name.game ? *name.game : T("Diğer");
+    const auto name = parseClipFileName(displayFileName(fileNameOf(path).toString()));
+    game = name.game ? *name.game : ClipGame::none().title();
     title = name.title;
     if (name.moment) {
         autoTier = name.moment->tier;
@@ -59,9 +59,16 @@ QString Clip::displayTitle() const
         return *autoLabel;
     }
     if (const auto length = dateLength(title); length > 0) {
-        return T("{0} klibi", game) + title.mid(length);
+        // The language may have changed since the clip was read.
+        return T("{0} klibi", hasOwnGame() ? game : ClipGame::none().title()) + title.mid(length);
     }
     return title;
+}
+
+QString Clip::visibleTitle() const
+{
+    const auto shown = displayTitle();
+    return shown.trimmed().isEmpty() ? fileNameOf(path).toString() : shown;
 }
 
 bool Clip::isTall() const

@@ -22,8 +22,8 @@ struct Clip {
     QString path;
     QString game;
     QString title;
-    /// The creation time. A copy on another disk keeps its date, because an earlier modification time counts. The
-    /// current time if the file system gives none.
+    /// The creation time, in UTC, so that it stays the same instant when the time zone changes. A copy on another disk
+    /// keeps its date, because an earlier modification time counts. The current time if the file system gives none.
     QDateTime date;
     /// Units: bytes. 0 if the file system gives none.
     qint64 size = 0;
@@ -40,11 +40,13 @@ struct Clip {
     bool hasDefaultTitle() const;
     /// The title for lists: the moment's label, "GAME clip" for a default title, or the user's title.
     QString displayTitle() const;
+    /// The title on screens: displayTitle(), or the file's name if that is blank, as for "a - .mp4".
+    QString visibleTitle() const;
     /// Whether the picture is in portrait format, by the mark that the aspect export writes into the name.
     bool isTall() const;
     /// In decimal units and the language's number format: "12,4 MB".
     QString sizeText() const;
-    /// Hour and minute in the language's format.
+    /// Hour and minute in the current time zone and the language's format.
     QString timeText() const;
 };
 

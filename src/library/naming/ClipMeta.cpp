@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipMeta.h"
 
+#include "base/files/AtomicFile.h"
+#include "base/files/FileName.h"
+#include "base/files/RenameToFreeName.h"
+#include "base/files/RetryOnInterrupt.h"
 #include "library/naming/ClipName.h"
 
 #include <QFile>
@@ -10,6 +14,10 @@
 #include <QJsonObject>
 
 #include <stdexcept>
+#include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace quelto {
 
@@ -60,6 +68,13 @@ QList<ClipMeta::Event> eventsIn(const QJsonValue& value)
     return events;
 }
 
+bool openForReading(const QString& path, QFile& file)
+{
+    const int descriptor =
+        retryOnInterrupt([&] { return ::open(encodeFileName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); });
+    return descriptor >= 0 && file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+}
+
 template <typename Value> void put(QJsonObject& object, const QString& key, const std::optional<Value>& value)
 {
     if (value) {
@@ -88,8 +103,8 @@ QString ClipMeta::pathFor(const QString& clipPath)
 
 std::optional<ClipMeta> ClipMeta::load(const QString& clipPath)
 {
-    QFile file(pathFor(clipPath));
-    if (!file.open(QIODevice::ReadOnly) || file.size() > MaxSidecarBytes) {
+    QFile file;
+    if (!openForReading(pathFor(clipPath), file) || file.size() > MaxSidecarBytes) {
         return std::nullopt;
     }
     const auto object = QJsonDocument::fromJson(file.readAll()).object();
@@ -106,12 +121,13 @@ std::optional<ClipMeta> ClipMeta::load(const QString& clipPath)
 
 void ClipMeta::move(const QString& oldClipPath, const QString& newClipPath)
 {
-    QFile::rename(pathFor(oldClipPath), pathFor(newClipPath));
+    renameToFreeName(AT_FDCWD, encodeFileName(pathFor(oldClipPath)).constData(),
+                     encodeFileName(pathFor(newClipPath)).constData());
 }
 
 void ClipMeta::remove(const QString& clipPath)
 {
-    QFile::remove(pathFor(clipPath));
+    ::unlink(encodeFileName(pathFor(clipPath)).constData());
 }
 
 void ClipMeta::save(const QString& clipPath) const
@@ -127,9 +143,15 @@ void ClipMeta::save(const QString& clipPath) const
     }
     object.insert(QStringLiteral("events"), list);
 
-    QFile file(pathFor(clipPath));
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    const auto json = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    const QFileInfo sidecar(pathFor(clipPath));
+    try {
+        AtomicFile file(sidecar.path());
+        file.write(std::as_bytes(std::span(json)));
+        file.flush();
+        file.publish(sidecar.fileName());
+    } catch (const std::system_error&) {
+        // The clip is complete without its sidecar.
     }
 }
 

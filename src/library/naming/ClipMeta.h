@@ -40,6 +40,7 @@ struct ClipMeta {
     static std::optional<ClipMeta> load(const QString& clipPath);
     static void move(const QString& oldClipPath, const QString& newClipPath);
     static void remove(const QString& clipPath);
+    /// Replaces the sidecar as a whole. After a failure the previous one is unchanged.
     void save(const QString& clipPath) const;
 };
 

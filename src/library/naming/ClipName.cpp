@@ -18,8 +18,28 @@ QString withoutPathCharacters(QString text)
 
 QString sanitised(const QString& text)
 {
-    // No file system accepts a zero byte.
-    return withoutPathCharacters(text).remove(QChar(u'\0'));
+    return withoutPathCharacters(text).removeIf([](QChar each) { return each.category() == QChar::Other_Control; });
+}
+
+/// Leading dots would hide the file, also from the library.
+QString withoutLeadingDots(const QString& text)
+{
+    const auto first = std::ranges::find_if(text, [](QChar each) { return each != u'.'; });
+    const auto rest = text.sliced(first - text.begin());
+    return rest.isEmpty() && !text.isEmpty() ? QStringLiteral("-") : rest;
+}
+
+QString sanitisedGame(const QString& game)
+{
+    return withoutLeadingDots(sanitised(game));
+}
+
+/// Replaces what FAT, exFAT and NTFS reject and sanitised() keeps.
+void makePortable(QString& text)
+{
+    constexpr QStringView Rejected = u"?*\"<>|\\";
+    std::ranges::replace_if(
+        text, [Rejected](QChar each) { return Rejected.contains(each); }, u'-');
 }
 
 /// Removes whole characters from the end until the text is the given number of bytes shorter, or empty.
@@ -76,12 +96,12 @@ std::optional<MomentMark> firstMomentMark(QStringView title)
 
 QString clipFileStem(const QString& game, const QDateTime& date)
 {
-    return sanitised(game).append(Separator).append(date.toString(QStringLiteral("yyyy-MM-dd HH.mm.ss")));
+    return sanitisedGame(game).append(Separator).append(date.toString(QStringLiteral("yyyy-MM-dd HH.mm.ss")));
 }
 
 QString clipFileName(const ClipNameParts& parts, int mark)
 {
-    auto game = parts.game;
+    auto game = sanitisedGame(parts.game);
     auto suffix = sanitised(parts.suffix.value_or(QString()));
     const auto name = [&] {
         return clipFileStem(game, parts.date) + (mark > 1 ? QStringLiteral(" (%1)").arg(mark) : QString()) +
@@ -95,6 +115,15 @@ QString clipFileName(const ClipNameParts& parts, int mark)
         game = shortenedBy(game, excess());
     }
     return name();
+}
+
+ClipNameParts portableClipNameParts(ClipNameParts parts)
+{
+    makePortable(parts.game);
+    if (parts.suffix) {
+        makePortable(*parts.suffix);
+    }
+    return parts;
 }
 
 QString momentSuffix(ClipTier tier, qint64 score, const QString& label)

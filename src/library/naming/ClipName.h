@@ -23,6 +23,8 @@ struct ClipNameParts {
     QDateTime date;
     /// The result of momentSuffix; none for a clip that the user saved.
     std::optional<QString> suffix;
+
+    bool operator==(const ClipNameParts&) const = default;
 };
 
 /// The tier, score and label that an automatic clip carries in its name.
@@ -40,7 +42,8 @@ struct ParsedClipName {
     std::optional<MomentMark> moment;
 };
 
-/// The sanitised game, " - " and the date.
+/// The sanitised game, " - " and the date. A sanitised text has "-" in place of "/" and ":", and no control characters.
+/// A sanitised game has no leading dots, which would hide the file.
 QString clipFileStem(const QString& game, const QDateTime& date);
 
 /// The whole name with the extension "mp4". From mark 2 on, " (mark)" stands between date and suffix.
@@ -48,6 +51,9 @@ QString clipFileStem(const QString& game, const QDateTime& date);
 /// Shortens a name that is too long for a file system: first the end of the suffix, then the end of the game, never
 /// within a character. The sidecar's name, which is longer, fits as well.
 QString clipFileName(const ClipNameParts& parts, int mark = 1);
+
+/// The parts with "-" in place of each character that FAT, exFAT and NTFS reject.
+ClipNameParts portableClipNameParts(ClipNameParts parts);
 
 /// "[TIER SCORE] LABEL", the suffix of an automatic clip.
 QString momentSuffix(ClipTier tier, qint64 score, const QString& label);

@@ -45,12 +45,12 @@ constexpr std::array X265Options{
 using enum VideoCodec;
 
 constexpr std::array Candidates{
-    EncoderCandidate{h264, "h264_nvenc", FrameInput::nv12, EncoderProof::encodesFrame, NvencOptions},
-    EncoderCandidate{hevc, "hevc_nvenc", FrameInput::nv12, EncoderProof::encodesFrame, NvencOptions},
-    EncoderCandidate{h264, "h264_vaapi", FrameInput::vaapi, EncoderProof::encodesFrame, VaapiOptions},
-    EncoderCandidate{hevc, "hevc_vaapi", FrameInput::vaapi, EncoderProof::encodesFrame, VaapiOptions},
-    EncoderCandidate{h264, "libx264", FrameInput::nv12, EncoderProof::opens, X264Options},
-    EncoderCandidate{hevc, "libx265", FrameInput::yuv420p, EncoderProof::opens, X265Options},
+    EncoderCandidate{h264, "h264_nvenc", FrameInput::nv12, EncoderKind::hardware, NvencOptions},
+    EncoderCandidate{hevc, "hevc_nvenc", FrameInput::nv12, EncoderKind::hardware, NvencOptions},
+    EncoderCandidate{h264, "h264_vaapi", FrameInput::vaapi, EncoderKind::hardware, VaapiOptions},
+    EncoderCandidate{hevc, "hevc_vaapi", FrameInput::vaapi, EncoderKind::hardware, VaapiOptions},
+    EncoderCandidate{h264, "libx264", FrameInput::nv12, EncoderKind::software, X264Options},
+    EncoderCandidate{hevc, "libx265", FrameInput::yuv420p, EncoderKind::software, X265Options},
 };
 
 } // namespace

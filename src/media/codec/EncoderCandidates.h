@@ -19,15 +19,15 @@ enum class FrameInput {
     vaapi,
 };
 
-/// How to verify that an encoder works. A hardware encoder may open and still fail, so it must encode a frame.
-enum class EncoderProof { opens, encodesFrame };
+/// A hardware encoder may open and still fail, so it must encode a frame before it is used.
+enum class EncoderKind { hardware, software };
 
 /// An encoder that may be available, and its private options.
 struct EncoderCandidate {
     VideoCodec codec = VideoCodec::h264;
     const char* name = nullptr;
     FrameInput input = FrameInput::nv12;
-    EncoderProof proof = EncoderProof::opens;
+    EncoderKind kind = EncoderKind::software;
     std::span<const std::pair<const char*, const char*>> options;
 };
 

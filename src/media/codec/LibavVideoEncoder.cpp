@@ -173,21 +173,21 @@ std::int64_t LibavVideoEncoder::nextPts(HostTime presentationTime)
     return m_lastPts;
 }
 
-void LibavVideoEncoder::encode(const VideoFrame& input)
+void LibavVideoEncoder::encode(const VideoFrame& input, HostTime presentationTime)
 {
     if (input.size != m_size || !input.luma || !input.chroma) {
         return;
     }
     try {
         auto frame = wrap(input);
-        frame->pts = nextPts(input.presentationTime);
-        const bool isKeyFrame = m_keyFramePolicy.isDue(input.presentationTime);
+        frame->pts = nextPts(presentationTime);
+        const bool isKeyFrame = m_keyFramePolicy.isDue(presentationTime);
         frame->pict_type = isKeyFrame ? AV_PICTURE_TYPE_I : AV_PICTURE_TYPE_NONE;
         const auto sent = m_upload ? m_upload->upload(*frame) : std::move(frame);
         ffmpeg::checked(avcodec_send_frame(m_context.get(), sent.get()));
-        m_pending.push_back({sent->pts, input.presentationTime});
+        m_pending.push_back({sent->pts, presentationTime});
         if (isKeyFrame) {
-            m_keyFramePolicy.recordKeyFrame(input.presentationTime);
+            m_keyFramePolicy.recordKeyFrame(presentationTime);
         }
         // Draining until the encoder needs more input releases all references to our memory.
         drain();

@@ -19,7 +19,7 @@ public:
     LibavVideoEncoder(const EncoderCandidate& candidate, const EncoderRequest& request, OnEncodedFrame onEncodedFrame);
     ~LibavVideoEncoder() override;
 
-    void encode(const VideoFrame& input) override;
+    void encode(const VideoFrame& input, HostTime presentationTime) override;
     bool hasPendingFrame() const override { return !m_pending.empty(); }
     void finish() noexcept override;
     QString name() const override;

@@ -14,11 +14,10 @@ bool encodesFrame(const EncoderCandidate& candidate, const EncoderRequest& reque
     LibavVideoEncoder trial(candidate, request, [&encoded](const EncodedFramePtr&) { ++encoded; });
     FramePool pool(request.size, 1);
     const auto frame = pool.tryAcquire();
-    frame->presentationTime = HostClock::now();
     const auto bytes = static_cast<std::size_t>(frame->stride) * static_cast<std::size_t>(request.size.height());
     std::fill_n(frame->luma, bytes, std::uint8_t{16});
     std::fill_n(frame->chroma, bytes / 2, std::uint8_t{128});
-    trial.encode(*frame);
+    trial.encode(*frame, HostClock::now());
     trial.finish();
     return encoded > 0;
 }
@@ -37,11 +36,12 @@ std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request,
         throw EncoderError(status);
     }
     for (const auto& candidate : encoderCandidates()) {
-        if (candidate.codec != request.codec) {
+        const bool isHardware = candidate.kind == EncoderKind::hardware;
+        if (candidate.codec != request.codec || (isHardware && request.choice == EncoderChoice::software)) {
             continue;
         }
         try {
-            if (candidate.proof == EncoderProof::encodesFrame && !encodesFrame(candidate, request)) {
+            if (isHardware && !encodesFrame(candidate, request)) {
                 continue;
             }
             return std::make_unique<LibavVideoEncoder>(candidate, request, onEncodedFrame);

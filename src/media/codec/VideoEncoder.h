@@ -12,12 +12,15 @@
 
 namespace quelto {
 
+enum class EncoderChoice { any, software };
+
 struct EncoderRequest {
     VideoCodec codec = VideoCodec::h264;
     QSize size;
     int framesPerSecond = 60;
     /// The average rate. Any one second may use up to 1.5 times as much.
     int bitsPerSecond = 0;
+    EncoderChoice choice = EncoderChoice::any;
 };
 
 /// No encoder could be opened. The status is the FFmpeg error code of the last candidate.
@@ -46,8 +49,9 @@ public:
 
     virtual ~VideoEncoder() = default;
 
-    /// A frame that cannot be encoded is dropped silently.
-    virtual void encode(const VideoFrame& frame) = 0;
+    /// Shows the frame at that time, which may differ from the frame's own. A frame that cannot be encoded is dropped
+    /// silently. The frame is not used after the call.
+    virtual void encode(const VideoFrame& frame, HostTime presentationTime) = 0;
     /// Whether the encoder holds a frame that it has not output: rate control may wait for the next frame to know the
     /// duration.
     virtual bool hasPendingFrame() const = 0;
@@ -57,7 +61,8 @@ public:
     virtual QString name() const = 0;
 };
 
-/// Opens the first working encoder: hardware encoders first, then software encoders. Errors: EncoderError.
+/// Opens the first working encoder that the request allows: hardware encoders first, then software encoders. Errors:
+/// EncoderError.
 std::unique_ptr<VideoEncoder> openVideoEncoder(const EncoderRequest& request,
                                                VideoEncoder::OnEncodedFrame onEncodedFrame);
 

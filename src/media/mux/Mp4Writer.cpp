@@ -128,23 +128,23 @@ std::int64_t ticksFromStart(HostTime time, HostTime start)
 
 /// A sample with its track time. Times that do not increase are moved up by a tick, since MP4 cannot store them.
 struct TimedSample {
-    const EncodedFrame* sample = nullptr;
+    EncodedFramePtr sample;
     std::int64_t time = 0;
 };
 
 /// Leaves out empty and oversized samples.
-std::vector<TimedSample> timedSamples(const Mp4Movie& movie)
+std::vector<TimedSample> timedSamples(Mp4Movie& movie)
 {
     std::vector<TimedSample> timed;
     timed.reserve(movie.video.size());
     const auto end = ticksFromStart(movie.end, movie.start);
-    for (const auto& sample : movie.video) {
+    for (auto& sample : std::exchange(movie.video, {})) {
         if (!sample || sample->data.empty() || sample->data.size() > std::numeric_limits<int>::max()) {
             continue;
         }
         const auto minTime = timed.empty() ? 0 : timed.back().time + 1;
-        timed.push_back(
-            {sample.get(), std::max(minTime, std::min(ticksFromStart(sample->presentationTime, movie.start), end))});
+        const auto time = std::max(minTime, std::min(ticksFromStart(sample->presentationTime, movie.start), end));
+        timed.push_back({std::move(sample), time});
     }
     return timed;
 }
@@ -173,9 +173,9 @@ std::int64_t maxIndexBytes(const std::vector<TimedSample>& video, const Mp4Movie
 
 class Writer {
 public:
-    Writer(const Mp4Movie& movie, AtomicFile& file)
-        : m_movie(movie)
-        , m_video(timedSamples(movie))
+    Writer(Mp4Movie movie, AtomicFile& file)
+        : m_movie(std::move(movie))
+        , m_video(timedSamples(m_movie))
         , m_io(file)
     {
         if (m_video.empty() || !m_video.front().sample->format ||
@@ -187,13 +187,12 @@ public:
         m_context.reset(context);
         m_context->pb = m_io.get();
         m_context->flags |= AVFMT_FLAG_CUSTOM_IO | AVFMT_FLAG_BITEXACT;
+        // By default every packet is written on its own, which leaves the buffer unused.
+        m_context->flush_packets = 0;
         addVideoTrack(*m_video.front().sample->format);
-        for (const auto& track : movie.audio) {
+        for (const auto& track : m_movie.audio) {
             addAudioTrack(track);
-        }
-        m_nextFrame.resize(movie.audio.size());
-        for (std::size_t i = 0; i < movie.audio.size(); ++i) {
-            m_nextFrame[i] = -movie.audio[i].encoderDelay;
+            m_nextFrame.push_back(-track.encoderDelay);
         }
     }
 
@@ -294,7 +293,8 @@ private:
 
     void writeSample(std::size_t index)
     {
-        const auto& [sample, time] = m_video[index];
+        const auto time = m_video[index].time;
+        const auto sample = std::move(m_video[index].sample);
         const auto next =
             index + 1 < m_video.size() ? m_video[index + 1].time : ticksFromStart(m_movie.end, m_movie.start);
         writePacket(sample->data, 0, time, std::max<std::int64_t>(next - time, 1),
@@ -318,7 +318,7 @@ private:
         }
     }
 
-    const Mp4Movie& m_movie;
+    Mp4Movie m_movie;
     std::vector<TimedSample> m_video;
     FileIo m_io;
     ffmpeg::OutputContext m_context;
@@ -328,10 +328,10 @@ private:
 
 } // namespace
 
-void writeMp4(const Mp4Movie& movie, AtomicFile& file)
+void writeMp4(Mp4Movie movie, AtomicFile& file)
 {
     ffmpeg::disableLogging();
-    Writer(movie, file).write();
+    Writer(std::move(movie), file).write();
 }
 
 } // namespace quelto

@@ -41,8 +41,9 @@ struct AudioTrackInfo {
 
 /// One video track, muxed without re-encoding, and any number of audio tracks in one alternate group.
 struct Mp4Movie {
-    /// In presentation order, without B-frames. Each frame lasts until the next one, the last until the end.
-    std::span<const EncodedFramePtr> video;
+    /// In presentation order, without B-frames. Each frame lasts until the next one, the last until the end. Each is
+    /// released when it is written.
+    std::vector<EncodedFramePtr> video;
     HostTime start;
     HostTime end;
     std::vector<AudioTrackInfo> audio;
@@ -56,6 +57,6 @@ struct Mp4Movie {
 ///
 /// Errors: std::system_error from the file, std::runtime_error with FFmpeg's text for samples that cannot be muxed, and
 /// any exception of a packet source.
-void writeMp4(const Mp4Movie& movie, AtomicFile& file);
+void writeMp4(Mp4Movie movie, AtomicFile& file);
 
 } // namespace quelto

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/reader/Demuxer.h"
 
+#include "base/files/FileName.h"
 #include "media/ffmpeg/FfmpegError.h"
 #include "media/reader/SampleCount.h"
 
@@ -31,7 +32,7 @@ constexpr std::size_t MaxAllocation = std::size_t{1} << 30U;
 
 int openRegularFile(const QString& path)
 {
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    const int fd = ::open(encodeFileName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (fd < 0) {
         throw std::system_error(errno, std::system_category());
     }

@@ -46,8 +46,20 @@ struct AudioBuffer {
     AudioFormat format;
     /// Number of frames in data, which holds frames × channels values; planar data holds one channel after the other.
     int frames = 0;
+    /// Empty for silence.
     std::vector<std::byte> data;
 
+    bool isSilence() const noexcept { return data.empty() && frames > 0 && format.sampleRate > 0; }
+    /// Whether the data contains all frames in a known encoding.
+    bool isReadable() const noexcept
+    {
+        if (frames <= 0 || format.channels <= 0 || format.sampleRate <= 0) {
+            return false;
+        }
+        const auto bytes = bytesPerValue(format.encoding) * static_cast<std::size_t>(format.channels) *
+            static_cast<std::size_t>(frames);
+        return bytes > 0 && data.size() >= bytes;
+    }
     std::size_t totalSize() const noexcept { return data.size(); }
 };
 

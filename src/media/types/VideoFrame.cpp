@@ -18,6 +18,11 @@ struct FreeMemory {
 } // namespace
 
 struct FramePool::Store {
+    explicit Store(int frameCount)
+        : slots(static_cast<std::size_t>(frameCount))
+    {
+    }
+
     struct Slot {
         VideoFrame frame;
         std::unique_ptr<std::uint8_t, FreeMemory> memory;
@@ -29,12 +34,11 @@ struct FramePool::Store {
 };
 
 FramePool::FramePool(QSize size, int frameCount)
-    : m_store(std::make_shared<Store>())
+    : m_store(std::make_shared<Store>(frameCount))
 {
     const auto stride = (static_cast<std::size_t>(size.width()) + Alignment - 1) / Alignment * Alignment;
     const auto rows = static_cast<std::size_t>(size.height());
     const auto bytes = (stride * (rows + (rows + 1) / 2) + Alignment - 1) / Alignment * Alignment;
-    m_store->slots.resize(static_cast<std::size_t>(frameCount));
     for (auto& slot : m_store->slots) {
         slot.memory.reset(static_cast<std::uint8_t*>(std::aligned_alloc(Alignment, bytes)));
         if (!slot.memory) {

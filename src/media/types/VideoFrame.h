@@ -16,8 +16,15 @@ namespace quelto {
 /// One uncompressed video frame in NV12: 8-bit 4:2:0, video range, BT.709, a luma plane and an interleaved chroma
 /// plane.
 ///
+/// Not copyable: the planes belong to a FramePool, which may give them to the next frame when the last reference to
+/// this one is released. A copy would not keep them.
+///
 /// Units: stride in bytes. Width and height are even.
 struct VideoFrame {
+    VideoFrame() = default;
+    VideoFrame(const VideoFrame&) = delete;
+    VideoFrame& operator=(const VideoFrame&) = delete;
+
     HostTime presentationTime;
     QSize size;
     int stride = 0;

@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Bound the work for one poll, not the size of a match.
 // A long match has a few hundred events.
 constexpr qsizetype MaxEvents = 10'000;
 // A match has ten players; future modes may have more.
@@ -100,7 +101,7 @@ std::optional<LeagueData> readLeagueData(const QByteArray& body)
     const auto gameTime = timeIn(root["gameData"_L1].toObject(), "gameTime"_L1);
     const auto events = root["events"_L1].toObject()["Events"_L1].toArray();
     const auto players = root["allPlayers"_L1].toArray();
-    if (!gameTime || events.size() > MaxEvents || players.size() > MaxPlayers) {
+    if (!gameTime) {
         return std::nullopt;
     }
     const auto activePlayer = root["activePlayer"_L1].toObject();
@@ -109,14 +110,14 @@ std::optional<LeagueData> readLeagueData(const QByteArray& body)
                     .activePlayer = namesIn(activePlayer),
                     .currentHealth = numberIn(stats, "currentHealth"_L1),
                     .maxHealth = numberIn(stats, "maxHealth"_L1)};
-    for (const auto& player : players) {
-        if (player.isObject()) {
-            data.players.append(readPlayer(player.toObject()));
+    for (qsizetype i = 0; i < std::min(players.size(), MaxPlayers); ++i) {
+        if (players[i].isObject()) {
+            data.players.append(readPlayer(players[i].toObject()));
         }
     }
-    data.events.reserve(events.size());
-    for (const auto& entry : events) {
-        if (auto event = readEvent(entry.toObject())) {
+    // The latest events are at the end.
+    for (auto i = std::max<qsizetype>(events.size() - MaxEvents, 0); i < events.size(); ++i) {
+        if (auto event = readEvent(events[i].toObject())) {
             data.events.append(*std::move(event));
         }
     }

@@ -53,7 +53,7 @@ struct LeagueData {
 /// Parses the body of a response.
 ///
 /// Errors: a field of the wrong type or beyond its bound counts as absent, and an event without an id is skipped.
-/// Returns nothing without the game time, or with more events or players than any match has.
+/// Only the latest 10,000 events and the first 100 players are read. Returns nothing without the game time.
 std::optional<LeagueData> readLeagueData(const QByteArray& body);
 
 } // namespace quelto

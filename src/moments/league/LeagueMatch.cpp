@@ -26,7 +26,8 @@ MatchEvents LeagueMatch::polled(const LeagueData& data)
         resetMatch();
     }
     m_lastGameTime = data.gameTime;
-    updateState(updatePlayer(data), matchEvents);
+    m_player.update(data);
+    updateState(matchEvents);
     if (isNew) {
         markSeen(data.events);
     } else {
@@ -69,24 +70,9 @@ bool LeagueMatch::isNewMatch(double gameTime) const
     return !m_lastGameTime || *m_lastGameTime < 0 || gameTime + ClockTolerance < *m_lastGameTime;
 }
 
-QString LeagueMatch::updatePlayer(const LeagueData& data)
+void LeagueMatch::updateState(MatchEvents& matchEvents)
 {
-    if (!m_player.isKnown()) {
-        m_player.addNames(data.activePlayer);
-    }
-    for (const auto& player : data.players) {
-        if (m_player.matchesAny(player.names)) {
-            m_player.addNames(player.names);
-            m_player.setTeam(player.team.value_or(m_player.team()));
-            return player.champion;
-        }
-    }
-    return {};
-}
-
-void LeagueMatch::updateState(const QString& champion, MatchEvents& matchEvents)
-{
-    const MatchState state{.inGame = true, .character = champion};
+    const MatchState state{.inGame = true, .character = m_player.champion()};
     if (state == m_state) {
         return;
     }

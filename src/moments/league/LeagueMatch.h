@@ -27,9 +27,7 @@ public:
 private:
     void resetMatch();
     bool isNewMatch(double gameTime) const;
-    /// Updates the player's names and team from the list of players; returns the champion.
-    QString updatePlayer(const LeagueData& data);
-    void updateState(const QString& champion, MatchEvents& matchEvents);
+    void updateState(MatchEvents& matchEvents);
     void markSeen(const QList<LeagueEvent>& events);
     void processNew(const QList<LeagueEvent>& events, MatchEvents& matchEvents);
     void process(const LeagueEvent& event, MatchEvents& matchEvents);

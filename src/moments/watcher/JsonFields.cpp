@@ -35,14 +35,21 @@ bool isDeeperThan(int limit, const QByteArray& bytes)
     return false;
 }
 
+/// Replaces invalid sequences, which the parser rejects, with the replacement character.
+QByteArray repaired(const QByteArray& bytes)
+{
+    return bytes.isValidUtf8() ? bytes : QString::fromUtf8(bytes).toUtf8();
+}
+
 } // namespace
 
 std::optional<QJsonObject> parseJsonObject(const QByteArray& bytes)
 {
-    if (isDeeperThan(MaxJsonDepth, bytes)) {
+    const auto text = repaired(bytes);
+    if (isDeeperThan(MaxJsonDepth, text)) {
         return std::nullopt;
     }
-    const auto document = QJsonDocument::fromJson(bytes);
+    const auto document = QJsonDocument::fromJson(text);
     return document.isObject() ? std::optional(document.object()) : std::nullopt;
 }
 

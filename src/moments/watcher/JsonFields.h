@@ -11,7 +11,8 @@ namespace quelto {
 /// The deepest nesting that is parsed. Games nest a handful of levels.
 inline constexpr int MaxJsonDepth = 64;
 
-/// Parses a JSON object. Returns nothing for any other content, and for nesting deeper than MaxJsonDepth.
+/// Parses a JSON object. Returns nothing for any other content, and for nesting deeper than MaxJsonDepth. Invalid UTF-8
+/// is repaired, so that one bad name does not cost the rest.
 std::optional<QJsonObject> parseJsonObject(const QByteArray& bytes);
 
 /// These functions read one field of the given type. A value of another type counts as absent. For integerIn(), so does

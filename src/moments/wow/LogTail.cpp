@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
 
 namespace quelto {
 
@@ -20,6 +21,13 @@ constexpr std::uint64_t NewLogSize = 64'000;
 constexpr std::size_t BlockSize = 128 * 1024;
 
 constexpr auto EndOfFile = std::numeric_limits<std::uint64_t>::max();
+
+/// The bytes read, fewer at the end of the file; none if it cannot be read.
+std::span<const char> readAt(int file, std::uint64_t offset, std::span<char> block)
+{
+    const auto count = ::pread(file, block.data(), block.size(), static_cast<off_t>(offset));
+    return block.first(count > 0 ? static_cast<std::size_t>(count) : 0);
+}
 
 bool hasIdentity(int file, const FileIdentity& identity)
 {
@@ -49,7 +57,7 @@ LogTail::Descriptor::~Descriptor()
 
 LogTail::OpenLog::OpenLog(const LogFile& log)
     // O_NONBLOCK, because a pipe may have replaced the file since it was found.
-    : file(::open(log.path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK))
+    : file(std::make_shared<const Descriptor>(::open(log.path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)))
     , identity(log.identity)
 {
 }
@@ -79,6 +87,7 @@ void LogTail::follow(const LogFile& log, double age)
     if (log.size < current.offset) {
         current.offset = 0;
         current.lines.clear();
+        current.replaced.reset();
     }
     readUpTo(current, log.size);
 }
@@ -95,6 +104,19 @@ bool LogTail::isKnownPath(const std::filesystem::path& path) const
     return std::any_of(m_paths.begin(), m_paths.end(), [&](const auto& known) { return known.path == path; });
 }
 
+std::optional<LogTail::ReplacedLog> LogTail::replacedLogAt(const std::filesystem::path& path) const
+{
+    const auto known = std::ranges::find(m_paths, path, &KnownPath::path);
+    const auto log =
+        known == m_paths.end() ? m_logs.end() : std::ranges::find(m_logs, known->identity, &OpenLog::identity);
+    if (log == m_logs.end()) {
+        return std::nullopt;
+    }
+    // The end of the common part was not found yet, so the first log was read further than its replacement.
+    return log->replaced ? ReplacedLog{.file = log->replaced->file, .end = log->replaced->end}
+                         : ReplacedLog{.file = log->file, .end = log->offset};
+}
+
 bool LogTail::switchTo(const LogFile& log, double age)
 {
     const auto known = std::find_if(m_logs.begin(), m_logs.end(),
@@ -105,11 +127,12 @@ bool LogTail::switchTo(const LogFile& log, double age)
     }
     std::list<OpenLog> opened;
     auto& next = opened.emplace_back(log);
-    if (!hasIdentity(next.file.number(), log.identity)) {
+    if (!hasIdentity(next.file->number(), log.identity)) {
         return false;
     }
     const bool isNew = age < NewLogAge && log.size < NewLogSize;
     next.offset = isKnownPath(log.path) || isNew ? 0 : log.size;
+    next.replaced = replacedLogAt(log.path);
     m_logs.splice(m_logs.begin(), opened);
     if (m_logs.size() > MaxKnownLogs) {
         closeOldest();
@@ -121,7 +144,7 @@ void LogTail::closeDeleted()
 {
     // An open deleted file still uses disk space. Its path stays known.
     for (auto log = std::next(m_logs.begin()); log != m_logs.end();) {
-        if (isDeleted(log->file.number())) {
+        if (isDeleted(log->file->number())) {
             readUpTo(*log, EndOfFile);
             log = m_logs.erase(log);
         } else {
@@ -155,16 +178,51 @@ void LogTail::rememberPath(const LogFile& log)
 void LogTail::readUpTo(OpenLog& log, std::uint64_t end)
 {
     auto remaining = end > log.offset ? std::min(end - log.offset, MaxBytesPerRead) : 0;
+    if (log.replaced) {
+        remaining = skipCommonPart(log, remaining);
+    }
     while (remaining > 0) {
-        const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(remaining, m_block.size()));
-        const auto count = ::pread(log.file.number(), m_block.data(), size, static_cast<off_t>(log.offset));
-        if (count <= 0) {
+        const auto size = std::min<std::uint64_t>(remaining, m_block.size());
+        const auto block = readAt(log.file->number(), log.offset, std::span(m_block).first(size));
+        if (block.empty()) {
             return;
         }
-        log.lines.take({m_block.data(), count}, m_onLine);
-        log.offset += static_cast<std::uint64_t>(count);
-        remaining -= static_cast<std::uint64_t>(count);
+        log.lines.take({block.data(), static_cast<qsizetype>(block.size())}, m_onLine);
+        log.offset += block.size();
+        remaining -= block.size();
     }
+}
+
+std::uint64_t LogTail::skipCommonPart(OpenLog& log, std::uint64_t remaining)
+{
+    auto& replaced = *log.replaced;
+    std::vector<char> replacedBlock(BlockSize);
+    bool isEqual = true;
+    while (isEqual && remaining > 0 && log.offset < replaced.end) {
+        const auto size = std::min({remaining, replaced.end - log.offset, std::uint64_t{BlockSize}});
+        const auto block = readAt(log.file->number(), log.offset, std::span(m_block).first(size));
+        if (block.empty()) {
+            return 0;
+        }
+        const auto other = readAt(replaced.file->number(), log.offset, std::span(replacedBlock).first(block.size()));
+        const auto end = std::ranges::mismatch(block, other).in1;
+        const auto lineStart = std::find(std::reverse_iterator(end), block.rend(), '\n').base();
+        if (lineStart != block.begin()) {
+            replaced.lineStart = log.offset + static_cast<std::uint64_t>(lineStart - block.begin());
+        }
+        const auto common = static_cast<std::uint64_t>(end - block.begin());
+        log.offset += common;
+        remaining -= common;
+        isEqual = end == block.end();
+    }
+    if (isEqual && log.offset < replaced.end) {
+        return 0;
+    }
+    // The last line may have been incomplete in one of the logs.
+    remaining += log.offset - replaced.lineStart;
+    log.offset = replaced.lineStart;
+    log.replaced.reset();
+    return remaining;
 }
 
 } // namespace quelto

@@ -25,4 +25,9 @@ Platform makePlatform()
             .pasteboard = std::make_unique<FreedesktopPasteboard>()};
 }
 
+void notifyBeforeTheEnd(const DesktopNotification& notification)
+{
+    FreedesktopNotifications::showAndWait(notification);
+}
+
 } // namespace quelto

@@ -9,4 +9,7 @@ namespace quelto {
 /// an object, which reports "no display" or does nothing.
 Platform makePlatform();
 
+/// Shows a notification and waits until the desktop has it, a few seconds at most. For a program that ends next.
+void notifyBeforeTheEnd(const DesktopNotification& notification);
+
 } // namespace quelto

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/FreedesktopNotifications.h"
 
-#include "base/language/T.h"
-
 #include <QDBusPendingCallWatcher>
 
 namespace quelto {
@@ -16,6 +14,8 @@ const QString ApplicationId = QStringLiteral("app.quelto.Quelto");
 
 constexpr uchar NormalUrgency = 1;
 constexpr int DefaultTimeout = -1;
+/// The longest wait for each answer before the program ends.
+constexpr int AnswerMilliseconds = 2000;
 /// Close reason: the notification expired.
 constexpr uint Expired = 1;
 
@@ -33,6 +33,32 @@ QVariantMap hints()
         // Quelto plays its own sound with a notification, unless the user has turned sounds off.
         {QStringLiteral("suppress-sound"), true},
     };
+}
+
+/// Nothing if the server has not replied: a minimal one may not implement the question.
+std::optional<NotificationBody> bodyFormatFrom(const QDBusMessage& capabilities)
+{
+    if (capabilities.type() != QDBusMessage::ReplyMessage) {
+        return std::nullopt;
+    }
+    return capabilities.arguments().value(0).toStringList().contains(u"body-markup") ? NotificationBody::markup
+                                                                                     : NotificationBody::plainText;
+}
+
+QDBusMessage notifyCall(const DesktopNotification& notification, uint replaced, std::optional<NotificationBody> format)
+{
+    auto call = methodCall(QStringLiteral("Notify"));
+    call.setArguments({
+        QStringLiteral("Quelto"),
+        replaced,
+        ApplicationId,
+        notification.title,
+        format == NotificationBody::markup ? notification.body.toHtmlEscaped() : notification.body,
+        notification.action.isEmpty() ? QStringList() : QStringList{DefaultAction, notification.action},
+        hints(),
+        DefaultTimeout,
+    });
+    return call;
 }
 
 } // namespace
@@ -71,6 +97,12 @@ void FreedesktopNotifications::show(const DesktopNotification& notification)
     send(notification);
 }
 
+void FreedesktopNotifications::showAndWait(const DesktopNotification& notification, const QDBusConnection& bus)
+{
+    const auto capabilities = bus.call(methodCall(QStringLiteral("GetCapabilities")), QDBus::Block, AnswerMilliseconds);
+    bus.call(notifyCall(notification, 0, bodyFormatFrom(capabilities)), QDBus::Block, AnswerMilliseconds);
+}
+
 void FreedesktopNotifications::requestServer()
 {
     if (m_isRequestingServer) {
@@ -90,10 +122,7 @@ void FreedesktopNotifications::requestServer()
 
 void FreedesktopNotifications::onCapabilities(const QDBusMessage& reply)
 {
-    if (reply.type() == QDBusMessage::ReplyMessage) {
-        const QStringList capabilities = reply.arguments().value(0).toStringList();
-        m_bodyFormat = capabilities.contains(u"body-markup") ? BodyFormat::markup : BodyFormat::plainText;
-    }
+    m_bodyFormat = bodyFormatFrom(reply);
 }
 
 void FreedesktopNotifications::onServerName(const QDBusMessage& reply)
@@ -115,18 +144,8 @@ void FreedesktopNotifications::send(const DesktopNotification& notification)
         return;
     }
     shown.isBeingSent = true;
-    QDBusMessage call = methodCall(QStringLiteral("Notify"));
-    call.setArguments({
-        QStringLiteral("Quelto"),
-        shown.isClosed ? 0U : shown.serverId,
-        ApplicationId,
-        notification.title,
-        m_bodyFormat == BodyFormat::markup ? notification.body.toHtmlEscaped() : notification.body,
-        QStringList{DefaultAction, T("İncele")},
-        hints(),
-        DefaultTimeout,
-    });
     shown.server = m_server;
+    const auto call = notifyCall(notification, shown.isClosed ? 0U : shown.serverId, m_bodyFormat);
     asyncCall(call, [this, id = notification.id](const QDBusMessage& reply) { onSent(id, reply); });
 }
 

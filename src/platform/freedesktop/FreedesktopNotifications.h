@@ -13,6 +13,9 @@
 
 namespace quelto {
 
+/// How a notification server interprets a body.
+enum class NotificationBody { plainText, markup };
+
 /// Shows notifications through org.freedesktop.Notifications on the session bus.
 ///
 /// The server may be missing, exit and return at any time. A signal about a notification is accepted only from the
@@ -25,14 +28,16 @@ public:
 
     void show(const DesktopNotification& notification) override;
 
+    /// Shows a notification and blocks until the server has it, a few seconds at most. For a program that ends next.
+    static void showAndWait(const DesktopNotification& notification,
+                            const QDBusConnection& bus = QDBusConnection::sessionBus());
+
 private Q_SLOTS:
     void onActionInvoked(uint serverId, const QString& action, const QDBusMessage& message);
     void onActivationToken(uint serverId, const QString& token, const QDBusMessage& message);
     void onClosed(uint serverId, uint reason, const QDBusMessage& message);
 
 private:
-    enum class BodyFormat { plainText, markup };
-
     /// The state of the latest notification with one id.
     struct Shown {
         /// The unique bus name of the server that it was sent to.
@@ -63,7 +68,7 @@ private:
     /// The present server's unique bus name. A reply does not tell it: since Qt 6.8 replies have no sender.
     QString m_server;
     /// How the present server interprets a body. Nothing until it has replied.
-    std::optional<BodyFormat> m_bodyFormat;
+    std::optional<NotificationBody> m_bodyFormat;
     bool m_isRequestingServer = false;
     /// Waiting for the reply of the server.
     QList<DesktopNotification> m_queued;

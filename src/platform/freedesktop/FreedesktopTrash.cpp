@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/FreedesktopTrash.h"
 
+#include "base/files/FileName.h"
+
 #include <QFile>
 
 #include <gio/gio.h>
@@ -32,7 +34,7 @@ void trashFile(const QString& path)
     // Not QFile::moveToTrash(): Qt 6.4 does not escape percent signs in the original path, so the file would be
     // restored under another name. Not the default GVfs, which contacts the session bus first.
     const std::unique_ptr<GFile, GlibDeleter> file(
-        g_vfs_get_file_for_path(localVfs(), QFile::encodeName(path).constData()));
+        g_vfs_get_file_for_path(localVfs(), encodeFileName(path).constData()));
     GError* failure = nullptr;
     if (g_file_trash(file.get(), nullptr, &failure)) {
         return;

@@ -12,7 +12,7 @@ namespace quelto {
 /// The installed applications, as their desktop entries describe them.
 ///
 /// Each lookup lists the names of the installed files. Their contents are read at the first lookup, and again only when
-/// a file was added or removed: the hot key must not wait for hundreds of files.
+/// a file was added or removed, because a lookup follows each change of the active window.
 ///
 /// Thread: one at a time; reads from disk.
 class DesktopEntries {

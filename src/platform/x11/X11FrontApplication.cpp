@@ -1,164 +1,131 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/x11/X11FrontApplication.h"
 
-#include "platform/x11/DesktopEntries.h"
-#include "platform/x11/WindowProperties.h"
+#include "base/time/HostClock.h"
+#include "platform/x11/ActiveApplication.h"
 
-#include <QFileInfo>
+#include <system_error>
 
+#include <poll.h>
+#include <pthread.h>
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace quelto {
 
 namespace {
 
-// Window classes, in lower case.
-constexpr const char* FileManagers[] = {
-    "caja",
-    "cosmic-files",
-    "dde-file-manager",
-    "dolphin",
-    "doublecmd",
-    "io.elementary.files",
-    "krusader",
-    "nautilus",
-    "nemo",
-    "nemo-desktop",
-    "org.gnome.nautilus",
-    "org.kde.dolphin",
-    "org.kde.krusader",
-    "pantheon-files",
-    "pcmanfm",
-    "pcmanfm-qt",
-    "peony",
-    "peony-qt",
-    "plasmashell",
-    "rox",
-    "spacefm",
-    "thunar",
-    "xfdesktop",
-};
-constexpr const char* OwnClasses[] = {"app.quelto.quelto", "quelto"};
+constexpr std::chrono::milliseconds FirstTimeout{500};
+/// Some programs change their title many times a second.
+constexpr std::chrono::milliseconds TitleInterval{500};
 
-template <std::size_t N> bool contains(const char* const (&table)[N], const QString& name)
-{
-    return std::ranges::any_of(
-        table, [&](const char* entry) { return name.compare(QLatin1StringView(entry), Qt::CaseInsensitive) == 0; });
-}
-
-/// What a window's properties say about its application.
-struct WindowIdentity {
-    /// The two parts of WM_CLASS.
-    QString instance;
-    QString windowClass;
-    QString title;
-    QString applicationID;
-    std::uint32_t processID = 0;
+/// What changed since the application was read.
+struct Changes {
+    bool hasNewWindow = false;
+    bool hasNewProperties = false;
 };
 
-WindowIdentity readIdentity(const WindowProperties& properties, xcb_window_t window)
+void readEvents(const X11Connection& connection, Changes& changes)
 {
-    WindowIdentity identity;
-    const auto classes = properties.bytes(window, "WM_CLASS").split('\0');
-    identity.instance = QString::fromUtf8(classes.value(0));
-    identity.windowClass = QString::fromUtf8(classes.value(1));
-    identity.title = QString::fromUtf8(properties.bytes(window, "_NET_WM_NAME"));
-    if (identity.title.isEmpty()) {
-        identity.title = QString::fromLatin1(properties.bytes(window, "WM_NAME"));
-    }
-    identity.applicationID = QString::fromUtf8(properties.bytes(window, "_GTK_APPLICATION_ID"));
-    if (identity.applicationID.isEmpty()) {
-        const auto file = QString::fromUtf8(properties.bytes(window, "_KDE_NET_WM_DESKTOP_FILE"));
-        identity.applicationID = QFileInfo(file).completeBaseName() == file || !file.endsWith(u".desktop")
-            ? file
-            : QFileInfo(file).completeBaseName();
-    }
-    identity.processID = properties.values(window, "_NET_WM_PID").value(0);
-    return identity;
-}
-
-QString executableName(std::uint32_t processID)
-{
-    return processID == 0 ? QString()
-                          : QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(processID))).fileName();
-}
-
-constexpr QStringView ExeSuffix = u".exe";
-constexpr QStringView SteamPrefix = u"steam_app_";
-
-/// Windows programs have a number or a file name as window class, and their process is the compatibility layer.
-bool isWindowsProgram(const WindowIdentity& identity)
-{
-    return identity.windowClass.startsWith(SteamPrefix, Qt::CaseInsensitive) ||
-        identity.windowClass.endsWith(ExeSuffix, Qt::CaseInsensitive) ||
-        identity.instance.endsWith(ExeSuffix, Qt::CaseInsensitive);
-}
-
-QString withoutExeSuffix(QString name)
-{
-    if (name.endsWith(ExeSuffix, Qt::CaseInsensitive)) {
-        name.chop(ExeSuffix.size());
-    }
-    return name;
-}
-
-QString displayName(const WindowIdentity& identity, DesktopEntries& applications)
-{
-    QStringList names{identity.applicationID, identity.windowClass, identity.instance};
-    const bool isWindows = isWindowsProgram(identity);
-    if (!isWindows) {
-        names.append(executableName(identity.processID));
-    }
-    if (const auto name = applications.findName(names)) {
-        return *name;
-    }
-    const auto title = identity.title.simplified();
-    for (const auto& candidate : isWindows ? QStringList{title, identity.windowClass, identity.instance}
-                                           : QStringList{identity.windowClass, identity.instance, title}) {
-        if (!candidate.isEmpty()) {
-            return withoutExeSuffix(candidate);
+    while (const auto event = XcbPtr<xcb_generic_event_t>(xcb_poll_for_event(connection.get()))) {
+        // Other events are errors of windows that were closed, and moves.
+        const auto type = event->response_type & 0x7f;
+        if (type == XCB_PROPERTY_NOTIFY) {
+            const auto window = reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->window;
+            (window == connection.root() ? changes.hasNewWindow : changes.hasNewProperties) = true;
+        } else if (type == XCB_DESTROY_NOTIFY) {
+            changes.hasNewWindow = true;
         }
     }
-    return {};
 }
 
-bool isDesktopWindow(const WindowProperties& properties, xcb_window_t window, const WindowIdentity& identity)
+void select(const X11Connection& connection, xcb_window_t window, std::uint32_t events)
 {
-    const auto desktop = properties.atom("_NET_WM_WINDOW_TYPE_DESKTOP");
-    return (desktop != XCB_ATOM_NONE && properties.values(window, "_NET_WM_WINDOW_TYPE").contains(desktop)) ||
-        contains(FileManagers, identity.windowClass) || contains(FileManagers, identity.instance);
+    if (window != XCB_NONE) {
+        xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &events);
+    }
+}
+
+/// Waits for an event; at most for the timeout if it is not negative. False if the descriptor became readable.
+bool wait(const X11Connection& connection, int stopDescriptor, std::chrono::milliseconds timeout)
+{
+    pollfd descriptors[] = {{.fd = stopDescriptor, .events = POLLIN, .revents = 0},
+                            {.fd = xcb_get_file_descriptor(connection.get()), .events = POLLIN, .revents = 0}};
+    poll(descriptors, std::size(descriptors), static_cast<int>(timeout.count()));
+    return descriptors[0].revents == 0;
 }
 
 } // namespace
 
-X11FrontApplication::X11FrontApplication(QString displayName)
-    : m_displayName(std::move(displayName))
+X11FrontApplication::X11FrontApplication(const QString& displayName)
+    : m_stopDescriptor(eventfd(0, EFD_CLOEXEC))
 {
+    if (m_stopDescriptor < 0) {
+        throw std::system_error(errno, std::system_category());
+    }
+    m_thread = std::thread([this, displayName] {
+        pthread_setname_np(pthread_self(), "quelto.front");
+        follow(displayName);
+        // Without a server, or after its end, no application is known.
+        publish(std::nullopt);
+    });
+}
+
+X11FrontApplication::~X11FrontApplication()
+{
+    eventfd_write(m_stopDescriptor, 1);
+    m_thread.join();
+    close(m_stopDescriptor);
 }
 
 std::optional<FrontApplicationInfo> X11FrontApplication::current() const
 {
-    const auto connection = X11Connection::tryOpen(m_displayName);
+    m_first.wait_for(FirstTimeout);
+    const std::scoped_lock guard(m_lock);
+    return m_current;
+}
+
+void X11FrontApplication::follow(const QString& displayName)
+{
+    const auto connection = X11Connection::tryOpen(displayName);
     if (!connection) {
-        return std::nullopt;
+        return;
     }
-    const WindowProperties properties(*connection);
-    const auto window = properties.values(connection->root(), "_NET_ACTIVE_WINDOW").value(0);
-    if (window == XCB_NONE) {
-        return std::nullopt;
+    DesktopEntries applications;
+    select(*connection, connection->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    xcb_window_t window = XCB_NONE;
+    Changes changes{.hasNewWindow = true};
+    HostTime lastRead;
+    std::chrono::milliseconds timeout;
+    do {
+        readEvents(*connection, changes);
+        const auto titleWait =
+            std::chrono::ceil<std::chrono::milliseconds>(lastRead + TitleInterval - HostClock::now());
+        timeout = changes.hasNewProperties ? std::max(titleWait, std::chrono::milliseconds(0))
+                                           : std::chrono::milliseconds(-1);
+        if (changes.hasNewWindow || timeout.count() == 0) {
+            if (changes.hasNewWindow) {
+                select(*connection, window, XCB_EVENT_MASK_NO_EVENT);
+                window = findActiveWindow(*connection);
+                select(*connection, window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+            }
+            changes = {};
+            publish(readApplication(*connection, window, applications));
+            lastRead = HostClock::now();
+            // The replies may have brought events, which would not wake a wait.
+            timeout = std::chrono::milliseconds(0);
+        }
+        xcb_flush(connection->get());
+    } while (xcb_connection_has_error(connection->get()) == 0 && wait(*connection, m_stopDescriptor, timeout));
+}
+
+void X11FrontApplication::publish(std::optional<FrontApplicationInfo> info)
+{
+    {
+        const std::scoped_lock guard(m_lock);
+        m_current = std::move(info);
     }
-    const auto identity = readIdentity(properties, window);
-    FrontApplicationInfo info{
-        .name = displayName(identity, m_applications),
-        .isDesktop = isDesktopWindow(properties, window, identity),
-        .isThisProgram =
-            identity.processID == static_cast<std::uint32_t>(getpid()) || contains(OwnClasses, identity.windowClass),
-    };
-    // The window was closed between the two requests.
-    if (info.name.isEmpty() && !info.isDesktop && !info.isThisProgram) {
-        return std::nullopt;
-    }
-    return info;
+    std::call_once(m_firstPublished, [this] { m_firstPromise.set_value(); });
 }
 
 } // namespace quelto

@@ -18,7 +18,6 @@ T.AbstractButton {
     // Shows a spinner in place of the symbol. A busy button is not dimmed while it is disabled.
     property bool busy: false
     property string symbol: ""
-    property string trailingText: ""
     readonly property real minimumWidth: 44
     readonly property color idleFill: destructive ? Theme.live : Theme.accent
     readonly property color pressedFill: destructive ? Qt.darker(Theme.live, 1.2) : Theme.accentDark
@@ -51,11 +50,9 @@ T.AbstractButton {
     contentItem: ButtonLabel {
         symbol: button.symbol
         text: button.text
-        trailingText: button.trailingText
         busy: button.busy
-        gap: Theme.spacing.row
         canShrink: true
-        isCentered: button.trailingText === ""
+        isCentered: true
         font: button.font
         color: button.foreground
     }

@@ -42,6 +42,7 @@ Column {
         visible: body.message !== ""
         text: body.message
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
         color: Theme.muted
         font.pixelSize: Theme.fontSize.body

@@ -8,11 +8,13 @@ Image {
     property string symbol: ""
     property int side: 16
     property color color: Theme.text
+    // As of a font. Bold and heavier symbols have wider lines.
+    property int weight: Font.Normal
 
     width: side
     height: side
     sourceSize.width: side
     sourceSize.height: side
-    source: symbol === "" ? "" : "image://symbols/" + symbol + "/" + color.toString().slice(-6)
+    source: symbol === "" ? "" : "image://symbols/" + symbol + "/" + color.toString().slice(-6) + "/" + weight
     Accessible.ignored: true
 }

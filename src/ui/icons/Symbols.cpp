@@ -2,6 +2,7 @@
 #include "ui/icons/Symbols.h"
 
 #include <QFile>
+#include <QFont>
 #include <QPainter>
 #include <QSvgRenderer>
 
@@ -12,6 +13,9 @@ namespace {
 // The view box of every SVG file.
 constexpr int GridSide = 24;
 constexpr std::array IconSides{16, 22, 24, 32, 48};
+// The width of lines in the files, and in heavy symbols. Units: the grid's.
+const QByteArray FileStroke = "stroke-width=\"2\"";
+const QByteArray HeavyStroke = "stroke-width=\"4\"";
 
 struct SymbolRow {
     const char* symbol;
@@ -95,7 +99,15 @@ void cutOutWhite(QImage& image)
     }
 }
 
-QImage drawn(const QString& symbol, const QColor& color, QSize size)
+QByteArray svgOf(const char* file, QFont::Weight weight)
+{
+    QFile svg(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(file)));
+    std::ignore = svg.open(QIODevice::ReadOnly);
+    auto text = svg.readAll();
+    return weight >= QFont::Bold ? text.replace(FileStroke, HeavyStroke) : text;
+}
+
+QImage drawn(const QString& symbol, const QColor& color, QSize size, QFont::Weight weight = QFont::Normal)
 {
     const auto* row =
         std::ranges::find_if(Symbols, [&](const SymbolRow& each) { return symbol == QLatin1String(each.symbol); });
@@ -104,7 +116,7 @@ QImage drawn(const QString& symbol, const QColor& color, QSize size)
     }
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    QSvgRenderer renderer(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(row->file)));
+    QSvgRenderer renderer(svgOf(row->file, weight));
     QPainter painter(&image);
     renderer.render(&painter);
     painter.end();
@@ -146,7 +158,8 @@ QImage SymbolProvider::requestImage(const QString& id, QSize* size, const QSize&
 {
     const auto symbol = id.section(u'/', 0, 0);
     const QColor color(u'#' + id.section(u'/', 1, 1));
-    auto image = drawn(symbol, color, requestedSize.isValid() ? requestedSize : QSize(GridSide, GridSide));
+    const auto weight = static_cast<QFont::Weight>(id.section(u'/', 2, 2).toInt());
+    auto image = drawn(symbol, color, requestedSize.isValid() ? requestedSize : QSize(GridSide, GridSide), weight);
     if (size != nullptr) {
         *size = image.size();
     }

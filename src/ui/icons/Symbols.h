@@ -15,7 +15,8 @@ QStringList symbolNames();
 /// The symbol as an icon in one colour, for the parts that the desktop draws. An unknown name gives an empty icon.
 QIcon symbolIcon(const QString& symbol, const QColor& color);
 
-/// Draws symbols for QML from the source "image://symbols/NAME/RRGGBB", in the requested size.
+/// Draws symbols for QML from the source "image://symbols/NAME/RRGGBB/WEIGHT", in the requested size. The weight is
+/// that of a font; from bold on the lines are twice as wide.
 class SymbolProvider : public QQuickImageProvider {
 public:
     SymbolProvider();

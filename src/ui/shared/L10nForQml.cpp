@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shared/L10nForQml.h"
 
+#include "base/language/Isolate.h"
 #include "base/language/T.h"
 
 namespace quelto {
@@ -21,6 +22,11 @@ QStringList toStrings(const QVariantList& arguments)
 QString L10nForQml::T(const QString& key, const QVariantList& arguments)
 {
     return translated(key.toUtf8().constData(), toStrings(arguments));
+}
+
+QString L10nForQml::isolated(const QString& text)
+{
+    return quelto::isolated(text);
 }
 
 QString L10nForQml::TOnDesktop(const QString& key, const QVariantList& arguments)

@@ -19,6 +19,8 @@ public:
     Q_INVOKABLE static QString T(const QString& key, const QVariantList& arguments = {});
     /// Same as `TOnDesktop` in C++.
     Q_INVOKABLE static QString TOnDesktop(const QString& key, const QVariantList& arguments = {});
+    /// Same as `isolated` in C++: a text with a name, for drawing.
+    Q_INVOKABLE static QString isolated(const QString& text);
 };
 
 } // namespace quelto

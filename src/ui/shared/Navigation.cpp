@@ -65,7 +65,7 @@ QString pageText(const Page& page)
     const auto kind =
         QString::fromLatin1(QMetaEnum::fromType<Pages::Kind>().valueToKey(static_cast<int>(page.kind))).toLower();
     if (page.game) {
-        return kind + u' ' + *page.game;
+        return kind + u' ' + page.game->name.value_or(QStringLiteral("(no game)"));
     }
     return page.match.isNull() ? kind : kind + u' ' + page.match.toString(QUuid::WithoutBraces).toUpper();
 }

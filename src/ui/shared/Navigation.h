@@ -3,6 +3,7 @@
 
 #include "base/tasks/TaskQueue.h"
 #include "library/naming/Clip.h"
+#include "library/naming/ClipGame.h"
 
 #include <QObject>
 #include <QString>
@@ -26,7 +27,7 @@ struct Page {
     /// The match that a Match or Review page is about.
     QUuid match = {};
     /// Limits the library page to one game; unset for all games.
-    std::optional<QString> game = std::nullopt;
+    std::optional<ClipGame> game = std::nullopt;
 
     bool operator==(const Page&) const = default;
 };
@@ -40,6 +41,8 @@ class Navigation : public QObject {
     /// An empty game name is valid; `hasGame` tells it from no game.
     Q_PROPERTY(bool hasGame READ hasGame NOTIFY pageChanged)
     Q_PROPERTY(QString game READ game NOTIFY pageChanged)
+    /// Whether the page is about the clips whose names hold no game. `game` is then the word for "Other".
+    Q_PROPERTY(bool isOther READ isOther NOTIFY pageChanged)
     Q_PROPERTY(bool hasSelected READ hasSelected NOTIFY selectedChanged)
     Q_PROPERTY(QString selectedPath READ selectedPath NOTIFY selectedChanged)
     Q_PROPERTY(QString selectedTitle READ selectedTitle NOTIFY selectedChanged)
@@ -52,19 +55,21 @@ public:
     const Page& page() const { return m_page; }
     Pages::Kind pageKind() const { return m_page.kind; }
     bool hasGame() const { return m_page.game.has_value(); }
-    QString game() const { return m_page.game.value_or(QString()); }
+    QString game() const { return m_page.game ? m_page.game->title() : QString(); }
+    bool isOther() const { return m_page.game == ClipGame::none(); }
     void setPage(const Page& page);
 
     /// The open clip. Its screen covers the page; the page itself does not change.
     const std::optional<Clip>& selected() const { return m_selected; }
     bool hasSelected() const { return m_selected.has_value(); }
     QString selectedPath() const { return m_selected ? m_selected->path : QString(); }
-    QString selectedTitle() const { return m_selected ? m_selected->displayTitle() : QString(); }
+    QString selectedTitle() const { return m_selected ? m_selected->visibleTitle() : QString(); }
     void setSelected(const std::optional<Clip>& clip);
 
     // The show functions also close the open clip.
     Q_INVOKABLE void showLibrary() { show({}); }
     Q_INVOKABLE void showGame(const QString& game) { show({.game = game}); }
+    Q_INVOKABLE void showOther() { show({.game = ClipGame::none()}); }
     Q_INVOKABLE void showMatches() { show({.kind = Pages::Kind::Matches}); }
     Q_INVOKABLE void showSettings() { show({.kind = Pages::Kind::Settings}); }
     Q_INVOKABLE void openClip(const QString& path) { setSelected(Clip(path)); }
@@ -90,7 +95,7 @@ private:
     QString m_toast;
 };
 
-/// The page as published on the session bus: "library", "library Dota 2", "review 8F14E45F-…".
+/// The page as published on the session bus: "library", "library Dota 2", "library (no game)", "review 8F14E45F-…".
 QString pageText(const Page& page);
 
 } // namespace quelto

@@ -9,13 +9,20 @@ namespace quelto {
 SaveShortcut::SaveShortcut(QObject* parent)
     : QObject(parent)
 {
-    connect(AppSettingsForQml::instance, &AppSettings::hotkeyModifiersChanged, this, &SaveShortcut::textChanged);
-    connect(AppSettingsForQml::instance, &AppSettings::hotkeyKeyNameChanged, this, &SaveShortcut::textChanged);
+    const auto* settings = AppSettingsForQml::instance;
+    connect(settings, &AppSettings::hotkeyModifiersChanged, this, &SaveShortcut::changed);
+    connect(settings, &AppSettings::hotkeyKeyNameChanged, this, &SaveShortcut::changed);
+    connect(settings, &AppSettings::languageChanged, this, &SaveShortcut::changed);
+}
+
+QStringList SaveShortcut::keys()
+{
+    return hotKeyWords(AppSettingsForQml::instance->hotkeyModifiers(), AppSettingsForQml::instance->hotkeyKeyName());
 }
 
 QString SaveShortcut::text()
 {
-    return hotKeyDisplay(AppSettingsForQml::instance->hotkeyModifiers(), AppSettingsForQml::instance->hotkeyKeyName());
+    return hotKeyText(AppSettingsForQml::instance->hotkeyModifiers(), AppSettingsForQml::instance->hotkeyKeyName());
 }
 
 } // namespace quelto

@@ -3,26 +3,30 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
 namespace quelto {
 
-/// The global shortcut that saves a clip, as text for QML.
+/// The global shortcut that saves a clip, for QML.
 ///
 /// Thread: main.
 class SaveShortcut : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    Q_PROPERTY(QString text READ text NOTIFY textChanged)
+    /// The names of its keys, and the same in one text.
+    Q_PROPERTY(QStringList keys READ keys NOTIFY changed)
+    Q_PROPERTY(QString text READ text NOTIFY changed)
 
 public:
     explicit SaveShortcut(QObject* parent = nullptr);
 
+    static QStringList keys();
     static QString text();
 
 Q_SIGNALS:
-    void textChanged();
+    void changed();
 };
 
 } // namespace quelto

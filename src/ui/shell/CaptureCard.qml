@@ -54,11 +54,8 @@ Rectangle {
             text: Recorder.micWarning
         }
 
-        WarningText {
+        SaveFailureNotice {
             Layout.fillWidth: true
-            visible: WindowCommands.lastFailure !== ""
-            color: Theme.live
-            text: WindowCommands.lastFailure
         }
 
         SaveButton {

@@ -20,7 +20,8 @@ FocusScope {
     function renew() {
         const state = Navigation.pageKind === Pages.Library ? {
             hasGame: Navigation.hasGame,
-            game: Navigation.game
+            game: Navigation.game,
+            isOther: Navigation.isOther
         } : {};
         page.setSource("");
         page.setSource(pageFiles[Navigation.pageKind], state);

@@ -20,12 +20,21 @@ int GameList::rowCount(const QModelIndex& parent) const
 QVariant GameList::data(const QModelIndex& index, int role) const
 {
     const auto& game = m_games.at(index.row());
-    return role == NameRole ? QVariant(game.name) : QVariant::fromValue(game.count);
+    switch (role) {
+    case NameRole:
+        return game.name;
+    case CountRole:
+        return game.count;
+    case IsOtherRole:
+        return game.isOther;
+    default:
+        return {};
+    }
 }
 
 QHash<int, QByteArray> GameList::roleNames() const
 {
-    return {{NameRole, "name"}, {CountRole, "count"}};
+    return {{NameRole, "name"}, {CountRole, "count"}, {IsOtherRole, "isOther"}};
 }
 
 void GameList::update(const QList<GameCount>& games)
@@ -59,9 +68,9 @@ void GameList::update(const QList<GameCount>& games)
             m_games.move(present, row);
             endMoveRows();
         }
-        if (m_games.at(row).count != game.count) {
-            m_games[row].count = game.count;
-            Q_EMIT dataChanged(index(row), index(row), {CountRole});
+        if (m_games.at(row) != game) {
+            m_games[row] = game;
+            Q_EMIT dataChanged(index(row), index(row), {CountRole, IsOtherRole});
         }
     }
 }

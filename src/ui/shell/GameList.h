@@ -17,7 +17,7 @@ class GameList : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    enum Role { NameRole = Qt::UserRole, CountRole };
+    enum Role { NameRole = Qt::UserRole, CountRole, IsOtherRole };
 
     explicit GameList(const ClipLibrary& library, QObject* parent = nullptr);
 

@@ -10,6 +10,7 @@ NavItem {
 
     required property int index
     required property string name
+    required property bool isOther
     required count
     property bool isTabStop: false
 
@@ -21,7 +22,7 @@ NavItem {
     symbol: "gamecontroller.fill"
     text: name
     active: !Navigation.hasSelected && Navigation.pageKind === Pages.Library && Navigation.hasGame && Navigation.game === name
-    onClicked: Navigation.showGame(name)
+    onClicked: isOther ? Navigation.showOther() : Navigation.showGame(name)
     onMoved: step => row.reachRequested(index + step)
     Keys.onPressed: event => {
         const ends = {[Qt.Key_Home]: 0, [Qt.Key_End]: row.ListView.view.count - 1};

@@ -3,6 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
 import Quelto.Icons
+import Quelto.Shared
+import Quelto.Shell
 import Quelto.Theme
 
 // The HUD. It appears above a game, so its background is the same in all palettes.
@@ -35,12 +37,19 @@ Rectangle {
         tier: hud.tier
     }
 
+    HudFailureTint {
+        anchors.fill: parent
+        visible: hud.error
+        radius: hud.radius
+    }
+
     Row {
         anchors.verticalCenter: parent.verticalCenter
         x: hud.inset
         spacing: hud.gap
 
         Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
             width: hud.tileSide
             height: hud.tileSide
             radius: Theme.radius.tile
@@ -50,6 +59,7 @@ Rectangle {
                 anchors.centerIn: parent
                 symbol: hud.symbol
                 side: 20
+                weight: Font.Black
                 color: hud.tier === "" ? Theme.onAccent : style.foreground
             }
         }
@@ -60,7 +70,7 @@ Rectangle {
 
             Text {
                 width: hud.textWidth
-                text: hud.title
+                text: L10n.isolated(hud.title)
                 color: Theme.onAccent
                 font.pixelSize: Theme.fontSize.body
                 font.weight: Font.Bold
@@ -70,9 +80,11 @@ Rectangle {
 
             Text {
                 width: hud.textWidth
-                text: hud.subtitle
+                text: L10n.isolated(hud.subtitle)
                 color: Theme.muted
                 font.pixelSize: Theme.fontSize.caption
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
                 elide: Text.ElideRight
                 textFormat: Text.PlainText
             }

@@ -23,7 +23,7 @@ QStringList MatchSummary::clipTitles() const
     QStringList titles;
     if (const auto session = match()) {
         std::ranges::transform(session->clipFiles(), std::back_inserter(titles),
-                               [](const QString& path) { return Clip(path).displayTitle(); });
+                               [](const QString& path) { return Clip(path).visibleTitle(); });
     }
     return titles;
 }

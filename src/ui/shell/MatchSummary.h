@@ -9,12 +9,12 @@
 namespace quelto {
 
 /// The name and clip titles of the match that the current page is about. The match may be deleted while the page is
-/// open; `isKnown` is then false.
+/// open; `isMissing` is then true. Everything is empty until the matches are loaded.
 ///
 /// Thread: main.
 class MatchSummary : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool isKnown READ isKnown NOTIFY changed)
+    Q_PROPERTY(bool isMissing READ isMissing NOTIFY changed)
     Q_PROPERTY(QString name READ name NOTIFY changed)
     /// The titles of the clips that still exist, in the order of saving.
     Q_PROPERTY(QStringList clipTitles READ clipTitles NOTIFY changed)
@@ -22,7 +22,7 @@ class MatchSummary : public QObject {
 public:
     MatchSummary(const MatchTracker& matches, const Navigation& navigation, QObject* parent = nullptr);
 
-    bool isKnown() const { return match().has_value(); }
+    bool isMissing() const { return m_matches.isLoaded() && !match(); }
     QString name() const;
     QStringList clipTitles() const;
 

@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Icons
+import Quelto.Shared
 import Quelto.Theme
 
 // The content of a NavItem.
@@ -35,7 +36,7 @@ Item {
         anchors.right: number.left
         anchors.rightMargin: label.count >= 0 ? Theme.spacing.row : 0
         anchors.verticalCenter: parent.verticalCenter
-        text: label.text
+        text: L10n.isolated(label.text)
         color: label.isMarked ? Theme.text : Theme.muted
         font.pixelSize: Theme.fontSize.body
         font.weight: label.active ? Font.DemiBold : Font.Medium

@@ -14,8 +14,8 @@ PlaceholderPage {
     readonly property real heightOfTheRest: 290
 
     symbol: "flag.checkered"
-    title: MatchSummary.isKnown ? MatchSummary.name : L10n.T("Bu maç artık listede yok")
-    text: MatchSummary.isKnown ? L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.") : ""
+    title: MatchSummary.isMissing ? L10n.T("Bu maç artık listede yok") : MatchSummary.name
+    text: MatchSummary.isMissing ? "" : L10n.T("Klipleri burada izleyip ayıklamak bir sonraki sürümde geliyor. Şimdilik klip klasöründe bulabilirsiniz.")
 
     details: ListView {
         width: parent.width
@@ -30,14 +30,14 @@ PlaceholderPage {
             required property string modelData
 
             width: ListView.view.width
-            text: modelData
+            text: L10n.isolated(modelData)
             color: Theme.text
             font.pixelSize: Theme.fontSize.body
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             textFormat: Text.PlainText
             Accessible.role: Accessible.ListItem
-            Accessible.name: text
+            Accessible.name: modelData
         }
     }
 

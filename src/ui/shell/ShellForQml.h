@@ -4,6 +4,7 @@
 #include "ui/shared/SharedForQml.h"
 #include "ui/shell/LibraryOverview.h"
 #include "ui/shell/MatchSummary.h"
+#include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 
 /// Registers the objects that only the window shell uses in QML. Each instance is set before the first file loads.
@@ -27,6 +28,13 @@ struct GameListForQml {
     Q_GADGET
     QML_FOREIGN(quelto::GameList)
     QML_ANONYMOUS
+};
+
+struct SaveFailureForQml : SharedForQml<SaveFailure> {
+    Q_GADGET
+    QML_FOREIGN(quelto::SaveFailure)
+    QML_NAMED_ELEMENT(SaveFailure)
+    QML_SINGLETON
 };
 
 struct MatchSummaryForQml : SharedForQml<MatchSummary> {

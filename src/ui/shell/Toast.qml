@@ -71,14 +71,14 @@ Item {
 
             anchors.centerIn: parent
             width: Math.min(implicitWidth, capsule.width - 2 * toast.padding)
-            text: internal.text
+            text: L10n.isolated(internal.text)
             color: Theme.onAccent
             font.pixelSize: Theme.fontSize.body
             font.weight: Font.DemiBold
             elide: Text.ElideRight
             textFormat: Text.PlainText
             Accessible.role: Accessible.AlertMessage
-            Accessible.name: text
+            Accessible.name: internal.text
         }
     }
 }

@@ -25,16 +25,4 @@ void WindowCommands::edit(const QString& method, QObject* item)
     }
 }
 
-void WindowCommands::clipSaved()
-{
-    m_lastFailure.clear();
-    Q_EMIT lastSaveChanged();
-}
-
-void WindowCommands::saveFailed(const QString& message)
-{
-    m_lastFailure = message;
-    Q_EMIT lastSaveChanged();
-}
-
 } // namespace quelto

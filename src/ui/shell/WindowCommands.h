@@ -8,12 +8,11 @@
 
 namespace quelto {
 
-/// The actions of the window's menus and buttons, other than those of the recorder, and the error of the last save.
+/// The actions of the window's menus and buttons, other than those of the recorder.
 ///
 /// Thread: main.
 class WindowCommands : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString lastFailure READ lastFailure NOTIFY lastSaveChanged)
     Q_PROPERTY(QString settingsPath READ settingsPath CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
 
@@ -30,8 +29,6 @@ public:
 
     WindowCommands(Actions actions, QString settingsPath, QObject* parent = nullptr);
 
-    /// The error message of the last save; empty if it succeeded.
-    QString lastFailure() const { return m_lastFailure; }
     QString settingsPath() const { return m_settingsPath; }
     QString version() const;
 
@@ -44,16 +41,9 @@ public:
     /// Calls the item's method "undo", "cut", "copy", "paste" or "selectAll" if it has it. The item may be null.
     Q_INVOKABLE static void edit(const QString& method, QObject* item);
 
-    void clipSaved();
-    void saveFailed(const QString& message);
-
-Q_SIGNALS:
-    void lastSaveChanged();
-
 private:
     Actions m_actions;
     QString m_settingsPath;
-    QString m_lastFailure;
 };
 
 } // namespace quelto

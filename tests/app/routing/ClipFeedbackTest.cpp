@@ -34,8 +34,10 @@ protected:
 
     test::ManualTime time;
     test::ManualQueue queue{time};
-    MatchTracker matches{
-        {.library = library, .main = queue, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))}};
+    MatchTracker matches{{.library = library,
+                          .main = queue,
+                          .work = queue,
+                          .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))}};
     ClipFeedback feedback{
         settings, matches,
         ClipFeedback::Actions{
@@ -117,11 +119,15 @@ TEST_F(ClipFeedbackTest, TakesTheTierFromTheMomentAndNotFromTheFileName)
 
 TEST_F(ClipFeedbackTest, ShowsAFailedSave)
 {
-    feedback.saveFailed(QStringLiteral("disk full"));
-    EXPECT_EQ(done().join(u'/'), QStringLiteral("hud Klip kaydedilemedi|disk full|error|/toast disk full"));
+    const auto message = QStringLiteral("Klip yazılamadı: disk full");
+    const auto reason = QStringLiteral("disk full");
+    feedback.saveFailed(message, reason);
+    EXPECT_EQ(done().join(u'/'),
+              QStringLiteral("hud Klip kaydedilemedi|disk full|error|/toast Klip yazılamadı: disk full"))
+        << "the HUD's title says that the clip was not saved, the toast has no title";
     settings.setShowOverlay(false);
-    feedback.saveFailed(QStringLiteral("disk full"));
-    EXPECT_EQ(done().join(u'/'), QStringLiteral("toast disk full"));
+    feedback.saveFailed(message, reason);
+    EXPECT_EQ(done().join(u'/'), QStringLiteral("toast Klip yazılamadı: disk full"));
 }
 
 TEST_F(ClipFeedbackTest, ShowsTheEndOfAMatchByHudSoundAndDesktopNotification)

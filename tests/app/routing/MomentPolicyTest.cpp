@@ -26,8 +26,10 @@ protected:
     test::ManualTime time;
     test::ManualQueue queue{time};
     bool isRecording = true;
-    MatchTracker matches{
-        {.library = library, .main = queue, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))}};
+    MatchTracker matches{{.library = library,
+                          .main = queue,
+                          .work = queue,
+                          .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))}};
     MomentPolicy policy{
         settings, matches,
         MomentPolicy::Actions{

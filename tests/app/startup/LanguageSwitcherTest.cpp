@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/startup/LanguageSwitcher.h"
 
+#include "base/keys/HotKeyText.h"
 #include "base/language/L10n.h"
+#include "base/settings/AppSettings.h"
 #include "ui/controls/KeyNames.h"
 
 #include <QCoreApplication>
@@ -29,9 +31,7 @@ protected:
 
 TEST_F(LanguageSwitcherTest, AppliesTheLanguageToQtTexts)
 {
-    settings.setLanguage(QStringLiteral("de"));
-    L10n::use(QStringLiteral("tr"));
-    const LanguageSwitcher language(settings);
+    const LanguageSwitcher language(QStringLiteral("de"));
     EXPECT_EQ(L10n::current(), Language::de);
     EXPECT_EQ(cancel(), QStringLiteral("Abbrechen"));
     for (const auto& wording :
@@ -44,12 +44,32 @@ TEST_F(LanguageSwitcherTest, AppliesTheLanguageToQtTexts)
 
 TEST_F(LanguageSwitcherTest, NamesKeysInTheLanguage)
 {
-    const LanguageSwitcher language(settings);
-    settings.setLanguage(QStringLiteral("de"));
+    const LanguageSwitcher language(QStringLiteral("de"));
     EXPECT_EQ(KeyNames::of(QStringLiteral("Ctrl+O")), QStringLiteral("Strg+O"));
     settings.setLanguage(QStringLiteral("en"));
     EXPECT_EQ(KeyNames::of(QStringLiteral("Ctrl+O")), QStringLiteral("Ctrl+O"));
     EXPECT_TRUE(KeyNames::of(QString()).isEmpty());
+}
+
+TEST_F(LanguageSwitcherTest, ChangesQtTextsBeforeTheLanguageIsAnnounced)
+{
+    QString inSlot;
+    QObject::connect(&settings, &AppSettings::languageChanged, [&] { inSlot = cancel(); });
+    const LanguageSwitcher language(settings.language());
+    settings.setLanguage(QStringLiteral("fr"));
+    EXPECT_EQ(inSlot, QStringLiteral("Annuler"));
+}
+
+TEST_F(LanguageSwitcherTest, WritesTheShortcutInTheKeyNamesOfTheLanguage)
+{
+    const LanguageSwitcher language(QStringLiteral("de"));
+    constexpr auto AltShift = modifierBits::option + modifierBits::shift;
+    EXPECT_EQ(hotKeyText(AltShift, QStringLiteral("C")), QStringLiteral("Alt+Umschalt+C"));
+    EXPECT_EQ(hotKeyText(modifierBits::control, QStringLiteral("⌦")), QStringLiteral("Strg+Entf"));
+    settings.setLanguage(QStringLiteral("fr"));
+    EXPECT_EQ(hotKeyText(AltShift, QStringLiteral("C")), QStringLiteral("Alt+Maj+C"));
+    settings.setLanguage(QStringLiteral("tr"));
+    EXPECT_EQ(hotKeyText(AltShift, QStringLiteral("C")), QStringLiteral("Alt+Shift+C"));
 }
 
 } // namespace

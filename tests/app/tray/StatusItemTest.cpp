@@ -54,7 +54,7 @@ TEST_F(StatusItemTest, HasItsEntriesInOrder)
 {
     const QStringList expected{QStringLiteral("Kayıt kapalı"),
                                QStringLiteral("-"),
-                               QStringLiteral("Klip Kaydet (⌥⇧C)"),
+                               QStringLiteral("Klip Kaydet (Alt+Shift+C)"),
                                QStringLiteral("Kaydı Başlat"),
                                QStringLiteral("-"),
                                QStringLiteral("Quelto'yi Aç"),
@@ -99,6 +99,41 @@ TEST_F(StatusItemTest, RunsTheCommandOfEachEntry)
     const QStringList expected{QStringLiteral("showWindow"), QStringLiteral("openFolder"),
                                QStringLiteral("showSettings"), QStringLiteral("quit")};
     EXPECT_EQ(asked, expected);
+}
+
+TEST_F(StatusItemTest, IconIsFilledOnlyWhileRecording)
+{
+    QObject::connect(recorder.get(), &Recorder::stateChanged, item.get(), &StatusItem::updateIcon);
+    const auto drawn = [this](int side) { return item->icon().pixmap(side, side).toImage(); };
+    // The share of the icon that is painted, and whether its middle is.
+    const auto isFilled = [](const QImage& icon) {
+        double ink = 0;
+        for (int y = 0; y < icon.height(); ++y) {
+            for (int x = 0; x < icon.width(); ++x) {
+                ink += qAlpha(icon.pixel(x, y)) / 255.0;
+            }
+        }
+        return std::pair(qAlpha(icon.pixel(icon.width() / 2, icon.height() / 2)) > 127,
+                         ink / (icon.width() * icon.height()));
+    };
+    for (const int side : {16, 22, 48}) {
+        const auto [isIdleFilled, idleInk] = isFilled(drawn(side));
+        record();
+        const auto [isRecordingFilled, recordingInk] = isFilled(drawn(side));
+        EXPECT_FALSE(isIdleFilled) << side;
+        EXPECT_TRUE(isRecordingFilled) << side;
+        EXPECT_GT(recordingInk, 1.3 * idleInk) << side;
+        drawn(side).save(
+            QDir(QStringLiteral(QUELTO_PICTURES)).filePath(QStringLiteral("tray-recording-%1.png").arg(side)));
+        recorder->stop();
+        time.settle();
+        drawn(side).save(QDir(QStringLiteral(QUELTO_PICTURES)).filePath(QStringLiteral("tray-idle-%1.png").arg(side)));
+    }
+    fakes.frames->error = QStringLiteral("gone");
+    recorder->start();
+    time.settle();
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
+    drawn(22).save(QDir(QStringLiteral(QUELTO_PICTURES)).filePath(QStringLiteral("tray-error-22.png")));
 }
 
 TEST_F(StatusItemTest, FollowsTheLanguage)

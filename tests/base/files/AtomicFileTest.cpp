@@ -74,6 +74,17 @@ TEST(AtomicFile, UnpublishedFileIsDeleted)
     EXPECT_EQ(entries(folder.path()), QStringList{});
 }
 
+TEST(AtomicFile, MakesProgressWhileALargeFileIsFlushed)
+{
+    const QTemporaryDir folder;
+    const std::vector<std::byte> bytes(20 << 20);
+    AtomicFile file(folder.path());
+    file.write(bytes);
+    const auto written = AtomicFile::progress();
+    file.flush();
+    EXPECT_GE(AtomicFile::progress(), written + 4);
+}
+
 TEST(AtomicFile, NeverReplacesExistingFile)
 {
     const QTemporaryDir folder;

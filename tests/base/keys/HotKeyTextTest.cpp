@@ -16,6 +16,29 @@ TEST(HotKeyText, ShowsModifiersInFixedOrder)
     EXPECT_EQ(hotKeyDisplay(256 + 512 + 2048 + 4096, QString()), QStringLiteral("⌃⌥⇧⌘"));
 }
 
+TEST(HotKeyText, NamesTheDefaultShortcutAsDesktopsDo)
+{
+    EXPECT_EQ(hotKeyText(2560, QStringLiteral("C")), QStringLiteral("Alt+Shift+C"));
+    EXPECT_EQ(hotKeyWords(2560, QStringLiteral("C")),
+              (QStringList{QStringLiteral("Alt"), QStringLiteral("Shift"), QStringLiteral("C")}));
+}
+
+TEST(HotKeyText, NamesAllModifiersInTheOrderOfTheirSymbols)
+{
+    EXPECT_EQ(hotKeyText(256 + 512 + 2048 + 4096, QStringLiteral("F9")), QStringLiteral("Ctrl+Alt+Shift+Super+F9"));
+}
+
+TEST(HotKeyText, NamesKeysThatAreStoredAsSymbols)
+{
+    const auto named = [](std::uint32_t code) { return hotKeyText(0, hotKeyName(code, {})); };
+    EXPECT_EQ(named(36), QStringLiteral("Return"));
+    EXPECT_EQ(named(48), QStringLiteral("Tab"));
+    EXPECT_EQ(named(51), QStringLiteral("Backspace"));
+    EXPECT_EQ(named(117), QStringLiteral("Del"));
+    EXPECT_EQ(named(121), QStringLiteral("PgDown"));
+    EXPECT_EQ(named(123), QStringLiteral("←")) << "arrow keys are labelled with arrows";
+}
+
 TEST(HotKeyText, RecognizesFunctionKeys)
 {
     EXPECT_TRUE(isFunctionKey(122));

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/settings/AppSettings.h"
+#include "base/settings/OutOfRangeSetting.h"
 
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QMetaProperty>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -24,8 +26,10 @@ protected:
         file.write("[General]\n" + lines);
     }
 
-    QByteArray stored() const
+    /// The file, when it has all values of these settings.
+    QByteArray stored(AppSettings& settings) const
     {
+        EXPECT_TRUE(settings.finishWriting(std::chrono::seconds(10)));
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
@@ -69,8 +73,8 @@ TEST_F(AppSettingsTest, HasDefaultsOnFirstRun)
 
 TEST_F(AppSettingsTest, DoesNotWriteDefaults)
 {
-    const AppSettings settings(path);
-    EXPECT_TRUE(stored().isEmpty());
+    AppSettings settings(path);
+    EXPECT_TRUE(stored(settings).isEmpty());
 }
 
 TEST_F(AppSettingsTest, FallsBackToTheDefaultForAnUnknownPreset)
@@ -107,11 +111,25 @@ TEST_F(AppSettingsTest, WritesAValueWhenItIsSet)
 {
     AppSettings settings(path);
     settings.setClipLength(60);
-    EXPECT_TRUE(stored().contains("clipLength=60"));
+    EXPECT_TRUE(stored(settings).contains("clipLength=60"));
     settings.setCodec(VideoCodec::hevc);
-    EXPECT_TRUE(stored().contains("codec=hevc"));
+    EXPECT_TRUE(stored(settings).contains("codec=hevc"));
     settings.setCaptureAudio(false);
-    EXPECT_TRUE(stored().contains("captureAudio=false"));
+    EXPECT_TRUE(stored(settings).contains("captureAudio=false"));
+}
+
+TEST_F(AppSettingsTest, SetterDoesNotWaitForTheDisk)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    AppSettings settings(path);
+    // What the file is written under. While another program holds it, writing has to wait.
+    QLockFile busy(path + QStringLiteral(".lock"));
+    ASSERT_TRUE(busy.tryLock());
+    settings.setFps(30);
+    settings.setFps(120);
+    EXPECT_FALSE(settings.finishWriting(std::chrono::milliseconds(50)));
+    busy.unlock();
+    EXPECT_TRUE(stored(settings).contains("fps=120"));
 }
 
 TEST_F(AppSettingsTest, WritesEveryPreferenceUnderItsOwnName)
@@ -137,7 +155,7 @@ TEST_F(AppSettingsTest, WritesEveryPreferenceUnderItsOwnName)
                                                       : QVariant(before.toDouble() + 1);
         EXPECT_TRUE(property.write(&settings, changed)) << name;
         EXPECT_EQ(changes, 1) << name;
-        EXPECT_TRUE(stored().contains(QByteArray("\n") + property.name() + '=')) << name;
+        EXPECT_TRUE(stored(settings).contains(QByteArray("\n") + property.name() + '=')) << name;
         EXPECT_EQ(property.read(std::make_unique<AppSettings>(path).get()).toString(), changed.toString()) << name;
     }
     EXPECT_EQ(preferences, 30);
@@ -181,6 +199,7 @@ TEST_F(AppSettingsTest, EmptySaveFolderIsTheDefault)
     settings.setSaveFolder(QStringLiteral("/elsewhere"));
     settings.setSaveFolder(QString());
     EXPECT_EQ(settings.saveFolder(), usual);
+    EXPECT_FALSE(stored(settings).isEmpty());
     EXPECT_EQ(AppSettings(path).saveFolder(), usual);
 }
 
@@ -196,7 +215,23 @@ TEST_F(AppSettingsTest, RelativeSaveFolderIsInTheHomeFolder)
     EXPECT_EQ(settings.saveFolder(), QDir::homePath());
     settings.setSaveFolder(QStringLiteral("~clips"));
     EXPECT_EQ(settings.saveFolder(), QDir::homePath() + QStringLiteral("/~clips"));
+    EXPECT_FALSE(stored(settings).isEmpty());
     EXPECT_EQ(AppSettings(path).saveFolder(), settings.saveFolder());
+}
+
+TEST_F(AppSettingsTest, SaveFolderHasNoSurplusSlashes)
+{
+    const auto clips = QStringLiteral("/srv/clips");
+    AppSettings settings(path);
+    for (const char* written : {"/srv/clips/", "/srv/clips//", "//srv//clips", "/srv/./clips/."}) {
+        store(QByteArray("saveFolder=") + written + "\n");
+        EXPECT_EQ(AppSettings(path).saveFolder(), clips) << written;
+        settings.setSaveFolder(QString::fromLatin1(written));
+        EXPECT_EQ(settings.saveFolder(), clips) << written;
+        EXPECT_TRUE(stored(settings).contains("saveFolder=/srv/clips\n")) << written;
+    }
+    settings.setSaveFolder(QStringLiteral("/"));
+    EXPECT_EQ(settings.saveFolder(), QStringLiteral("/"));
 }
 
 TEST_F(AppSettingsTest, EmitsChangesBeforeWritingAndWritesUnchangedValues)
@@ -204,12 +239,13 @@ TEST_F(AppSettingsTest, EmitsChangesBeforeWritingAndWritesUnchangedValues)
     AppSettings settings(path);
     int changes = 0;
     bool wasWritten = true;
-    QObject::connect(&settings, &AppSettings::fpsChanged, &settings, [&] { wasWritten = stored().contains("fps"); });
+    QObject::connect(&settings, &AppSettings::fpsChanged, &settings,
+                     [&] { wasWritten = stored(settings).contains("fps"); });
     QObject::connect(&settings, &AppSettings::changed, &settings, [&] { ++changes; });
     settings.setFps(60);
     EXPECT_EQ(changes, 1);
     EXPECT_FALSE(wasWritten);
-    EXPECT_TRUE(stored().contains("fps=60"));
+    EXPECT_TRUE(stored(settings).contains("fps=60"));
 }
 
 TEST_F(AppSettingsTest, KeepsAValueThatCannotBeWritten)
@@ -227,7 +263,28 @@ TEST_F(AppSettingsDeathTest, OutOfRangeNumberEndsTheProgram)
     store("displayID=-1\n");
     EXPECT_DEATH(AppSettings{path}, "displayID");
     store("hotkeyCode=4294967296\n");
-    EXPECT_DEATH(AppSettings{path}, "hotkeyCode");
+    EXPECT_DEATH(AppSettings{path}, "hotkeyCode=4294967296 is out of range in .*Quelto.conf");
+    store("hotkeyModifiers=99999999999999999999\n");
+    EXPECT_DEATH(AppSettings{path}, "hotkeyModifiers");
+}
+
+TEST_F(AppSettingsTest, OutOfRangeNumberIsFoundWithoutReadingTheSettings)
+{
+    EXPECT_EQ(findOutOfRangeSetting(path), std::nullopt) << "no file";
+    const OutOfRangeSetting hotkey{.file = path, .key = QStringLiteral("hotkeyCode"), .value = QStringLiteral("-1")};
+    store("clipLength=-5\nfps=99999999999\ndisplayID=4294967295\nhotkeyCode=-1\n");
+    EXPECT_EQ(findOutOfRangeSetting(path), hotkey) << "only these three numbers have a range";
+    store("displayID=abc\nhotkeyModifiers=\nhotkeyCode=8\n");
+    EXPECT_EQ(findOutOfRangeSetting(path), std::nullopt) << "a word reads as 0";
+    store("displayID=99999999999999999999\n");
+    EXPECT_EQ(findOutOfRangeSetting(path)->value, QStringLiteral("99999999999999999999"));
+}
+
+TEST_F(AppSettingsTest, LanguageIsReadWithoutTheOtherSettings)
+{
+    EXPECT_EQ(storedLanguage(path), QStringLiteral("system"));
+    store("language=de\nhotkeyCode=-1\n");
+    EXPECT_EQ(storedLanguage(path), QStringLiteral("de"));
 }
 
 } // namespace

@@ -19,7 +19,8 @@ public:
         while (!m_tasks.empty() && m_tasks.begin()->first <= end) {
             runNext();
         }
-        m_now = end;
+        // A task may have advanced the time further.
+        m_now = std::max(m_now, end);
     }
 
     /// Advances to the earliest task and runs it.

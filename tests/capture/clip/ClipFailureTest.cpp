@@ -2,7 +2,9 @@
 #include "capture/clip/ClipWriter.h"
 #include "capture/clip/RecorderError.h"
 
+#include "tests/base/disk/NtfsDisk.h"
 #include "tests/base/disk/SmallDisk.h"
+#include "tests/base/faults/FileFaults.h"
 #include "tests/capture/clip/SnapshotMaker.h"
 #include "tests/media/probe/Probe.h"
 
@@ -12,7 +14,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cmath>
+#include <optional>
 
 namespace quelto {
 namespace {
@@ -125,6 +129,90 @@ TEST(ClipFailure, CreatesADeletedFolderAgain)
     ASSERT_TRUE(QDir(folder).removeRecursively());
     EXPECT_EQ(messageOf(requestInto(folder)), QString());
     EXPECT_EQ(filesIn(folder).size(), 1);
+}
+
+TEST(ClipFailure, InterruptedFileCallsAreRepeated)
+{
+    const QTemporaryDir parent;
+    const auto folder = parent.filePath(QStringLiteral("Quelto"));
+    test::FileFaults faults(folder);
+    const auto request = requestInto(folder, {.video = pictures(3), .audio = {}, .mic = {}, .chat = {}});
+    ASSERT_EQ(messageOf(request), QString());
+    const auto calls = faults.calls();
+    ASSERT_GT(calls.size(), 10);
+    for (const auto& call : calls) {
+        ASSERT_TRUE(QDir(folder).removeRecursively());
+        faults.use({test::faultRule(call.name, call.number, EINTR)});
+        EXPECT_EQ(messageOf(request), QString()) << call.name.toStdString() << ' ' << call.number;
+        EXPECT_EQ(filesIn(folder).size(), 1);
+    }
+}
+
+ClipRequest requestWithRejectedName(const QString& folder)
+{
+    auto request = requestInto(folder, {.video = pictures(3), .audio = {}, .mic = {}, .chat = {}});
+    request.game = QStringLiteral("What? \"Game\" <2>|*. ");
+    request.suffix = QStringLiteral("[ORTA 45] Who? .");
+    return request;
+}
+
+/// How a file system reports that it rejects a name: the error of a call for names that match a pattern.
+struct Rejection {
+    const char* fileSystem;
+    QList<QByteArray> rules;
+};
+
+class ClipNameRejection : public testing::TestWithParam<Rejection> { };
+
+TEST_P(ClipNameRejection, GivesTheClipAPortableName)
+{
+    const QTemporaryDir folder;
+    std::optional<test::FileFaults> faults(std::in_place, folder.path());
+    faults->use(GetParam().rules);
+    const auto request = requestWithRejectedName(folder.path());
+    const auto path = ClipWriter::write(request).path;
+    // Qt starts programs on a stack that is too small for calls that are made to fail.
+    faults.reset();
+    const auto name = QFileInfo(path).fileName();
+    EXPECT_TRUE(name.startsWith(QStringLiteral("What- -Game- -2---.  - "))) << name.toStdString();
+    EXPECT_TRUE(name.endsWith(QStringLiteral(" [ORTA 45] Who- ..mp4"))) << name.toStdString();
+    EXPECT_EQ(filesIn(folder.path()), QStringList{name});
+    EXPECT_EQ(test::decodingErrors(path), "");
+}
+
+QByteArray rejecting(const char* call, int error)
+{
+    return QByteArray(call) + " 0 " + QByteArray::number(error) + " *[?*\"<>|]*";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    FileSystems, ClipNameRejection,
+    testing::Values(
+        Rejection{"Vfat", {rejecting("renameat2", EINVAL), rejecting("linkat", EPERM), rejecting("create", EINVAL)}},
+        Rejection{"Ntfs3g", {test::faultRule("renameat2", 0, EINVAL), rejecting("linkat", EINVAL)}},
+        Rejection{"FuseExfat",
+                  {test::faultRule("renameat2", 0, EINVAL), test::faultRule("linkat", 0, EPERM),
+                   rejecting("create", ENOENT)}}),
+    [](const auto& each) { return std::string(each.param.fileSystem); });
+
+TEST(ClipFailure, NamesThatNtfsRejectsBecomePortable)
+{
+    const test::NtfsDisk disk;
+    if (!disk.isMounted()) {
+        GTEST_SKIP() << "cannot mount NTFS, which requires root, FUSE and the package ntfs-3g";
+    }
+    const auto request = requestWithRejectedName(disk.path());
+    EXPECT_EQ(messageOf(request), QString());
+    EXPECT_EQ(messageOf(request), QString());
+    EXPECT_EQ(QDir(disk.path()).entryList({QStringLiteral("What- *.mp4")}, QDir::Files).size(), 2);
+    EXPECT_EQ(filesIn(disk.path()).size(), 2);
+}
+
+TEST(ClipFailure, NameThatTheFileSystemAcceptsIsKept)
+{
+    const QTemporaryDir folder;
+    EXPECT_TRUE(ClipWriter::write(requestWithRejectedName(folder.path()))
+                    .path.startsWith(folder.filePath(QStringLiteral("What? \"Game\" <2>|*.  - "))));
 }
 
 TEST(ClipFailure, ImplausibleTimestampsAreAnError)

@@ -2,6 +2,7 @@
 #include "capture/clip/ClipWriter.h"
 
 #include "library/naming/ClipName.h"
+#include "tests/base/faults/FileFaults.h"
 #include "tests/capture/clip/SnapshotMaker.h"
 #include "tests/media/probe/MediaDuration.h"
 #include "tests/media/probe/Mp4Boxes.h"
@@ -205,6 +206,18 @@ TEST_F(ClipWriterTest, SparseFramesKeepTheirTimes)
         ClipWriter::write(request({.video = video, .audio = {}, .mic = {}, .chat = {}}, PictureStart + 8s, 20)).path;
     EXPECT_EQ(test::readMp4Boxes(path).tracks.at(0).durations,
               (std::vector<std::uint32_t>{3600, 266400, 360000, 90000}));
+}
+
+TEST_F(ClipWriterTest, WritesTheFileInBlocks)
+{
+    const test::FileFaults faults(folder());
+    const ReplaySnapshot snapshot{
+        .video = pictures(3), .audio = sound({.seconds = 3, .value = tone(440, 0.5)}), .mic = {}, .chat = {}};
+    const auto path = ClipWriter::write(request(snapshot, PictureStart + 3s, 3)).path;
+    const auto calls = faults.calls();
+    constexpr qint64 BlockBytes = 512 << 10;
+    EXPECT_LE(std::ranges::count(calls, QByteArrayView("write"), &test::FileCall::name),
+              QFileInfo(path).size() / BlockBytes + 10);
 }
 
 TEST_F(ClipWriterTest, CreatesTheFolderWithItsParents)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/mix/AudioMixer.h"
+#include "capture/mix/PeakLevel.h"
 
 #include "media/audio/ResamplingConverter.h"
 
@@ -40,21 +41,19 @@ struct Rendered {
     std::vector<float> right;
 };
 
-Rendered rendered(const AudioBuffers& samples)
+Rendered rendered(AudioMix mix)
 {
     Rendered out;
-    for (const auto& sample : samples) {
-        std::vector<float> values(sample->data.size() / sizeof(float));
-        std::memcpy(values.data(), sample->data.data(), sample->data.size());
-        for (std::size_t i = 0; i < values.size(); i += 2) {
-            out.left.push_back(values[i]);
-            out.right.push_back(values[i + 1]);
+    for (auto block = mix.next(); !block.empty(); block = mix.next()) {
+        for (std::size_t i = 0; i < block.size(); i += 2) {
+            out.left.push_back(block[i]);
+            out.right.push_back(block[i + 1]);
         }
     }
     return out;
 }
 
-AudioBuffers mixed(const std::vector<MixSource>& sources, HostTime end)
+AudioMix mixed(const std::vector<MixSource>& sources, HostTime end)
 {
     return AudioMixer(makeResamplingConverter).mix(sources, Start, end);
 }
@@ -68,17 +67,13 @@ TEST(AudioMixer, IsEmptyWithoutLength)
 
 TEST(AudioMixer, RoundsTheLengthUpToAWholeFrame)
 {
-    const auto samples = mixed({{{constant(Start, 10, 0.5F)}, 1}}, Start + fromSeconds(0.00001));
-    ASSERT_EQ(samples.size(), 1);
-    EXPECT_EQ(samples.first()->frames, 1);
-    EXPECT_EQ(AudioMixer::silence(Start, Start + std::chrono::seconds(1) + HostDuration(1)).last()->frames,
-              48001 % AudioMixer::chunkFrames);
+    EXPECT_EQ(mixed({{{constant(Start, 10, 0.5F)}, 1}}, Start + fromSeconds(0.00001)).frames(), 1);
+    EXPECT_EQ(AudioMixer::silence(Start, Start + std::chrono::seconds(1) + HostDuration(1)).frames(), 48001);
 }
 
 TEST(AudioMixer, DoesNotAddAFrameToAnExactLength)
 {
-    const auto total = rendered(AudioMixer::silence(Start, Start + std::chrono::seconds(30))).left.size();
-    EXPECT_EQ(total, 48000U * 30);
+    EXPECT_EQ(AudioMixer::silence(Start, Start + std::chrono::seconds(30)).frames(), 48000 * 30);
 }
 
 TEST(AudioMixer, SkipsASourceWithZeroGain)
@@ -238,22 +233,74 @@ TEST(AudioMixer, SkipsUnknownFormats)
     EXPECT_EQ(out.left.at(10), 0.5F);
 }
 
-TEST(AudioMixer, CutsBuffersOf4096FramesWithExactTimestamps)
+TEST(AudioMixer, RendersBlocksOf4096FramesOfWhichTheLastIsShorter)
 {
-    const auto samples = AudioMixer::silence(Start, Start + std::chrono::seconds(1));
-    ASSERT_EQ(samples.size(), 12);
-    EXPECT_EQ(samples.first()->frames, 4096);
-    EXPECT_EQ(samples.last()->frames, 48000 - 11 * 4096);
-    EXPECT_EQ(samples.at(11)->presentationTime, Start + frames(11 * 4096));
-    EXPECT_EQ(samples.last()->data.size(), static_cast<std::size_t>(samples.last()->frames) * 8);
+    auto mix = AudioMixer::silence(Start, Start + std::chrono::seconds(1));
+    for (int i = 0; i < 11; ++i) {
+        EXPECT_EQ(mix.next().size(), 2 * 4096U);
+    }
+    EXPECT_EQ(mix.next().size(), 2 * (48000U - 11 * 4096));
+    EXPECT_TRUE(mix.next().empty());
 }
 
-TEST(AudioMixer, KeepsTimestampsExactOverHours)
+TEST(AudioMixer, BlocksJoinWithoutAGap)
 {
-    constexpr std::int64_t Far = 48000LL * 3600 * 3;
-    const std::vector<float> one(1);
-    const auto samples = AudioMixer::makeSamples(one, one, Start + frames(Far));
-    EXPECT_EQ(samples.first()->presentationTime - Start, std::chrono::hours(3));
+    AudioBuffers samples;
+    for (int i = 0; i < 100; ++i) {
+        samples.append(constant(Start + frames(i * 1000), 1000, 0.001F * static_cast<float>(i)));
+    }
+    const auto out = rendered(mixed({{samples, 1}}, Start + frames(100'000)));
+    for (std::size_t i = 0; i < out.left.size(); ++i) {
+        ASSERT_EQ(out.left[i], 0.001F * static_cast<float>(i / 1000)) << i;
+    }
+}
+
+TEST(AudioMixer, ReleasesBuffersThatAreRendered)
+{
+    AudioBuffers samples;
+    std::vector<std::weak_ptr<const AudioBuffer>> observed;
+    for (int i = 0; i < 100; ++i) {
+        samples.append(constant(Start + frames(i * 1000), 1000, 0.5F));
+        observed.emplace_back(samples.last());
+    }
+    auto mix = mixed({{std::exchange(samples, {}), 1}}, Start + frames(100'000));
+    mix.next();
+    EXPECT_FALSE(observed[0].expired());
+    mix.next();
+    mix.next();
+    EXPECT_TRUE(observed[0].expired());
+    EXPECT_TRUE(observed[3].expired());
+    EXPECT_FALSE(observed[50].expired());
+}
+
+TEST(AudioMixer, ClosesAGapAcrossABlockBorder)
+{
+    // By its timestamp the second buffer belongs to the second block, but it follows the first one.
+    const AudioBuffers samples{constant(Start, 2500, 0.1F), constant(Start + frames(4100), 480, 0.2F)};
+    const auto out = rendered(mixed({{samples, 1}}, Start + frames(10'000)));
+    EXPECT_EQ(out.left.at(2500), 0.2F);
+    EXPECT_EQ(out.left.at(4100), 0.0F);
+}
+
+TEST(AudioMixer, PlacesBuffersInAnyOrder)
+{
+    const AudioBuffers samples{constant(Start + frames(90'000), 480, 0.1F), constant(Start + frames(10), 480, 0.2F)};
+    const auto out = rendered(mixed({{samples, 1}}, Start + frames(100'000)));
+    EXPECT_EQ(out.left.at(10), 0.2F);
+    EXPECT_EQ(out.left.at(90'000), 0.1F);
+}
+
+TEST(AudioMixer, TakesABufferWithoutDataAsSilence)
+{
+    auto silence = std::make_shared<AudioBuffer>();
+    silence->presentationTime = Start;
+    silence->frames = 4800;
+    const auto out =
+        rendered(mixed({{{silence, constant(Start + frames(4800), 10, 0.5F)}, 1}}, Start + frames(48'000)));
+    EXPECT_EQ(out.left.at(4799), 0.0F);
+    EXPECT_EQ(out.left.at(4800), 0.5F);
+    EXPECT_EQ(mixed({{{silence}, 1}}, Start + frames(48'000)).frames(), 48'000);
+    EXPECT_EQ(peakLevel(*silence), 0.0F);
 }
 
 AudioBuffer withValues(PcmEncoding encoding, PcmLayout layout, std::vector<std::byte> data, int count)
@@ -268,38 +315,37 @@ AudioBuffer withValues(PcmEncoding encoding, PcmLayout layout, std::vector<std::
 
 TEST(PeakLevel, TakesTheLargestMagnitudeOfAllInterleavedChannels)
 {
-    EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::float32, PcmLayout::interleaved,
-                                               bytesOf(std::vector{0.1F, -0.75F, 0.2F, 0.3F}), 2)),
+    EXPECT_EQ(peakLevel(withValues(PcmEncoding::float32, PcmLayout::interleaved,
+                                   bytesOf(std::vector{0.1F, -0.75F, 0.2F, 0.3F}), 2)),
               0.75F);
 }
 
 TEST(PeakLevel, MeasuresOnlyTheFirstChannelOfPlanarAudio)
 {
-    EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::float32, PcmLayout::planar,
-                                               bytesOf(std::vector{0.1F, -0.25F, 0.9F, 0.9F}), 2)),
+    EXPECT_EQ(peakLevel(withValues(PcmEncoding::float32, PcmLayout::planar,
+                                   bytesOf(std::vector{0.1F, -0.25F, 0.9F, 0.9F}), 2)),
               0.25F);
 }
 
 TEST(PeakLevel, ScalesIntegersAndLimitsToOne)
 {
-    EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::int16, PcmLayout::interleaved,
-                                               bytesOf(std::vector<std::int16_t>{16384, -8192}), 1)),
+    EXPECT_EQ(peakLevel(withValues(PcmEncoding::int16, PcmLayout::interleaved,
+                                   bytesOf(std::vector<std::int16_t>{16384, -8192}), 1)),
               0.5F);
-    EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::int32, PcmLayout::interleaved,
-                                               bytesOf(std::vector<std::int32_t>{1 << 29, -(1 << 30)}), 1)),
+    EXPECT_EQ(peakLevel(withValues(PcmEncoding::int32, PcmLayout::interleaved,
+                                   bytesOf(std::vector<std::int32_t>{1 << 29, -(1 << 30)}), 1)),
               0.5F);
-    EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::int16, PcmLayout::interleaved,
-                                               bytesOf(std::vector<std::int16_t>{-32768, 0}), 1)),
+    EXPECT_EQ(peakLevel(withValues(PcmEncoding::int16, PcmLayout::interleaved,
+                                   bytesOf(std::vector<std::int16_t>{-32768, 0}), 1)),
               1.0F);
-    EXPECT_EQ(AudioMixer::peakLevel(
-                  withValues(PcmEncoding::float32, PcmLayout::interleaved, bytesOf(std::vector{7.0F, 0.0F}), 1)),
+    EXPECT_EQ(peakLevel(withValues(PcmEncoding::float32, PcmLayout::interleaved, bytesOf(std::vector{7.0F, 0.0F}), 1)),
               1.0F);
 }
 
 TEST(PeakLevel, IsZeroForUnknownFormats)
 {
-    EXPECT_EQ(AudioMixer::peakLevel(AudioBuffer{}), 0.0F);
-    EXPECT_EQ(AudioMixer::peakLevel(withValues(PcmEncoding::unknown, PcmLayout::interleaved, {}, 5)), 0.0F);
+    EXPECT_EQ(peakLevel(AudioBuffer{}), 0.0F);
+    EXPECT_EQ(peakLevel(withValues(PcmEncoding::unknown, PcmLayout::interleaved, {}, 5)), 0.0F);
 }
 
 } // namespace

@@ -25,8 +25,10 @@ protected:
     FakeKeyFrames keyFrames = FakeKeyFrames::everyThirtieth;
     FakeDelay encoderDelay = FakeDelay::none;
     std::optional<int> encoderError;
+    std::function<void()> whileOpeningEncoder;
     std::vector<EncoderRequest> encoders;
-    std::atomic<int> encoded = 0;
+    FakeEncoderInput encoderInput;
+    std::atomic<int>& encoded = encoderInput.frames;
     /// The clip writer's requests in order, and a hook that runs while it writes.
     std::vector<ClipRequest> written;
     std::function<void()> whileWriting;
@@ -35,6 +37,7 @@ protected:
     QList<SavedClip> savedClips;
     QStringList savedPaths;
     QStringList failures;
+    QStringList failureReasons;
     std::unique_ptr<Recorder> recorder;
 
     void SetUp() override
@@ -51,7 +54,10 @@ protected:
                     throw EncoderError(*encoderError);
                 }
                 encoders.push_back(request);
-                return std::make_unique<FakeEncoder>(std::move(onEncodedFrame), keyFrames, encoderDelay, encoded);
+                if (whileOpeningEncoder) {
+                    whileOpeningEncoder();
+                }
+                return std::make_unique<FakeEncoder>(std::move(onEncodedFrame), keyFrames, encoderDelay, encoderInput);
             },
             .clock = [this] { return time.now(); },
             .write =
@@ -72,7 +78,10 @@ protected:
             savedPaths.append(clip.path);
         });
         QObject::connect(recorder.get(), &Recorder::saveFailed, recorder.get(),
-                         [this](const QString& message) { failures.append(message); });
+                         [this](const QString& message, const QString& reason) {
+                             failures.append(message);
+                             failureReasons.append(reason);
+                         });
     }
 
     /// Sends one frame through the real video queue into the buffer.

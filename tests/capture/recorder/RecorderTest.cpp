@@ -104,22 +104,45 @@ TEST_F(RecorderTest, ReportsTheStatusWhenNoEncoderOpens)
     EXPECT_FALSE(fakes.frames->isRunning);
 }
 
-TEST_F(RecorderTest, FailsWithTheAudioServersMessageAndStopsEverything)
+TEST_F(RecorderTest, FailsWithTheScreensMessageAndStopsEverything)
 {
-    fakes.audioServer->systemError = QStringLiteral("no sound server");
+    fakes.frames->error = QStringLiteral("no screen");
     recorder->start();
     time.settle();
-    EXPECT_EQ(recorder->state().kind, CaptureState::Error);
-    EXPECT_EQ(recorder->state().message, QStringLiteral("no sound server"));
+    EXPECT_EQ(recorder->state(), (RecorderState{.kind = CaptureState::Error, .message = QStringLiteral("no screen")}));
     EXPECT_FALSE(fakes.frames->isRunning);
     EXPECT_EQ(fakes.audioServer->runningSources, 0);
+}
+
+TEST_F(RecorderTest, RecordsWithoutAnOutputDeviceAndWarnsUntilOneAppears)
+{
+    fakes.audioServer->systemProblem = QStringLiteral("no output device");
+    record();
+    EXPECT_EQ(recorder->micWarning(), QStringLiteral("no output device"));
+    EXPECT_TRUE(recorder->micActive());
+    fakes.audioServer->system->events.onWarning(std::nullopt);
+    time.settle();
+    EXPECT_EQ(recorder->micWarning(), std::nullopt);
+}
+
+TEST_F(RecorderTest, ForgetsWarningsOfAnEarlierStart)
+{
+    fakes.audioServer->systemProblem = QStringLiteral("no output device");
+    fakes.audioServer->micProblem = QStringLiteral("no microphone");
+    record();
+    fakes.frames->events.onStopped(QStringLiteral("unplugged"));
+    time.settle();
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
+    settings.setCaptureAudio(false);
+    settings.setCaptureMicrophone(false);
+    record();
+    EXPECT_EQ(recorder->micWarning(), std::nullopt);
 }
 
 TEST_F(RecorderTest, DoesNotUseTheAudioServerWhenSystemAudioIsOff)
 {
     settings.setCaptureAudio(false);
     settings.setCaptureMicrophone(false);
-    fakes.audioServer->systemError = QStringLiteral("no sound server");
     record();
     EXPECT_EQ(fakes.audioServer->runningSources, 0);
     EXPECT_FALSE(recorder->micActive());
@@ -128,7 +151,7 @@ TEST_F(RecorderTest, DoesNotUseTheAudioServerWhenSystemAudioIsOff)
 
 TEST_F(RecorderTest, RecordsWithoutAMicrophoneAndWarns)
 {
-    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micProblem = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_FALSE(recorder->micActive());
     EXPECT_EQ(recorder->micWarning(), QStringLiteral("Mikrofon başlatılamadı: Mikrofon bulunamadı."));
@@ -141,7 +164,7 @@ TEST_F(RecorderTest, ReportsWarningsOfTheAudioSources)
     fakes.audioServer->mic->events.onWarning(QStringLiteral("mic gone"));
     time.settle();
     EXPECT_FALSE(recorder->micActive());
-    EXPECT_EQ(recorder->micWarning(), QStringLiteral("mic gone"));
+    EXPECT_EQ(recorder->micWarning(), QStringLiteral("Mikrofon başlatılamadı: mic gone"));
     fakes.audioServer->mic->events.onWarning(std::nullopt);
     fakes.audioServer->system->events.onWarning(QStringLiteral("server gone"));
     time.settle();
@@ -225,6 +248,26 @@ TEST_F(RecorderTest, AdjustsTheBufferToTheClipLength)
     EXPECT_GE(written.at(0).snapshot.video.size(), 19);
 }
 
+TEST_F(RecorderTest, UsesAClipLengthThatChangedDuringASlowStart)
+{
+    settings.setAutoClipEnabled(false);
+    settings.setClipLength(300);
+    whileOpeningEncoder = [this] {
+        settings.setClipLength(15);
+        time.advance(seconds(1));
+    };
+    recorder->start();
+    time.advance(seconds(1));
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
+    for (int i = 0; i < 200; ++i) {
+        time.advance(seconds(1));
+        showFrame();
+    }
+    recorder->saveClip();
+    time.advance(milliseconds(250));
+    EXPECT_LE(written.at(0).snapshot.video.size(), 49);
+}
+
 TEST_F(RecorderTest, AppliesASettingThatChangedDuringTheStart)
 {
     recorder->start();
@@ -261,6 +304,74 @@ TEST_F(RecorderTest, EncodesTheLastFrameOfAnUnchangedScreen)
     EXPECT_EQ(written.at(0).snapshot.video.first()->presentationTime, shown);
 }
 
+TEST_F(RecorderTest, KeepsTheFrameThatItRepeats)
+{
+    encoderDelay = test::FakeDelay::onePicture;
+    record();
+    encoded.wait(1);
+    EXPECT_EQ(encoderInput.pixel, test::FakeFrameSource::shownPixel);
+}
+
+TEST_F(RecorderTest, ReplacesASilentEncoderByOneInSoftware)
+{
+    encoderDelay = test::FakeDelay::forever;
+    record();
+    encoderDelay = test::FakeDelay::none;
+    time.advance(milliseconds(1500));
+    showFrame();
+    time.advance(milliseconds(1499));
+    showFrame();
+    EXPECT_EQ(encoders.size(), 1U);
+    time.advance(milliseconds(1));
+    showFrame();
+    ASSERT_EQ(encoders.size(), 2U);
+    EXPECT_EQ(encoders.at(1).choice, EncoderChoice::software);
+    EXPECT_EQ(encoders.at(1).size, encoders.at(0).size);
+    recorder->saveClip();
+    time.advance(seconds(1));
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
+    EXPECT_EQ(written.at(0).snapshot.video.size(), 1);
+}
+
+TEST_F(RecorderTest, FailsWhenTheSecondEncoderIsSilentToo)
+{
+    encoderDelay = test::FakeDelay::forever;
+    record();
+    for (int i = 0; i < 5; ++i) {
+        time.advance(seconds(1));
+        showFrame();
+    }
+    EXPECT_EQ(encoders.size(), 2U);
+    time.advance(seconds(1));
+    const auto released = fakes.frames->releasedFrames.load();
+    fakes.frames->emitFrame(time.now());
+    fakes.frames->releasedFrames.wait(released);
+    time.settle();
+    EXPECT_EQ(recorder->state(),
+              (RecorderState{.kind = CaptureState::Error,
+                             .message = QStringLiteral("Kayıt durdu: Video kodlayıcı görüntü vermiyor. Farklı bir "
+                                                       "çözünürlük veya codec deneyin.")}));
+    EXPECT_FALSE(fakes.frames->isRunning);
+    EXPECT_EQ(encoders.size(), 2U);
+}
+
+TEST_F(RecorderTest, DoesNotTakeAStandstillOfTheProcessForASilentEncoder)
+{
+    encoderDelay = test::FakeDelay::onePicture;
+    record();
+    time.advance(seconds(60));
+    showFrame();
+    EXPECT_EQ(encoders.size(), 1U);
+}
+
+TEST_F(RecorderTest, DoesNotTakeAStillScreenForASilentEncoder)
+{
+    record();
+    time.advance(seconds(60));
+    showFrame();
+    EXPECT_EQ(encoders.size(), 1U);
+}
+
 TEST_F(RecorderTest, DropsAPendingRepetitionOnARestart)
 {
     encoderDelay = test::FakeDelay::onePicture;
@@ -271,16 +382,6 @@ TEST_F(RecorderTest, DropsAPendingRepetitionOnARestart)
     showFrame();
     encoded.wait(2);
     EXPECT_EQ(encoded, 3);
-}
-
-TEST_F(RecorderTest, KeepsAMicrophoneWarningFromBeforeTheEndOfTheStart)
-{
-    recorder->start();
-    main.post([this] { fakes.audioServer->mic->events.onWarning(QStringLiteral("gone again")); });
-    time.settle();
-    ASSERT_EQ(recorder->stateKind(), CaptureState::Recording);
-    EXPECT_FALSE(recorder->micActive());
-    EXPECT_EQ(recorder->micWarning(), QStringLiteral("gone again"));
 }
 
 TEST_F(RecorderTest, MeasuresTheBufferEveryTwoSecondsWhileRecording)

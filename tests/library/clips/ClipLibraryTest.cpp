@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/files/FileName.h"
 #include "library/naming/ClipMeta.h"
 #include "tests/library/clips/LibraryFixture.h"
+
+#include <unistd.h>
 
 namespace quelto {
 namespace {
@@ -247,21 +250,70 @@ TEST_F(ClipLibraryTest, ListsUnusualFileNames)
     EXPECT_EQ(library.clips()[4].title, QString());
 }
 
-TEST_F(ClipLibraryTest, ListsANameThatIsNotValidUtf8)
+/// Qt can neither create nor remove files whose names are not valid UTF-8.
+class FileOutsideUtf8 {
+public:
+    explicit FileOutsideUtf8(const QByteArray& path)
+        : m_path(path)
+    {
+        auto* const file = std::fopen(m_path.constData(), "w");
+        EXPECT_NE(file, nullptr);
+        std::fputs("12345", file);
+        std::fclose(file);
+    }
+    ~FileOutsideUtf8() { std::remove(m_path.constData()); }
+    FileOutsideUtf8(const FileOutsideUtf8&) = delete;
+    FileOutsideUtf8& operator=(const FileOutsideUtf8&) = delete;
+
+    bool exists() const { return ::access(m_path.constData(), F_OK) == 0; }
+
+private:
+    QByteArray m_path;
+};
+
+TEST_F(ClipLibraryTest, ListsNamesThatAreNotValidUtf8)
 {
     reloadedNames();
-    const QByteArray name = QFile::encodeName(settings.saveFolder()) + "/\xff\xfe.mp4";
-    auto* const file = std::fopen(name.constData(), "w");
-    ASSERT_NE(file, nullptr);
-    std::fputs("12345", file);
-    std::fclose(file);
+    const auto saveFolder = QFile::encodeName(settings.saveFolder());
+    const FileOutsideUtf8 first(saveFolder + "/Kale - B\xfcy\xfck.mp4");
+    const FileOutsideUtf8 second(saveFolder + "/Kale - B\xf6y\xf6k.mp4");
     reloadedNames();
-    ASSERT_EQ(library.clips().size(), 1);
-    EXPECT_EQ(library.clips().first().size, 5);
-    EXPECT_EQ(library.rename(library.clips().first(), QStringLiteral("x")), std::nullopt)
-        << "its path cannot be expressed as text";
-    // Qt cannot remove it.
-    std::remove(name.constData());
+    ASSERT_EQ(library.clips().size(), 2);
+    for (const auto& clip : library.clips()) {
+        EXPECT_EQ(clip.size, 5);
+        EXPECT_EQ(clip.game, QStringLiteral("Kale"));
+        EXPECT_EQ(clip.title, QStringLiteral("B\uFFFDy\uFFFDk"));
+    }
+    EXPECT_NE(library.clips()[0].path, library.clips()[1].path);
+}
+
+TEST_F(ClipLibraryTest, RenamesAClipWhoseNameIsNotValidUtf8)
+{
+    reloadedNames();
+    const auto saveFolder = QFile::encodeName(settings.saveFolder());
+    const FileOutsideUtf8 clip(saveFolder + "/B\xfcy\xfck - x.mp4");
+    const FileOutsideUtf8 sidecar(saveFolder + "/.B\xfcy\xfck - x.mp4.json");
+    reloadedNames();
+    const auto renamed = library.rename(library.clips().first(), QStringLiteral("Ace"));
+    ASSERT_TRUE(renamed);
+    EXPECT_EQ(renamed->path, path("B\uFFFDy\uFFFDk - Ace.mp4"));
+    EXPECT_TRUE(QFile::exists(renamed->path));
+    EXPECT_TRUE(QFile::exists(path(".B\uFFFDy\uFFFDk - Ace.mp4.json")));
+    EXPECT_FALSE(clip.exists());
+    EXPECT_FALSE(sidecar.exists());
+}
+
+TEST_F(ClipLibraryTest, TrashGetsTheExactNameThatIsNotValidUtf8)
+{
+    reloadedNames();
+    const auto clipPath = QFile::encodeName(settings.saveFolder()) + "/B\xfcy\xfck.mp4";
+    const FileOutsideUtf8 clip(clipPath);
+    const FileOutsideUtf8 sidecar(QFile::encodeName(settings.saveFolder()) + "/.B\xfcy\xfck.mp4.json");
+    reloadedNames();
+    library.trash(library.clips().first());
+    EXPECT_FALSE(sidecar.exists());
+    ASSERT_EQ(trash.recycled.size(), 1);
+    EXPECT_EQ(encodeFileName(trash.recycled.first()), clipPath);
 }
 
 TEST_F(ClipLibraryTest, ChangedSaveFolderIsScanned)
@@ -335,6 +387,21 @@ TEST_F(ClipLibraryTest, GamesAreSortedByCountThenName)
         counts.append(game.name + QString::number(game.count));
     }
     EXPECT_EQ(counts.join(u' '), QStringLiteral("C2 A1 B1 a1 Ä1"));
+}
+
+TEST_F(ClipLibraryTest, MarksTheNameOfClipsWithoutAGame)
+{
+    settings.setLanguage(QStringLiteral("tr"));
+    makeFile("Diğer - named.mp4");
+    makeFile("Dota 2 - a.mp4");
+    makeFile("Dota 2 - b.mp4");
+    reloadedNames();
+    EXPECT_EQ(library.games(),
+              (QList<GameCount>{{.name = QStringLiteral("Dota 2"), .count = 2},
+                                {.name = QStringLiteral("Diğer"), .count = 1}}));
+    makeFile("holiday.mp4");
+    reloadedNames();
+    EXPECT_EQ(library.games().first(), (GameCount{.name = QStringLiteral("Diğer"), .count = 2, .isOther = true}));
 }
 
 TEST_F(ClipLibraryTest, RenameMovesFileAndSidecarAndUpdatesTheListAtOnce)

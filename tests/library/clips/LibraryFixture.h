@@ -2,6 +2,7 @@
 #pragma once
 
 #include "library/clips/ClipLibrary.h"
+#include "tests/base/language/TimeZone.h"
 #include "tests/base/tasks/ManualQueue.h"
 #include "tests/library/clips/RecordingTrash.h"
 
@@ -14,32 +15,11 @@
 
 namespace quelto::test {
 
-/// Sets a time zone in which it is noon, so that a clip of some hours ago is of today whenever the tests run.
-class NoonTimeZone {
-public:
-    NoonTimeZone()
-        : m_zone(qgetenv("TZ"))
-        , m_hadZone(qEnvironmentVariableIsSet("TZ"))
-    {
-        // In TZ, positive offsets are west of Greenwich.
-        const int hoursWest = QDateTime::currentDateTimeUtc().time().hour() - 12;
-        qputenv("TZ", QString::asprintf("UTC%+d", hoursWest).toLatin1());
-    }
-    ~NoonTimeZone()
-    {
-        if (m_hadZone) {
-            qputenv("TZ", m_zone);
-        } else {
-            qunsetenv("TZ");
-        }
-    }
-    NoonTimeZone(const NoonTimeZone&) = delete;
-    NoonTimeZone& operator=(const NoonTimeZone&) = delete;
-
-private:
-    QByteArray m_zone;
-    bool m_hadZone;
-};
+/// A time zone in which it is noon, so that a clip of some hours ago is of today whenever the tests run.
+inline QByteArray noonTimeZone()
+{
+    return QString::asprintf("UTC%+d", QDateTime::currentDateTimeUtc().time().hour() - 12).toLatin1();
+}
 
 /// A temporary save folder and a library of it on manual queues, at noon.
 class LibraryFixture : public testing::Test {
@@ -66,7 +46,7 @@ protected:
         return {.settings = settings, .trash = trash, .main = libraryMain, .work = libraryWork};
     }
 
-    NoonTimeZone noon;
+    TimeZone noon{noonTimeZone()};
     QTemporaryDir folder;
     int argumentCount = 0;
     /// Created unless the test program has an application.

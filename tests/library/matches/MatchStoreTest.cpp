@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/matches/MatchStore.h"
 
+#include "tests/base/files/UnprivilegedUser.h"
+#include "tests/base/language/TimeZone.h"
+
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -12,6 +17,7 @@
 #include <csignal>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace quelto {
 namespace {
@@ -97,6 +103,16 @@ INSTANTIATE_TEST_SUITE_P(
             R"([{"id":"8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F","game":"g","hero":"","start":1,"clips":[]},{}])"}),
     [](const auto& row) { return row.param.name; });
 
+TEST(MatchStore, DatesAreInstants)
+{
+    const test::TimeZone start("UTC0");
+    const auto matches = decodedMatches(CompleteMatch);
+    ASSERT_TRUE(matches);
+    const auto json = encodedMatches(*matches);
+    const test::TimeZone east("UTC-3");
+    EXPECT_EQ(encodedMatches(*matches), json);
+}
+
 TEST(MatchStore, NullCountsAsAbsent)
 {
     EXPECT_TRUE(decodedMatches(R"([{"id":"8f14e45f-ceea-467f-9575-1b2a3c4d5e6f","game":"g","hero":"","start":1,
@@ -105,6 +121,29 @@ TEST(MatchStore, NullCountsAsAbsent)
 
 class MatchStoreFile : public testing::Test {
 protected:
+    void write(const QByteArray& content) const
+    {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    static QByteArray contentOf(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    /// For a test as an unprivileged user.
+    void allowEveryoneToChange() const
+    {
+        auto each = QFileInfo(path).path();
+        for (; each != QDir::tempPath(); each = QFileInfo(each).path()) {
+            ASSERT_EQ(::chmod(QFile::encodeName(each).constData(), 0777), 0);
+        }
+    }
+
     QTemporaryDir folder;
     QString path = folder.filePath(QStringLiteral("deep/er/matches.json"));
     MatchStore store{path};
@@ -133,18 +172,80 @@ TEST_F(MatchStoreFile, SaveKeepsTheSixtyNewest)
     EXPECT_EQ(store.load(), matches.first(60));
 }
 
-TEST_F(MatchStoreFile, LoadRenamesAnUnreadableFile)
+TEST_F(MatchStoreFile, FileWithInvalidContentIsSetAside)
 {
-    store.save({makeMatch()});
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[{]");
-    file.close();
+    write("[{]");
     EXPECT_TRUE(store.load().isEmpty());
     store.save({makeMatch()});
-    QFile backup(path + QStringLiteral(".unreadable"));
-    ASSERT_TRUE(backup.open(QIODevice::ReadOnly));
-    EXPECT_EQ(backup.readAll(), "[{]");
+    EXPECT_EQ(contentOf(path + QStringLiteral(".unreadable")), "[{]");
+}
+
+TEST_F(MatchStoreFile, FilesSetAsideEarlierAreKept)
+{
+    for (const auto* content : {"first", "second", "third"}) {
+        write(content);
+        EXPECT_TRUE(MatchStore(path).load().isEmpty());
+    }
+    EXPECT_EQ(contentOf(path + QStringLiteral(".unreadable")), "first");
+    EXPECT_EQ(contentOf(path + QStringLiteral(".unreadable-2")), "second");
+    EXPECT_EQ(contentOf(path + QStringLiteral(".unreadable-3")), "third");
+}
+
+TEST_F(MatchStoreFile, FileThatCannotBeOpenedIsSetAside)
+{
+    write(CompleteMatch);
+    allowEveryoneToChange();
+    QFile::setPermissions(path, QFileDevice::WriteOwner);
+    {
+        const test::UnprivilegedUser user;
+        EXPECT_TRUE(store.load().isEmpty());
+        store.save({makeMatch()});
+        EXPECT_EQ(store.load().size(), 1);
+    }
+    EXPECT_EQ(contentOf(path + QStringLiteral(".unreadable")), CompleteMatch);
+}
+
+TEST_F(MatchStoreFile, FileThatCanNeitherBeOpenedNorRenamedIsLeftAlone)
+{
+    write(CompleteMatch);
+    allowEveryoneToChange();
+    ASSERT_EQ(::chmod(QFile::encodeName(QFileInfo(path).path()).constData(), 0555), 0);
+    QFile::setPermissions(path, QFileDevice::WriteOwner);
+    {
+        const test::UnprivilegedUser user;
+        EXPECT_TRUE(store.load().isEmpty());
+    }
+    // Writing would succeed now.
+    store.save({makeMatch()});
+    EXPECT_EQ(contentOf(path), CompleteMatch);
+}
+
+TEST_F(MatchStoreFile, PipeAndFolderAreSetAsideWithoutWaiting)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    EXPECT_TRUE(MatchStore(path).load().isEmpty());
+    QDir().mkpath(path);
+    EXPECT_TRUE(store.load().isEmpty());
+    const auto match = makeMatch();
+    store.save({match});
+    EXPECT_EQ(store.load(), QList{match});
+    EXPECT_TRUE(QFileInfo(path + QStringLiteral(".unreadable-2")).isDir());
+}
+
+TEST_F(MatchStoreFile, FileBeyondTheBoundIsSetAsideUnread)
+{
+    // A sparse file that would take all memory.
+    write("");
+    ASSERT_TRUE(QFile::resize(path, qint64{1} << 40));
+    EXPECT_TRUE(store.load().isEmpty());
+    EXPECT_EQ(QFileInfo(path + QStringLiteral(".unreadable")).size(), qint64{1} << 40);
+
+    auto json = QByteArray(CompleteMatch);
+    write(json.append(QByteArray(MatchStore::MaxSize - json.size(), ' ')));
+    EXPECT_EQ(store.load().size(), 1);
+    write(json.append(' '));
+    EXPECT_TRUE(store.load().isEmpty());
 }
 
 TEST_F(MatchStoreFile, FullDiskKeepsTheOldFile)

@@ -13,13 +13,30 @@ const auto Dota = QStringLiteral("Dota 2");
 
 class MatchTrackerTest : public test::LibraryFixture {
 protected:
-    std::unique_ptr<MatchTracker> makeTracker()
+    /// A tracker that has not read the store.
+    std::unique_ptr<MatchTracker> makeUnloadedTracker()
     {
         auto newTracker = std::make_unique<MatchTracker>(MatchTracker::Dependencies{
-            .library = library, .main = queue, .store = MatchStore(storePath), .now = [this] { return date(); }});
+            .library = library, .main = queue, .work = workQueue, .store = MatchStore(storePath), .now = [this] {
+                return date();
+            }});
         QObject::connect(newTracker.get(), &MatchTracker::matchOver,
                          [this](const MatchNotification& notification) { notifications.append(notification); });
         return newTracker;
+    }
+
+    std::unique_ptr<MatchTracker> makeTracker()
+    {
+        auto newTracker = makeUnloadedTracker();
+        settle();
+        return newTracker;
+    }
+
+    /// Runs the tasks of the work queue, then those of the main queue.
+    void settle()
+    {
+        work.settle();
+        time.settle();
     }
 
     QDateTime date() const { return QDateTime::fromMSecsSinceEpoch(1'790'000'000'000 + (time.now() - start) / 1ms); }
@@ -33,12 +50,15 @@ protected:
         }
         tracker->gameEnded(Dota);
         time.advance(10s);
+        work.settle();
         return clips == 0 ? MatchSession() : tracker->sessions().first();
     }
 
     test::ManualTime time;
     HostTime start = time.now();
     test::ManualQueue queue{time};
+    test::ManualTime work;
+    test::ManualQueue workQueue{work};
     QString storePath = folder.filePath(QStringLiteral("matches.json"));
     QList<MatchNotification> notifications;
     std::unique_ptr<MatchTracker> tracker = makeTracker();
@@ -253,6 +273,80 @@ TEST_F(MatchTrackerTest, NotificationOmitsHeroAndEpicsIfThereAreNone)
     EXPECT_EQ(notifications.first().title, QStringLiteral("Maç bitti • Dota 2"));
     EXPECT_EQ(notifications.first().line, QStringLiteral("1 klip • incelemek için tıkla"));
     EXPECT_EQ(notifications.first().tier, ClipTier::medium);
+}
+
+TEST_F(MatchTrackerTest, StoreIsReadAndWrittenOnTheWorkQueueOnly)
+{
+    const auto stored = playMatch(1);
+    tracker = makeUnloadedTracker();
+    time.settle();
+    EXPECT_FALSE(tracker->isLoaded());
+    EXPECT_TRUE(tracker->sessions().isEmpty());
+    settle();
+    EXPECT_TRUE(tracker->isLoaded());
+    EXPECT_EQ(tracker->sessions(), QList{stored});
+    tracker->removeSession(stored.id);
+    EXPECT_EQ(MatchStore(storePath).load().size(), 1);
+    work.settle();
+    EXPECT_TRUE(MatchStore(storePath).load().isEmpty());
+}
+
+TEST_F(MatchTrackerTest, MatchThatEndsBeforeLoadingComesBeforeTheStoredOnes)
+{
+    const auto stored = playMatch(1);
+    tracker = makeUnloadedTracker();
+    tracker->gameStarted(Dota, {});
+    tracker->clipSaved(makeFile("new.mp4"));
+    tracker->gameStarted(League, {});
+    ASSERT_EQ(tracker->sessions().size(), 1);
+    EXPECT_EQ(notifications.size(), 2);
+    const auto played = tracker->sessions().first();
+    settle();
+    EXPECT_EQ(tracker->sessions(), (QList{played, stored}));
+    EXPECT_EQ(makeTracker()->sessions(), (QList{played, stored}));
+    EXPECT_TRUE(tracker->inMatch());
+}
+
+TEST_F(MatchTrackerTest, StoreIsCompleteIfTheProgramEndsBeforeTheLoadedListArrives)
+{
+    const auto stored = playMatch(1);
+    tracker = makeUnloadedTracker();
+    tracker->gameStarted(Dota, {});
+    tracker->clipSaved(makeFile("new.mp4"));
+    tracker->gameStarted(League, {});
+    const auto played = tracker->sessions().first();
+    tracker.reset();
+    work.settle();
+    time.settle();
+    EXPECT_EQ(makeTracker()->sessions(), (QList{played, stored}));
+}
+
+TEST_F(MatchTrackerTest, DeletionsBeforeLoadingTakeEffectAfterIt)
+{
+    const auto first = playMatch(1);
+    const auto second = playMatch(1);
+    const auto third = playMatch(2);
+    tracker = makeUnloadedTracker();
+    tracker->deleteSession(first.id, MatchTracker::WithClips::yes);
+    tracker->removeSession(second.id);
+    tracker->deleteClips({third.clips.first()}, third.id);
+    EXPECT_EQ(trash.recycled, QStringList(third.clips.first())) << "clips do not wait";
+    settle();
+    EXPECT_EQ(trash.recycled, (QStringList{third.clips.first(), first.clips.first()}));
+    ASSERT_EQ(tracker->sessions().size(), 1);
+    EXPECT_EQ(tracker->sessions().first().clips, QStringList(third.clips.last()));
+    work.settle();
+    EXPECT_EQ(makeTracker()->sessions(), tracker->sessions());
+}
+
+TEST_F(MatchTrackerTest, UnreadStoreIsNotOverwritten)
+{
+    const auto stored = playMatch(1);
+    tracker = makeUnloadedTracker();
+    tracker->gameStarted(Dota, {});
+    tracker->clipSaved(makeFile("new.mp4"));
+    tracker->gameStarted(League, {});
+    EXPECT_EQ(MatchStore(storePath).load(), QList{stored});
 }
 
 TEST_F(MatchTrackerTest, DestroyedTrackerEndsNoMatch)

@@ -1,9 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipMeta.h"
 
+#include "base/files/FileName.h"
+#include "tests/base/faults/FileFaultRules.h"
+#include "tests/base/faults/FileFaults.h"
+
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+#include <cerrno>
 
 namespace quelto {
 namespace {
@@ -115,12 +122,85 @@ TEST_F(ClipMetaTest, MoveDoesNotReplaceAnotherSidecar)
     EXPECT_EQ(ClipMeta::load(other), ClipMeta{.score = 2});
 }
 
+TEST_F(ClipMetaTest, WorksWithNamesThatAreNotValidUtf8)
+{
+    const auto path = decodeFileName(QFile::encodeName(folder.path()) + "/B\xfcy\xfck.mp4");
+    const auto other = decodeFileName(QFile::encodeName(folder.path()) + "/B\xf6y\xf6k.mp4");
+    const ClipMeta meta{.score = 9};
+    meta.save(path);
+    EXPECT_EQ(ClipMeta::load(path), meta);
+    EXPECT_EQ(ClipMeta::load(other), std::nullopt);
+    ClipMeta::move(path, other);
+    EXPECT_EQ(ClipMeta::load(path), std::nullopt);
+    EXPECT_EQ(ClipMeta::load(other), meta);
+    ClipMeta::remove(other);
+    EXPECT_EQ(ClipMeta::load(other), std::nullopt);
+}
+
 TEST_F(ClipMetaTest, FailuresAreSilent)
 {
     ClipMeta().save(QStringLiteral("/no/such/folder/x.mp4"));
     ClipMeta::move(QStringLiteral("/no/such/folder/x.mp4"), clip);
     ClipMeta::remove(QStringLiteral("/no/such/folder/x.mp4"));
     EXPECT_TRUE(sidecar().isEmpty());
+}
+
+class ClipMetaFaults : public ClipMetaTest {
+protected:
+    test::FileFaults faults{folder.path()};
+    const ClipMeta meta{.label = QStringLiteral("Ace"), .events = {ClipMeta::Event{21.5, QStringLiteral("ace")}}};
+
+    /// Saves over a previous sidecar, if there is one, with one fault. Returns the names of all files then.
+    QStringList saveWith(const QByteArray& rule, const std::optional<ClipMeta>& previous)
+    {
+        faults.use({});
+        ClipMeta::remove(clip);
+        if (previous) {
+            previous->save(clip);
+        }
+        faults.use({rule});
+        meta.save(clip);
+        faults.use({});
+        return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    QList<test::FileCall> usualCalls()
+    {
+        faults.use({});
+        meta.save(clip);
+        return faults.calls();
+    }
+};
+
+TEST_F(ClipMetaFaults, FailedSaveKeepsThePreviousSidecarOrNone)
+{
+    const auto calls = usualCalls();
+    ASSERT_FALSE(calls.isEmpty());
+    for (const auto& call : calls) {
+        for (const int error : {ENOSPC, EIO, EACCES}) {
+            SCOPED_TRACE(call.name.toStdString() + ' ' + std::to_string(call.number));
+            const auto rule = test::faultRule(call.name, call.number, error);
+            for (const auto& previous : {std::optional<ClipMeta>(), std::optional(ClipMeta{.score = 1})}) {
+                const auto files = saveWith(rule, previous);
+                const auto stored = ClipMeta::load(clip);
+                EXPECT_TRUE(stored == meta || stored == previous) << sidecar().toStdString();
+                EXPECT_EQ(files.contains(QFileInfo(ClipMeta::pathFor(clip)).fileName()), stored.has_value())
+                    << "a sidecar that cannot be read stays";
+            }
+        }
+    }
+    saveWith({}, std::nullopt);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1) << "hidden files are left";
+}
+
+TEST_F(ClipMetaFaults, SaveSurvivesInterruptedCallsAndShortWrites)
+{
+    for (const auto& call : usualCalls()) {
+        for (const int fault : {EINTR, test::ShortWrite}) {
+            saveWith(test::faultRule(call.name, call.number, fault), std::nullopt);
+            EXPECT_EQ(ClipMeta::load(clip), meta) << call.name.toStdString() << ' ' << call.number;
+        }
+    }
 }
 
 } // namespace

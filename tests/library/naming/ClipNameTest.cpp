@@ -39,13 +39,38 @@ TEST(ClipName, ReplacesSlashesAndColons)
     EXPECT_EQ(clipFileStem(QStringLiteral("AC/DC: Live"), Evening),
               QStringLiteral("AC-DC- Live - 2026-03-01 20.15.07"));
     EXPECT_EQ(clipFileName({.game = QStringLiteral("../../etc"), .date = Evening, .suffix = QStringLiteral("a/b:c")}),
-              QStringLiteral("..-..-etc - 2026-03-01 20.15.07 a-b-c.mp4"));
+              QStringLiteral("-..-etc - 2026-03-01 20.15.07 a-b-c.mp4"));
 }
 
-TEST(ClipName, RemovesZeroCharacters)
+TEST(ClipName, RemovesControlCharacters)
 {
-    EXPECT_EQ(clipFileStem(QStringLiteral("a") + QChar(0) + QStringLiteral("b"), Evening),
-              QStringLiteral("ab - 2026-03-01 20.15.07"));
+    const QString text = QStringLiteral("a") + QChar(0) + QStringLiteral("b\x1b[31m\n\r\tc\x7f") + QChar(0x85);
+    EXPECT_EQ(clipFileStem(text, Evening), QStringLiteral("ab[31mc - 2026-03-01 20.15.07"));
+    EXPECT_EQ(clipFileName({.game = QStringLiteral("Game"), .date = Evening, .suffix = text}),
+              QStringLiteral("Game - 2026-03-01 20.15.07 ab[31mc.mp4"));
+}
+
+TEST(ClipName, GameWithLeadingDotsGivesAVisibleFile)
+{
+    for (const auto& [game, expected] :
+         {std::pair{".hack//G.U.", "hack--G.U."}, std::pair{".blueman-manager-wrapped", "blueman-manager-wrapped"},
+          std::pair{"...", "-"}, std::pair{"\n.\t.x", "x"}, std::pair{"", ""}, std::pair{"a...", "a..."}}) {
+        const auto name = clipFileName({.game = QString::fromLatin1(game), .date = Evening});
+        EXPECT_EQ(name, QString::fromLatin1(expected) + QStringLiteral(" - 2026-03-01 20.15.07.mp4"));
+        EXPECT_TRUE(isClipFileName(name.toUtf8())) << game;
+    }
+    const auto blank = QString(200, u' ') + QStringLiteral(".x") + QString(200, u'y');
+    EXPECT_TRUE(isClipFileName(clipFileName({.game = blank, .date = Evening}).toUtf8())) << "shortening uncovers a dot";
+}
+
+TEST(ClipName, PortablePartsHaveNoCharacterThatOtherSystemsReject)
+{
+    const ClipNameParts parts{
+        .game = QStringLiteral("What? *\"<|>\\"), .date = Evening, .suffix = QStringLiteral("[ORTA 45] Who?")};
+    EXPECT_EQ(clipFileName(portableClipNameParts(parts)),
+              QStringLiteral("What- ------ - 2026-03-01 20.15.07 [ORTA 45] Who-.mp4"));
+    const ClipNameParts ordinary{.game = QStringLiteral("Gördüm (2) [x]'!"), .date = Evening};
+    EXPECT_EQ(portableClipNameParts(ordinary), ordinary);
 }
 
 struct LongName {
@@ -71,6 +96,8 @@ INSTANTIATE_TEST_SUITE_P(Cases, ClipNameLength,
                                          LongName{"Cyrillic", QString(300, QChar(0x0416)), std::nullopt},
                                          LongName{"Suffix", QStringLiteral("WoW"), QString(400, QChar(0x0416))},
                                          LongName{"Both", QString(300, QChar(0x0416)), QString(300, u'y')},
+                                         LongName{"ControlCharacters", QString(230, u'x') + QString(200, QChar(1)),
+                                                  std::nullopt},
                                          LongName{"Emoji", QStringLiteral("😀").repeated(100), std::nullopt}),
                          [](const auto& each) { return std::string(each.param.name); });
 

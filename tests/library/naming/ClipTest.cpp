@@ -3,6 +3,8 @@
 
 #include "base/language/L10n.h"
 
+#include "tests/base/language/TimeZone.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -44,6 +46,14 @@ TEST(Clip, DisplayTitleOfADefaultTitleNamesTheGame)
     EXPECT_TRUE(clip("Dota 2 - 2026-03-01 20.15.07.mp4").hasDefaultTitle());
     EXPECT_EQ(clip("Dota 2 - 2026-03-01 20.15.07.mp4").displayTitle(), QStringLiteral("Dota 2 klibi"));
     EXPECT_EQ(clip("Dota 2 - 2026-03-01 20.15.07 (2).mp4").displayTitle(), QStringLiteral("Dota 2 klibi (2)"));
+}
+
+TEST(Clip, VisibleTitleOfABlankTitleIsTheFileName)
+{
+    EXPECT_EQ(clip("a - .mp4").displayTitle(), QString());
+    EXPECT_EQ(clip("a - .mp4").visibleTitle(), QStringLiteral("a - .mp4"));
+    EXPECT_EQ(clip("a -   .mp4").visibleTitle(), QStringLiteral("a -   .mp4"));
+    EXPECT_EQ(clip("a - b.mp4").visibleTitle(), QStringLiteral("b"));
 }
 
 TEST(Clip, ParsesTierScoreAndLabel)
@@ -185,6 +195,28 @@ TEST(Clip, TimeTextFollowsTheLanguage)
     L10n::use(QStringLiteral("de"));
     EXPECT_EQ(found.timeText(), L10n::date(date, QStringLiteral("H:mm")));
     EXPECT_TRUE(found.timeText().contains(QStringLiteral("09:05"))) << found.timeText().toStdString();
+    L10n::use(QStringLiteral("tr"));
+}
+
+TEST(Clip, DateIsAnInstantThatIsShownInTheCurrentTimeZone)
+{
+    L10n::use(QStringLiteral("de"));
+    constexpr qint64 Noon = 1'772'366'400'000; // 2026-03-01 12:00 UTC
+    const test::TimeZone start("UTC0");
+    const Clip found(QStringLiteral("/x.mp4"), FileStat{.createdAt = Noon * 1'000'000, .size = 1, .isFile = true});
+    EXPECT_EQ(found.timeText(), QStringLiteral("12:00"));
+    const test::TimeZone east("UTC-3");
+    EXPECT_EQ(found.date.toMSecsSinceEpoch(), Noon);
+    EXPECT_EQ(found.timeText(), QStringLiteral("15:00"));
+    L10n::use(QStringLiteral("tr"));
+}
+
+TEST(Clip, DefaultTitleWithoutAGameFollowsTheLanguage)
+{
+    const auto found = clip("2026-03-01 20.15.07.mp4");
+    EXPECT_EQ(found.displayTitle(), QStringLiteral("Diğer klibi"));
+    L10n::use(QStringLiteral("en"));
+    EXPECT_EQ(found.displayTitle(), QStringLiteral("Other clip"));
     L10n::use(QStringLiteral("tr"));
 }
 

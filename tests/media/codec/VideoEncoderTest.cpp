@@ -46,7 +46,7 @@ Encoded encode(
         const auto frame = pool.tryAcquire();
         frame->presentationTime = time;
         scene.paint(*frame, sceneAt(index++));
-        encoder->encode(*frame);
+        encoder->encode(*frame, frame->presentationTime);
     }
     encoder->finish();
     return result;
@@ -160,7 +160,7 @@ TEST_P(EveryCodec, FrameOfAnotherSizeIsDropped)
     FramePool pool(QSize(160, 90), 1);
     const auto frame = pool.tryAcquire();
     test::MovingScene(QSize(160, 90)).paint(*frame, 0);
-    encoder->encode(*frame);
+    encoder->encode(*frame, frame->presentationTime);
     encoder->finish();
     EXPECT_EQ(frames, 0);
 }
@@ -193,7 +193,7 @@ TEST(VideoEncoder, SoftwareH264DelaysOutputByAtMostOneFrame)
         const auto frame = pool.tryAcquire();
         frame->presentationTime = HostTime(1s) + i * HostDuration(16ms);
         scene.paint(*frame, i);
-        encoder->encode(*frame);
+        encoder->encode(*frame, frame->presentationTime);
         EXPECT_GE(frames, i);
     }
 }

@@ -80,10 +80,10 @@ private:
 
 class Mp4WriterTest : public testing::Test {
 protected:
-    QString write(const Mp4Movie& movie)
+    QString write(Mp4Movie movie)
     {
         AtomicFile file(m_folder.path());
-        writeMp4(movie, file);
+        writeMp4(std::move(movie), file);
         EXPECT_TRUE(file.tryPublish(QStringLiteral("movie.mp4")));
         return m_folder.filePath(QStringLiteral("movie.mp4"));
     }
@@ -91,6 +91,39 @@ protected:
 private:
     QTemporaryDir m_folder;
 };
+
+/// Silence that notes whether a frame still exists when its last packets are taken.
+class Observer final : public AudioPacketSource {
+public:
+    Observer(ToneSource& tone, std::weak_ptr<const EncodedFrame> frame)
+        : m_tone(tone)
+        , m_frame(std::move(frame))
+    {
+    }
+
+    bool wasReleased = false;
+
+    std::optional<std::vector<std::byte>> next() override
+    {
+        wasReleased = m_frame.expired();
+        return m_tone.next();
+    }
+
+private:
+    ToneSource& m_tone;
+    std::weak_ptr<const EncodedFrame> m_frame;
+};
+
+TEST_F(Mp4WriterTest, ReleasesFramesThatAreWritten)
+{
+    auto samples = video(VideoCodec::h264, steady(150));
+    ToneSource tone(120000);
+    Observer observer(tone, std::weak_ptr(samples.front()));
+    auto track = tone.track(Mp4TrackState::enabled);
+    track.packets = &observer;
+    write({.video = std::exchange(samples, {}), .start = Start, .end = Start + 2500ms, .audio = {track}});
+    EXPECT_TRUE(observer.wasReleased);
+}
 
 TEST_F(Mp4WriterTest, WritesIndexBeforeDataInOnePass)
 {

@@ -16,7 +16,7 @@ std::vector<EncodedFramePtr> encodedScene(const EncoderRequest& request, const s
         const auto frame = pool.tryAcquire();
         frame->presentationTime = time;
         scene.paint(*frame, index++);
-        encoder->encode(*frame);
+        encoder->encode(*frame, frame->presentationTime);
     }
     encoder->finish();
     return encoded;

@@ -2,6 +2,7 @@
 #include "media/reader/ClipReader.h"
 
 #include "base/files/AtomicFile.h"
+#include "base/files/FileName.h"
 #include "media/mux/Mp4Writer.h"
 #include "tests/media/probe/EncodedScene.h"
 #include "tests/media/reader/GeneratedClips.h"
@@ -35,6 +36,15 @@ TEST_F(ClipReaderTest, LongClipShowsKeyFrameAtSecondOne)
 {
     const auto preview = readClip(clips.brightening(QStringLiteral("a.mp4"), 10, 20, QStringLiteral("-g 30")));
     EXPECT_NEAR(secondOf(preview.thumbnail, 20), 1.0, 0.06);
+}
+
+TEST_F(ClipReaderTest, ReadsAFileWhoseNameIsNotValidUtf8)
+{
+    const auto path = QFile::encodeName(clips.brightening(QStringLiteral("a.mp4"), 2, 20, QStringLiteral("-g 30")));
+    const QByteArray other = path.chopped(5) + "B\xfcy\xfck.mp4";
+    ASSERT_EQ(std::rename(path.constData(), other.constData()), 0);
+    EXPECT_FALSE(readClip(decodeFileName(other)).thumbnail.isNull());
+    std::remove(other.constData());
 }
 
 TEST_F(ClipReaderTest, UsesNearestKeyFrameOnEitherSide)

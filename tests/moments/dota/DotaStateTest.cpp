@@ -63,6 +63,15 @@ TEST(DotaState, RejectsBodyThatIsNotAnObject)
     }
 }
 
+TEST(DotaState, InvalidUtf8InOneNameCostsNothingElse)
+{
+    const auto state = stateFrom("{\"map\": {\"matchid\": \"7\", \"customgamename\": \"\xff\"}, "
+                                 "\"player\": {\"name\": \"Ufu\xc4\", \"kills\": 3}}");
+    EXPECT_TRUE(state.hasMatch);
+    EXPECT_EQ(state.matchId, QStringLiteral("7"));
+    EXPECT_EQ(state.kills, 3);
+}
+
 TEST(DotaState, RejectsDeepNesting)
 {
     const auto nested = [](int depth) {

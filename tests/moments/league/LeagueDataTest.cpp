@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/league/LeagueData.h"
 
+#include <QByteArrayList>
+
 #include <gtest/gtest.h>
 
 namespace quelto {
@@ -177,24 +179,30 @@ TEST(LeagueData, OverlongTextCountsAsAbsent)
     EXPECT_EQ(readEvent(R"("KillerName":")" + fits + R"(a")").killer, QString());
 }
 
-TEST(LeagueData, RejectsTooManyEvents)
+TEST(LeagueData, ReadsOnlyLatestOfTooManyEvents)
 {
-    const auto body = [](int events) {
-        return R"({"gameData":{"gameTime":1},"events":{"Events":[{"EventID":0})" +
-            QByteArray(R"(,{"EventID":1})").repeated(events - 1) + "]}}";
+    const auto events = [](int count) {
+        QByteArrayList list;
+        for (int id = 1; id <= count; ++id) {
+            list.append(R"({"EventID":)" + QByteArray::number(id) + '}');
+        }
+        return read(R"("events":{"Events":[)" + list.join(',') + "]}").events;
     };
-    EXPECT_EQ(readLeagueData(body(10'000)).value().events.size(), 10'000);
-    EXPECT_FALSE(readLeagueData(body(10'001)));
+    EXPECT_EQ(events(10'000).value(0).id, 1);
+    const auto latest = events(10'003);
+    ASSERT_EQ(latest.size(), 10'000);
+    EXPECT_EQ(latest.first().id, 4);
+    EXPECT_EQ(latest.last().id, 10'003);
 }
 
-TEST(LeagueData, RejectsTooManyPlayers)
+TEST(LeagueData, ReadsOnlyFirstOfTooManyPlayers)
 {
-    const auto body = [](int players) {
-        return R"({"gameData":{"gameTime":1},"allPlayers":[)" + QByteArray("{},").repeated(players - 1) + "{}]}";
+    const auto players = [](int count) {
+        return read(R"("allPlayers":[{"championName":"Ahri"})" + QByteArray(",{}").repeated(count - 1) + ']').players;
     };
-    ASSERT_TRUE(readLeagueData(body(100)));
-    EXPECT_EQ(readLeagueData(body(100))->players.size(), 100);
-    EXPECT_FALSE(readLeagueData(body(101)));
+    EXPECT_EQ(players(100).size(), 100);
+    EXPECT_EQ(players(101).size(), 100);
+    EXPECT_EQ(players(101).value(0).champion, QStringLiteral("Ahri"));
 }
 
 TEST(LeagueData, BoundsAssisters)

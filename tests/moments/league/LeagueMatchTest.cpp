@@ -299,6 +299,29 @@ TEST_F(LeagueMatchTest, FindsBareNameInListOfPlayers)
     EXPECT_TRUE(momentAt(107));
 }
 
+TEST_F(LeagueMatchTest, CountsEventsThatNamePlayersByChampion)
+{
+    const auto myChampion = QStringLiteral("Ahri");
+    const auto enemyChampion = QStringLiteral("Annie");
+    add(100, firstBlood(myChampion));
+    add(100, kill(myChampion, enemyChampion));
+    add(101, kill(enemyChampion, myChampion));
+    add(102, kill(QStringLiteral("Jinx"), enemyChampion, {myChampion}));
+    const auto moment = momentAt(109);
+    ASSERT_TRUE(moment);
+    EXPECT_EQ(markersOf(*moment), QStringLiteral("first_blood solo_kill my_death assist"));
+}
+
+TEST_F(LeagueMatchTest, ChampionOfTwoPlayersNamesNobody)
+{
+    m_data.players.first().champion = QStringLiteral("Ahri");
+    pollAt(1);
+    add(100, kill(QStringLiteral("Ahri"), QStringLiteral("Ahri")));
+    EXPECT_FALSE(momentAt(107));
+    add(200, kill(Me, Enemy));
+    EXPECT_TRUE(momentAt(207));
+}
+
 TEST_F(LeagueMatchTest, SamplesHealthOnlyDuringFightAndWhileAlive)
 {
     setHealth(1, 1000);

@@ -20,6 +20,20 @@ TEST(JsonFields, ParsesObjectsOnly)
     EXPECT_FALSE(parseJsonObject(R"({"a":)"));
 }
 
+TEST(JsonFields, RepairsInvalidUtf8)
+{
+    // A truncated sequence, a stray byte, an overlong form and an encoded surrogate.
+    for (const auto* bytes : {"\xc3", "\xe2\x82", "\xff", "\x80", "\xc0\xaf", "\xed\xa0\x80"}) {
+        const auto object = parseJsonObject(R"({"name":"ab)" + QByteArray(bytes) + R"(","kills":7})");
+        ASSERT_TRUE(object) << bytes;
+        EXPECT_EQ(integerIn(*object, QLatin1StringView("kills")), 7);
+        const auto name = textIn(*object, QLatin1StringView("name")).value();
+        EXPECT_TRUE(name.startsWith(QStringLiteral("ab\uFFFD"))) << name.toStdString();
+    }
+    const auto valid = *parseJsonObject(R"({"name":"Çınar 🎮"})");
+    EXPECT_EQ(textIn(valid, QLatin1StringView("name")), QStringLiteral("Çınar 🎮"));
+}
+
 TEST(JsonFields, RejectsDeepNesting)
 {
     EXPECT_TRUE(parseJsonObject(nested(MaxJsonDepth)));

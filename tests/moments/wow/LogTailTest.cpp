@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "moments/wow/LogTail.h"
 
+#include "tests/base/files/UnprivilegedUser.h"
 #include "tests/moments/wow/TestFolder.h"
 
 #include <QByteArrayList>
@@ -34,6 +35,13 @@ protected:
             tail.follow(*log, age);
         }
         return std::exchange(m_read, {});
+    }
+
+    /// Saves a new file under the log's name, as editors do.
+    void replace(const QByteArray& content) const
+    {
+        TestFolder::write(file("new"), content);
+        fs::rename(file("new"), file());
     }
 
     TestFolder folder;
@@ -115,6 +123,80 @@ TEST_F(LogTailTest, FinishesOldLogBeforeReadingItsReplacement)
     TestFolder::write(file("new"), line(4) + '\n' + QByteArray(100'000, '\n'));
     fs::rename(file("new"), file());
     EXPECT_EQ(followNewest(OldAge), (QByteArrayList{line(2), line(4)}));
+}
+
+TEST_F(LogTailTest, ReplacementWithSameBeginningIsNotReadAgain)
+{
+    TestFolder::write(file(), line(1) + '\n' + line(2) + '\n');
+    EXPECT_EQ(followNewest().size(), 2);
+    replace(line(1) + '\n' + line(2) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    TestFolder::append(file(), line(3) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(3)});
+    replace(line(1) + '\n' + line(2) + '\n' + line(3) + '\n' + line(4) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(4)});
+}
+
+TEST_F(LogTailTest, ReplacementIsReadFromFirstLineThatDiffers)
+{
+    const auto first = line(1) + '\n' + QByteArray(300'000, '\n');
+    TestFolder::write(file(), first + line(2) + '\n' + line(3) + '\n');
+    EXPECT_EQ(followNewest(OldAge), QByteArrayList());
+    replace(first + line(20) + '\n' + line(3) + '\n');
+    EXPECT_EQ(followNewest(), (QByteArrayList{line(20), line(3)}));
+}
+
+TEST_F(LogTailTest, ShortenedReplacementContinuesWithNewLines)
+{
+    TestFolder::write(file(), line(1) + '\n' + line(2) + '\n' + line(3) + '\n');
+    EXPECT_EQ(followNewest().size(), 3);
+    replace(line(1) + '\n' + line(2) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    TestFolder::append(file(), line(4) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(4)});
+}
+
+TEST_F(LogTailTest, ReplacementCompletesLastLine)
+{
+    TestFolder::write(file(), line(1) + '\n' + line(2).left(20));
+    EXPECT_EQ(followNewest(), QByteArrayList{line(1)});
+    replace(line(1) + '\n' + line(2).left(20));
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    TestFolder::append(file(), line(2).mid(20) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(2)});
+}
+
+TEST_F(LogTailTest, ReplacementSeenWhileItIsSavedIsNotReadAgain)
+{
+    const auto content = line(1) + '\n' + QByteArray(200'000, '\n') + line(2) + '\n';
+    TestFolder::write(file(), content);
+    EXPECT_EQ(followNewest(OldAge), QByteArrayList());
+    // The editor keeps the old file as a backup until the new one is complete.
+    fs::rename(file(), file("backup"));
+    TestFolder::write(file(), "");
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    for (const auto size : {10, 60, 150'000}) {
+        TestFolder::append(file(), content.mid(static_cast<qsizetype>(fs::file_size(file())), size));
+        EXPECT_EQ(followNewest(), QByteArrayList()) << size;
+    }
+    fs::remove(file("backup"));
+    TestFolder::append(file(), content.mid(static_cast<qsizetype>(fs::file_size(file()))));
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    // Saved once more before the game writes.
+    replace(content.left(100'000));
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    replace(content + line(3) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList{line(3)});
+}
+
+TEST_F(LogTailTest, LimitsBytesPerCallInReplacement)
+{
+    const auto content = line(1) + '\n' + QByteArray(50'000'000, '\n');
+    TestFolder::write(file(), content);
+    EXPECT_EQ(followNewest(OldAge), QByteArrayList());
+    replace(content + line(2) + '\n');
+    EXPECT_EQ(followNewest(), QByteArrayList());
+    EXPECT_EQ(followNewest(), QByteArrayList{line(2)});
 }
 
 TEST_F(LogTailTest, RenamedLogContinuesAtItsOffset)
@@ -285,28 +367,13 @@ TEST_F(LogTailTest, IgnoresFileThatReplacedLogBeforeOpening)
     EXPECT_EQ(followNewest(), QByteArrayList{line(1)});
 }
 
-/// Drops root privileges while it exists, because root can read every file.
-class UnprivilegedUser {
-public:
-    UnprivilegedUser() { setUser(m_user == 0 ? Nobody : m_user); }
-    ~UnprivilegedUser() { setUser(m_user); }
-    UnprivilegedUser(const UnprivilegedUser&) = delete;
-    UnprivilegedUser& operator=(const UnprivilegedUser&) = delete;
-
-private:
-    static constexpr uid_t Nobody = 65534;
-    static void setUser(uid_t user) { EXPECT_EQ(::seteuid(user), 0); }
-
-    const uid_t m_user = ::geteuid();
-};
-
 TEST_F(LogTailTest, RetriesUnreadableLog)
 {
     TestFolder::write(file(), line(1) + '\n');
     fs::permissions(fs::path(file()).parent_path(), fs::perms::all);
     fs::permissions(file(), fs::perms::none);
     {
-        const UnprivilegedUser user;
+        const test::UnprivilegedUser user;
         ASSERT_TRUE(newestLog({folder.path()})) << "the log must exist";
         EXPECT_EQ(followNewest(), QByteArrayList());
     }

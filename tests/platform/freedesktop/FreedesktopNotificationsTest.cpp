@@ -31,7 +31,7 @@ protected:
 
     static DesktopNotification notification(const QString& id)
     {
-        return {id, QStringLiteral("title"), QStringLiteral("body")};
+        return {id, QStringLiteral("title"), QStringLiteral("body"), QStringLiteral("open")};
     }
 
     /// Shows the notification and waits until the server's reply has arrived.
@@ -67,7 +67,8 @@ protected:
 TEST_F(FreedesktopNotificationsTest, SendsApplicationTextActionsAndHints)
 {
     const FakeNotificationServer server;
-    showOn(server, {QStringLiteral("one"), QStringLiteral("Maç bitti"), QStringLiteral("3 klip")});
+    showOn(server,
+           {QStringLiteral("one"), QStringLiteral("Maç bitti"), QStringLiteral("3 klip"), QStringLiteral("İncele")});
     ASSERT_EQ(server.calls.size(), 1);
     const NotifyCall& call = server.calls[0];
     EXPECT_EQ(call.application, u"Quelto");
@@ -77,7 +78,7 @@ TEST_F(FreedesktopNotificationsTest, SendsApplicationTextActionsAndHints)
     EXPECT_EQ(call.body, u"3 klip");
     ASSERT_EQ(call.actions.size(), 2);
     EXPECT_EQ(call.actions[0], u"default");
-    EXPECT_FALSE(call.actions[1].isEmpty());
+    EXPECT_EQ(call.actions[1], QStringLiteral("İncele"));
     EXPECT_EQ(call.hints[QStringLiteral("desktop-entry")], QStringLiteral("app.quelto.Quelto"));
     EXPECT_EQ(call.hints[QStringLiteral("urgency")], QVariant::fromValue(uchar(1)));
     EXPECT_EQ(call.hints[QStringLiteral("urgency")].metaType(), QMetaType::fromType<uchar>());

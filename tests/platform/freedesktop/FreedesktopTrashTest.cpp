@@ -2,6 +2,7 @@
 #include "platform/freedesktop/FreedesktopTrash.h"
 
 #include "ChildProcess.h"
+#include "base/files/FileName.h"
 
 #include <QDir>
 #include <QFile>
@@ -82,6 +83,16 @@ TEST_F(FreedesktopTrashTest, AnotherProgramRestoresTheFileUnderItsName)
         restore(path);
         EXPECT_EQ(contentOf(path), name.toUtf8()) << name.toStdString();
     }
+}
+
+TEST_F(FreedesktopTrashTest, TakesAFileWhoseNameIsNotValidUtf8)
+{
+    const QByteArray path = QFile::encodeName(makeFile(QStringLiteral("a.mp4")));
+    const QByteArray other = path.chopped(5) + "B\xfcy\xfck.mp4";
+    ASSERT_EQ(std::rename(path.constData(), other.constData()), 0);
+    moveToTrash({decodeFileName(other)});
+    EXPECT_NE(access(other.constData(), F_OK), 0);
+    EXPECT_EQ(access((qgetenv("XDG_DATA_HOME") + "/Trash/files/B\xfcy\xfck.mp4").constData(), F_OK), 0);
 }
 
 TEST_F(FreedesktopTrashTest, KeepsAllFilesWithTheSameName)

@@ -45,9 +45,10 @@ TEST(NotificationServer, ShowsReplacesAndReportsTheClick)
     FreedesktopNotifications notifications;
     QStringList clicks;
     QObject::connect(&notifications, &DesktopNotifications::clicked, [&](const QString& id) { clicks.append(id); });
-    notifications.show({QStringLiteral("match"), QStringLiteral("first"), QStringLiteral("body")});
+    const auto action = QStringLiteral("open");
+    notifications.show({QStringLiteral("match"), QStringLiteral("first"), QStringLiteral("body"), action});
     notifications.show(
-        {QStringLiteral("match"), QStringLiteral("Maç bitti • <i>"), QStringLiteral("<b>Ahri</b> & Co • 3")});
+        {QStringLiteral("match"), QStringLiteral("Maç bitti • <i>"), QStringLiteral("<b>Ahri</b> & Co • 3"), action});
     ASSERT_TRUE(QTest::qWaitFor([] { return displayedCount() == 1; }));
     QTest::qWait(200);
     ASSERT_EQ(displayedCount(), 1) << "the second notification must replace the first";
@@ -63,6 +64,19 @@ TEST(NotificationServer, ShowsReplacesAndReportsTheClick)
     EXPECT_TRUE(field(shown[0], u"message").contains(QStringLiteral("&lt;b&gt;Ahri&lt;/b&gt; &amp; Co • 3")))
         << field(shown[0], u"message").toStdString();
     EXPECT_EQ(field(shown[0], u"default_action_name"), u"default");
+}
+
+TEST(NotificationServer, HasANotificationBeforeTheProgramEnds)
+{
+    if (qEnvironmentVariableIsEmpty("QUELTO_TEST_NOTIFICATIONS")) {
+        GTEST_SKIP() << "runs on the private desktop with notifications only";
+    }
+    const auto before = displayedCount();
+    FreedesktopNotifications::showAndWait({QStringLiteral("end"), QStringLiteral("title"), QStringLiteral("a < b")});
+    EXPECT_EQ(displayedCount(), before + 1);
+    dunstctl({QStringLiteral("close")});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return displayedCount() == before; }));
+    EXPECT_TRUE(field(history()[0], u"message").contains(u"a &lt; b"));
 }
 
 } // namespace

@@ -43,6 +43,12 @@ void TestWindow::activate() const
     activate(m_connection, m_window);
 }
 
+void TestWindow::setTitle(const QByteArray& title) const
+{
+    setText("_NET_WM_NAME", title);
+    waitForServer(m_connection);
+}
+
 void TestWindow::destroy() const
 {
     xcb_destroy_window(m_connection.get(), m_window);

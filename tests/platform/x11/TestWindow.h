@@ -23,6 +23,7 @@ public:
 
     /// Marks the window as active on the root window, as a window manager does.
     void activate() const;
+    void setTitle(const QByteArray& title) const;
     void destroy() const;
     static void activate(const X11Connection& connection, xcb_window_t window);
 

@@ -136,6 +136,38 @@ TEST_F(X11FrontApplication, NoneIfTheWindowIsClosed)
     EXPECT_FALSE(current());
 }
 
+TEST_F(X11FrontApplication, FollowsTheActiveWindow)
+{
+    const auto application = makeX11FrontApplication(m_server.name());
+    const auto shows = [&](QStringView name) {
+        return test::eventually([&] { return application->current() && application->current()->name == name; });
+    };
+    const TestWindow first(m_client.connection(), {.instance = "a", .windowClass = "First"});
+    const TestWindow second(m_client.connection(), {.title = "Second"});
+    first.activate();
+    EXPECT_TRUE(shows(u"First"));
+    second.activate();
+    EXPECT_TRUE(shows(u"Second"));
+    second.setTitle("Another title");
+    EXPECT_TRUE(shows(u"Another title"));
+    second.destroy();
+    EXPECT_TRUE(test::eventually([&] { return !application->current(); }));
+}
+
+TEST_F(X11FrontApplication, IsKnownWithoutAskingTheServer)
+{
+    const TestWindow window(m_client.connection(), {.instance = "a", .windowClass = "Game"});
+    window.activate();
+    const auto application = makeX11FrontApplication(m_server.name());
+    ASSERT_TRUE(application->current());
+    // The server answers no other client while one has grabbed it.
+    xcb_grab_server(m_client.connection().get());
+    xcb_flush(m_client.connection().get());
+    EXPECT_EQ(application->current()->name, u"Game");
+    xcb_ungrab_server(m_client.connection().get());
+    xcb_flush(m_client.connection().get());
+}
+
 TEST_F(X11FrontApplication, NoneWithoutAServer)
 {
     m_server.kill();

@@ -42,6 +42,24 @@ TEST_F(Buttons, AccentIsFilledAndDarkensWhilePressed)
     EXPECT_EQ(colorOf(box), theme->accent());
 }
 
+TEST_F(Buttons, KeyCapsDrawEachKeyAndReadAsOneShortcut)
+{
+    show(QStringLiteral("KeyCaps { objectName: 'caps'; keys: ['Alt', 'Umschalt', 'C'] }"));
+    EXPECT_EQ(test::itemNamed(window, QStringLiteral("Alt+Umschalt+C")), item(QStringLiteral("caps")));
+    double end = -4;
+    for (const auto* key : {"Alt", "Umschalt", "C"}) {
+        const auto* label = text(QLatin1String(key));
+        ASSERT_NE(label, nullptr) << key;
+        EXPECT_EQ(fontOf(label).pixelSize(), 11);
+        EXPECT_EQ(colorOf(label), theme->text());
+        const auto cap = test::placeOf(test::enclosingRectangle(label));
+        EXPECT_EQ(cap.left(), end + 4) << key;
+        EXPECT_TRUE(cap.contains(test::placeOf(label))) << key;
+        EXPECT_GE(cap.width(), cap.height() - 2) << "the cap of one letter is square";
+        end = cap.right();
+    }
+}
+
 TEST_F(Buttons, FilledAccentIsDarkerUnderThePointer)
 {
     show(QStringLiteral("AccentButton { objectName: 'button'; text: 'Kaydet'; x: 100; y: 50 }\n"

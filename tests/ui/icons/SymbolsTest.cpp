@@ -93,6 +93,33 @@ TEST(Symbols, TakeTheRequestedColour)
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
 }
 
+TEST(Symbols, HaveWiderLinesInHeavyWeights)
+{
+    // The upper end of one stroke of the cross, in a row that the other stroke does not reach.
+    const auto strokeWidth = [](int weight) {
+        const auto image =
+            SymbolProvider().requestImage(QStringLiteral("xmark/ffffff/%1").arg(weight), nullptr, {240, 240});
+        int width = 0;
+        for (int x = 0; x < 120; ++x) {
+            width += qAlpha(image.pixel(x, 80)) > 127 ? 1 : 0;
+        }
+        return width;
+    };
+    EXPECT_NEAR(strokeWidth(QFont::Black), 2 * strokeWidth(QFont::Normal), 2);
+    EXPECT_EQ(strokeWidth(QFont::Medium), strokeWidth(QFont::Normal));
+}
+
+TEST_P(EverySymbol, StaysInsideTheGridInHeavyWeights)
+{
+    const auto image = SymbolProvider().requestImage(QString::fromStdString(GetParam()) + QStringLiteral("/ffffff/900"),
+                                                     nullptr, {240, 240});
+    const auto ink = inkOf(image);
+    EXPECT_GE(ink.bounds.left(), 0.5);
+    EXPECT_GE(ink.bounds.top(), 0.5);
+    EXPECT_LE(ink.bounds.right(), 23.5);
+    EXPECT_LE(ink.bounds.bottom(), 23.5);
+}
+
 TEST(Symbols, DrawWhitePartsAsHoles)
 {
     const auto image = drawing(QStringLiteral("gearshape.fill"));

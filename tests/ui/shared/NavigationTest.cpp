@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shared/Navigation.h"
 
+#include "base/language/L10n.h"
+
 #include "tests/base/tasks/ManualQueue.h"
 
 #include <gtest/gtest.h>
@@ -78,6 +80,24 @@ TEST_F(NavigationTest, EmptyGameNameIsNotAllGames)
     navigation.showGame(QString());
     EXPECT_TRUE(navigation.hasGame());
     EXPECT_NE(navigation.page(), Page{});
+}
+
+TEST_F(NavigationTest, PageOfClipsWithoutAGameHasATranslatedTitleButTheSameValue)
+{
+    L10n::use(QStringLiteral("tr"));
+    navigation.showOther();
+    const auto page = navigation.page();
+    EXPECT_TRUE(navigation.hasGame() && navigation.isOther());
+    EXPECT_EQ(navigation.game(), QStringLiteral("Diğer"));
+    L10n::use(QStringLiteral("en"));
+    EXPECT_EQ(navigation.game(), QStringLiteral("Other"));
+    navigation.showOther();
+    EXPECT_EQ(navigation.page(), page);
+    EXPECT_EQ(pageText(page), QStringLiteral("library (no game)"));
+    navigation.showGame(QStringLiteral("Other"));
+    EXPECT_NE(navigation.page(), page) << "a game may have that name";
+    EXPECT_FALSE(navigation.isOther());
+    L10n::use(QStringLiteral("tr"));
 }
 
 TEST_F(NavigationTest, FormatsPagesAsText)

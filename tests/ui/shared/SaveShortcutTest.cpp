@@ -11,18 +11,22 @@
 namespace quelto {
 namespace {
 
-TEST(SaveShortcut, TextFollowsTheSettings)
+TEST(SaveShortcut, FollowsTheSettings)
 {
     const QTemporaryDir folder;
     AppSettings settings(folder.filePath(QStringLiteral("Quelto.conf")));
     AppSettingsForQml::instance = &settings;
     const SaveShortcut shortcut;
     QStringList texts;
-    QObject::connect(&shortcut, &SaveShortcut::textChanged, [&] { texts.append(SaveShortcut::text()); });
-    EXPECT_EQ(SaveShortcut::text(), u"⌥⇧C");
+    QObject::connect(&shortcut, &SaveShortcut::changed, [&] { texts.append(SaveShortcut::text()); });
+    EXPECT_EQ(SaveShortcut::text(), u"Alt+Shift+C");
     settings.setHotkeyKeyName(QStringLiteral("F9"));
+    EXPECT_EQ(SaveShortcut::keys().size(), 3);
     settings.setHotkeyModifiers(0);
-    EXPECT_EQ(texts, (QStringList{QStringLiteral("⌥⇧F9"), QStringLiteral("F9")}));
+    EXPECT_EQ(SaveShortcut::keys(), QStringList{QStringLiteral("F9")});
+    settings.setLanguage(QStringLiteral("de"));
+    EXPECT_EQ(texts, (QStringList{QStringLiteral("Alt+Shift+F9"), QStringLiteral("F9"), QStringLiteral("F9")}))
+        << "a new language may have other names";
     AppSettingsForQml::instance = nullptr;
 }
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "base/keys/HotKeyText.h"
 #include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
@@ -20,7 +19,7 @@ protected:
 
     void fail()
     {
-        fakes.audioServer->systemError = message;
+        fakes.frames->error = message;
         recorder->start();
         time.settle();
         ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
@@ -86,7 +85,7 @@ TEST_F(CaptureCardTest, PanelHasDesignedMarginsAndSpacing)
 TEST_F(CaptureCardTest, SwitchMicrophoneAndButtonEndAtTheSameEdge)
 {
     for (const auto& micError : {std::optional<QString>(), std::optional(QStringLiteral("Mikrofon bulunamadı."))}) {
-        fakes.audioServer->micError = micError;
+        fakes.audioServer->micProblem = micError;
         recorder->stop();
         time.settle();
         record();
@@ -205,7 +204,7 @@ TEST_F(CaptureCardTest, MicrophoneIsGreenWhileRecorded)
 
 TEST_F(CaptureCardTest, MicrophoneIsCrossedOutWhenUnavailable)
 {
-    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micProblem = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_EQ(microphoneSymbol(), QStringLiteral("mic.slash.fill"));
     EXPECT_EQ(colorOf(microphone()), theme->dim());
@@ -220,12 +219,12 @@ TEST_F(CaptureCardTest, ErrorTextIsSmallAndRed)
     ASSERT_NE(words, nullptr);
     EXPECT_EQ(fontOf(words).pixelSize(), 10);
     EXPECT_EQ(colorOf(words), QColor(0xFF, 0x3B, 0x3B));
-    fakes.audioServer->systemError.reset();
+    fakes.frames->error.reset();
     record();
     EXPECT_FALSE(shows(message));
 }
 
-TEST_F(CaptureCardTest, SaveButtonShowsItsShortcutAtTheRight)
+TEST_F(CaptureCardTest, SaveButtonShowsItsShortcutAsKeyCaps)
 {
     record();
     auto* button = item(save);
@@ -233,12 +232,47 @@ TEST_F(CaptureCardTest, SaveButtonShowsItsShortcutAtTheRight)
     const auto* scissors = test::symbolOn(button);
     EXPECT_EQ(scissors->property("symbol").toString(), QStringLiteral("scissors"));
     EXPECT_EQ(placeOf(test::labelOn(button, save)).left() - placeOf(scissors).right(), 8);
-    const auto* key = test::labelOn(button, hotKeyDisplay(settings.hotkeyModifiers(), settings.hotkeyKeyName()));
-    ASSERT_NE(key, nullptr);
-    EXPECT_EQ(fontOf(key).pixelSize(), 11);
-    EXPECT_EQ(fontOf(key).weight(), QFont::Bold);
-    EXPECT_EQ(key->opacity(), 0.85);
-    EXPECT_EQ(placeOf(key).right(), placeOf(button).right() - 16);
+    EXPECT_EQ(descriptionOf(save), QStringLiteral("Alt+Shift+C"));
+    for (const auto* word : {"Alt", "Shift", "C"}) {
+        const auto* key = test::labelOn(button, QLatin1String(word));
+        ASSERT_NE(key, nullptr) << word;
+        EXPECT_EQ(fontOf(key).pixelSize(), 11);
+        EXPECT_EQ(fontOf(key).weight(), QFont::Bold);
+    }
+    const auto* cap = test::enclosingRectangle(test::labelOn(button, QStringLiteral("Alt")));
+    EXPECT_EQ(placeOf(cap).left(), placeOf(test::labelOn(button, save)).left());
+    EXPECT_EQ(cap->parentItem()->opacity(), 0.85);
+}
+
+TEST_F(CaptureCardTest, KeysAreBesideTheTextOfTheSaveButtonIfTheyFit)
+{
+    record();
+    const auto middle = [this](const QString& text) { return placeOf(test::labelOn(item(save), text)).center().y(); };
+    EXPECT_GT(middle(QStringLiteral("Shift")), middle(save) + 10) << "below it";
+    const auto tall = item(save)->height();
+    settings.setHotkeyModifiers(0);
+    settings.setHotkeyKeyName(QStringLiteral("F9"));
+    drawFrame();
+    EXPECT_NEAR(middle(QStringLiteral("F9")), middle(save), 1.5);
+    EXPECT_EQ(placeOf(test::enclosingRectangle(test::labelOn(item(save), QStringLiteral("F9")))).right(),
+              placeOf(item(save)).right() - 16);
+    picture(QStringLiteral("window-short-shortcut"));
+    EXPECT_LT(item(save)->height(), tall);
+}
+
+TEST_F(CaptureCardTest, ShortcutOfManyLongKeyNamesIsWrittenInsideTheSaveButton)
+{
+    record();
+    settings.setHotkeyModifiers(256 + 512 + 2048 + 4096);
+    settings.setHotkeyKeyName(QStringLiteral("⌫"));
+    drawFrame();
+    const auto* line =
+        test::labelOn(item(save), QStringLiteral("Ctrl+\u200BAlt+\u200BShift+\u200BSuper+\u200BBackspace"));
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(line->property("lineCount").toInt(), 2);
+    EXPECT_LE(line->property("contentWidth").toDouble(), line->width());
+    EXPECT_TRUE(placeOf(item(save)).contains(placeOf(line)));
+    picture(QStringLiteral("window-long-shortcut"));
 }
 
 TEST_F(CaptureCardTest, SaveButtonIsDimmedUnlessTheRecorderIsActive)

@@ -93,6 +93,21 @@ TEST_F(ContentAreaTest, PaletteChangeKeepsThePageAndTheOpenClip)
     EXPECT_NE(item(QStringLiteral("Dota 2")), nullptr);
 }
 
+TEST_F(ContentAreaTest, LanguageChangeKeepsThePageOfClipsWithoutAGame)
+{
+    makeClips({"holiday.mp4", "Dota 2 - Roshan.mp4"});
+    click(QStringLiteral("Diğer, 1"));
+    EXPECT_TRUE(shows(QStringLiteral("holiday")));
+    settings.setLanguage(QStringLiteral("en"));
+    reloadLibrary();
+    EXPECT_TRUE(shows(QStringLiteral("holiday")));
+    EXPECT_FALSE(shows(QStringLiteral("Roshan")));
+    const auto* const row = item(QStringLiteral("Other, 1"));
+    ASSERT_NE(row, nullptr);
+    EXPECT_TRUE(row->property("active").toBool());
+    settings.setLanguage(QStringLiteral("tr"));
+}
+
 TEST_F(ContentAreaTest, OpeningAnotherClipCreatesANewPage)
 {
     makeClips({"Dota 2 - Roshan.mp4", "Dota 2 - Ace.mp4"});

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/Hud.h"
 
+#include "base/language/L10n.h"
+#include "base/language/T.h"
+#include "capture/clip/WriteFailure.h"
+
 #include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
@@ -103,7 +107,7 @@ TEST_F(HudTest, ShowsTextAndSymbolOfTheMessage)
         const char* symbol;
         const char* picture;
     };
-    const auto russian = QString::fromUtf8("Не удалось сохранить клип: на диске недостаточно свободного места");
+    const auto russian = QString::fromUtf8("На диске закончилось место. Освободи место или выбери другую папку.");
     const std::array cases{
         Case{{.title = QStringLiteral("Klip kaydedildi"), .subtitle = QStringLiteral("Dota 2 - 2026-03-01 20.15.07")},
              "checkmark",
@@ -180,6 +184,41 @@ TEST_F(HudTest, LaysOutTileAndTwoLinesOfText)
     }
     EXPECT_EQ(test::placeOf(subtitle).top(), test::placeOf(title).bottom() + 2);
     EXPECT_NEAR((test::placeOf(title).top() + test::placeOf(subtitle).bottom()) / 2, 33, 0.5);
+}
+
+TEST_F(HudTest, ShowsWhatToDoAfterAFailureInFullInEveryLanguage)
+{
+    for (const auto language : AllLanguages) {
+        L10n::use(rawValueOf(language));
+        for (const int code : {ENOSPC, EDQUOT, EROFS, EACCES, ENOENT, ENOTDIR, ENAMETOOLONG, EFBIG, EIO}) {
+            const auto reason = writeFailureText(code);
+            hud->show({.title = T("Klip kaydedilemedi"), .subtitle = reason, .error = true});
+            EXPECT_TRUE(QTest::qWaitFor([this] { return root()->width() == 330; }));
+            const auto* subtitle = test::labelOn(root(), reason);
+            ASSERT_NE(subtitle, nullptr);
+            EXPECT_FALSE(subtitle->property("truncated").toBool()) << reason.toStdString();
+            EXPECT_LE(subtitle->property("lineCount").toInt(), 2) << reason.toStdString();
+            EXPECT_NEAR(test::placeOf(tile()).center().y(), 33, 0.5) << reason.toStdString();
+        }
+    }
+}
+
+TEST_F(HudTest, SideIsRedOnlyForAFailure)
+{
+    const auto colorAtTheSide = [this](bool error) {
+        hud->show({.title = QStringLiteral("A"), .subtitle = QString(), .error = error});
+        EXPECT_TRUE(QTest::qWaitFor([this] { return root()->opacity() == 1; }));
+        return const_cast<QQuickView*>(hud->window())->grabWindow().pixelColor(2, 33);
+    };
+    EXPECT_EQ(colorAtTheSide(true), theme->live());
+    EXPECT_LT(colorAtTheSide(false).red(), 0x30);
+}
+
+TEST_F(HudTest, SymbolIsBlackInWeight)
+{
+    showTitleAndSubtitle();
+    EXPECT_EQ(symbol()->property("weight").toInt(), QFont::Black);
+    EXPECT_EQ(symbol()->property("status").toInt(), 1) << "the drawing is loaded";
 }
 
 TEST_F(HudTest, TileColorShowsTheTierOrTheFailure)

@@ -51,13 +51,12 @@ TEST_P(LanguagesTest, FitTheMenus)
 
 TEST_P(LanguagesTest, FitTheLongestError)
 {
-    fakes.audioServer->systemError =
-        T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire "
-          "wireplumber” komutunu çalıştırıp yeniden deneyin ya da ayarlardan sistem sesini "
-          "kapatın.");
+    fakes.frames->error = T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire "
+                            "wireplumber” komutunu çalıştırıp yeniden deneyin ya da ayarlardan sistem sesini "
+                            "kapatın.");
     recorder->start();
     time.settle();
-    EXPECT_TRUE(shows(*fakes.audioServer->systemError));
+    EXPECT_TRUE(shows(*fakes.frames->error));
     picture(QStringLiteral("language-%1-error").arg(name()));
     EXPECT_EQ(truncatedTexts(), QStringList());
 }

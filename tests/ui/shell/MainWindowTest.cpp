@@ -73,33 +73,22 @@ TEST_F(MainWindowTest, SwitchStartsAndStopsTheRecorder)
 
 TEST_F(MainWindowTest, ShowsTheFullErrorMessage)
 {
-    fakes.audioServer->systemError =
-        QStringLiteral("Ses sunucusuna (PipeWire) bağlanılamadı. PipeWire'ı başlatın: systemctl "
-                       "--user start pipewire wireplumber – ya da ayarlardan sistem sesini kapatın.");
+    fakes.frames->error = QStringLiteral("Ses sunucusuna (PipeWire) bağlanılamadı. PipeWire'ı başlatın: systemctl "
+                                         "--user start pipewire wireplumber – ya da ayarlardan sistem sesini kapatın.");
     recorder->start();
     time.settle();
     EXPECT_TRUE(shows(QStringLiteral("HATA")));
-    EXPECT_TRUE(shows(*fakes.audioServer->systemError));
+    EXPECT_TRUE(shows(*fakes.frames->error));
     picture(QStringLiteral("window-error"));
 }
 
 TEST_F(MainWindowTest, ShowsTheMicrophoneWarning)
 {
-    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micProblem = QStringLiteral("Mikrofon bulunamadı.");
     record();
     EXPECT_TRUE(shows(QStringLiteral("Mikrofon başlatılamadı: Mikrofon bulunamadı.")));
     EXPECT_NE(item(QStringLiteral("Mikrofon kapalı")), nullptr);
     picture(QStringLiteral("window-microphone-warning"));
-}
-
-TEST_F(MainWindowTest, SaveErrorIsShownUntilASaveSucceeds)
-{
-    record();
-    commands->saveFailed(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı."));
-    EXPECT_TRUE(shows(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı.")));
-    picture(QStringLiteral("window-save-failed"));
-    commands->clipSaved();
-    EXPECT_FALSE(shows(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı.")));
 }
 
 TEST_F(MainWindowTest, SaveButtonIsReachableByKeyboard)
@@ -360,7 +349,7 @@ TEST_F(MainWindowTest, UsesTheColorsOfEveryPalette)
 
 TEST_F(MainWindowTest, FitsTheMinimumSize)
 {
-    fakes.audioServer->micError = QStringLiteral("Mikrofon bulunamadı.");
+    fakes.audioServer->micProblem = QStringLiteral("Mikrofon bulunamadı.");
     record();
     window->resize(1020, 640);
     EXPECT_EQ(picture(QStringLiteral("window-smallest")).size(), QSize(1020, 640));

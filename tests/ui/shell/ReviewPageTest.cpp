@@ -56,6 +56,9 @@ TEST_F(ReviewPageTest, OpensForAnUnknownMatch)
     const Page review{.kind = Pages::Kind::Review, .match = QUuid::createUuid()};
     navigation->setPage(review);
     drawFrame();
+    EXPECT_FALSE(shows(QStringLiteral("Bu maç artık listede yok"))) << "the matches are not loaded yet";
+    time.settle();
+    drawFrame();
     EXPECT_EQ(navigation->page(), review);
     EXPECT_TRUE(shows(QStringLiteral("Bu maç artık listede yok")));
 }

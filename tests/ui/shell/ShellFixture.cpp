@@ -37,10 +37,17 @@ void ShellFixture::SetUp()
             .close = action("close"),
             .quit = action("quit")},
         QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
+    saveFailure = std::make_unique<SaveFailure>(SaveFailure::Dependencies{
+        .recorder = *recorder, .settings = settings, .main = main, .work = main, .isWritable = [this](const QString&) {
+            return isFolderWritable;
+        }});
     library = std::make_unique<ClipLibrary>(
         ClipLibrary::Dependencies{.settings = settings, .trash = trash, .main = main, .work = main});
-    matches = std::make_unique<MatchTracker>(MatchTracker::Dependencies{
-        .library = *library, .main = main, .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
+    matches = std::make_unique<MatchTracker>(
+        MatchTracker::Dependencies{.library = *library,
+                                   .main = main,
+                                   .work = main,
+                                   .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
     navigation = std::make_unique<Navigation>(main);
     matchSummary = std::make_unique<MatchSummary>(*matches, *navigation);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
@@ -61,6 +68,7 @@ void ShellFixture::SetUp()
     RecorderForQml::instance = recorder.get();
     AppSettingsForQml::instance = &settings;
     WindowCommandsForQml::instance = commands.get();
+    SaveFailureForQml::instance = saveFailure.get();
     engine = std::make_unique<QQmlApplicationEngine>();
     engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     engine->addImportPath(QStringLiteral("qrc:/"));

@@ -8,6 +8,7 @@
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"
 #include "ui/shell/MatchSummary.h"
+#include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
 
@@ -48,6 +49,9 @@ protected:
 
     std::unique_ptr<Theme> theme;
     std::unique_ptr<WindowCommands> commands;
+    std::unique_ptr<SaveFailure> saveFailure;
+    /// What the notice of a failed save learns about the save folder.
+    bool isFolderWritable = true;
     RecordingTrash trash;
     RecordingFileManager files;
     RecordingPasteboard pasteboard;

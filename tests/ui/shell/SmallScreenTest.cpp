@@ -26,11 +26,13 @@ protected:
     /// The longest contents of the card of the recorder.
     void fail()
     {
-        fakes.audioServer->systemError =
+        record();
+        whileWriting = [] { throw RecorderError::writer(QStringLiteral("Diskte yer kalmadı.")); };
+        recorder->saveClip();
+        time.advance(std::chrono::milliseconds(250));
+        fakes.frames->events.onStopped(
             QStringLiteral("Ses sunucusuna (PipeWire) bağlanılamadı. PipeWire'ı başlatın: systemctl "
-                           "--user start pipewire wireplumber – ya da ayarlardan sistem sesini kapatın.");
-        commands->saveFailed(QStringLiteral("Klip yazılamadı: Diskte yer kalmadı."));
-        recorder->start();
+                           "--user start pipewire wireplumber – ya da ayarlardan sistem sesini kapatın."));
         time.settle();
         drawFrame();
     }

@@ -2,6 +2,7 @@
 #include "ui/theme/Palette.h"
 
 #include "base/language/L10n.h"
+#include "base/settings/AppSettings.h"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +17,12 @@ TEST(Palette, FallsBackToTheFirst)
     EXPECT_EQ(Palette::find(QStringLiteral("Neon")).id, QStringLiteral("ember"));
     EXPECT_EQ(Palette::find(QStringLiteral("neon")).id, QStringLiteral("neon"));
     EXPECT_EQ(Palette::all().size(), 10);
+}
+
+TEST(Palette, ListsTheThemesOfTheSettings)
+{
+    EXPECT_TRUE(std::ranges::equal(Palette::all(), AppSettings::colorThemes, {}, &Palette::id,
+                                   [](const char* id) { return QLatin1String(id); }));
 }
 
 TEST(Palette, ListsTenPalettesInOrder)

@@ -7,8 +7,11 @@ namespace quelto::pipewire {
 
 namespace {
 
-/// While the default device changes there is briefly none, which is not worth a warning.
-constexpr int MissingDeviceMilliseconds = 500;
+/// Right after login, the session manager may not have chosen a default device yet.
+constexpr int FirstWarningMilliseconds = 1000;
+/// While the default device changes there is briefly none, and a stream needs a moment to connect. Neither is worth a
+/// warning.
+constexpr int MissingMilliseconds = 500;
 constexpr int RecoveryMilliseconds = 250;
 
 } // namespace
@@ -18,10 +21,11 @@ AudioCapture::AudioCapture(PipeWireConnection& connection, const AudioTargetRule
     , m_rule(rule)
     , m_delivery(delivery)
     , m_links(rule.linkMode())
-    , m_missingDevice(connection.loop(), [this] { warn(m_rule.noDeviceMessage()); })
+    , m_missing(connection.loop(), [this] { warn(problem()); })
     , m_recovery(connection.loop(), [this] { recover(); })
 {
     m_connection.addListener(this);
+    m_missing.arm(FirstWarningMilliseconds);
     if (m_connection.isReady()) {
         onGraphChanged();
     }
@@ -32,32 +36,34 @@ AudioCapture::~AudioCapture()
     m_connection.removeListener(this);
 }
 
-bool AudioCapture::hasDevice() const
-{
-    return m_connection.isReady() && m_rule.channels(m_connection.graph());
-}
-
 void AudioCapture::onGraphChanged()
 {
     const std::optional<int> channels = m_rule.channels(m_connection.graph());
     updateStream(channels);
     updateOutputLatency();
     updateLinks();
-    if (!channels) {
-        if (!m_missingDevice.isArmed()) {
-            m_missingDevice.arm(MissingDeviceMilliseconds);
+    if (!channels || m_stream->state() != CaptureStream::State::ready) {
+        if (!m_missing.isArmed()) {
+            m_missing.arm(MissingMilliseconds);
         }
         return;
     }
-    m_missingDevice.disarm();
-    if (m_stream->state() == CaptureStream::State::ready) {
-        warn(std::nullopt);
+    m_missing.disarm();
+    warn(std::nullopt);
+}
+
+QString AudioCapture::problem() const
+{
+    if (!m_connection.isReady()) {
+        return m_rule.noServerMessage();
     }
+    return m_rule.channels(m_connection.graph()) ? T("Ses akışı kesildi; yeniden bağlanılıyor.")
+                                                 : m_rule.noDeviceMessage();
 }
 
 void AudioCapture::onServerLost()
 {
-    m_missingDevice.disarm();
+    m_missing.disarm();
     m_recovery.disarm();
     m_links.clear();
     m_stream.reset();
@@ -129,7 +135,8 @@ void AudioCapture::recover()
 
 void AudioCapture::warn(const std::optional<QString>& warning)
 {
-    if (warning != m_warning) {
+    if (warning != m_warning || !m_hasReported) {
+        m_hasReported = true;
         m_warning = warning;
         m_delivery.warn(warning);
     }

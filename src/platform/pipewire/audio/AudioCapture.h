@@ -18,8 +18,6 @@ public:
     AudioCapture(PipeWireConnection& connection, const AudioTargetRule& rule, AudioDeliveryThread& delivery);
     ~AudioCapture() override;
 
-    bool hasDevice() const;
-
 private:
     void onGraphChanged() override;
     void onServerLost() override;
@@ -29,16 +27,20 @@ private:
     void updateOutputLatency();
     void handleStreamState();
     void recover();
+    /// Why nothing is recorded, as a translated sentence.
+    QString problem() const;
     void warn(const std::optional<QString>& warning);
 
     PipeWireConnection& m_connection;
     const AudioTargetRule& m_rule;
     AudioDeliveryThread& m_delivery;
     std::optional<QString> m_warning;
+    bool m_hasReported = false;
     OutputLatency m_outputLatency;
     LinkSet m_links;
     std::unique_ptr<CaptureStream> m_stream;
-    LoopTimer m_missingDevice;
+    /// Runs while the device, or a stream to it, is missing.
+    LoopTimer m_missing;
     LoopTimer m_recovery;
 };
 

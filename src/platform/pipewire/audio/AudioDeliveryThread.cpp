@@ -6,6 +6,7 @@
 
 #include <QDebug>
 
+#include <poll.h>
 #include <pthread.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -21,6 +22,8 @@ constexpr std::uint32_t RingCapacity = 1 << 20;
 static_assert(RingCapacity > 2 * 2 * CaptureSampleRate * sizeof(float));
 /// Units: frames. Avoids waking the thread for each short block.
 constexpr int FramesPerWake = CaptureSampleRate / 100;
+constexpr std::chrono::milliseconds PauseInterval(1000);
+constexpr std::chrono::milliseconds Forever(-1);
 
 } // namespace
 
@@ -42,14 +45,18 @@ void AudioDeliveryThread::EventFd::notify() noexcept
     eventfd_write(m_descriptor, 1);
 }
 
-void AudioDeliveryThread::EventFd::wait() noexcept
+void AudioDeliveryThread::EventFd::wait(std::chrono::milliseconds timeout) noexcept
 {
-    eventfd_t count = 0;
-    eventfd_read(m_descriptor, &count);
+    pollfd event = {.fd = m_descriptor, .events = POLLIN, .revents = 0};
+    if (poll(&event, 1, static_cast<int>(timeout.count())) > 0) {
+        eventfd_t count = 0;
+        eventfd_read(m_descriptor, &count);
+    }
 }
 
-AudioDeliveryThread::AudioDeliveryThread(AudioSourceEvents events)
+AudioDeliveryThread::AudioDeliveryThread(AudioSourceEvents events, bool fillsPauses)
     : m_events(std::move(events))
+    , m_pauses(fillsPauses ? std::optional(PauseFiller(CaptureSampleRate)) : std::nullopt)
     , m_ring(RingCapacity)
     , m_thread(&AudioDeliveryThread::run, this)
 {
@@ -94,17 +101,35 @@ void AudioDeliveryThread::warn(std::optional<QString> warning)
     m_wakeUp.notify();
 }
 
+void AudioDeliveryThread::deliver(AudioBufferPtr buffer)
+{
+    if (m_pauses) {
+        m_pauses->follow(*buffer);
+    }
+    if (m_events.onBuffer) {
+        m_events.onBuffer(std::move(buffer));
+    }
+}
+
+void AudioDeliveryThread::deliver(std::optional<QString> warning)
+{
+    if (m_pauses && warning) {
+        m_pauses->stop();
+    } else if (m_pauses) {
+        m_pauses->start(HostClock::now());
+    }
+    if (m_events.onWarning) {
+        m_events.onWarning(std::move(warning));
+    }
+}
+
 void AudioDeliveryThread::run()
 {
-    AudioBufferAssembler assembler(CaptureSampleRate, [this](AudioBufferPtr buffer) {
-        if (m_events.onBuffer) {
-            m_events.onBuffer(std::move(buffer));
-        }
-    });
+    AudioBufferAssembler assembler(CaptureSampleRate, [this](AudioBufferPtr buffer) { deliver(std::move(buffer)); });
     std::vector<float> values;
     std::uint64_t reportedDrops = 0;
     while (true) {
-        m_wakeUp.wait();
+        m_wakeUp.wait(m_pauses ? PauseInterval : Forever);
         std::deque<std::optional<QString>> warnings;
         bool isFlushing = false;
         {
@@ -122,9 +147,10 @@ void AudioDeliveryThread::run()
             assembler.flush();
         }
         for (std::optional<QString>& warning : warnings) {
-            if (m_events.onWarning) {
-                m_events.onWarning(std::move(warning));
-            }
+            deliver(std::move(warning));
+        }
+        if (AudioBufferPtr silence = m_pauses ? m_pauses->tryFill(HostClock::now()) : nullptr) {
+            deliver(std::move(silence));
         }
         if (const std::uint64_t drops = m_ring.droppedBlocks(); drops != reportedDrops) {
             qWarning("audio: %llu blocks dropped because their delivery was too slow",

@@ -3,6 +3,7 @@
 
 #include "platform/AudioServer.h"
 #include "platform/pipewire/audio/AudioRing.h"
+#include "platform/pipewire/audio/PauseFiller.h"
 
 #include <deque>
 #include <mutex>
@@ -14,7 +15,8 @@ namespace quelto::pipewire {
 /// warnings. The destructor waits for a running callback; none is called after it.
 class AudioDeliveryThread {
 public:
-    explicit AudioDeliveryThread(AudioSourceEvents events);
+    /// fillsPauses: delivers silence when no blocks arrive while there is no warning.
+    AudioDeliveryThread(AudioSourceEvents events, bool fillsPauses);
     ~AudioDeliveryThread();
     AudioDeliveryThread(const AudioDeliveryThread&) = delete;
     AudioDeliveryThread& operator=(const AudioDeliveryThread&) = delete;
@@ -40,13 +42,18 @@ private:
         EventFd(const EventFd&) = delete;
         EventFd& operator=(const EventFd&) = delete;
         void notify() noexcept;
-        void wait() noexcept;
+        void wait(std::chrono::milliseconds timeout) noexcept;
 
     private:
         int m_descriptor;
     };
 
+    void deliver(AudioBufferPtr buffer);
+    void deliver(std::optional<QString> warning);
+
     AudioSourceEvents m_events;
+    /// Nothing if pauses are not filled. Delivery thread only.
+    std::optional<PauseFiller> m_pauses;
     AudioRing m_ring;
     EventFd m_wakeUp;
     /// Real-time thread only.

@@ -33,6 +33,10 @@ public:
     /// device is recorded, whose latency lies before the capture.
     virtual std::optional<ObjectId> playbackDevice(const Graph& graph) const = 0;
 
+    /// Whether silence is delivered while the device exists and no stream is linked. An input device always sends
+    /// audio.
+    virtual bool fillsPauses() const = 0;
+
     /// Translated sentences for the user.
     virtual QString noServerMessage() const = 0;
     virtual QString noDeviceMessage() const = 0;

@@ -20,6 +20,7 @@ public:
     std::optional<int> channels(const Graph& graph) const override;
     LinkPlan links(const Graph& graph, ObjectId captureNode) const override;
     std::optional<ObjectId> playbackDevice(const Graph&) const override { return std::nullopt; }
+    bool fillsPauses() const override { return false; }
     QString noServerMessage() const override;
     QString noDeviceMessage() const override;
 

@@ -1,17 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/pipewire/audio/PipeWireAudioSource.h"
 
-#include "platform/PlatformError.h"
+#include <QDebug>
 
 namespace quelto::pipewire {
-
-namespace {
-
-constexpr std::chrono::milliseconds ServerTimeout(1000);
-/// Right after login, or after a device was plugged in, the session manager may not have chosen a default device yet.
-constexpr std::chrono::milliseconds DeviceTimeout(1000);
-
-} // namespace
 
 PipeWireAudioSource::PipeWireAudioSource(std::shared_ptr<PipeWireConnection> connection,
                                          std::unique_ptr<const AudioTargetRule> rule)
@@ -28,22 +20,20 @@ PipeWireAudioSource::~PipeWireAudioSource()
 void PipeWireAudioSource::start(AudioSourceEvents events)
 {
     stop();
-    if (!m_connection->waitUntilReady(ServerTimeout)) {
-        throw PlatformError(m_rule->noServerMessage());
-    }
-    m_delivery = std::make_unique<AudioDeliveryThread>(std::move(events));
-    bool hasDevice = false;
-    {
-        const PipeWireConnection::Lock lock(*m_connection);
-        m_capture = std::make_unique<AudioCapture>(*m_connection, *m_rule, *m_delivery);
-        const auto deadline = std::chrono::steady_clock::now() + DeviceTimeout;
-        while (!(hasDevice = m_capture->hasDevice()) && std::chrono::steady_clock::now() < deadline) {
-            m_connection->waitForChange(deadline);
+    try {
+        m_delivery = std::make_unique<AudioDeliveryThread>(events, m_rule->fillsPauses());
+        if (m_connection->start()) {
+            const PipeWireConnection::Lock lock(*m_connection);
+            m_capture = std::make_unique<AudioCapture>(*m_connection, *m_rule, *m_delivery);
+            return;
         }
+    } catch (const std::exception& error) {
+        // The system has no threads or file descriptors left.
+        qWarning("audio: %s", error.what());
     }
-    if (!hasDevice) {
-        stop();
-        throw PlatformError(m_rule->noDeviceMessage());
+    stop();
+    if (events.onWarning) {
+        events.onWarning(m_rule->noServerMessage());
     }
 }
 

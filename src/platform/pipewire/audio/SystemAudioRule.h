@@ -17,6 +17,7 @@ public:
     std::optional<int> channels(const Graph& graph) const override;
     LinkPlan links(const Graph& graph, ObjectId captureNode) const override;
     std::optional<ObjectId> playbackDevice(const Graph& graph) const override;
+    bool fillsPauses() const override { return true; }
     QString noServerMessage() const override;
     QString noDeviceMessage() const override;
 };

@@ -44,6 +44,18 @@ PipeWireConnection::~PipeWireConnection()
     }
 }
 
+bool PipeWireConnection::start()
+{
+    if (!startLoop()) {
+        return false;
+    }
+    const Lock lock(*this);
+    if (!m_core) {
+        connect();
+    }
+    return true;
+}
+
 bool PipeWireConnection::startLoop()
 {
     if (m_context) {
@@ -74,14 +86,11 @@ bool PipeWireConnection::startLoop()
 
 bool PipeWireConnection::waitUntilReady(std::chrono::milliseconds timeout)
 {
-    if (!startLoop()) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    if (!start()) {
         return false;
     }
-    const auto deadline = std::chrono::steady_clock::now() + timeout;
     const Lock lock(*this);
-    if (!m_core) {
-        connect();
-    }
     while (m_core && !m_isReady && std::chrono::steady_clock::now() < deadline) {
         waitForChange(deadline);
     }
@@ -161,7 +170,8 @@ void PipeWireConnection::handleSync(int sequence)
 
 void PipeWireConnection::handleError(std::uint32_t id, int result)
 {
-    if (id != PW_ID_CORE || result != -EPIPE) {
+    const bool isLost = result == -EPIPE || result == -ECONNRESET;
+    if (id != PW_ID_CORE || !isLost) {
         return;
     }
     m_isReady = false;

@@ -11,8 +11,8 @@ namespace quelto::pipewire {
 ///
 /// While there are listeners, it tries to reconnect to a lost server four times a second.
 ///
-/// Thread: all members except the constructor, waitUntilReady() and Lock need the lock. Listeners are called on the
-/// loop's thread with the lock held. The real-time thread never takes the lock.
+/// Thread: all members except the constructor, start(), waitUntilReady() and Lock need the lock. Listeners are called
+/// on the loop's thread with the lock held. The real-time thread never takes the lock.
 class PipeWireConnection {
 public:
     class Listener {
@@ -42,6 +42,10 @@ public:
     PipeWireConnection(const PipeWireConnection&) = delete;
     PipeWireConnection& operator=(const PipeWireConnection&) = delete;
 
+    /// Connects if necessary, without waiting for the graph. False if the system lacks resources for the loop.
+    ///
+    /// Thread: any but the loop's, without the lock.
+    bool start();
     /// Connects if necessary and waits until the graph is complete. Returns false at once if no server is running.
     ///
     /// Thread: any but the loop's, without the lock.

@@ -34,8 +34,9 @@ const pw_metadata_events RegistryMirror::MetadataEvents = {
     .version = PW_VERSION_METADATA_EVENTS,
     .property =
         [](void* data, std::uint32_t subject, const char* key, const char*, const char* value) {
+            auto* metadata = static_cast<BoundMetadata*>(data);
             if (subject == PW_ID_CORE && key) {
-                mirrorOf(data)->readDefault(key, value);
+                metadata->mirror->readDefault(*metadata, key, value);
             }
             return 0;
         },
@@ -125,10 +126,11 @@ void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
     if (!proxy) {
         return;
     }
-    m_metadataHook.remove();
-    m_metadata = std::move(proxy);
-    m_metadataId = id;
-    listen(objectOf<pw_metadata>(m_metadata), m_metadataHook, MetadataEvents, this);
+    auto metadata = std::make_unique<BoundMetadata>();
+    metadata->mirror = this;
+    metadata->proxy = std::move(proxy);
+    listen(objectOf<pw_metadata>(metadata->proxy), metadata->hook, MetadataEvents, metadata.get());
+    m_metadata[id] = std::move(metadata);
 }
 
 void RegistryMirror::remove(ObjectId id)
@@ -138,10 +140,13 @@ void RegistryMirror::remove(ObjectId id)
     m_graph.links.erase(id);
     m_graph.clients.erase(id);
     m_clients.erase(id);
-    if (m_metadata && m_metadataId == id) {
-        // The session manager is gone. Devices stay as they are until it is back, so the default names are kept.
-        m_metadataHook.remove();
-        m_metadata.reset();
+    // If no session manager is left, devices stay as they are until it is back, so the default names are kept.
+    if (m_metadata.erase(id) > 0) {
+        for (const auto& [otherId, metadata] : m_metadata) {
+            for (const auto& [key, name] : metadata->names) {
+                setDefault(key, name);
+            }
+        }
     }
     m_onChanged();
 }
@@ -161,16 +166,21 @@ void RegistryMirror::readClient(const pw_client_info& info)
     m_onChanged();
 }
 
-void RegistryMirror::readDefault(std::string_view key, const char* value)
+void RegistryMirror::readDefault(BoundMetadata& metadata, std::string_view key, const char* value)
 {
-    QString* name = key == "default.audio.sink" ? &m_graph.defaultSink
-        : key == "default.audio.source"         ? &m_graph.defaultSource
-                                                : nullptr;
-    if (!name) {
-        return;
-    }
-    *name = QJsonDocument::fromJson(QByteArray(value ? value : "")).object().value(u"name").toString();
+    const QString name = QJsonDocument::fromJson(QByteArray(value ? value : "")).object().value(u"name").toString();
+    metadata.names[std::string(key)] = name;
+    setDefault(key, name);
     m_onChanged();
+}
+
+void RegistryMirror::setDefault(std::string_view key, const QString& name)
+{
+    if (key == "default.audio.sink") {
+        m_graph.defaultSink = name;
+    } else if (key == "default.audio.source") {
+        m_graph.defaultSource = name;
+    }
 }
 
 } // namespace quelto::pipewire

@@ -18,6 +18,16 @@ public:
     pw_registry* registry() const noexcept { return m_registry.get(); }
 
 private:
+    /// An object with the names of the default devices. The session manager has one. While a session manager takes over
+    /// from another there are two, announced in any order.
+    struct BoundMetadata {
+        RegistryMirror* mirror;
+        ProxyPtr proxy;
+        Hook hook;
+        /// Node names by key.
+        std::map<std::string, QString, std::less<>> names;
+    };
+
     struct BoundClient {
         RegistryMirror* mirror;
         ProxyPtr proxy;
@@ -32,7 +42,8 @@ private:
     void bindMetadata(ObjectId id, std::uint32_t version);
     void remove(ObjectId id);
     void readClient(const pw_client_info& info);
-    void readDefault(std::string_view key, const char* value);
+    void readDefault(BoundMetadata& metadata, std::string_view key, const char* value);
+    void setDefault(std::string_view key, const QString& name);
 
     static const pw_registry_events RegistryEvents;
     static const pw_client_events ClientEvents;
@@ -44,9 +55,7 @@ private:
     RegistryPtr m_registry;
     Hook m_registryHook;
     std::map<ObjectId, std::unique_ptr<BoundClient>> m_clients;
-    ObjectId m_metadataId = 0;
-    ProxyPtr m_metadata;
-    Hook m_metadataHook;
+    std::map<ObjectId, std::unique_ptr<BoundMetadata>> m_metadata;
 };
 
 } // namespace quelto::pipewire

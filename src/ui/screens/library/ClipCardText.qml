@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
+import Quelto.Shared
 import Quelto.Theme
 
 // Title and details of a clip, below its thumbnail.
@@ -31,7 +32,7 @@ Item {
         x: Theme.spacing.card
         y: Theme.spacing.card
         width: block.lineWidth
-        text: block.title
+        text: L10n.isolated(block.title)
         textFormat: Text.PlainText
         elide: Text.ElideRight
         maximumLineCount: 1
@@ -58,7 +59,7 @@ Item {
 
             width: Math.max(0, Math.min(implicitWidth, block.lineWidth - block.tailWidth
                                         - (block.hasRoomForSize ? block.sizeWidth : 0)))
-            text: block.game
+            text: L10n.isolated(block.game)
             textFormat: Text.PlainText
             elide: Text.ElideRight
             maximumLineCount: 1

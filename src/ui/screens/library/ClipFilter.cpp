@@ -29,6 +29,28 @@ const TierName* find(const QString& name)
     return found == TierNames.end() ? nullptr : found;
 }
 
+/// Whether clips belong to a game: the clips that are listed under its title.
+class GameMatcher {
+public:
+    explicit GameMatcher(const std::optional<ClipGame>& game)
+        : m_matchesAll(!game)
+        , m_matchesOther(game == ClipGame::none())
+        , m_title(game ? game->title() : QString())
+    {
+    }
+
+    bool matches(const Clip& clip) const
+    {
+        // After a change of the language, clips without a game keep the old word until the library has read them again.
+        return m_matchesAll || clip.game == m_title || (m_matchesOther && !clip.hasOwnGame());
+    }
+
+private:
+    bool m_matchesAll;
+    bool m_matchesOther;
+    QString m_title;
+};
+
 bool matchesTier(const Clip& clip, const QString& tier)
 {
     if (tier == Manual) {
@@ -76,12 +98,13 @@ QList<qsizetype> SearchableClips::matching(const ClipFilter& filter)
     if (!search.isEmpty()) {
         updateSearchKeys();
     }
+    const GameMatcher game(filter.game);
     const bool matchesAllTiers = filter.tier == All;
     QList<qsizetype> indexes;
     indexes.reserve(m_clips.size());
     for (qsizetype i = 0; i < m_clips.size(); ++i) {
         const auto& clip = m_clips.at(i);
-        if ((!filter.game || *filter.game == clip.game) && (matchesAllTiers || matchesTier(clip, filter.tier)) &&
+        if (game.matches(clip) && (matchesAllTiers || matchesTier(clip, filter.tier)) &&
             (search.isEmpty() || m_searchKeys.at(i).title.contains(search) ||
              m_searchKeys.at(i).game.contains(search))) {
             indexes.append(i);

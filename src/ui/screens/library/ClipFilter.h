@@ -3,6 +3,7 @@
 
 #include "base/language/Language.h"
 #include "library/naming/Clip.h"
+#include "library/naming/ClipGame.h"
 
 #include <QList>
 #include <QString>
@@ -14,7 +15,7 @@ namespace quelto {
 /// The user's filter for clips.
 struct ClipFilter {
     /// Unset for all games.
-    std::optional<QString> game = std::nullopt;
+    std::optional<ClipGame> game = std::nullopt;
     /// "all", "epic", "medium", "basic", or "manual" for clips without a tier.
     QString tier = QStringLiteral("all");
     /// Matched against title and game, ignoring case; empty for all clips.
@@ -26,8 +27,7 @@ struct ClipFilter {
 /// A list of clips with cached search keys, which are computed once instead of on every keystroke.
 class SearchableClips {
 public:
-    SearchableClips() = default;
-    explicit SearchableClips(QList<Clip> clips);
+    explicit SearchableClips(QList<Clip> clips = {});
 
     const QList<Clip>& clips() const { return m_clips; }
     /// The indexes in clips() of the clips that match, in ascending order.
@@ -41,7 +41,8 @@ private:
 
     void updateSearchKeys();
 
-    QList<Clip> m_clips;
+    // Shared with the library: copying it costs much, so nothing may detach it.
+    const QList<Clip> m_clips;
     /// One for each clip; empty until the first search.
     QList<SearchKeys> m_searchKeys;
     /// The language whose case rules the keys follow.

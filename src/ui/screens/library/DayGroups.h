@@ -18,6 +18,8 @@ struct DayGroup {
 };
 
 /// Groups the clips at those indexes by day, newest day first. Clips of the same time keep their order.
+///
+/// Thread: any.
 QList<DayGroup> dayGroups(const QList<Clip>& clips, const QList<qsizetype>& indexes);
 
 /// "Today", "Yesterday" or the full date, translated.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/screens/library/ClipArranger.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/screens/library/VisibleCards.h"
 #include "ui/screens/library/VisibleDays.h"
@@ -30,6 +31,11 @@ struct VisibleDaysForQml {
     QML_FOREIGN(quelto::VisibleDays)
     QML_NAMED_ELEMENT(VisibleDays)
     QML_UNCREATABLE("Owned by LibraryModel")
+};
+
+/// The queues on which a large library is arranged. Without an instance, it is arranged on the main thread.
+struct ArrangingQueuesForQml {
+    static inline std::optional<ClipArranger::Queues> instance;
 };
 
 /// The source of thumbnails. Without an instance, cards show their placeholder.

@@ -35,7 +35,7 @@ Item {
             id: pageTitle
 
             width: parent.width
-            text: header.title
+            text: L10n.isolated(header.title)
             textFormat: Text.PlainText
             elide: Text.ElideRight
             maximumLineCount: 1
@@ -43,10 +43,10 @@ Item {
             font.pixelSize: Theme.fontSize.pageTitle
             font.weight: Font.ExtraBold
             Accessible.role: Accessible.Heading
-            Accessible.name: text
+            Accessible.name: header.title
 
             ThemedToolTip {
-                text: pageTitle.truncated ? pageTitle.text : ""
+                text: pageTitle.truncated ? header.title : ""
             }
         }
 

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/screens/library/LibraryModel.h"
 
+#include "ui/screens/library/DayGroups.h"
+#include "ui/screens/library/LibraryForQml.h"
 #include "ui/shared/SharedForQml.h"
+
+#include <QTimeZone>
 
 namespace quelto {
 
@@ -45,18 +49,18 @@ std::optional<LibraryLayout::Step> stepOf(int key)
 } // namespace
 
 LibraryModel::LibraryModel(QObject* parent)
-    : LibraryModel(
-          *ClipLibraryForQml::instance, [] { return QDateTime::currentDateTime(); }, parent)
+    : LibraryModel({.library = *ClipLibraryForQml::instance, .queues = ArrangingQueuesForQml::instance}, parent)
 {
 }
 
-LibraryModel::LibraryModel(const ClipLibrary& library, Clock clock, QObject* parent)
+LibraryModel::LibraryModel(Dependencies dependencies, QObject* parent)
     : QObject(parent)
-    , m_library(library)
-    , m_clock(std::move(clock))
-    , m_today(m_clock().date())
+    , m_dependencies(std::move(dependencies))
+    , m_today(m_dependencies.now().date())
+    , m_timeZone(QTimeZone::systemTimeZoneId())
+    , m_arranger(m_dependencies.queues, [this](const ArrangedClips& arranged) { show(arranged); })
 {
-    connect(&library, &ClipLibrary::clipsChanged, this, &LibraryModel::updateClips);
+    connect(&m_dependencies.library, &ClipLibrary::clipsChanged, this, &LibraryModel::updateClips);
     m_scrollEndTimer.setSingleShot(true);
     m_scrollEndTimer.setInterval(ScrollEndDelay);
     connect(&m_scrollEndTimer, &QTimer::timeout, this, [this] {
@@ -70,24 +74,30 @@ LibraryModel::LibraryModel(const ClipLibrary& library, Clock clock, QObject* par
     updateClips();
 }
 
-bool LibraryModel::isLoaded() const
-{
-    return m_library.isLoaded();
-}
-
 void LibraryModel::setHasGame(bool hasGame)
 {
-    auto filter = m_filter;
-    filter.game = hasGame ? std::optional(m_game) : std::nullopt;
-    setFilter(filter);
+    m_hasGame = hasGame;
+    updateGameFilter();
 }
 
 void LibraryModel::setGame(const QString& game)
 {
     m_game = game;
+    updateGameFilter();
+}
+
+void LibraryModel::setIsOther(bool isOther)
+{
+    m_isOther = isOther;
+    updateGameFilter();
+}
+
+void LibraryModel::updateGameFilter()
+{
     auto filter = m_filter;
-    if (filter.game) {
-        filter.game = game;
+    filter.game.reset();
+    if (m_hasGame) {
+        filter.game = m_isOther ? ClipGame::none() : ClipGame(m_game);
     }
     setFilter(filter);
 }
@@ -112,9 +122,8 @@ void LibraryModel::setFilter(const ClipFilter& filter)
         return;
     }
     m_filter = filter;
-    applyFilter(std::nullopt);
     Q_EMIT filterChanged();
-    Q_EMIT scrollRequested(0);
+    m_arranger.arrange(m_filter);
 }
 
 void LibraryModel::setWidth(qreal width)
@@ -171,55 +180,40 @@ void LibraryModel::setScrollingFast(bool isScrollingFast)
 
 void LibraryModel::updateClips()
 {
-    const auto oldAnchor = anchor();
-    m_clips = SearchableClips(m_library.clips());
-    m_showsTierBar = std::ranges::any_of(m_clips.clips(), [](const Clip& clip) { return clip.autoTier.has_value(); });
-    // Without tier bar the user could not reset the tier filter. An empty library, as while a disk is unmounted, keeps
-    // it.
-    const bool isTierReset = !m_clips.clips().isEmpty() && !m_showsTierBar &&
-        std::exchange(m_filter.tier, ClipFilter().tier) != ClipFilter().tier;
-    applyFilter(oldAnchor);
-    if (isTierReset) {
-        Q_EMIT filterChanged();
-    }
+    m_arranger.setClips(m_dependencies.library.clips());
+    m_arranger.arrange(m_filter);
 }
 
-void LibraryModel::applyFilter(std::optional<Anchor> anchor)
+void LibraryModel::show(const ArrangedClips& arranged)
 {
-    m_groups = dayGroups(m_clips.clips(), m_clips.matching(m_filter));
-    m_cardClips.clear();
-    m_dayCards.clear();
-    for (const auto& group : m_groups) {
-        QList<qsizetype> wide;
-        DayCards cards;
-        for (const auto index : group.clips) {
-            if (m_clips.clips().at(index).isTall()) {
-                m_cardClips.append(index);
-                ++cards.tall;
-            } else {
-                wide.append(index);
-            }
-        }
-        cards.wide = wide.size();
-        m_cardClips.append(wide);
-        m_dayCards.append(cards);
-    }
+    // The newest request had this filter.
+    const bool isNewFilter = std::exchange(m_requestedFilter, m_filter) != m_filter;
+    const auto oldAnchor = isNewFilter ? std::nullopt : anchor();
     const auto previous = m_current;
+    m_arranged = arranged;
+    m_isLoaded = m_dependencies.library.isLoaded();
     updateLayout();
     Q_EMIT clipsChanged();
-    if (anchor) {
-        restore(*anchor);
+    if (oldAnchor) {
+        restore(*oldAnchor);
     }
     if (previous >= 0) {
         const auto position = positionOf(m_currentPath);
         // If the current clip is gone, the next one becomes current.
-        setCurrent(position >= 0 ? position : std::min(previous, m_cardClips.size() - 1));
+        setCurrent(position >= 0 ? position : std::min<qsizetype>(previous, count() - 1));
+    }
+    if (m_filter != arranged.filter) {
+        m_filter = m_requestedFilter = arranged.filter;
+        Q_EMIT filterChanged();
+    }
+    if (isNewFilter) {
+        Q_EMIT scrollRequested(0);
     }
 }
 
 void LibraryModel::updateLayout()
 {
-    m_layout = m_width > 0 ? LibraryLayout(m_dayCards, m_width, m_cardTextHeight) : LibraryLayout();
+    m_layout = m_width > 0 ? LibraryLayout(m_arranged.dayCards, m_width, m_cardTextHeight) : LibraryLayout();
     m_cards.invalidate();
     m_days.invalidate();
     Q_EMIT layoutChanged();
@@ -242,7 +236,8 @@ void LibraryModel::updateVisibleRows()
     });
     const auto days = m_layout.dayTitlesBetween(top, bottom);
     m_days.show(days.first, days.end, [this](qsizetype position) {
-        return VisibleDay{.title = dayTitle(m_groups.at(position).day, m_today), .area = m_layout.dayTitle(position)};
+        return VisibleDay{.title = dayTitle(m_arranged.days.at(position), m_today),
+                          .area = m_layout.dayTitle(position)};
     });
 }
 
@@ -270,9 +265,10 @@ void LibraryModel::restore(const Anchor& anchor)
 
 qsizetype LibraryModel::positionOf(const QString& path) const
 {
+    const auto& cards = m_arranged.cards;
     const auto found =
-        std::ranges::find_if(m_cardClips, [&](qsizetype index) { return m_clips.clips().at(index).path == path; });
-    return found == m_cardClips.end() ? -1 : std::distance(m_cardClips.begin(), found);
+        std::ranges::find_if(cards, [&](qsizetype index) { return m_arranged.clips.at(index).path == path; });
+    return found == cards.end() ? -1 : std::distance(cards.begin(), found);
 }
 
 void LibraryModel::setCurrent(qsizetype position)
@@ -287,7 +283,7 @@ void LibraryModel::setCurrent(qsizetype position)
 
 void LibraryModel::select(int position)
 {
-    setCurrent(std::clamp<qsizetype>(position, -1, m_cardClips.size() - 1));
+    setCurrent(std::clamp(position, -1, count() - 1));
 }
 
 void LibraryModel::selectFirstInView()
@@ -306,7 +302,7 @@ bool LibraryModel::moveCurrent(int key)
     if (!step) {
         return false;
     }
-    if (m_cardClips.isEmpty() || m_width <= 0) {
+    if (count() == 0 || m_width <= 0) {
         return true;
     }
     const auto page = m_viewHeight - 2 * CurrentMargin;
@@ -325,12 +321,12 @@ bool LibraryModel::moveCurrent(int key)
 
 QString LibraryModel::currentTitle() const
 {
-    return m_current < 0 ? QString() : clipAt(m_current).displayTitle();
+    return m_current < 0 ? QString() : clipAt(m_current).visibleTitle();
 }
 
 void LibraryModel::scheduleTodayUpdate()
 {
-    const auto now = m_clock();
+    const auto now = m_dependencies.now();
     const std::chrono::milliseconds toMidnight(now.msecsTo(now.date().addDays(1).startOfDay()));
     // The margin keeps the coarse timer from firing before midnight.
     m_clockTimer.start(std::min<std::chrono::milliseconds>(ClockInterval, toMidnight + std::chrono::milliseconds(200)));
@@ -338,9 +334,12 @@ void LibraryModel::scheduleTodayUpdate()
 
 void LibraryModel::updateToday()
 {
-    if (const auto today = m_clock().date(); m_today != today) {
+    const auto today = m_dependencies.now().date();
+    const auto timeZone = QTimeZone::systemTimeZoneId();
+    if (m_today != today || m_timeZone != timeZone) {
         m_today = today;
-        applyFilter(anchor());
+        m_timeZone = timeZone;
+        m_arranger.arrange(m_filter);
     }
     scheduleTodayUpdate();
 }

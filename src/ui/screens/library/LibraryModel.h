@@ -2,8 +2,7 @@
 #pragma once
 
 #include "library/clips/ClipLibrary.h"
-#include "ui/screens/library/ClipFilter.h"
-#include "ui/screens/library/DayGroups.h"
+#include "ui/screens/library/ClipArranger.h"
 #include "ui/screens/library/LibraryLayout.h"
 #include "ui/screens/library/ScrollSpeed.h"
 #include "ui/screens/library/VisibleCards.h"
@@ -18,12 +17,17 @@ namespace quelto {
 /// The model of a library view: filters, groups and lays out the clips, and provides the visible ones to QML. The
 /// current card for keyboard navigation follows its clip when clips are added or removed.
 ///
+/// In a large library, the cards follow the filter and the clips some milliseconds later; everything that clipsChanged
+/// announces belongs to the cards that are shown.
+///
 /// Thread: main. Units: logical pixels.
 class LibraryModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool hasGame READ hasGame WRITE setHasGame NOTIFY filterChanged)
     Q_PROPERTY(QString game READ game WRITE setGame NOTIFY filterChanged)
+    /// Shows the clips whose names hold no game, instead of those of `game`.
+    Q_PROPERTY(bool isOther READ isOther WRITE setIsOther NOTIFY filterChanged)
     Q_PROPERTY(QString tierFilter READ tierFilter WRITE setTierFilter NOTIFY filterChanged)
     Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY filterChanged)
 
@@ -36,6 +40,8 @@ class LibraryModel : public QObject {
     /// False until the save folder has been read for the first time.
     Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY clipsChanged)
     Q_PROPERTY(int count READ count NOTIFY clipsChanged)
+    /// Whether the cards are the result of a search.
+    Q_PROPERTY(bool showsSearch READ showsSearch NOTIFY clipsChanged)
     Q_PROPERTY(bool showsTierBar READ showsTierBar NOTIFY clipsChanged)
     Q_PROPERTY(QStringList tierFilters READ tierFilterNames CONSTANT)
     Q_PROPERTY(qreal contentHeight READ contentHeight NOTIFY layoutChanged)
@@ -50,14 +56,23 @@ class LibraryModel : public QObject {
 public:
     using Clock = std::function<QDateTime()>;
 
-    /// For QML; uses the instance of ClipLibraryForQml.
-    explicit LibraryModel(QObject* parent = nullptr);
-    LibraryModel(const ClipLibrary& library, Clock clock, QObject* parent = nullptr);
+    struct Dependencies {
+        const ClipLibrary& library;
+        Clock now = [] { return QDateTime::currentDateTime(); };
+        /// Without them, clips of any number are arranged on the main thread.
+        std::optional<ClipArranger::Queues> queues = std::nullopt;
+    };
 
-    bool hasGame() const { return m_filter.game.has_value(); }
+    /// For QML; uses the instances of ClipLibraryForQml and ArrangingQueuesForQml.
+    explicit LibraryModel(QObject* parent = nullptr);
+    explicit LibraryModel(Dependencies dependencies, QObject* parent = nullptr);
+
+    bool hasGame() const { return m_hasGame; }
     void setHasGame(bool hasGame);
     QString game() const { return m_game; }
     void setGame(const QString& game);
+    bool isOther() const { return m_isOther; }
+    void setIsOther(bool isOther);
     QString tierFilter() const { return m_filter.tier; }
     void setTierFilter(const QString& tierFilter);
     QString search() const { return m_filter.search; }
@@ -72,10 +87,11 @@ public:
     qreal cardTextHeight() const { return m_cardTextHeight; }
     void setCardTextHeight(qreal cardTextHeight);
 
-    bool isLoaded() const;
+    bool isLoaded() const { return m_isLoaded; }
     /// The number of clips that match the filter.
-    int count() const { return static_cast<int>(m_cardClips.size()); }
-    bool showsTierBar() const { return m_showsTierBar; }
+    int count() const { return static_cast<int>(m_arranged.cards.size()); }
+    bool showsSearch() const { return !m_arranged.filter.search.isEmpty(); }
+    bool showsTierBar() const { return m_arranged.hasTiers; }
     static QStringList tierFilterNames() { return tierFilters(); }
     qreal contentHeight() const { return m_layout.height(); }
     bool isScrollingFast() const { return m_isScrollingFast; }
@@ -97,7 +113,8 @@ public:
     Q_INVOKABLE bool moveCurrent(int key);
     Q_INVOKABLE QString currentTitle() const;
 
-    /// Updates the titles "Today" and "Yesterday". Called every minute and just after midnight.
+    /// Updates the titles "Today" and "Yesterday", and everything local time decides after a change of the time zone.
+    /// Called every minute and just after midnight.
     void updateToday();
 
 Q_SIGNALS:
@@ -118,29 +135,32 @@ private:
     };
 
     void updateClips();
-    void applyFilter(std::optional<Anchor> anchor);
+    void show(const ArrangedClips& arranged);
     void updateLayout();
     void updateVisibleRows();
     void setScrollingFast(bool isScrollingFast);
+    void updateGameFilter();
     void setFilter(const ClipFilter& filter);
     void setCurrent(qsizetype position);
     void restore(const Anchor& anchor);
     std::optional<Anchor> anchor() const;
-    const Clip& clipAt(qsizetype position) const { return m_clips.clips().at(m_cardClips.at(position)); }
+    const Clip& clipAt(qsizetype position) const { return m_arranged.clips.at(m_arranged.cards.at(position)); }
     qsizetype positionOf(const QString& path) const;
     void scheduleTodayUpdate();
 
-    const ClipLibrary& m_library;
-    Clock m_clock;
-    SearchableClips m_clips;
+    Dependencies m_dependencies;
     ClipFilter m_filter;
-    /// Kept separately because QML may set it before hasGame.
+    /// The filter that was requested for the cards that are shown.
+    ClipFilter m_requestedFilter;
+    // Kept separately because QML may set them in any order.
+    bool m_hasGame = false;
+    bool m_isOther = false;
     QString m_game;
     QDate m_today;
-    QList<DayGroup> m_groups;
-    /// The index in m_clips of each card's clip.
-    QList<qsizetype> m_cardClips;
-    QList<DayCards> m_dayCards;
+    QByteArray m_timeZone;
+    /// The cards that are shown.
+    ArrangedClips m_arranged;
+    bool m_isLoaded = false;
     LibraryLayout m_layout;
     qreal m_width = 0;
     qreal m_viewHeight = 0;
@@ -152,8 +172,9 @@ private:
     QString m_currentPath;
     QTimer m_scrollEndTimer;
     QTimer m_clockTimer;
-    bool m_showsTierBar = false;
     bool m_isScrollingFast = false;
+    // Last, because it may call show at once.
+    ClipArranger m_arranger;
 };
 
 } // namespace quelto

@@ -13,6 +13,8 @@ FocusScope {
     // The game does not change during the life of the view.
     property bool hasGame: false
     property string game: ""
+    // Shows the clips whose names hold no game; `game` is then the word for "Other".
+    property bool isOther: false
 
     function askToDelete(path: string, title: string) {
         internal.pendingPath = path;
@@ -47,6 +49,7 @@ FocusScope {
         id: clips
 
         game: view.game
+        isOther: view.isOther
         hasGame: view.hasGame
         width: grid.width
         viewTop: grid.contentY
@@ -109,7 +112,7 @@ FocusScope {
             EmptyLibrary {
                 anchors.centerIn: parent
                 visible: clips.isLoaded && clips.count === 0
-                isSearch: clips.search !== ""
+                isSearch: clips.showsSearch
             }
         }
     }

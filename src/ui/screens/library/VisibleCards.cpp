@@ -15,7 +15,7 @@ VisibleCard visibleCard(const VisibleCards::Card& card, const VisibleCard& previ
             .byteCount = clip.size,
             .date = clip.date,
             .version = previous.version + (isChanged ? 1 : 0),
-            .title = clip.displayTitle(),
+            .title = clip.visibleTitle(),
             .game = clip.game,
             .time = clip.timeText(),
             .size = clip.sizeText(),

@@ -24,8 +24,9 @@ AudioSourceEvents Recording::events()
         .onBuffer =
             [this](AudioBufferPtr buffer) {
                 const std::lock_guard guard(m_mutex);
-                m_frames += buffer->frames;
-                m_buffers.push_back(std::move(buffer));
+                m_frames += buffer->isSilence() ? 0 : buffer->frames;
+                auto& list = buffer->isSilence() ? m_silence : m_buffers;
+                list.append(std::move(buffer));
                 m_changed.notify_all();
             },
         .onWarning =
@@ -40,7 +41,13 @@ AudioSourceEvents Recording::events()
 AudioBuffers Recording::buffers() const
 {
     const std::lock_guard guard(m_mutex);
-    return AudioBuffers(m_buffers.begin(), m_buffers.end());
+    return m_buffers;
+}
+
+AudioBuffers Recording::silence() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_silence;
 }
 
 std::vector<std::optional<QString>> Recording::warnings() const
@@ -53,6 +60,7 @@ void Recording::clear()
 {
     const std::lock_guard guard(m_mutex);
     m_buffers.clear();
+    m_silence.clear();
     m_warnings.clear();
 }
 
@@ -61,6 +69,18 @@ bool Recording::waitForAudio(double seconds, double timeoutSeconds)
     std::unique_lock lock(m_mutex);
     const std::int64_t wanted = m_frames + static_cast<std::int64_t>(seconds * 48000);
     return m_changed.wait_for(lock, toDuration(timeoutSeconds), [&] { return m_frames >= wanted; });
+}
+
+bool Recording::waitForSilence(double seconds, double timeoutSeconds)
+{
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, toDuration(timeoutSeconds), [&] {
+        double total = 0;
+        for (const auto& buffer : m_silence) {
+            total += toSeconds(endOf(*buffer) - buffer->presentationTime);
+        }
+        return total >= seconds;
+    });
 }
 
 bool Recording::waitForWarnings(std::size_t count, double timeoutSeconds)

@@ -17,18 +17,23 @@ class Recording {
 public:
     AudioSourceEvents events();
 
+    /// Without silence.
     AudioBuffers buffers() const;
+    AudioBuffers silence() const;
     std::vector<std::optional<QString>> warnings() const;
     void clear();
 
     /// Waits until the source has delivered that much more audio. False on timeout.
     bool waitForAudio(double seconds, double timeoutSeconds = 5);
+    /// Waits until the source has delivered that much silence since the last clear().
+    bool waitForSilence(double seconds, double timeoutSeconds = 5);
     bool waitForWarnings(std::size_t count, double timeoutSeconds = 5);
 
 private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::vector<AudioBufferPtr> m_buffers;
+    AudioBuffers m_buffers;
+    AudioBuffers m_silence;
     std::vector<std::optional<QString>> m_warnings;
     std::int64_t m_frames = 0;
 };

@@ -33,6 +33,7 @@ Window {
         GhostButton { text: "Çöp Kutusuna Taşı"; destructive: true; symbol: "trash" }
     }
 
-    AccentButton { x: 24; y: 250; width: 260; text: "Klip Kaydet"; symbol: "scissors"; trailingText: "Alt + F10" }
+    KeyCaps { x: 24; y: 258; keys: ["Alt", "Shift", "C"] }
+    KeyCaps { x: 140; y: 255; keys: ["Strg", "↑"]; fontSize: Theme.fontSize.body }
     AccentButton { x: 300; y: 250; width: 200; text: "In den Papierkorb verschieben und noch mehr"; symbol: "scissors" }
 }

@@ -42,6 +42,21 @@ TEST_F(ClipFilterTest, MatchesTheGameExactly)
     EXPECT_TRUE(matchingTitles({.game = QString()}).isEmpty());
 }
 
+TEST_F(ClipFilterTest, MatchesClipsWithoutAGameInAnyLanguage)
+{
+    const auto matching = [] {
+        SearchableClips clips({Clip(QStringLiteral("/c/holiday.mp4")), Clip(QStringLiteral("/c/Dota 2 - a.mp4")),
+                               Clip(QStringLiteral("/c/Other - b.mp4"))});
+        // Read again for the new language only some time after the change.
+        L10n::use(QStringLiteral("tr"));
+        const auto afterChange = clips.matching({.game = ClipGame::none()});
+        L10n::use(QStringLiteral("en"));
+        return std::pair(clips.matching({.game = ClipGame::none()}), afterChange);
+    }();
+    EXPECT_EQ(matching.first, (QList<qsizetype>{0, 2})) << "a game called Other is listed under the same name";
+    EXPECT_EQ(matching.second, QList<qsizetype>{0});
+}
+
 TEST_F(ClipFilterTest, MatchesOneTier)
 {
     EXPECT_EQ(matchingTitles({.tier = QStringLiteral("epic")}), QStringList{QStringLiteral("RAMPAGE")});

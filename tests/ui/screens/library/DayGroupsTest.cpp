@@ -3,6 +3,8 @@
 
 #include "base/language/L10n.h"
 
+#include "tests/base/language/TimeZone.h"
+
 #include <gtest/gtest.h>
 
 namespace quelto {
@@ -47,6 +49,21 @@ TEST(DayGroups, UsesTheLocalDay)
 {
     const auto local = QDateTime(QDate(2026, 3, 1), QTime(0, 30));
     EXPECT_EQ(dayGroups({clipOf(local.toUTC())}, {0}).first().day, QDate(2026, 3, 1));
+}
+
+TEST(DayGroups, DaysMayBeShorterOrLonger)
+{
+    const test::TimeZone berlin("CET-1CEST,M3.5.0,M10.5.0/3");
+    for (const QDate day : {QDate(2026, 3, 29), QDate(2026, 10, 25)}) {
+        const auto start = day.startOfDay();
+        const auto end = day.addDays(1).startOfDay();
+        ASSERT_NE(start.secsTo(end), 24 * 3600);
+        const QList<Clip> clips{clipOf(end), clipOf(end.addMSecs(-1)), clipOf(start), clipOf(start.addMSecs(-1))};
+        EXPECT_EQ(dayGroups(clips, {0, 1, 2, 3}),
+                  (QList<DayGroup>{{.day = day.addDays(1), .clips = {0}},
+                                   {.day = day, .clips = {1, 2}},
+                                   {.day = day.addDays(-1), .clips = {3}}}));
+    }
 }
 
 TEST(DayTitle, NamesTodayYesterdayAndOtherDays)

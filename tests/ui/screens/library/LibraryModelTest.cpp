@@ -12,6 +12,13 @@ namespace {
 
 class LibraryModelTest : public test::LibraryFixture {
 protected:
+    LibraryModel::Dependencies modelDependencies()
+    {
+        return {.library = library,
+                .now = [this] { return now; },
+                .queues = ClipArranger::Queues{.main = mainQueue, .work = workQueue}};
+    }
+
     void show()
     {
         reload();
@@ -61,6 +68,8 @@ protected:
         return false;
     }
 
+    QString firstTime() { return model.cards()->data(model.cards()->index(0), VisibleCards::TimeRole).toString(); }
+
     QString firstDay()
     {
         auto& days = *model.days();
@@ -73,7 +82,11 @@ protected:
     }
 
     QDateTime now = QDateTime(QDate::currentDate(), QTime(12, 0));
-    LibraryModel model{library, [this] { return now; }};
+    test::ManualTime work;
+    test::ManualQueue workQueue{work};
+    test::ManualTime main;
+    test::ManualQueue mainQueue{main};
+    LibraryModel model{modelDependencies()};
 };
 
 TEST_F(LibraryModelTest, IsNotLoadedBeforeTheFolderIsRead)
@@ -295,6 +308,43 @@ TEST_F(LibraryModelTest, DayTitlesFollowTheClock)
     EXPECT_EQ(firstDay(), QStringLiteral("Bugün")) << "the clock was set back";
 }
 
+TEST_F(LibraryModelTest, DaysAndTimesFollowTheTimeZone)
+{
+    L10n::use(QStringLiteral("en"));
+    const test::TimeZone start("UTC0");
+    const QDateTime late(QDate(2026, 3, 1), QTime(23, 30), Qt::UTC);
+    QFile file(makeFile("Dota 2 - Ace.mp4"));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.setFileTime(late, QFileDevice::FileModificationTime);
+    file.close();
+    show();
+    model.updateToday();
+    EXPECT_EQ(firstDay(), QStringLiteral("Sunday, March 1, 2026"));
+    EXPECT_EQ(firstTime(), late.toString(QStringLiteral("HH:mm")));
+    const test::TimeZone east("UTC-3");
+    model.updateToday();
+    EXPECT_EQ(firstDay(), QStringLiteral("Monday, March 2, 2026"));
+    EXPECT_TRUE(firstTime().contains(QStringLiteral("2:30"))) << firstTime().toStdString();
+    L10n::use(QStringLiteral("tr"));
+}
+
+TEST_F(LibraryModelTest, PageOfClipsWithoutAGameKeepsThemWhenTheLanguageChanges)
+{
+    settings.setLanguage(QStringLiteral("tr"));
+    makeFile("holiday.mp4");
+    makeFile("Dota 2 - Ace.mp4");
+    model.setIsOther(true);
+    model.setGame(QStringLiteral("Diğer"));
+    model.setHasGame(true);
+    show();
+    EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("holiday")});
+    settings.setLanguage(QStringLiteral("en"));
+    EXPECT_EQ(model.count(), 1);
+    libraryTime.settle();
+    EXPECT_EQ(shownTitles(), QStringList{QStringLiteral("holiday")});
+    settings.setLanguage(QStringLiteral("tr"));
+}
+
 TEST_F(LibraryModelTest, KeysDoNothingInAnEmptyLibrary)
 {
     show();
@@ -303,6 +353,83 @@ TEST_F(LibraryModelTest, KeysDoNothingInAnEmptyLibrary)
     model.select(5);
     EXPECT_EQ(model.currentPosition(), -1);
     EXPECT_EQ(model.currentTitle(), QString());
+}
+
+/// A library that is arranged on a work queue.
+class LargeLibraryModelTest : public LibraryModelTest {
+protected:
+    void SetUp() override
+    {
+        makeMany(static_cast<int>(ClipArranger::MaxClipsAtOnce) + 1);
+        show();
+        arrange();
+    }
+
+    void arrange()
+    {
+        work.settle();
+        main.settle();
+    }
+};
+
+TEST_F(LargeLibraryModelTest, IsNotLoadedBeforeItIsArranged)
+{
+    LibraryModel other(modelDependencies());
+    EXPECT_FALSE(other.isLoaded());
+    EXPECT_EQ(other.count(), 0);
+    arrange();
+    EXPECT_TRUE(other.isLoaded());
+    EXPECT_EQ(other.count(), ClipArranger::MaxClipsAtOnce + 1);
+}
+
+TEST_F(LargeLibraryModelTest, CardsChangeTogetherWithEverythingThatDependsOnThem)
+{
+    model.setViewTop(2000);
+    model.setSearch(QStringLiteral("0007"));
+    EXPECT_EQ(model.search(), QStringLiteral("0007"));
+    EXPECT_EQ(model.count(), ClipArranger::MaxClipsAtOnce + 1);
+    EXPECT_EQ(model.viewTop(), 2000);
+    EXPECT_FALSE(model.showsSearch());
+    arrange();
+    EXPECT_EQ(model.count(), 1);
+    EXPECT_EQ(model.viewTop(), 0);
+    EXPECT_TRUE(model.showsSearch());
+}
+
+TEST_F(LargeLibraryModelTest, EachLetterIsArrangedOnceAtMost)
+{
+    const QSignalSpy changed(&model, &LibraryModel::clipsChanged);
+    model.setSearch(QStringLiteral("0"));
+    model.setSearch(QStringLiteral("00"));
+    work.settle();
+    model.setSearch(QStringLiteral("000"));
+    arrange();
+    EXPECT_EQ(changed.size(), 1);
+    EXPECT_EQ(model.count(), 12);
+}
+
+TEST_F(LargeLibraryModelTest, KeepsScrollPositionAndSelectionWhenTheLibraryChanges)
+{
+    model.setViewTop(2000);
+    model.select(40);
+    const auto path = model.currentPath();
+    makeFile("Dota 2 - Newest.mp4");
+    reload();
+    EXPECT_EQ(model.currentPosition(), 40);
+    arrange();
+    EXPECT_EQ(model.currentPosition(), 41);
+    EXPECT_EQ(model.currentPath(), path);
+    EXPECT_NE(model.viewTop(), 0);
+}
+
+TEST_F(LargeLibraryModelTest, ResetsATierThatIsNotOffered)
+{
+    model.setTierFilter(QStringLiteral("medium"));
+    const QSignalSpy changed(&model, &LibraryModel::filterChanged);
+    arrange();
+    EXPECT_EQ(model.tierFilter(), QStringLiteral("all"));
+    EXPECT_EQ(changed.size(), 1);
+    EXPECT_EQ(model.count(), ClipArranger::MaxClipsAtOnce + 1);
 }
 
 TEST(ScrollSpeed, IsDistanceOverTime)

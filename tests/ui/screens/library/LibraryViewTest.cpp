@@ -42,7 +42,7 @@ protected:
     QString emptyHint() const
     {
         return QStringLiteral("Kayıt açıkken %1 tuşlarına basarak son %2 saniyeyi kaydedin.")
-            .arg(hotKeyDisplay(settings.hotkeyModifiers(), settings.hotkeyKeyName()))
+            .arg(hotKeyText(settings.hotkeyModifiers(), settings.hotkeyKeyName()))
             .arg(settings.clipLength());
     }
 
@@ -69,6 +69,9 @@ TEST_F(LibraryViewTest, EmptyStateMatchesDesign)
     ASSERT_NE(hint, nullptr);
     EXPECT_EQ(test::fontOf(hint).pixelSize(), 13);
     EXPECT_EQ(test::colorOf(hint), theme.muted());
+    const auto* caps = textItem(QStringLiteral("Shift"))->parentItem()->parentItem();
+    EXPECT_GT(test::placeOf(caps).top(), test::placeOf(hint).bottom());
+    EXPECT_NEAR(middleOf(caps).x(), size.width() / 2, 1);
     const auto* symbol = test::firstVisible(window, [](const QQuickItem* each) {
         return each->property("symbol").toString() == u"film.stack" && each->inherits("QQuickImage");
     });
@@ -104,6 +107,7 @@ TEST_F(LibraryViewTest, ShowsNoResultsOnlyForASearch)
     EXPECT_TRUE(shows(QStringLiteral("Sonuç bulunamadı")));
     EXPECT_FALSE(shows(QStringLiteral("Henüz klip yok")));
     EXPECT_FALSE(shows(emptyHint()));
+    EXPECT_FALSE(shows(QStringLiteral("Shift"))) << "no key caps either";
     key(Qt::Key_Escape);
     EXPECT_EQ(cardTitles().size(), 3);
     // An empty tier is not a search.

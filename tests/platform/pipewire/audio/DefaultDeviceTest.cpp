@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "AudioDesktop.h"
+#include "platform/pipewire/core/PipeWireConnection.h"
+
+#include <gtest/gtest.h>
+#include <pipewire/impl.h>
+
+namespace quelto::pipewire {
+namespace {
+
+/// A second session manager, with another default output.
+class SecondSessionManager {
+public:
+    explicit SecondSessionManager(const char* sink)
+        : m_loop(pw_thread_loop_new("second", nullptr))
+        , m_context(makeContext(pw_thread_loop_get_loop(m_loop.get())))
+        , m_core(pw_context_connect(m_context.get(), nullptr, 0))
+        , m_metadata(pw_context_create_metadata(m_context.get(), "default", nullptr, 0))
+    {
+        pw_impl_metadata_set_property(m_metadata, PW_ID_CORE, "default.audio.sink", "Spa:String:JSON", sink);
+        m_export.reset(pw_core_export(m_core.get(), PW_TYPE_INTERFACE_Metadata, nullptr,
+                                      pw_impl_metadata_get_implementation(m_metadata), 0));
+        pw_thread_loop_start(m_loop.get());
+    }
+    ~SecondSessionManager() { pw_thread_loop_stop(m_loop.get()); }
+    SecondSessionManager(const SecondSessionManager&) = delete;
+    SecondSessionManager& operator=(const SecondSessionManager&) = delete;
+
+private:
+    ThreadLoopPtr m_loop;
+    ContextPtr m_context;
+    CorePtr m_core;
+    /// Owned by the context.
+    pw_impl_metadata* m_metadata;
+    ProxyPtr m_export;
+};
+
+class DefaultDeviceTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (desktopVariable("QUELTO_TEST_SPEAKER").isEmpty()) {
+            GTEST_SKIP() << "runs on the private desktop only";
+        }
+    }
+
+    static bool becomesDefault(PipeWireConnection& connection, const QString& name)
+    {
+        EXPECT_TRUE(connection.waitUntilReady(std::chrono::seconds(5)));
+        return becomesTrue([&] {
+            const PipeWireConnection::Lock lock(connection);
+            return connection.isReady() && connection.graph().defaultSink == name;
+        });
+    }
+
+    const QString m_speaker = desktopVariable("QUELTO_TEST_SPEAKER");
+};
+
+TEST_F(DefaultDeviceTest, IsFollowedAfterASecondSessionManagerLeft)
+{
+    PipeWireConnection before;
+    PipeWireConnection between;
+    ASSERT_TRUE(becomesDefault(before, m_speaker));
+    {
+        const SecondSessionManager other(R"({"name":"test_other"})");
+        EXPECT_TRUE(becomesDefault(before, QStringLiteral("test_other")));
+        EXPECT_TRUE(becomesDefault(between, QStringLiteral("test_other")));
+    }
+    EXPECT_TRUE(becomesDefault(before, m_speaker));
+    EXPECT_TRUE(becomesDefault(between, m_speaker));
+
+    const LoadedModule headset({QStringLiteral("module-null-sink"), QStringLiteral("sink_name=test_headset")});
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), QStringLiteral("test_headset")});
+    EXPECT_TRUE(becomesDefault(before, QStringLiteral("test_headset")));
+    EXPECT_TRUE(becomesDefault(between, QStringLiteral("test_headset")));
+    run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), m_speaker});
+    EXPECT_TRUE(becomesDefault(before, m_speaker));
+}
+
+} // namespace
+} // namespace quelto::pipewire
