@@ -250,6 +250,10 @@ class Quelto:
     def visible_clips(self):
         return sorted(path for path in self.folder.glob("*") if not path.name.startswith("."))
 
+    def resident_megabytes(self):
+        pages = int(pathlib.Path(f"/proc/{self.process.pid}/statm").read_text().split()[1])
+        return pages * os.sysconf("SC_PAGE_SIZE") / 1e6
+
     def kill(self):
         self.process.send_signal(signal.SIGKILL)
         self.process.wait()

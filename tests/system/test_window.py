@@ -1,6 +1,8 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The window keeps its frame, its menu opens the folder, and it follows the language and theme settings."""
+import time
+
 import desktop
 import screen_reader
 import window
@@ -108,6 +110,21 @@ class Window(window.WindowTest):
         desktop.wait_until(lambda: program.get("Page") == "library Dota 2", 3, "the game's page")
         self.put("Dota 2 - 2026-03-01 20.16.07")
         self.wait_for_count("Dota 2", 2)
+
+    def test_changes_of_theme_leave_no_memory_behind(self):
+        for index in range(12):
+            self.put(f"Dota 2 - 2026-03-01 20.15.{index:02d}", 60 * index)
+        program = self.window()
+        self.wait_for_count("Dota 2", 12)
+        # Until the cards have their thumbnails.
+        time.sleep(2)
+        before = program.resident_megabytes()
+        for index in range(30):
+            theme, accent = (("ocean", "22d3c5"), ("blurple", "5865f2"), ("neon", "b14bff"))[index % 3]
+            program.set("colorTheme", theme)
+            desktop.wait_until(lambda accent=accent: accent in self.colours(), 3, f"the accent of {theme}")
+        desktop.wait_until(lambda: program.resident_megabytes() < before + 6, 5, f"less than {before + 6:.0f} MB")
+        print(f"{before:.0f} MB before, {program.resident_megabytes():.0f} MB after")
 
     def colours(self):
         """The colours around the tile at the top of the sidebar."""

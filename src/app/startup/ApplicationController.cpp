@@ -5,6 +5,7 @@
 #include "app/window/WindowFrame.h"
 #include "base/files/AtomicFile.h"
 #include "base/language/T.h"
+#include "base/memory/FreeMemory.h"
 #include "platform/FileMimeData.h"
 #include "platform/factory/PlatformFactory.h"
 #include "ui/icons/Symbols.h"
@@ -24,6 +25,8 @@ namespace quelto {
 namespace {
 
 constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
+/// After a change of theme or language, until the renderer has released the pictures of the old content.
+constexpr std::chrono::seconds ReleaseOfOldContent{1};
 /// Limits the wait for a scan of a save folder on a disk that hangs.
 constexpr std::chrono::milliseconds ReadTimeout{500};
 /// Limits the wait for the last match and the settings to be stored.
@@ -162,7 +165,19 @@ void ApplicationController::buildWindow()
     m_backgroundNotice = new BackgroundNotice(
         *m_window, AppSettings::defaultPath(),
         {.hasStatusArea = &QSystemTrayIcon::isSystemTrayAvailable, .tell = [this] { tellAboutBackground(); }});
+    returnMemoryAfterRebuilds();
     showWindow();
+}
+
+void ApplicationController::returnMemoryAfterRebuilds()
+{
+    auto* const released = new QTimer(this);
+    released->setSingleShot(true);
+    released->setInterval(ReleaseOfOldContent);
+    released->callOnTimeout(&returnFreeMemory);
+    const auto start = qOverload<>(&QTimer::start);
+    connect(&m_settings, &AppSettings::colorThemeChanged, released, start);
+    connect(&m_settings, &AppSettings::languageChanged, released, start);
 }
 
 void ApplicationController::joinSavedClips()

@@ -66,6 +66,7 @@ public:
 
 private:
     void buildWindow();
+    void returnMemoryAfterRebuilds();
     void joinSavedClips();
     void joinMatches();
     void followGames();

@@ -20,8 +20,23 @@ T.ApplicationWindow {
     title: "Quelto"
     color: Theme.bg
     onIdentityChanged: {
-        root.active = false;
-        root.active = true;
+        if (root.item) {
+            rebuild.restart();
+        }
+    }
+
+    // Not at once, because the change may come from the content itself.
+    Timer {
+        id: rebuild
+
+        interval: 0
+        onTriggered: {
+            const old = root.item;
+            root.active = false;
+            // Both contents at once would need twice the memory, and malloc keeps what it once got from the system.
+            ImmediateDeletion.of(old);
+            root.active = true;
+        }
     }
 
     Loader {

@@ -18,6 +18,7 @@ protected:
         ShellFixture::SetUp();
         window->resize(window->minimumSize());
         settings.setLanguage(name());
+        drawFrame();
     }
 };
 

@@ -31,6 +31,7 @@ FocusScope {
     }
 
     focus: true
+    Component.onCompleted: internal.isComplete = true
     Accessible.role: Accessible.Pane
     Accessible.name: hasGame ? game : L10n.T("Klipler")
     Keys.onEscapePressed: event => event.accepted = header.searchField.activeFocus && leaveSearch(Qt.OtherFocusReason)
@@ -40,6 +41,8 @@ FocusScope {
 
         // The clip that the confirmation asks about.
         property string pendingPath: ""
+        // All sizes are final.
+        property bool isComplete: false
     }
 
     LibraryModel {
@@ -50,7 +53,8 @@ FocusScope {
         hasGame: view.hasGame
         width: grid.width
         viewTop: grid.contentY
-        viewHeight: grid.height
+        // Intermediate sizes would create more cards than fit the view, and read their thumbnails.
+        viewHeight: internal.isComplete ? grid.height : 0
         cardTextHeight: pattern.implicitHeight
     }
 
