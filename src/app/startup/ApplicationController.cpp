@@ -161,9 +161,9 @@ void ApplicationController::buildWindow()
         qFatal("The window's description cannot be loaded");
     }
     m_window = qobject_cast<QQuickWindow*>(m_engine.rootObjects().first());
-    new WindowFrame(*m_window, AppSettings::defaultPath());
+    new WindowFrame(*m_window, m_settings.file());
     m_backgroundNotice = new BackgroundNotice(
-        *m_window, AppSettings::defaultPath(),
+        *m_window, m_settings.file(),
         {.hasStatusArea = &QSystemTrayIcon::isSystemTrayAvailable, .tell = [this] { tellAboutBackground(); }});
     returnMemoryAfterRebuilds();
     showWindow();

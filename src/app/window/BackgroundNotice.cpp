@@ -2,7 +2,6 @@
 #include "app/window/BackgroundNotice.h"
 
 #include <QEvent>
-#include <QSettings>
 
 namespace quelto {
 
@@ -12,10 +11,11 @@ const auto ToldKey = QStringLiteral("windows/ToldAboutBackground");
 
 } // namespace
 
-BackgroundNotice::BackgroundNotice(QWindow& window, QString settingsPath, Desktop desktop)
+BackgroundNotice::BackgroundNotice(QWindow& window, SettingsFile& settings, Desktop desktop)
     : QObject(&window)
-    , m_settingsPath(std::move(settingsPath))
+    , m_settings(settings)
     , m_desktop(std::move(desktop))
+    , m_isTold(settings.stored().value(ToldKey).toBool())
 {
     window.installEventFilter(this);
 }
@@ -30,11 +30,11 @@ bool BackgroundNotice::eventFilter(QObject* watched, QEvent* event)
 
 void BackgroundNotice::windowPutAway()
 {
-    QSettings settings(m_settingsPath, QSettings::IniFormat);
-    if (settings.value(ToldKey).toBool() || m_desktop.hasStatusArea()) {
+    if (m_isTold || m_desktop.hasStatusArea()) {
         return;
     }
-    settings.setValue(ToldKey, true);
+    m_isTold = true;
+    m_settings.setValue(ToldKey, true);
     m_desktop.tell();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/settings/SettingsFile.h"
+
 #include <QObject>
 #include <QWindow>
 
@@ -22,15 +24,16 @@ public:
         std::function<void()> tell;
     };
 
-    BackgroundNotice(QWindow& window, QString settingsPath, Desktop desktop);
+    BackgroundNotice(QWindow& window, SettingsFile& settings, Desktop desktop);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     /// To be called after the user hid the window in another way than by closing it.
     void windowPutAway();
 
 private:
-    const QString m_settingsPath;
+    SettingsFile& m_settings;
     Desktop m_desktop;
+    bool m_isTold;
 };
 
 } // namespace quelto

@@ -5,7 +5,6 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
-#include <QSettings>
 
 namespace quelto {
 
@@ -54,10 +53,10 @@ QRect fittingFrame(const QRect& wanted, const QMargins& decoration, const QSize&
     return frame;
 }
 
-WindowFrame::WindowFrame(QWindow& window, QString settingsPath)
+WindowFrame::WindowFrame(QWindow& window, SettingsFile& settings)
     : QObject(&window)
     , m_window(window)
-    , m_settingsPath(std::move(settingsPath))
+    , m_settings(settings)
     , m_designedMinimum(window.minimumSize())
 {
     restore();
@@ -93,8 +92,7 @@ bool WindowFrame::eventFilter(QObject* watched, QEvent* event)
 
 void WindowFrame::restore()
 {
-    const QSettings settings(m_settingsPath, QSettings::IniFormat);
-    const auto saved = settings.value(FrameKey).toRect();
+    const auto saved = m_settings.stored().value(FrameKey).toRect();
     const auto screens = screensPrimaryFirst();
     auto wanted = saved.isValid() ? saved : m_window.geometry();
     if (!saved.isValid() && !screens.isEmpty()) {
@@ -103,7 +101,7 @@ void WindowFrame::restore()
     const auto frame = fittingFrame(wanted, {}, m_designedMinimum, screens);
     m_window.setMinimumSize(m_designedMinimum.boundedTo(frame.size()));
     m_window.setGeometry(frame);
-    if (settings.value(MaximizedKey).toBool()) {
+    if (m_settings.stored().value(MaximizedKey).toBool()) {
         m_window.setWindowStates(Qt::WindowMaximized);
     }
 }
@@ -160,12 +158,11 @@ void WindowFrame::fitAsDecorated()
 
 void WindowFrame::save()
 {
-    QSettings settings(m_settingsPath, QSettings::IniFormat);
     const bool isMaximized = m_window.windowStates().testFlag(Qt::WindowMaximized);
-    settings.setValue(MaximizedKey, isMaximized);
+    m_settings.setValue(MaximizedKey, isMaximized);
     // While maximised, keep the frame to which the window returns.
     if (!isMaximized) {
-        settings.setValue(FrameKey, m_window.geometry());
+        m_settings.setValue(FrameKey, m_window.geometry());
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/settings/SettingsFile.h"
+
 #include <QPointer>
 #include <QScreen>
 #include <QTimer>
@@ -24,7 +26,7 @@ class WindowFrame : public QObject {
 
 public:
     /// Call before the window is shown.
-    WindowFrame(QWindow& window, QString settingsPath);
+    WindowFrame(QWindow& window, SettingsFile& settings);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -37,7 +39,7 @@ private:
     void save();
 
     QWindow& m_window;
-    const QString m_settingsPath;
+    SettingsFile& m_settings;
     const QSize m_designedMinimum;
     QPointer<QScreen> m_screen;
     QTimer m_untilSave;

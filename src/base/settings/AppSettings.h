@@ -126,6 +126,8 @@ public:
 
     explicit AppSettings(const QString& path = defaultPath(), QObject* parent = nullptr);
 
+    /// For what is remembered but is no preference, like the frame of the window.
+    SettingsFile& file() noexcept { return m_file; }
     /// Waits until the file has all values. False if the disk needs longer than the timeout.
     bool finishWriting(std::chrono::milliseconds timeout) { return m_file.finishWriting(timeout); }
 

@@ -16,10 +16,10 @@ protected:
     int timesTold(const std::function<void(QWindow&, BackgroundNotice&)>& putAway)
     {
         int told = 0;
+        SettingsFile settings(folder.filePath(QStringLiteral("Quelto.conf")));
         QWindow window;
-        auto* notice =
-            new BackgroundNotice(window, folder.filePath(QStringLiteral("Quelto.conf")),
-                                 {.hasStatusArea = [this] { return hasStatusArea; }, .tell = [&] { ++told; }});
+        auto* notice = new BackgroundNotice(
+            window, settings, {.hasStatusArea = [this] { return hasStatusArea; }, .tell = [&] { ++told; }});
         putAway(window, *notice);
         putAway(window, *notice);
         return told;

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/WindowFrame.h"
 
+#include "base/time/HostClock.h"
+
 #include <QGuiApplication>
+#include <QLockFile>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -32,9 +35,8 @@ protected:
     /// Shows the window with that frame of the last run.
     void open(const QRect& frame)
     {
-        const auto path = folder.filePath(QStringLiteral("Quelto.conf"));
         QSettings(path, QSettings::IniFormat).setValue(QStringLiteral("windows/QueltoMain"), frame);
-        new WindowFrame(window, path);
+        new WindowFrame(window, settings.emplace(path));
         window.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     }
@@ -53,6 +55,8 @@ protected:
     /// 1920×1080
     QScreen* const large = screenNamed("large");
     QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("Quelto.conf"));
+    std::optional<SettingsFile> settings;
     QWindow window;
 };
 
@@ -79,6 +83,24 @@ TEST_F(WindowFrameTest, MinimumSizeFollowsTheScreen)
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.minimumSize() == Designed; }));
     moveTo(small);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.minimumSize() == roomOn(small); }));
+}
+
+TEST_F(WindowFrameTest, SavesTheFrameWithoutWaitingForTheDisk)
+{
+    const QRect moved(1200, 150, 1030, 650);
+    open({1100, 100, 1040, 660});
+    window.setGeometry(moved);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.geometry() == moved; }));
+    ASSERT_TRUE(settings->finishWriting(std::chrono::seconds(5)));
+    // The file is written under this lock, and QSettings waits for it.
+    QLockFile busy(path + QStringLiteral(".lock"));
+    ASSERT_TRUE(busy.tryLock());
+    const auto before = HostClock::now();
+    window.hide();
+    EXPECT_LT(HostClock::now() - before, std::chrono::seconds(5));
+    busy.unlock();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return QSettings(path, QSettings::IniFormat).value(QStringLiteral("windows/QueltoMain")) == moved; }));
 }
 
 } // namespace
