@@ -124,6 +124,8 @@ void PipeWireConnection::connect()
     if (!m_core) {
         return;
     }
+    // A pending attempt would replace this connection, and with it destroy what listeners have created from its core.
+    m_reconnect->disarm();
     listen(m_core.get(), m_coreHook, CoreEvents, this);
     m_mirror = std::make_unique<RegistryMirror>(m_core.get(), [this] {
         m_hasChangedSinceSync = true;

@@ -50,8 +50,6 @@ public:
     ///
     /// Thread: any but the loop's, without the lock.
     bool waitUntilReady(std::chrono::milliseconds timeout);
-    /// Releases the lock until the graph changes or the deadline has passed.
-    void waitForChange(std::chrono::steady_clock::time_point deadline);
 
     bool isReady() const noexcept { return m_isReady; }
     const Graph& graph() const noexcept { return m_mirror->graph(); }
@@ -64,6 +62,8 @@ public:
 
 private:
     bool startLoop();
+    /// Releases the lock until the graph changes or the deadline has passed.
+    void waitForChange(std::chrono::steady_clock::time_point deadline);
     void connect();
     void disconnect();
     void requestSync();

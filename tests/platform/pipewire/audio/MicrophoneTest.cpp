@@ -2,6 +2,7 @@
 #include "AudioDesktop.h"
 #include "Recording.h"
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
+#include "platform/pipewire/core/PipeWireConnection.h"
 
 #include <QTemporaryDir>
 
@@ -226,6 +227,74 @@ TEST_F(NoServerTest, ConnectsToAServerThatStartsLater)
     qputenv("XDG_RUNTIME_DIR", m_before);
     ASSERT_TRUE(recording.waitForWarnings(2));
     EXPECT_EQ(recording.warnings().back(), std::nullopt);
+}
+
+class IgnoringListener final : public PipeWireConnection::Listener {
+public:
+    void onGraphChanged() override { }
+    void onServerLost() override { }
+};
+
+/// Notes whether a core is destroyed. Needs the loop's lock.
+class CoreObserver {
+public:
+    explicit CoreObserver(pw_core* core)
+    {
+        pw_proxy_add_listener(reinterpret_cast<pw_proxy*>(core), m_hook.get(), &Events, this);
+    }
+
+    bool isDestroyed = false;
+
+private:
+    static void noteDestruction(void* data)
+    {
+        auto* self = static_cast<CoreObserver*>(data);
+        self->m_hook.remove();
+        self->isDestroyed = true;
+    }
+
+    static constexpr pw_proxy_events Events = {.version = PW_VERSION_PROXY_EVENTS,
+                                               .destroy = &noteDestruction,
+                                               .bound = nullptr,
+                                               .removed = nullptr,
+                                               .done = nullptr,
+                                               .error = nullptr};
+
+    Hook m_hook;
+};
+
+TEST_F(NoServerTest, PendingAttemptDoesNotReplaceANewConnection)
+{
+    if (desktopVariable("QUELTO_TEST_SPEAKER").isEmpty()) {
+        GTEST_SKIP() << "runs on the private desktop only";
+    }
+    PipeWireConnection connection;
+    IgnoringListener listener;
+    ASSERT_TRUE(connection.start());
+    {
+        const PipeWireConnection::Lock lock(connection);
+        connection.addListener(&listener);
+    }
+    qputenv("XDG_RUNTIME_DIR", m_before);
+    ASSERT_TRUE(connection.waitUntilReady(std::chrono::seconds(5)));
+    std::optional<CoreObserver> core;
+    bool isAttemptOver = false;
+    std::optional<LoopTimer> afterAttempt;
+    {
+        const PipeWireConnection::Lock lock(connection);
+        core.emplace(connection.core());
+        afterAttempt.emplace(connection.loop(), [&] { isAttemptOver = true; });
+        afterAttempt->arm(500);
+    }
+    EXPECT_TRUE(becomesTrue([&] {
+        const PipeWireConnection::Lock lock(connection);
+        return isAttemptOver;
+    }));
+    const PipeWireConnection::Lock lock(connection);
+    EXPECT_FALSE(core->isDestroyed);
+    core.reset();
+    afterAttempt.reset();
+    connection.removeListener(&listener);
 }
 
 TEST_F(NoServerTest, StartDoesNotWait)
