@@ -4,6 +4,7 @@
 #include "base/time/HostClock.h"
 #include "platform/x11/ActiveApplication.h"
 
+#include <string_view>
 #include <system_error>
 
 #include <poll.h>
@@ -25,14 +26,28 @@ struct Changes {
     bool hasNewProperties = false;
 };
 
-void readEvents(const X11Connection& connection, Changes& changes)
+/// The property of the root window that names the active window. Exists also before a window manager runs.
+xcb_atom_t activeWindowProperty(const X11Connection& connection)
+{
+    constexpr std::string_view Name = "_NET_ACTIVE_WINDOW";
+    const auto reply = replyTo(xcb_intern_atom_reply, connection.get(),
+                               xcb_intern_atom(connection.get(), 0, Name.size(), Name.data()));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+void readEvents(const X11Connection& connection, xcb_atom_t activeWindow, Changes& changes)
 {
     while (const auto event = XcbPtr<xcb_generic_event_t>(xcb_poll_for_event(connection.get()))) {
         // Other events are errors of windows that were closed, and moves.
         const auto type = event->response_type & 0x7f;
         if (type == XCB_PROPERTY_NOTIFY) {
-            const auto window = reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->window;
-            (window == connection.root() ? changes.hasNewWindow : changes.hasNewProperties) = true;
+            const auto* const change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
+            if (change->window != connection.root()) {
+                changes.hasNewProperties = true;
+            } else if (change->atom == activeWindow) {
+                // Status bars and window managers change other properties of the root window all the time.
+                changes.hasNewWindow = true;
+            }
         } else if (type == XCB_DESTROY_NOTIFY) {
             changes.hasNewWindow = true;
         }
@@ -91,6 +106,7 @@ void X11FrontApplication::follow(const QString& displayName)
     if (!connection) {
         return;
     }
+    const auto activeWindow = activeWindowProperty(*connection);
     DesktopEntries applications;
     select(*connection, connection->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     xcb_window_t window = XCB_NONE;
@@ -98,7 +114,7 @@ void X11FrontApplication::follow(const QString& displayName)
     HostTime lastRead;
     std::chrono::milliseconds timeout;
     do {
-        readEvents(*connection, changes);
+        readEvents(*connection, activeWindow, changes);
         const auto titleWait =
             std::chrono::ceil<std::chrono::milliseconds>(lastRead + TitleInterval - HostClock::now());
         timeout = changes.hasNewProperties ? std::max(titleWait, std::chrono::milliseconds(0))

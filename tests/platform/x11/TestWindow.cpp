@@ -62,6 +62,13 @@ void TestWindow::activate(const X11Connection& connection, xcb_window_t window)
     waitForServer(connection);
 }
 
+void TestWindow::setRootTitle(const X11Connection& connection, const QByteArray& title)
+{
+    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, connection.root(), XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
+                        8, static_cast<std::uint32_t>(title.size()), title.constData());
+    waitForServer(connection);
+}
+
 xcb_atom_t TestWindow::atom(const X11Connection& connection, const char* name)
 {
     return replyTo(xcb_intern_atom_reply, connection.get(),

@@ -26,6 +26,8 @@ public:
     void setTitle(const QByteArray& title) const;
     void destroy() const;
     static void activate(const X11Connection& connection, xcb_window_t window);
+    /// Some status bars are written to the title of the root window.
+    static void setRootTitle(const X11Connection& connection, const QByteArray& title);
 
 private:
     static xcb_atom_t atom(const X11Connection& connection, const char* name);

@@ -11,6 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
+#include <sys/inotify.h>
 #include <unistd.h>
 
 namespace quelto {
@@ -19,6 +22,39 @@ namespace {
 using test::Painter;
 using test::TestServer;
 using test::TestWindow;
+
+/// Counts how often a folder is opened.
+class FolderOpenings {
+public:
+    explicit FolderOpenings(const QString& folder)
+        : m_descriptor(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
+    {
+        // Successive equal events are merged, so openings are told apart by the closings between them.
+        EXPECT_GE(inotify_add_watch(m_descriptor, QFile::encodeName(folder).constData(), IN_OPEN | IN_CLOSE), 0);
+    }
+    ~FolderOpenings() { close(m_descriptor); }
+    FolderOpenings(const FolderOpenings&) = delete;
+    FolderOpenings& operator=(const FolderOpenings&) = delete;
+
+    /// Since the last call.
+    int take() const
+    {
+        alignas(inotify_event) std::array<char, 4096> bytes;
+        int openings = 0;
+        for (auto size = read(m_descriptor, bytes.data(), bytes.size()); size > 0;
+             size = read(m_descriptor, bytes.data(), bytes.size())) {
+            for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
+                const auto* event = reinterpret_cast<const inotify_event*>(bytes.data() + at);
+                openings += event->len == 0 && (event->mask & IN_OPEN) != 0 ? 1 : 0;
+                at += sizeof(inotify_event) + event->len;
+            }
+        }
+        return openings;
+    }
+
+private:
+    int m_descriptor;
+};
 
 class X11FrontApplication : public testing::Test {
 protected:
@@ -152,6 +188,30 @@ TEST_F(X11FrontApplication, FollowsTheActiveWindow)
     EXPECT_TRUE(shows(u"Another title"));
     second.destroy();
     EXPECT_TRUE(test::eventually([&] { return !application->current(); }));
+}
+
+TEST_F(X11FrontApplication, IsNotReadAgainForOtherPropertiesOfTheRootWindow)
+{
+    install("game", "Name=Game\n");
+    const TestWindow first(m_client.connection(), {.instance = "a", .windowClass = "First"});
+    const TestWindow second(m_client.connection(), {.instance = "b", .windowClass = "Second"});
+    first.activate();
+    const auto application = makeX11FrontApplication(m_server.name());
+    const auto shows = [&](QStringView name) {
+        return test::eventually([&] { return application->current() && application->current()->name == name; });
+    };
+    ASSERT_TRUE(shows(u"First"));
+    const FolderOpenings entries(m_data.filePath(QStringLiteral("applications")));
+    second.activate();
+    ASSERT_TRUE(shows(u"Second"));
+    const auto openings = entries.take();
+    ASSERT_GT(openings, 0);
+    for (int i = 0; i < 50; ++i) {
+        TestWindow::setRootTitle(m_client.connection(), QByteArray::number(i));
+    }
+    first.activate();
+    ASSERT_TRUE(shows(u"First"));
+    EXPECT_EQ(entries.take(), openings);
 }
 
 TEST_F(X11FrontApplication, IsKnownWithoutAskingTheServer)
