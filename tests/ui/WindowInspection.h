@@ -62,6 +62,20 @@ inline QQuickItem* labelWith(const QQuickWindow* window, const QString& text)
     return labelOn(window->contentItem(), text);
 }
 
+/// Holds a key as X11 reports it: each repeat is a release and a press.
+inline void holdKey(QWindow* window, Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+{
+    const auto send = [&](bool isPress, bool isRepeat) {
+        QTest::simulateEvent(window, isPress, key, modifiers, {}, isRepeat);
+    };
+    send(true, false);
+    for (int i = 0; i < 15; ++i) {
+        send(false, true);
+        send(true, true);
+    }
+    send(false, false);
+}
+
 inline QPoint middleOf(const QQuickItem* item)
 {
     return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();

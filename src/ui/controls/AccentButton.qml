@@ -38,13 +38,12 @@ T.AbstractButton {
     opacity: enabled || busy ? 1 : Theme.disabledOpacity
     Layout.fillWidth: !compact
     Accessible.name: text
-    Keys.onReturnPressed: event => button.actOn(event)
-    Keys.onEnterPressed: event => button.actOn(event)
+    Keys.forwardTo: [actionKeys]
 
-    function actOn(event: KeyEvent) {
-        if (!event.isAutoRepeat) {
-            button.clicked();
-        }
+    ActionKeys {
+        id: actionKeys
+
+        onActed: button.clicked()
     }
 
     contentItem: ButtonLabel {

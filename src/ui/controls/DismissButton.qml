@@ -15,13 +15,12 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
-    Keys.onReturnPressed: event => button.actOn(event)
-    Keys.onEnterPressed: event => button.actOn(event)
+    Keys.forwardTo: [actionKeys]
 
-    function actOn(event: KeyEvent) {
-        if (!event.isAutoRepeat) {
-            button.clicked();
-        }
+    ActionKeys {
+        id: actionKeys
+
+        onActed: button.clicked()
     }
 
     contentItem: Item {

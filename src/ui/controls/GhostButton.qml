@@ -23,13 +23,12 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.name: text
-    Keys.onReturnPressed: event => button.actOn(event)
-    Keys.onEnterPressed: event => button.actOn(event)
+    Keys.forwardTo: [actionKeys]
 
-    function actOn(event: KeyEvent) {
-        if (!event.isAutoRepeat) {
-            button.clicked();
-        }
+    ActionKeys {
+        id: actionKeys
+
+        onActed: button.clicked()
     }
 
     contentItem: ButtonLabel {

@@ -29,14 +29,13 @@ T.CheckBox {
     checked: isOn
     nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
     Accessible.name: text
-    Keys.onReturnPressed: event => toggle.actOn(event)
-    Keys.onEnterPressed: event => toggle.actOn(event)
+    Keys.forwardTo: [actionKeys]
     onClicked: flipped(!isOn)
 
-    function actOn(event: KeyEvent) {
-        if (!event.isAutoRepeat) {
-            toggle.clicked();
-        }
+    ActionKeys {
+        id: actionKeys
+
+        onActed: toggle.clicked()
     }
 
     background: Item {

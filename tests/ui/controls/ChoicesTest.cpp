@@ -68,6 +68,16 @@ TEST_F(SSToggle, FlipsByClickSpaceAndEnter)
     }
 }
 
+TEST_F(SSToggle, HeldKeyFlipsItOnce)
+{
+    item(QStringLiteral("toggle"))->forceActiveFocus(Qt::TabFocusReason);
+    for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        const bool before = isOn();
+        test::holdKey(window, key);
+        EXPECT_NE(isOn(), before) << key;
+    }
+}
+
 TEST_F(SSToggle, DoesNotChangeUnlessItsOwnerDoes)
 {
     window->setProperty("isLocked", true);
