@@ -26,7 +26,7 @@ Rectangle {
         readonly property Item focusedItem: Window.activeFocusItem
         readonly property real lastY: Math.max(0, contentHeight - height)
 
-        // Scrolls until the item is visible. An item elsewhere in the window changes nothing.
+        // Scrolls until the item is visible and clear of the fading edges. An item elsewhere in the window changes nothing.
         function reveal(item: Item) {
             let shown = item;
             let ancestor = item;
@@ -36,8 +36,8 @@ Rectangle {
                 shown = ancestor === places ? places : shown;
             }
             if (ancestor) {
-                const start = shown.mapToItem(rows, 0, 0).y - Theme.spacing.sidebar;
-                const end = start + shown.height + 2 * Theme.spacing.sidebar;
+                const start = shown.mapToItem(rows, 0, 0).y - upperFade.height;
+                const end = start + shown.height + upperFade.height + lowerFade.height;
                 contentY = Math.max(0, Math.min(Math.max(Math.min(contentY, start), end - height), lastY));
             }
         }
@@ -102,11 +102,15 @@ Rectangle {
     }
 
     EdgeFade {
+        id: upperFade
+
         anchors.top: view.top
         distance: view.contentY
     }
 
     EdgeFade {
+        id: lowerFade
+
         anchors.bottom: view.bottom
         isLower: true
         distance: view.lastY - view.contentY

@@ -49,6 +49,14 @@ protected:
         return part & QRectF({}, item->window()->size());
     }
     static bool isFullyVisible(const QQuickItem* item) { return visiblePartOf(item) == test::placeOf(item); }
+    /// Whether a fading edge covers a part of the item.
+    bool isFaded(const QQuickItem* item) const
+    {
+        return test::firstVisible(window, [&](const QQuickItem* each) {
+                   return QByteArray(each->metaObject()->className()).startsWith("EdgeFade_QMLTYPE") &&
+                       visiblePartOf(each).intersects(test::placeOf(item));
+               }) != nullptr;
+    }
     void turnWheel(const QQuickItem* over, int notches) const
     {
         const QPointF at = test::middleOf(over);
@@ -74,6 +82,7 @@ TEST_P(SmallScreenTest, TabReachesEveryControlAndShowsIt)
         ASSERT_NE(interface, nullptr);
         names.append(interface->text(QAccessible::Name));
         EXPECT_TRUE(isFullyVisible(focused)) << qPrintable(names.last());
+        EXPECT_FALSE(isFaded(focused)) << qPrintable(names.last());
         QTest::keyClick(window, Qt::Key_Tab);
     }
     for (const auto* expected : {"Tüm Klipler, 12", "Maç Özetleri, 0", "Dota 2, 4", "Kaydı Başlat / Durdur",
