@@ -10,6 +10,7 @@ Column {
 
     required property string title
     required property string message
+    required property string plainMessage
     required property string confirmText
     required property string cancelText
     required property bool destructive
@@ -20,7 +21,7 @@ Column {
     spacing: Theme.spacing.stack
     Accessible.role: Accessible.Dialog
     Accessible.name: title
-    Accessible.description: message
+    Accessible.description: plainMessage
     onIsAskingChanged: {
         if (isAsking) {
             cancel.forceActiveFocus(Qt.TabFocusReason);

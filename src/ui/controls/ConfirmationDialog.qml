@@ -14,6 +14,8 @@ T.Popup {
     required property string confirmText
     required property string cancelText
     property string message: ""
+    // For screen readers, where `message` has characters that are only for drawing.
+    property string plainMessage: message
     property bool destructive: false
     readonly property real widest: 420
 
@@ -59,6 +61,7 @@ T.Popup {
         width: dialog.availableWidth
         title: dialog.title
         message: dialog.message
+        plainMessage: dialog.plainMessage
         confirmText: dialog.confirmText
         cancelText: dialog.cancelText
         destructive: dialog.destructive

@@ -10,6 +10,8 @@ Column {
 
     required property string symbol
     required property string title
+    // For screen readers, where `title` has characters that are only for drawing.
+    property string plainTitle: title
     property string text: ""
     readonly property real widest: 560
 
@@ -41,7 +43,7 @@ Column {
         font.pixelSize: Theme.fontSize.heading
         font.weight: Font.Bold
         Accessible.role: Accessible.Heading
-        Accessible.name: text
+        Accessible.name: emptyState.plainTitle
     }
 
     Text {

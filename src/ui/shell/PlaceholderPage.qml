@@ -2,6 +2,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
+import Quelto.Shared
 
 // A page with a symbol, a title, a text and buttons.
 FocusScope {
@@ -21,7 +22,8 @@ FocusScope {
     EmptyState {
         anchors.centerIn: parent
         symbol: page.symbol
-        title: page.title
+        title: L10n.isolated(page.title)
+        plainTitle: page.title
         text: page.text
 
         Column {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/Hud.h"
 
+#include "base/language/Isolate.h"
+
 #include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
 
@@ -29,6 +31,22 @@ protected:
             }
         });
         return texts;
+    }
+
+    /// Opens the question before the clip with that title is moved to the trash.
+    QQuickItem* askToDelete(const QString& clip)
+    {
+        navigation->showGame(game);
+        drawFrame();
+        window->requestActivate();
+        auto* const card = test::firstVisible(window, [&](const QQuickItem* each) {
+            return each->property("title").toString() == clip && each->property("path").isValid();
+        });
+        EXPECT_NE(card, nullptr);
+        QMetaObject::invokeMethod(card, "deleteRequested");
+        const auto question = QStringLiteral("Klip çöp kutusuna taşınsın mı?");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return shows(question); }));
+        return item(question);
     }
 
     static bool isAlignedLeft(const QQuickItem* text)
@@ -71,17 +89,26 @@ TEST_F(RightToLeftNamesTest, StayPlainForScreenReaders)
 
 TEST_F(RightToLeftNamesTest, AreAlignedLeftInTheQuestionBeforeDeleting)
 {
-    navigation->showGame(game);
-    drawFrame();
-    window->requestActivate();
-    auto* const card = test::firstVisible(window, [this](QQuickItem* each) {
-        return each->property("title").toString() == title && each->property("path").isValid();
-    });
-    ASSERT_NE(card, nullptr);
-    QMetaObject::invokeMethod(card, "deleteRequested");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return shows(title); }));
-    EXPECT_TRUE(isAlignedLeft(textItem(title)));
+    const auto texts = textsWith(askToDelete(title), title);
+    ASSERT_EQ(texts.size(), 1);
+    EXPECT_TRUE(isAlignedLeft(texts.first()));
     picture(QStringLiteral("window-right-to-left-question"));
+}
+
+TEST_F(RightToLeftNamesTest, WordsHaveOneOrderOnTheCardInTheQuestionAndOnThePageOfTheClip)
+{
+    const auto mixed = game + QStringLiteral(" klibi");
+    auto* const question = askToDelete(mixed);
+    EXPECT_NE(test::labelOn(question, isolated(mixed)), nullptr);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(question)->text(QAccessible::Description), mixed);
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_TRUE(shows(isolated(mixed))) << "on the card";
+
+    navigation->openClip(settings.saveFolder() + u'/' + game + QStringLiteral(" - 2026-03-01 20.15.07.mp4"));
+    drawFrame();
+    auto* const heading = textItem(isolated(mixed));
+    ASSERT_NE(heading, nullptr);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(heading)->text(QAccessible::Name), mixed);
 }
 
 TEST_F(RightToLeftNamesTest, AreAlignedLeftInTheHud)

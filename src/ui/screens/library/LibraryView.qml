@@ -18,7 +18,8 @@ FocusScope {
 
     function askToDelete(path: string, title: string) {
         internal.pendingPath = path;
-        confirmation.message = title;
+        confirmation.message = L10n.isolated(title);
+        confirmation.plainMessage = title;
         confirmation.open();
     }
 
