@@ -68,7 +68,7 @@ QString Clip::displayTitle() const
 QString Clip::visibleTitle() const
 {
     const auto shown = displayTitle();
-    return shown.trimmed().isEmpty() ? fileNameOf(path).toString() : shown;
+    return shown.trimmed().isEmpty() ? displayFileName(fileNameOf(path).toString()) : shown;
 }
 
 bool Clip::isTall() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/Clip.h"
 
+#include "base/files/FileName.h"
 #include "base/language/L10n.h"
 
 #include "tests/base/language/TimeZone.h"
@@ -52,6 +53,7 @@ TEST(Clip, VisibleTitleOfABlankTitleIsTheFileName)
 {
     EXPECT_EQ(clip("a - .mp4").displayTitle(), QString());
     EXPECT_EQ(clip("a - .mp4").visibleTitle(), QStringLiteral("a - .mp4"));
+    EXPECT_EQ(Clip(decodeFileName("/c/a\xff - .mp4")).visibleTitle(), QStringLiteral("a\uFFFD - .mp4"));
     EXPECT_EQ(clip("a -   .mp4").visibleTitle(), QStringLiteral("a -   .mp4"));
     EXPECT_EQ(clip("a - b.mp4").visibleTitle(), QStringLiteral("b"));
 }

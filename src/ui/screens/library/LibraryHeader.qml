@@ -80,6 +80,7 @@ Item {
             onTextChanged: header.library.search = text
             Keys.onDownPressed: header.searchDone()
             Keys.onReturnPressed: header.searchDone()
+            Keys.onEnterPressed: header.searchDone()
         }
 
         AccentButton {

@@ -556,6 +556,15 @@ TEST_F(ScrolledLibraryTest, EscapeClearsTheSearchThenLeavesIt)
     EXPECT_TRUE(grid->hasActiveFocus());
 }
 
+TEST_F(ScrolledLibraryTest, EnterAndDownMoveFromTheSearchToTheResults)
+{
+    for (const auto each : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Down}) {
+        item(QStringLiteral("Ara"))->forceActiveFocus();
+        key(each);
+        EXPECT_TRUE(grid->hasActiveFocus()) << each;
+    }
+}
+
 TEST_F(LibraryViewTest, FocusStaysInTheSearchFieldWithoutCards)
 {
     open();
