@@ -28,10 +28,11 @@ struct AnyBitsOf {
 };
 /// A key that the shortcut's recorder accepts: Escape cancels it.
 struct AnyKey { };
+struct TextToShow { };
 
 struct ChoiceRow {
     const char* key;
-    std::variant<OneNumberOf, OneWordOf, Between, AnyBitsOf, AnyKey> choices;
+    std::variant<OneNumberOf, OneWordOf, Between, AnyBitsOf, AnyKey, TextToShow> choices;
 };
 
 constexpr std::uint32_t EscapeCode = 53;
@@ -75,6 +76,7 @@ constexpr std::array Rows{
     ChoiceRow{"hotkeyCode", AnyKey{}},
     ChoiceRow{"hotkeyModifiers",
               AnyBitsOf{modifierBits::command | modifierBits::shift | modifierBits::option | modifierBits::control}},
+    ChoiceRow{"hotkeyKeyName", TextToShow{}},
 };
 
 struct IsOffered {
@@ -90,6 +92,11 @@ struct IsOffered {
     bool operator()(AnyKey) const
     {
         return value.toUInt() != EscapeCode && !positionsOfKeyCode(value.toUInt()).empty();
+    }
+    bool operator()(TextToShow) const
+    {
+        const auto text = value.toString();
+        return !text.trimmed().isEmpty() && std::ranges::all_of(text, [](QChar each) { return each.isPrint(); });
     }
 };
 
