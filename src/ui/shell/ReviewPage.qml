@@ -27,6 +27,8 @@ PlaceholderPage {
         Accessible.role: Accessible.List
         Accessible.name: MatchSummary.name
         delegate: Text {
+            id: clipTitle
+
             required property string modelData
 
             width: ListView.view.width
@@ -38,6 +40,10 @@ PlaceholderPage {
             textFormat: Text.PlainText
             Accessible.role: Accessible.ListItem
             Accessible.name: modelData
+
+            ThemedToolTip {
+                text: clipTitle.truncated ? clipTitle.text : ""
+            }
         }
     }
 

@@ -38,6 +38,29 @@ TEST_F(ReviewPageTest, ShowsTheMatchAndItsClips)
     EXPECT_EQ(navigation->page(), Page{});
 }
 
+TEST_F(ReviewPageTest, ToolTipShowsATitleThatIsCut)
+{
+    const auto title = QStringLiteral("A title that is far too long for one line of the page of a match, ").repeated(3);
+    const auto path = folder.filePath(QStringLiteral("clips/Dota 2 - ") + title + QStringLiteral(".mp4"));
+    QDir().mkpath(folder.filePath(QStringLiteral("clips")));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    matches->gameStarted(QStringLiteral("Dota 2"), QString());
+    matches->clipSaved(path);
+    matches->gameEnded(QStringLiteral("Dota 2"));
+    time.advance(10s);
+    navigation->setPage({.kind = Pages::Kind::Review, .match = matches->sessions().first().id});
+    drawFrame();
+    const auto* cut = textItem(title);
+    ASSERT_NE(cut, nullptr);
+    QTest::mouseMove(window, test::middleOf(cut));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        auto* const overlay =
+            test::firstVisible(window, [](const QQuickItem* each) { return each->inherits("QQuickOverlay"); });
+        return overlay != nullptr && test::labelOn(overlay, title) != nullptr;
+    }));
+}
+
 TEST_F(ReviewPageTest, ShowsThatTheMatchWasDeleted)
 {
     const auto id = playedMatch();
