@@ -21,7 +21,9 @@ NavItem {
     focusPolicy: isTabStop ? Qt.TabFocus : Qt.NoFocus
     symbol: "gamecontroller.fill"
     text: name
-    active: !Navigation.hasSelected && Navigation.pageKind === Pages.Library && Navigation.hasGame && Navigation.game === name
+    // After a change of the language, the clips without a game have the old name until the library has read them again.
+    active: !Navigation.hasSelected && Navigation.pageKind === Pages.Library && Navigation.hasGame
+            && (Navigation.game === name || Navigation.isOther && isOther)
     onClicked: isOther ? Navigation.showOther() : Navigation.showGame(name)
     onMoved: step => row.reachRequested(index + step)
     Keys.onPressed: event => {

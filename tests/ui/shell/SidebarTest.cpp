@@ -114,6 +114,19 @@ TEST_F(SidebarTest, HighlightsTheRowOfThePage)
     EXPECT_EQ(activeRows(), QStringList{all});
 }
 
+TEST_F(SidebarTest, RowOfClipsWithoutAGameStaysMarkedWhileTheLanguageChanges)
+{
+    makeClips({"holiday.mp4"});
+    click(QStringLiteral("Diğer, 1"));
+    ASSERT_TRUE(isActive(QStringLiteral("Diğer, 1")));
+    settings.setLanguage(QStringLiteral("en"));
+    drawFrame();
+    EXPECT_TRUE(isActive(QStringLiteral("Diğer, 1"))) << "the library has not read the names again";
+    time.settle();
+    drawFrame();
+    EXPECT_TRUE(isActive(QStringLiteral("Other, 1")));
+}
+
 TEST_F(SidebarTest, HasDesignedSizesAndFontWeights)
 {
     auto* sidebar = item(QStringLiteral("Quelto"));
