@@ -31,8 +31,8 @@ void ClipFeedback::clipSaved(const SavedClip& clip)
     if (m_settings.playSound()) {
         m_actions.playSound(tier == ClipTier::epic ? EventSound::hero : EventSound::glass);
     }
-    // The title under which the library lists the clip.
-    const auto title = Clip(clip.path).visibleTitle();
+    // The title under which the library lists the clip. It does not depend on what the disk would have to tell.
+    const auto title = Clip(clip.path, std::nullopt).visibleTitle();
     if (m_settings.showOverlay()) {
         m_actions.showHud(
             tier ? HudMessage{.title = T("Oto klip • {0}", labelOf(*tier)), .subtitle = title, .tier = tier}

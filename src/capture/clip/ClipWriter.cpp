@@ -2,6 +2,7 @@
 #include "capture/clip/ClipWriter.h"
 
 #include "base/files/AtomicFile.h"
+#include "base/files/FileName.h"
 #include "base/language/T.h"
 #include "capture/clip/AudioTrackEncoder.h"
 #include "capture/clip/ClipPlan.h"
@@ -13,7 +14,6 @@
 #include "media/mux/Mp4Writer.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <filesystem>
 #include <system_error>
@@ -65,7 +65,7 @@ std::vector<std::unique_ptr<AudioTrackEncoder>> startEncoding(std::vector<AudioM
 
 void createFolder(const QString& folder)
 {
-    const std::filesystem::path path(QFile::encodeName(folder).toStdString());
+    const std::filesystem::path path(encodeFileName(folder).toStdString());
     std::error_code error;
     do {
         std::filesystem::create_directories(path, error);

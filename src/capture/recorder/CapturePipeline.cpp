@@ -115,6 +115,8 @@ void CapturePipeline::replaceEncoder()
         m_buffer.reset();
     } catch (const RecorderError& error) {
         m_onEncoderFailed(error.message());
+    } catch (const std::exception& error) {
+        m_onEncoderFailed(QString::fromUtf8(error.what()));
     }
 }
 

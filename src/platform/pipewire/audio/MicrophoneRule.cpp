@@ -93,7 +93,7 @@ LinkPlan MicrophoneRule::links(const Graph& graph, ObjectId captureNode) const
 QString MicrophoneRule::noServerMessage() const
 {
     return T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire wireplumber” komutunu "
-             "çalıştırıp yeniden deneyin.");
+             "çalıştırın.");
 }
 
 QString MicrophoneRule::noDeviceMessage() const

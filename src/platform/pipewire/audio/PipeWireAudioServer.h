@@ -5,7 +5,7 @@
 
 namespace quelto {
 
-/// The session's PipeWire server. While it is not running there are no microphones, and sources fail to start.
+/// The session's PipeWire server. While it is not running there are no microphones, and sources wait for it.
 std::unique_ptr<AudioServer> makePipeWireAudioServer();
 
 } // namespace quelto

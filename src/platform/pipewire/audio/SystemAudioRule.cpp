@@ -46,7 +46,7 @@ std::optional<ObjectId> SystemAudioRule::playbackDevice(const Graph& graph) cons
 QString SystemAudioRule::noServerMessage() const
 {
     return T("Ses sunucusu PipeWire çalışmıyor. Bir uçbirimde “systemctl --user start pipewire wireplumber” komutunu "
-             "çalıştırıp yeniden deneyin ya da ayarlardan sistem sesini kapatın.");
+             "çalıştırın ya da ayarlardan sistem sesini kapatın.");
 }
 
 QString SystemAudioRule::noDeviceMessage() const
