@@ -77,9 +77,9 @@ def close_window():
     wait_until(lambda: not visible_windows("Quelto"), 5, "the window to close")
 
 
-def sound_server(action):
-    """kill | stop | start | restart | pause | resume"""
-    run(os.environ["QUELTO_TEST_SOUND"], action)
+def sound_server(action, *services):
+    """kill | stop | start | restart | pause | resume. Only `kill` takes names: pipewire, wireplumber, pipewire-pulse."""
+    run(os.environ["QUELTO_TEST_SOUND"], action, *services)
 
 
 class Scene:

@@ -1,6 +1,11 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A sound server that crashes, returns, or is missing."""
+"""A sound server that crashes, returns, or is missing.
+
+QUELTO_SOUND_ROUNDS sets the number of random crashes, and QUELTO_SOUND_SEED repeats them.
+"""
+import os
+import random
 import time
 
 import clip
@@ -106,6 +111,53 @@ class AudioServer(desktop.DesktopTest):
         time.sleep(4)
         system = self.loud_parts(clip.Clip(program.save()).sound(1)[:, 0])
         self.assertTrue(all(system[-10:]), "no sound after the change of the default output")
+
+    def test_crashes_of_services_and_new_devices_leave_no_warning(self):
+        seed = int(os.environ.get("QUELTO_SOUND_SEED", random.randrange(1 << 30)))
+        chance = random.Random(seed)
+        print(f"seed {seed}")
+        scene = self.scene("--tone", TONE, "--mic-tone", 700, "--motion", "low")
+        program = self.quelto(clipLength=4)
+        program.record(1)
+        for number in range(int(os.environ.get("QUELTO_SOUND_ROUNDS", 4))):
+            self.break_sound(number, chance, program)
+            desktop.sound_server("start")
+            desktop.wait_until(lambda: program.get("MicWarning") == "", 8, "the devices")
+            self.assertEqual(program.get("State"), "recording")
+        scene.stop()
+        # A session manager that started alone does not link all streams.
+        desktop.sound_server("restart")
+        desktop.wait_until(lambda: program.get("MicWarning") == "", 8, "the devices")
+        self.scene("--tone", TONE, "--mic-tone", 700, "--motion", "low")
+        time.sleep(4)
+        result = clip.Clip(program.save())
+        for track in (1, 2):
+            self.assertTrue(all(self.loud_parts(result.sound(track)[:, 0])[-10:]), f"track {track} is silent")
+        self.assertEqual(program.get("MicWarning"), "")
+
+    @staticmethod
+    def break_sound(number, chance, program):
+        """Removes devices or services, in each way in turn."""
+        def pause():
+            time.sleep(chance.choice((0, 0.05, 0.3, 1.2)))
+
+        way = number % 4
+        # The session manager ends with the server.
+        groups = [[("pipewire", "wireplumber"), ("pipewire-pulse",)], [], [("wireplumber",)], [("pipewire-pulse",)]][way]
+        print("round", number, groups)
+        for group in groups:
+            desktop.sound_server("kill", *group)
+            pause()
+        if not groups:
+            for module in ("module-remap-source", "module-null-sink"):
+                desktop.run("pactl", "unload-module", module)
+                pause()
+        if chance.random() < 0.3:
+            program.call("Stop")
+            program.wait_for_state("idle")
+            pause()
+            program.call("Start")
+            program.wait_for_state("recording")
 
 
 if __name__ == "__main__":
