@@ -25,21 +25,15 @@ bool isSilent(std::span<const float> block)
 
 AudioTrackEncoder::AudioTrackEncoder(AudioMix mix, int bitsPerSecond, Mp4TrackState state)
     : m_mix(std::move(mix))
-    , m_bitsPerSecond(bitsPerSecond)
-    , m_state(state)
     , m_encoder(bitsPerSecond)
+    , m_info({.state = state,
+              .bitsPerSecond = bitsPerSecond,
+              .decoderConfiguration = m_encoder->decoderConfiguration(),
+              .encoderDelay = m_encoder->encoderDelay(),
+              .frames = m_mix.frames(),
+              .packets = this})
     , m_thread([this](const std::stop_token& stop) { run(stop); })
 {
-}
-
-AudioTrackInfo AudioTrackEncoder::asAudioTrackInfo()
-{
-    return {.state = m_state,
-            .bitsPerSecond = m_bitsPerSecond,
-            .decoderConfiguration = m_encoder.decoderConfiguration(),
-            .encoderDelay = m_encoder.encoderDelay(),
-            .frames = m_mix.frames(),
-            .packets = this};
 }
 
 std::optional<AacPacket> AudioTrackEncoder::next()
@@ -84,8 +78,29 @@ void AudioTrackEncoder::encodeAll(const std::stop_token& stop)
         if (stop.stop_requested()) {
             return;
         }
+        if (m_mix.isSilence() && isSettledInSilence()) {
+            repeatToEnd(stop);
+            return;
+        }
     }
-    hand(m_encoder.finish(), stop);
+    hand(m_encoder->finish(), stop);
+}
+
+bool AudioTrackEncoder::isSettledInSilence() const
+{
+    return m_isRepeating && m_silentFrames >= SettlingFrames;
+}
+
+/// For a track that is silence to its end. An encoder takes more than a megabyte.
+void AudioTrackEncoder::repeatToEnd(const std::stop_token& stop)
+{
+    m_encoder.reset();
+    constexpr std::int64_t PerPacket = AacEncoder::framesPerPacket;
+    const auto total = (m_info.frames + m_info.encoderDelay + PerPacket - 1) / PerPacket;
+    while (m_packetsHanded < total && !stop.stop_requested()) {
+        const auto count = std::min(total - m_packetsHanded, AudioMix::blockFrames / PerPacket);
+        hand({static_cast<std::size_t>(count), m_lastPacket}, stop);
+    }
 }
 
 /// During longer silence, repeats the packet of silence instead of encoding. The encoder's state does not change in
@@ -94,11 +109,11 @@ std::vector<AacPacket> AudioTrackEncoder::encode(std::span<const float> block)
 {
     const auto frames = static_cast<std::int64_t>(block.size() / 2);
     const bool isSilence = isSilent(block);
-    if (isSilence && m_isRepeating && m_silentFrames >= SettlingFrames && frames == AudioMix::blockFrames) {
+    if (isSilence && isSettledInSilence() && frames == AudioMix::blockFrames) {
         return {static_cast<std::size_t>(frames / AacEncoder::framesPerPacket), m_lastPacket};
     }
     m_silentFrames = isSilence ? m_silentFrames + frames : 0;
-    auto packets = m_encoder.encode(block);
+    auto packets = m_encoder->encode(block);
     for (const auto& packet : packets) {
         m_isRepeating = packet == m_lastPacket;
         m_lastPacket = packet;
@@ -112,6 +127,7 @@ void AudioTrackEncoder::hand(std::vector<AacPacket> packets, const std::stop_tok
     if (!m_changed.wait(guard, stop, [this] { return m_packets.size() < MaxPacketsAhead; })) {
         return;
     }
+    m_packetsHanded += static_cast<std::int64_t>(packets.size());
     std::ranges::move(packets, std::back_inserter(m_packets));
     guard.unlock();
     m_changed.notify_all();

@@ -9,6 +9,7 @@
 #include <deque>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace quelto {
@@ -23,7 +24,7 @@ public:
     AudioTrackEncoder(AudioMix mix, int bitsPerSecond, Mp4TrackState state);
 
     /// Describes the track for the muxer. This object is its packet source.
-    AudioTrackInfo asAudioTrackInfo();
+    AudioTrackInfo asAudioTrackInfo() const { return m_info; }
 
     /// The next packet; waits for the encoder. Thread: one caller. Errors: those of the encoder.
     std::optional<AacPacket> next() override;
@@ -32,13 +33,15 @@ private:
     void run(const std::stop_token& stop);
     void encodeAll(const std::stop_token& stop);
     std::vector<AacPacket> encode(std::span<const float> block);
+    bool isSettledInSilence() const;
+    void repeatToEnd(const std::stop_token& stop);
     /// Waits until the writer has taken enough packets.
     void hand(std::vector<AacPacket> packets, const std::stop_token& stop);
 
     AudioMix m_mix;
-    int m_bitsPerSecond;
-    Mp4TrackState m_state;
-    AacEncoder m_encoder;
+    std::optional<AacEncoder> m_encoder;
+    AudioTrackInfo m_info;
+    std::int64_t m_packetsHanded = 0;
     /// Frames of silence that the encoder was given since the last sound.
     std::int64_t m_silentFrames = 0;
     /// The last packets of the encoder, to notice that they repeat.

@@ -21,6 +21,8 @@ public:
 
     std::int64_t frames() const noexcept { return m_frames; }
     bool isEmpty() const noexcept { return m_frames == 0; }
+    /// Of its whole length.
+    bool isSilence() const noexcept { return m_sources.empty(); }
 
     /// The next block, 32-bit float, interleaved; empty at the end. Valid until the next call.
     std::span<const float> next();

@@ -29,7 +29,7 @@ PlacedSource::PlacedSource(const MixSource& source, HostTime start, PcmConverter
 
 bool PlacedSource::overlaps(std::int64_t frames)
 {
-    while (m_next < m_buffers.size()) {
+    while (!m_buffers.empty()) {
         if (const auto placed = readNext(); placed && placed->end() > 0 && placed->position < frames) {
             return true;
         }
@@ -43,8 +43,8 @@ void PlacedSource::addTo(std::span<float> block, std::int64_t position)
     std::erase_if(m_placed, [position](const Placed& placed) { return placed.end() <= position; });
     // A buffer can begin before the one that precedes it, but only by less than the drift that is ignored. Without the
     // order of the timestamps it can begin anywhere.
-    while (m_next < m_buffers.size() &&
-           (!m_isInOrder || frameAt(m_buffers[m_next]->presentationTime, m_start) < end + DriftFrames)) {
+    while (!m_buffers.empty() &&
+           (!m_isInOrder || frameAt(m_buffers.front()->presentationTime, m_start) < end + DriftFrames)) {
         if (auto placed = readNext(); placed && placed->end() > position) {
             m_placed.push_back(*std::move(placed));
         }
@@ -61,7 +61,8 @@ void PlacedSource::addTo(std::span<float> block, std::int64_t position)
 
 std::optional<PlacedSource::Placed> PlacedSource::readNext()
 {
-    auto buffer = std::move(m_buffers[m_next++]);
+    auto buffer = std::move(m_buffers.front());
+    m_buffers.pop_front();
     auto pcm = m_reader.read(*buffer);
     if (!pcm) {
         return std::nullopt;

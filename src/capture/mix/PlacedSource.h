@@ -44,12 +44,11 @@ private:
 
     std::optional<Placed> readNext();
 
-    /// Null once they are read.
-    std::vector<AudioBufferPtr> m_buffers;
+    /// Those that are not read yet.
+    std::deque<AudioBufferPtr> m_buffers;
     float m_gain;
     HostTime m_start;
     PcmReader m_reader;
-    std::size_t m_next = 0;
     /// The end of the previous buffer.
     std::optional<std::int64_t> m_expected;
     /// Buffers that were read and do not end before the next block.

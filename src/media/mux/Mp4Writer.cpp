@@ -12,6 +12,7 @@ extern "C" {
 }
 
 #include <cstring>
+#include <deque>
 #include <exception>
 #include <limits>
 #include <system_error>
@@ -133,10 +134,9 @@ struct TimedSample {
 };
 
 /// Leaves out empty and oversized samples.
-std::vector<TimedSample> timedSamples(Mp4Movie& movie)
+std::deque<TimedSample> timedSamples(Mp4Movie& movie)
 {
-    std::vector<TimedSample> timed;
-    timed.reserve(movie.video.size());
+    std::deque<TimedSample> timed;
     const auto end = ticksFromStart(movie.end, movie.start);
     for (auto& sample : std::exchange(movie.video, {})) {
         if (!sample || sample->data.empty() || sample->data.size() > std::numeric_limits<int>::max()) {
@@ -150,7 +150,7 @@ std::vector<TimedSample> timedSamples(Mp4Movie& movie)
 }
 
 /// An upper bound of the index size: the maximum size of all entries and of the boxes around them.
-std::int64_t maxIndexBytes(const std::vector<TimedSample>& video, const Mp4Movie& movie)
+std::int64_t maxIndexBytes(const std::deque<TimedSample>& video, const Mp4Movie& movie)
 {
     constexpr std::int64_t MaxBoxBytesPerTrack = 2048;
     constexpr std::int64_t BytesPerChunk = 8 + 12; // co64, stsc
@@ -200,11 +200,10 @@ public:
     {
         writeHeader();
         const auto runs = ticksFromStart(m_movie.end, m_movie.start) / TicksPerRun + 1;
-        std::size_t written = 0;
         for (std::int64_t run = 1; run <= runs; ++run) {
             const bool isLast = run == runs;
-            while (written < m_video.size() && (isLast || m_video[written].time < run * TicksPerRun)) {
-                writeSample(written++);
+            while (!m_video.empty() && (isLast || m_video.front().time < run * TicksPerRun)) {
+                writeNextSample();
             }
             for (std::size_t i = 0; i < m_movie.audio.size(); ++i) {
                 writeAudioUpTo(
@@ -291,12 +290,11 @@ private:
         m_io.checked(av_write_frame(m_context.get(), m_packet.get()));
     }
 
-    void writeSample(std::size_t index)
+    void writeNextSample()
     {
-        const auto time = m_video[index].time;
-        const auto sample = std::move(m_video[index].sample);
-        const auto next =
-            index + 1 < m_video.size() ? m_video[index + 1].time : ticksFromStart(m_movie.end, m_movie.start);
+        const auto [sample, time] = std::move(m_video.front());
+        m_video.pop_front();
+        const auto next = m_video.empty() ? ticksFromStart(m_movie.end, m_movie.start) : m_video.front().time;
         writePacket(sample->data, 0, time, std::max<std::int64_t>(next - time, 1),
                     sample->isKeyframe() ? AV_PKT_FLAG_KEY : 0);
     }
@@ -319,7 +317,8 @@ private:
     }
 
     Mp4Movie m_movie;
-    std::vector<TimedSample> m_video;
+    /// Those that are not written yet.
+    std::deque<TimedSample> m_video;
     FileIo m_io;
     ffmpeg::OutputContext m_context;
     ffmpeg::Packet m_packet = ffmpeg::makePacket();

@@ -48,5 +48,29 @@ TEST(AudioTrackEncoder, MixesAtLowPriority)
     EXPECT_GE(niceValue, 10);
 }
 
+TEST(AudioTrackEncoder, SilenceHasTheSamePacketsAsTheEncoderGives)
+{
+    // Shorter than 256 packets: the encoder writes its name into that one.
+    for (const auto frames : {1LL, 1024LL, 4096LL, 48000LL, 131072LL, 131073LL, 250001LL}) {
+        const auto end = Start + HostDuration(frames * 1'000'000'000 / 48000);
+        auto mix = AudioMixer::silence(Start, end);
+        AacEncoder encoder(128000);
+        std::vector<AacPacket> expected;
+        for (auto block = mix.next(); !block.empty(); block = mix.next()) {
+            std::ranges::move(encoder.encode(block), std::back_inserter(expected));
+        }
+        std::ranges::move(encoder.finish(), std::back_inserter(expected));
+        AudioTrackEncoder track(AudioMixer::silence(Start, end), 128000, Mp4TrackState::disabled);
+        std::vector<AacPacket> packets;
+        while (auto packet = track.next()) {
+            packets.push_back(*std::move(packet));
+        }
+        ASSERT_EQ(packets.size(), expected.size()) << frames;
+        for (std::size_t i = 0; i < packets.size(); ++i) {
+            ASSERT_EQ(packets[i], expected[i]) << "packet " << i << " of " << packets.size();
+        }
+    }
+}
+
 } // namespace
 } // namespace quelto
