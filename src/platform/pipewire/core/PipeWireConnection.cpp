@@ -127,7 +127,7 @@ void PipeWireConnection::connect()
     // A pending attempt would replace this connection, and with it destroy what listeners have created from its core.
     m_reconnect->disarm();
     listen(m_core.get(), m_coreHook, CoreEvents, this);
-    m_mirror = std::make_unique<RegistryMirror>(m_core.get(), [this] {
+    m_mirror = std::make_unique<RegistryMirror>(loop(), m_core.get(), [this] {
         m_hasChangedSinceSync = true;
         requestSync();
     });

@@ -10,6 +10,9 @@ namespace quelto::pipewire {
 
 namespace {
 
+/// After a program connected. Others often follow, and it reads the defaults itself at first.
+constexpr int ReadAgainMilliseconds = 1000;
+
 RegistryMirror* mirrorOf(void* data)
 {
     return static_cast<RegistryMirror*>(data);
@@ -42,10 +45,11 @@ const pw_metadata_events RegistryMirror::MetadataEvents = {
         },
 };
 
-RegistryMirror::RegistryMirror(pw_core* core, std::function<void()> onChanged)
+RegistryMirror::RegistryMirror(pw_loop* loop, pw_core* core, std::function<void()> onChanged)
     : m_onChanged(std::move(onChanged))
     , m_core(core)
     , m_registry(pw_core_get_registry(core, PW_VERSION_REGISTRY, 0))
+    , m_untilReadAgain(loop, [this] { readDefaultsAgain(); })
 {
     m_graph.ownProcessId = static_cast<std::uint32_t>(getpid());
     listen(m_registry.get(), m_registryHook, RegistryEvents, this);
@@ -117,6 +121,9 @@ void RegistryMirror::bindClient(ObjectId id, std::uint32_t version)
     client->proxy = std::move(proxy);
     listen(objectOf<pw_client>(client->proxy), client->hook, ClientEvents, client.get());
     m_clients[id] = std::move(client);
+    if (!m_untilReadAgain.isArmed()) {
+        m_untilReadAgain.arm(ReadAgainMilliseconds);
+    }
 }
 
 void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
@@ -128,9 +135,22 @@ void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
     }
     auto metadata = std::make_unique<BoundMetadata>();
     metadata->mirror = this;
+    metadata->version = version;
     metadata->proxy = std::move(proxy);
     listen(objectOf<pw_metadata>(metadata->proxy), metadata->hook, MetadataEvents, metadata.get());
     m_metadata[id] = std::move(metadata);
+}
+
+/// The server reports a change of the defaults to nobody if another program asks for them at the same moment. Each
+/// program that does is a new client, so they are read again after one appeared.
+void RegistryMirror::readDefaultsAgain()
+{
+    for (const auto& [id, metadata] : std::exchange(m_metadata, {})) {
+        bindMetadata(id, metadata->version);
+        if (m_metadata.contains(id)) {
+            m_metadata[id]->names = metadata->names;
+        }
+    }
 }
 
 void RegistryMirror::remove(ObjectId id)
@@ -169,7 +189,11 @@ void RegistryMirror::readClient(const pw_client_info& info)
 void RegistryMirror::readDefault(BoundMetadata& metadata, std::string_view key, const char* value)
 {
     const QString name = QJsonDocument::fromJson(QByteArray(value ? value : "")).object().value(u"name").toString();
-    metadata.names[std::string(key)] = name;
+    auto& known = metadata.names[std::string(key)];
+    if (known == name) {
+        return;
+    }
+    known = name;
     setDefault(key, name);
     m_onChanged();
 }

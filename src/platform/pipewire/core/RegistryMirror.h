@@ -12,7 +12,7 @@ namespace quelto::pipewire {
 class RegistryMirror {
 public:
     /// onChanged: called on the loop's thread after each change of the graph.
-    RegistryMirror(pw_core* core, std::function<void()> onChanged);
+    RegistryMirror(pw_loop* loop, pw_core* core, std::function<void()> onChanged);
 
     const Graph& graph() const noexcept { return m_graph; }
     pw_registry* registry() const noexcept { return m_registry.get(); }
@@ -22,6 +22,7 @@ private:
     /// from another there are two, announced in any order.
     struct BoundMetadata {
         RegistryMirror* mirror;
+        std::uint32_t version = 0;
         ProxyPtr proxy;
         Hook hook;
         /// Node names by key.
@@ -40,6 +41,7 @@ private:
     void addLink(ObjectId id, const spa_dict* properties);
     void bindClient(ObjectId id, std::uint32_t version);
     void bindMetadata(ObjectId id, std::uint32_t version);
+    void readDefaultsAgain();
     void remove(ObjectId id);
     void readClient(const pw_client_info& info);
     void readDefault(BoundMetadata& metadata, std::string_view key, const char* value);
@@ -56,6 +58,7 @@ private:
     Hook m_registryHook;
     std::map<ObjectId, std::unique_ptr<BoundClient>> m_clients;
     std::map<ObjectId, std::unique_ptr<BoundMetadata>> m_metadata;
+    LoopTimer m_untilReadAgain;
 };
 
 } // namespace quelto::pipewire

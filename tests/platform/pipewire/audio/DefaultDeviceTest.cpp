@@ -17,7 +17,7 @@ public:
         , m_core(pw_context_connect(m_context.get(), nullptr, 0))
         , m_metadata(pw_context_create_metadata(m_context.get(), "default", nullptr, 0))
     {
-        pw_impl_metadata_set_property(m_metadata, PW_ID_CORE, "default.audio.sink", "Spa:String:JSON", sink);
+        setSink(sink);
         m_export.reset(pw_core_export(m_core.get(), PW_TYPE_INTERFACE_Metadata, nullptr,
                                       pw_impl_metadata_get_implementation(m_metadata), 0));
         pw_thread_loop_start(m_loop.get());
@@ -26,7 +26,21 @@ public:
     SecondSessionManager(const SecondSessionManager&) = delete;
     SecondSessionManager& operator=(const SecondSessionManager&) = delete;
 
+    /// Changes the default output, and answers the server's requests only after that.
+    void setSinkAfter(const char* sink, const std::function<void()>& action)
+    {
+        pw_thread_loop_lock(m_loop.get());
+        action();
+        setSink(sink);
+        pw_thread_loop_unlock(m_loop.get());
+    }
+
 private:
+    void setSink(const char* sink)
+    {
+        pw_impl_metadata_set_property(m_metadata, PW_ID_CORE, "default.audio.sink", "Spa:String:JSON", sink);
+    }
+
     ThreadLoopPtr m_loop;
     ContextPtr m_context;
     CorePtr m_core;
@@ -75,6 +89,21 @@ TEST_F(DefaultDeviceTest, IsFollowedAfterASecondSessionManagerLeft)
     EXPECT_TRUE(becomesDefault(between, QStringLiteral("test_headset")));
     run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), m_speaker});
     EXPECT_TRUE(becomesDefault(before, m_speaker));
+}
+
+TEST_F(DefaultDeviceTest, IsFollowedWhenItChangesWhileAnotherProgramConnects)
+{
+    PipeWireConnection connection;
+    PipeWireConnection other;
+    SecondSessionManager manager(R"({"name":"test_first"})");
+    ASSERT_TRUE(becomesDefault(connection, QStringLiteral("test_first")));
+    manager.setSinkAfter(R"({"name":"test_second"})", [&] {
+        ASSERT_TRUE(other.start());
+        // Until the manager has the server's request for the new program. Nothing reports that.
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    });
+    EXPECT_TRUE(becomesDefault(other, QStringLiteral("test_second")));
+    EXPECT_TRUE(becomesDefault(connection, QStringLiteral("test_second")));
 }
 
 } // namespace
