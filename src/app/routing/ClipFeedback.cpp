@@ -31,7 +31,7 @@ void ClipFeedback::clipSaved(const SavedClip& clip)
     if (m_settings.playSound()) {
         m_actions.playSound(tier == ClipTier::epic ? EventSound::hero : EventSound::glass);
     }
-    // The title under which the library lists the clip. It does not depend on what the disk would have to tell.
+    // The title under which the library lists the clip. It depends on the file name only, so the disk is not read.
     const auto title = Clip(clip.path, std::nullopt).visibleTitle();
     if (m_settings.showOverlay()) {
         m_actions.showHud(

@@ -174,7 +174,8 @@ void ApplicationController::returnMemoryAfterRebuilds()
     auto* const released = new QTimer(this);
     released->setSingleShot(true);
     released->setInterval(ReleaseOfOldContent);
-    released->callOnTimeout(&returnFreeMemory);
+    // It takes milliseconds, too long for the main thread.
+    released->callOnTimeout(this, [this] { m_saveQueue.post(&returnFreeMemory); });
     const auto start = qOverload<>(&QTimer::start);
     connect(&m_settings, &AppSettings::colorThemeChanged, released, start);
     connect(&m_settings, &AppSettings::languageChanged, released, start);

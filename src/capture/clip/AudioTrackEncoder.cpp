@@ -91,14 +91,14 @@ bool AudioTrackEncoder::isSettledInSilence() const
     return m_isRepeating && m_silentFrames >= SettlingFrames;
 }
 
-/// For a track that is silence to its end. An encoder takes more than a megabyte.
+/// Repeats the packet of silence to the end of a silent track, and frees the encoder, which takes more than 1 MB.
 void AudioTrackEncoder::repeatToEnd(const std::stop_token& stop)
 {
     m_encoder.reset();
-    constexpr std::int64_t PerPacket = AacEncoder::framesPerPacket;
-    const auto total = (m_info.frames + m_info.encoderDelay + PerPacket - 1) / PerPacket;
+    constexpr auto PacketsPerBlock = AudioMix::blockFrames / std::int64_t{AacEncoder::framesPerPacket};
+    const auto total = AacEncoder::packetCountFor(m_info.frames, m_info.encoderDelay);
     while (m_packetsHanded < total && !stop.stop_requested()) {
-        const auto count = std::min(total - m_packetsHanded, AudioMix::blockFrames / PerPacket);
+        const auto count = std::min(total - m_packetsHanded, PacketsPerBlock);
         hand({static_cast<std::size_t>(count), m_lastPacket}, stop);
     }
 }

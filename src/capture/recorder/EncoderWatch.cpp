@@ -6,7 +6,7 @@ namespace quelto {
 namespace {
 
 constexpr std::chrono::seconds Timeout{3};
-// An encoder may hold a frame until the next one. If the process stands still then, the next one comes late.
+// An encoder may output a frame only when it gets the next one, and that one is late after the process was suspended.
 constexpr int MinFrames = 3;
 
 } // namespace

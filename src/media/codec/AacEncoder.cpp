@@ -167,4 +167,9 @@ std::vector<AacPacket> AacEncoder::finish()
     return packets;
 }
 
+std::int64_t AacEncoder::packetCountFor(std::int64_t frames, int encoderDelay) noexcept
+{
+    return (frames + encoderDelay + framesPerPacket - 1) / framesPerPacket;
+}
+
 } // namespace quelto

@@ -36,6 +36,9 @@ public:
     /// Returns the remaining packets. Nothing can be encoded afterwards.
     std::vector<AacPacket> finish();
 
+    /// The number of packets that hold this many audible frames.
+    static std::int64_t packetCountFor(std::int64_t frames, int encoderDelay) noexcept;
+
 private:
     struct State;
     std::unique_ptr<State> m_state;

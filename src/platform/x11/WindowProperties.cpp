@@ -16,7 +16,7 @@ xcb_atom_t WindowProperties::atom(const char* name) const
 {
     const auto length = static_cast<std::uint16_t>(std::strlen(name));
     const auto reply =
-        replyTo(xcb_intern_atom_reply, m_connection.get(), xcb_intern_atom(m_connection.get(), 1, length, name));
+        replyTo(xcb_intern_atom_reply, m_connection.get(), xcb_intern_atom(m_connection.get(), 0, length, name));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 

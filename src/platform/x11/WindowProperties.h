@@ -23,7 +23,7 @@ public:
     QByteArray bytes(xcb_window_t window, const char* property) const;
     /// A property of 32-bit values: windows, atoms, numbers. Empty if the window has no such property.
     QList<std::uint32_t> values(xcb_window_t window, const char* property) const;
-    /// XCB_ATOM_NONE if the server does not know the name, in which case no window uses it.
+    /// The atom of a name, which is created if no program has used it yet. XCB_ATOM_NONE without a connection.
     xcb_atom_t atom(const char* name) const;
 
 private:

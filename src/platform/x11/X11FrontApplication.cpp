@@ -3,8 +3,8 @@
 
 #include "base/time/HostClock.h"
 #include "platform/x11/ActiveApplication.h"
+#include "platform/x11/WindowProperties.h"
 
-#include <string_view>
 #include <system_error>
 
 #include <poll.h>
@@ -25,15 +25,6 @@ struct Changes {
     bool hasNewWindow = false;
     bool hasNewProperties = false;
 };
-
-/// The property of the root window that names the active window. Exists also before a window manager runs.
-xcb_atom_t activeWindowProperty(const X11Connection& connection)
-{
-    constexpr std::string_view Name = "_NET_ACTIVE_WINDOW";
-    const auto reply = replyTo(xcb_intern_atom_reply, connection.get(),
-                               xcb_intern_atom(connection.get(), 0, Name.size(), Name.data()));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
 
 void readEvents(const X11Connection& connection, xcb_atom_t activeWindow, Changes& changes)
 {
@@ -106,7 +97,7 @@ void X11FrontApplication::follow(const QString& displayName)
     if (!connection) {
         return;
     }
-    const auto activeWindow = activeWindowProperty(*connection);
+    const auto activeWindow = WindowProperties(*connection).atom("_NET_ACTIVE_WINDOW");
     DesktopEntries applications;
     select(*connection, connection->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     xcb_window_t window = XCB_NONE;

@@ -29,7 +29,7 @@ public:
     explicit FolderOpenings(const QString& folder)
         : m_descriptor(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
     {
-        // Successive equal events are merged, so openings are told apart by the closings between them.
+        // inotify merges identical consecutive events. IN_CLOSE events between them keep IN_OPEN events separate.
         EXPECT_GE(inotify_add_watch(m_descriptor, QFile::encodeName(folder).constData(), IN_OPEN | IN_CLOSE), 0);
     }
     ~FolderOpenings() { close(m_descriptor); }

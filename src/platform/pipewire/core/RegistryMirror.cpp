@@ -10,7 +10,7 @@ namespace quelto::pipewire {
 
 namespace {
 
-/// After a program connected. Others often follow, and it reads the defaults itself at first.
+/// After a client appeared. Clients often appear in groups, and bind the metadata shortly after they connect.
 constexpr int ReadAgainMilliseconds = 1000;
 
 RegistryMirror* mirrorOf(void* data)
@@ -141,8 +141,8 @@ void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
     m_metadata[id] = std::move(metadata);
 }
 
-/// The server reports a change of the defaults to nobody if another program asks for them at the same moment. Each
-/// program that does is a new client, so they are read again after one appeared.
+/// While a client binds the metadata, the PipeWire server sends changes of it to no other client. Programs bind it when
+/// they connect, so the defaults are read again after a client appeared.
 void RegistryMirror::readDefaultsAgain()
 {
     for (const auto& [id, metadata] : std::exchange(m_metadata, {})) {
