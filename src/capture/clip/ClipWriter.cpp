@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/clip/ClipWriter.h"
 
+#include "base/failures/WriteFailure.h"
 #include "base/files/AtomicFile.h"
 #include "base/files/FileName.h"
 #include "base/language/T.h"
 #include "capture/clip/AudioTrackEncoder.h"
 #include "capture/clip/ClipPlan.h"
 #include "capture/clip/RecorderError.h"
-#include "capture/clip/WriteFailure.h"
 #include "capture/mix/AudioMixer.h"
 #include "library/naming/ClipName.h"
 #include "media/audio/ResamplingConverter.h"

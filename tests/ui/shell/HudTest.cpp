@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/Hud.h"
 
+#include "base/failures/WriteFailure.h"
 #include "base/language/L10n.h"
 #include "base/language/T.h"
-#include "capture/clip/WriteFailure.h"
 
 #include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"

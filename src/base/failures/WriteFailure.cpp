@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "capture/clip/WriteFailure.h"
+#include "base/failures/WriteFailure.h"
 
 #include "base/language/T.h"
 
