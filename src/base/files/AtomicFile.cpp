@@ -166,6 +166,15 @@ void AtomicFile::seek(std::int64_t position)
     m_position = position;
 }
 
+std::size_t AtomicFile::readAt(std::int64_t position, std::span<std::byte> bytes) const
+{
+    const auto count = retryOnInterrupt([&] { return ::pread(m_file.get(), bytes.data(), bytes.size(), position); });
+    if (count < 0) {
+        fail(errno);
+    }
+    return static_cast<std::size_t>(count);
+}
+
 void AtomicFile::flush()
 {
     // All at once could take a slow disk longer than a disk is given to respond.

@@ -35,6 +35,8 @@ public:
     /// Writes at the current position and advances it.
     void write(std::span<const std::byte> bytes);
     void seek(std::int64_t position);
+    /// Reads what was written, from a position, which write does not use. Returns the number of bytes, 0 at the end.
+    std::size_t readAt(std::int64_t position, std::span<std::byte> bytes) const;
     std::int64_t size() const noexcept { return m_size; }
 
     /// Waits until all data is on the disk. Reports write errors that the system deferred. Makes progress() change

@@ -26,10 +26,10 @@ bool isSilent(std::span<const float> block)
 AudioTrackEncoder::AudioTrackEncoder(AudioMix mix, int bitsPerSecond, Mp4TrackState state)
     : m_mix(std::move(mix))
     , m_encoder(bitsPerSecond)
-    , m_info({.state = state,
-              .bitsPerSecond = bitsPerSecond,
-              .decoderConfiguration = m_encoder->decoderConfiguration(),
-              .encoderDelay = m_encoder->encoderDelay(),
+    , m_info({.format = {.state = state,
+                         .bitsPerSecond = bitsPerSecond,
+                         .decoderConfiguration = m_encoder->decoderConfiguration(),
+                         .encoderDelay = m_encoder->encoderDelay()},
               .frames = m_mix.frames(),
               .packets = this})
     , m_thread([this](const std::stop_token& stop) { run(stop); })
@@ -96,7 +96,7 @@ void AudioTrackEncoder::repeatToEnd(const std::stop_token& stop)
 {
     m_encoder.reset();
     constexpr auto PacketsPerBlock = AudioMix::blockFrames / std::int64_t{AacEncoder::framesPerPacket};
-    const auto total = AacEncoder::packetCountFor(m_info.frames, m_info.encoderDelay);
+    const auto total = AacEncoder::packetCountFor(m_info.frames, m_info.format.encoderDelay);
     while (m_packetsHanded < total && !stop.stop_requested()) {
         const auto count = std::min(total - m_packetsHanded, PacketsPerBlock);
         hand({static_cast<std::size_t>(count), m_lastPacket}, stop);

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "media/mux/Mp4Muxer.h"
 #include "media/types/EncodedFrame.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace quelto {
@@ -21,19 +21,8 @@ public:
     virtual std::optional<std::vector<std::byte>> next() = 0;
 };
 
-enum class Mp4TrackState {
-    enabled,
-    /// Ignored by players, shown by editors.
-    disabled,
-};
-
-/// An AAC track, 48,000 Hz stereo.
 struct AudioTrackInfo {
-    Mp4TrackState state = Mp4TrackState::enabled;
-    int bitsPerSecond = 0;
-    std::vector<std::byte> decoderConfiguration;
-    /// Priming frames at the start, which players skip.
-    int encoderDelay = 0;
+    Mp4AudioTrack format;
     /// Audible frames from the start of the movie; the last packet may hold more.
     std::int64_t frames = 0;
     AudioPacketSource* packets = nullptr;

@@ -63,10 +63,10 @@ public:
     }
     AudioTrackInfo track(Mp4TrackState state)
     {
-        return {.state = state,
-                .bitsPerSecond = 128000,
-                .decoderConfiguration = m_encoder.decoderConfiguration(),
-                .encoderDelay = m_encoder.encoderDelay(),
+        return {.format = {.state = state,
+                           .bitsPerSecond = 128000,
+                           .decoderConfiguration = m_encoder.decoderConfiguration(),
+                           .encoderDelay = m_encoder.encoderDelay()},
                 .frames = m_frames,
                 .packets = this};
     }
