@@ -5,9 +5,9 @@ namespace quelto {
 
 namespace {
 
-using Option = std::pair<const char*, const char*>;
+using Option = EncoderOption;
 
-constexpr std::array NvencOptions{
+constexpr std::array NvencReplay{
     Option{"preset", "p4"},
     Option{"tune", "ll"},
     Option{"rc", "vbr"},
@@ -17,7 +17,7 @@ constexpr std::array NvencOptions{
     Option{"b_ref_mode", "disabled"},
 };
 
-constexpr std::array VaapiOptions{
+constexpr std::array VaapiReplay{
     Option{"rc_mode", "VBR"},
     Option{"async_depth", "1"},
 };
@@ -27,7 +27,7 @@ constexpr std::array VaapiOptions{
 // The game needs the remaining CPU time. The 8×8 transform is required for High profile. Sliced threads cost nothing
 // here and delay output by one frame only: rate control uses the duration of a frame before it allocates bits, which
 // gives a still screen its full bit budget.
-constexpr std::array X264Options{
+constexpr std::array X264Replay{
     Option{"preset", "ultrafast"},
     Option{"forced-idr", "1"},
     Option{"aq-mode", "1"},
@@ -35,25 +35,65 @@ constexpr std::array X264Options{
            "8x8dct=1:cabac=1:deblock=0,0:rc-lookahead=0:sync-lookahead=0:scenecut=0:sliced-threads=1:open-gop=0"},
 };
 
-constexpr std::array X265Options{
+constexpr std::array X265Replay{
     Option{"preset", "ultrafast"},
     Option{"tune", "zerolatency"},
     Option{"forced-idr", "1"},
     Option{"x265-params", "log-level=none:scenecut=0:open-gop=0:repeat-headers=0:info=0"},
 };
 
+// Exports are H.264 only, so the HEVC encoders have no options for them.
+constexpr std::array NvencQuality{
+    Option{"preset", "p6"}, Option{"tune", "hq"},      Option{"rc", "vbr"},
+    Option{"cq", "15"},     Option{"spatial-aq", "1"}, Option{"bf", "2"},
+};
+constexpr std::array NvencRate{
+    Option{"preset", "p6"},         Option{"tune", "hq"},      Option{"rc", "vbr"},
+    Option{"multipass", "fullres"}, Option{"spatial-aq", "1"}, Option{"bf", "2"},
+};
+
+constexpr std::array VaapiQuality{
+    Option{"rc_mode", "CQP"},
+    Option{"qp", "17"},
+};
+constexpr std::array VaapiRate{
+    Option{"rc_mode", "VBR"},
+};
+
+constexpr std::array X264Quality{
+    Option{"preset", "veryfast"},
+    Option{"crf", "14"},
+};
+constexpr std::array X264Rate{
+    Option{"preset", "medium"},
+};
+
 using enum VideoCodec;
 
 constexpr std::array Candidates{
-    EncoderCandidate{h264, "h264_nvenc", FrameInput::nv12, EncoderKind::hardware, NvencOptions},
-    EncoderCandidate{hevc, "hevc_nvenc", FrameInput::nv12, EncoderKind::hardware, NvencOptions},
-    EncoderCandidate{h264, "h264_vaapi", FrameInput::vaapi, EncoderKind::hardware, VaapiOptions},
-    EncoderCandidate{hevc, "hevc_vaapi", FrameInput::vaapi, EncoderKind::hardware, VaapiOptions},
-    EncoderCandidate{h264, "libx264", FrameInput::nv12, EncoderKind::software, X264Options},
-    EncoderCandidate{hevc, "libx265", FrameInput::yuv420p, EncoderKind::software, X265Options},
+    EncoderCandidate{h264, "h264_nvenc", FrameInput::nv12, EncoderKind::hardware, NvencReplay, NvencQuality, NvencRate},
+    EncoderCandidate{hevc, "hevc_nvenc", FrameInput::nv12, EncoderKind::hardware, NvencReplay, {}, {}},
+    EncoderCandidate{h264, "h264_vaapi", FrameInput::vaapi, EncoderKind::hardware, VaapiReplay, VaapiQuality,
+                     VaapiRate},
+    EncoderCandidate{hevc, "hevc_vaapi", FrameInput::vaapi, EncoderKind::hardware, VaapiReplay, {}, {}},
+    EncoderCandidate{h264, "libx264", FrameInput::nv12, EncoderKind::software, X264Replay, X264Quality, X264Rate},
+    EncoderCandidate{hevc, "libx265", FrameInput::yuv420p, EncoderKind::software, X265Replay, {}, {}},
 };
 
 } // namespace
+
+std::span<const EncoderOption> EncoderCandidate::optionsFor(EncoderProfile profile) const noexcept
+{
+    switch (profile) {
+    case EncoderProfile::constantQuality:
+        return constantQuality;
+    case EncoderProfile::averageRate:
+        return averageRate;
+    case EncoderProfile::replay:
+        break;
+    }
+    return replay;
+}
 
 std::span<const EncoderCandidate> encoderCandidates() noexcept
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/codec/LibavVideoEncoder.h"
 
+#include "media/codec/EncoderContext.h"
 #include "media/codec/VaapiUpload.h"
 #include "media/ffmpeg/FfmpegError.h"
 
@@ -40,18 +41,11 @@ LibavVideoEncoder::LibavVideoEncoder(const EncoderCandidate& candidate, const En
     , m_keyFramePolicy(request.framesPerSecond)
     , m_onEncodedFrame(std::move(onEncodedFrame))
 {
-    ffmpeg::disableLogging();
-    const auto* codec = avcodec_find_encoder_by_name(candidate.name);
-    if (!codec) {
-        throw ffmpeg::FfmpegError(AVERROR_ENCODER_NOT_FOUND);
-    }
-    m_context.reset(avcodec_alloc_context3(codec));
-    if (!m_context) {
-        throw std::bad_alloc();
-    }
     if (m_input == FrameInput::vaapi) {
         m_upload = std::make_unique<VaapiUpload>(m_size);
     }
+    m_context = makeEncoderContext(
+        candidate, m_size, m_input == FrameInput::yuv420p ? AV_PIX_FMT_YUV420P : AV_PIX_FMT_NV12, m_upload.get());
     configure(request);
     open(candidate);
 }
@@ -61,52 +55,24 @@ LibavVideoEncoder::~LibavVideoEncoder() = default;
 void LibavVideoEncoder::configure(const EncoderRequest& request)
 {
     auto& context = *m_context;
-    context.width = m_size.width();
-    context.height = m_size.height();
     context.time_base = {1, PtsTicksPerSecond};
     context.framerate = {request.framesPerSecond, 1};
-    context.sample_aspect_ratio = {1, 1};
-    context.pix_fmt = m_input == FrameInput::yuv420p ? AV_PIX_FMT_YUV420P
-        : m_input == FrameInput::vaapi               ? AV_PIX_FMT_VAAPI
-                                                     : AV_PIX_FMT_NV12;
-    if (m_upload) {
-        context.hw_frames_ctx = av_buffer_ref(m_upload->frames());
-    }
     context.bit_rate = request.bitsPerSecond;
     context.rc_max_rate = std::llround(MaxRateFactor * request.bitsPerSecond);
     context.rc_buffer_size = static_cast<int>(
         std::min<std::int64_t>(std::llround(VbvBufferFactor * request.bitsPerSecond), std::numeric_limits<int>::max()));
     context.gop_size = request.framesPerSecond * 2;
     context.max_b_frames = 0;
-    context.profile = m_codec == VideoCodec::hevc ? FF_PROFILE_HEVC_MAIN : FF_PROFILE_H264_HIGH;
-    context.color_range = AVCOL_RANGE_MPEG;
-    context.color_primaries = AVCOL_PRI_BT709;
-    context.color_trc = AVCOL_TRC_BT709;
-    context.colorspace = AVCOL_SPC_BT709;
-    context.chroma_sample_location = AVCHROMA_LOC_LEFT;
-    context.flags |= AV_CODEC_FLAG_GLOBAL_HEADER | AV_CODEC_FLAG_LOW_DELAY;
+    context.flags |= AV_CODEC_FLAG_LOW_DELAY;
     context.thread_count = threadCountFor(request);
 }
 
 void LibavVideoEncoder::open(const EncoderCandidate& candidate)
 {
-    AVDictionary* options = nullptr;
-    for (const auto& [key, value] : candidate.options) {
-        av_dict_set(&options, key, value, 0);
-    }
-    const auto status = avcodec_open2(m_context.get(), m_context->codec, &options);
-    // Options that another FFmpeg version does not know are ignored.
-    const ffmpeg::Dictionary unknownOptions(options);
-    ffmpeg::checked(status);
-
     auto format = std::make_shared<VideoFormat>();
     format->codec = m_codec;
     format->size = m_size;
-    const auto* bytes = reinterpret_cast<const std::byte*>(m_context->extradata);
-    format->parameterSets.assign(bytes, bytes + m_context->extradata_size);
-    if (format->parameterSets.empty()) {
-        throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
-    }
+    format->parameterSets = openEncoder(*m_context, candidate.optionsFor(EncoderProfile::replay));
     m_format = std::move(format);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "media/reader/Demuxer.h"
+#include "media/reader/StreamDecoder.h"
 
 namespace quelto {
 
@@ -22,14 +22,8 @@ private:
     ffmpeg::Frame keyFrameNear(std::int64_t target, std::int64_t tolerance);
     /// Decodes from the current position of the demuxer.
     ffmpeg::Frame decodeUpTo(std::int64_t target, std::int64_t tolerance);
-    /// Null at the end of the stream, for an incomplete packet, and after the deadline.
-    ffmpeg::Packet readPacket();
-    /// Null if the decoder needs more packets.
-    ffmpeg::Frame receiveFrame();
 
-    const Demuxer& m_demuxer;
-    AVStream& m_stream;
-    ffmpeg::CodecContext m_decoder;
+    StreamDecoder m_decoder;
 };
 
 } // namespace quelto
