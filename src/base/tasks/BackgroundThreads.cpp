@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/tasks/BackgroundThreads.h"
 
+#include "base/tasks/ThreadPriority.h"
+
 #include <pthread.h>
-#include <sys/resource.h>
 
 #include <deque>
 
@@ -12,7 +13,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int NiceValue = 10;
 constexpr auto ShutdownTimeout = 500ms;
 
 } // namespace
@@ -51,8 +51,7 @@ BackgroundThreads::BackgroundThreads(const QString& name, int count)
     for (int i = 0; i < count; ++i) {
         m_threads.emplace_back([state = m_state, name = name.toUtf8().left(15)] {
             pthread_setname_np(pthread_self(), name.constData());
-            // On Linux the nice value is per thread, and child threads inherit it.
-            setpriority(PRIO_PROCESS, 0, NiceValue);
+            useBackgroundPriority();
             state->run();
         });
     }

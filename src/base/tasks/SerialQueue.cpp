@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/tasks/SerialQueue.h"
 
+#include "base/tasks/ThreadPriority.h"
+
 #include <pthread.h>
 #include <sys/resource.h>
 
@@ -8,6 +10,25 @@
 #include <map>
 
 namespace quelto {
+
+namespace {
+
+void apply(QueuePriority priority)
+{
+    switch (priority) {
+    case QueuePriority::userInteractive:
+        // On Linux the nice value is per thread. Ordinary users usually lack the permission; failure is ignored.
+        setpriority(PRIO_PROCESS, 0, -10);
+        break;
+    case QueuePriority::userInitiated:
+        break;
+    case QueuePriority::background:
+        useBackgroundPriority();
+        break;
+    }
+}
+
+} // namespace
 
 struct SerialQueue::State {
     std::mutex lock;
@@ -53,10 +74,7 @@ SerialQueue::SerialQueue(const QString& name, QueuePriority priority)
     : m_state(std::make_shared<State>())
     , m_thread([state = m_state, name = name.toUtf8().left(15), priority] {
         pthread_setname_np(pthread_self(), name.constData());
-        if (priority == QueuePriority::userInteractive) {
-            // On Linux the nice value is per thread. Ordinary users usually lack the permission; failure is ignored.
-            setpriority(PRIO_PROCESS, 0, -10);
-        }
+        apply(priority);
         state->run();
     })
 {

@@ -11,6 +11,9 @@ enum class QueuePriority {
     /// For work that frames wait for. Requests a higher scheduling priority, where the user is allowed to.
     userInteractive,
     userInitiated,
+    /// For work that may take minutes and must not slow down a game or the recording. Threads that a task creates have
+    /// the same low priority.
+    background,
 };
 
 /// A named thread that runs one task after the other.

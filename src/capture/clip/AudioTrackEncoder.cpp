@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/clip/AudioTrackEncoder.h"
 
+#include "base/tasks/ThreadPriority.h"
+
 #include <pthread.h>
-#include <sys/resource.h>
 
 namespace quelto {
 
 namespace {
 
-// On Linux the nice value is per thread.
-constexpr int NiceValue = 10;
 // Five seconds. The tracks are written in turns of half a second, and each has to be ready when its turn comes.
 constexpr std::size_t MaxPacketsAhead = 256;
 // Measured: after this many frames of silence the encoder's packets are all equal. The code checks that each time.
@@ -56,7 +55,7 @@ std::optional<AacPacket> AudioTrackEncoder::next()
 void AudioTrackEncoder::run(const std::stop_token& stop)
 {
     pthread_setname_np(pthread_self(), "quelto.aac");
-    setpriority(PRIO_PROCESS, 0, NiceValue);
+    useBackgroundPriority();
     std::exception_ptr failure;
     try {
         encodeAll(stop);

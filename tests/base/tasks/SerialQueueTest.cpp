@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/tasks/SerialQueue.h"
 
+#include <sys/resource.h>
+
 #include <gtest/gtest.h>
 
 #include <latch>
@@ -31,6 +33,27 @@ TEST(SerialQueue, RunsAllTasksOnItsOwnThread)
     queue.sync([&] { second = std::this_thread::get_id(); });
     EXPECT_EQ(first, second);
     EXPECT_NE(first, std::this_thread::get_id());
+}
+
+TEST(SerialQueue, RunsTasksAtTheNiceValueOfThePriority)
+{
+    const auto niceOf = [](QueuePriority priority) {
+        int nice = 0;
+        SerialQueue queue(QStringLiteral("test"), priority);
+        queue.sync([&] { nice = getpriority(PRIO_PROCESS, 0); });
+        return nice;
+    };
+    const int own = getpriority(PRIO_PROCESS, 0);
+    EXPECT_EQ(niceOf(QueuePriority::userInitiated), own);
+    EXPECT_GE(niceOf(QueuePriority::background), 10);
+}
+
+TEST(SerialQueue, ThreadsOfABackgroundTaskInheritTheNiceValue)
+{
+    int nice = 0;
+    SerialQueue queue(QStringLiteral("test"), QueuePriority::background);
+    queue.sync([&] { std::thread([&] { nice = getpriority(PRIO_PROCESS, 0); }).join(); });
+    EXPECT_GE(nice, 10);
 }
 
 TEST(SerialQueue, RunsShorterDelayBeforeLongerOne)
