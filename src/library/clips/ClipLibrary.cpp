@@ -14,8 +14,6 @@
 #include <QHash>
 #include <QPointer>
 
-#include <climits>
-
 #include <fcntl.h>
 
 namespace quelto {
@@ -23,14 +21,6 @@ namespace quelto {
 namespace {
 
 constexpr std::chrono::milliseconds QuietTime{400};
-
-/// Whether the clip has a sidecar whose new name, which is longer than the clip's, exceeds the file system's limit. The
-/// sidecar would be lost.
-bool isTooLongForSidecar(const QString& oldPath, const QString& newPath)
-{
-    const auto name = encodeFileName(QFileInfo(ClipMeta::pathFor(newPath)).fileName());
-    return name.size() > NAME_MAX && tryFileStat(AT_FDCWD, encodeFileName(ClipMeta::pathFor(oldPath)).constData());
-}
 
 } // namespace
 
@@ -200,7 +190,11 @@ std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
         return std::nullopt;
     }
     const auto path = file.path() + u'/' + *name;
-    if (isTooLongForSidecar(clip.path, path) ||
+    const auto hasSidecar = [&clip] {
+        return tryFileStat(AT_FDCWD, encodeFileName(ClipMeta::pathFor(clip.path)).constData()).has_value();
+    };
+    // Without room for its new name, the sidecar would be lost.
+    if ((!hasRoomForSidecar(*name) && hasSidecar()) ||
         renameToFreeName(AT_FDCWD, encodeFileName(clip.path).constData(), encodeFileName(path).constData()) != 0) {
         return std::nullopt;
     }

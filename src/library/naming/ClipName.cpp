@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipName.h"
 
+#include "base/files/FileName.h"
+
 #include <array>
 #include <climits>
 
@@ -55,12 +57,6 @@ QString shortenedBy(QString text, qsizetype bytes)
 bool isDigit(QChar letter)
 {
     return letter >= u'0' && letter <= u'9';
-}
-
-QStringView stemOf(QStringView fileName)
-{
-    const auto dot = fileName.lastIndexOf(u'.');
-    return dot < 0 ? fileName : fileName.first(dot);
 }
 
 /// Parses the text behind a bracket if it is "TIER SCORE] LABEL" up to the end; a label is one line.
@@ -140,9 +136,20 @@ std::optional<QString> renamedClipFileName(const QString& game, const QString& t
     return QString(game).append(Separator).append(text).append(u'.').append(extension);
 }
 
+QStringView stemOf(QStringView fileName)
+{
+    const auto dot = fileName.lastIndexOf(u'.');
+    return dot <= 0 ? fileName : fileName.first(dot);
+}
+
 QString sidecarFileName(const QString& clipFileName)
 {
     return u'.' + clipFileName + QStringLiteral(".json");
+}
+
+bool hasRoomForSidecar(const QString& clipFileName)
+{
+    return encodeFileName(sidecarFileName(clipFileName)).size() <= NAME_MAX;
 }
 
 ParsedClipName parseClipFileName(QStringView fileName)

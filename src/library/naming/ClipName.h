@@ -62,8 +62,14 @@ QString momentSuffix(ClipTier tier, qint64 score, const QString& label);
 /// zero character.
 std::optional<QString> renamedClipFileName(const QString& game, const QString& title, const QString& extension);
 
+/// The name without its extension. A dot at the start, which hides a file, does not begin an extension.
+QStringView stemOf(QStringView fileName);
+
 /// The name of a clip's hidden sidecar.
 QString sidecarFileName(const QString& clipFileName);
+/// Whether a file system takes the name of the clip's sidecar, which is longer than the clip's own name. Takes names as
+/// decodeFileName returns them.
+bool hasRoomForSidecar(const QString& clipFileName);
 
 /// Never fails. The extension is not part of the title.
 ParsedClipName parseClipFileName(QStringView fileName);

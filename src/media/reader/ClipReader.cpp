@@ -16,24 +16,6 @@ constexpr double ThumbnailSecond = 1;
 /// Below one second: the first frame of a clip is often black.
 constexpr double Tolerance = 0.5;
 
-double toSeconds(std::int64_t value, AVRational unit)
-{
-    return value == AV_NOPTS_VALUE || value <= 0 ? 0 : static_cast<double>(value) * av_q2d(unit);
-}
-
-/// Fragmented files may declare durations in their tracks only, and FFmpeg 7 does not report the file's own.
-double durationOf(const AVFormatContext& context)
-{
-    auto duration = toSeconds(context.duration, av_get_time_base_q());
-    if (duration > 0) {
-        return duration;
-    }
-    for (unsigned i = 0; i < context.nb_streams; ++i) {
-        duration = std::max(duration, toSeconds(context.streams[i]->duration, context.streams[i]->time_base));
-    }
-    return duration;
-}
-
 void readMetadata(const AVStream& stream, ClipInfo& info)
 {
     const auto aspect = stream.sample_aspect_ratio;
@@ -65,7 +47,7 @@ ClipPreview readClip(const QString& path, const std::stop_token& stop, HostDurat
     ClipPreview preview;
     try {
         const Demuxer demuxer(path, Deadline(stop, timeLimit));
-        preview.info.duration = durationOf(demuxer.context());
+        preview.info.duration = demuxer.duration();
         if (auto* stream = demuxer.videoStream()) {
             readMetadata(*stream, preview.info);
             preview.thumbnail = readThumbnail(demuxer, *stream, preview.info.duration);

@@ -9,6 +9,12 @@ Deadline::Deadline(std::stop_token stop, HostDuration timeLimit)
 {
 }
 
+Deadline::Deadline(std::stop_token stop)
+    : m_stop(std::move(stop))
+    , m_end(HostTime::max())
+{
+}
+
 bool Deadline::hasExpired() const noexcept
 {
     return m_stop.stop_requested() || HostClock::now() >= m_end;

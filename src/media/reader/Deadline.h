@@ -11,6 +11,8 @@ namespace quelto {
 class Deadline {
 public:
     Deadline(std::stop_token stop, HostDuration timeLimit);
+    /// Without a time limit.
+    explicit Deadline(std::stop_token stop);
 
     bool hasExpired() const noexcept;
 

@@ -93,6 +93,32 @@ AVStream* Demuxer::videoStream() const noexcept
     return nullptr;
 }
 
+std::vector<AVStream*> Demuxer::audioStreams() const
+{
+    std::vector<AVStream*> streams;
+    for (unsigned i = 0; i < m_context->nb_streams; ++i) {
+        if (m_context->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
+            streams.push_back(m_context->streams[i]);
+        }
+    }
+    return streams;
+}
+
+double Demuxer::duration() const noexcept
+{
+    const auto toSeconds = [](std::int64_t value, AVRational unit) {
+        return value == AV_NOPTS_VALUE || value <= 0 ? 0 : static_cast<double>(value) * av_q2d(unit);
+    };
+    auto duration = toSeconds(m_context->duration, av_get_time_base_q());
+    // Fragmented files may declare durations in their tracks only, and FFmpeg 7 does not report the file's own.
+    if (duration <= 0) {
+        for (unsigned i = 0; i < m_context->nb_streams; ++i) {
+            duration = std::max(duration, toSeconds(m_context->streams[i]->duration, m_context->streams[i]->time_base));
+        }
+    }
+    return duration;
+}
+
 int Demuxer::read(void* self, std::uint8_t* buffer, int size) noexcept
 {
     auto& demuxer = *static_cast<Demuxer*>(self);

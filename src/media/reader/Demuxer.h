@@ -24,6 +24,12 @@ public:
     const Deadline& deadline() const noexcept { return m_deadline; }
     /// The first video stream that is not cover art; null if there is none.
     AVStream* videoStream() const noexcept;
+    /// In the order of the file.
+    std::vector<AVStream*> audioStreams() const;
+    /// 0 if unknown. Units: seconds.
+    double duration() const noexcept;
+    /// The size of the file when it was opened. Units: bytes.
+    std::int64_t size() const noexcept { return m_size; }
 
 private:
     static int read(void* self, std::uint8_t* buffer, int size) noexcept;

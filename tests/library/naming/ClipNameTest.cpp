@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/naming/ClipName.h"
 
+#include "base/files/FileName.h"
+
 #include <gtest/gtest.h>
 
 namespace quelto {
@@ -141,6 +143,26 @@ TEST(ClipName, NameWithoutSeparatorIsATitleWithoutGame)
     EXPECT_EQ(parseClipFileName(u" - .mp4").game, QString());
     EXPECT_TRUE(clipFileNameHasGame(u" - .mp4"));
     EXPECT_FALSE(clipFileNameHasGame(u"x. - mp4"));
+}
+
+TEST(ClipName, StemHasNoExtension)
+{
+    EXPECT_EQ(stemOf(u"a.b.mp4"), u"a.b");
+    EXPECT_EQ(stemOf(u"a"), u"a");
+    EXPECT_EQ(stemOf(u"a."), u"a");
+    EXPECT_EQ(stemOf(u".mp4"), u".mp4");
+    EXPECT_EQ(stemOf(u""), u"");
+}
+
+TEST(ClipName, SidecarNeedsRoomInBytes)
+{
+    // "." and ".json" are six bytes of the 255.
+    EXPECT_TRUE(hasRoomForSidecar(QString(249, u'x')));
+    EXPECT_FALSE(hasRoomForSidecar(QString(250, u'x')));
+    EXPECT_TRUE(hasRoomForSidecar(QString(124, QChar(0x0416)) + u'x'));
+    EXPECT_FALSE(hasRoomForSidecar(QString(125, QChar(0x0416))));
+    EXPECT_TRUE(hasRoomForSidecar(decodeFileName(QByteArray(249, '\xff'))));
+    EXPECT_FALSE(hasRoomForSidecar(decodeFileName(QByteArray(250, '\xff'))));
 }
 
 TEST(ClipName, RenamedClipHasGameTitleAndItsOwnExtension)

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/reader/MovieInfo.h"
+
+#include "media/reader/Demuxer.h"
+#include "media/reader/FrameToImage.h"
+
+namespace quelto {
+
+namespace {
+
+double toSeconds(std::int64_t ticks, const AVStream& stream)
+{
+    return ticks == AV_NOPTS_VALUE ? 0 : static_cast<double>(ticks) * av_q2d(stream.time_base);
+}
+
+double endOf(const AVStream& stream)
+{
+    return toSeconds(stream.start_time, stream) + toSeconds(std::max<std::int64_t>(stream.duration, 0), stream);
+}
+
+/// The median distance of two samples.
+double frameRateOf(AVStream& stream)
+{
+    std::vector<std::int64_t> distances;
+    const auto count = avformat_index_get_entries_count(&stream);
+    for (int i = 1; i < count; ++i) {
+        const auto distance =
+            avformat_index_get_entry(&stream, i)->timestamp - avformat_index_get_entry(&stream, i - 1)->timestamp;
+        if (distance > 0) {
+            distances.push_back(distance);
+        }
+    }
+    if (distances.empty()) {
+        return stream.avg_frame_rate.num > 0 && stream.avg_frame_rate.den > 0 ? av_q2d(stream.avg_frame_rate) : 0;
+    }
+    const auto middle = distances.begin() + static_cast<std::ptrdiff_t>(distances.size() / 2);
+    std::ranges::nth_element(distances, middle);
+    return 1 / toSeconds(*middle, stream);
+}
+
+QSizeF displayedSize(const AVStream& stream)
+{
+    const auto aspect = stream.sample_aspect_ratio;
+    const auto stretch = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1.0;
+    const QRectF picture(0, 0, stream.codecpar->width * stretch, stream.codecpar->height);
+    return displayTransform(stream).mapRect(picture).size();
+}
+
+/// The time of the first sample whose data is not in the file.
+double intactUntil(AVStream& stream, std::int64_t fileSize)
+{
+    auto first = std::numeric_limits<double>::infinity();
+    const auto count = avformat_index_get_entries_count(&stream);
+    for (int i = 0; i < count; ++i) {
+        const auto* entry = avformat_index_get_entry(&stream, i);
+        if (entry->pos + entry->size > fileSize) {
+            first = std::min(first, toSeconds(entry->timestamp, stream));
+        }
+    }
+    return first;
+}
+
+} // namespace
+
+MovieInfo readMovieInfo(const QString& path, const std::stop_token& stop)
+{
+    const Demuxer demuxer(path, Deadline(stop));
+    MovieInfo info;
+    info.duration = demuxer.duration();
+    if (auto* stream = demuxer.videoStream()) {
+        info.video = {.size = displayedSize(*stream),
+                      .frameRate = frameRateOf(*stream),
+                      .start = toSeconds(stream->start_time, *stream),
+                      .end = endOf(*stream)};
+        info.intactUntil = intactUntil(*stream, demuxer.size());
+    }
+    for (auto* stream : demuxer.audioStreams()) {
+        info.audio.push_back(
+            {.isEnabled = (stream->disposition & AV_DISPOSITION_DEFAULT) != 0,
+             .bitsPerSecond = static_cast<int>(std::clamp<std::int64_t>(stream->codecpar->bit_rate, 0, INT_MAX))});
+        info.intactUntil = std::min(info.intactUntil, intactUntil(*stream, demuxer.size()));
+    }
+    return info;
+}
+
+} // namespace quelto
