@@ -26,7 +26,7 @@ constexpr std::array HeightSteps{
     HeightStep{2'000'000, 720},
     HeightStep{5'000'000, 1080},
 };
-constexpr double MaxHeight = 1440;
+constexpr double MaxHeightAtHighRates = 1440;
 
 constexpr double LowFrameRate = 30;
 /// Lets sources of 30 frames per second deviate a little.
@@ -47,7 +47,7 @@ double videoRateFor(double targetBytes, double duration, int audioRate)
 double maxHeightFor(double videoRate)
 {
     const auto* step = std::ranges::find_if(HeightSteps, [=](const auto& each) { return videoRate < each.videoRate; });
-    return step == HeightSteps.end() ? MaxHeight : step->maxHeight;
+    return step == HeightSteps.end() ? MaxHeightAtHighRates : step->maxHeight;
 }
 
 QSize scaledDown(QSizeF source, double maxHeight)
