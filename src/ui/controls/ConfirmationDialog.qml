@@ -5,8 +5,8 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// A modal question before an action. Escape and any other way to close it cancel; the cancel button has the initial
-// focus.
+// A modal question before an action. The cancel button has the initial focus. Escape and any other way to close the
+// dialog only dismiss it, which is no answer.
 T.Popup {
     id: dialog
 
@@ -21,6 +21,7 @@ T.Popup {
 
     signal confirmed
     signal cancelled
+    signal dismissed
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
@@ -30,13 +31,14 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
-    onAboutToShow: internal.isConfirmed = false
-    onClosed: internal.isConfirmed ? confirmed() : cancelled()
+    onAboutToShow: internal.answer = dismissed
+    onClosed: internal.answer()
 
     QtObject {
         id: internal
 
-        property bool isConfirmed: false
+        // The signal to send when the dialog has closed.
+        property var answer: null
     }
 
     T.Overlay.modal: Rectangle {
@@ -67,7 +69,7 @@ T.Popup {
         destructive: dialog.destructive
         isAsking: dialog.opened
         onAnswered: yes => {
-            internal.isConfirmed = yes;
+            internal.answer = yes ? dialog.confirmed : dialog.cancelled;
             dialog.close();
         }
     }

@@ -18,7 +18,8 @@ protected:
                             "onClicked: clicks++ }\n"
                             "ConfirmationDialog { objectName: 'dialog'; title: 'Taşınsın mı?'; message: 'PENTAKILL'\n"
                             "confirmText: 'Taşı'; cancelText: 'Vazgeç'; destructive: true\n"
-                            "onConfirmed: answers.push('yes'); onCancelled: answers.push('no') }"),
+                            "onConfirmed: answers.push('yes'); onCancelled: answers.push('no')\n"
+                            "onDismissed: answers.push('none') }"),
              {700, 480});
         open();
     }
@@ -75,10 +76,16 @@ TEST_F(ConfirmationDialog, FocusesCancelEachTime)
     EXPECT_EQ(focused(), button("Vazgeç"));
 }
 
-TEST_F(ConfirmationDialog, CancelsByEscapeOnce)
+TEST_F(ConfirmationDialog, IsDismissedByEscapeOnce)
 {
     press(Qt::Key_Escape);
-    EXPECT_EQ(answers(), QStringList{QStringLiteral("no")});
+    EXPECT_EQ(answers(), QStringList{QStringLiteral("none")});
+}
+
+TEST_F(ConfirmationDialog, IsDismissedByClosing)
+{
+    QMetaObject::invokeMethod(object(QStringLiteral("dialog")), "close");
+    EXPECT_EQ(answers(), QStringList{QStringLiteral("none")});
 }
 
 TEST_F(ConfirmationDialog, AnswersByClickWithoutKeepingTheLastAnswer)
@@ -88,7 +95,7 @@ TEST_F(ConfirmationDialog, AnswersByClickWithoutKeepingTheLastAnswer)
     press(Qt::Key_Escape);
     open();
     click(button("Vazgeç"));
-    EXPECT_EQ(answers(), (QStringList{QStringLiteral("yes"), QStringLiteral("no"), QStringLiteral("no")}));
+    EXPECT_EQ(answers(), (QStringList{QStringLiteral("yes"), QStringLiteral("none"), QStringLiteral("no")}));
 }
 
 TEST_F(ConfirmationDialog, BlocksClicksBehindIt)
