@@ -2,7 +2,6 @@
 #pragma once
 
 #include "media/filter/FrameComposer.h"
-#include "media/filter/ImageOverlay.h"
 #include "media/transcode/FrameFeed.h"
 
 namespace quelto {
@@ -21,7 +20,6 @@ public:
 private:
     const TranscodeVideo& m_video;
     FrameComposer m_composer;
-    std::optional<ImageOverlay> m_overlay;
     /// What m_composed was made from.
     std::shared_ptr<AVFrame> m_source;
     ffmpeg::Frame m_composed;
