@@ -3,10 +3,10 @@
 
 #include "media/codec/EncoderContext.h"
 #include "media/codec/VaapiUpload.h"
+#include "media/ffmpeg/BlackFrame.h"
 #include "media/ffmpeg/FfmpegError.h"
 
 extern "C" {
-#include <libavutil/imgutils.h>
 #include <libavutil/opt.h>
 }
 
@@ -127,26 +127,14 @@ private:
     std::vector<std::byte> m_parameterSets;
 };
 
-ffmpeg::Frame blackFrame(QSize size)
-{
-    auto frame = ffmpeg::makeFrame();
-    frame->format = AV_PIX_FMT_YUV420P;
-    frame->width = size.width();
-    frame->height = size.height();
-    ffmpeg::checked(av_frame_get_buffer(frame.get(), 0));
-    const std::array<std::ptrdiff_t, 4> strides{frame->linesize[0], frame->linesize[1], frame->linesize[2], 0};
-    ffmpeg::checked(av_image_fill_black(frame->data, strides.data(), AV_PIX_FMT_YUV420P, AVCOL_RANGE_MPEG, size.width(),
-                                        size.height()));
-    frame->pts = 0;
-    return frame;
-}
-
 /// Whether an encoder that opens also works.
 bool encodesFrame(const EncoderCandidate& candidate, const ExportEncoderRequest& request)
 {
     int encoded = 0;
     LibavExportEncoder trial(candidate, request, [&encoded](const AVPacket&) { ++encoded; });
-    trial.encode(*blackFrame(request.size));
+    const auto frame = blackFrame(request.size);
+    frame->pts = 0;
+    trial.encode(*frame);
     trial.finish();
     return encoded > 0;
 }

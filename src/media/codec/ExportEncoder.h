@@ -3,12 +3,15 @@
 
 #include "media/codec/EncoderCandidates.h"
 #include "media/codec/VideoEncoder.h"
-#include "media/ffmpeg/Handles.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
+
+// Users of this header need not know FFmpeg.
+struct AVFrame;
+struct AVPacket;
 
 namespace quelto {
 

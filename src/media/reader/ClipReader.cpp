@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/reader/ClipReader.h"
 
+#include "media/filter/DisplayTransform.h"
 #include "media/reader/Demuxer.h"
 #include "media/reader/FrameExtractor.h"
 #include "media/reader/FrameToImage.h"
@@ -18,9 +19,7 @@ constexpr double Tolerance = 0.5;
 
 void readMetadata(const AVStream& stream, ClipInfo& info)
 {
-    const auto aspect = stream.sample_aspect_ratio;
-    const auto stretch = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1.0;
-    const auto width = stream.codecpar->width * stretch;
+    const auto width = stream.codecpar->width * pixelStretch(stream.sample_aspect_ratio);
     info.width = width <= INT_MAX ? static_cast<int>(width) : 0;
     info.height = stream.codecpar->height;
     if (stream.avg_frame_rate.num > 0 && stream.avg_frame_rate.den > 0) {

@@ -8,9 +8,6 @@
 
 namespace quelto {
 
-/// The rotation and mirroring of a stream's display matrix, rounded to quarter turns.
-QTransform displayTransform(const AVStream& stream);
-
 /// Converts a frame to RGB with square pixels, scales it down to fit maxSide on both sides, and applies the transform.
 /// Never enlarges.
 ///

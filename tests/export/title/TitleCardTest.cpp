@@ -218,6 +218,7 @@ TEST(TitleCard, IsTheSameOnEveryThread)
     const auto title = QStringLiteral("Съёмка 五 Penta Kill");
     std::vector<std::optional<TitleCard>> cards(4);
     std::vector<std::thread> threads;
+    threads.reserve(cards.size());
     for (auto& card : cards) {
         threads.emplace_back([&] { card = drawTitleCard(title, FullHd); });
     }

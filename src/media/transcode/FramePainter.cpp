@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/transcode/FramePainter.h"
+
+#include "media/ffmpeg/BlackFrame.h"
+
+#include <new>
+
+namespace quelto {
+
+FramePainter::FramePainter(const TranscodeVideo& video)
+    : m_video(video)
+    , m_composer(video.layout)
+{
+}
+
+ffmpeg::Frame FramePainter::paint(const FedFrame& frame)
+{
+    if (!frame.frame) {
+        m_composed = blackFrame(m_video.size);
+    } else if (frame.frame != m_source) {
+        m_composed = m_composer.compose(*frame.frame, frame.pixelAspect, frame.display);
+    }
+    m_source = frame.frame;
+
+    ffmpeg::Frame picture(av_frame_clone(m_composed.get()));
+    if (!picture) {
+        throw std::bad_alloc();
+    }
+    // The encoder would take these from the source.
+    picture->pict_type = AV_PICTURE_TYPE_NONE;
+    return picture;
+}
+
+} // namespace quelto

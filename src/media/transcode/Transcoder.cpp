@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/transcode/Transcoder.h"
+
+#include "media/ffmpeg/FfmpegError.h"
+#include "media/transcode/FramePainter.h"
+#include "media/transcode/MovieSink.h"
+
+#include <QTemporaryDir>
+
+namespace quelto {
+
+namespace {
+
+/// The part of the time that the first of two passes takes. It only estimates the work.
+constexpr double FirstPassShare = 0.4;
+
+/// A part of the progress of the whole.
+struct Share {
+    double begin = 0;
+    double end = 1;
+};
+
+class Transcoder {
+public:
+    Transcoder(const TranscodeJob& job, AtomicFile& file, const TranscodeOptions& options)
+        : m_job(job)
+        , m_file(file)
+        , m_options(options)
+    {
+        for (const auto& clip : job.clips) {
+            m_length += clip.end - clip.start;
+        }
+    }
+
+    void run()
+    {
+        auto request = encoderRequest();
+        const QTemporaryDir statistics;
+        // Without room for the statistics, one pass has to do.
+        const bool hasTwoPasses = request.bitsPerSecond && statistics.isValid();
+        if (!hasTwoPasses) {
+            runOnly(request, {});
+            return;
+        }
+        request.statisticsFile = statistics.filePath(QStringLiteral("statistics"));
+        request.pass = EncoderPass::first;
+        if (runFirst(request)) {
+            request.pass = EncoderPass::second;
+            runOnly(request, {.begin = FirstPassShare});
+        }
+    }
+
+private:
+    ExportEncoderRequest encoderRequest() const
+    {
+        const auto& video = m_job.video;
+        return {.size = video.size,
+                .framesPerSecond = video.framesPerSecond,
+                .maxKeyFrameInterval = video.maxKeyFrameInterval,
+                .bitsPerSecond = video.bitsPerSecond,
+                .choice = m_options.encoder};
+    }
+
+    /// Analyses the video for the second pass. False if the encoder needs no second pass, and the file is complete.
+    bool runFirst(const ExportEncoderRequest& request)
+    {
+        std::unique_ptr<MovieSink> sink;
+        const auto encoder = m_options.openEncoder(request, [&sink](const AVPacket& packet) {
+            if (sink) {
+                sink->write(packet);
+            }
+        });
+        if (encoder->kind() == EncoderKind::hardware) {
+            sink = std::make_unique<MovieSink>(m_job, encoder->parameterSets(), m_file, m_options.stop);
+            encodeAll(*encoder, sink.get(), {});
+            sink->finish();
+            return false;
+        }
+        encodeAll(*encoder, nullptr, {.end = FirstPassShare});
+        return true;
+    }
+
+    void runOnly(const ExportEncoderRequest& request, Share share)
+    {
+        std::unique_ptr<MovieSink> sink;
+        const auto encoder = m_options.openEncoder(request, [&sink](const AVPacket& packet) { sink->write(packet); });
+        sink = std::make_unique<MovieSink>(m_job, encoder->parameterSets(), m_file, m_options.stop);
+        encodeAll(*encoder, sink.get(), share);
+        sink->finish();
+    }
+
+    void encodeAll(ExportEncoder& encoder, MovieSink* sink, Share share)
+    {
+        FrameFeed feed(m_job, m_options.stop);
+        FramePainter painter(m_job.video);
+        std::optional<std::int64_t> lastTime;
+        try {
+            while (const auto fed = feed.next()) {
+                throwIfStopped();
+                const auto time = std::max(std::llround(toSeconds(fed->time) * ExportEncoder::ticksPerSecond),
+                                           lastTime ? *lastTime + 1 : 0LL);
+                const auto picture = painter.paint(*fed);
+                picture->pts = time;
+                lastTime = time;
+                if (sink != nullptr) {
+                    sink->frameAt(time);
+                }
+                encoder.encode(*picture);
+                report(share, fed->time);
+            }
+            throwIfStopped();
+            if (!lastTime) {
+                throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
+            }
+            encoder.finish();
+        } catch (const EncoderError& error) {
+            if (encoder.kind() == EncoderKind::hardware) {
+                throw HardwareEncoderError(error.status());
+            }
+            throw;
+        }
+    }
+
+    /// The readers end early when they notice a stop request.
+    void throwIfStopped() const
+    {
+        if (m_options.stop.stop_requested()) {
+            throw TranscodeStopped();
+        }
+    }
+
+    void report(Share share, HostDuration time) const
+    {
+        if (m_options.progress) {
+            const auto done = std::clamp(toSeconds(time) / toSeconds(m_length), 0.0, 1.0);
+            m_options.progress(share.begin + (share.end - share.begin) * done);
+        }
+    }
+
+    const TranscodeJob& m_job;
+    AtomicFile& m_file;
+    const TranscodeOptions& m_options;
+    HostDuration m_length{};
+};
+
+} // namespace
+
+void transcode(const TranscodeJob& job, AtomicFile& file, const TranscodeOptions& options)
+{
+    Transcoder(job, file, options).run();
+}
+
+} // namespace quelto
