@@ -41,7 +41,7 @@ QString videoSource(const CounterClip& clip)
     // The small picture is drawn slowly by expressions, and enlarged quickly.
     auto source = QStringLiteral("color=c=black:s=%1x2:r=%2:d=%3,format=yuv420p,"
                                  "geq=lum='if(eq(X,0),220,if(eq(X,%4),30,30+190*mod(floor((N+%5)/pow(2,X-1)),2)))'"
-                                 ":cb=128:cr=128,scale=%6:%7:flags=neighbor")
+                                 ":cb=128:cr=128,scale=%6:%7:flags=neighbor,setsar=1")
                       .arg(CounterClip::bars)
                       .arg(clip.times.empty() ? clip.rate : QStringLiteral("100"))
                       .arg(clip.times.empty() ? clip.seconds : static_cast<double>(clip.times.size()) / 100)
@@ -72,14 +72,14 @@ QString audioSource(const BeepTrack& track, double seconds)
 /// The track in one channel, with silence up to its start.
 std::vector<float> soundOnTimeline(const QString& path, int audioTrack)
 {
-    const auto result =
-        run(QStringLiteral("ffmpeg"),
-            QStringLiteral(
-                "-nostdin -v error -copyts -i %1 -map 0:a:%2 -af aresample=%3:async=1:first_pts=0 -ac 1 -f f32le -")
-                .arg(path)
-                .arg(audioTrack)
-                .arg(SampleRate)
-                .split(u' '));
+    auto arguments = QStringLiteral("-nostdin -v error -copyts -i PATH -map 0:a:%1 -af aresample=%2:async=1:first_pts=0 "
+                                    "-ac 1 -f f32le -")
+                         .arg(audioTrack)
+                         .arg(SampleRate)
+                         .split(u' ');
+    // Paths may have spaces.
+    arguments.replace(arguments.indexOf(QStringLiteral("PATH")), path);
+    const auto result = run(QStringLiteral("ffmpeg"), arguments);
     if (result.exitCode != 0) {
         throw std::runtime_error(result.errors.toStdString());
     }
