@@ -31,9 +31,15 @@ constexpr std::chrono::seconds ReleaseOfOldContent{1};
 constexpr std::chrono::milliseconds ReadTimeout{500};
 /// Limits the wait for the last match and the settings to be stored.
 constexpr std::chrono::seconds WriteTimeout{3};
+/// Limits the wait for a stopped export to delete its partial file.
+constexpr std::chrono::seconds ExportTimeout{3};
+/// Limits the wait for a save at quit. A disk can take seconds for one call.
+constexpr std::chrono::seconds SaveStallTimeout{10};
 
 /// Of the notification that the program goes on without its window.
 const auto BackgroundId = QStringLiteral("background");
+/// Of the notification that the program did not quit.
+const auto DidNotQuitId = QStringLiteral("did-not-quit");
 
 } // namespace
 
@@ -46,6 +52,7 @@ ApplicationController::ApplicationController()
     , m_libraryQueue(QStringLiteral("quelto.library"))
     , m_matchQueue(QStringLiteral("quelto.matches"))
     , m_filterQueue(QStringLiteral("quelto.filter"))
+    , m_exports(m_main)
     , m_library({.settings = m_settings, .trash = *m_platform.trash, .main = m_main, .work = m_libraryQueue})
     , m_matches({.library = m_library, .main = m_main, .work = m_matchQueue, .store = MatchStore()})
     , m_hotKeys(m_settings, *m_platform.globalKey)
@@ -59,10 +66,18 @@ ApplicationController::ApplicationController()
                       },
                   .minimize = [this] { m_window->showMinimized(); },
                   .close = [this] { m_window->close(); },
-                  .quit = [this] { quit(); }},
+                  .quit = [this] { userQuits(); }},
                  AppSettings::defaultPath())
     , m_navigation(m_main)
     , m_matchSummary(m_matches, m_navigation)
+    , m_quitSequence({.exports = m_exports,
+                      .question = m_quitQuestion,
+                      .main = m_main,
+                      .actions = {.showWindow = [this] { showWindow(); },
+                                  .isWindowActive = [this] { return m_window->isActive(); },
+                                  .showToast = [this](const QString& text) { m_navigation.showToast(text); },
+                                  .notifyDesktop = [this](const QString& failure) { tellThatItDidNotQuit(failure); },
+                                  .quit = [this] { quit(); }}})
     , m_overview(m_library, m_matches)
     , m_thumbnails(m_main)
     , m_clipCommands({.library = m_library,
@@ -71,6 +86,7 @@ ApplicationController::ApplicationController()
                       .settings = m_settings,
                       .navigation = m_navigation})
     , m_hud(m_engine, m_main)
+    , m_saveWatch(SaveStallTimeout)
     , m_policy(m_settings, m_matches,
                {.isRecording = [this] { return m_recorder->isActive(); },
                 .startRecording = [this] { m_recorder->start(); },
@@ -101,6 +117,10 @@ ApplicationController::~ApplicationController()
 {
     // First, because the window's bindings use the members destroyed below.
     delete m_window;
+    if (!m_exports.finish(ExportTimeout)) {
+        // The thread may keep the process alive. The next start must not have to wait for it.
+        releaseBusName();
+    }
     m_libraryQueue.finish(ReadTimeout);
     m_matchQueue.finish(WriteTimeout);
 }
@@ -112,7 +132,7 @@ void ApplicationController::applicationDidFinishLaunching()
                                                 ShellCommands{.showWindow = [this] { showWindow(); },
                                                               .showSettings = [this] { showSettings(); },
                                                               .openFolder = [this] { openFolder(); },
-                                                              .quit = [this] { quit(); }});
+                                                              .quit = [this] { userQuits(); }});
     m_library.reload();
     m_hotKeys.action = [this] { m_recorder->saveClip(); };
     m_hotKeys.registerFromSettings();
@@ -126,10 +146,10 @@ void ApplicationController::applicationDidFinishLaunching()
     new ProgramOnBus(*m_recorder, m_settings, m_navigation, this);
     new ApplicationOnBus(
         [this] {
-            if (!m_isQuitting) {
+            if (!m_quitSequence.isQuitting()) {
                 showWindow();
             }
-            return !m_isQuitting;
+            return !m_quitSequence.isQuitting();
         },
         this);
     QDBusConnection::sessionBus().registerObject(busNames::path, this);
@@ -148,6 +168,7 @@ void ApplicationController::buildWindow()
     WindowCommandsForQml::instance = &m_commands;
     NavigationForQml::instance = &m_navigation;
     MatchSummaryForQml::instance = &m_matchSummary;
+    QuitQuestionForQml::instance = &m_quitQuestion;
     SaveFailureForQml::instance = m_saveFailure.get();
     LibraryOverviewForQml::instance = &m_overview;
     ClipLibraryForQml::instance = &m_library;
@@ -195,7 +216,7 @@ void ApplicationController::joinMatches()
         }
     });
     connect(m_platform.notifications.get(), &DesktopNotifications::clicked, this, [this](const QString& id) {
-        if (id == BackgroundId) {
+        if (id == BackgroundId || id == DidNotQuitId) {
             showWindow();
         } else if (const auto match = QUuid::fromString(id); !match.isNull()) {
             openReview(match);
@@ -239,6 +260,12 @@ void ApplicationController::tellAboutBackground()
          .action = T("Quelto'yi Aç")});
 }
 
+void ApplicationController::tellThatItDidNotQuit(const QString& failure)
+{
+    m_platform.notifications->show(
+        {.id = DidNotQuitId, .title = T("Quelto kapanmadı"), .body = failure, .action = T("Quelto'yi Aç")});
+}
+
 void ApplicationController::showWindow()
 {
     // show() would restore a maximised window to its normal size.
@@ -261,7 +288,6 @@ void ApplicationController::openFolder()
 
 void ApplicationController::quit()
 {
-    m_isQuitting = true;
     m_window->hide();
     // No new automatic clips: only the requested ones are still saved.
     for (GameWatcher* watcher : std::initializer_list<GameWatcher*>{&m_league, &m_dota, &m_wow}) {

@@ -2,16 +2,18 @@
 #pragma once
 
 #include "app/hotkey/HotKeyManager.h"
+#include "app/quit/QuitSequence.h"
+#include "app/quit/StallWatch.h"
 #include "app/routing/ClipFeedback.h"
 #include "app/routing/MomentPolicy.h"
 #include "app/startup/LanguageSwitcher.h"
-#include "app/startup/StallWatch.h"
 #include "app/tray/StatusItem.h"
 #include "app/window/BackgroundNotice.h"
 #include "base/settings/AppSettings.h"
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
 #include "capture/recorder/Recorder.h"
+#include "export/queue/ExportQueue.h"
 #include "library/clips/ClipLibrary.h"
 #include "library/matches/MatchTracker.h"
 #include "library/thumbnails/ThumbnailCache.h"
@@ -24,6 +26,7 @@
 #include "ui/shell/Hud.h"
 #include "ui/shell/LibraryOverview.h"
 #include "ui/shell/MatchSummary.h"
+#include "ui/shell/QuitQuestion.h"
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
@@ -57,8 +60,10 @@ public:
     void showWindow();
     void showSettings();
     void openFolder();
-    /// Ends the program after all requested clips are saved, or when the disk has not responded for a while.
-    void quit();
+    /// Quits, or asks the user first if clips are exported.
+    void userQuits() { m_quitSequence.userQuits(); }
+    /// Quits without a question, for example at logout. Exports are stopped.
+    void systemQuits() { m_quitSequence.systemQuits(); }
     /// For an exit that cannot be delayed: blocks until the clip that is being written is complete, and the last match
     /// and all settings are stored. False if the disk of the clip does not respond; then the process must end without
     /// its destructors, which would wait for it.
@@ -71,6 +76,10 @@ private:
     void joinMatches();
     void followGames();
     void showHud(const HudMessage& message);
+    /// Ends the program after all requested clips are saved, or when the disk has not responded for a while.
+    void quit();
+    /// Tells a user who does not look at the window why the program did not quit.
+    void tellThatItDidNotQuit(const QString& failure);
     /// Tells the user that the program goes on without its window.
     void tellAboutBackground();
     /// Shows the review of a match, which may no longer exist.
@@ -87,6 +96,7 @@ private:
     SerialQueue m_libraryQueue;
     SerialQueue m_matchQueue;
     SerialQueue m_filterQueue;
+    ExportQueue m_exports;
     ClipLibrary m_library;
     MatchTracker m_matches;
     HotKeyManager m_hotKeys;
@@ -96,13 +106,14 @@ private:
     WindowCommands m_commands;
     Navigation m_navigation;
     MatchSummary m_matchSummary;
+    QuitQuestion m_quitQuestion;
+    QuitSequence m_quitSequence;
     LibraryOverview m_overview;
     ThumbnailCache m_thumbnails;
     ClipCommands m_clipCommands;
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;
-    bool m_isQuitting = false;
     StallWatch m_saveWatch;
     BackgroundNotice* m_backgroundNotice = nullptr;
     MomentPolicy m_policy;

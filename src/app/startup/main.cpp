@@ -163,7 +163,7 @@ int main(int argc, char* argv[])
 
     quelto::chooseRenderer();
     quelto::ApplicationController controller;
-    const quelto::TerminationSignals signals([&controller] { controller.quit(); });
+    const quelto::TerminationSignals signals([&controller] { controller.systemQuits(); });
     controller.applicationDidFinishLaunching();
     const AbruptExit abruptExit(controller);
     const int result = QApplication::exec();

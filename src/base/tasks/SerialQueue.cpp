@@ -121,7 +121,7 @@ bool SerialQueue::drain(std::chrono::milliseconds timeout)
     return done->get_future().wait_for(timeout) == std::future_status::ready;
 }
 
-void SerialQueue::finish(HostDuration timeout)
+bool SerialQueue::finish(HostDuration timeout)
 {
     const auto finished = std::make_shared<std::promise<void>>();
     post([finished, state = m_state] {
@@ -130,10 +130,11 @@ void SerialQueue::finish(HostDuration timeout)
     });
     if (finished->get_future().wait_for(timeout) == std::future_status::ready) {
         m_thread.join();
-    } else {
-        m_state->end();
-        m_thread.detach();
+        return true;
     }
+    m_state->end();
+    m_thread.detach();
+    return false;
 }
 
 bool SerialQueue::isCurrent() const noexcept

@@ -41,8 +41,8 @@ public:
 
     /// Runs the tasks that were posted without a delay, drops the delayed ones, and ends the queue. Tasks posted later
     /// never run. After the timeout, drops the tasks that have not started and detaches the thread with its running
-    /// task, so tasks of such a queue must own everything they use.
-    void finish(HostDuration timeout);
+    /// task, so tasks of such a queue must own everything they use. Returns whether all tasks have ended.
+    bool finish(HostDuration timeout);
 
     bool isCurrent() const noexcept;
 

@@ -35,12 +35,14 @@ ExportQueue::ExportQueue(TaskQueue& main, QObject* parent)
 
 ExportQueue::~ExportQueue()
 {
-    finish(ShutdownTimeout);
+    if (!m_isFinished) {
+        finish(ShutdownTimeout);
+    }
 }
 
 void ExportQueue::run(Job job)
 {
-    if (m_isEnded) {
+    if (m_isFinished) {
         return;
     }
     m_jobs.push_back(std::move(job));
@@ -159,15 +161,12 @@ void ExportQueue::updateCount()
     }
 }
 
-void ExportQueue::finish(HostDuration timeout)
+bool ExportQueue::finish(HostDuration timeout)
 {
-    if (m_isEnded) {
-        return;
-    }
-    m_isEnded = true;
+    m_isFinished = true;
     stopJobs();
     m_main->detach();
-    m_queue.finish(timeout);
+    return m_queue.finish(timeout);
 }
 
 std::uint64_t ExportQueue::signsOfLife() const

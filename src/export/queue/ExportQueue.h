@@ -47,9 +47,9 @@ public:
 
     /// Asks the running job to stop and drops the waiting ones. No callback of them is called any more.
     void stopAll();
-    /// Stops all jobs and ends the queue; jobs that are queued later never run. After the timeout, leaves the thread
-    /// behind with its job. Emits no signal.
-    void finish(HostDuration timeout);
+    /// Stops all jobs and ends the queue, once; jobs that are queued later never run. After the timeout, leaves the thread
+    /// behind with its job and returns false. Emits no signal.
+    bool finish(HostDuration timeout);
 
     /// Changes while the running job makes progress: it starts, reports progress or writes to its file.
     std::uint64_t signsOfLife() const;
@@ -81,7 +81,7 @@ private:
     std::deque<Job> m_jobs;
     std::shared_ptr<Running> m_running;
     int m_count = 0;
-    bool m_isEnded = false;
+    bool m_isFinished = false;
     SerialQueue m_queue;
 };
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/reader/MovieInfo.h"
 
+#include "media/filter/DisplayTransform.h"
 #include "media/reader/Demuxer.h"
-#include "media/reader/FrameToImage.h"
 
 namespace quelto {
 

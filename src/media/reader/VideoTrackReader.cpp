@@ -2,7 +2,7 @@
 #include "media/reader/VideoTrackReader.h"
 
 #include "media/ffmpeg/FfmpegError.h"
-#include "media/reader/FrameToImage.h"
+#include "media/filter/DisplayTransform.h"
 
 namespace quelto {
 

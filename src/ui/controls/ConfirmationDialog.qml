@@ -31,14 +31,14 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
-    onAboutToShow: internal.answer = dismissed
-    onClosed: internal.answer()
+    onAboutToShow: internal.isAnswered = false
+    onClosed: !internal.isAnswered ? dismissed() : internal.isConfirmed ? confirmed() : cancelled()
 
     QtObject {
         id: internal
 
-        // The signal to send when the dialog has closed.
-        property var answer: null
+        property bool isAnswered: false
+        property bool isConfirmed: false
     }
 
     T.Overlay.modal: Rectangle {
@@ -69,7 +69,8 @@ T.Popup {
         destructive: dialog.destructive
         isAsking: dialog.opened
         onAnswered: yes => {
-            internal.answer = yes ? dialog.confirmed : dialog.cancelled;
+            internal.isAnswered = true;
+            internal.isConfirmed = yes;
             dialog.close();
         }
     }

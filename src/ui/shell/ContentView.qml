@@ -71,4 +71,6 @@ FocusScope {
         title: "Quelto " + WindowCommands.version
         text: L10n.T("Linux için anlık tekrar kaydedici. GNU GPL 3 veya sonraki sürümüyle özgür yazılımdır.")
     }
+
+    QuitDialogs {}
 }

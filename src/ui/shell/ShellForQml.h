@@ -4,6 +4,7 @@
 #include "ui/shared/SharedForQml.h"
 #include "ui/shell/LibraryOverview.h"
 #include "ui/shell/MatchSummary.h"
+#include "ui/shell/QuitQuestion.h"
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 
@@ -34,6 +35,13 @@ struct SaveFailureForQml : SharedForQml<SaveFailure> {
     Q_GADGET
     QML_FOREIGN(quelto::SaveFailure)
     QML_NAMED_ELEMENT(SaveFailure)
+    QML_SINGLETON
+};
+
+struct QuitQuestionForQml : SharedForQml<QuitQuestion> {
+    Q_GADGET
+    QML_FOREIGN(quelto::QuitQuestion)
+    QML_NAMED_ELEMENT(QuitQuestion)
     QML_SINGLETON
 };
 

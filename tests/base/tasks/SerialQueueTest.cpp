@@ -146,7 +146,7 @@ TEST(SerialQueue, FinishRunsPostedTasksAndDropsDelayedOnes)
     }
     queue.postAfter(std::chrono::hours(1), [sentinel] { *sentinel = true; });
     mayRun.count_down();
-    queue.finish(std::chrono::minutes(1));
+    EXPECT_TRUE(queue.finish(std::chrono::minutes(1)));
     EXPECT_EQ(order.size(), 100U);
     EXPECT_TRUE(std::ranges::is_sorted(order));
     EXPECT_EQ(sentinel.use_count(), 1);
@@ -170,7 +170,7 @@ TEST(SerialQueue, FinishDetachesBlockedThreadAfterTimeout)
         });
         queue.post([shared] { shared->hasNextRun = true; });
         shared->started.wait();
-        queue.finish(milliseconds(10));
+        EXPECT_FALSE(queue.finish(milliseconds(10)));
         EXPECT_EQ(shared.use_count(), 2) << "queued tasks are dropped";
     }
     // finish and the destructor returned while the task is still blocked.

@@ -27,18 +27,22 @@ using namespace std::chrono_literals;
 /// Blocks a job until the test opens it. The job owns it together with the test.
 class Gate {
 public:
-    void open() const { m_state->opened.count_down(); }
+    void open() const
+    {
+        m_state->isOpen = true;
+        m_state->isOpen.notify_all();
+    }
     void waitUntilReached() const { m_state->reached.wait(); }
     /// Called by the job.
     void pass() const
     {
         m_state->reached.count_down();
-        m_state->opened.wait();
+        m_state->isOpen.wait(false);
     }
     /// Called by the job: waits for the stop request too.
     void passOrStop(const std::stop_token& stop) const
     {
-        const std::stop_callback onStop(stop, [this] { m_state->opened.count_down(); });
+        const std::stop_callback onStop(stop, [this] { open(); });
         pass();
         if (stop.stop_requested()) {
             throw ExportStopped();
@@ -48,7 +52,7 @@ public:
 private:
     struct State {
         std::latch reached{1};
-        std::latch opened{1};
+        std::atomic<bool> isOpen = false;
     };
     std::shared_ptr<State> m_state = std::make_shared<State>();
 };
@@ -381,7 +385,7 @@ TEST_F(ExportQueueTest, FinishLeavesAHangingJobBehind)
         return QStringLiteral("a.mp4");
     }));
     hanging.waitUntilReached();
-    queue->finish(1ms);
+    EXPECT_FALSE(queue->finish(1ms));
     queue->run(job(QStringLiteral("b"), [](const ExportControl&) { return QStringLiteral("b.mp4"); }));
     queue.reset();
     // The job still has everything it uses.

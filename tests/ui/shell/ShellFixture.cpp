@@ -35,7 +35,11 @@ void ShellFixture::SetUp()
             .hide = action("hide"),
             .minimize = action("minimize"),
             .close = action("close"),
-            .quit = action("quit")},
+            .quit =
+                [this] {
+                    requestedActions.append(QStringLiteral("quit"));
+                    onQuit();
+                }},
         QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
     saveFailure = std::make_unique<SaveFailure>(SaveFailure::Dependencies{
         .recorder = *recorder, .settings = settings, .main = main, .work = main, .isWritable = [this](const QString&) {
@@ -69,6 +73,7 @@ void ShellFixture::SetUp()
     AppSettingsForQml::instance = &settings;
     WindowCommandsForQml::instance = commands.get();
     SaveFailureForQml::instance = saveFailure.get();
+    QuitQuestionForQml::instance = &quitQuestion;
     engine = std::make_unique<QQmlApplicationEngine>();
     engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     engine->addImportPath(QStringLiteral("qrc:/"));

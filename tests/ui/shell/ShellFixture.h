@@ -8,6 +8,7 @@
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"
 #include "ui/shell/MatchSummary.h"
+#include "ui/shell/QuitQuestion.h"
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
@@ -52,6 +53,7 @@ protected:
     std::unique_ptr<SaveFailure> saveFailure;
     /// What the notice of a failed save learns about the save folder.
     bool isFolderWritable = true;
+    QuitQuestion quitQuestion;
     RecordingTrash trash;
     RecordingFileManager files;
     RecordingPasteboard pasteboard;
@@ -67,6 +69,8 @@ protected:
     QQuickWindow* window = nullptr;
     /// The window commands that were called, in order.
     QStringList requestedActions;
+    /// What the program does when the user quits.
+    std::function<void()> onQuit = [] {};
 };
 
 } // namespace quelto::test

@@ -8,10 +8,13 @@
 
 namespace quelto {
 
-/// Tells slow work from work that hangs: it hangs if its progress has not changed for ten seconds.
+/// Tells slow work from work that hangs: it hangs if its progress has not changed for a certain time.
 class StallWatch {
 public:
-    static constexpr std::chrono::seconds timeout{10};
+    explicit StallWatch(HostDuration timeout)
+        : m_timeout(timeout)
+    {
+    }
 
     /// The progress is any number that changes while the work goes on. The first call starts the time.
     bool isStalled(HostTime now, std::uint64_t progress)
@@ -20,10 +23,11 @@ public:
             m_progress = progress;
             m_changedAt = now;
         }
-        return now - m_changedAt >= timeout;
+        return now - m_changedAt >= m_timeout;
     }
 
 private:
+    HostDuration m_timeout;
     std::optional<std::uint64_t> m_progress;
     HostTime m_changedAt;
 };
