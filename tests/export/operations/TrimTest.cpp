@@ -30,7 +30,7 @@ protected:
         const auto source = stateOf(clip);
         const auto before = files().size();
         const auto result = trim(clip, start, end);
-        EXPECT_EQ(result.message, QString());
+        EXPECT_EQ(result.message.toStdString(), "");
         EXPECT_EQ(stateOf(clip), source);
         EXPECT_EQ(files().size(), before + 1);
         expectCompleteProgress(result.progress);
