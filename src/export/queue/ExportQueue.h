@@ -47,8 +47,8 @@ public:
 
     /// Asks the running job to stop and drops the waiting ones. No callback of them is called any more.
     void stopAll();
-    /// Stops all jobs and ends the queue, once; jobs that are queued later never run. After the timeout, leaves the thread
-    /// behind with its job and returns false. Emits no signal.
+    /// Stops all jobs and ends the queue, once; jobs that are queued later never run. After the timeout, leaves the
+    /// thread behind with its job and returns false. Emits no signal.
     bool finish(HostDuration timeout);
 
     /// Changes while the running job makes progress: it starts, reports progress or writes to its file.

@@ -8,7 +8,7 @@ namespace quelto {
 namespace {
 
 /// Fewer show the grid of the small picture, more cost time.
-constexpr double SmallPixelsPerSigma = 4;
+constexpr double SmallPixelsPerSigma = 3;
 /// Pixels of the small picture around the canvas, so that enlarging it has neighbours there.
 constexpr int Margin = 2;
 
@@ -55,11 +55,11 @@ BoxSampler::Boxes boxes(const Direction& direction, int pitch, int border, Plane
         .origin = origin * plane.scale + plane.offset, .length = pitch * scale * plane.scale, .count = direction.count};
 }
 
-/// A component's value of limited range with 16 bits.
-std::uint16_t storedValue(double value, double range, double zero)
+/// A component of limited range with 16 bits.
+std::uint16_t storedValue(float value, float range, float zero)
 {
-    constexpr double Unit = 256;
-    return static_cast<std::uint16_t>(std::lround((zero + value * range) * Unit));
+    constexpr float Unit = 256;
+    return static_cast<std::uint16_t>((zero + value * range) * Unit + 0.5F);
 }
 
 struct Rgb {

@@ -19,7 +19,8 @@ void addRow(std::vector<float>& sum, const std::uint8_t* row, float weight)
 BoxSampler::BoxSampler(Boxes x, Boxes y, QSize plane)
     : m_x(tapsOf(x, plane.width()))
     , m_y(tapsOf(y, plane.height()))
-    , m_row(static_cast<std::size_t>(plane.width()))
+    , m_firstPixel(m_x.front().front().pixel)
+    , m_row(static_cast<std::size_t>(m_x.back().back().pixel - m_firstPixel + 1))
 {
 }
 
@@ -43,13 +44,13 @@ void BoxSampler::sample(const Plane& plane, FloatPlane& result)
     for (std::size_t y = 0; y < m_y.size(); ++y) {
         std::ranges::fill(m_row, 0.0F);
         for (const auto& tap : m_y[y]) {
-            addRow(m_row, plane.data + tap.pixel * plane.stride, tap.weight);
+            addRow(m_row, plane.data + tap.pixel * plane.stride + m_firstPixel, tap.weight);
         }
         auto* out = result.row(static_cast<int>(y));
         for (std::size_t x = 0; x < m_x.size(); ++x) {
             float sum = 0;
             for (const auto& tap : m_x[x]) {
-                sum += tap.weight * m_row[static_cast<std::size_t>(tap.pixel)];
+                sum += tap.weight * m_row[static_cast<std::size_t>(tap.pixel - m_firstPixel)];
             }
             out[x] = sum;
         }

@@ -41,6 +41,9 @@ private:
 
     Taps m_x;
     Taps m_y;
+    /// The first pixel of a row that a box reads.
+    int m_firstPixel;
+    /// The average of some rows, from the first pixel to the last that is read.
     std::vector<float> m_row;
 };
 

@@ -87,7 +87,10 @@ QString zimgColors(const FrameColor& from, const FrameColor& to)
             .arg(color.primaries)
             .arg(color.transfer);
     };
-    return end(from, QStringLiteral("in")) + u':' + end(to, {}) + QStringLiteral(":npl=%1").arg(ReferenceWhite);
+    // Approximated, the brightness of HLG would change each component by itself, and colours would become too vivid.
+    const bool isApproximated = from.transfer != AVCOL_TRC_ARIB_STD_B67;
+    return end(from, QStringLiteral("in")) + u':' + end(to, {}) +
+        QStringLiteral(":npl=%1:agamma=%2").arg(ReferenceWhite).arg(isApproximated ? 1 : 0);
 }
 
 QString zimgScaled(QSize size)

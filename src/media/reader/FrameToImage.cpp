@@ -3,7 +3,7 @@
 
 #include "media/ffmpeg/FfmpegError.h"
 #include "media/filter/DisplayTransform.h"
-#include "media/filter/FrameColor.h"
+#include "media/filter/FrameComposer.h"
 
 namespace quelto {
 
@@ -21,11 +21,18 @@ QSize fittedSize(const AVFrame& frame, AVRational pixelAspect, int maxSide)
     return {pixels(width), pixels(height)};
 }
 
-} // namespace
-
-QImage toImage(const AVFrame& frame, AVRational pixelAspect, const QTransform& transform, int maxSide)
+/// HDR as SDR. Both sides are even, because chroma has half the size.
+ffmpeg::Frame toneMapped(const AVFrame& frame, QSize size)
 {
-    const auto size = fittedSize(frame, pixelAspect, maxSide);
+    const QSize canvas((size.width() + 1) / 2 * 2, (size.height() + 1) / 2 * 2);
+    FrameComposer composer([canvas](QSizeF) {
+        return FrameLayout{.canvas = canvas, .image = QRectF(QPointF(), canvas), .background = std::nullopt};
+    });
+    return composer.compose(frame, {1, 1}, {});
+}
+
+QImage toRgb(const AVFrame& frame, QSize size)
+{
     const ffmpeg::Scaler scaler(
         sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), size.width(), size.height(),
                        AV_PIX_FMT_RGB32, SWS_AREA | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT, nullptr, nullptr, nullptr));
@@ -45,7 +52,15 @@ QImage toImage(const AVFrame& frame, AVRational pixelAspect, const QTransform& t
     ffmpeg::checked(sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, rgb->data, rgb->linesize));
     const QImage view(rgb->data[0], size.width(), size.height(), rgb->linesize[0], QImage::Format_ARGB32);
     // Makes a copy without the alpha channel.
-    const auto image = view.convertToFormat(QImage::Format_RGB32);
+    return view.convertToFormat(QImage::Format_RGB32);
+}
+
+} // namespace
+
+QImage toImage(const AVFrame& frame, AVRational pixelAspect, const QTransform& transform, int maxSide)
+{
+    const auto size = fittedSize(frame, pixelAspect, maxSide);
+    const auto image = colorOf(frame).isHdr() ? toRgb(*toneMapped(frame, size), size) : toRgb(frame, size);
     return transform.isIdentity() ? image : image.transformed(transform);
 }
 

@@ -9,7 +9,7 @@
 namespace quelto {
 
 /// Converts a frame to RGB with square pixels, scales it down to fit maxSide on both sides, and applies the transform.
-/// Never enlarges.
+/// Never enlarges. HDR becomes SDR.
 ///
 /// Errors: ffmpeg::FfmpegError for a frame that cannot be converted.
 QImage toImage(const AVFrame& frame, AVRational pixelAspect, const QTransform& transform, int maxSide);

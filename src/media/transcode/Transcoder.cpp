@@ -2,8 +2,8 @@
 #include "media/transcode/Transcoder.h"
 
 #include "media/ffmpeg/FfmpegError.h"
-#include "media/transcode/FramePainter.h"
 #include "media/transcode/MovieSink.h"
+#include "media/transcode/PaintedFrames.h"
 
 #include <QTemporaryDir>
 
@@ -91,22 +91,20 @@ private:
 
     void encodeAll(ExportEncoder& encoder, MovieSink* sink, Share share)
     {
-        FrameFeed feed(m_job, m_options.stop);
-        FramePainter painter(m_job.video);
+        PaintedFrames frames(m_job, m_options.stop);
         std::optional<std::int64_t> lastTime;
         try {
-            while (const auto fed = feed.next()) {
+            while (const auto frame = frames.next()) {
                 throwIfStopped();
-                const auto time = std::max(std::llround(toSeconds(fed->time) * ExportEncoder::ticksPerSecond),
+                const auto time = std::max(std::llround(toSeconds(frame->time) * ExportEncoder::ticksPerSecond),
                                            lastTime ? *lastTime + 1 : 0LL);
-                const auto picture = painter.paint(*fed);
-                picture->pts = time;
+                frame->picture->pts = time;
                 lastTime = time;
                 if (sink != nullptr) {
                     sink->frameAt(time);
                 }
-                encoder.encode(*picture);
-                report(share, fed->time);
+                encoder.encode(*frame->picture);
+                report(share, frame->time);
             }
             throwIfStopped();
             if (!lastTime) {

@@ -88,6 +88,22 @@ std::array<int, 3> pixelAt(const AVFrame& frame, QPoint pixel)
     return {valueAt(frame, 0, pixel), valueAt(frame, 1, pixel), valueAt(frame, 2, pixel)};
 }
 
+int largestChange(const AVFrame& first, const AVFrame& second)
+{
+    int largest = 0;
+    for (int component = 0; component < 3; ++component) {
+        const int step = component == 0 ? 1 : 2;
+        for (int y = 0; y < first.height / step; ++y) {
+            for (int x = 0; x < first.width / step; ++x) {
+                const int before = first.data[component][y * first.linesize[component] + x];
+                largest =
+                    std::max(largest, std::abs(before - second.data[component][y * second.linesize[component] + x]));
+            }
+        }
+    }
+    return largest;
+}
+
 ffmpeg::Frame generatedPicture(const std::string& description)
 {
     FilterGraph graph(std::span<const AVFrame* const>(), description + ",format=yuv420p");

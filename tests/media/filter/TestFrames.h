@@ -21,6 +21,9 @@ void fill(AVFrame& frame, QRect rect, std::array<int, 3> values);
 int valueAt(const AVFrame& frame, int component, QPoint pixel);
 std::array<int, 3> pixelAt(const AVFrame& frame, QPoint pixel);
 
+/// Between the pixels of two yuv420p pictures of one size.
+int largestChange(const AVFrame& first, const AVFrame& second);
+
 /// A picture that FFmpeg's source filters generate.
 ffmpeg::Frame generatedPicture(const std::string& description);
 
