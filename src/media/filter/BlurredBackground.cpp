@@ -23,9 +23,10 @@ double smallSigma(double sigma, int pitch)
     return std::sqrt(std::max(0.0, sigma * sigma / (pitch * pitch) - 1.0 / 12));
 }
 
+/// Even, so that the enlarged picture is even too, as its chroma requires.
 int smallLength(int canvas, int pitch)
 {
-    return (canvas + pitch - 1) / pitch + 2 * Margin;
+    return ((canvas + pitch - 1) / pitch + 2 * Margin + 1) & ~1;
 }
 
 struct PlaneRatio {

@@ -50,7 +50,7 @@ void VideoTrackReader::seek(HostDuration time)
             m_decoder.seek(0, AVSEEK_FLAG_ANY | AVSEEK_FLAG_BACKWARD);
         }
         auto frame = decode();
-        if (frame && frame->time > time && hasEarlier) {
+        if (frame && frame->time > time && hasEarlier && back != StepsBack.back()) {
             continue;
         }
         // Skips to the last frame that is not later than the time.

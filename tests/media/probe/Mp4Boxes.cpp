@@ -67,6 +67,7 @@ void readTrack(const QString& type, const Box& box, Mp4TrackBoxes& track)
         box.forEach([&](const QString& inner, const Box& child) { readTrack(inner, child, track); });
     } else if (type == u"tkhd") {
         track.isEnabled = (box.word(0) & 1U) != 0;
+        track.duration = isVersion1 ? box.number(28, 8) : box.word(20);
         track.alternateGroup = static_cast<int>(box.number(isVersion1 ? 46 : 34, 2));
     } else if (type == u"mdhd") {
         track.timeScale = box.word(isVersion1 ? 20 : 12);

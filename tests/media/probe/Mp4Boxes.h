@@ -13,6 +13,8 @@ namespace quelto::test {
 struct Mp4TrackBoxes {
     bool isEnabled = false;
     int alternateGroup = 0;
+    /// From the start of the movie to the end of the track. Units: movie timescale.
+    std::uint64_t duration = 0;
     std::uint32_t timeScale = 0;
     std::uint64_t mediaDuration = 0;
     /// Of the first edit. Units: editStart in the media timescale, editLength in the movie timescale.

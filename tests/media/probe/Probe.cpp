@@ -52,7 +52,9 @@ QByteArray decodingErrors(const QString& path)
     const auto result =
         run(QStringLiteral("ffmpeg"),
             {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path, QStringLiteral("-map"),
-             QStringLiteral("0"), QStringLiteral("-f"), QStringLiteral("null"), QStringLiteral("-")});
+             QStringLiteral("0"), QStringLiteral("-fps_mode"), QStringLiteral("passthrough"),
+             QStringLiteral("-enc_time_base"), QStringLiteral("-1"), QStringLiteral("-f"), QStringLiteral("null"),
+             QStringLiteral("-")});
     return result.exitCode == 0 ? result.errors : result.errors + " [failed]";
 }
 
