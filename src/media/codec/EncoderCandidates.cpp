@@ -64,8 +64,11 @@ constexpr std::array X264Quality{
     Option{"preset", "veryfast"},
     Option{"crf", "14"},
 };
+// With the default tolerance of 1, two passes over four seconds of noise that suddenly gets stronger missed the rate by
+// up to 33 %; with 0.1 by 4 %.
 constexpr std::array X264Rate{
     Option{"preset", "medium"},
+    Option{"x264-params", "ratetol=0.1"},
 };
 
 using enum VideoCodec;

@@ -59,7 +59,9 @@ BoxSampler::Boxes boxes(const Direction& direction, int pitch, int border, Plane
 std::uint16_t storedValue(float value, float range, float zero)
 {
     constexpr float Unit = 256;
-    return static_cast<std::uint16_t>((zero + value * range) * Unit + 0.5F);
+    // No value is negative, so this rounds without a call.
+    constexpr float Half = 0.5;
+    return static_cast<std::uint16_t>((zero + value * range) * Unit + Half);
 }
 
 struct Rgb {

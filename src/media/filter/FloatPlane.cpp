@@ -35,10 +35,8 @@ std::vector<float> gaussian(double sigma)
         exact.push_back(radius == 0 ? 1 : std::exp(-0.5 * i * i / (sigma * sigma)));
         sum += exact.back();
     }
-    std::vector<float> taps;
-    for (const auto value : exact) {
-        taps.push_back(static_cast<float>(value / sum));
-    }
+    std::vector<float> taps(exact.size());
+    std::ranges::transform(exact, taps.begin(), [sum](double value) { return static_cast<float>(value / sum); });
     return taps;
 }
 

@@ -39,7 +39,7 @@ void clearOrigin(AVFrame& frame)
 {
     frame.pict_type = AV_PICTURE_TYPE_NONE;
     frame.sample_aspect_ratio = {1, 1};
-#if LIBAVUTIL_VERSION_MAJOR >= 59
+#if LIBAVUTIL_VERSION_INT >= AV_VERSION_INT(58, 7, 100)
     frame.flags &= ~(AV_FRAME_FLAG_KEY | AV_FRAME_FLAG_INTERLACED | AV_FRAME_FLAG_TOP_FIELD_FIRST);
 #else
     frame.key_frame = 0;

@@ -123,9 +123,15 @@ void AudioTrackReader::startResampler(const AVFrame& frame)
     SwrContext* resampler = nullptr;
     const auto status = swr_alloc_set_opts2(&resampler, &stereo, AV_SAMPLE_FMT_FLT, sampleRate, &layout,
                                             static_cast<AVSampleFormat>(frame.format), frame.sample_rate, 0, nullptr);
+    const bool isMono = layout.nb_channels == 1;
     av_channel_layout_uninit(&layout);
     m_resampler.reset(resampler);
     ffmpeg::checked(status);
+    if (isMono) {
+        // By default FFmpeg makes mono quieter by 3 dB.
+        constexpr std::array<double, Channels> Unchanged{1, 1};
+        ffmpeg::checked(swr_set_matrix(m_resampler.get(), Unchanged.data(), 1));
+    }
     ffmpeg::checked(swr_init(m_resampler.get()));
     m_format = ffmpeg::makeFrame();
     m_format->format = frame.format;

@@ -24,7 +24,7 @@ struct MovieInfo {
 
     struct Audio {
         bool isEnabled = true;
-        /// 0 if unknown.
+        /// The mean, low for a track that is mostly silent. 0 if unknown.
         int bitsPerSecond = 0;
     };
 

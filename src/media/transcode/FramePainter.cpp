@@ -2,6 +2,7 @@
 #include "media/transcode/FramePainter.h"
 
 #include "media/ffmpeg/BlackFrame.h"
+#include "media/filter/FrameBrightness.h"
 
 #include <new>
 
@@ -11,6 +12,9 @@ FramePainter::FramePainter(const TranscodeVideo& video)
     : m_video(video)
     , m_composer(video.layout)
 {
+    if (video.overlay) {
+        m_overlay.emplace(video.overlay->image, video.overlay->position);
+    }
 }
 
 ffmpeg::Frame FramePainter::paint(const FedFrame& frame)
@@ -25,6 +29,13 @@ ffmpeg::Frame FramePainter::paint(const FedFrame& frame)
     ffmpeg::Frame picture(av_frame_clone(m_composed.get()));
     if (!picture) {
         throw std::bad_alloc();
+    }
+    // Both copy a picture that is shared before they change it.
+    if (m_video.brightness) {
+        multiplyBrightness(*picture, m_video.brightness(toSeconds(frame.time)));
+    }
+    if (m_overlay) {
+        m_overlay->drawOn(*picture, m_video.overlay->opacity(toSeconds(frame.time)));
     }
     // The encoder would take these from the source.
     picture->pict_type = AV_PICTURE_TYPE_NONE;

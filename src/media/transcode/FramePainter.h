@@ -2,6 +2,7 @@
 #pragma once
 
 #include "media/filter/FrameComposer.h"
+#include "media/filter/ImageOverlay.h"
 #include "media/transcode/FrameFeed.h"
 
 namespace quelto {
@@ -14,12 +15,12 @@ class FramePainter {
 public:
     explicit FramePainter(const TranscodeVideo& video);
 
-    /// The picture must not be changed.
     ffmpeg::Frame paint(const FedFrame& frame);
 
 private:
     const TranscodeVideo& m_video;
     FrameComposer m_composer;
+    std::optional<ImageOverlay> m_overlay;
     /// What m_composed was made from.
     std::shared_ptr<AVFrame> m_source;
     ffmpeg::Frame m_composed;

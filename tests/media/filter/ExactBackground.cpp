@@ -82,9 +82,9 @@ std::array<double, 3> adjusted(std::array<double, 3> color, const FrameLayout::B
 
 std::vector<double> points(int count, double first, double step)
 {
-    std::vector<double> result;
+    std::vector<double> result(std::size_t(count), first);
     for (int i = 0; i < count; ++i) {
-        result.push_back(first + i * step);
+        result[std::size_t(i)] += i * step;
     }
     return result;
 }

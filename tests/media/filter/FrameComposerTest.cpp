@@ -235,5 +235,16 @@ TEST(FrameComposerTest, HandlesExtremeSizesInEachFormat)
     }
 }
 
+TEST(FrameComposerTest, HandlesExtremePixelAspects)
+{
+    const auto frame = test::generatedPicture("testsrc2=s=320x180");
+    for (const auto aspect : {AVRational{1, 65535}, AVRational{65535, 1}, AVRational{-1, 1}, AVRational{1, 0}}) {
+        FrameComposer crop(test::cropOn({202, 360}));
+        EXPECT_EQ(sizeOf(*crop.compose(*frame, aspect, {})), QSize(202, 360));
+        FrameComposer blur(test::blurOn({202, 360}));
+        EXPECT_EQ(sizeOf(*blur.compose(*frame, aspect, {})), QSize(202, 360));
+    }
+}
+
 } // namespace
 } // namespace quelto
