@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/time/HostClock.h"
+#include "export/operations/VideoTools.h"
+#include "tests/export/operations/ExportFixture.h"
+#include "tests/media/probe/MediaDuration.h"
+#include "tests/media/probe/Mp4Boxes.h"
+#include "tests/media/probe/Probe.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <random>
+
+namespace quelto {
+namespace {
+
+using namespace std::chrono_literals;
+using namespace test;
+
+/// An export and the ways to make the clip that it gets.
+struct HostileCase {
+    const char* name;
+    QString (*run)(const QString& clip, const ExportControl& control);
+};
+
+void PrintTo(const HostileCase& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+const std::vector<HostileCase> HostileCases{
+    {"Trim",
+     [](const QString& clip, const ExportControl& control) {
+         return Exporter::trim(clip, {.start = 0.05, .end = 0.2}, control);
+     }},
+    // Nothing is below this limit.
+    {"Shrink",
+     [](const QString& clip, const ExportControl& control) { return Exporter::compressForDiscord(clip, -1, control); }},
+    {"Vertical",
+     [](const QString& clip, const ExportControl& control) {
+         return VideoTools::exportAspect(clip, AspectRatio::vertical, FillMode::blur, control);
+     }},
+};
+
+/// The number of damaged clips, which QUELTO_HOSTILE_CLIPS raises for a long run.
+int damagedClips()
+{
+    const auto chosen = qEnvironmentVariableIntValue("QUELTO_HOSTILE_CLIPS");
+    return chosen > 0 ? chosen : 66;
+}
+
+class HostileClipTest : public ExportTest, public testing::WithParamInterface<HostileCase> {
+protected:
+    /// Small clips that are stored in different ways.
+    std::vector<QByteArray> goodClips() const
+    {
+        const CounterClip common{.size = QSize(64, 36), .rate = QStringLiteral("30"), .seconds = 0.3};
+        auto fragments = common;
+        fragments.encoding = QStringLiteral("-c:v libx265 -preset ultrafast -x265-params log-level=none -tag:v hvc1");
+        fragments.audioEncoding = QStringLiteral("-c:a libopus");
+        fragments.muxing = QStringLiteral("-movflags frag_keyframe+empty_moov");
+        auto plain = common;
+        plain.encoding = QStringLiteral("-c:v libx264 -preset veryfast -bf 2");
+        plain.muxing = QStringLiteral("-movflags faststart");
+        auto photographs = common;
+        photographs.encoding = QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p");
+        photographs.audioEncoding = QStringLiteral("-c:a pcm_s16le");
+        photographs.muxing = QStringLiteral("-f mov -movflags faststart");
+        auto newest = common;
+        newest.encoding = QStringLiteral("-c:v libvpx-vp9 -deadline realtime -cpu-used 8");
+        newest.muxing = QStringLiteral("-movflags faststart");
+        std::vector<QByteArray> bytes;
+        for (const auto& clip : {plain, fragments, photographs, newest}) {
+            bytes.push_back(GeneratedClips::read(makeClip(clips, QStringLiteral("good.mp4"), clip)));
+        }
+        QFile::remove(clips.path(QStringLiteral("good.mp4")));
+        return bytes;
+    }
+
+    /// Requires a valid file, or an error and no file, in a few seconds.
+    void exportDamaged(const QByteArray& bytes)
+    {
+        constexpr auto Limit = 5s;
+        const auto clip = clips.write(QStringLiteral("X.mp4"), bytes);
+        const auto start = HostClock::now();
+        std::stop_source stop;
+        const auto result =
+            attempt([&](const ExportControl& control) { return GetParam().run(clip, control); }, stop.get_token(),
+                    [&](double) {
+                        if (HostClock::now() - start > Limit) {
+                            stop.request_stop();
+                        }
+                    });
+        EXPECT_LT(HostClock::now() - start, 3 * Limit);
+        EXPECT_EQ(GeneratedClips::read(clip), bytes);
+        if (result.hasSucceeded()) {
+            ++m_successes;
+            const auto boxes = readMp4Boxes(result.path);
+            EXPECT_EQ(boxes.order.front(), QStringLiteral("ftyp"));
+            EXPECT_GT(mediaDuration(result.path).value_or(0), 0);
+            EXPECT_EQ(files().size(), 2);
+            // Each tenth, because it takes time.
+            if (m_successes % 10 == 1) {
+                EXPECT_EQ(decodingErrors(result.path).toStdString(), "");
+            }
+            QFile::remove(result.path);
+        } else {
+            // A damaged index can make a clip hours long.
+            EXPECT_TRUE(!result.message.isEmpty() || mediaDuration(clip).value_or(0) > 60);
+            // The first pass of a shrink stays if the second one fails.
+            for (const auto& name : files()) {
+                EXPECT_TRUE(name == u"X.mp4" || name.startsWith(QStringLiteral("X (Discord"))) << name.toStdString();
+                QFile::remove(clips.path(name));
+            }
+        }
+    }
+
+    int m_successes = 0;
+};
+
+INSTANTIATE_TEST_SUITE_P(All, HostileClipTest, testing::ValuesIn(HostileCases),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_P(HostileClipTest, TruncatedClipsAreExportedOrReported)
+{
+    const auto good = goodClips();
+    for (int i = 0; i < 64; ++i) {
+        SCOPED_TRACE(i);
+        const auto& bytes = good[static_cast<std::size_t>(i) % good.size()];
+        exportDamaged(bytes.first(bytes.size() * i / 64));
+    }
+}
+
+TEST_P(HostileClipTest, DamagedClipsAreExportedOrReported)
+{
+    const auto good = goodClips();
+    for (int i = 0; i < damagedClips(); ++i) {
+        SCOPED_TRACE(i);
+        std::minstd_rand random(static_cast<unsigned>(i) + 1);
+        auto bytes = good[static_cast<std::size_t>(i) % good.size()];
+        // Most damage the index, which is in front.
+        const auto index = std::max<qsizetype>(bytes.indexOf("mdat"), 100);
+        const auto range = static_cast<unsigned>(i % 3 < 2 ? index : bytes.size());
+        for (int flip = 0; flip <= i % 8; ++flip) {
+            const auto at = static_cast<qsizetype>(random() % range);
+            bytes[at] = static_cast<char>(bytes[at] ^ (1 << random() % 8));
+        }
+        exportDamaged(bytes);
+    }
+    EXPECT_GT(m_successes, 0);
+}
+
+} // namespace
+} // namespace quelto
