@@ -88,6 +88,7 @@ QString Exporter::trim(const QString& clip, const TimeRange& range, const Export
     try {
         info = readMovieInfo(source.readPath(), control.stop);
     } catch (const std::runtime_error&) {
+        control.throwIfStopped();
         throw ExportError::failed(T("oturum oluşturulamadı"));
     }
     if (!info.video) {
@@ -139,6 +140,7 @@ QString Exporter::encode(const QString& clip, double targetBytes, const ExportCo
     try {
         info = readMovieInfo(source.readPath(), control.stop);
     } catch (const std::runtime_error&) {
+        control.throwIfStopped();
         throw ExportError::noVideo();
     }
     if (!(info.duration > 0) || !info.video) {

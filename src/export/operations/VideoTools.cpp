@@ -35,23 +35,24 @@ struct Timeline {
     bool hasAudio = false;
 };
 
-MovieInfo readClip(const SourceFile& source, const std::stop_token& stop)
+MovieInfo readClip(const SourceFile& source, const ExportControl& control)
 {
     try {
-        return readMovieInfo(source.readPath(), stop);
+        return readMovieInfo(source.readPath(), control.stop);
     } catch (const std::runtime_error&) {
+        control.throwIfStopped();
         source.requireUnchanged();
         throw ExportError::failed(T("okuma hatası"));
     }
 }
 
-Timeline concatenate(const QStringList& clips, const std::stop_token& stop)
+Timeline concatenate(const QStringList& clips, const ExportControl& control)
 {
     Timeline timeline;
     double cursor = 0;
     for (const auto& path : clips) {
         auto source = std::make_unique<SourceFile>(path);
-        const auto info = readClip(*source, stop);
+        const auto info = readClip(*source, control);
         if (!info.video || !(info.video->end > info.video->start)) {
             continue;
         }
@@ -130,7 +131,7 @@ ExportControl atIntervals(const ExportControl& control)
 
 QString renderTo(const VideoTools::Rendering& rendering, const ExportTarget& target, const ExportControl& control)
 {
-    const auto timeline = concatenate(rendering.clips, control.stop);
+    const auto timeline = concatenate(rendering.clips, control);
     const TranscodeJob job{
         .clips = timeline.clips, .video = videoOf(rendering, timeline), .audio = audioOf(rendering, timeline)};
     return writeExport(job, timeline.sources, target, atIntervals(control));

@@ -7,6 +7,12 @@
 
 namespace quelto {
 
+/// The end of an export that was asked to stop. Not a failure: the user is told nothing.
+class ExportStopped : public std::exception {
+public:
+    const char* what() const noexcept override { return "the export was stopped"; }
+};
+
 /// The connection of a running export with its caller.
 ///
 /// An export that notices the stop request deletes its partial file and throws ExportStopped. It looks at the request
@@ -15,12 +21,13 @@ struct ExportControl {
     std::stop_token stop;
     /// Takes values from 0 to 1. Thread: any.
     std::function<void(double)> progress;
-};
 
-/// The end of an export that was asked to stop. Not a failure: the user is told nothing.
-class ExportStopped : public std::exception {
-public:
-    const char* what() const noexcept override { return "the export was stopped"; }
+    void throwIfStopped() const
+    {
+        if (stop.stop_requested()) {
+            throw ExportStopped();
+        }
+    }
 };
 
 } // namespace quelto

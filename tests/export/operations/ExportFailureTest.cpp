@@ -20,6 +20,9 @@ namespace {
 
 using namespace test;
 
+/// Larger than 97 % of a megabyte. Units: bytes.
+constexpr qint64 LargeClip = 975'000;
+
 struct Operation {
     const char* name;
     QString (*run)(const QString& clip, const ExportControl& control);
@@ -37,11 +40,13 @@ const Operation Trim{"Trim",
                          return Exporter::trim(clip, {.start = 0.1, .end = 0.9}, control);
                      },
                      "Dışa aktarma başarısız: oturum oluşturulamadı"};
-/// Nothing is below this limit, so the clip is transcoded whatever its size is.
-const Operation Shrink{
-    "Shrink",
-    [](const QString& clip, const ExportControl& control) { return Exporter::compressForDiscord(clip, -1, control); },
-    "Klipte video bulunamadı."};
+/// Nothing is below a limit of -1, so the clip is transcoded whatever its size is, in three passes if it is small.
+const Operation Shrink{"Shrink",
+                       [](const QString& clip, const ExportControl& control) {
+                           const int limitMB = QFileInfo(clip).size() > LargeClip ? 1 : -1;
+                           return Exporter::compressForDiscord(clip, limitMB, control);
+                       },
+                       "Klipte video bulunamadı."};
 const Operation Aspect{"Aspect",
                        [](const QString& clip, const ExportControl& control) {
                            return VideoTools::exportAspect(clip, AspectRatio::square, FillMode::blur, control);
@@ -57,14 +62,14 @@ protected:
         return attempt([&](const ExportControl& control) { return GetParam().run(clip, control); }, stop, onProgress);
     }
 
-    /// A clip of a second, in a folder of its own.
-    QString clipIn(const QString& folder, const QString& name = QStringLiteral("X.mp4"))
+    /// Copies a clip into a folder of its own and makes it so large that it is shrunk in one pass.
+    QString clipIn(const QString& folder, const QString& name = QStringLiteral("X.mp4"),
+                   const CounterClip& clip = {.muxing = QStringLiteral("-movflags faststart")})
     {
         QDir().mkpath(folder);
         const auto path = folder + u'/' + name;
-        QFile::copy(makeClip(clips, QStringLiteral("made.mp4"), {.muxing = QStringLiteral("-movflags faststart")}),
-                    path);
-        return path;
+        QFile::copy(makeClip(clips, QStringLiteral("made.mp4"), clip), path);
+        return padded(path, LargeClip + 1);
     }
 
     QString folder() const { return clips.path(QStringLiteral("folder")); }
@@ -88,11 +93,11 @@ protected:
     }
 
     /// Exports while something happens to the clip after the first frames.
-    Attempt exportDuring(const QString& clip, const std::function<void()>& change)
+    static Attempt exportDuring(const QString& clip, const std::function<void()>& change)
     {
         bool isChanged = false;
         return exportOf(clip, {}, [&](double done) {
-            if (done > 0.05 && done < 1 && !std::exchange(isChanged, true)) {
+            if (done < 1 && !std::exchange(isChanged, true)) {
                 change();
             }
         });
@@ -104,14 +109,14 @@ INSTANTIATE_TEST_SUITE_P(All, ExportFailureTest, testing::Values(Trim, Shrink, A
 
 TEST_P(ExportFailureTest, FullDiskIsReportedAndTheNextExportSucceeds)
 {
-    const SmallDisk disk(1024 * 1024);
+    const SmallDisk disk(1200 * 1024);
     if (!disk.isMounted()) {
         GTEST_SKIP() << "only root may mount a small disk";
     }
     const auto clip = clipIn(disk.path());
     QFile ballast(disk.path() + QStringLiteral("/ballast"));
     ASSERT_TRUE(ballast.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    const auto room = 1024 * 1024 - QFileInfo(clip).size() - 16 * 1024;
+    const auto room = 1200 * 1024 - QFileInfo(clip).size() - 8 * 1024;
     ASSERT_EQ(ballast.write(QByteArray(room, 'x')), room);
     expectFailure(clip, "Dışa aktarma başarısız: Diskte yer kalmadı. Yer açın veya başka bir kayıt klasörü seçin.");
     ASSERT_TRUE(ballast.resize(0));
@@ -120,7 +125,7 @@ TEST_P(ExportFailureTest, FullDiskIsReportedAndTheNextExportSucceeds)
 
 TEST_P(ExportFailureTest, ReadOnlyFolderIsReported)
 {
-    SmallDisk disk(1024 * 1024);
+    SmallDisk disk(1200 * 1024);
     if (!disk.isMounted()) {
         GTEST_SKIP() << "only root may mount a small disk";
     }
@@ -179,7 +184,7 @@ TEST_P(ExportFailureTest, RenamedClipIsExportedAllTheSame)
 
 TEST_P(ExportFailureTest, FileThatIsNotAMovieIsReported)
 {
-    expectFailure(clips.write(QStringLiteral("X.mp4"), QByteArray(200'000, 'x')), GetParam().unreadable);
+    expectFailure(clips.write(QStringLiteral("X.mp4"), QByteArray(1'200'000, 'x')), GetParam().unreadable);
     expectFailure(clips.write(QStringLiteral("X.mp4"), {}), GetParam().unreadable);
     const auto pipe = clips.path(QStringLiteral("pipe.mp4"));
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
@@ -199,8 +204,8 @@ TEST_P(ExportFailureTest, MissingClipIsReported)
 TEST_P(ExportFailureTest, ClipThatWasCutOffIsReported)
 {
     const auto clip = clipIn(folder());
-    const auto size = QFileInfo(clip).size();
-    ASSERT_TRUE(QFile::resize(clip, size * 40 / 100));
+    const auto size = QFileInfo(clips.path(QStringLiteral("made.mp4"))).size();
+    ASSERT_TRUE(QFile::resize(clip, size * 60 / 100));
     if (GetParam().run == Trim.run) {
         const auto late = attempt(
             [&](const ExportControl& control) { return Exporter::trim(clip, {.start = 0.5, .end = 1.9}, control); });
@@ -223,16 +228,21 @@ TEST_P(ExportFailureTest, StopRequestEndsTheExport)
     double last = 0;
     const auto result = exportOf(clip, stop.get_token(), [&](double done) {
         last = done;
-        if (done > 0.3) {
-            stop.request_stop();
-        }
+        stop.request_stop();
     });
     EXPECT_TRUE(result.isStopped);
     EXPECT_LT(last, 1);
     EXPECT_EQ(filesIn(folder()), QStringList{QStringLiteral("X.mp4")});
     EXPECT_EQ(stateOf(clip), source);
+}
 
-    EXPECT_TRUE(exportOf(clip, stop.get_token()).isStopped);
+TEST_P(ExportFailureTest, ExportThatIsStoppedBeforeItStartsIsNoFailure)
+{
+    const auto clip = clipIn(folder());
+    std::stop_source stop;
+    stop.request_stop();
+    const auto result = exportOf(clip, stop.get_token());
+    EXPECT_TRUE(result.isStopped) << result.message.toStdString();
     EXPECT_EQ(filesIn(folder()), QStringList{QStringLiteral("X.mp4")});
 }
 
@@ -252,12 +262,7 @@ protected:
         return outcome;
     }
 
-    QString clip = [this] {
-        QDir().mkpath(folder());
-        const auto made = makeClip(clips, QStringLiteral("made.mp4"), {.size = QSize(64, 36), .seconds = 0.3});
-        QFile::copy(made, folder() + QStringLiteral("/X.mp4"));
-        return folder() + QStringLiteral("/X.mp4");
-    }();
+    QString clip = clipIn(folder(), QStringLiteral("X.mp4"), {.size = QSize(64, 36), .seconds = 0.3});
     FileFaults faults{folder()};
 };
 
@@ -279,6 +284,8 @@ TEST_P(ExportFaultTest, FailedFileCallIsReportedOrHarmless)
             EXPECT_EQ(stateOf(clip), source);
             auto left = filesIn(folder());
             left.removeAll(QStringLiteral("X.mp4"));
+            // The size of a clip that cannot be read counts as 0, which needs no shrinking.
+            const bool isNew = outcome.result.hasSucceeded() && outcome.result.path != clip;
             if (outcome.result.hasSucceeded()) {
                 EXPECT_EQ(decodingErrors(outcome.result.path).toStdString(), "");
             } else {
@@ -287,7 +294,7 @@ TEST_P(ExportFaultTest, FailedFileCallIsReportedOrHarmless)
             }
             // A file that cannot be deleted stays until the next export.
             if (call.name != "unlinkat") {
-                EXPECT_EQ(left.size(), outcome.result.hasSucceeded() ? 1 : 0) << left.join(u' ').toStdString();
+                EXPECT_EQ(left.size(), isNew ? 1 : 0) << left.join(u' ').toStdString();
             }
             for (const auto& name : left) {
                 QFile::remove(folder() + u'/' + name);
@@ -301,6 +308,10 @@ TEST_P(ExportFaultTest, InterruptedFileCallIsRepeated)
     const auto usual = exportWith({});
     ASSERT_TRUE(usual.result.hasSucceeded());
     for (const auto& call : usual.calls) {
+        // The system never interrupts it.
+        if (call.name == "fstat") {
+            continue;
+        }
         SCOPED_TRACE(call.name.toStdString() + ' ' + std::to_string(call.number) + " on " + call.path.toStdString());
         EXPECT_EQ(exportWith({faultRule(call.name, call.number, EINTR)}).result.message.toStdString(), "");
     }

@@ -7,7 +7,9 @@
 #include "tests/media/probe/Probe.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 
 #include <gmock/gmock.h>
 
@@ -41,6 +43,18 @@ void expectCompleteProgress(const std::vector<double>& progress)
 FileState stateOf(const QString& path)
 {
     return {.bytes = GeneratedClips::read(path), .modified = QFileInfo(path).lastModified()};
+}
+
+QString padded(const QString& path, qint64 size)
+{
+    auto bytes = GeneratedClips::read(path);
+    QByteArray box(std::max<qint64>(size - bytes.size(), 8), '\0');
+    qToBigEndian(static_cast<quint32>(box.size()), box.data());
+    box.replace(4, 4, "free");
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::Append));
+    EXPECT_EQ(file.write(box), box.size());
+    return path;
 }
 
 QStringList filesIn(const QString& folder)

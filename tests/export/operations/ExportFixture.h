@@ -42,6 +42,9 @@ struct FileState {
 };
 FileState stateOf(const QString& path);
 
+/// Makes a movie larger with a box that players ignore. Returns its path. Units: bytes.
+QString padded(const QString& path, qint64 size);
+
 /// All files of a folder, also hidden ones, in alphabetical order, but not ffmpeg's log.
 QStringList filesIn(const QString& folder);
 

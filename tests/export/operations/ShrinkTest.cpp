@@ -6,9 +6,7 @@
 #include "tests/media/probe/Mp4Boxes.h"
 #include "tests/media/probe/Probe.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QtEndian>
 
 #include <gmock/gmock.h>
 
@@ -40,20 +38,6 @@ protected:
         expectCompleteProgress(result.progress);
         expectValidExport(result.path);
         return result.path;
-    }
-
-    /// Makes a clip larger with a box that players ignore.
-    static QString padded(const QString& clip, qint64 size)
-    {
-        QFile file(clip);
-        EXPECT_TRUE(file.open(QIODevice::ReadWrite));
-        EXPECT_LE(file.size(), size - 8);
-        QByteArray box(size - file.size(), '\0');
-        qToBigEndian(static_cast<quint32>(box.size()), box.data());
-        box.replace(4, 4, "free");
-        file.seek(file.size());
-        file.write(box);
-        return clip;
     }
 
     /// A clip above the limit.
