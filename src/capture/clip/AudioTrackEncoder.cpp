@@ -31,25 +31,14 @@ AudioTrackEncoder::AudioTrackEncoder(AudioMix mix, int bitsPerSecond, Mp4TrackSt
                          .encoderDelay = m_encoder->encoderDelay()},
               .frames = m_mix.frames(),
               .packets = this})
+    , m_packets(MaxPacketsAhead)
     , m_thread([this](const std::stop_token& stop) { run(stop); })
 {
 }
 
 std::optional<AacPacket> AudioTrackEncoder::next()
 {
-    std::unique_lock guard(m_lock);
-    m_changed.wait(guard, [this] { return !m_packets.empty() || m_isFinished; });
-    if (m_packets.empty()) {
-        if (m_failure) {
-            std::rethrow_exception(m_failure);
-        }
-        return std::nullopt;
-    }
-    auto packet = std::move(m_packets.front());
-    m_packets.pop_front();
-    guard.unlock();
-    m_changed.notify_all();
-    return packet;
+    return m_packets.pop();
 }
 
 void AudioTrackEncoder::run(const std::stop_token& stop)
@@ -62,12 +51,7 @@ void AudioTrackEncoder::run(const std::stop_token& stop)
     } catch (...) {
         failure = std::current_exception();
     }
-    {
-        const std::scoped_lock guard(m_lock);
-        m_failure = failure;
-        m_isFinished = true;
-    }
-    m_changed.notify_all();
+    m_packets.close(failure);
 }
 
 void AudioTrackEncoder::encodeAll(const std::stop_token& stop)
@@ -122,14 +106,12 @@ std::vector<AacPacket> AudioTrackEncoder::encode(std::span<const float> block)
 
 void AudioTrackEncoder::hand(std::vector<AacPacket> packets, const std::stop_token& stop)
 {
-    std::unique_lock guard(m_lock);
-    if (!m_changed.wait(guard, stop, [this] { return m_packets.size() < MaxPacketsAhead; })) {
-        return;
-    }
     m_packetsHanded += static_cast<std::int64_t>(packets.size());
-    std::ranges::move(packets, std::back_inserter(m_packets));
-    guard.unlock();
-    m_changed.notify_all();
+    for (auto& packet : packets) {
+        if (!m_packets.push(std::move(packet), stop)) {
+            return;
+        }
+    }
 }
 
 } // namespace quelto

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/tasks/BoundedQueue.h"
 #include "capture/mix/AudioMix.h"
 #include "media/codec/AacEncoder.h"
 #include "media/mux/Mp4Writer.h"
 
-#include <condition_variable>
-#include <deque>
-#include <exception>
-#include <mutex>
 #include <optional>
 #include <thread>
 
@@ -48,11 +45,7 @@ private:
     AacPacket m_lastPacket;
     bool m_isRepeating = false;
 
-    std::mutex m_lock;
-    std::condition_variable_any m_changed;
-    std::deque<AacPacket> m_packets;
-    bool m_isFinished = false;
-    std::exception_ptr m_failure;
+    BoundedQueue<AacPacket> m_packets;
 
     std::jthread m_thread;
 };

@@ -51,16 +51,6 @@ void Free::operator()(AVDictionary* dictionary) const noexcept
     av_dict_free(&dictionary);
 }
 
-void Free::operator()(AVFilterGraph* graph) const noexcept
-{
-    avfilter_graph_free(&graph);
-}
-
-void Free::operator()(AVFilterInOut* ends) const noexcept
-{
-    avfilter_inout_free(&ends);
-}
-
 void CloseInput::operator()(AVFormatContext* context) const noexcept
 {
     avformat_close_input(&context);

@@ -3,7 +3,6 @@
 
 extern "C" {
 #include <libavcodec/avcodec.h>
-#include <libavfilter/avfilter.h>
 #include <libavformat/avformat.h>
 #include <libavutil/buffer.h>
 #include <libavutil/dict.h>
@@ -26,8 +25,6 @@ struct Free {
     void operator()(SwrContext* resampler) const noexcept;
     void operator()(SwsContext* scaler) const noexcept;
     void operator()(AVDictionary* dictionary) const noexcept;
-    void operator()(AVFilterGraph* graph) const noexcept;
-    void operator()(AVFilterInOut* ends) const noexcept;
 };
 struct CloseInput {
     void operator()(AVFormatContext* context) const noexcept;
@@ -44,8 +41,6 @@ using IoContext = std::unique_ptr<AVIOContext, Free>;
 using Resampler = std::unique_ptr<SwrContext, Free>;
 using Scaler = std::unique_ptr<SwsContext, Free>;
 using Dictionary = std::unique_ptr<AVDictionary, Free>;
-using FilterGraphHandle = std::unique_ptr<AVFilterGraph, Free>;
-using FilterEnds = std::unique_ptr<AVFilterInOut, Free>;
 using InputContext = std::unique_ptr<AVFormatContext, CloseInput>;
 using OutputContext = std::unique_ptr<AVFormatContext, FreeOutput>;
 

@@ -4,8 +4,6 @@
 #include "media/ffmpeg/FfmpegError.h"
 
 extern "C" {
-#include <libavfilter/buffersink.h>
-#include <libavfilter/buffersrc.h>
 #include <libavutil/mem.h>
 #include <libavutil/opt.h>
 }
@@ -32,9 +30,9 @@ std::string inputLabel(std::size_t index)
     return index == 0 ? "in" : "in" + std::to_string(index);
 }
 
-void append(ffmpeg::FilterEnds& list, AVFilterContext* filter, const std::string& label)
+void append(FilterEnds& list, AVFilterContext* filter, const std::string& label)
 {
-    auto* end = allocated(avfilter_inout_alloc());
+    auto* end = allocated(FilterLibrary::get().allocEnds());
     end->name = av_strdup(label.c_str());
     end->filter_ctx = filter;
     end->next = list.release();
@@ -42,11 +40,11 @@ void append(ffmpeg::FilterEnds& list, AVFilterContext* filter, const std::string
 }
 
 /// The parser takes the ends that it connects out of the lists, and the caller frees the rest.
-int parse(AVFilterGraph* graph, const std::string& description, ffmpeg::FilterEnds& inputs, ffmpeg::FilterEnds& outputs)
+int parse(AVFilterGraph* graph, const std::string& description, FilterEnds& inputs, FilterEnds& outputs)
 {
     auto* openOutputs = inputs.release();
     auto* openInputs = outputs.release();
-    const int status = avfilter_graph_parse_ptr(graph, description.c_str(), &openInputs, &openOutputs, nullptr);
+    const int status = FilterLibrary::get().parse(graph, description.c_str(), &openInputs, &openOutputs, nullptr);
     inputs.reset(openOutputs);
     outputs.reset(openInputs);
     return status;
@@ -57,17 +55,17 @@ int parse(AVFilterGraph* graph, const std::string& description, ffmpeg::FilterEn
 FilterGraph::FilterGraph(std::span<const AVFrame* const> inputs, const std::string& description)
 {
     ffmpeg::disableLogging();
-    m_graph.reset(allocated(avfilter_graph_alloc()));
+    m_graph.reset(allocated(FilterLibrary::get().allocGraph()));
     m_graph->nb_threads = MaxThreads;
     // For conversions that FFmpeg inserts between two filters.
     av_opt_set(m_graph.get(), "scale_sws_opts", "flags=bicubic+accurate_rnd+full_chroma_int", 0);
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         m_inputs.push_back(addInput(*inputs[i], inputLabel(i)));
     }
-    ffmpeg::checked(avfilter_graph_create_filter(&m_output, avfilter_get_by_name("buffersink"), "out", nullptr, nullptr,
-                                                 m_graph.get()));
+    ffmpeg::checked(FilterLibrary::get().createFilter(&m_output, FilterLibrary::get().getByName("buffersink"), "out",
+                                                      nullptr, nullptr, m_graph.get()));
     connect(description);
-    ffmpeg::checked(avfilter_graph_config(m_graph.get(), nullptr));
+    ffmpeg::checked(FilterLibrary::get().config(m_graph.get(), nullptr));
 }
 
 FilterGraph::FilterGraph(const AVFrame& input, const std::string& description)
@@ -77,9 +75,10 @@ FilterGraph::FilterGraph(const AVFrame& input, const std::string& description)
 
 AVFilterContext* FilterGraph::addInput(const AVFrame& frame, const std::string& label)
 {
-    auto* filter = allocated(avfilter_graph_alloc_filter(m_graph.get(), avfilter_get_by_name("buffer"), label.c_str()));
+    auto* filter = allocated(
+        FilterLibrary::get().allocFilter(m_graph.get(), FilterLibrary::get().getByName("buffer"), label.c_str()));
     const std::unique_ptr<AVBufferSrcParameters, decltype(&av_free)> parameters(
-        allocated(av_buffersrc_parameters_alloc()), &av_free);
+        allocated(FilterLibrary::get().allocParameters()), &av_free);
     parameters->format = frame.format;
     parameters->width = frame.width;
     parameters->height = frame.height;
@@ -89,18 +88,18 @@ AVFilterContext* FilterGraph::addInput(const AVFrame& frame, const std::string& 
     parameters->color_space = frame.colorspace;
     parameters->color_range = frame.color_range;
 #endif
-    ffmpeg::checked(av_buffersrc_parameters_set(filter, parameters.get()));
-    ffmpeg::checked(avfilter_init_str(filter, nullptr));
+    ffmpeg::checked(FilterLibrary::get().setParameters(filter, parameters.get()));
+    ffmpeg::checked(FilterLibrary::get().initFilter(filter, nullptr));
     return filter;
 }
 
 void FilterGraph::connect(const std::string& description)
 {
-    ffmpeg::FilterEnds inputs;
+    FilterEnds inputs;
     for (std::size_t i = m_inputs.size(); i > 0; --i) {
         append(inputs, m_inputs[i - 1], inputLabel(i - 1));
     }
-    ffmpeg::FilterEnds outputs;
+    FilterEnds outputs;
     append(outputs, m_output, "out");
     ffmpeg::checked(parse(m_graph.get(), description, inputs, outputs));
 }
@@ -109,13 +108,13 @@ void FilterGraph::push(const AVFrame& frame, std::size_t input)
 {
     // The function only reads a frame whose reference it keeps, but its parameter is not const.
     ffmpeg::checked(
-        av_buffersrc_add_frame_flags(m_inputs.at(input), const_cast<AVFrame*>(&frame), AV_BUFFERSRC_FLAG_KEEP_REF));
+        FilterLibrary::get().addFrame(m_inputs.at(input), const_cast<AVFrame*>(&frame), AV_BUFFERSRC_FLAG_KEEP_REF));
 }
 
 ffmpeg::Frame FilterGraph::tryPull()
 {
     auto frame = ffmpeg::makeFrame();
-    const int status = av_buffersink_get_frame(m_output, frame.get());
+    const int status = FilterLibrary::get().getFrame(m_output, frame.get());
     if (status == AVERROR(EAGAIN) || status == AVERROR_EOF) {
         return nullptr;
     }
@@ -125,7 +124,7 @@ ffmpeg::Frame FilterGraph::tryPull()
 
 bool hasFilter(const char* name)
 {
-    return avfilter_get_by_name(name) != nullptr;
+    return FilterLibrary::get().getByName(name) != nullptr;
 }
 
 } // namespace quelto

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "media/ffmpeg/Handles.h"
+#include "media/filter/FilterLibrary.h"
 
 namespace quelto {
 
@@ -26,7 +27,7 @@ private:
     AVFilterContext* addInput(const AVFrame& frame, const std::string& label);
     void connect(const std::string& description);
 
-    ffmpeg::FilterGraphHandle m_graph;
+    FilterGraphHandle m_graph;
     std::vector<AVFilterContext*> m_inputs;
     AVFilterContext* m_output = nullptr;
 };

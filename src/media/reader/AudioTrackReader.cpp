@@ -15,6 +15,8 @@ constexpr std::size_t Channels = 2;
 constexpr AVRational GridUnit{1, AudioTrackReader::sampleRate};
 /// Containers round times to milliseconds at worst. A larger difference is a gap.
 constexpr std::int64_t MaxRounding = AudioTrackReader::sampleRate / 200;
+/// Damaged files contain times with which arithmetic would overflow.
+constexpr std::int64_t MaxPosition = std::int64_t{1} << 42U;
 /// Decoders of compressed audio need the previous packets to decode one correctly.
 constexpr std::int64_t DecoderWarmUp = AudioTrackReader::sampleRate / 5;
 
@@ -94,7 +96,8 @@ void AudioTrackReader::decodeNextBlock()
         m_format->sample_rate == frame->sample_rate &&
         av_channel_layout_compare(&m_format->ch_layout, &frame->ch_layout) == 0;
     if (frame->pts != AV_NOPTS_VALUE) {
-        const auto start = av_rescale_q(frame->pts, m_decoder.stream().time_base, GridUnit);
+        const auto start =
+            std::clamp(av_rescale_q(frame->pts, m_decoder.stream().time_base, GridUnit), -MaxPosition, MaxPosition);
         const auto expected =
             m_nextStart.value_or(start) + (m_resampler ? swr_get_delay(m_resampler.get(), sampleRate) : 0);
         if (!isSameFormat || std::abs(start - expected) > MaxRounding) {

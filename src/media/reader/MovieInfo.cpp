@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/reader/MovieInfo.h"
 
+#include "media/ffmpeg/FfmpegError.h"
 #include "media/filter/DisplayTransform.h"
 #include "media/reader/Demuxer.h"
 
 namespace quelto {
 
 namespace {
+
+/// A longer movie is a damaged one, and an export of it would never end. Units: seconds.
+constexpr double MaxDuration = 24 * 3600.0;
 
 double toSeconds(std::int64_t ticks, const AVStream& stream)
 {
@@ -79,6 +83,11 @@ MovieInfo readMovieInfo(const QString& path, const std::stop_token& stop)
             {.isEnabled = (stream->disposition & AV_DISPOSITION_DEFAULT) != 0,
              .bitsPerSecond = static_cast<int>(std::clamp<std::int64_t>(stream->codecpar->bit_rate, 0, INT_MAX))});
         info.intactUntil = std::min(info.intactUntil, intactUntil(*stream, demuxer.size()));
+    }
+    const auto end = std::max(info.duration, info.video ? info.video->end : 0);
+    // Also false for a number that is not one.
+    if (!(end <= MaxDuration)) {
+        throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
     }
     return info;
 }

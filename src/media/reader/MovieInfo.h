@@ -37,7 +37,7 @@ struct MovieInfo {
 };
 
 /// Reads the index. Thread: any; blocks on disk reads. Errors: std::system_error if the file cannot be opened,
-/// std::runtime_error with FFmpeg's text if it is not a movie.
+/// std::runtime_error with FFmpeg's text if it is not a movie, or claims to last more than a day.
 MovieInfo readMovieInfo(const QString& path, const std::stop_token& stop = {});
 
 } // namespace quelto

@@ -15,6 +15,9 @@ constexpr AVRational Nanoseconds{1, HostClock::period::den};
 constexpr std::array StepsBack{HostDuration(0), HostDuration(std::chrono::seconds(1)),
                                HostDuration(std::chrono::seconds(10))};
 
+/// Damaged files contain times with which arithmetic would overflow.
+constexpr HostDuration MaxTime = std::chrono::hours(24 * 365);
+
 AVStream& videoOf(const Demuxer& demuxer)
 {
     auto* stream = demuxer.videoStream();
@@ -86,8 +89,8 @@ std::optional<TimedFrame> VideoTrackReader::decode()
             continue;
         }
         const HostDuration time(av_rescale_q(frame->best_effort_timestamp, m_decoder.stream().time_base, Nanoseconds));
-        // Damaged files contain times that do not increase.
-        if (!m_lastTime || time > *m_lastTime) {
+        // Damaged files also contain times that do not increase.
+        if (time > -MaxTime && time < MaxTime && (!m_lastTime || time > *m_lastTime)) {
             m_lastTime = time;
             return TimedFrame{std::move(frame), time};
         }

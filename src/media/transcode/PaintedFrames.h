@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/tasks/BoundedQueue.h"
 #include "media/transcode/FramePainter.h"
 
-#include <condition_variable>
-#include <deque>
-#include <exception>
-#include <mutex>
 #include <thread>
 
 namespace quelto {
@@ -26,21 +23,15 @@ public:
     PaintedFrames(const TranscodeJob& job, const std::stop_token& stop);
 
     /// Waits for the next picture. Nothing at the end, and early after a stop request.
-    std::optional<PaintedFrame> next();
+    std::optional<PaintedFrame> next() { return m_frames.pop(); }
 
 private:
     void run(const std::stop_token& stop);
-    /// False if nothing more is wanted.
-    bool hand(PaintedFrame frame, const std::stop_token& stop);
 
     FrameFeed m_feed;
     FramePainter m_painter;
 
-    std::mutex m_lock;
-    std::condition_variable_any m_changed;
-    std::deque<PaintedFrame> m_frames;
-    bool m_isFinished = false;
-    std::exception_ptr m_failure;
+    BoundedQueue<PaintedFrame> m_frames;
 
     std::jthread m_thread;
 };

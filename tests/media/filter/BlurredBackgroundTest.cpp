@@ -58,6 +58,7 @@ TEST_P(BlurredBackgroundTest, EqualsAnExactGaussianToTheEdgesOfTheCanvas)
 
 INSTANTIATE_TEST_SUITE_P(Scene, BlurredBackgroundTest,
                          testing::Values(Scene{"Natural", test::naturalPicture}, Scene{"Chart", test::chartPicture},
+                                         Scene{"Pillar", test::pillarPicture},
                                          Scene{"DarkGradient", test::darkGradient}),
                          [](const auto& row) { return std::string(row.param.name); });
 

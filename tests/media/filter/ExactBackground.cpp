@@ -208,6 +208,14 @@ ffmpeg::Frame chartPicture(QSize size)
     return frame;
 }
 
+ffmpeg::Frame pillarPicture(QSize size)
+{
+    const int width = size.height() * 9 / 16;
+    auto frame = plainPicture(size, AV_PIX_FMT_YUV420P, {235, 128, 128});
+    fill(*frame, {(size.width() - width) / 2, 0, width, size.height()}, {63, 102, 240});
+    return frame;
+}
+
 ffmpeg::Frame darkGradient(QSize size)
 {
     auto frame = plainPicture(size, AV_PIX_FMT_YUV420P, {16, 128, 128});

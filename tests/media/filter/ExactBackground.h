@@ -35,6 +35,8 @@ Difference difference(const AVFrame& picture, const ExactBackground& exact, int 
 ffmpeg::Frame naturalPicture(QSize size);
 /// Saturated fields with hard edges, down to lines of a few pixels.
 ffmpeg::Frame chartPicture(QSize size);
+/// A dark pillar between bright fields, whose edges are at the sides of a tall canvas that it covers.
+ffmpeg::Frame pillarPicture(QSize size);
 /// From dark grey to a little lighter, from top to bottom.
 ffmpeg::Frame darkGradient(QSize size);
 
