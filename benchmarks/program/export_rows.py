@@ -57,7 +57,7 @@ def _pairs(options, ours, theirs):
 
 
 AUDIO = ["-c:a", "aac", "-aac_coder", "fast", "-ac", "2", "-ar", "48000"]
-QUALITY = ["-c:v", "libx264", "-profile:v", "high", "-preset", "veryfast", "-crf", "14", "-g", peers.FPS]
+QUALITY = ["-c:v", "libx264", "-profile:v", "high", "-preset", "veryfast", "-crf", "11", "-g", peers.FPS]
 
 
 def _ffmpeg(source, target, *words, inputs=()):

@@ -60,9 +60,10 @@ constexpr std::array VaapiRate{
     Option{"rc_mode", "VBR"},
 };
 
+// For noise over motion at 1080p60, recorded at 13 Mbit/s: 45.5 dB, and 43.0 dB with a factor of 14.
 constexpr std::array X264Quality{
     Option{"preset", "veryfast"},
-    Option{"crf", "14"},
+    Option{"crf", "11"},
 };
 // With the default tolerance of 1, two passes over four seconds of noise that suddenly gets stronger missed the rate by
 // up to 33 %; with 0.1 by 4 %.
