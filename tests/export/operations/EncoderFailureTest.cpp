@@ -111,7 +111,7 @@ TEST_F(EncoderFailureTest, SoftwareThatFailsIsReported)
 TEST_F(EncoderFailureTest, NoEncoderIsReported)
 {
     const auto result =
-        exportWith([](const ExportEncoderRequest&, ExportEncoder::OnPacket) -> std::unique_ptr<ExportEncoder> {
+        exportWith([](const ExportEncoderRequest&, const ExportEncoder::OnPacket&) -> std::unique_ptr<ExportEncoder> {
             throw EncoderError(-1);
         });
     EXPECT_EQ(result.message.toStdString(), "Dışa aktarma başarısız: yazma hatası");

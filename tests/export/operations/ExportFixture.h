@@ -50,11 +50,13 @@ QStringList filesIn(const QString& folder);
 
 /// Exports of generated clips, in Turkish unless a test chooses another language.
 class ExportTest : public testing::Test {
+public:
+    ExportTest(const ExportTest&) = delete;
+    ExportTest& operator=(const ExportTest&) = delete;
+
 protected:
     ExportTest();
     ~ExportTest() override;
-    ExportTest(const ExportTest&) = delete;
-    ExportTest& operator=(const ExportTest&) = delete;
 
     QStringList files() const { return filesIn(clips.path(QStringLiteral("."))); }
 

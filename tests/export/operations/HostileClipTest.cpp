@@ -42,12 +42,12 @@ const std::vector<HostileCase> HostileCases{
      }},
 };
 
-/// The number of damaged clips, which QUELTO_HOSTILE_CLIPS raises for a long run.
-int damagedClips()
-{
-    const auto chosen = qEnvironmentVariableIntValue("QUELTO_HOSTILE_CLIPS");
-    return chosen > 0 ? chosen : 66;
-}
+/// The damaged clips. QUELTO_HOSTILE_FIRST and QUELTO_HOSTILE_CLIPS choose others for a long run or to repeat one.
+struct DamagedClips {
+    int first = qEnvironmentVariableIntValue("QUELTO_HOSTILE_FIRST");
+    int count =
+        qEnvironmentVariableIsSet("QUELTO_HOSTILE_CLIPS") ? qEnvironmentVariableIntValue("QUELTO_HOSTILE_CLIPS") : 66;
+};
 
 class HostileClipTest : public ExportTest, public testing::WithParamInterface<HostileCase> {
 protected:
@@ -134,7 +134,8 @@ TEST_P(HostileClipTest, TruncatedClipsAreExportedOrReported)
 TEST_P(HostileClipTest, DamagedClipsAreExportedOrReported)
 {
     const auto good = goodClips();
-    for (int i = 0; i < damagedClips(); ++i) {
+    const DamagedClips damaged;
+    for (int i = damaged.first; i < damaged.first + damaged.count; ++i) {
         SCOPED_TRACE(i);
         std::minstd_rand random(static_cast<unsigned>(i) + 1);
         auto bytes = good[static_cast<std::size_t>(i) % good.size()];
@@ -147,7 +148,7 @@ TEST_P(HostileClipTest, DamagedClipsAreExportedOrReported)
         }
         exportDamaged(bytes);
     }
-    EXPECT_GT(m_successes, 0);
+    EXPECT_TRUE(m_successes > 0 || damaged.count < 66);
 }
 
 } // namespace

@@ -41,7 +41,7 @@ protected:
 
     QString rendered(const QStringList& paths, VideoTools::Transitions transitions)
     {
-        const auto output = clips.path(QStringLiteral("out.mp4"));
+        auto output = clips.path(QStringLiteral("out.mp4"));
         const auto result = attempt([&](const ExportControl& control) {
             VideoTools::render({.clips = paths, .transitions = transitions, .output = output}, control);
             return output;

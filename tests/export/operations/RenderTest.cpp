@@ -123,7 +123,7 @@ TEST_F(RenderTest, ClipsWithoutVideoOnlyAreReported)
 {
     const auto sound = clips.make(QStringLiteral("X.mp4"), QStringLiteral("-f lavfi -i sine=d=1 -c:a aac"));
     for (const auto& paths : {QStringList{}, QStringList{sound}, QStringList{sound, sound}}) {
-        const auto output = clips.path(QStringLiteral("out.mp4"));
+        auto output = clips.path(QStringLiteral("out.mp4"));
         const auto result = attempt([&](const ExportControl& control) {
             VideoTools::render({.clips = paths, .output = output}, control);
             return output;

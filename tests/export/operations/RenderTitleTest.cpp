@@ -19,7 +19,7 @@ protected:
         const auto clip = clips.make(QStringLiteral("X.mp4"),
                                      QStringLiteral("-f lavfi -i color=c=0x808080:s=1280x720:r=24:d=3.5 -c:v libx264 "
                                                     "-preset ultrafast -qp 4 -pix_fmt yuv420p"));
-        const auto output = clips.path(QStringLiteral("out.mp4"));
+        auto output = clips.path(QStringLiteral("out.mp4"));
         const auto result = attempt([&](const ExportControl& control) {
             VideoTools::render({.clips = {clip}, .title = title, .output = output}, control);
             return output;

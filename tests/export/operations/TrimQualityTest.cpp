@@ -24,8 +24,9 @@ TEST_F(TrimQualityTest, CopyIsVisuallyTheSame)
     constexpr QSize Size(1920, 1080);
     constexpr int Frames = 60;
     std::vector<HostTime> times;
+    times.reserve(Frames);
     for (int i = 0; i < Frames; ++i) {
-        times.push_back(HostTime(1000s + HostDuration(1s) * i / 60));
+        times.emplace_back(1000s + HostDuration(1s) * i / 60);
     }
     {
         AtomicFile file(clips.path(QStringLiteral(".")));

@@ -59,6 +59,7 @@ void PrintTo(const TrimCase& row, std::ostream* out)
 std::vector<double> stillPassage()
 {
     std::vector<double> times;
+    times.reserve(20);
     for (int i = 0; i < 10; ++i) {
         times.push_back(i / 60.0);
     }
