@@ -6,13 +6,13 @@ namespace quelto {
 namespace {
 
 /// A longer duration is an error in the file; the bound keeps the rounding within the integer range.
-constexpr double MaxDuration = 1e12;
+constexpr double MaxShownDuration = 1e12;
 
 } // namespace
 
 QString ClipInfo::durationText() const
 {
-    const auto seconds = duration > 0 ? std::llround(std::min(duration, MaxDuration)) : 0;
+    const auto seconds = duration > 0 ? std::llround(std::min(duration, MaxShownDuration)) : 0;
     return QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0'));
 }
 
