@@ -57,7 +57,7 @@ def _pairs(options, ours, theirs):
 
 
 AUDIO = ["-c:a", "aac", "-aac_coder", "fast", "-ac", "2", "-ar", "48000"]
-QUALITY = ["-c:v", "libx264", "-profile:v", "high", "-preset", "veryfast", "-crf", "11", "-g", peers.FPS]
+QUALITY = ["-c:v", "libx264", "-profile:v", "high", "-preset", "veryfast", "-tune", "psnr", "-crf", "13.5", "-g", peers.FPS]
 
 
 def _ffmpeg(source, target, *words, inputs=()):
@@ -82,7 +82,7 @@ def shrink(options):
     rate = int(LIMIT_MB * 1e6 * 0.9 * 8 / SECONDS - 96000)
 
     def peer():
-        words = ["-vf", "scale=-2:1080:flags=bicubic", "-c:v", "libx264", "-profile:v", "high", "-preset", "medium", "-b:v", rate,
+        words = ["-vf", "scale=-2:1080:flags=bicubic", "-c:v", "libx264", "-profile:v", "high", "-preset", "medium", "-x264-params", "ratetol=0.1", "-b:v", rate,
                  "-g", 2 * peers.FPS, "-passlogfile", folder / "peer"]
         return (_seconds(["ffmpeg", "-v", "error", "-y", "-i", source, "-an", *words, "-pass", "1", "-f", "null", "-"]) +
                 _seconds(_ffmpeg(source, folder / "peer.mp4", *words, "-pass", "2", *AUDIO, "-b:a", "96k")))

@@ -6,6 +6,7 @@
 #include "base/language/T.h"
 #include "export/errors/ExportError.h"
 #include "library/naming/ClipName.h"
+#include "media/mux/Mp4Muxer.h"
 
 #include <QDir>
 
@@ -19,6 +20,13 @@ using namespace std::chrono_literals;
 
 /// How often the sources are compared with what they were.
 constexpr HostDuration CheckInterval = 1s;
+
+void requireUnchanged(std::span<const std::unique_ptr<SourceFile>> sources)
+{
+    for (const auto& source : sources) {
+        source->requireUnchanged();
+    }
+}
 
 class ExportRun {
 public:
@@ -34,9 +42,8 @@ public:
 
     QString run()
     {
-        if (!hasRoomForSidecar(m_target.name(1))) {
-            throw ExportError::failed(T("Klibin adı çok uzun. Önce yeniden adlandırın."));
-        }
+        // Before the work.
+        usableName(1);
         try {
             return tryWith(EncoderChoice::any);
         } catch (const HardwareEncoderError&) {
@@ -53,22 +60,33 @@ private:
                    .progress = [this](double done) { progressed(done); },
                    .encoder = encoder,
                    .openEncoder = m_openEncoder});
-        requireUnchanged();
+        m_control.throwIfStopped();
+        requireUnchanged(m_sources);
         file.flush();
+        m_control.throwIfStopped();
         const auto name = publish(file);
         report(1);
         return QDir(m_target.folder).filePath(name);
     }
 
+    QString usableName(int attempt) const
+    {
+        auto name = m_target.name(attempt);
+        if (!hasRoomForSidecar(name)) {
+            throw ExportError::failed(T("Klibin adı çok uzun. Önce yeniden adlandırın."));
+        }
+        return name;
+    }
+
     QString publish(AtomicFile& file) const
     {
         if (m_target.existing == ExportTarget::Existing::replace) {
-            const auto name = m_target.name(1);
+            auto name = usableName(1);
             file.publish(name);
             return name;
         }
         for (int attempt = 1;; ++attempt) {
-            auto name = m_target.name(attempt);
+            auto name = usableName(attempt);
             if (file.tryPublish(name)) {
                 return name;
             }
@@ -80,16 +98,9 @@ private:
         const auto now = HostClock::now();
         if (now - m_lastCheck >= CheckInterval) {
             m_lastCheck = now;
-            requireUnchanged();
+            requireUnchanged(m_sources);
         }
         report(done);
-    }
-
-    void requireUnchanged() const
-    {
-        for (const auto& source : m_sources) {
-            source->requireUnchanged();
-        }
     }
 
     /// Does not go back when the work starts again.
@@ -115,12 +126,6 @@ private:
 QString writeExport(const TranscodeJob& job, std::span<const std::unique_ptr<SourceFile>> sources,
                     const ExportTarget& target, const ExportControl& control, const OpenExportEncoder& openEncoder)
 {
-    // A source that changes while it is read fails in many ways; the change is what the user must know.
-    const auto requireUnchanged = [&] {
-        for (const auto& source : sources) {
-            source->requireUnchanged();
-        }
-    };
     try {
         return ExportRun(job, sources, target, control, openEncoder).run();
     } catch (const TranscodeStopped&) {
@@ -131,8 +136,11 @@ QString writeExport(const TranscodeJob& job, std::span<const std::unique_ptr<Sou
         throw;
     } catch (const EncoderError&) {
         throw ExportError::failed(T("yazma hatası"));
+    } catch (const MuxError&) {
+        throw ExportError::failed(T("yazma hatası"));
     } catch (const std::runtime_error&) {
-        requireUnchanged();
+        // A source that changes while it is read fails in many ways; the change is what the user must know.
+        requireUnchanged(sources);
         throw ExportError::failed(T("okuma hatası"));
     }
 }

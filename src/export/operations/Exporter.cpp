@@ -119,8 +119,17 @@ QString Exporter::compressForDiscord(const QString& clip, int limitMB, const Exp
         return clip;
     }
     QString previous;
+    const auto encodePass = [&](int pass) {
+        try {
+            return encode(clip, passes.targetBytes(pass), control);
+        } catch (const ExportStopped&) {
+            // Nobody will be told of it.
+            removeFile(previous);
+            throw;
+        }
+    };
     for (int pass = 0;; ++pass) {
-        auto output = encode(clip, passes.targetBytes(pass), control);
+        auto output = encodePass(pass);
         // Not before the next one is complete, so the names of the passes alternate.
         if (!previous.isEmpty()) {
             removeFile(previous);

@@ -10,8 +10,8 @@ namespace quelto {
 
 /// Makes copies of a clip beside it: a part of it, or a smaller file. Neither touches the clip or writes a sidecar.
 ///
-/// Thread: any; blocks for the whole time. Errors: ExportError, ExportStopped, std::bad_alloc. No file is left behind
-/// then.
+/// Thread: any; blocks for the whole time. Errors: ExportError, ExportStopped, std::bad_alloc. No partial file is left
+/// behind then. If a later pass of a shrink fails, the file of the pass before stays.
 class Exporter {
 public:
     /// A copy of the time range, frame by frame and with all audio tracks. Returns its path.

@@ -19,8 +19,6 @@ public:
     const QString& fileName() const noexcept { return m_fileName; }
     /// Opens this very file, whatever its name is by then.
     QString readPath() const;
-    /// Units: bytes.
-    qint64 size() const noexcept { return m_state.size; }
 
     /// Throws if the file was written to or deleted since it was opened.
     void requireUnchanged() const;

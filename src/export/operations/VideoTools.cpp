@@ -10,6 +10,7 @@
 #include "export/rules/OutputName.h"
 #include "export/rules/Placement.h"
 #include "export/title/TitleCard.h"
+#include "media/codec/AacEncoder.h"
 #include "media/reader/MovieInfo.h"
 
 namespace quelto {
@@ -20,7 +21,6 @@ using namespace std::chrono_literals;
 
 constexpr double FadeSeconds = 0.3;
 constexpr int AudioRate = 192000;
-constexpr int AudioSamplesPerSecond = 48000;
 constexpr HostDuration ProgressInterval = 300ms;
 
 /// The clips of a video, back to back.
@@ -79,7 +79,7 @@ Timeline concatenate(const QStringList& clips, const ExportControl& control)
 
 TranscodeVideo videoOf(const VideoTools::Rendering& rendering, const Timeline& timeline)
 {
-    const auto canvas = canvasFor(timeline.size, rendering.aspect, static_cast<qsizetype>(timeline.clips.size()));
+    const auto canvas = canvasFor(timeline.size, rendering.aspect, rendering.clips.size());
     const auto rate = renderFrameRate(timeline.frameRate);
     TranscodeVideo video{
         .size = canvas,
@@ -107,7 +107,7 @@ std::vector<TranscodeAudio> audioOf(const VideoTools::Rendering& rendering, cons
     }
     TranscodeAudio track{.bitsPerSecond = AudioRate};
     if (rendering.transitions == VideoTools::Transitions::fade) {
-        track.gain = [fades = AudioFades(timeline.ranges, AudioSamplesPerSecond)](std::int64_t sample) {
+        track.gain = [fades = AudioFades(timeline.ranges, AacEncoder::sampleRate)](std::int64_t sample) {
             return fades.gainAt(sample);
         };
     }

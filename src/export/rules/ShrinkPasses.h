@@ -7,7 +7,7 @@ namespace quelto {
 
 /// What to do with the file of a pass.
 enum class ShrinkVerdict {
-    /// It is below the limit.
+    /// It is within the limit.
     accept,
     /// It is too large; the next pass has a lower target.
     tryAgain,

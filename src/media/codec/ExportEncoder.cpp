@@ -82,11 +82,7 @@ public:
             send(&frame);
             return;
         }
-        try {
-            send((*m_input)(frame).get());
-        } catch (const ffmpeg::FfmpegError& error) {
-            throw EncoderError(error.status());
-        }
+        send(uploaded(frame).get());
     }
 
     void finish() override { send(nullptr); }
@@ -94,6 +90,15 @@ public:
     EncoderKind kind() const noexcept override { return m_kind; }
 
 private:
+    ffmpeg::Frame uploaded(const AVFrame& frame) const
+    {
+        try {
+            return (*m_input)(frame);
+        } catch (const ffmpeg::FfmpegError& error) {
+            throw EncoderError(error.status());
+        }
+    }
+
     void usePass(const ExportEncoderRequest& request)
     {
         if (request.pass == EncoderPass::single) {

@@ -50,7 +50,11 @@ public:
         if (m_failure) {
             std::rethrow_exception(m_failure);
         }
-        return ffmpeg::checked(status);
+        try {
+            return ffmpeg::checked(status);
+        } catch (const ffmpeg::FfmpegError& error) {
+            throw MuxError(error.what());
+        }
     }
 
 private:
@@ -240,7 +244,7 @@ Mp4Muxer::Mp4Muxer(AtomicFile& file, const Mp4VideoTrack& video, const std::vect
     : m_state(std::make_unique<State>(file))
 {
     if (video.parameterSets.empty()) {
-        throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
+        throw MuxError("no parameter sets");
     }
     m_state->addVideoTrack(video);
     for (const auto& track : audio) {

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <stdexcept>
 #include <vector>
 
 namespace quelto {
@@ -47,13 +48,19 @@ struct Mp4Sample {
     bool isSync = true;
 };
 
+/// Samples that cannot be muxed. The text is FFmpeg's.
+class MuxError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 /// Writes the samples of an MP4 file in the given order, and its index in front of them. Video is BT.709; all audio
 /// tracks form one alternate group.
 ///
 /// Audio samples before time 0 hold the encoder delay, which an edit list skips. A track that starts later than 0 gets
 /// an empty edit.
 ///
-/// Errors: std::system_error from the file, std::runtime_error with FFmpeg's text for samples that cannot be muxed.
+/// Errors: std::system_error from the file, MuxError.
 class Mp4Muxer {
 public:
     static constexpr int videoTicksPerSecond = 90000;

@@ -17,6 +17,9 @@ constexpr AVRational GridUnit{1, AudioTrackReader::sampleRate};
 constexpr std::int64_t MaxRounding = AudioTrackReader::sampleRate / 200;
 /// Damaged files contain times with which arithmetic would overflow.
 constexpr std::int64_t MaxPosition = std::int64_t{1} << 42U;
+/// A sample at a lower rate would become many megabytes.
+constexpr int MinSampleRate = 1000;
+constexpr int MaxSampleRate = 768000;
 /// Decoders of compressed audio need the previous packets to decode one correctly.
 constexpr std::int64_t DecoderWarmUp = AudioTrackReader::sampleRate / 5;
 
@@ -85,12 +88,16 @@ void AudioTrackReader::decodeNextBlock()
     const auto frame = m_decoder.next();
     m_hasEnded = !frame;
     if (!frame) {
+        m_demuxer.requireNoReadError();
         // The resampler holds the last frames.
         convert(nullptr);
         return;
     }
-    if (frame->nb_samples <= 0 || frame->sample_rate <= 0) {
+    if (frame->nb_samples <= 0) {
         return;
+    }
+    if (frame->sample_rate < MinSampleRate || frame->sample_rate > MaxSampleRate) {
+        throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
     }
     const bool isSameFormat = m_resampler && m_format->format == frame->format &&
         m_format->sample_rate == frame->sample_rate &&
@@ -126,14 +133,17 @@ void AudioTrackReader::startResampler(const AVFrame& frame)
     SwrContext* resampler = nullptr;
     const auto status = swr_alloc_set_opts2(&resampler, &stereo, AV_SAMPLE_FMT_FLT, sampleRate, &layout,
                                             static_cast<AVSampleFormat>(frame.format), frame.sample_rate, 0, nullptr);
-    const bool isMono = layout.nb_channels == 1;
+    const auto channels = static_cast<std::size_t>(layout.nb_channels);
+    const bool isUnknown = layout.order == AV_CHANNEL_ORDER_UNSPEC;
     av_channel_layout_uninit(&layout);
     m_resampler.reset(resampler);
     ffmpeg::checked(status);
-    if (isMono) {
-        // By default FFmpeg makes mono quieter by 3 dB.
-        constexpr std::array<double, Channels> Unchanged{1, 1};
-        ffmpeg::checked(swr_set_matrix(m_resampler.get(), Unchanged.data(), 1));
+    // By default FFmpeg makes mono quieter by 3 dB, and refuses channels of unknown positions.
+    if (channels == 1 || isUnknown) {
+        std::vector<double> weights(Channels * channels);
+        weights[0] = 1;
+        weights[channels + std::min<std::size_t>(channels - 1, 1)] = 1;
+        ffmpeg::checked(swr_set_matrix(m_resampler.get(), weights.data(), static_cast<int>(channels)));
     }
     ffmpeg::checked(swr_init(m_resampler.get()));
     m_format = ffmpeg::makeFrame();

@@ -23,7 +23,8 @@ public:
 
     /// Continues at this frame of the movie's timeline. Units: frames at 48,000 Hz from the start of the movie.
     void seek(std::int64_t position);
-    /// Fills the span with the frames from the position on, and advances it. Errors: std::bad_alloc.
+    /// Fills the span with the frames from the position on, and advances it. Errors: ffmpeg::FfmpegError for data that
+    /// cannot be read or converted, std::bad_alloc.
     void read(std::span<float> interleaved);
 
 private:

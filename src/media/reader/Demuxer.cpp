@@ -119,6 +119,13 @@ double Demuxer::duration() const noexcept
     return duration;
 }
 
+void Demuxer::requireNoReadError() const
+{
+    if (m_readError != 0) {
+        throw ffmpeg::FfmpegError(AVERROR(m_readError));
+    }
+}
+
 int Demuxer::read(void* self, std::uint8_t* buffer, int size) noexcept
 {
     auto& demuxer = *static_cast<Demuxer*>(self);
@@ -127,6 +134,7 @@ int Demuxer::read(void* self, std::uint8_t* buffer, int size) noexcept
     }
     const auto count = ::pread(demuxer.m_file.handle(), buffer, static_cast<std::size_t>(size), demuxer.m_position);
     if (count < 0) {
+        demuxer.m_readError = errno;
         return AVERROR(errno);
     }
     demuxer.m_position += count;

@@ -28,6 +28,9 @@ public:
     std::vector<AVStream*> audioStreams() const;
     /// 0 if unknown. Units: seconds.
     double duration() const noexcept;
+    /// Throws if the file could not be read since it was opened. FFmpeg reports that like the end of the file. Errors:
+    /// ffmpeg::FfmpegError.
+    void requireNoReadError() const;
     /// The size of the file when it was opened. Units: bytes.
     std::int64_t size() const noexcept { return m_size; }
 
@@ -40,6 +43,8 @@ private:
     QFile m_file;
     std::int64_t m_position = 0;
     std::int64_t m_size = 0;
+    /// An errno value.
+    int m_readError = 0;
     ffmpeg::IoContext m_io;
     ffmpeg::InputContext m_context;
 };

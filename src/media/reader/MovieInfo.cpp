@@ -3,23 +3,18 @@
 
 #include "media/ffmpeg/FfmpegError.h"
 #include "media/filter/DisplayTransform.h"
-#include "media/reader/Demuxer.h"
+#include "media/reader/StreamDecoder.h"
 
 namespace quelto {
 
 namespace {
 
 /// A longer movie is a damaged one, and an export of it would never end. Units: seconds.
-constexpr double MaxDuration = 24 * 3600.0;
+constexpr double MaxMovieLength = 24 * 3600.0;
 
 double toSeconds(std::int64_t ticks, const AVStream& stream)
 {
     return ticks == AV_NOPTS_VALUE ? 0 : static_cast<double>(ticks) * av_q2d(stream.time_base);
-}
-
-double endOf(const AVStream& stream)
-{
-    return toSeconds(stream.start_time, stream) + toSeconds(std::max<std::int64_t>(stream.duration, 0), stream);
 }
 
 /// The median distance of two samples.
@@ -42,12 +37,28 @@ double frameRateOf(AVStream& stream)
     return 1 / toSeconds(*middle, stream);
 }
 
-QSizeF displayedSize(const AVStream& stream)
+QSizeF displayedSize(const AVStream& stream, QSize picture, AVRational pixelAspect)
 {
-    const auto aspect = stream.sample_aspect_ratio;
-    const auto stretch = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1.0;
-    const QRectF picture(0, 0, stream.codecpar->width * stretch, stream.codecpar->height);
-    return displayTransform(stream).mapRect(picture).size();
+    const QSizeF size(picture.width() * pixelStretch(pixelAspect), picture.height());
+    return isTransposed(displayTransform(stream)) ? size.transposed() : size;
+}
+
+/// Some files state the shape of their pixels only in the coded pictures, and fragmented ones no start.
+MovieInfo::Video describe(const Demuxer& demuxer, AVStream& stream)
+{
+    MovieInfo::Video video{
+        .size = displayedSize(stream, {stream.codecpar->width, stream.codecpar->height}, stream.sample_aspect_ratio),
+        .frameRate = frameRateOf(stream),
+        .start = toSeconds(stream.start_time, stream)};
+    if (const auto frame = StreamDecoder(demuxer, stream, StreamDecoder::Threads::one).next()) {
+        video.size = displayedSize(stream, {frame->width, frame->height},
+                                   av_guess_sample_aspect_ratio(&demuxer.context(), &stream, frame.get()));
+        if (stream.start_time == AV_NOPTS_VALUE) {
+            video.start = toSeconds(frame->best_effort_timestamp, stream);
+        }
+    }
+    video.end = video.start + toSeconds(std::max<std::int64_t>(stream.duration, 0), stream);
+    return video;
 }
 
 /// The time of the first sample whose data is not in the file.
@@ -72,10 +83,6 @@ MovieInfo readMovieInfo(const QString& path, const std::stop_token& stop)
     MovieInfo info;
     info.duration = demuxer.duration();
     if (auto* stream = demuxer.videoStream()) {
-        info.video = {.size = displayedSize(*stream),
-                      .frameRate = frameRateOf(*stream),
-                      .start = toSeconds(stream->start_time, *stream),
-                      .end = endOf(*stream)};
         info.intactUntil = intactUntil(*stream, demuxer.size());
     }
     for (auto* stream : demuxer.audioStreams()) {
@@ -84,9 +91,12 @@ MovieInfo readMovieInfo(const QString& path, const std::stop_token& stop)
              .bitsPerSecond = static_cast<int>(std::clamp<std::int64_t>(stream->codecpar->bit_rate, 0, INT_MAX))});
         info.intactUntil = std::min(info.intactUntil, intactUntil(*stream, demuxer.size()));
     }
-    const auto end = std::max(info.duration, info.video ? info.video->end : 0);
+    if (auto* stream = demuxer.videoStream()) {
+        info.video = describe(demuxer, *stream);
+        info.duration = std::max(info.duration, info.video->end);
+    }
     // Also false for a number that is not one.
-    if (!(end <= MaxDuration)) {
+    if (!(info.duration <= MaxMovieLength)) {
         throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
     }
     return info;

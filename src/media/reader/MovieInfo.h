@@ -11,7 +11,8 @@
 
 namespace quelto {
 
-/// What the index of a movie file says. Times are on the movie's timeline, with edit lists applied. Units: seconds.
+/// What the index and the first picture of a movie file say. Times are on the movie's timeline, with edit lists
+/// applied. Units: seconds.
 struct MovieInfo {
     struct Video {
         /// As it is displayed: rotated and in square pixels.
@@ -36,8 +37,8 @@ struct MovieInfo {
     double intactUntil = std::numeric_limits<double>::infinity();
 };
 
-/// Reads the index. Thread: any; blocks on disk reads. Errors: std::system_error if the file cannot be opened,
-/// std::runtime_error with FFmpeg's text if it is not a movie, or claims to last more than a day.
+/// Reads the index, and decodes one picture. Thread: any; blocks on disk reads. Errors: std::system_error if the file
+/// cannot be opened, std::runtime_error with FFmpeg's text if it is not a movie, or claims to last more than a day.
 MovieInfo readMovieInfo(const QString& path, const std::stop_token& stop = {});
 
 } // namespace quelto

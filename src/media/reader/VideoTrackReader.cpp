@@ -95,6 +95,7 @@ std::optional<TimedFrame> VideoTrackReader::decode()
             return TimedFrame{std::move(frame), time};
         }
     }
+    m_demuxer.requireNoReadError();
     return std::nullopt;
 }
 

@@ -30,7 +30,8 @@ public:
 
     /// Continues with the frame that is shown at the time, or the first one.
     void seek(HostDuration time);
-    /// The next frame; times increase. Nothing at the end, where data is missing, and after a stop request.
+    /// The next frame; times increase. Nothing at the end, where data is missing, and after a stop request. Errors:
+    /// ffmpeg::FfmpegError if the disk fails.
     std::optional<TimedFrame> next();
 
 private:

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/transcode/AudioFeed.h"
 
+#include "media/ffmpeg/FfmpegError.h"
+
 namespace quelto {
 
 namespace {
@@ -14,13 +16,17 @@ std::int64_t toFrames(HostDuration time)
     return std::llround(toSeconds(time) * AudioTrackReader::sampleRate);
 }
 
-HostDuration lengthOf(std::span<const TranscodeClip> clips)
+/// Null for a file without the track.
+std::unique_ptr<AudioTrackReader> tryOpen(const QString& path, int track, const std::stop_token& stop)
 {
-    HostDuration length{};
-    for (const auto& clip : clips) {
-        length += clip.end - clip.start;
+    try {
+        return std::make_unique<AudioTrackReader>(path, track, stop);
+    } catch (const ffmpeg::FfmpegError& error) {
+        if (error.status() != AVERROR_STREAM_NOT_FOUND) {
+            throw;
+        }
     }
-    return length;
+    return nullptr;
 }
 
 } // namespace
@@ -37,6 +43,10 @@ AudioFeed::AudioFeed(const TranscodeJob& job, std::size_t track, std::stop_token
 std::optional<AacPacket> AudioFeed::next()
 {
     while (m_packets.empty() && !m_isFinished) {
+        // The reader gives silence after a stop request.
+        if (m_stop.stop_requested()) {
+            throw TranscodeStopped();
+        }
         encodeBlock();
     }
     if (m_packets.empty()) {
@@ -77,10 +87,8 @@ void AudioFeed::openClip()
 {
     const auto& clip = m_job.clips[m_clip++];
     m_clipEnd = toFrames(lengthOf(std::span(m_job.clips).first(m_clip)));
-    m_reader.reset();
-    const Demuxer demuxer(clip.path, Deadline(m_stop));
-    if (static_cast<std::size_t>(m_track.sourceTrack) < demuxer.audioStreams().size()) {
-        m_reader = std::make_unique<AudioTrackReader>(clip.path, m_track.sourceTrack, m_stop);
+    m_reader = tryOpen(clip.path, m_track.sourceTrack, m_stop);
+    if (m_reader) {
         m_reader->seek(toFrames(clip.start));
     }
 }

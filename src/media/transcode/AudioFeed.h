@@ -19,7 +19,7 @@ public:
     const AacEncoder& encoder() const noexcept { return m_encoder; }
     /// The length of the track. Units: frames at 48,000 Hz.
     std::int64_t frames() const noexcept { return m_frames; }
-    /// Nothing at the end.
+    /// Nothing at the end. Errors: TranscodeStopped too.
     std::optional<AacPacket> next();
 
 private:

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/transcode/FrameFeed.h"
 
+#include "media/ffmpeg/FfmpegError.h"
+
 namespace quelto {
 
 namespace {
 
 constexpr HostDuration MinVisible = std::chrono::milliseconds(1);
+/// MP4 readers reject larger differences of two times. A picture that stands longer is repeated.
+constexpr HostDuration MaxVisible = std::chrono::minutes(10);
 
 std::shared_ptr<AVFrame> share(ffmpeg::Frame frame)
 {
@@ -29,6 +33,10 @@ std::optional<FedFrame> FrameFeed::nextKept()
 {
     while (openClip()) {
         const auto& clip = m_job.clips[m_clip];
+        if (m_visibleUntil - m_fedTime > MaxVisible) {
+            m_fedTime += MaxVisible;
+            return shown(m_fedTime);
+        }
         if (!m_upcoming || m_upcoming->time >= clip.end) {
             closeClip();
             continue;
@@ -48,6 +56,8 @@ std::optional<FedFrame> FrameFeed::nextKept()
             continue;
         }
         m_lastKept = toSeconds(time);
+        m_fedTime = time;
+        m_visibleUntil = m_clipStart + visibleUntil - clip.start;
         return shown(time);
     }
     return std::nullopt;
@@ -61,6 +71,10 @@ std::optional<FedFrame> FrameFeed::nextAtConstantRate()
         const HostDuration time(HostClock::period::den * m_tick / rate);
         const auto inClip = clip.start + time - m_clipStart;
         if (inClip >= clip.end) {
+            // Black is for a clip whose picture comes late, not for one without any.
+            if (!m_current && !m_upcoming && !m_stop.stop_requested()) {
+                throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
+            }
             closeClip();
             continue;
         }

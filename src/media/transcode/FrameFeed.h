@@ -46,6 +46,9 @@ private:
     HostDuration m_currentTime{};
     std::int64_t m_tick = 0;
     std::optional<double> m_lastKept;
+    /// Of the last kept frame, in the output: when it was fed last, and until when it is visible.
+    HostDuration m_fedTime{};
+    HostDuration m_visibleUntil{};
 };
 
 } // namespace quelto

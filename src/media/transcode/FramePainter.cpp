@@ -8,6 +8,16 @@
 
 namespace quelto {
 
+namespace {
+
+/// A decoder may return a frame without a picture.
+bool isUsable(const AVFrame& frame)
+{
+    return frame.width > 0 && frame.height > 0 && frame.format != AV_PIX_FMT_NONE;
+}
+
+} // namespace
+
 FramePainter::FramePainter(const TranscodeVideo& video)
     : m_video(video)
     , m_composer(video.layout)
@@ -19,7 +29,7 @@ FramePainter::FramePainter(const TranscodeVideo& video)
 
 ffmpeg::Frame FramePainter::paint(const FedFrame& frame)
 {
-    if (!frame.frame) {
+    if (!frame.frame || !isUsable(*frame.frame)) {
         m_composed = blackFrame(m_video.size);
     } else if (frame.frame != m_source) {
         m_composed = m_composer.compose(*frame.frame, frame.pixelAspect, frame.display);

@@ -10,20 +10,11 @@ namespace {
 /// Audio is written in runs of this length, so that the file has few chunks. Units: frames.
 constexpr std::int64_t AudioRun = AudioTrackReader::sampleRate / 2;
 
-std::int64_t endOf(const TranscodeJob& job)
-{
-    HostDuration length{};
-    for (const auto& clip : job.clips) {
-        length += clip.end - clip.start;
-    }
-    return std::llround(toSeconds(length) * ExportEncoder::ticksPerSecond);
-}
-
 } // namespace
 
 MovieSink::MovieSink(const TranscodeJob& job, const std::vector<std::byte>& parameterSets, AtomicFile& file,
                      const std::stop_token& stop)
-    : m_end(endOf(job))
+    : m_end(std::llround(toSeconds(lengthOf(job.clips)) * ExportEncoder::ticksPerSecond))
 {
     std::vector<Mp4AudioTrack> tracks;
     for (std::size_t i = 0; i < job.audio.size(); ++i) {

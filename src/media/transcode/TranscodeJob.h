@@ -7,8 +7,10 @@
 #include <QImage>
 #include <QString>
 
+#include <exception>
 #include <functional>
 #include <optional>
+#include <span>
 #include <stop_token>
 #include <vector>
 
@@ -70,6 +72,9 @@ struct TranscodeAudio {
     std::function<double(std::int64_t)> gain;
 };
 
+/// The transcoding was asked to stop.
+class TranscodeStopped : public std::exception { };
+
 /// A movie to be made from others: the clips back to back, drawn on one canvas.
 struct TranscodeJob {
     /// At least one.
@@ -77,5 +82,15 @@ struct TranscodeJob {
     TranscodeVideo video;
     std::vector<TranscodeAudio> audio;
 };
+
+/// How long the clips last back to back.
+inline HostDuration lengthOf(std::span<const TranscodeClip> clips)
+{
+    HostDuration length{};
+    for (const auto& clip : clips) {
+        length += clip.end - clip.start;
+    }
+    return length;
+}
 
 } // namespace quelto

@@ -26,27 +26,15 @@ public:
         : m_job(job)
         , m_file(file)
         , m_options(options)
+        , m_length(lengthOf(job.clips))
     {
-        for (const auto& clip : job.clips) {
-            m_length += clip.end - clip.start;
-        }
     }
 
     void run()
     {
-        auto request = encoderRequest();
-        const QTemporaryDir statistics;
-        // Without room for the statistics, one pass has to do.
-        const bool hasTwoPasses = request.bitsPerSecond && statistics.isValid();
-        if (!hasTwoPasses) {
+        const auto request = encoderRequest();
+        if (!request.bitsPerSecond || !tryTwoPasses(request)) {
             runOnly(request, {});
-            return;
-        }
-        request.statisticsFile = statistics.filePath(QStringLiteral("statistics"));
-        request.pass = EncoderPass::first;
-        if (runFirst(request)) {
-            request.pass = EncoderPass::second;
-            runOnly(request, {.begin = FirstPassShare});
         }
     }
 
@@ -59,6 +47,27 @@ private:
                 .maxKeyFrameInterval = video.maxKeyFrameInterval,
                 .bitsPerSecond = video.bitsPerSecond,
                 .choice = m_options.encoder};
+    }
+
+    /// False if there is no room for the statistics of the first pass. One pass has to do then.
+    bool tryTwoPasses(ExportEncoderRequest request)
+    {
+        const QTemporaryDir statistics;
+        request.statisticsFile = statistics.filePath(QStringLiteral("statistics"));
+        request.pass = EncoderPass::first;
+        bool needsSecond = false;
+        try {
+            needsSecond = runFirst(request);
+        } catch (const HardwareEncoderError&) {
+            throw;
+        } catch (const EncoderError&) {
+            return false;
+        }
+        if (needsSecond) {
+            request.pass = EncoderPass::second;
+            runOnly(request, {.begin = FirstPassShare});
+        }
+        return true;
     }
 
     /// Analyses the video for the second pass. False if the encoder needs no second pass, and the file is complete.
@@ -138,7 +147,7 @@ private:
     const TranscodeJob& m_job;
     AtomicFile& m_file;
     const TranscodeOptions& m_options;
-    HostDuration m_length{};
+    HostDuration m_length;
 };
 
 } // namespace

@@ -19,9 +19,6 @@ struct TranscodeOptions {
     OpenExportEncoder openEncoder = openExportEncoder;
 };
 
-/// The transcoding was asked to stop.
-class TranscodeStopped : public std::exception { };
-
 /// A hardware encoder failed; one in software may do.
 class HardwareEncoderError : public EncoderError {
 public:
@@ -30,8 +27,8 @@ public:
 
 /// Makes an MP4 file of H.264 and AAC from a job: decodes, draws, encodes and writes it. The file is not flushed.
 ///
-/// Thread: any; blocks for the whole time. Errors: std::system_error from the disks, TranscodeStopped, EncoderError,
-/// std::runtime_error with FFmpeg's text for a source that cannot be read, std::bad_alloc.
+/// Thread: any; blocks for the whole time. Errors: std::system_error from the disk, TranscodeStopped, EncoderError,
+/// MuxError, std::runtime_error with FFmpeg's text for a source that cannot be read, std::bad_alloc.
 void transcode(const TranscodeJob& job, AtomicFile& file, const TranscodeOptions& options);
 
 } // namespace quelto
