@@ -85,7 +85,7 @@ private:
             sink->finish();
             return false;
         }
-        encodeAll(*encoder, nullptr, {.end = FirstPassShare});
+        m_maxFrames = encodeAll(*encoder, nullptr, {.end = FirstPassShare});
         return true;
     }
 
@@ -98,12 +98,18 @@ private:
         sink->finish();
     }
 
-    void encodeAll(ExportEncoder& encoder, MovieSink* sink, Share share)
+    /// Returns the number of frames.
+    std::int64_t encodeAll(ExportEncoder& encoder, MovieSink* sink, Share share)
     {
         PaintedFrames frames(m_job, m_options.stop);
         std::optional<std::int64_t> lastTime;
+        std::int64_t count = 0;
         try {
-            while (const auto frame = frames.next()) {
+            for (; count < m_maxFrames; ++count) {
+                const auto frame = frames.next();
+                if (!frame) {
+                    break;
+                }
                 throwIfStopped();
                 const auto time = std::max(std::llround(toSeconds(frame->time) * ExportEncoder::ticksPerSecond),
                                            lastTime ? *lastTime + 1 : 0LL);
@@ -126,6 +132,7 @@ private:
             }
             throw;
         }
+        return count;
     }
 
     /// The readers end early when they notice a stop request.
@@ -148,6 +155,9 @@ private:
     AtomicFile& m_file;
     const TranscodeOptions& m_options;
     HostDuration m_length;
+    /// Those of the first pass, in the second. A damaged file may give more when it is read again, and x264 crashes
+    /// when it gets more than its statistics describe.
+    std::int64_t m_maxFrames = std::numeric_limits<std::int64_t>::max();
 };
 
 } // namespace

@@ -2,6 +2,8 @@
 #include "export/operations/ExportFile.h"
 #include "tests/export/operations/ExportFixture.h"
 
+#include <QFile>
+
 namespace quelto {
 namespace {
 
@@ -60,10 +62,16 @@ class EncoderFailureTest : public ExportTest {
 protected:
     Attempt exportWith(const OpenExportEncoder& openEncoder, std::optional<int> bitsPerSecond = {})
     {
+        return exportWith(clip, openEncoder, bitsPerSecond);
+    }
+
+    static Attempt exportWith(const QString& path, const OpenExportEncoder& openEncoder,
+                              std::optional<int> bitsPerSecond)
+    {
         std::vector<std::unique_ptr<SourceFile>> sources;
-        sources.push_back(std::make_unique<SourceFile>(clip));
+        sources.push_back(std::make_unique<SourceFile>(path));
         constexpr QSize Size(320, 180);
-        const TranscodeJob job{.clips = {{.path = clip, .start = {}, .end = fromSeconds(1)}},
+        const TranscodeJob job{.clips = {{.path = path, .start = {}, .end = fromSeconds(1)}},
                                .video = {.size = Size,
                                          .layout =
                                              [=](QSizeF) {
@@ -106,6 +114,27 @@ TEST_F(EncoderFailureTest, SoftwareThatFailsIsReported)
         EXPECT_EQ(result.message.toStdString(), "Dışa aktarma başarısız: yazma hatası");
         EXPECT_EQ(files(), QStringList{QStringLiteral("X.mp4")});
     }
+}
+
+/// A damaged file may be decoded differently each time.
+TEST_F(EncoderFailureTest, SecondPassGetsNoMoreFramesThanTheFirst)
+{
+    const auto shorter = makeClip(clips, QStringLiteral("shorter.mp4"), {.rate = QStringLiteral("10"), .seconds = 1});
+    const auto link = clips.path(QStringLiteral("link.mp4"));
+    ASSERT_TRUE(QFile::link(shorter, link));
+    const auto result = exportWith(
+        link,
+        [&](const ExportEncoderRequest& request, ExportEncoder::OnPacket onPacket) {
+            if (request.pass == EncoderPass::second) {
+                QFile::remove(link);
+                QFile::link(clip, link);
+            }
+            return openExportEncoder(request, std::move(onPacket));
+        },
+        500'000);
+    EXPECT_EQ(result.message.toStdString(), "");
+    EXPECT_EQ(readCounter(result.path).size(), 10U);
+    expectValidExport(result.path);
 }
 
 TEST_F(EncoderFailureTest, NoEncoderIsReported)
