@@ -1,21 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/media/probe/Probe.h"
 
+#include "tests/media/reader/GeneratedClips.h"
+#include "tests/media/reader/RunProgram.h"
+
+#include <QFile>
 #include <QJsonDocument>
-#include <QProcess>
+#include <QTemporaryDir>
 
 #include <cstring>
+#include <sys/wait.h>
 
 namespace quelto::test {
 
 CommandResult run(const QString& program, const QStringList& arguments)
 {
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(60000)) {
-        return {};
+    const QTemporaryDir folder;
+    const auto output = folder.filePath(QStringLiteral("output"));
+    const auto errors = folder.filePath(QStringLiteral("errors"));
+    std::vector<QByteArray> command{QFile::encodeName(program)};
+    for (const auto& argument : arguments) {
+        command.push_back(QFile::encodeName(argument));
     }
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    const int status = runProgram(command, QFile::encodeName(output), QFile::encodeName(errors));
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, GeneratedClips::read(output), GeneratedClips::read(errors)};
 }
 
 namespace {
@@ -49,12 +57,11 @@ QJsonArray packetsOf(const QString& path, const QString& stream)
 
 QByteArray decodingErrors(const QString& path)
 {
-    const auto result =
-        run(QStringLiteral("ffmpeg"),
-            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path, QStringLiteral("-map"),
-             QStringLiteral("0"), QStringLiteral("-fps_mode"), QStringLiteral("passthrough"),
-             QStringLiteral("-enc_time_base"), QStringLiteral("-1"), QStringLiteral("-f"), QStringLiteral("null"),
-             QStringLiteral("-")});
+    const auto result = run(QStringLiteral("ffmpeg"),
+                            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
+                             QStringLiteral("-map"), QStringLiteral("0"), QStringLiteral("-fps_mode"),
+                             QStringLiteral("passthrough"), QStringLiteral("-enc_time_base"), QStringLiteral("-1"),
+                             QStringLiteral("-f"), QStringLiteral("null"), QStringLiteral("-")});
     return result.exitCode == 0 ? result.errors : result.errors + " [failed]";
 }
 

@@ -1,43 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/media/reader/GeneratedClips.h"
 
+#include "tests/media/reader/RunProgram.h"
+
 #include <QFile>
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <stdexcept>
-#include <system_error>
 
 namespace quelto::test {
-
-namespace {
-
-/// Uses posix_spawn because the thread sanitizer stops working after a QProcess has run.
-int exitStatus(std::vector<QByteArray>& command, const QByteArray& log)
-{
-    std::vector<char*> arguments;
-    arguments.reserve(command.size() + 1);
-    for (auto& argument : command) {
-        arguments.push_back(argument.data());
-    }
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    pid_t child = 0;
-    const int error = posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    int status = 0;
-    if (error != 0 || waitpid(child, &status, 0) < 0) {
-        throw std::system_error(error != 0 ? error : errno, std::system_category());
-    }
-    return status;
-}
-
-} // namespace
 
 QString GeneratedClips::make(const QString& name, const QString& arguments) const
 {
@@ -48,7 +18,7 @@ QString GeneratedClips::make(const QString& name, const QString& arguments) cons
     }
     command.push_back(QFile::encodeName(target));
     const auto log = path(QStringLiteral("ffmpeg.log"));
-    if (exitStatus(command, QFile::encodeName(log)) != 0) {
+    if (runProgram(command, "/dev/null", QFile::encodeName(log)) != 0) {
         throw std::runtime_error(read(log).toStdString());
     }
     return target;
