@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/time/HostClock.h"
 #include "export/operations/VideoTools.h"
-#include "media/reader/MovieInfo.h"
 #include "tests/export/operations/ExportFixture.h"
 #include "tests/media/probe/MediaDuration.h"
 #include "tests/media/probe/Mp4Boxes.h"
@@ -115,9 +114,8 @@ protected:
             }
             QFile::remove(result.path);
         } else {
-            // A damaged index can make a track hours long.
-            constexpr double Long = 60;
-            EXPECT_TRUE(!result.message.isEmpty() || readMovieInfo(clip).duration > Long);
+            // A damaged index can make a track hours long, or take a second each time it is read.
+            EXPECT_TRUE(!result.message.isEmpty() || (result.isStopped && stop.stop_requested()));
             // The first pass of a shrink stays if the second one fails.
             for (const auto& name : files()) {
                 EXPECT_TRUE(name == u"X.mp4" || name.startsWith(QStringLiteral("X (Discord"))) << name.toStdString();
