@@ -136,7 +136,9 @@ CONTENTS = {
     "zoom": "mandelbrot=s={size}:r={fps}:maxiter=400,trim=duration={seconds}",
     "mostly still": "testsrc=s={size}:r={fps}:d={seconds}",
 }
-SIZES = ["640x360", "1280x720", "1920x1080"]
+SIZES = [(1920, 1080), (1280, 720), (640, 360)]
+# A longer or faster clip gets a smaller size, so that no clip takes minutes. Units: pixels.
+MAX_PIXELS = 4e9
 RATES = [24, 25, 30, 50, 60, 90, 120, 144]
 
 
@@ -144,8 +146,9 @@ def _random_clip(source, chance):
     """Length, content and size of one clip, and a limit that it exceeds."""
     seconds = round(math.exp(chance.uniform(math.log(2), math.log(90))), 1)
     content = chance.choice(list(CONTENTS))
-    size = chance.choice(SIZES)
     fps = chance.choice(RATES)
+    width, height = chance.choice([size for size in SIZES if size[0] * size[1] * fps * seconds <= MAX_PIXELS] or SIZES[-1:])
+    size = f"{width}x{height}"
     subprocess.run([str(word) for word in (
         "ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", CONTENTS[content].format(size=size, fps=fps, seconds=seconds),
         "-f", "lavfi", "-i", f"anoisesrc=color=pink:r=48000:d={seconds}:amplitude=0.4:seed=1", "-c:v", "libx264", "-preset", "ultrafast",
@@ -161,6 +164,8 @@ def shrink_accuracy(options):
     chance = random.Random(1)
     count = 100 if options.sync_minutes > 1 else 12
     results = []
+    log = options.build / "shrink-accuracy.jsonl"
+    log.write_text("")
     while len(results) < count:
         seconds, content, size, fps, limit = _random_clip(source, chance)
         limit = max(1, round(limit))
@@ -173,7 +178,8 @@ def shrink_accuracy(options):
         results.append({"seconds": seconds, "content": content, "size": size, "fps": fps, "limitMB": limit,
                         "used": round(used, 4), "passes": passes, "time": taken, "isPossible": is_possible})
         pathlib.Path(path).unlink()
-    (options.build / "shrink-accuracy.json").write_text(json.dumps(results, indent=1))
+        with log.open("a") as lines:
+            lines.write(json.dumps(results[-1]) + "\n")
     possible = [result for result in results if result["isPossible"]]
     over = sum(result["used"] > 1 for result in possible)
     near = sum(0.88 <= result["used"] <= 1 for result in possible) / len(possible)

@@ -54,8 +54,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Writes the samples of an MP4 file in the given order, and its index in front of them. Video is BT.709; all audio
-/// tracks form one alternate group.
+/// Writes the samples of an MP4 file in the given order, and its index in front of them. Video is BT.709. The
+/// audio tracks form one alternate group, unless several are enabled.
 ///
 /// Audio samples before time 0 hold the encoder delay, which an edit list skips. A track that starts later than 0 gets
 /// an empty edit.
