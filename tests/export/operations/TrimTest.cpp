@@ -298,6 +298,18 @@ TEST_F(TrimTest, WholeClipOfFragmentsKeepsEveryFrame)
     }
 }
 
+TEST_F(TrimTest, PictureThatStandsForHoursIsRepeatedEveryFiveMinutes)
+{
+    constexpr double Stands = 7200;
+    const auto clip = makeClip(clips, QStringLiteral("X.mp4"), {.times = {0, Stands, 2 * Stands}, .audio = {}});
+    const auto frames = readCounter(trimmed(clip, 0, 2 * Stands + 0.05));
+    std::vector<CountedFrame> expected;
+    for (int i = 0; i <= 48; ++i) {
+        expected.push_back({.number = i / 24, .time = 300.0 * i});
+    }
+    expectFrames(frames, expected);
+}
+
 TEST_F(TrimTest, SoundAtAnAbsurdRateIsReported)
 {
     const auto made =
