@@ -43,6 +43,17 @@ public:
     }
 
     AVIOContext* get() const noexcept { return m_io.get(); }
+    std::int64_t size() const { return m_file.size(); }
+
+    /// Reads what was written. Returns the number of bytes, or an error of FFmpeg.
+    int readAt(std::int64_t position, std::uint8_t* buffer, int size) noexcept
+    {
+        std::size_t count = 0;
+        const auto status = catchErrors([&] {
+            count = m_file.readAt(position, {reinterpret_cast<std::byte*>(buffer), static_cast<std::size_t>(size)});
+        });
+        return status < 0 ? status : count > 0 ? static_cast<int>(count) : AVERROR_EOF;
+    }
 
     /// Throws the file's error, if any, in preference to FFmpeg's.
     int checked(int status) const
@@ -99,10 +110,10 @@ private:
     ffmpeg::IoContext m_io;
 };
 
-/// Reads back what was written, for the muxer's move of the data. One at a time.
+/// Reads back what was written, for the muxer's move of the data, which takes an error for the end. One at a time.
 class WrittenData {
 public:
-    explicit WrittenData(AtomicFile& file)
+    explicit WrittenData(FileIo& file)
         : m_file(file)
     {
     }
@@ -131,14 +142,9 @@ private:
     static int read(void* self, std::uint8_t* buffer, int size) noexcept
     {
         auto& data = *static_cast<WrittenData*>(self);
-        try {
-            const auto count = data.m_file.readAt(
-                data.m_position, {reinterpret_cast<std::byte*>(buffer), static_cast<std::size_t>(size)});
-            data.m_position += static_cast<std::int64_t>(count);
-            return count > 0 ? static_cast<int>(count) : AVERROR_EOF;
-        } catch (const std::system_error& error) {
-            return AVERROR(error.code().value());
-        }
+        const auto count = data.m_file.readAt(data.m_position, buffer, size);
+        data.m_position += std::max(count, 0);
+        return count;
     }
 
     static std::int64_t seek(void* self, std::int64_t offset, int whence) noexcept
@@ -150,7 +156,7 @@ private:
         return whence == SEEK_SET ? data.m_position = offset : AVERROR(EINVAL);
     }
 
-    AtomicFile& m_file;
+    FileIo& m_file;
     std::int64_t m_position = 0;
 };
 
@@ -170,7 +176,7 @@ void setExtradata(AVCodecParameters* parameters, std::span<const std::byte> byte
 struct Mp4Muxer::State {
     explicit State(AtomicFile& file)
         : io(file)
-        , written(file)
+        , written(io)
     {
         ffmpeg::disableLogging();
         AVFormatContext* created = nullptr;

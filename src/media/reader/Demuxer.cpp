@@ -2,6 +2,7 @@
 #include "media/reader/Demuxer.h"
 
 #include "base/files/FileName.h"
+#include "base/files/RetryOnInterrupt.h"
 #include "media/ffmpeg/FfmpegError.h"
 #include "media/reader/SampleCount.h"
 
@@ -132,7 +133,8 @@ int Demuxer::read(void* self, std::uint8_t* buffer, int size) noexcept
     if (demuxer.m_deadline.hasExpired()) {
         return AVERROR_EXIT;
     }
-    const auto count = ::pread(demuxer.m_file.handle(), buffer, static_cast<std::size_t>(size), demuxer.m_position);
+    const auto count = retryOnInterrupt(
+        [&] { return ::pread(demuxer.m_file.handle(), buffer, static_cast<std::size_t>(size), demuxer.m_position); });
     if (count < 0) {
         demuxer.m_readError = errno;
         return AVERROR(errno);

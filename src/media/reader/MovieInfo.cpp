@@ -50,10 +50,12 @@ MovieInfo::Video describe(const Demuxer& demuxer, AVStream& stream)
         .size = displayedSize(stream, {stream.codecpar->width, stream.codecpar->height}, stream.sample_aspect_ratio),
         .frameRate = frameRateOf(stream),
         .start = toSeconds(stream.start_time, stream)};
+    // FFmpeg sets it when it reads packets.
+    const bool hasStart = stream.start_time != AV_NOPTS_VALUE;
     if (const auto frame = StreamDecoder(demuxer, stream, StreamDecoder::Threads::one).next()) {
         video.size = displayedSize(stream, {frame->width, frame->height},
                                    av_guess_sample_aspect_ratio(&demuxer.context(), &stream, frame.get()));
-        if (stream.start_time == AV_NOPTS_VALUE) {
+        if (!hasStart) {
             video.start = toSeconds(frame->best_effort_timestamp, stream);
         }
     }

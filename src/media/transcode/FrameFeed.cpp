@@ -8,8 +8,9 @@ namespace quelto {
 namespace {
 
 constexpr HostDuration MinVisible = std::chrono::milliseconds(1);
-/// MP4 readers reject larger differences of two times. A picture that stands longer is repeated.
-constexpr HostDuration MaxVisible = std::chrono::minutes(10);
+/// A picture that stands longer is repeated. MP4 readers reject larger differences of two times, also of the decoding
+/// and the presentation of a picture, which are several pictures apart because of B-frames.
+constexpr HostDuration MaxVisible = std::chrono::minutes(5);
 
 std::shared_ptr<AVFrame> share(ffmpeg::Frame frame)
 {

@@ -184,6 +184,20 @@ ssize_t write(int file, const void* data, size_t size)
     return real<ssize_t(int, const void*, size_t)>("write")(file, data, fault == ShortWrite ? (size + 1) / 2 : size);
 }
 
+ssize_t pread(int file, void* data, size_t size, off_t offset)
+{
+    return run(
+        "pread", [&] { return pathOf(file); },
+        [&] { return real<ssize_t(int, void*, size_t, off_t)>("pread")(file, data, size, offset); });
+}
+
+ssize_t pread64(int file, void* data, size_t size, off64_t offset)
+{
+    return run(
+        "pread", [&] { return pathOf(file); },
+        [&] { return real<ssize_t(int, void*, size_t, off64_t)>("pread64")(file, data, size, offset); });
+}
+
 off_t lseek(int file, off_t offset, int origin) noexcept
 {
     return run(

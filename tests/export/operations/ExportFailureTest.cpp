@@ -2,6 +2,7 @@
 #include "base/language/L10n.h"
 #include "base/language/T.h"
 #include "export/operations/VideoTools.h"
+#include "library/naming/ClipName.h"
 #include "tests/base/disk/SmallDisk.h"
 #include "tests/base/faults/FileFaultRules.h"
 #include "tests/base/faults/FileFaults.h"
@@ -148,6 +149,26 @@ TEST_P(ExportFailureTest, TooLongNameIsReported)
     expectFailure(clip, "Dışa aktarma başarısız: Klibin adı çok uzun. Önce yeniden adlandırın.");
 }
 
+/// The number of a second copy makes its name longer.
+TEST_P(ExportFailureTest, TooLongNameOfASecondCopyIsReported)
+{
+    const auto shortClip = clipIn(folder());
+    const auto copy = QFileInfo(exportOf(shortClip).path).fileName();
+    QString title(u'X');
+    while (hasRoomForSidecar(title + copy)) {
+        title += u'x';
+    }
+    const auto clip = QFileInfo(shortClip).path() + u'/' + title + QStringLiteral(".mp4");
+    ASSERT_TRUE(QFile::rename(shortClip, clip));
+    const auto first = exportOf(clip);
+    ASSERT_TRUE(first.hasSucceeded()) << first.message.toStdString();
+    EXPECT_FALSE(hasRoomForSidecar(u'X' + QFileInfo(first.path).fileName()));
+    const auto before = filesIn(folder());
+    EXPECT_EQ(exportOf(clip).message.toStdString(),
+              "Dışa aktarma başarısız: Klibin adı çok uzun. Önce yeniden adlandırın.");
+    EXPECT_EQ(filesIn(folder()), before);
+}
+
 TEST_P(ExportFailureTest, DeletedClipIsReported)
 {
     const auto clip = clipIn(folder());
@@ -277,6 +298,10 @@ TEST_P(ExportFaultTest, FailedFileCallIsReportedOrHarmless)
     QFile::remove(usual.result.path);
     ASSERT_GT(usual.calls.size(), 8);
     for (const auto& call : usual.calls) {
+        // The reads of the source are many; see ReadErrorInTheMiddleIsReported.
+        if (call.name == "pread" && call.path == "X.mp4") {
+            continue;
+        }
         for (const int error : {EIO, ENOSPC}) {
             SCOPED_TRACE(call.name.toStdString() + ' ' + std::to_string(call.number) + ' ' + std::to_string(error) +
                          " on " + call.path.toStdString());
@@ -303,13 +328,29 @@ TEST_P(ExportFaultTest, FailedFileCallIsReportedOrHarmless)
     }
 }
 
+TEST_P(ExportFailureTest, ReadErrorInTheMiddleIsReported)
+{
+    // More than the buffers of the readers hold.
+    const auto noisy = clipIn(folder(), QStringLiteral("X.mp4"),
+                              {.seconds = 1,
+                               .filter = QStringLiteral("noise=alls=60:allf=t"),
+                               .encoding = QStringLiteral("-c:v libx264 -preset ultrafast -g 10 -qp 10"),
+                               .muxing = QStringLiteral("-movflags faststart")});
+    const auto source = stateOf(noisy);
+    FileFaults faults(folder());
+    const auto result = exportDuring(noisy, [&] { faults.use({faultRule("pread", 0, EIO)}); });
+    EXPECT_EQ(result.message.toStdString(), "Dışa aktarma başarısız: okuma hatası");
+    EXPECT_EQ(filesIn(folder()), QStringList{QStringLiteral("X.mp4")});
+    EXPECT_EQ(stateOf(noisy), source);
+}
+
 TEST_P(ExportFaultTest, InterruptedFileCallIsRepeated)
 {
     const auto usual = exportWith({});
     ASSERT_TRUE(usual.result.hasSucceeded());
     for (const auto& call : usual.calls) {
-        // The system never interrupts it.
-        if (call.name == "fstat") {
+        // The system never interrupts the first, and the reads of the source are many.
+        if (call.name == "fstat" || (call.name == "pread" && call.path == "X.mp4")) {
             continue;
         }
         SCOPED_TRACE(call.name.toStdString() + ' ' + std::to_string(call.number) + " on " + call.path.toStdString());

@@ -57,6 +57,28 @@ QString padded(const QString& path, qint64 size)
     return path;
 }
 
+CounterClip fragmentsWithBFrames()
+{
+    return {.seconds = 0.6,
+            .encoding = QStringLiteral("-c:v libx264 -preset veryfast -bf 3 -b_strategy 0 -g 20"),
+            .muxing = QStringLiteral("-movflags frag_keyframe+empty_moov")};
+}
+
+CounterClip widePixelsInPictureData()
+{
+    return {.size = QSize(240, 180),
+            .seconds = 0.2,
+            .filter = QStringLiteral("setsar=0"),
+            .encoding =
+                QStringLiteral("-c:v libx264 -preset ultrafast -qp 18 -bsf:v h264_metadata=sample_aspect_ratio=4/3")};
+}
+
+QSize pictureSize(const QString& path)
+{
+    const auto video = streamsOf(path).at(0).toObject();
+    return {video[u"width"].toInt(), video[u"height"].toInt()};
+}
+
 QStringList filesIn(const QString& folder)
 {
     auto names = QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);

@@ -45,6 +45,14 @@ FileState stateOf(const QString& path);
 /// Makes a movie larger with a box that players ignore. Returns its path. Units: bytes.
 QString padded(const QString& path, qint64 size);
 
+/// 36 frames in a file without an index of the whole.
+CounterClip fragmentsWithBFrames();
+/// 240 × 180 pixels of 4 : 3. The file's index does not mention their shape.
+CounterClip widePixelsInPictureData();
+
+/// Of the first video track.
+QSize pictureSize(const QString& path);
+
 /// All files of a folder, also hidden ones, in alphabetical order, but not ffmpeg's log.
 QStringList filesIn(const QString& folder);
 

@@ -160,5 +160,21 @@ TEST_P(HostileClipTest, DamagedClipsAreExportedOrReported)
     EXPECT_TRUE(m_successes > 0 || damaged.count < 66);
 }
 
+/// The index is intact, but no picture can be decoded.
+TEST_P(HostileClipTest, ClipWithoutAnyPictureIsReported)
+{
+    auto bytes = GeneratedClips::read(makeClip(
+        clips, QStringLiteral("X.mp4"),
+        {.size = QSize(64, 36), .seconds = 0.3, .audio = {}, .muxing = QStringLiteral("-movflags faststart")}));
+    const auto pictures = bytes.indexOf("mdat") + 4;
+    ASSERT_GT(pictures, 100);
+    std::fill(bytes.begin() + pictures, bytes.end(), '\xff');
+    const auto clip = clips.write(QStringLiteral("X.mp4"), bytes);
+    const auto result = attempt([&](const ExportControl& control) { return GetParam().run(clip, control); });
+    EXPECT_EQ(result.message.toStdString(), "Dışa aktarma başarısız: okuma hatası");
+    EXPECT_FALSE(result.hasSucceeded());
+    EXPECT_EQ(files(), QStringList{QStringLiteral("X.mp4")});
+}
+
 } // namespace
 } // namespace quelto

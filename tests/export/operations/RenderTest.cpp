@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <numeric>
+
 namespace quelto {
 namespace {
 
@@ -39,12 +41,6 @@ protected:
         EXPECT_EQ(stateOf(clip), source);
         expectValidExport(result.path);
         return result.path;
-    }
-
-    static QSize sizeOf(const QString& path)
-    {
-        const auto video = streamsOf(path).at(0).toObject();
-        return {video[u"width"].toInt(), video[u"height"].toInt()};
     }
 };
 
@@ -94,7 +90,7 @@ TEST_F(RenderTest, JoinsClipsOfDifferentSizesRatesAndSounds)
                                {.seconds = 0.5, .firstNumber = 600, .audio = {{.pitch = 2000}, {.pitch = 2500}}});
     const auto output = rendered({.clips = {first, second, soundOnly, silent, last}});
 
-    EXPECT_EQ(sizeOf(output), QSize(640, 360));
+    EXPECT_EQ(pictureSize(output), QSize(640, 360));
     EXPECT_EQ(streamsOf(output).size(), 2);
     std::vector<CountedFrame> expected;
     appendTicks(expected, readCounter(first), 0, 1, 60);
@@ -221,7 +217,7 @@ TEST_P(RenderCanvasTest, PictureStandsInTheMiddleOfTheCanvas)
     const auto clip = makeClip(clips, QStringLiteral("X.mp4"),
                                {.size = row.source, .rate = QStringLiteral("30"), .seconds = 0.2, .audio = {}});
     const auto output = aspectOf(clip, row.aspect);
-    EXPECT_EQ(sizeOf(output), row.canvas);
+    EXPECT_EQ(pictureSize(output), row.canvas);
     expectFrames(readCounter(output, row.image), readCounter(clip));
 }
 
@@ -282,7 +278,7 @@ TEST_F(RenderTest, BlurredBackgroundIsDarkerAndMoreVivid)
     const auto clip = coloured(clips, QStringLiteral("X.mp4"));
     const Colours colours(clip);
     const auto output = aspectOf(clip, AspectRatio::vertical);
-    ASSERT_EQ(sizeOf(output), QSize(360, 640));
+    ASSERT_EQ(pictureSize(output), QSize(360, 640));
     // The image itself, between 218.75 and 421.25.
     expectColour(colourIn(output, QRect(10, 230, 340, 80)), colours.green);
     expectColour(colourIn(output, QRect(10, 330, 160, 80)), colours.red);
@@ -309,7 +305,7 @@ TEST_F(RenderTest, CropShowsTheMiddle)
     const auto clip = coloured(clips, QStringLiteral("X.mp4"));
     const Colours colours(clip);
     const auto output = aspectOf(clip, AspectRatio::vertical, FillMode::crop);
-    ASSERT_EQ(sizeOf(output), QSize(360, 640));
+    ASSERT_EQ(pictureSize(output), QSize(360, 640));
     expectColour(colourIn(output, QRect(0, 0, 360, 316)), colours.green);
     expectColour(colourIn(output, QRect(0, 324, 176, 316)), colours.red);
     expectColour(colourIn(output, QRect(184, 324, 176, 316)), colours.blue);
@@ -325,6 +321,28 @@ TEST_F(RenderTest, AspectIsInTheName)
     EXPECT_EQ(name(AspectRatio::portrait), QStringLiteral("X (4x5).mp4"));
     EXPECT_EQ(name(AspectRatio::vertical), QStringLiteral("X (9x16) (2).mp4"));
     EXPECT_EQ(name(AspectRatio::vertical), QStringLiteral("X (9x16) (3).mp4"));
+}
+
+TEST_F(RenderTest, FragmentsWithBFramesShowEveryFrame)
+{
+    const auto clip = makeClip(clips, QStringLiteral("X.mp4"), fragmentsWithBFrames());
+    const auto output = aspectOf(clip, AspectRatio::vertical);
+    ASSERT_EQ(pictureSize(output), QSize(360, 640));
+    // 360 × 202.5 in the middle.
+    const auto frames = readCounter(output, QRect(0, 220, 360, 200));
+    std::vector<int> all(36);
+    std::iota(all.begin(), all.end(), 0);
+    EXPECT_EQ(numbersOf(frames), all);
+    EXPECT_EQ(frames.front().time, 0);
+}
+
+/// The shape of one clip is kept, but a clip without video also makes it a video of several.
+TEST_F(RenderTest, ClipWithoutVideoCountsForTheSize)
+{
+    const auto clip = makeClip(clips, QStringLiteral("X.mp4"), {.seconds = 0.2});
+    const auto soundOnly = clips.make(QStringLiteral("sound.mp4"), QStringLiteral("-f lavfi -i sine=d=1 -c:a aac"));
+    EXPECT_EQ(pictureSize(rendered({.clips = {clip}})), QSize(320, 180));
+    EXPECT_EQ(pictureSize(rendered({.clips = {clip, soundOnly}})), QSize(640, 360));
 }
 
 } // namespace

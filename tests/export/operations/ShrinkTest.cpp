@@ -2,6 +2,8 @@
 #include "base/language/L10n.h"
 #include "base/language/Language.h"
 #include "base/language/T.h"
+#include "tests/base/disk/SmallDisk.h"
+#include "tests/base/environment/ScopedEnvironment.h"
 #include "tests/export/operations/ExportFixture.h"
 #include "tests/media/probe/Mp4Boxes.h"
 #include "tests/media/probe/Probe.h"
@@ -275,6 +277,34 @@ TEST_F(ShrinkTest, ThirdPassIsReturnedEvenIfItIsTooLarge)
     }
     EXPECT_TRUE(pass.empty());
     EXPECT_EQ(passes, 3);
+}
+
+TEST_F(ShrinkTest, WidePixelsThatOnlyThePictureDataDeclaresBecomeSquare)
+{
+    const auto clip = large(QStringLiteral("X.mp4"), widePixelsInPictureData());
+    const auto output = shrunk(clip);
+    EXPECT_EQ(pictureSize(output), QSize(320, 180));
+    const auto frames = readCounter(output);
+    EXPECT_EQ(numbersOf(frames), numbersOf(readCounter(clip)));
+    // The outermost bars.
+    EXPECT_GT(frames.front().white, 150);
+    EXPECT_LT(frames.front().black, 60);
+}
+
+TEST_F(ShrinkTest, OnePassHasToDoWithoutRoomForStatistics)
+{
+    const SmallDisk disk(64 * 1024);
+    if (!disk.isMounted()) {
+        GTEST_SKIP() << "only root may mount a small disk";
+    }
+    const auto clip = large(QStringLiteral("X.mp4"), {.seconds = 0.5});
+    QFile ballast(disk.path() + QStringLiteral("/ballast"));
+    ASSERT_TRUE(ballast.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    while (ballast.write(QByteArray(4096, 'x')) > 0) { }
+    ScopedEnvironment environment;
+    environment.set("TMPDIR", QFile::encodeName(disk.path()));
+    expectFrames(readCounter(shrunk(clip)), readCounter(clip));
+    EXPECT_EQ(filesIn(disk.path()), QStringList{QStringLiteral("ballast")});
 }
 
 } // namespace

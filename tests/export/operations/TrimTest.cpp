@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 
+#include <numeric>
 #include <ostream>
 
 namespace quelto {
@@ -271,6 +272,57 @@ TEST_F(TrimTest, WidePixelsBecomeSquare)
     const auto video = streamsOf(output).at(0).toObject();
     EXPECT_NEAR(video[u"width"].toDouble() / video[u"height"].toDouble(), 320.0 * 4 / 3 / 180, 0.02);
     EXPECT_EQ(numbersOf(readCounter(output)).front(), 6);
+}
+
+TEST_F(TrimTest, WidePixelsThatOnlyThePictureDataDeclaresBecomeSquare)
+{
+    const auto clip = makeClip(clips, QStringLiteral("X.mp4"), widePixelsInPictureData());
+    const auto output = trimmed(clip, 0, 0.2);
+    EXPECT_EQ(pictureSize(output), QSize(320, 180));
+    const auto frames = readCounter(output);
+    EXPECT_EQ(numbersOf(frames), numbersOf(readCounter(clip)));
+    // The outermost bars.
+    EXPECT_GT(frames.front().white, 150);
+    EXPECT_LT(frames.front().black, 60);
+}
+
+TEST_F(TrimTest, WholeClipOfFragmentsKeepsEveryFrame)
+{
+    for (const auto& audio : {std::vector<BeepTrack>{}, {BeepTrack{}}}) {
+        SCOPED_TRACE(audio.size());
+        auto fragments = fragmentsWithBFrames();
+        fragments.audio = audio;
+        const auto clip = makeClip(clips, QStringLiteral("X.mp4"), fragments);
+        const auto frames = readCounter(trimmed(clip, 0, 100));
+        EXPECT_EQ(frames.size(), 36U);
+        expectFrames(frames, readCounter(clip));
+    }
+}
+
+TEST_F(TrimTest, PictureThatStandsForHoursIsRepeatedEveryFiveMinutes)
+{
+    constexpr double Stands = 7200;
+    const auto clip = makeClip(clips, QStringLiteral("X.mp4"), {.times = {0, Stands, 2 * Stands}, .audio = {}});
+    const auto frames = readCounter(trimmed(clip, 0, 2 * Stands + 0.05));
+    std::vector<CountedFrame> expected;
+    for (int i = 0; i <= 48; ++i) {
+        expected.push_back({.number = i / 24, .time = 300.0 * i});
+    }
+    expectFrames(frames, expected);
+}
+
+TEST_F(TrimTest, SoundAtAnAbsurdRateIsReported)
+{
+    const auto made =
+        makeClip(clips, QStringLiteral("X.mov"), {.seconds = 0.5, .audioEncoding = QStringLiteral("-c:a pcm_s16le")});
+    auto bytes = GeneratedClips::read(made);
+    // The rate is a fixed-point number at the end of the sound's description.
+    const auto rate = bytes.indexOf("sowt", bytes.indexOf("stsd", bytes.indexOf("smhd"))) + 28;
+    ASSERT_EQ(bytes.mid(rate, 4), QByteArray("\xBB\x80\0\0", 4));
+    bytes.replace(rate, 4, QByteArray("\0\1\0\0", 4));
+    const auto result = trim(clips.write(QStringLiteral("X.mov"), bytes), 0.1, 0.4);
+    EXPECT_EQ(result.message.toStdString(), "Dışa aktarma başarısız: okuma hatası");
+    EXPECT_EQ(files(), QStringList{QStringLiteral("X.mov")});
 }
 
 TEST_F(TrimTest, NamesAreNumberedInTheLanguageOfTheInterface)

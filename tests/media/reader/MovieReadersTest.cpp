@@ -2,10 +2,14 @@
 #include "media/reader/AudioTrackReader.h"
 #include "media/reader/MovieInfo.h"
 #include "media/reader/VideoTrackReader.h"
+#include "tests/base/faults/FileFaults.h"
 #include "tests/media/probe/CounterClip.h"
+
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cmath>
 
 namespace quelto {
@@ -182,6 +186,68 @@ TEST_F(MovieReaders, MonoKeepsItsLevel)
     AudioTrackReader mono(make({.audio = {{.channels = QStringLiteral("mono")}}}), 0, {});
     AudioTrackReader stereo(make({}, QStringLiteral("stereo.mp4")), 0, {});
     EXPECT_NEAR(peak(mono, 12000, 900), peak(stereo, 12000, 900), 0.03);
+}
+
+TEST_F(MovieReaders, ChannelsOfUnknownPositionsAreHeardByTheFirstTwo)
+{
+    // No layout has this number of channels.
+    const auto path =
+        m_clips.make(QStringLiteral("clip.mov"),
+                     QStringLiteral("-f lavfi -i aevalsrc=0.25|-0.5|1|1|1|1|1|1|1|1|1:s=48000:d=0.2 -c:a pcm_s16le"));
+    AudioTrackReader reader(path, 0, {});
+    std::vector<float> frames(2 * 4800);
+    reader.read(frames);
+    for (std::size_t i = 0; i < frames.size(); i += 2) {
+        ASSERT_NEAR(frames[i], 0.25, 0.001);
+        ASSERT_NEAR(frames[i + 1], -0.5, 0.001);
+    }
+}
+
+TEST_F(MovieReaders, SoundAtAnAbsurdRateIsAnError)
+{
+    const auto path =
+        m_clips.make(QStringLiteral("clip.mov"), QStringLiteral("-f lavfi -i sine=r=48000:d=0.2 -c:a pcm_s16le"));
+    auto bytes = test::GeneratedClips::read(path);
+    // The rate is a fixed-point number at the end of the sound's description.
+    const auto rate = bytes.indexOf("sowt") + 28;
+    ASSERT_EQ(bytes.mid(rate, 4), QByteArray("\xBB\x80\0\0", 4));
+    bytes.replace(rate, 4, QByteArray("\0\1\0\0", 4));
+    m_clips.write(QStringLiteral("clip.mov"), bytes);
+    AudioTrackReader reader(path, 0, {});
+    std::vector<float> frames(2 * 4800);
+    EXPECT_THROW(reader.read(frames), std::runtime_error);
+}
+
+/// Tracks of a file whose data cannot be read any more, though its index was.
+class ReadError : public MovieReaders {
+protected:
+    QString path = m_clips.make(QStringLiteral("clip.mov"),
+                                QStringLiteral("-f lavfi -i testsrc2=s=320x180:r=60:d=2,noise=alls=60:allf=t "
+                                               "-f lavfi -i sine=d=10 -c:v libx264 -preset ultrafast -qp 10 "
+                                               "-pix_fmt yuv420p -c:a pcm_s16le"));
+    test::FileFaults faults{QFileInfo(path).path()};
+};
+
+TEST_F(ReadError, IsNotTheEndOfTheVideo)
+{
+    VideoTrackReader reader(path, {});
+    ASSERT_TRUE(reader.next());
+    faults.use({test::faultRule("pread", 0, EIO)});
+    EXPECT_THROW(
+        {
+            while (reader.next()) { }
+        },
+        std::runtime_error);
+}
+
+TEST_F(ReadError, IsNotTheEndOfTheSound)
+{
+    AudioTrackReader reader(path, 0, {});
+    std::vector<float> frames(2 * 480);
+    reader.read(frames);
+    faults.use({test::faultRule("pread", 0, EIO)});
+    frames.resize(std::size_t{2} * 48000 * 10);
+    EXPECT_THROW(reader.read(frames), std::runtime_error);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ScopedEnvironment.h"
-
 #include "platform/x11/DesktopEntries.h"
+#include "tests/base/environment/ScopedEnvironment.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ScopedEnvironment.h"
 #include "TestServer.h"
 #include "TestWindow.h"
 
 #include "platform/x11/X11Platform.h"
+#include "tests/base/environment/ScopedEnvironment.h"
 
 #include <QDir>
 #include <QFile>
