@@ -335,10 +335,16 @@ TEST_P(ExportFailureTest, ReadErrorInTheMiddleIsReported)
                               {.seconds = 1,
                                .filter = QStringLiteral("noise=alls=60:allf=t"),
                                .encoding = QStringLiteral("-c:v libx264 -preset ultrafast -g 10 -qp 10"),
+                               .audio = {},
                                .muxing = QStringLiteral("-movflags faststart")});
     const auto source = stateOf(noisy);
     FileFaults faults(folder());
-    const auto result = exportDuring(noisy, [&] { faults.use({faultRule("pread", 0, EIO)}); });
+    // In the last pass.
+    const auto result = exportOf(noisy, {}, [&](double done) {
+        if (done >= 0.5) {
+            faults.use({"pread 0 " + QByteArray::number(EIO) + " X.mp4"});
+        }
+    });
     EXPECT_EQ(result.message.toStdString(), "Dışa aktarma başarısız: okuma hatası");
     EXPECT_EQ(filesIn(folder()), QStringList{QStringLiteral("X.mp4")});
     EXPECT_EQ(stateOf(noisy), source);
