@@ -25,7 +25,7 @@ ERRORS = {
     errno.EACCES: "Kayıt klasörüne yazma izniniz yok. Başka bir kayıt klasörü seçin.",
 }
 # The calls without which there is no clip. The other calls remove the files of dead programs, or free resources.
-NECESSARY = {"stat", "mkdir", "create", "write", "lseek", "fdatasync", "renameat2", "linkat", "renameat"}
+NECESSARY = {"stat", "mkdir", "create", "write", "lseek", "pread", "fdatasync", "renameat2", "linkat", "renameat"}
 ABANDONED = ".quelto-1-0.part"
 
 

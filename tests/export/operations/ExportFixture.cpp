@@ -57,10 +57,11 @@ QString padded(const QString& path, qint64 size)
     return path;
 }
 
-CounterClip fragmentsWithBFrames()
+CounterClip fragmentsWithBFrames(const std::vector<BeepTrack>& audio)
 {
     return {.seconds = 0.6,
             .encoding = QStringLiteral("-c:v libx264 -preset veryfast -bf 3 -b_strategy 0 -g 20"),
+            .audio = audio,
             .muxing = QStringLiteral("-movflags frag_keyframe+empty_moov")};
 }
 

@@ -46,7 +46,7 @@ FileState stateOf(const QString& path);
 QString padded(const QString& path, qint64 size);
 
 /// 36 frames in a file without an index of the whole.
-CounterClip fragmentsWithBFrames();
+CounterClip fragmentsWithBFrames(const std::vector<BeepTrack>& audio = {});
 /// 240 × 180 pixels of 4 : 3. The file's index does not mention their shape.
 CounterClip widePixelsInPictureData();
 

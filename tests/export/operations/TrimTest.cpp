@@ -120,6 +120,7 @@ const std::vector<TrimCase> TrimCases{
      .clip = {.audio = {{}, {.pitch = 1500}, {.pitch = 2000, .start = 0.3}, {.pitch = 2500, .sampleRate = 44100}}}},
     {.name = "EditList", .clip = {.seconds = 3, .encoding = Fast + QStringLiteral("-g 60")}, .copyFrom = "-ss 0.73", .copyTo = ""},
     {.name = "Fragments", .clip = {.encoding = Fast + QStringLiteral("-g 20"), .muxing = QStringLiteral("-movflags frag_keyframe+empty_moov")}},
+    {.name = "FragmentsWithBFrames", .clip = fragmentsWithBFrames(), .start = 0.2, .end = 0.5},
     {.name = "QuickTime", .clip = {}, .container = "mov"},
     {.name = "TenBits", .clip = {.filter = QStringLiteral("format=yuv420p10le")}},
     {.name = "FullColourResolution", .clip = {.filter = QStringLiteral("format=yuv444p")}},
@@ -290,9 +291,7 @@ TEST_F(TrimTest, WholeClipOfFragmentsKeepsEveryFrame)
 {
     for (const auto& audio : {std::vector<BeepTrack>{}, {BeepTrack{}}}) {
         SCOPED_TRACE(audio.size());
-        auto fragments = fragmentsWithBFrames();
-        fragments.audio = audio;
-        const auto clip = makeClip(clips, QStringLiteral("X.mp4"), fragments);
+        const auto clip = makeClip(clips, QStringLiteral("X.mp4"), fragmentsWithBFrames(audio));
         const auto frames = readCounter(trimmed(clip, 0, 100));
         EXPECT_EQ(frames.size(), 36U);
         expectFrames(frames, readCounter(clip));
@@ -309,6 +308,23 @@ TEST_F(TrimTest, PictureThatStandsForHoursIsRepeatedEveryFiveMinutes)
         expected.push_back({.number = i / 24, .time = 300.0 * i});
     }
     expectFrames(frames, expected);
+}
+
+/// No layout has this number of channels.
+TEST_F(TrimTest, FirstTwoOfElevenChannelsAreHeard)
+{
+    const auto beep = [](int pitch, const char* when) {
+        return QStringLiteral("0.3*sin(2*PI*%1*t)*between(t,%2)").arg(pitch).arg(QLatin1String(when));
+    };
+    const auto clip = clips.make(
+        QStringLiteral("X.mov"),
+        QStringLiteral("-f lavfi -i color=s=64x36:r=30:d=1 -f lavfi -i aevalsrc='%1|%2|0|%3|0|0|0|0|0|0|0':s=48000:d=1 "
+                       "-c:v libx264 -preset ultrafast -pix_fmt yuv420p -c:a pcm_s16le")
+            .arg(beep(1000, "0.25,0.27"), beep(1500, "0.5,0.52"), beep(2000, "0.7,0.72")));
+    const auto output = trimmed(clip, 0.1, 0.9);
+    expectBeeps(beepTimes(output, 0, 1000), {0.15});
+    expectBeeps(beepTimes(output, 0, 1500), {0.4});
+    EXPECT_TRUE(beepTimes(output, 0, 2000).empty());
 }
 
 TEST_F(TrimTest, SoundAtAnAbsurdRateIsReported)
