@@ -72,11 +72,12 @@ QString audioSource(const BeepTrack& track, double seconds)
 /// The track in one channel, with silence up to its start.
 std::vector<float> soundOnTimeline(const QString& path, int audioTrack)
 {
-    auto arguments = QStringLiteral("-nostdin -v error -copyts -i PATH -map 0:a:%1 -af aresample=%2:async=1:first_pts=0 "
-                                    "-ac 1 -f f32le -")
-                         .arg(audioTrack)
-                         .arg(SampleRate)
-                         .split(u' ');
+    auto arguments =
+        QStringLiteral("-nostdin -v error -copyts -i PATH -map 0:a:%1 -af aresample=%2:async=1:first_pts=0 "
+                       "-ac 1 -f f32le -")
+            .arg(audioTrack)
+            .arg(SampleRate)
+            .split(u' ');
     // Paths may have spaces.
     arguments.replace(arguments.indexOf(QStringLiteral("PATH")), path);
     const auto result = run(QStringLiteral("ffmpeg"), arguments);
