@@ -83,18 +83,11 @@ std::uint64_t AtomicFile::progress() noexcept
 QStringList AtomicFile::abandonedIn(const QString& folder)
 {
     QStringList names;
-    const Descriptor descriptor(::open(encodeFileName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor descriptor(::open(encodeFileName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.get() >= 0) {
         forEachAbandoned(descriptor.get(), [&](const char* name) { names.append(QString::fromUtf8(name)); });
     }
     return names;
-}
-
-AtomicFile::Descriptor::~Descriptor()
-{
-    if (m_fd >= 0) {
-        ::close(m_fd);
-    }
 }
 
 AtomicFile::AtomicFile(const QString& folder)
@@ -120,7 +113,8 @@ void AtomicFile::createHiddenFile()
     for (;;) {
         const QByteArray name = HiddenPrefix.toByteArray() + QByteArray::number(::getpid()) + '-' +
             QByteArray::number(QRandomGenerator::global()->generate64(), 16) + HiddenSuffix.toByteArray();
-        Descriptor file(::openat(m_folder.get(), name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, NewFileMode));
+        FileDescriptor file(
+            ::openat(m_folder.get(), name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, NewFileMode));
         if (file.get() < 0) {
             if (errno == EEXIST || errno == EINTR) {
                 continue;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/files/FileDescriptor.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -48,32 +50,10 @@ public:
     void publish(const QString& name);
 
 private:
-    class Descriptor {
-    public:
-        explicit Descriptor(int fd = -1) noexcept
-            : m_fd(fd)
-        {
-        }
-        ~Descriptor();
-        Descriptor(Descriptor&& other) noexcept
-            : m_fd(std::exchange(other.m_fd, -1))
-        {
-        }
-        Descriptor& operator=(Descriptor&& other) noexcept
-        {
-            std::swap(m_fd, other.m_fd);
-            return *this;
-        }
-        int get() const noexcept { return m_fd; }
-
-    private:
-        int m_fd;
-    };
-
     void createHiddenFile();
 
-    Descriptor m_folder;
-    Descriptor m_file;
+    FileDescriptor m_folder;
+    FileDescriptor m_file;
     /// Empty once the file is published.
     QByteArray m_hiddenName;
     std::int64_t m_position = 0;

@@ -10,7 +10,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace quelto {
 
@@ -36,23 +35,18 @@ SourceFile::SourceFile(const QString& path)
     : m_folder(path.left(path.lastIndexOf(u'/')))
     , m_fileName(path.mid(path.lastIndexOf(u'/') + 1))
     // A pipe must not block, and is refused by the readers.
-    , m_fd(retryOnInterrupt(
+    , m_file(retryOnInterrupt(
           [&] { return ::open(encodeFileName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }))
 {
-    if (m_fd < 0) {
+    if (m_file.get() < 0) {
         throw cannotRead(errno);
     }
     m_state = readState();
 }
 
-SourceFile::~SourceFile()
-{
-    ::close(m_fd);
-}
-
 QString SourceFile::readPath() const
 {
-    return QStringLiteral("/proc/self/fd/%1").arg(m_fd);
+    return QStringLiteral("/proc/self/fd/%1").arg(m_file.get());
 }
 
 void SourceFile::requireUnchanged() const
@@ -69,7 +63,7 @@ void SourceFile::requireUnchanged() const
 SourceFile::State SourceFile::readState() const
 {
     struct stat status { };
-    if (::fstat(m_fd, &status) != 0) {
+    if (::fstat(m_file.get(), &status) != 0) {
         throw cannotRead(errno);
     }
     return {.size = status.st_size,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/files/FileDescriptor.h"
+
 #include <QString>
 
 namespace quelto {
@@ -11,9 +13,6 @@ namespace quelto {
 class SourceFile {
 public:
     explicit SourceFile(const QString& path);
-    ~SourceFile();
-    SourceFile(const SourceFile&) = delete;
-    SourceFile& operator=(const SourceFile&) = delete;
 
     const QString& folder() const noexcept { return m_folder; }
     const QString& fileName() const noexcept { return m_fileName; }
@@ -36,7 +35,7 @@ private:
 
     QString m_folder;
     QString m_fileName;
-    int m_fd = -1;
+    FileDescriptor m_file;
     State m_state;
 };
 

@@ -17,6 +17,7 @@ extern "C" {
 #include <cerrno>
 #include <new>
 #include <system_error>
+#include <tuple>
 
 namespace quelto {
 
@@ -31,18 +32,18 @@ constexpr std::uint64_t MaxSamples = 5'000'000;
 /// what recording needs: a frame of two 8K screens side by side takes a quarter of it.
 constexpr std::size_t MaxAllocation = std::size_t{1} << 30U;
 
-int openRegularFile(const QString& path)
+/// Returns the file and its size.
+std::pair<FileDescriptor, std::int64_t> openRegularFile(const QString& path)
 {
-    const int fd = ::open(encodeFileName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (fd < 0) {
+    FileDescriptor file(::open(encodeFileName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (file.get() < 0) {
         throw std::system_error(errno, std::system_category());
     }
     struct stat status { };
-    if (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) {
-        ::close(fd);
+    if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
         throw std::system_error(EINVAL, std::system_category());
     }
-    return fd;
+    return {std::move(file), status.st_size};
 }
 
 } // namespace
@@ -52,9 +53,8 @@ Demuxer::Demuxer(const QString& path, Deadline deadline)
 {
     ffmpeg::disableLogging();
     av_max_alloc(MaxAllocation);
-    m_file.open(openRegularFile(path), QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
-    m_size = m_file.size();
-    if (declaredSampleCount(m_file.handle()) > MaxSamples) {
+    std::tie(m_file, m_size) = openRegularFile(path);
+    if (declaredSampleCount(m_file.get()) > MaxSamples) {
         throw ffmpeg::FfmpegError(AVERROR_INVALIDDATA);
     }
 
@@ -134,7 +134,7 @@ int Demuxer::read(void* self, std::uint8_t* buffer, int size) noexcept
         return AVERROR_EXIT;
     }
     const auto count = retryOnInterrupt(
-        [&] { return ::pread(demuxer.m_file.handle(), buffer, static_cast<std::size_t>(size), demuxer.m_position); });
+        [&] { return ::pread(demuxer.m_file.get(), buffer, static_cast<std::size_t>(size), demuxer.m_position); });
     if (count < 0) {
         demuxer.m_readError = errno;
         return AVERROR(errno);

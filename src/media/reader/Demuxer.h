@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/files/FileDescriptor.h"
 #include "media/ffmpeg/Handles.h"
 #include "media/reader/Deadline.h"
 
-#include <QFile>
+#include <QString>
 
 namespace quelto {
 
@@ -40,7 +41,7 @@ private:
     static int isInterrupted(void* self) noexcept;
 
     Deadline m_deadline;
-    QFile m_file;
+    FileDescriptor m_file;
     std::int64_t m_position = 0;
     std::int64_t m_size = 0;
     /// An errno value.
