@@ -18,9 +18,10 @@ extern "C" const char* __tsan_default_suppressions()
 {
     return "called_from_lib:libQt6Core.so\ncalled_from_lib:libQt6Network.so\ncalled_from_lib:libglib-2.0.so\n"
            "called_from_lib:libavcodec.so\ncalled_from_lib:libavfilter.so\ncalled_from_lib:libavutil.so\n"
+           "called_from_lib:libswscale.so\n"
            "called_from_lib:libx264\ncalled_from_lib:libx265\ncalled_from_lib:libzimg\n"
            "race_top:libQt6Core\nrace_top:libQt6Network\nrace_top:libavcodec\nrace_top:libavutil\n"
-           "race:libx264\nrace:libx265\nrace:libzimg\nmutex:libavfilter\nrace:tzset_internal\n"
+           "race:libx264\nrace:libx265\nrace:libzimg\nmutex:libavfilter\nmutex:libswscale\nrace:tzset_internal\n"
            // Qt counts the users of a connection in its headers, and the network thread may be the last one.
            "race:QtPrivate::QSlotObject<void (quelto::LeaguePoll\n"
            // OpenSSL frees the locks of a finished network thread at exit; Qt's wait for that thread is not seen.
