@@ -8,13 +8,15 @@
 
 #include <benchmark/benchmark.h>
 
+#include <array>
+
 namespace quelto {
 namespace {
 
 constexpr QSize Canvas(1080, 1920);
 
 /// A moving texture, so that no two pictures are alike.
-ffmpeg::Frame picture(int index)
+ffmpeg::Frame texture(int index)
 {
     auto frame = blackFrame({1920, 1080});
     for (int y = 0; y < frame->height; ++y) {
@@ -26,13 +28,9 @@ ffmpeg::Frame picture(int index)
     return frame;
 }
 
-std::vector<ffmpeg::Frame> pictures()
+std::array<ffmpeg::Frame, 4> pictures()
 {
-    std::vector<ffmpeg::Frame> frames;
-    for (int i = 0; i < 4; ++i) {
-        frames.push_back(picture(i));
-    }
-    return frames;
+    return {texture(0), texture(1), texture(2), texture(3)};
 }
 
 void composed(benchmark::State& state, FillMode fill)

@@ -58,6 +58,17 @@ std::vector<TranscodeAudio> allTracks(const MovieInfo& info)
     return tracks;
 }
 
+/// Nothing for a file that is not a movie.
+std::optional<MovieInfo> tryReadInfo(const SourceFile& source, const ExportControl& control)
+{
+    try {
+        return readMovieInfo(source.readPath(), control.stop);
+    } catch (const std::runtime_error&) {
+        control.throwIfStopped();
+        return std::nullopt;
+    }
+}
+
 std::vector<std::unique_ptr<SourceFile>> opened(const QString& clip)
 {
     std::vector<std::unique_ptr<SourceFile>> sources;
@@ -84,27 +95,24 @@ QString Exporter::trim(const QString& clip, const TimeRange& range, const Export
 {
     const auto sources = opened(clip);
     const auto& source = *sources.front();
-    MovieInfo info;
-    try {
-        info = readMovieInfo(source.readPath(), control.stop);
-    } catch (const std::runtime_error&) {
-        control.throwIfStopped();
+    const auto info = tryReadInfo(source, control);
+    if (!info) {
         throw ExportError::failed(T("oturum oluşturulamadı"));
     }
-    if (!info.video) {
+    if (!info->video) {
         throw ExportError::noVideo();
     }
-    const TimeRange part{.start = std::max(range.start, 0.0), .end = std::min(range.end, info.duration)};
+    const TimeRange part{.start = std::max(range.start, 0.0), .end = std::min(range.end, info->duration)};
     if (!(part.duration() > 0)) {
         throw ExportError::failed(T("oturum oluşturulamadı"));
     }
-    if (part.end > info.intactUntil) {
+    if (part.end > info->intactUntil) {
         throw ExportError::failed(T("okuma hatası"));
     }
     const TranscodeJob job{
         .clips = {{.path = source.readPath(), .start = fromSeconds(part.start), .end = fromSeconds(part.end)}},
-        .video = unscaled(*info.video),
-        .audio = allTracks(info)};
+        .video = unscaled(*info->video),
+        .audio = allTracks(*info)};
     const auto suffix = T("kırpılmış");
     return writeExport(job, sources,
                        {.folder = source.folder(),
@@ -118,10 +126,12 @@ QString Exporter::compressForDiscord(const QString& clip, int limitMB, const Exp
     if (passes.isSmallEnough(sizeOf(clip))) {
         return clip;
     }
+    // All passes read the same file, whatever its name is by then.
+    const auto sources = opened(clip);
     QString previous;
     const auto encodePass = [&](int pass) {
         try {
-            return encode(clip, passes.targetBytes(pass), control);
+            return encode(sources, passes.targetBytes(pass), control);
         } catch (const ExportStopped&) {
             // Nobody will be told of it.
             removeFile(previous);
@@ -141,29 +151,23 @@ QString Exporter::compressForDiscord(const QString& clip, int limitMB, const Exp
     }
 }
 
-QString Exporter::encode(const QString& clip, double targetBytes, const ExportControl& control)
+QString Exporter::encode(std::span<const std::unique_ptr<SourceFile>> sources, double targetBytes,
+                         const ExportControl& control)
 {
-    const auto sources = opened(clip);
     const auto& source = *sources.front();
-    MovieInfo info;
-    try {
-        info = readMovieInfo(source.readPath(), control.stop);
-    } catch (const std::runtime_error&) {
-        control.throwIfStopped();
+    const auto info = tryReadInfo(source, control);
+    if (!info || !(info->duration > 0) || !info->video) {
         throw ExportError::noVideo();
     }
-    if (!(info.duration > 0) || !info.video) {
-        throw ExportError::noVideo();
-    }
-    if (info.intactUntil < info.duration) {
+    if (info->intactUntil < info->duration) {
         throw ExportError::failed(T("okuma hatası"));
     }
     const auto settings = shrinkSettings(targetBytes,
-                                         {.duration = info.duration,
-                                          .hasAudio = !info.audio.empty(),
-                                          .size = info.video->size,
-                                          .frameRate = info.video->frameRate});
-    TranscodeJob job{.clips = {{.path = source.readPath(), .start = {}, .end = fromSeconds(info.duration)}},
+                                         {.duration = info->duration,
+                                          .hasAudio = !info->audio.empty(),
+                                          .size = info->video->size,
+                                          .frameRate = info->video->frameRate});
+    TranscodeJob job{.clips = {{.path = source.readPath(), .start = {}, .end = fromSeconds(info->duration)}},
                      .video = {.size = settings.size,
                                .layout =
                                    [size = settings.size](QSizeF) {

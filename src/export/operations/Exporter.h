@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "export/operations/SourceFile.h"
 #include "export/queue/ExportControl.h"
 #include "export/rules/TimeRange.h"
 
 #include <QString>
+
+#include <memory>
+#include <span>
 
 namespace quelto {
 
@@ -23,7 +27,8 @@ public:
     static QString compressForDiscord(const QString& clip, int limitMB, const ExportControl& control);
 
 private:
-    static QString encode(const QString& clip, double targetBytes, const ExportControl& control);
+    static QString encode(std::span<const std::unique_ptr<SourceFile>> sources, double targetBytes,
+                          const ExportControl& control);
 };
 
 } // namespace quelto

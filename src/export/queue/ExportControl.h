@@ -7,7 +7,7 @@
 
 namespace quelto {
 
-/// The end of an export that was asked to stop. Not a failure: the user is told nothing.
+/// Thrown by an export that was asked to stop. This is not a failure, so no message is shown.
 class ExportStopped : public std::exception {
 public:
     const char* what() const noexcept override { return "the export was stopped"; }

@@ -53,6 +53,9 @@ private:
     bool tryTwoPasses(ExportEncoderRequest request)
     {
         const QTemporaryDir statistics;
+        if (!statistics.isValid()) {
+            return false;
+        }
         request.statisticsFile = statistics.filePath(QStringLiteral("statistics"));
         request.pass = EncoderPass::first;
         bool needsSecond = false;

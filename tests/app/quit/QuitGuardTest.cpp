@@ -203,7 +203,7 @@ TEST_F(QuitGuardTest, AnExportWithoutASignOfLifeForAMinuteHangs)
     guard.check(start + 60s, 7);
     EXPECT_EQ(takeActions(), actions({"Dışa aktarma bir dakikadır ilerlemiyor. Disk yanıt vermiyor olabilir."}));
     guard.check(start + 61s, 7);
-    EXPECT_EQ(takeActions(), QStringList()) << "it is told once";
+    EXPECT_EQ(takeActions(), QStringList()) << "a hung export is reported once";
     guard.exportsEnded();
     EXPECT_EQ(takeActions(), QStringList()) << "the user may have started something else";
 }

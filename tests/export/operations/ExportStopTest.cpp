@@ -117,15 +117,16 @@ class SecondPassTest : public ExportStopTest {
 protected:
     Attempt shrink(const std::stop_token& stop, const std::function<void()>& onSecondPass)
     {
-        bool isFirstDone = false;
+        int pass = 1;
+        bool hasEnded = false;
         return attempt([&](const ExportControl& control) { return Exporter::compressForDiscord(clip, 0, control); },
                        stop,
                        [&](double done) {
-                           if (isFirstDone && done < 1) {
+                           if (hasEnded && done < 1 && ++pass == 2) {
                                EXPECT_TRUE(QFile::exists(firstCopy));
                                onSecondPass();
                            }
-                           isFirstDone = isFirstDone || done == 1;
+                           hasEnded = done == 1;
                        });
     }
 
@@ -145,6 +146,15 @@ TEST_F(SecondPassTest, ErrorLeavesTheCopyOfTheFirst)
     const auto result = shrink({}, [&] { padded(clip, 0); });
     EXPECT_EQ(result.message.toStdString(), "Dışa aktarma başarısız: Klip dışa aktarılırken değişti. Yeniden deneyin.");
     EXPECT_EQ(files(), (QStringList{QStringLiteral("X (Discord).mp4"), QStringLiteral("X.mp4")}));
+    expectValidExport(firstCopy);
+}
+
+TEST_F(SecondPassTest, RenamedClipIsReadToTheEnd)
+{
+    const auto renamed = clips.path(QStringLiteral("Y.mp4"));
+    const auto result = shrink({}, [&] { QFile::rename(clip, renamed); });
+    EXPECT_EQ(result.message.toStdString(), "");
+    EXPECT_EQ(files(), (QStringList{QStringLiteral("X (Discord).mp4"), QStringLiteral("Y.mp4")}));
     expectValidExport(firstCopy);
 }
 
