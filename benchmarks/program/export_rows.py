@@ -133,12 +133,12 @@ def recording(options):
 CONTENTS = {
     "moving": "testsrc2=s={size}:r={fps}:d={seconds}",
     "noisy": "testsrc2=s={size}:r={fps}:d={seconds},noise=alls=16:allf=t",
-    "zoom": "mandelbrot=s={size}:r={fps}:maxiter=400,trim=duration={seconds}",
+    "zoom": "mandelbrot=s={size}:r={fps}:maxiter=200:end_scale=0.001:end_pts={frames},trim=duration={seconds}",
     "mostly still": "testsrc=s={size}:r={fps}:d={seconds}",
 }
 SIZES = [(1920, 1080), (1280, 720), (640, 360)]
 # A longer or faster clip gets a smaller size, so that no clip takes minutes. Units: pixels.
-MAX_PIXELS = 4e9
+MAX_PIXELS = 2e9
 RATES = [24, 25, 30, 50, 60, 90, 120, 144]
 
 
@@ -150,7 +150,8 @@ def _random_clip(source, chance):
     width, height = chance.choice([size for size in SIZES if size[0] * size[1] * fps * seconds <= MAX_PIXELS] or SIZES[-1:])
     size = f"{width}x{height}"
     subprocess.run([str(word) for word in (
-        "ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", CONTENTS[content].format(size=size, fps=fps, seconds=seconds),
+        "ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i",
+        CONTENTS[content].format(size=size, fps=fps, seconds=seconds, frames=round(fps * seconds)),
         "-f", "lavfi", "-i", f"anoisesrc=color=pink:r=48000:d={seconds}:amplitude=0.4:seed=1", "-c:v", "libx264", "-preset", "ultrafast",
         "-qp", 20, "-g", fps, "-bf", "0", "-pix_fmt", "yuv420p", "-c:a", "aac", "-b:a", "192k", "-ac", "2", source)], check=True)
     megabytes = source.stat().st_size / 1e6

@@ -7,6 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <limits>
+#include <malloc.h>
 #include <random>
 
 namespace quelto {
@@ -121,6 +126,25 @@ TEST(ExportEncoder, AStatisticsFileThatCannotBeWrittenIsAnError)
                                     .statisticsFile = QStringLiteral("/nowhere/statistics")},
                                    [](const AVPacket&) {}),
                  EncoderError);
+}
+
+/// libx264 reads past its pictures, so its memory has to continue there.
+TEST(ExportEncoderTest, EncoderMemoryIsPadded)
+{
+    // As the libraries of the process find it.
+    const auto allocate = reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_DEFAULT, "memalign"));
+    ASSERT_NE(allocate, nullptr);
+    for (const std::size_t alignment : {1, 32, 64, 2 << 20}) {
+        constexpr std::size_t Bytes = 1000;
+        void* const memory = allocate(alignment, Bytes);
+        ASSERT_NE(memory, nullptr);
+        EXPECT_GE(malloc_usable_size(memory), Bytes + 32);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(memory) % alignment, 0) << alignment;
+        std::free(memory);
+    }
+    errno = 0;
+    EXPECT_EQ(allocate(64, std::numeric_limits<std::size_t>::max()), nullptr);
+    EXPECT_EQ(errno, ENOMEM);
 }
 
 } // namespace
