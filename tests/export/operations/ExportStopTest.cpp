@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/operations/ExportFile.h"
-#include "export/operations/VideoTools.h"
 #include "tests/export/operations/ExportFixture.h"
 
 #include <QFile>
@@ -82,14 +81,11 @@ TEST_F(ExportStopTest, StopAfterTheLastPictureKeepsTheExistingFile)
 TEST_F(ExportStopTest, StopDuringTheLastPicturesPublishesNothing)
 {
     const auto clip = makeClip(clips, QStringLiteral("X.mp4"), {.seconds = 0.5, .audio = {{.seconds = 1}}});
+    // Both report after each frame; other exports leave out reports that come too soon after the last one.
     const std::vector<Export> exports{
         [&](const ExportControl& control) { return Exporter::trim(clip, {.start = 0, .end = 0.5}, control); },
         // Nothing is below this limit.
-        [&](const ExportControl& control) { return Exporter::compressForDiscord(clip, -1, control); },
-        [&](const ExportControl& control) {
-            return VideoTools::exportAspect(clip, AspectRatio::square, FillMode::blur,
-                                            {.stop = control.stop, .progress = control.progress});
-        }};
+        [&](const ExportControl& control) { return Exporter::compressForDiscord(clip, -1, control); }};
     for (std::size_t i = 0; i < exports.size(); ++i) {
         SCOPED_TRACE(i);
         const auto complete = attempt(exports[i]);
