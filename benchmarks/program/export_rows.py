@@ -163,7 +163,7 @@ def shrink_accuracy(options):
     folder = desktop.TEST_FOLDER
     source = folder / "random.mp4"
     chance = random.Random(1)
-    count = 100 if options.sync_minutes > 1 else 12
+    count = 100 if options.long else 12
     results = []
     log = options.build / "shrink-accuracy.jsonl"
     log.write_text("")

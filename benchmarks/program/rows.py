@@ -197,7 +197,7 @@ def sound_against_picture(options):
     with Recording("--tone", 440, clipLength=15) as recording:
         started = time.monotonic()
         # Each clip has about fifteen pairs of flash and beep.
-        for moment in range(16, max(31, options.sync_minutes * 60 + 1), 15 if options.sync_minutes < 5 else 60):
+        for moment in range(16, 1801, 60) if options.long else range(16, 61, 15):
             time.sleep(max(0.0, started + moment - time.monotonic()))
             path = recording.program.save()
             points += [(moment, lead) for lead in clip.Clip(path).sound_lead(1)]

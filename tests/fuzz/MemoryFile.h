@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/files/FileDescriptor.h"
+
 #include "tests/fuzz/Require.h"
 
 #include <QString>
@@ -16,19 +18,16 @@ namespace quelto::fuzz {
 class MemoryFile {
 public:
     MemoryFile(const std::uint8_t* data, std::size_t size)
-        : m_fd(memfd_create("clip", MFD_CLOEXEC))
+        : m_file(memfd_create("clip", MFD_CLOEXEC))
     {
-        require(m_fd >= 0);
-        require(::write(m_fd, data, size) == static_cast<ssize_t>(size));
+        require(m_file.get() >= 0);
+        require(::write(m_file.get(), data, size) == static_cast<ssize_t>(size));
     }
-    ~MemoryFile() { ::close(m_fd); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
 
-    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(m_fd); }
+    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(m_file.get()); }
 
 private:
-    int m_fd;
+    FileDescriptor m_file;
 };
 
 } // namespace quelto::fuzz

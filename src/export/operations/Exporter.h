@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "export/operations/SourceFile.h"
 #include "export/queue/ExportControl.h"
 #include "export/rules/TimeRange.h"
 
@@ -11,6 +10,8 @@
 #include <span>
 
 namespace quelto {
+
+class SourceFile;
 
 /// Makes copies of a clip beside it: a part of it, or a smaller file. Neither touches the clip or writes a sidecar.
 ///

@@ -10,9 +10,9 @@
 #include <cstdlib>
 #include <limits>
 
-// Replaces the C library's function in the whole process, for libx264 0.164. With AVX2 and AVX-512 that reads the
-// quantizer factors of a row of blocks in vectors, up to 30 bytes past the memory of the picture. At the end of the
-// last mapped page this ends the process.
+// Replaces the C library's function in the whole process, for libx264 0.164. With AVX-512 that reads the quantizer
+// factors of a row of blocks in vectors of 32 bytes, and the last one may reach past the memory of the picture. If no
+// page follows, the process ends.
 extern "C" [[gnu::visibility("default")]] void* memalign(std::size_t alignment, std::size_t size)
 {
     constexpr std::size_t Padding = 64;

@@ -11,8 +11,8 @@ extern "C" {
 
 namespace quelto {
 
-/// libavfilter, which is loaded when it is first needed: it loads about thirty more libraries, which would cost every
-/// start of the program 20 ms and 12 MiB.
+/// libavfilter, which is loaded when it is first needed: it loads about thirty more libraries, which would delay every
+/// start of the program.
 ///
 /// Thread: any.
 struct FilterLibrary {

@@ -74,6 +74,16 @@ CounterClip widePixelsInPictureData()
                 QStringLiteral("-c:v libx264 -preset ultrafast -qp 18 -bsf:v h264_metadata=sample_aspect_ratio=4/3")};
 }
 
+void expectSquarePixels(const QString& output, const QString& clip)
+{
+    EXPECT_EQ(pictureSize(output), QSize(320, 180));
+    const auto frames = readCounter(output);
+    EXPECT_EQ(numbersOf(frames), numbersOf(readCounter(clip)));
+    // The outermost bars.
+    EXPECT_GT(frames.front().white, 150);
+    EXPECT_LT(frames.front().black, 60);
+}
+
 QSize pictureSize(const QString& path)
 {
     const auto video = streamsOf(path).at(0).toObject();

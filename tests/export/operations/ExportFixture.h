@@ -49,6 +49,8 @@ QString padded(const QString& path, qint64 size);
 CounterClip fragmentsWithBFrames(const std::vector<BeepTrack>& audio = {});
 /// 240 × 180 pixels of 4 : 3. The file's index does not mention their shape.
 CounterClip widePixelsInPictureData();
+/// Requires that the export of such a clip fills 320 × 180 pixels with all of its frames.
+void expectSquarePixels(const QString& output, const QString& clip);
 
 /// Of the first video track.
 QSize pictureSize(const QString& path);

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
 #include <condition_variable>
 #include <mutex>
 #include <random>
@@ -57,23 +58,26 @@ protected:
     /// Small clips that are stored in different ways.
     std::vector<QByteArray> goodClips() const
     {
-        const CounterClip common{.size = QSize(64, 36), .rate = QStringLiteral("30"), .seconds = 0.3};
-        auto fragments = common;
-        fragments.encoding = QStringLiteral("-c:v libx265 -preset ultrafast -x265-params log-level=none -tag:v hvc1");
-        fragments.audioEncoding = QStringLiteral("-c:a libopus");
-        fragments.muxing = QStringLiteral("-movflags frag_keyframe+empty_moov");
-        auto plain = common;
-        plain.encoding = QStringLiteral("-c:v libx264 -preset veryfast -bf 2");
-        plain.muxing = QStringLiteral("-movflags faststart");
-        auto photographs = common;
-        photographs.encoding = QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p");
-        photographs.audioEncoding = QStringLiteral("-c:a pcm_s16le");
-        photographs.muxing = QStringLiteral("-f mov -movflags faststart");
-        auto newest = common;
-        newest.encoding = QStringLiteral("-c:v libvpx-vp9 -deadline realtime -cpu-used 8");
-        newest.muxing = QStringLiteral("-movflags faststart");
+        struct Storage {
+            const char* video;
+            const char* audio;
+            const char* muxing;
+        };
+        constexpr std::array Storages{
+            Storage{"-c:v libx264 -preset veryfast -bf 2", "-c:a aac -b:a 128k", "-movflags faststart"},
+            Storage{"-c:v libx265 -preset ultrafast -x265-params log-level=none -tag:v hvc1", "-c:a libopus",
+                    "-movflags frag_keyframe+empty_moov"},
+            Storage{"-c:v mjpeg -pix_fmt yuvj420p", "-c:a pcm_s16le", "-f mov -movflags faststart"},
+            Storage{"-c:v libvpx-vp9 -deadline realtime -cpu-used 8", "-c:a aac -b:a 128k", "-movflags faststart"},
+        };
         std::vector<QByteArray> bytes;
-        for (const auto& clip : {plain, fragments, photographs, newest}) {
+        for (const auto& storage : Storages) {
+            const CounterClip clip{.size = QSize(64, 36),
+                                   .rate = QStringLiteral("30"),
+                                   .seconds = 0.3,
+                                   .encoding = QString::fromLatin1(storage.video),
+                                   .audioEncoding = QString::fromLatin1(storage.audio),
+                                   .muxing = QString::fromLatin1(storage.muxing)};
             bytes.push_back(GeneratedClips::read(makeClip(clips, QStringLiteral("good.mp4"), clip)));
         }
         QFile::remove(clips.path(QStringLiteral("good.mp4")));

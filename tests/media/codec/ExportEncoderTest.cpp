@@ -129,7 +129,7 @@ TEST(ExportEncoder, AStatisticsFileThatCannotBeWrittenIsAnError)
 }
 
 /// libx264 reads past its pictures, so its memory has to continue there.
-TEST(ExportEncoderTest, EncoderMemoryIsPadded)
+TEST(ExportEncoder, MemoryOfLibrariesIsPadded)
 {
     // As the libraries of the process find it.
     const auto allocate = reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_DEFAULT, "memalign"));
