@@ -11,6 +11,7 @@ pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-shm xcb-randr xcb-xfixes 
 pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-i18n icu-uc)
 pkg_check_modules(XKBCOMMON REQUIRED IMPORTED_TARGET xkbcommon xkbcommon-x11)
 pkg_check_modules(CANBERRA REQUIRED IMPORTED_TARGET libcanberra)
+pkg_check_modules(MPV REQUIRED IMPORTED_TARGET mpv)
 pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
 find_package(GTest REQUIRED)
 find_package(benchmark REQUIRED)

@@ -68,6 +68,22 @@ void ClipPlayerModel::seek(double seconds)
     m_player->seek(m_time);
 }
 
+void ClipPlayerModel::stepForward()
+{
+    pause();
+    if (const auto next = m_player->frames().nextAfter(m_time)) {
+        seek(*next);
+    }
+}
+
+void ClipPlayerModel::stepBack()
+{
+    pause();
+    if (const auto previous = m_player->frames().previousBefore(m_time)) {
+        seek(*previous);
+    }
+}
+
 void ClipPlayerModel::playEvent(double eventTime)
 {
     seek(buildUpOf(eventTime));

@@ -59,6 +59,9 @@ public:
     Q_INVOKABLE void toggle();
     /// Limits the position to the clip. `time` changes at once.
     Q_INVOKABLE void seek(double seconds);
+    /// Pauses, and shows the next picture, or the previous one.
+    Q_INVOKABLE void stepForward();
+    Q_INVOKABLE void stepBack();
     /// Plays from two seconds before an event.
     Q_INVOKABLE void playEvent(double eventTime);
     /// Applies at once while playing, and otherwise when playing starts.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "playback/rules/FrameTimes.h"
+
 #include <QObject>
 
 #include <optional>
@@ -34,6 +36,8 @@ public:
     virtual std::optional<double> duration() const = 0;
     /// 0 while nothing plays.
     virtual double rate() const = 0;
+    /// Unknown until the file is read.
+    virtual const FrameTimes& frames() const = 0;
 
 Q_SIGNALS:
     /// The position, the duration or the rate changed other than by playing on.

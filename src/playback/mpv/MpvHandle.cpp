@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "playback/mpv/MpvHandle.h"
 
+#include "playback/mpv/ClipStream.h"
+
 #include <array>
 #include <stdexcept>
 #include <thread>
@@ -60,6 +62,7 @@ MpvHandle::MpvHandle(std::function<void()> onEvents)
             checked(mpv_set_option_string(m_mpv, name, value));
         }
         checked(mpv_initialize(m_mpv));
+        ClipStream::addTo(*m_mpv);
     } catch (...) {
         mpv_terminate_destroy(m_mpv);
         throw;

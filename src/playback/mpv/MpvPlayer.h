@@ -6,17 +6,23 @@
 #include "playback/mpv/MpvHandle.h"
 #include "playback/rules/FrameTimes.h"
 
+#include <stop_token>
+
 namespace quelto {
 
-/// Plays clips with libmpv.
-///
-/// A file is opened when something can draw it, because libmpv gives up video that has no output when the file opens.
+/// Plays clips with libmpv. Its pictures are drawn by an output that is connected to `handle`.
 class MpvPlayer final : public Player {
     Q_OBJECT
 
 public:
-    /// The queue must outlive the player.
-    explicit MpvPlayer(TaskQueue& main);
+    struct Dependencies {
+        TaskQueue& main;
+        /// Runs tasks that read files, on another thread.
+        std::function<void(Task)> work;
+    };
+
+    /// All must outlive the player. Errors: std::runtime_error if libmpv cannot start.
+    explicit MpvPlayer(Dependencies dependencies);
     ~MpvPlayer() override;
 
     void open(const QString& path) override;
@@ -28,28 +34,34 @@ public:
     double position() const override;
     std::optional<double> duration() const override { return m_duration; }
     double rate() const override { return m_isPlaying ? m_rate : 0; }
+    const FrameTimes& frames() const override { return m_frames; }
 
-    /// Shared with what draws its pictures, which may outlive the player by a frame.
+    /// Outputs share it, because they may outlive the player by a picture.
     const std::shared_ptr<MpvHandle>& handle() const { return m_mpv; }
-    /// Pictures can be drawn from now on.
-    void outputIsReady();
+    /// An output is connected. Files are opened from then on: libmpv drops the video of a file that it opens without
+    /// one.
+    void setOutputReady();
 
 private:
     void takeEvents();
-    void propertyChanged(std::uint64_t number, const mpv_event_property& property);
-    void openWaiting();
+    void propertyChanged(const mpv_event& event);
+    void loadFile();
+    void readFrameTimes();
     void startSeek();
     void seekEnded();
 
-    std::shared_ptr<DetachableQueue> m_main;
+    Dependencies m_dependencies;
+    std::shared_ptr<DetachableQueue> m_replies;
     std::shared_ptr<MpvHandle> m_mpv;
     QString m_path;
+    FrameTimes m_frames;
+    std::stop_source m_reading;
     std::optional<double> m_duration;
     double m_time = 0;
     double m_rate = 1;
-    /// The latest position asked for; reported until playback moves on from it.
+    /// The latest position asked for, until playback moves on from it.
     std::optional<double> m_target;
-    /// libmpv is busy with an earlier seek.
+    /// libmpv carries out a seek.
     bool m_isSeeking = false;
     /// `m_target` changed since that seek started.
     bool m_isTargetNew = false;

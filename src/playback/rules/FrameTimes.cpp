@@ -8,8 +8,8 @@ namespace quelto {
 
 namespace {
 
-/// Players round times. Well below the distance of two frames at 240 frames a second.
-constexpr double Rounding = 0.001;
+/// Times are rounded on their way, in files to 1/90,000 s for example.
+constexpr double Rounding = 0.0001;
 
 } // namespace
 

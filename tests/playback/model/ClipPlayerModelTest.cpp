@@ -165,6 +165,20 @@ TEST_F(ClipPlayerModelTest, HandlesKeepHalfASecondAndShowTheirPicture)
     EXPECT_EQ(player.takeCalls(), calls({"seek 6", "seek 5.5", "seek 6"}));
 }
 
+TEST_F(ClipPlayerModelTest, StepsPauseAndShowTheNextPicture)
+{
+    player.frameTimes = FrameTimes({0, 0.5, 1});
+    model.seek(0.7);
+    player.takeCalls();
+    model.stepForward();
+    EXPECT_FALSE(model.isPlaying());
+    model.stepForward();
+    model.stepBack();
+    model.stepBack();
+    model.stepBack();
+    EXPECT_EQ(player.takeCalls(), calls({"pause", "seek 1", "pause", "pause", "seek 0.5", "pause", "seek 0", "pause"}));
+}
+
 TEST_F(ClipPlayerModelTest, EventPlaysFromItsBuildUp)
 {
     model.pause();

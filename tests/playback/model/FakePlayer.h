@@ -41,6 +41,7 @@ public:
     double position() const override { return m_position; }
     std::optional<double> duration() const override { return m_duration; }
     double rate() const override { return m_rate; }
+    const FrameTimes& frames() const override { return frameTimes; }
 
     /// The file is open.
     void opened(double duration)
@@ -59,6 +60,7 @@ public:
     QStringList takeCalls() { return std::exchange(calls, {}); }
 
     QStringList calls;
+    FrameTimes frameTimes;
 
 private:
     double m_position = 0;

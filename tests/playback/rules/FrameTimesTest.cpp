@@ -25,9 +25,9 @@ TEST(FrameTimesTest, FirstFrameIsShownBeforeItsTime)
 TEST(FrameTimesTest, RoundedTimesFindTheirFrame)
 {
     const FrameTimes thirds({0, 1 / 3.0, 2 / 3.0});
-    EXPECT_EQ(thirds.shownAt(0.3333), 1 / 3.0);
-    EXPECT_EQ(thirds.nextAfter(0.3333), 2 / 3.0);
-    EXPECT_EQ(thirds.previousBefore(0.6667), 1 / 3.0);
+    EXPECT_EQ(thirds.shownAt(0.33333), 1 / 3.0);
+    EXPECT_EQ(thirds.nextAfter(0.33333), 2 / 3.0);
+    EXPECT_EQ(thirds.previousBefore(0.66666), 1 / 3.0);
 }
 
 TEST(FrameTimesTest, StepsOverAPause)

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "playback/mpv/SoftwareVideo.h"
+
+#include "playback/mpv/MpvHandle.h"
+
+#include <mpv/render.h>
+
+#include <array>
+#include <condition_variable>
+#include <mutex>
+#include <pthread.h>
+#include <stdexcept>
+#include <thread>
+
+namespace quelto {
+
+namespace {
+
+mpv_render_context* createContext(mpv_handle* mpv)
+{
+    std::string api = MPV_RENDER_API_TYPE_SW;
+    std::array parameters{
+        mpv_render_param{MPV_RENDER_PARAM_API_TYPE, api.data()},
+        mpv_render_param{MPV_RENDER_PARAM_INVALID, nullptr},
+    };
+    mpv_render_context* context = nullptr;
+    const auto status = mpv_render_context_create(&context, mpv, parameters.data());
+    if (status < 0) {
+        throw std::runtime_error(mpv_error_string(status));
+    }
+    return context;
+}
+
+void draw(mpv_render_context& context, QImage& picture)
+{
+    std::array size{picture.width(), picture.height()};
+    std::string format = "bgr0";
+    auto stride = static_cast<std::size_t>(picture.bytesPerLine());
+    // The window shows the picture when it can.
+    int waitsForItsTime = 0;
+    std::array parameters{
+        mpv_render_param{MPV_RENDER_PARAM_SW_SIZE, size.data()},
+        mpv_render_param{MPV_RENDER_PARAM_SW_FORMAT, format.data()},
+        mpv_render_param{MPV_RENDER_PARAM_SW_STRIDE, &stride},
+        mpv_render_param{MPV_RENDER_PARAM_SW_POINTER, picture.bits()},
+        mpv_render_param{MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &waitsForItsTime},
+        mpv_render_param{MPV_RENDER_PARAM_INVALID, nullptr},
+    };
+    mpv_render_context_render(&context, parameters.data());
+}
+
+} // namespace
+
+struct SoftwareVideo::State {
+    State(std::shared_ptr<MpvHandle> core, std::function<void()> callback)
+        : mpv(std::move(core))
+        , onPicture(std::move(callback))
+        , context(createContext(mpv->get()))
+    {
+    }
+
+    /// On the drawing thread, which owns the context.
+    void run()
+    {
+        pthread_setname_np(pthread_self(), "quelto.playback");
+        mpv_render_context_set_update_callback(
+            context, [](void* self) { static_cast<State*>(self)->wake(); }, this);
+        QImage spare;
+        while (const auto wanted = waitForWork()) {
+            if (wanted->isEmpty()) {
+                continue;
+            }
+            if (spare.size() != *wanted || !spare.isDetached()) {
+                spare = QImage(*wanted, QImage::Format_RGB32);
+            }
+            draw(*context, spare);
+            publish(spare);
+        }
+        mpv_render_context_set_update_callback(context, nullptr, nullptr);
+        mpv_render_context_free(context);
+    }
+
+    void wake()
+    {
+        {
+            const std::scoped_lock guard(lock);
+            isAwake = true;
+        }
+        changed.notify_one();
+    }
+
+    /// The size of the picture to draw; nothing at the end.
+    std::optional<QSize> waitForWork()
+    {
+        for (;;) {
+            std::unique_lock guard(lock);
+            changed.wait(guard, [this] { return isAwake || isEnded; });
+            if (isEnded) {
+                return std::nullopt;
+            }
+            isAwake = false;
+            const auto isResized = std::exchange(hasNewSize, false);
+            const auto wanted = size;
+            guard.unlock();
+            const bool hasFrame = (mpv_render_context_update(context) & MPV_RENDER_UPDATE_FRAME) != 0;
+            if (hasFrame || isResized) {
+                return wanted;
+            }
+        }
+    }
+
+    void publish(QImage& drawn)
+    {
+        const std::scoped_lock guard(lock);
+        picture.swap(drawn);
+        if (!isEnded) {
+            onPicture();
+        }
+    }
+
+    const std::shared_ptr<MpvHandle> mpv;
+    const std::function<void()> onPicture;
+    mpv_render_context* const context;
+    std::mutex lock;
+    std::condition_variable changed;
+    QImage picture;
+    QSize size;
+    bool isAwake = false;
+    bool hasNewSize = false;
+    bool isEnded = false;
+};
+
+SoftwareVideo::SoftwareVideo(std::shared_ptr<MpvHandle> mpv, std::function<void()> onPicture)
+    : m_state(std::make_shared<State>(std::move(mpv), std::move(onPicture)))
+{
+    std::thread([state = m_state] { state->run(); }).detach();
+}
+
+SoftwareVideo::~SoftwareVideo()
+{
+    {
+        const std::scoped_lock guard(m_state->lock);
+        m_state->isEnded = true;
+    }
+    m_state->changed.notify_one();
+}
+
+void SoftwareVideo::setSize(QSize size)
+{
+    {
+        const std::scoped_lock guard(m_state->lock);
+        if (size == m_state->size) {
+            return;
+        }
+        m_state->size = size;
+        m_state->hasNewSize = true;
+        m_state->isAwake = true;
+    }
+    m_state->changed.notify_one();
+}
+
+QImage SoftwareVideo::picture() const
+{
+    const std::scoped_lock guard(m_state->lock);
+    return m_state->picture;
+}
+
+} // namespace quelto

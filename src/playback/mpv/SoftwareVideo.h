@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QImage>
+#include <QSize>
+
+#include <functional>
+#include <memory>
+
+namespace quelto {
+
+class MpvHandle;
+
+/// Draws the pictures of a libmpv core with the processor, on a thread of its own, for windows that are drawn without a
+/// graphics card.
+///
+/// Thread: one at a time, unless stated otherwise. Nothing blocks. Errors: std::runtime_error if the core already has
+/// an output.
+class SoftwareVideo {
+public:
+    /// Calls the function on the drawing thread when there is a new picture.
+    SoftwareVideo(std::shared_ptr<MpvHandle> mpv, std::function<void()> onPicture);
+    /// Ends the output of the core in the background.
+    ~SoftwareVideo();
+    SoftwareVideo(const SoftwareVideo&) = delete;
+    SoftwareVideo& operator=(const SoftwareVideo&) = delete;
+
+    /// The size of the next pictures, with black bars where the video has another shape. Units: pixels.
+    void setSize(QSize size);
+    /// The latest one; null before the first. Thread: any.
+    QImage picture() const;
+
+private:
+    struct State;
+    std::shared_ptr<State> m_state;
+};
+
+} // namespace quelto
