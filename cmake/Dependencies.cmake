@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Finds every library that Quelto uses.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Qml Quick DBus Widgets Svg Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network OpenGL Qml Quick DBus Widgets Svg Test)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavcodec libavformat libavutil libswresample libswscale)

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPointer>
+#include <QQuickItem>
+
+#include <memory>
+
+namespace quelto {
+
+class MpvPlayer;
+class Redraw;
+
+/// Shows the pictures of a player, as large as fits, on black. Draws with OpenGL in a window that does, and with the
+/// processor in any other.
+///
+/// Thread: main.
+class VideoSurface : public QQuickItem {
+    Q_OBJECT
+
+public:
+    explicit VideoSurface(QQuickItem* parent = nullptr);
+    ~VideoSurface() override;
+
+    void setPlayer(MpvPlayer* player);
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+
+private:
+    const std::shared_ptr<Redraw> m_redraw;
+    QPointer<MpvPlayer> m_player;
+    bool m_isPlayerNew = false;
+};
+
+} // namespace quelto
