@@ -15,16 +15,20 @@ constexpr double MinDurationChange = 0.01;
 
 } // namespace
 
-ClipPlayerModel::ClipPlayerModel(std::unique_ptr<Player> player, TaskQueue& main, QObject* parent)
+ClipPlayerModel::ClipPlayerModel(std::unique_ptr<Player> player, const Dependencies& dependencies, QObject* parent)
     : QObject(parent)
-    , m_main(main)
+    , m_dependencies(dependencies)
+    , m_replies(std::make_shared<DetachableQueue>(dependencies.main))
     , m_player(std::move(player))
 {
     connect(m_player.get(), &Player::changed, this, &ClipPlayerModel::update);
     connect(m_player.get(), &Player::ended, this, &ClipPlayerModel::update);
 }
 
-ClipPlayerModel::~ClipPlayerModel() = default;
+ClipPlayerModel::~ClipPlayerModel()
+{
+    m_replies->detach();
+}
 
 void ClipPlayerModel::load(const QString& path)
 {
@@ -32,9 +36,21 @@ void ClipPlayerModel::load(const QString& path)
     setTime(0);
     setDuration(0);
     setKept({});
-    m_events = ClipMeta::load(path).value_or(ClipMeta()).events;
-    Q_EMIT eventsChanged();
+    setEvents({});
+    readEvents(path);
     play();
+}
+
+void ClipPlayerModel::readEvents(const QString& path)
+{
+    m_dependencies.work([this, path, load = ++m_load, replies = m_replies] {
+        const auto events = ClipMeta::load(path).value_or(ClipMeta()).events;
+        replies->post([this, load, events] {
+            if (load == m_load) {
+                setEvents(events);
+            }
+        });
+    });
 }
 
 void ClipPlayerModel::play()
@@ -161,6 +177,14 @@ void ClipPlayerModel::update()
     }
 }
 
+void ClipPlayerModel::setEvents(const QList<ClipMeta::Event>& events)
+{
+    if (events != m_events) {
+        m_events = events;
+        Q_EMIT eventsChanged();
+    }
+}
+
 void ClipPlayerModel::setTime(double time)
 {
     if (time != m_time) {
@@ -202,7 +226,7 @@ void ClipPlayerModel::setKept(const TimeRange& kept)
 
 void ClipPlayerModel::scheduleTick()
 {
-    m_main.postAfter(TickInterval, [this, ticker = std::weak_ptr(m_ticker)] {
+    m_dependencies.main.postAfter(TickInterval, [this, ticker = std::weak_ptr(m_ticker)] {
         if (ticker.expired()) {
             return;
         }

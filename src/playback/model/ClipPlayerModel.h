@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/tasks/TaskQueue.h"
+#include "base/tasks/DetachableQueue.h"
 #include "export/rules/TimeRange.h"
 #include "library/naming/ClipMeta.h"
 #include "playback/model/Player.h"
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
 namespace quelto {
 
-/// What a screen shows of its player: the time, the play state, the event markers and the part that a trim keeps. The
-/// player is replaced never, its file with each load.
+/// What a screen shows of its player: the time, the play state, the event markers and the part that a trim keeps. Each
+/// load replaces the file; the player stays.
 ///
 /// Thread: main. Units: seconds from the start of the clip.
 class ClipPlayerModel : public QObject {
@@ -28,8 +29,14 @@ class ClipPlayerModel : public QObject {
     Q_PROPERTY(double trimOut READ trimOut NOTIFY trimChanged)
 
 public:
-    /// The queue must outlive the model.
-    ClipPlayerModel(std::unique_ptr<Player> player, TaskQueue& main, QObject* parent = nullptr);
+    struct Dependencies {
+        /// Must outlive the model.
+        TaskQueue& main;
+        /// Runs tasks that read files, on another thread.
+        std::function<void(Task)> work;
+    };
+
+    ClipPlayerModel(std::unique_ptr<Player> player, const Dependencies& dependencies, QObject* parent = nullptr);
     ~ClipPlayerModel() override;
     ClipPlayerModel(const ClipPlayerModel&) = delete;
     ClipPlayerModel& operator=(const ClipPlayerModel&) = delete;
@@ -44,7 +51,7 @@ public:
     double rate() const { return m_rate; }
     /// From 0 to 1.
     double volume() const { return m_volume; }
-    /// The content of the clip's sidecar.
+    /// From the clip's sidecar, which is read in the background: a disk can take long.
     const QList<ClipMeta::Event>& events() const { return m_events; }
     /// Whether the user chooses the part that a trim keeps. That part then plays as a loop.
     bool trimming() const { return m_isTrimming; }
@@ -92,13 +99,18 @@ private:
     /// Follows the player: 30 times a second while it plays, and whenever it changes.
     void update();
     void scheduleTick();
+    void readEvents(const QString& path);
+    void setEvents(const QList<ClipMeta::Event>& events);
     void setTime(double time);
     void setDuration(double duration);
     void setIsPlaying(bool isPlaying);
     void setKept(const TimeRange& kept);
 
-    TaskQueue& m_main;
+    Dependencies m_dependencies;
+    const std::shared_ptr<DetachableQueue> m_replies;
     std::unique_ptr<Player> m_player;
+    /// Incremented by each load, so that events of an earlier clip are dropped.
+    std::uint64_t m_load = 0;
     /// Exists while ticks are scheduled.
     std::shared_ptr<char> m_ticker;
     double m_time = 0;

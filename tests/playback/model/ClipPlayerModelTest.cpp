@@ -35,7 +35,7 @@ protected:
     test::ManualTime time;
     test::ManualQueue queue{time};
     test::FakePlayer& player = *new test::FakePlayer;
-    ClipPlayerModel model{std::unique_ptr<Player>(&player), queue};
+    ClipPlayerModel model{std::unique_ptr<Player>(&player), {.main = queue, .work = [](const Task& task) { task(); }}};
 };
 
 TEST_F(ClipPlayerModelTest, LoadedClipPlaysFromTheStart)
@@ -60,8 +60,22 @@ TEST_F(ClipPlayerModelTest, EventsComeFromTheSidecar)
     meta.events = {{.t = 3, .name = QStringLiteral("kill")}};
     meta.save(path);
     model.load(path);
+    time.settle();
     EXPECT_EQ(model.events(), meta.events);
     model.load(QStringLiteral("/A.mp4"));
+    EXPECT_TRUE(model.events().isEmpty());
+}
+
+TEST_F(ClipPlayerModelTest, EventsOfAnEarlierClipAreDropped)
+{
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(QStringLiteral("X.mp4"));
+    ClipMeta meta;
+    meta.events = {{.t = 3, .name = QStringLiteral("kill")}};
+    meta.save(path);
+    model.load(path);
+    model.load(QStringLiteral("/A.mp4"));
+    time.settle();
     EXPECT_TRUE(model.events().isEmpty());
 }
 
