@@ -1,71 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Templates as T
 import Quelto.Controls
-import Quelto.Icons
-import Quelto.Theme
 
 // A search field. Escape clears it; an empty field leaves Escape to the screen.
-T.TextField {
+InputField {
     id: field
 
-    property string symbol: "magnifyingglass"
-    property alias placeholder: field.placeholderText
-    readonly property int iconSide: 14
-    readonly property bool isFocusedByKeyboard: activeFocus && (focusReason === Qt.TabFocusReason
-        || focusReason === Qt.BacktabFocusReason || focusReason === Qt.ShortcutFocusReason)
-
     implicitWidth: 170
-    implicitHeight: contentHeight + topPadding + bottomPadding
-    topPadding: 8
-    bottomPadding: 8
-    leftPadding: Theme.spacing.control + iconSide + Theme.spacing.row
-    rightPadding: Theme.spacing.control
-    verticalAlignment: TextInput.AlignVCenter
-    color: Theme.text
-    selectionColor: Theme.accent
-    selectedTextColor: Theme.onAccent
-    font.pixelSize: Theme.fontSize.body
-    selectByMouse: true
-    Accessible.name: placeholderText
+    symbol: "magnifyingglass"
     Keys.onEscapePressed: event => {
         event.accepted = field.text !== "";
         field.clear();
     }
     // While there is text, Escape is not taken by a shortcut of the screen.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape && field.text !== ""
-
-    background: Rectangle {
-        radius: Theme.radius.control
-        color: Theme.panel
-        border.width: 1
-        border.color: field.activeFocus && !field.isFocusedByKeyboard ? Theme.accent : Theme.border
-
-        SymbolIcon {
-            x: Theme.spacing.control
-            anchors.verticalCenter: parent.verticalCenter
-            symbol: field.symbol
-            side: field.iconSide
-            color: Theme.muted
-        }
-
-        FocusRing {
-            active: field.isFocusedByKeyboard
-        }
-    }
-
-    Text {
-        x: field.leftPadding
-        width: field.width - field.leftPadding - field.rightPadding
-        height: field.height
-        visible: field.text === "" && field.preeditText === ""
-        verticalAlignment: Text.AlignVCenter
-        text: field.placeholderText
-        textFormat: Text.PlainText
-        elide: Text.ElideRight
-        color: Theme.dim
-        font: field.font
-        Accessible.ignored: true
-    }
 }

@@ -1,34 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Controls.Basic
-import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Shared
 import Quelto.Theme
 
 // A modal message. Escape, Enter or its button close it.
-Popup {
+ThemedDialog {
     id: dialog
 
     required property string title
     required property string text
 
-    parent: T.Overlay.overlay
-    anchors.centerIn: parent
-    width: 460
-    padding: Theme.spacing.dialog
-    modal: true
-    focus: true
-    T.Overlay.modal: Rectangle {
-        color: Qt.alpha(Theme.bg, 0.7)
-    }
-    background: Rectangle {
-        radius: Theme.radius.panel
-        color: Theme.panel
-        border.width: 1
-        border.color: Theme.border
-    }
+    widest: 460
     contentItem: Column {
         spacing: Theme.spacing.paragraph
         Accessible.role: Accessible.Dialog
