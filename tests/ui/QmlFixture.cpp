@@ -51,11 +51,11 @@ void QmlFixture::TearDown()
 void QmlFixture::show(const QString& qml, QSize size)
 {
     const auto source = QStringLiteral("import QtQuick\nimport QtQuick.Layouts\nimport QtQuick.Templates\n"
-                                       "import Quelto.Controls\nimport Quelto.Icons\nimport Quelto.Theme\n"
+                                       "import Quelto.Controls\nimport Quelto.Icons\nimport Quelto.Theme\n%4\n"
                                        "Window { width: %1; height: %2; visible: true; color: Theme.bg\n%3\n}\n")
                             .arg(size.width())
                             .arg(size.height())
-                            .arg(qml);
+                            .arg(qml, imports);
     engine->loadData(source.toUtf8());
     takeWindow();
 }

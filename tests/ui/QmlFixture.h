@@ -39,6 +39,8 @@ protected:
     static QPoint middleOf(const QQuickItem* target) { return test::middleOf(target); }
     QImage picture(const QString& name) { return savePicture(window, name); }
 
+    /// What show() imports beside the basic modules.
+    QString imports;
     QTemporaryDir folder;
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
     std::unique_ptr<Theme> theme;

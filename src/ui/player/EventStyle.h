@@ -8,8 +8,8 @@
 
 namespace quelto {
 
-/// How the timeline shows an event of a sidecar, by the event's key. A key that Quelto does not know gets a grey dot and
-/// stands for itself.
+/// How the timeline shows an event of a sidecar, by the event's key. A key that Quelto does not know gets a grey dot
+/// and stands for itself.
 class EventStyle {
 public:
     /// The name of a symbol.
