@@ -9,6 +9,7 @@
 #include "platform/FileMimeData.h"
 #include "platform/factory/PlatformFactory.h"
 #include "ui/icons/Symbols.h"
+#include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
@@ -85,6 +86,7 @@ ApplicationController::ApplicationController()
                       .pasteboard = *m_platform.pasteboard,
                       .settings = m_settings,
                       .navigation = m_navigation})
+    , m_clipExports({.queue = m_exports, .library = m_library, .navigation = m_navigation})
     , m_hud(m_engine, m_main)
     , m_saveWatch(SaveStallTimeout)
     , m_policy(m_settings, m_matches,
@@ -175,6 +177,12 @@ void ApplicationController::buildWindow()
     ClipCommandsForQml::instance = &m_clipCommands;
     ThumbnailsForQml::instance = &m_thumbnails;
     ArrangingQueuesForQml::instance.emplace(ClipArranger::Queues{.main = m_main, .work = m_filterQueue});
+    ClipPageForQml::instance.emplace(ClipDetail::Dependencies{.exports = m_clipExports,
+                                                              .library = m_library,
+                                                              .thumbnails = m_thumbnails,
+                                                              .commands = m_clipCommands,
+                                                              .settings = m_settings,
+                                                              .navigation = m_navigation});
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     m_engine.loadData("import Quelto.Shell\nMainWindow {}\n");

@@ -21,6 +21,7 @@
 #include "moments/league/LeagueWatcher.h"
 #include "moments/wow/WoWWatcher.h"
 #include "platform/Platform.h"
+#include "ui/screens/clip/ClipExports.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/Hud.h"
@@ -111,6 +112,7 @@ private:
     LibraryOverview m_overview;
     ThumbnailCache m_thumbnails;
     ClipCommands m_clipCommands;
+    ClipExports m_clipExports;
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;

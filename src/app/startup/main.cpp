@@ -22,6 +22,7 @@
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_IconsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_ClipPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)

@@ -35,6 +35,10 @@ struct ClipMeta {
     /// the moment requested. Units: seconds.
     static ClipMeta of(const Moment& moment, double duration);
 
+    /// The sidecar of a copy of a part of the clip: the events from start to end, both included, with their times in
+    /// that part. Units: seconds.
+    ClipMeta trimmed(double start, double end) const;
+
     /// The sidecar's path, in the clip's folder.
     static QString pathFor(const QString& clipPath);
     static std::optional<ClipMeta> load(const QString& clipPath);

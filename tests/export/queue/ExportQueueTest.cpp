@@ -4,6 +4,7 @@
 #include "base/files/AtomicFile.h"
 #include "base/tasks/MainQueue.h"
 #include "export/errors/ExportError.h"
+#include "tests/export/queue/Gate.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -16,46 +17,13 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <latch>
 #include <system_error>
 
 namespace quelto {
 namespace {
 
 using namespace std::chrono_literals;
-
-/// Blocks a job until the test opens it. The job owns it together with the test.
-class Gate {
-public:
-    void open() const
-    {
-        m_state->isOpen = true;
-        m_state->isOpen.notify_all();
-    }
-    void waitUntilReached() const { m_state->reached.wait(); }
-    /// Called by the job.
-    void pass() const
-    {
-        m_state->reached.count_down();
-        m_state->isOpen.wait(false);
-    }
-    /// Called by the job: waits for the stop request too.
-    void passOrStop(const std::stop_token& stop) const
-    {
-        const std::stop_callback onStop(stop, [this] { open(); });
-        pass();
-        if (stop.stop_requested()) {
-            throw ExportStopped();
-        }
-    }
-
-private:
-    struct State {
-        std::latch reached{1};
-        std::atomic<bool> isOpen = false;
-    };
-    std::shared_ptr<State> m_state = std::make_shared<State>();
-};
+using test::Gate;
 
 class ExportQueueTest : public testing::Test {
 protected:

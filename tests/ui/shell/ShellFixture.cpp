@@ -3,6 +3,7 @@
 
 #include "base/language/L10n.h"
 #include "ui/icons/Symbols.h"
+#include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
@@ -13,6 +14,7 @@
 Q_IMPORT_QML_PLUGIN(Quelto_ThemePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_IconsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_ClipPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
@@ -64,6 +66,15 @@ void ShellFixture::SetUp()
     ClipCommandsForQml::instance = clipCommands.get();
     thumbnails = std::make_unique<ThumbnailCache>(thumbnailQueue);
     ThumbnailsForQml::instance = thumbnails.get();
+    exportQueue = std::make_unique<ExportQueue>(exportReplies);
+    clipExports = std::make_unique<ClipExports>(
+        ClipExports::Dependencies{.queue = *exportQueue, .library = *library, .navigation = *navigation});
+    ClipPageForQml::instance.emplace(ClipDetail::Dependencies{.exports = *clipExports,
+                                                              .library = *library,
+                                                              .thumbnails = *thumbnails,
+                                                              .commands = *clipCommands,
+                                                              .settings = settings,
+                                                              .navigation = *navigation});
     LibraryOverviewForQml::instance = overview.get();
     ClipLibraryForQml::instance = library.get();
     NavigationForQml::instance = navigation.get();

@@ -4,6 +4,7 @@
 #include "base/tasks/MainQueue.h"
 #include "library/matches/MatchTracker.h"
 #include "library/thumbnails/ThumbnailCache.h"
+#include "ui/screens/clip/ClipExports.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"
@@ -65,6 +66,9 @@ protected:
     MainQueue thumbnailQueue;
     std::unique_ptr<ThumbnailCache> thumbnails;
     std::unique_ptr<ClipCommands> clipCommands;
+    MainQueue exportReplies;
+    std::unique_ptr<ExportQueue> exportQueue;
+    std::unique_ptr<ClipExports> clipExports;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
     /// The window commands that were called, in order.
