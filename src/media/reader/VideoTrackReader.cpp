@@ -44,10 +44,12 @@ AVRational VideoTrackReader::pixelAspect(AVFrame& frame) const
 void VideoTrackReader::seek(HostDuration time)
 {
     const auto& stream = m_decoder.stream();
+    // Not after the end of the file.
+    auto near = time;
     for (const auto back : StepsBack) {
         m_ahead.clear();
         m_lastTime.reset();
-        const auto target = av_rescale_q((time - back).count(), Nanoseconds, stream.time_base);
+        const auto target = av_rescale_q((near - back).count(), Nanoseconds, stream.time_base);
         const bool hasEarlier = m_decoder.seek(target);
         if (!hasEarlier) {
             m_decoder.seek(0, AVSEEK_FLAG_ANY | AVSEEK_FLAG_BACKWARD);
@@ -68,7 +70,11 @@ void VideoTrackReader::seek(HostDuration time)
             }
             frame = decode();
         }
-        return;
+        // A decoder that starts at an open group of pictures can lose the last frame of the file.
+        if (!hasEarlier || back != StepsBack.front()) {
+            return;
+        }
+        near = std::min(time, m_lastTime.value_or(time));
     }
 }
 

@@ -70,6 +70,21 @@ TEST_F(MovieReaders, SeekFindsFramesOfAnOpenGroupOfPictures)
     }
 }
 
+TEST_F(MovieReaders, SeekFindsTheLastFramesOfAFileThatEndsInAnOpenGroup)
+{
+    const auto path =
+        make({.encoding = QStringLiteral("-c:v libx264 -preset veryfast -bf 3 -x264-params keyint=20:open-gop=1")});
+    VideoTrackReader reader(path, {});
+    for (int wanted = 112; wanted < 120; ++wanted) {
+        reader.seek(fromSeconds((wanted + 0.5) / 60));
+        const auto frame = reader.next();
+        EXPECT_EQ(frame ? numberOf(*frame->frame) : -1, wanted);
+    }
+    reader.seek(100s);
+    const auto last = reader.next();
+    EXPECT_EQ(last ? numberOf(*last->frame) : -1, 119);
+}
+
 TEST_F(MovieReaders, SeekBeforeALateTrackFindsItsFirstFrame)
 {
     VideoTrackReader reader(make({.seconds = 1, .videoStart = 0.5}), {});
