@@ -43,10 +43,11 @@ void ClipPlayerModel::load(const QString& path)
 
 void ClipPlayerModel::readEvents(const QString& path)
 {
-    m_dependencies.work([this, path, load = ++m_load, replies = m_replies] {
+    m_load = std::make_shared<char>();
+    m_dependencies.work([this, path, load = std::weak_ptr(m_load), replies = m_replies] {
         const auto events = ClipMeta::load(path).value_or(ClipMeta()).events;
         replies->post([this, load, events] {
-            if (load == m_load) {
+            if (!load.expired()) {
                 setEvents(events);
             }
         });

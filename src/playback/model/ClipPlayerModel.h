@@ -109,8 +109,8 @@ private:
     Dependencies m_dependencies;
     const std::shared_ptr<DetachableQueue> m_replies;
     std::unique_ptr<Player> m_player;
-    /// Incremented by each load, so that events of an earlier clip are dropped.
-    std::uint64_t m_load = 0;
+    /// Of the present clip: events that are read for an earlier one are dropped.
+    std::shared_ptr<char> m_load;
     /// Exists while ticks are scheduled.
     std::shared_ptr<char> m_ticker;
     double m_time = 0;

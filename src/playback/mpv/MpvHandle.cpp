@@ -2,6 +2,7 @@
 #include "playback/mpv/MpvHandle.h"
 
 #include "playback/mpv/ClipStream.h"
+#include "playback/mpv/EndingWork.h"
 
 #include <array>
 #include <stdexcept>
@@ -13,7 +14,7 @@ namespace quelto {
 
 namespace {
 
-constexpr std::array<std::pair<const char*, const char*>, 22> Options{{
+constexpr std::array<std::pair<const char*, const char*>, 23> Options{{
     {"config", "no"},
     {"load-scripts", "no"},
     {"ytdl", "no"},
@@ -26,6 +27,8 @@ constexpr std::array<std::pair<const char*, const char*>, 22> Options{{
     // The last picture stays.
     {"keep-open", "yes"},
     {"pause", "yes"},
+    // A seek leaves out the pictures that an edit list hides before the start.
+    {"start", "0"},
     {"vo", "libmpv"},
     {"hwdec", "auto-safe"},
     {"hr-seek", "yes"},
@@ -40,6 +43,10 @@ constexpr std::array<std::pair<const char*, const char*>, 22> Options{{
     {"audio-client-name", "Quelto"},
     {"audio-fallback-to-null", "yes"},
 }};
+
+/// Scripts inside libmpv, each with a thread. Versions differ in which ones they have.
+constexpr std::array BuiltInScripts{"load-stats-overlay", "load-osd-console", "load-auto-profiles", "load-console",
+                                    "load-commands",      "load-positioning", "load-select"};
 
 void checked(int status)
 {
@@ -61,6 +68,11 @@ MpvHandle::MpvHandle(std::function<void()> onEvents)
         for (const auto& [name, value] : Options) {
             checked(mpv_set_option_string(m_mpv, name, value));
         }
+        // Not checked: a libmpv built without one of them chooses. It would also try outputs that print errors.
+        mpv_set_option_string(m_mpv, "ao", "pipewire,pulse");
+        for (const auto* script : BuiltInScripts) {
+            mpv_set_option_string(m_mpv, script, "no");
+        }
         checked(mpv_initialize(m_mpv));
         ClipStream::addTo(*m_mpv);
     } catch (...) {
@@ -74,7 +86,7 @@ MpvHandle::MpvHandle(std::function<void()> onEvents)
 MpvHandle::~MpvHandle()
 {
     disconnect();
-    std::thread([mpv = m_mpv] { mpv_terminate_destroy(mpv); }).detach();
+    std::thread([mpv = m_mpv, ending = EndingWork()] { mpv_terminate_destroy(mpv); }).detach();
 }
 
 void MpvHandle::disconnect()

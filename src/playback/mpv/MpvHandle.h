@@ -6,6 +6,7 @@
 #include <mpv/client.h>
 
 #include <functional>
+#include <mutex>
 
 namespace quelto {
 
@@ -25,6 +26,9 @@ public:
 
     mpv_handle* get() const noexcept { return m_mpv; }
 
+    /// Held while an output is connected: the core accepts one at a time.
+    std::mutex& outputLock() { return m_outputLock; }
+
     /// No function is called any more when this returns.
     void disconnect();
     void command(const QByteArrayList& arguments, std::uint64_t reply = 0);
@@ -38,6 +42,7 @@ public:
 private:
     mpv_handle* m_mpv;
     std::function<void()> m_onEvents;
+    std::mutex m_outputLock;
 };
 
 } // namespace quelto

@@ -4,6 +4,8 @@
 #include "media/reader/ReadFrameTimes.h"
 #include "playback/mpv/ClipStream.h"
 
+#include <QPointer>
+
 #include <cmath>
 #include <stdexcept>
 
@@ -19,7 +21,14 @@ constexpr std::uint64_t SeekReply = 1;
 MpvPlayer::MpvPlayer(Dependencies dependencies)
     : m_dependencies(std::move(dependencies))
     , m_replies(std::make_shared<DetachableQueue>(m_dependencies.main))
-    , m_mpv(std::make_shared<MpvHandle>([this, replies = m_replies] { replies->post([this] { takeEvents(); }); }))
+    , m_mpv(std::make_shared<MpvHandle>([replies = m_replies, self = QPointer(this)] {
+        replies->post([self] {
+            // Tasks that are posted already run also after the destruction.
+            if (self) {
+                self->takeEvents();
+            }
+        });
+    }))
 {
     m_mpv->observe("time-pos", MPV_FORMAT_DOUBLE, Property::timePosition);
     m_mpv->observe("duration", MPV_FORMAT_DOUBLE, Property::duration);
@@ -51,7 +60,7 @@ void MpvPlayer::close()
     m_duration.reset();
     m_target.reset();
     m_time = 0;
-    m_isSeeking = m_isTargetNew = m_isLoaded = m_isPlaying = m_isEnded = false;
+    m_isSeeking = m_isTargetNew = m_isRequested = m_isLoaded = m_isPlaying = m_isEnded = false;
     m_mpv->set("pause", true);
     m_mpv->command({"stop"});
 }
@@ -93,21 +102,34 @@ double MpvPlayer::position() const
 
 void MpvPlayer::setOutputReady()
 {
-    m_isOutputReady = true;
-    if (!m_path.isEmpty()) {
+    if (std::exchange(m_isOutputReady, true) || m_path.isEmpty()) {
+        return;
+    }
+    if (m_isRequested) {
+        // libmpv deselected the video when its output ended, without a change of its option.
+        m_mpv->command({"set", "vid", "no"});
+        m_mpv->command({"set", "vid", "auto"});
+        seek(position());
+    } else {
         loadFile();
     }
 }
 
+void MpvPlayer::setOutputLost()
+{
+    m_isOutputReady = false;
+}
+
 void MpvPlayer::loadFile()
 {
+    m_isRequested = true;
     m_mpv->command({"loadfile", ClipStream::addressOf(m_path)});
 }
 
 void MpvPlayer::readFrameTimes()
 {
     m_reading = std::stop_source();
-    m_dependencies.work([this, path = m_path, stop = m_reading.get_token(), replies = m_replies] {
+    m_dependencies.work([self = QPointer(this), path = m_path, stop = m_reading.get_token(), replies = m_replies] {
         std::vector<double> times;
         try {
             times = quelto::readFrameTimes(path, stop);
@@ -115,9 +137,9 @@ void MpvPlayer::readFrameTimes()
             // The player shows what it can of such a file.
             return;
         }
-        replies->post([this, stop, times = std::move(times)] {
-            if (!stop.stop_requested()) {
-                m_frames = FrameTimes(times);
+        replies->post([self, stop, frames = FrameTimes(std::move(times))] {
+            if (self && !stop.stop_requested()) {
+                self->setFrames(frames);
             }
         });
     });

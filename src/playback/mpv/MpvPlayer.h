@@ -41,12 +41,15 @@ public:
     /// An output is connected. Files are opened from then on: libmpv drops the video of a file that it opens without
     /// one.
     void setOutputReady();
+    /// The output is about to end. The sound of an open file goes on, and its picture comes back with the next output.
+    void setOutputLost();
 
 private:
     void takeEvents();
     void propertyChanged(const mpv_event& event);
     void loadFile();
     void readFrameTimes();
+    void setFrames(const FrameTimes& frames) { m_frames = frames; }
     void startSeek();
     void seekEnded();
 
@@ -66,6 +69,8 @@ private:
     /// `m_target` changed since that seek started.
     bool m_isTargetNew = false;
     bool m_isOutputReady = false;
+    /// libmpv was told to open `m_path`.
+    bool m_isRequested = false;
     bool m_isLoaded = false;
     bool m_isPlaying = false;
     bool m_isEnded = false;

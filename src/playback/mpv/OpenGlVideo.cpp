@@ -23,9 +23,9 @@ void* findFunction(void* /*unused*/, const char* name)
 
 } // namespace
 
-OpenGlVideo::OpenGlVideo(std::shared_ptr<MpvHandle> mpv, std::function<void()> onPicture)
+OpenGlVideo::OpenGlVideo(std::shared_ptr<MpvHandle> mpv, VideoEvents events)
     : m_mpv(std::move(mpv))
-    , m_onPicture(std::move(onPicture))
+    , m_events(std::move(events))
 {
     std::string api = MPV_RENDER_API_TYPE_OPENGL;
     mpv_opengl_init_params functions{.get_proc_address = findFunction, .get_proc_address_ctx = nullptr};
@@ -41,7 +41,8 @@ OpenGlVideo::OpenGlVideo(std::shared_ptr<MpvHandle> mpv, std::function<void()> o
         throw std::runtime_error(mpv_error_string(status));
     }
     mpv_render_context_set_update_callback(
-        m_context, [](void* self) { static_cast<OpenGlVideo*>(self)->m_onPicture(); }, this);
+        m_context, [](void* self) { static_cast<OpenGlVideo*>(self)->m_events.onPicture(); }, this);
+    m_events.onReady();
 }
 
 OpenGlVideo::~OpenGlVideo()

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "playback/mpv/VideoEvents.h"
+
 #include <QOpenGLFramebufferObject>
 #include <QSize>
 
-#include <functional>
 #include <memory>
 
 struct mpv_render_context;
@@ -19,8 +20,7 @@ class MpvHandle;
 /// core already has an output or the context lacks features.
 class OpenGlVideo {
 public:
-    /// Calls the function on any thread when there is a new picture.
-    OpenGlVideo(std::shared_ptr<MpvHandle> mpv, std::function<void()> onPicture);
+    OpenGlVideo(std::shared_ptr<MpvHandle> mpv, VideoEvents events);
     ~OpenGlVideo();
     OpenGlVideo(const OpenGlVideo&) = delete;
     OpenGlVideo& operator=(const OpenGlVideo&) = delete;
@@ -30,7 +30,7 @@ public:
 
 private:
     const std::shared_ptr<MpvHandle> m_mpv;
-    const std::function<void()> m_onPicture;
+    const VideoEvents m_events;
     mpv_render_context* m_context = nullptr;
     std::unique_ptr<QOpenGLFramebufferObject> m_target;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "playback/mpv/SoftwareVideo.h"
 
+#include "playback/mpv/EndingWork.h"
 #include "playback/mpv/MpvHandle.h"
 
 #include <mpv/render.h>
@@ -9,13 +10,13 @@
 #include <condition_variable>
 #include <mutex>
 #include <pthread.h>
-#include <stdexcept>
 #include <thread>
 
 namespace quelto {
 
 namespace {
 
+/// Null if it fails.
 mpv_render_context* createContext(mpv_handle* mpv)
 {
     std::string api = MPV_RENDER_API_TYPE_SW;
@@ -24,11 +25,7 @@ mpv_render_context* createContext(mpv_handle* mpv)
         mpv_render_param{MPV_RENDER_PARAM_INVALID, nullptr},
     };
     mpv_render_context* context = nullptr;
-    const auto status = mpv_render_context_create(&context, mpv, parameters.data());
-    if (status < 0) {
-        throw std::runtime_error(mpv_error_string(status));
-    }
-    return context;
+    return mpv_render_context_create(&context, mpv, parameters.data()) < 0 ? nullptr : context;
 }
 
 void draw(mpv_render_context& context, QImage& picture)
@@ -52,10 +49,9 @@ void draw(mpv_render_context& context, QImage& picture)
 } // namespace
 
 struct SoftwareVideo::State {
-    State(std::shared_ptr<MpvHandle> core, std::function<void()> callback)
+    State(std::shared_ptr<MpvHandle> core, VideoEvents callbacks)
         : mpv(std::move(core))
-        , onPicture(std::move(callback))
-        , context(createContext(mpv->get()))
+        , events(std::move(callbacks))
     {
     }
 
@@ -63,8 +59,19 @@ struct SoftwareVideo::State {
     void run()
     {
         pthread_setname_np(pthread_self(), "quelto.playback");
+        const std::scoped_lock output(mpv->outputLock());
+        context = createContext(mpv->get());
+        if (context != nullptr) {
+            drawPictures();
+            mpv_render_context_free(context);
+        }
+    }
+
+    void drawPictures()
+    {
         mpv_render_context_set_update_callback(
             context, [](void* self) { static_cast<State*>(self)->wake(); }, this);
+        report(events.onReady);
         QImage spare;
         while (const auto wanted = waitForWork()) {
             if (wanted->isEmpty()) {
@@ -77,7 +84,6 @@ struct SoftwareVideo::State {
             publish(spare);
         }
         mpv_render_context_set_update_callback(context, nullptr, nullptr);
-        mpv_render_context_free(context);
     }
 
     void wake()
@@ -111,16 +117,27 @@ struct SoftwareVideo::State {
 
     void publish(QImage& drawn)
     {
+        {
+            const std::scoped_lock guard(lock);
+            picture.swap(drawn);
+        }
+        report(events.onPicture);
+    }
+
+    /// Nothing is reported after the end.
+    void report(const std::function<void()>& event)
+    {
         const std::scoped_lock guard(lock);
-        picture.swap(drawn);
         if (!isEnded) {
-            onPicture();
+            event();
         }
     }
 
+    /// Destroyed after the core.
+    std::optional<EndingWork> ending;
     const std::shared_ptr<MpvHandle> mpv;
-    const std::function<void()> onPicture;
-    mpv_render_context* const context;
+    const VideoEvents events;
+    mpv_render_context* context = nullptr;
     std::mutex lock;
     std::condition_variable changed;
     QImage picture;
@@ -130,8 +147,8 @@ struct SoftwareVideo::State {
     bool isEnded = false;
 };
 
-SoftwareVideo::SoftwareVideo(std::shared_ptr<MpvHandle> mpv, std::function<void()> onPicture)
-    : m_state(std::make_shared<State>(std::move(mpv), std::move(onPicture)))
+SoftwareVideo::SoftwareVideo(std::shared_ptr<MpvHandle> mpv, VideoEvents events)
+    : m_state(std::make_shared<State>(std::move(mpv), std::move(events)))
 {
     std::thread([state = m_state] { state->run(); }).detach();
 }
@@ -140,6 +157,7 @@ SoftwareVideo::~SoftwareVideo()
 {
     {
         const std::scoped_lock guard(m_state->lock);
+        m_state->ending.emplace();
         m_state->isEnded = true;
     }
     m_state->changed.notify_one();

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "playback/mpv/VideoEvents.h"
+
 #include <QImage>
 #include <QSize>
 
-#include <functional>
 #include <memory>
 
 namespace quelto {
@@ -12,14 +13,12 @@ namespace quelto {
 class MpvHandle;
 
 /// Draws the pictures of a libmpv core with the processor, on a thread of its own, for windows that are drawn without a
-/// graphics card.
+/// graphics card. Waits in the background until an earlier output of the core has ended.
 ///
-/// Thread: one at a time, unless stated otherwise. Nothing blocks. Errors: std::runtime_error if the core already has
-/// an output.
+/// Thread: one at a time, unless stated otherwise. Nothing blocks.
 class SoftwareVideo {
 public:
-    /// Calls the function on the drawing thread when there is a new picture.
-    SoftwareVideo(std::shared_ptr<MpvHandle> mpv, std::function<void()> onPicture);
+    SoftwareVideo(std::shared_ptr<MpvHandle> mpv, VideoEvents events);
     /// Ends the output of the core in the background.
     ~SoftwareVideo();
     SoftwareVideo(const SoftwareVideo&) = delete;

@@ -14,9 +14,9 @@ namespace {
 
 class SoftwareNode final : public VideoNode {
 public:
-    SoftwareNode(QQuickWindow& window, const std::shared_ptr<MpvHandle>& mpv, const std::function<void()>& onPicture)
+    SoftwareNode(QQuickWindow& window, const std::shared_ptr<MpvHandle>& mpv, const VideoEvents& events)
         : VideoNode(window)
-        , m_video(mpv, onPicture)
+        , m_video(mpv, events)
     {
     }
 
@@ -38,9 +38,9 @@ private:
 
 class OpenGlNode final : public VideoNode {
 public:
-    OpenGlNode(QQuickWindow& window, const std::shared_ptr<MpvHandle>& mpv, const std::function<void()>& onPicture)
+    OpenGlNode(QQuickWindow& window, const std::shared_ptr<MpvHandle>& mpv, const VideoEvents& events)
         : VideoNode(window)
-        , m_video(mpv, onPicture)
+        , m_video(mpv, events)
     {
     }
 
@@ -57,12 +57,12 @@ private:
 } // namespace
 
 std::unique_ptr<VideoNode> VideoNode::create(QQuickWindow& window, const std::shared_ptr<MpvHandle>& mpv,
-                                             const std::function<void()>& onPicture)
+                                             const VideoEvents& events)
 {
     if (window.rendererInterface()->graphicsApi() == QSGRendererInterface::OpenGL) {
-        return std::make_unique<OpenGlNode>(window, mpv, onPicture);
+        return std::make_unique<OpenGlNode>(window, mpv, events);
     }
-    return std::make_unique<SoftwareNode>(window, mpv, onPicture);
+    return std::make_unique<SoftwareNode>(window, mpv, events);
 }
 
 void VideoNode::update(const QRectF& rect)

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QSGImageNode>
+#include "playback/mpv/VideoEvents.h"
 
-#include <functional>
+#include <QSGImageNode>
+#include <QSGTransformNode>
+
 #include <memory>
 
 class QQuickWindow;
@@ -14,13 +16,15 @@ class MpvHandle;
 
 /// The scene graph's part of a VideoSurface: an output of a player, and the node that shows its picture.
 ///
+/// A transform node, because Qt's software renderer forgets the place of the item for nodes that are added below any other
+/// kind of node later.
+///
 /// Thread: the scene graph's.
-class VideoNode : public QSGNode {
+class VideoNode : public QSGTransformNode {
 public:
-    /// Calls the function on any thread when there is a new picture. Errors: std::runtime_error if the player already
-    /// has an output.
+    /// Errors: std::runtime_error if the window cannot draw the video.
     static std::unique_ptr<VideoNode> create(QQuickWindow& window, const std::shared_ptr<MpvHandle>& mpv,
-                                             const std::function<void()>& onPicture);
+                                             const VideoEvents& events);
 
     /// Shows the latest picture. Units: logical pixels.
     void update(const QRectF& rect);

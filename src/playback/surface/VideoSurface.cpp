@@ -2,7 +2,7 @@
 #include "playback/surface/VideoSurface.h"
 
 #include "playback/mpv/MpvPlayer.h"
-#include "playback/surface/Redraw.h"
+#include "playback/surface/ItemTasks.h"
 #include "playback/surface/VideoNode.h"
 
 #include <stdexcept>
@@ -11,18 +11,22 @@ namespace quelto {
 
 VideoSurface::VideoSurface(QQuickItem* parent)
     : QQuickItem(parent)
-    , m_redraw(std::make_shared<Redraw>(*this))
+    , m_tasks(std::make_shared<ItemTasks>(*this))
 {
     setFlag(ItemHasContents);
 }
 
 VideoSurface::~VideoSurface()
 {
-    m_redraw->end();
+    m_tasks->end();
+    setPlayer(nullptr);
 }
 
 void VideoSurface::setPlayer(MpvPlayer* player)
 {
+    if (m_player) {
+        m_player->setOutputLost();
+    }
     m_player = player;
     m_isPlayerNew = true;
     update();
@@ -40,17 +44,31 @@ QSGNode* VideoSurface::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*
         return nullptr;
     }
     if (node == nullptr) {
-        try {
-            node =
-                VideoNode::create(*window(), m_player->handle(), [redraw = m_redraw] { redraw->request(); }).release();
-        } catch (const std::runtime_error&) {
-            // The clip has sound, and the surface stays black.
-            return nullptr;
-        }
-        QMetaObject::invokeMethod(m_player, &MpvPlayer::setOutputReady, Qt::QueuedConnection);
+        node = newNode();
     }
-    node->update(boundingRect());
+    if (node != nullptr) {
+        node->update(boundingRect());
+    }
     return node;
+}
+
+VideoNode* VideoSurface::newNode()
+{
+    const auto onReady = [tasks = m_tasks, this, player = m_player] {
+        tasks->post([this, player] {
+            if (player && player == m_player) {
+                player->setOutputReady();
+            }
+        });
+    };
+    const auto onPicture = [tasks = m_tasks, this] { tasks->post([this] { update(); }); };
+    try {
+        return VideoNode::create(*window(), m_player->handle(), {.onReady = onReady, .onPicture = onPicture}).release();
+    } catch (const std::runtime_error&) {
+        // The clip has sound, and the surface stays black.
+        onReady();
+        return nullptr;
+    }
 }
 
 void VideoSurface::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)

@@ -8,11 +8,13 @@
 
 namespace quelto {
 
+class ItemTasks;
 class MpvPlayer;
-class Redraw;
+class VideoNode;
 
 /// Shows the pictures of a player, as large as fits, on black. Draws with OpenGL in a window that does, and with the
-/// processor in any other.
+/// processor in any other. A player has one surface at a time. Without one its sound goes on, and its picture comes
+/// back in the next one.
 ///
 /// Thread: main.
 class VideoSurface : public QQuickItem {
@@ -29,7 +31,9 @@ protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
 
 private:
-    const std::shared_ptr<Redraw> m_redraw;
+    VideoNode* newNode();
+
+    const std::shared_ptr<ItemTasks> m_tasks;
     QPointer<MpvPlayer> m_player;
     bool m_isPlayerNew = false;
 };

@@ -155,6 +155,29 @@ std::vector<CountedFrame> readCounter(const QString& path, const QRect& rect)
     return frames;
 }
 
+int numberOf(const QImage& picture, const QRect& rect)
+{
+    if (picture.isNull()) {
+        return -1;
+    }
+    const auto bars = rect.isNull() ? picture.rect() : rect;
+    const auto bar = [&](int index) {
+        const auto x = bars.left() + (2 * index + 1) * bars.width() / (2 * CounterClip::bars);
+        return qGray(picture.pixel(x, bars.center().y()));
+    };
+    const int white = bar(0);
+    const int black = bar(CounterClip::bars - 1);
+    constexpr int MinContrast = 64;
+    if (white - black < MinContrast) {
+        return -1;
+    }
+    int number = 0;
+    for (int bit = 0; bit < CounterClip::bars - 2; ++bit) {
+        number |= (bar(bit + 1) > (white + black) / 2 ? 1 : 0) << bit;
+    }
+    return number;
+}
+
 std::vector<int> numbersOf(const std::vector<CountedFrame>& frames)
 {
     std::vector<int> numbers(frames.size());

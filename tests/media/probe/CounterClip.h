@@ -3,6 +3,7 @@
 
 #include "tests/media/reader/GeneratedClips.h"
 
+#include <QImage>
 #include <QRect>
 #include <QSize>
 
@@ -62,6 +63,10 @@ struct CountedFrame {
 /// Reads the number and time of each frame as a player shows it. The bars fill the rectangle, by default the whole
 /// picture. Errors: std::runtime_error with ffmpeg's text.
 std::vector<CountedFrame> readCounter(const QString& path, const QRect& rect = {});
+
+/// The number in a picture of a counter clip; -1 if there is none. The bars fill the rectangle, by default the whole
+/// picture.
+int numberOf(const QImage& picture, const QRect& rect = {});
 
 /// The numbers only.
 std::vector<int> numbersOf(const std::vector<CountedFrame>& frames);

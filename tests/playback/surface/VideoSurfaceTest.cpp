@@ -1,19 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "playback/surface/VideoSurface.h"
+#include "tests/playback/surface/PlayerWindowTest.h"
 
-#include "base/tasks/BackgroundThreads.h"
-#include "base/tasks/MainQueue.h"
-#include "playback/mpv/MpvPlayer.h"
+#include <QSGRendererInterface>
 
-#include "tests/media/probe/CounterClip.h"
-
-#include <QGuiApplication>
-#include <QQuickWindow>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
-#include <clocale>
 #include <random>
 
 namespace quelto {
@@ -21,70 +10,90 @@ namespace {
 
 using namespace test;
 
-int numberOf(const QImage& picture)
+using VideoSurfaceTest = PlayerWindowTest;
+
+TEST_F(VideoSurfaceTest, WindowUsesTheRequestedRenderer)
 {
-    const auto bar = [&](int index) {
-        return qGray(picture.pixel((2 * index + 1) * picture.width() / (2 * CounterClip::bars), picture.height() / 2));
-    };
-    const int white = bar(0);
-    const int black = bar(CounterClip::bars - 1);
-    if (white - black < 64) {
-        return -1;
+    const auto api = window.rendererInterface()->graphicsApi();
+    if (qEnvironmentVariable("QT_QUICK_BACKEND") == u"software") {
+        EXPECT_EQ(api, QSGRendererInterface::Software);
+    } else {
+        ASSERT_EQ(qEnvironmentVariable("QSG_RHI_BACKEND"), QStringLiteral("opengl"));
+        EXPECT_EQ(api, QSGRendererInterface::OpenGL);
     }
-    int number = 0;
-    for (int bit = 0; bit < CounterClip::bars - 2; ++bit) {
-        number |= (bar(bit + 1) > (white + black) / 2 ? 1 : 0) << bit;
-    }
-    return number;
 }
-
-class VideoSurfaceTest : public testing::Test {
-protected:
-    VideoSurfaceTest()
-    {
-        // The constructor of the application takes the user's.
-        std::setlocale(LC_NUMERIC, "C");
-        player = std::make_unique<MpvPlayer>(
-            MpvPlayer::Dependencies{.main = main, .work = [this](Task task) { work.post(std::move(task)); }});
-        window.setColor(Qt::black);
-        window.resize(640, 360);
-        surface = new VideoSurface(window.contentItem());
-        surface->setSize({640, 360});
-        surface->setPlayer(player.get());
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-    }
-    bool isShown(int number)
-    {
-        return QTest::qWaitFor([&] { return numberOf(window.grabWindow()) == number; });
-    }
-
-    int argumentCount = 1;
-    char program[5] = "test";
-    char* arguments[2] = {program, nullptr};
-    QGuiApplication application{argumentCount, arguments};
-    MainQueue main;
-    BackgroundThreads work{QStringLiteral("work"), 1};
-    GeneratedClips clips;
-    std::unique_ptr<MpvPlayer> player;
-    QQuickWindow window;
-    VideoSurface* surface = nullptr;
-};
 
 TEST_F(VideoSurfaceTest, WindowShowsTheRequestedFrames)
 {
-    std::printf("api %d\n", window.rendererInterface()->graphicsApi());
     player->open(makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 2}));
     ASSERT_TRUE(isShown(0));
+    ASSERT_TRUE(isOpen(*player));
     std::minstd_rand random(1);
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < 50; ++i) {
         const auto number = static_cast<int>(random() % 120);
         player->seek((number + 0.5) / 60);
-        EXPECT_TRUE(isShown(number)) << numberOf(window.grabWindow()) << " instead of " << number;
+        ASSERT_TRUE(isShown(number)) << shown() << " instead of " << number;
     }
-    window.grabWindow().save(QStringLiteral("/tmp/surface.png"));
+}
+
+TEST_F(VideoSurfaceTest, PictureComesBackInANewSurface)
+{
+    player->open(makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 2}));
+    ASSERT_TRUE(isOpen(*player));
+    player->seek(1.01);
+    ASSERT_TRUE(isShown(60));
+    for (int i = 0; i < 3; ++i) {
+        surface.reset();
+        ASSERT_TRUE(isShown(-1));
+        addSurface(*player);
+        EXPECT_TRUE(isShown(60)) << shown();
+        EXPECT_EQ(player->position(), 1.01);
+        EXPECT_EQ(player->rate(), 0);
+    }
+    // Without a frame in between, as when the content of the window is rebuilt.
+    surface.reset();
+    addSurface(*player);
+    EXPECT_TRUE(isShown(60)) << shown();
+}
+
+TEST_F(VideoSurfaceTest, PlaybackGoesOnWithoutASurface)
+{
+    player->open(makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 3}));
     player->play(1);
-    EXPECT_TRUE(isShown(119));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return player->position() > 0.3; }));
+    surface.reset();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return player->position() > 0.8; }));
+    addSurface(*player);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown() >= 48; })) << shown();
+    EXPECT_EQ(player->rate(), 1);
+    EXPECT_TRUE(isShown(179));
+}
+
+TEST_F(VideoSurfaceTest, ClipOpenedWithoutASurfaceIsShownInTheNextOne)
+{
+    const auto path = makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 2, .firstNumber = 200});
+    player->open(makeClip(clips, QStringLiteral("b.mp4"), {.seconds = 2}));
+    ASSERT_TRUE(isShown(0));
+    surface.reset();
+    ASSERT_TRUE(isShown(-1));
+    player->open(path);
+    addSurface(*player);
+    EXPECT_TRUE(isShown(200)) << shown();
+    EXPECT_TRUE(isOpen(*player));
+}
+
+TEST_F(VideoSurfaceTest, SurfaceShowsTheLatestPlayer)
+{
+    player->open(makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 2}));
+    ASSERT_TRUE(isShown(0));
+    auto other = makePlayer();
+    other->open(makeClip(clips, QStringLiteral("b.mp4"), {.seconds = 2, .firstNumber = 300}));
+    surface->setPlayer(other.get());
+    EXPECT_TRUE(isShown(300));
+    surface->setPlayer(player.get());
+    EXPECT_TRUE(isShown(0));
+    player.reset();
+    EXPECT_TRUE(isShown(-1));
 }
 
 } // namespace
