@@ -3,6 +3,8 @@
 
 #include <QString>
 
+class QImage;
+
 namespace quelto {
 
 /// The desktop's clipboard.
@@ -14,6 +16,8 @@ public:
 
     /// Replaces the contents with the file, so that pasting into a folder or a chat inserts the file itself.
     virtual void setFile(const QString& path) = 0;
+    /// Replaces the contents with the picture.
+    virtual void setImage(const QImage& image) = 0;
 };
 
 } // namespace quelto

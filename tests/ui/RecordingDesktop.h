@@ -4,6 +4,7 @@
 #include "platform/FileManager.h"
 #include "platform/Pasteboard.h"
 
+#include <QImage>
 #include <QStringList>
 
 namespace quelto::test {
@@ -18,12 +19,14 @@ public:
     QStringList opened;
 };
 
-/// Records the file that was copied last.
+/// Records the file and the picture that were copied last.
 class RecordingPasteboard final : public Pasteboard {
 public:
     void setFile(const QString& path) override { file = path; }
+    void setImage(const QImage& picture) override { image = picture; }
 
     QString file;
+    QImage image;
 };
 
 } // namespace quelto::test

@@ -6,9 +6,11 @@
 #include "base/files/AtomicFile.h"
 #include "base/language/T.h"
 #include "base/memory/FreeMemory.h"
-#include "platform/FileMimeData.h"
 #include "platform/factory/PlatformFactory.h"
+#include "playback/model/NoPlayer.h"
+#include "playback/mpv/MpvPlayer.h"
 #include "ui/icons/Symbols.h"
+#include "ui/player/ClipPlayer.h"
 #include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
@@ -16,7 +18,6 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDesktopServices>
 #include <QGuiApplication>
 #include <QSystemTrayIcon>
 #include <QTimer>
@@ -32,7 +33,7 @@ constexpr std::chrono::seconds ReleaseOfOldContent{1};
 constexpr std::chrono::milliseconds ReadTimeout{500};
 /// Limits the wait for the last match and the settings to be stored.
 constexpr std::chrono::seconds WriteTimeout{3};
-/// Limits the wait for a stopped export to delete its partial file.
+/// Limits the wait for a stopped export, or for a frame that is being saved, to delete its partial file.
 constexpr std::chrono::seconds ExportTimeout{3};
 /// Limits the wait for a save at quit. A disk can take seconds for one call.
 constexpr std::chrono::seconds SaveStallTimeout{10};
@@ -53,13 +54,13 @@ ApplicationController::ApplicationController()
     , m_libraryQueue(QStringLiteral("quelto.library"))
     , m_matchQueue(QStringLiteral("quelto.matches"))
     , m_filterQueue(QStringLiteral("quelto.filter"))
+    , m_frameQueue(QStringLiteral("quelto.frame"), QueuePriority::background)
     , m_exports(m_main)
     , m_library({.settings = m_settings, .trash = *m_platform.trash, .main = m_main, .work = m_libraryQueue})
     , m_matches({.library = m_library, .main = m_main, .work = m_matchQueue, .store = MatchStore()})
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)
     , m_commands({.openFolder = [this] { openFolder(); },
-                  .play = [](const QString& path) { QDesktopServices::openUrl(QUrl::fromEncoded(fileUri(path))); },
                   .hide =
                       [this] {
                           m_window->hide();
@@ -86,7 +87,10 @@ ApplicationController::ApplicationController()
                       .pasteboard = *m_platform.pasteboard,
                       .settings = m_settings,
                       .navigation = m_navigation})
+    , m_playbackThreads(QStringLiteral("quelto.clips"), 2)
     , m_clipExports({.queue = m_exports, .library = m_library, .navigation = m_navigation})
+    , m_clipFrames(
+          {.main = m_main, .work = m_frameQueue, .pasteboard = *m_platform.pasteboard, .navigation = m_navigation})
     , m_hud(m_engine, m_main)
     , m_saveWatch(SaveStallTimeout)
     , m_policy(m_settings, m_matches,
@@ -119,7 +123,10 @@ ApplicationController::~ApplicationController()
 {
     // First, because the window's bindings use the members destroyed below.
     delete m_window;
-    if (!m_exports.finish(ExportTimeout)) {
+    m_clipFrames.stop();
+    const bool isExportDone = m_exports.finish(ExportTimeout);
+    const bool isFrameDone = m_frameQueue.finish(ExportTimeout);
+    if (!isExportDone || !isFrameDone) {
         // The thread may keep the process alive. The next start must not have to wait for it.
         releaseBusName();
     }
@@ -178,11 +185,13 @@ void ApplicationController::buildWindow()
     ThumbnailsForQml::instance = &m_thumbnails;
     ArrangingQueuesForQml::instance.emplace(ClipArranger::Queues{.main = m_main, .work = m_filterQueue});
     ClipPageForQml::instance.emplace(ClipDetail::Dependencies{.exports = m_clipExports,
+                                                              .frames = m_clipFrames,
                                                               .library = m_library,
                                                               .thumbnails = m_thumbnails,
                                                               .commands = m_clipCommands,
                                                               .settings = m_settings,
                                                               .navigation = m_navigation});
+    preparePlayback();
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     m_engine.loadData("import Quelto.Shell\nMainWindow {}\n");
@@ -196,6 +205,21 @@ void ApplicationController::buildWindow()
         {.hasStatusArea = &QSystemTrayIcon::isSystemTrayAvailable, .tell = [this] { tellAboutBackground(); }});
     returnMemoryAfterRebuilds();
     showWindow();
+}
+
+void ApplicationController::preparePlayback()
+{
+    const auto work = [this](Task task) { m_playbackThreads.post(std::move(task)); };
+    PlaybackForQml::instance.emplace(
+        PlaybackForQml::Parts{.model = {.main = m_main, .work = work},
+                              .createPlayer = [this, work]() -> std::unique_ptr<Player> {
+                                  try {
+                                      return std::make_unique<MpvPlayer>(MpvPlayer::Dependencies{m_main, work});
+                                  } catch (const std::runtime_error& failure) {
+                                      qWarning("Clips cannot be played: %s", failure.what());
+                                      return std::make_unique<NoPlayer>();
+                                  }
+                              }});
 }
 
 void ApplicationController::returnMemoryAfterRebuilds()

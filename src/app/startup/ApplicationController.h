@@ -10,6 +10,7 @@
 #include "app/tray/StatusItem.h"
 #include "app/window/BackgroundNotice.h"
 #include "base/settings/AppSettings.h"
+#include "base/tasks/BackgroundThreads.h"
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
 #include "capture/recorder/Recorder.h"
@@ -22,6 +23,7 @@
 #include "moments/wow/WoWWatcher.h"
 #include "platform/Platform.h"
 #include "ui/screens/clip/ClipExports.h"
+#include "ui/screens/clip/ClipFrames.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/Hud.h"
@@ -72,6 +74,7 @@ public:
 
 private:
     void buildWindow();
+    void preparePlayback();
     void returnMemoryAfterRebuilds();
     void joinSavedClips();
     void joinMatches();
@@ -97,6 +100,7 @@ private:
     SerialQueue m_libraryQueue;
     SerialQueue m_matchQueue;
     SerialQueue m_filterQueue;
+    SerialQueue m_frameQueue;
     ExportQueue m_exports;
     ClipLibrary m_library;
     MatchTracker m_matches;
@@ -112,7 +116,9 @@ private:
     LibraryOverview m_overview;
     ThumbnailCache m_thumbnails;
     ClipCommands m_clipCommands;
+    BackgroundThreads m_playbackThreads;
     ClipExports m_clipExports;
+    ClipFrames m_clipFrames;
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;

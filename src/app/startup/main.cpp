@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -24,6 +25,7 @@ Q_IMPORT_QML_PLUGIN(Quelto_IconsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ClipPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_PlayerPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
@@ -150,6 +152,8 @@ int main(int argc, char* argv[])
         endIfASettingIsOutOfRange();
     }
     QApplication application(argc, argv);
+    // The constructor takes the locale of the user. libmpv reads and writes numbers in that of C.
+    std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("Quelto"));
     QApplication::setApplicationVersion(QStringLiteral(QUELTO_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("app.quelto.Quelto"));

@@ -14,13 +14,18 @@ public:
     static ExportError failed(const QString& reason);
     /// The clip has no video track, or no duration.
     static ExportError noVideo();
+    /// What the exception that is being handled means to the user, whatever its type.
+    static ExportError fromCurrentException();
 
     const QString& message() const noexcept { return m_message; }
+    /// The message without the words that it was an export.
+    const QString& reason() const noexcept { return m_reason; }
 
 private:
-    explicit ExportError(const QString& message);
+    ExportError(const QString& message, const QString& reason);
 
     QString m_message;
+    QString m_reason;
 };
 
 } // namespace quelto

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/queue/ExportQueue.h"
 
-#include "base/failures/WriteFailure.h"
 #include "base/files/AtomicFile.h"
-#include "base/language/T.h"
 #include "export/errors/ExportError.h"
 
 #include <QPointer>
-
-#include <system_error>
 
 namespace quelto {
 
@@ -83,24 +79,12 @@ void ExportQueue::startFirst()
 
 ExportQueue::Outcome ExportQueue::outcomeOf(const std::function<QString()>& work)
 {
-    const auto failure = [](const QString& reason) {
-        return Outcome{.message = ExportError::failed(reason).message()};
-    };
     try {
         return {.path = work()};
     } catch (const ExportStopped&) {
         return {};
-    } catch (const ExportError& error) {
-        return {.message = error.message()};
-    } catch (const std::system_error& error) {
-        return failure(writeFailureText(error.code().value()));
-    } catch (const std::bad_alloc&) {
-        return failure(T("Bellek yetmedi. Diğer programları kapatıp yeniden deneyin."));
-    } catch (const std::exception& error) {
-        const auto text = QString::fromLocal8Bit(error.what());
-        return failure(text.isEmpty() ? T("bilinmeyen hata") : text);
     } catch (...) {
-        return failure(T("bilinmeyen hata"));
+        return {.message = ExportError::fromCurrentException().message()};
     }
 }
 

@@ -5,12 +5,18 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QImage>
 
 namespace quelto {
 
 void FreedesktopPasteboard::setFile(const QString& path)
 {
     QGuiApplication::clipboard()->setMimeData(fileMimeData(path).release());
+}
+
+void FreedesktopPasteboard::setImage(const QImage& image)
+{
+    QGuiApplication::clipboard()->setImage(image);
 }
 
 } // namespace quelto

@@ -9,6 +9,7 @@ namespace quelto {
 class FreedesktopPasteboard final : public Pasteboard {
 public:
     void setFile(const QString& path) override;
+    void setImage(const QImage& image) override;
 };
 
 } // namespace quelto

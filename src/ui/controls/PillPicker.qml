@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
 
-// A choice between several options, as a row of pills. It shows the selection that it is bound to and emits picked()
+// A choice between several options, as a row of pills, or several rows where the width allows only a part of them. It shows the selection that it is bound to and emits picked()
 // for the owner to change it. It is one tab stop; the arrow keys move the choice.
 FocusScope {
     id: picker
@@ -23,6 +23,14 @@ FocusScope {
         return label(option);
     }
 
+    function widthOfOneRow(): real {
+        let width = 0;
+        for (let i = 0; i < pills.count; ++i) {
+            width += (i > 0 ? rows.spacing : 0) + (pills.itemAt(i)?.implicitWidth ?? 0);
+        }
+        return width;
+    }
+
     function pickAt(index: int) {
         const within = Math.max(0, Math.min(index, options.length - 1));
         pills.itemAt(within)?.forceActiveFocus(Qt.TabFocusReason);
@@ -31,8 +39,8 @@ FocusScope {
         }
     }
 
-    implicitWidth: row.implicitWidth
-    implicitHeight: row.implicitHeight
+    implicitWidth: widthOfOneRow()
+    implicitHeight: rows.implicitHeight
     Accessible.role: Accessible.Grouping
     Accessible.name: name
     Keys.onPressed: event => {
@@ -44,9 +52,10 @@ FocusScope {
         }
     }
 
-    Row {
-        id: row
+    Flow {
+        id: rows
 
+        width: picker.width
         spacing: 5
 
         Repeater {

@@ -50,9 +50,10 @@ RowLayout {
         Accessible.name: text
     }
 
-    // The only part of the row that can be left out.
+    // The only part of the row that a narrow player leaves out.
     Text {
         Layout.leftMargin: 4
+        opacity: truncated ? 0 : 1
         Layout.fillWidth: true
         text: controls.model.markers.length > 0 ? L10n.T("{0} an", [controls.model.markers.length]) : ""
         textFormat: Text.PlainText

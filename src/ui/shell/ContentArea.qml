@@ -31,7 +31,9 @@ FocusScope {
     function renewClip() {
         clip.setSource("");
         if (Navigation.hasSelected) {
-            clip.setSource("ClipPage.qml");
+            clip.setSource("qrc:/Quelto/ClipPage/ClipDetailView.qml", {
+                path: Navigation.selectedPath
+            });
         }
         (Navigation.hasSelected ? clip : page).focus = true;
     }

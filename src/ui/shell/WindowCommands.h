@@ -19,8 +19,6 @@ class WindowCommands : public QObject {
 public:
     struct Actions {
         std::function<void()> openFolder;
-        /// Plays the file in the desktop's default player.
-        std::function<void(const QString& path)> play;
         std::function<void()> hide;
         std::function<void()> minimize;
         std::function<void()> close;
@@ -33,7 +31,6 @@ public:
     QString version() const;
 
     Q_INVOKABLE void openFolder() const { m_actions.openFolder(); }
-    Q_INVOKABLE void play(const QString& path) const { m_actions.play(path); }
     Q_INVOKABLE void hide() const { m_actions.hide(); }
     Q_INVOKABLE void minimize() const { m_actions.minimize(); }
     Q_INVOKABLE void close() const { m_actions.close(); }

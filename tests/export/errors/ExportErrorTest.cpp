@@ -31,6 +31,23 @@ TEST_P(ExportErrorTest, WhatIsTheMessageInUtf8)
     EXPECT_STREQ(ExportError::noVideo().what(), GetParam().noVideo);
 }
 
+TEST_P(ExportErrorTest, ReasonIsTheMessageWithoutTheExport)
+{
+    EXPECT_EQ(ExportError::failed(QStringLiteral("ENOSPC")).reason(), QStringLiteral("ENOSPC"));
+    EXPECT_EQ(ExportError::noVideo().reason(), ExportError::noVideo().message());
+}
+
+TEST_P(ExportErrorTest, ExceptionsOfOtherTypesHaveTheirReason)
+{
+    try {
+        throw std::runtime_error("broken");
+    } catch (...) {
+        const auto error = ExportError::fromCurrentException();
+        EXPECT_EQ(error.reason(), QStringLiteral("broken"));
+        EXPECT_EQ(error.message(), ExportError::failed(QStringLiteral("broken")).message());
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(All, ExportErrorTest,
                          testing::Values(Row{"tr", "Dışa aktarma başarısız: ENOSPC", "Klipte video bulunamadı."},
                                          Row{"en", "Export failed: ENOSPC", "The clip has no video."},

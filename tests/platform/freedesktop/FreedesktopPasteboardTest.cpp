@@ -3,6 +3,7 @@
 
 #include "ChildProcess.h"
 
+#include <QImage>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -54,6 +55,16 @@ TEST_F(FreedesktopPasteboardTest, OffersTheUriListFirstAndNoTextOfItsOwn)
     for (const char* text : {"text/plain;charset=utf-8", "UTF8_STRING", "STRING", "TEXT"}) {
         EXPECT_FALSE(targets.contains(text)) << text;
     }
+}
+
+TEST_F(FreedesktopPasteboardTest, OtherProgramsReceiveThePicture)
+{
+    QImage picture(3, 2, QImage::Format_RGB32);
+    picture.fill(QColor(10, 200, 30));
+    m_pasteboard.setFile(QStringLiteral("/clips/a.mp4"));
+    m_pasteboard.setImage(picture);
+    EXPECT_EQ(QImage::fromData(pasted("image/png"), "PNG").convertToFormat(picture.format()), picture);
+    EXPECT_FALSE(pasted("TARGETS").contains("text/uri-list"));
 }
 
 TEST_F(FreedesktopPasteboardTest, KeepsTheLastFile)

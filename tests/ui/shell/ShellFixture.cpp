@@ -3,6 +3,7 @@
 
 #include "base/language/L10n.h"
 #include "ui/icons/Symbols.h"
+#include "ui/player/ClipPlayer.h"
 #include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/shell/ShellForQml.h"
@@ -16,6 +17,7 @@ Q_IMPORT_QML_PLUGIN(Quelto_IconsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ClipPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_PlayerPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
@@ -30,19 +32,17 @@ void ShellFixture::SetUp()
     const auto action = [this](const char* name) {
         return [this, name] { requestedActions.append(QLatin1String(name)); };
     };
-    commands = std::make_unique<WindowCommands>(
-        WindowCommands::Actions{
-            .openFolder = action("openFolder"),
-            .play = [this](const QString& path) { requestedActions.append(QStringLiteral("play ") + path); },
-            .hide = action("hide"),
-            .minimize = action("minimize"),
-            .close = action("close"),
-            .quit =
-                [this] {
-                    requestedActions.append(QStringLiteral("quit"));
-                    onQuit();
-                }},
-        QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
+    commands = std::make_unique<WindowCommands>(WindowCommands::Actions{.openFolder = action("openFolder"),
+                                                                        .hide = action("hide"),
+                                                                        .minimize = action("minimize"),
+                                                                        .close = action("close"),
+                                                                        .quit =
+                                                                            [this] {
+                                                                                requestedActions.append(
+                                                                                    QStringLiteral("quit"));
+                                                                                onQuit();
+                                                                            }},
+                                                QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
     saveFailure = std::make_unique<SaveFailure>(SaveFailure::Dependencies{
         .recorder = *recorder, .settings = settings, .main = main, .work = main, .isWritable = [this](const QString&) {
             return isFolderWritable;
@@ -57,19 +57,39 @@ void ShellFixture::SetUp()
     navigation = std::make_unique<Navigation>(main);
     matchSummary = std::make_unique<MatchSummary>(*matches, *navigation);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
-    clipCommands = std::make_unique<ClipCommands>(ClipCommands::Dependencies{.library = *library,
-                                                                             .files = files,
-                                                                             .pasteboard = pasteboard,
-                                                                             .settings = settings,
-                                                                             .navigation = *navigation,
-                                                                             .drag = {}});
+    clipCommands = std::make_unique<ClipCommands>(
+        ClipCommands::Dependencies{.library = *library,
+                                   .files = files,
+                                   .pasteboard = pasteboard,
+                                   .settings = settings,
+                                   .navigation = *navigation,
+                                   .drag = [this](const QString& path, const QImage&) {
+                                       requestedActions.append(QStringLiteral("drag ") + path);
+                                   }});
     ClipCommandsForQml::instance = clipCommands.get();
     thumbnails = std::make_unique<ThumbnailCache>(thumbnailQueue);
     ThumbnailsForQml::instance = thumbnails.get();
     exportQueue = std::make_unique<ExportQueue>(exportReplies);
-    clipExports = std::make_unique<ClipExports>(
-        ClipExports::Dependencies{.queue = *exportQueue, .library = *library, .navigation = *navigation});
+    clipExports = std::make_unique<ClipExports>(ClipExports::Dependencies{
+        .queue = *exportQueue,
+        .library = *library,
+        .navigation = *navigation,
+        .operations = {.trim =
+                           [this](const QString& clip, const TimeRange& range, const ExportControl&) {
+                               return onExport(QStringLiteral("trim %1 %2").arg(range.start).arg(range.end), clip);
+                           },
+                       .exportAspect =
+                           [this](const QString& clip, AspectRatio aspect, FillMode fill, const ExportControl&) {
+                               return onExport(tag(aspect) + u' ' + rawValue(fill), clip);
+                           },
+                       .shrink =
+                           [this](const QString& clip, int limitMB, const ExportControl&) {
+                               return onExport(QStringLiteral("shrink %1").arg(limitMB), clip);
+                           }}});
+    clipFrames = std::make_unique<ClipFrames>(
+        ClipFrames::Dependencies{.main = main, .work = main, .pasteboard = pasteboard, .navigation = *navigation});
     ClipPageForQml::instance.emplace(ClipDetail::Dependencies{.exports = *clipExports,
+                                                              .frames = *clipFrames,
                                                               .library = *library,
                                                               .thumbnails = *thumbnails,
                                                               .commands = *clipCommands,
@@ -85,6 +105,13 @@ void ShellFixture::SetUp()
     WindowCommandsForQml::instance = commands.get();
     SaveFailureForQml::instance = saveFailure.get();
     QuitQuestionForQml::instance = &quitQuestion;
+    PlaybackForQml::instance.emplace(
+        PlaybackForQml::Parts{.model = {.main = main, .work = [](const Task& task) { task(); }},
+                              .createPlayer = [this]() -> std::unique_ptr<Player> {
+                                  auto created = std::make_unique<FakePlayer>();
+                                  player = created.get();
+                                  return created;
+                              }});
     engine = std::make_unique<QQmlApplicationEngine>();
     engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     engine->addImportPath(QStringLiteral("qrc:/"));

@@ -5,6 +5,7 @@
 #include "library/matches/MatchTracker.h"
 #include "library/thumbnails/ThumbnailCache.h"
 #include "ui/screens/clip/ClipExports.h"
+#include "ui/screens/clip/ClipFrames.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"
@@ -16,6 +17,7 @@
 
 #include "tests/capture/recorder/RecorderFixture.h"
 #include "tests/library/clips/RecordingTrash.h"
+#include "tests/playback/model/FakePlayer.h"
 #include "tests/ui/RecordingDesktop.h"
 #include "tests/ui/WindowInspection.h"
 
@@ -65,14 +67,19 @@ protected:
     std::unique_ptr<LibraryOverview> overview;
     MainQueue thumbnailQueue;
     std::unique_ptr<ThumbnailCache> thumbnails;
+    /// Of the page of a clip, while one is open.
+    QPointer<FakePlayer> player;
     std::unique_ptr<ClipCommands> clipCommands;
     MainQueue exportReplies;
     std::unique_ptr<ExportQueue> exportQueue;
     std::unique_ptr<ClipExports> clipExports;
+    std::unique_ptr<ClipFrames> clipFrames;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
     /// The window commands that were called, in order.
     QStringList requestedActions;
+    /// Makes the copy of a clip. Runs on the thread of the export queue.
+    std::function<QString(const QString& operation, const QString& clip)> onExport;
     /// What the program does when the user quits.
     std::function<void()> onQuit = [] {};
 };

@@ -41,6 +41,11 @@ ClipDetail::ClipDetail(const Dependencies& dependencies, QObject* parent)
             setDiscordPath(copy);
         }
     });
+    connect(&m_dependencies.frames, &ClipFrames::savingChanged, this, [this](const QString& path) {
+        if (path == m_path) {
+            Q_EMIT savingFrameChanged();
+        }
+    });
     connect(&m_dependencies.settings, &AppSettings::discordLimitMBChanged, this, [this] {
         Q_EMIT limitChanged();
         Q_EMIT aboveLimitChanged();
@@ -56,6 +61,7 @@ void ClipDetail::setPath(const QString& path)
     m_clip = Clip(path);
     Q_EMIT pathChanged();
     Q_EMIT runChanged();
+    Q_EMIT savingFrameChanged();
     Q_EMIT sharedChanged();
     Q_EMIT aboveLimitChanged();
     // Destroying the ticket cancels the callback, so `this` outlives it.
@@ -132,6 +138,11 @@ void ClipDetail::exportAspect(const QString& aspect, const QString& fill)
 void ClipDetail::shrink()
 {
     m_dependencies.exports.shrink(m_path, limitMB());
+}
+
+void ClipDetail::saveFrame(double seconds)
+{
+    m_dependencies.frames.save(m_path, seconds);
 }
 
 void ClipDetail::rename(const QString& title)

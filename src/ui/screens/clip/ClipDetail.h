@@ -5,6 +5,7 @@
 #include "library/clips/ClipLibrary.h"
 #include "library/thumbnails/ThumbnailCache.h"
 #include "ui/screens/clip/ClipExports.h"
+#include "ui/screens/clip/ClipFrames.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 
@@ -50,6 +51,9 @@ class ClipDetail : public QObject {
     /// Units: 0 to 1.
     Q_PROPERTY(double progress READ progress NOTIFY runChanged)
 
+    /// Whether a frame of the clip is being saved.
+    Q_PROPERTY(bool isSavingFrame READ isSavingFrame NOTIFY savingFrameChanged)
+
     /// The copy that was made for Discord since the page was opened; empty without one.
     Q_PROPERTY(QString discordPath READ discordPath NOTIFY sharedChanged)
     /// The file to share: the copy for Discord if there is one, otherwise the clip.
@@ -71,6 +75,7 @@ public:
     /// All outlive the object.
     struct Dependencies {
         ClipExports& exports;
+        ClipFrames& frames;
         ClipLibrary& library;
         ThumbnailCache& thumbnails;
         ClipCommands& commands;
@@ -103,6 +108,8 @@ public:
     QString busyText() const { return run().value_or(ClipExports::Run()).text; }
     double progress() const { return run().value_or(ClipExports::Run()).progress; }
 
+    bool isSavingFrame() const { return m_dependencies.frames.isSaving(m_path); }
+
     QString discordPath() const { return m_discordPath; }
     QString sharedPath() const { return m_discordPath.isEmpty() ? m_path : m_discordPath; }
     QString sharedSizeText() const { return m_discordPath.isEmpty() ? sizeText() : m_discordSizeText; }
@@ -122,6 +129,9 @@ public:
     Q_INVOKABLE void exportAspect(const QString& aspect, const QString& fill);
     /// Saves a copy that is below Discord's limit.
     Q_INVOKABLE void shrink();
+    /// Saves the frame that the clip shows at the time as a picture beside the clip, and copies it to the clipboard.
+    /// Units: seconds.
+    Q_INVOKABLE void saveFrame(double seconds);
     /// Opens the clip under its new name.
     Q_INVOKABLE void rename(const QString& title);
     /// Moves the clip to the trash and closes it.
@@ -135,6 +145,7 @@ Q_SIGNALS:
     void pathChanged();
     void infoChanged();
     void runChanged();
+    void savingFrameChanged();
     void sharedChanged();
     void limitChanged();
     void aboveLimitChanged();

@@ -29,7 +29,7 @@ protected:
     /// A file of that size.
     QString makeClip(const char* name, qint64 size)
     {
-        const auto file = makeFile(name);
+        auto file = makeFile(name);
         EXPECT_TRUE(QFile::resize(file, size));
         return file;
     }

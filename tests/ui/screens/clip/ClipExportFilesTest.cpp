@@ -19,7 +19,7 @@ protected:
 
     GeneratedClips generated;
     QString clip = [this] {
-        const auto file = path("Dota 2 - Ace.mp4");
+        auto file = path("Dota 2 - Ace.mp4");
         EXPECT_TRUE(QFile::copy(test::makeClip(generated, QStringLiteral("made.mp4"), {.seconds = 1}), file));
         return file;
     }();

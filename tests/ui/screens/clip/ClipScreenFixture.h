@@ -30,6 +30,7 @@ protected:
     ClipDetail::Dependencies page()
     {
         return {.exports = exports,
+                .frames = frames,
                 .library = library,
                 .thumbnails = thumbnails,
                 .commands = commands,
@@ -57,6 +58,10 @@ protected:
     RecordingFileManager files;
     RecordingPasteboard pasteboard;
     ClipExports exports;
+    /// Drives the saving of frames.
+    ManualTime frameTime;
+    ManualQueue frameQueue{frameTime};
+    ClipFrames frames{{.main = frameQueue, .work = frameQueue, .pasteboard = pasteboard, .navigation = navigation}};
     ClipCommands commands{{.library = library,
                            .files = files,
                            .pasteboard = pasteboard,
@@ -86,7 +91,7 @@ public:
                 .exportAspect =
                     [state = m_state](const QString& clip, AspectRatio aspect, FillMode fill,
                                       const ExportControl& control) {
-                        state->shapes.push_back({aspect, fill});
+                        state->shapes.emplace_back(aspect, fill);
                         return state->copy(clip, " (9x16)", control);
                     },
                 .shrink =

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.ClipPage
+import Quelto.Controls
+import Quelto.Player
+import Quelto.Shared
+import Quelto.Theme
+
+// The page of one clip: it plays, and can be renamed, trimmed, exported, shared and deleted.
+FocusScope {
+    id: view
+
+    required property string path
+
+    readonly property real topMargin: 38
+    readonly property real sideWidth: 300
+    readonly property real gap: Theme.spacing.paragraph
+    // Below this width the cards are under the player.
+    readonly property bool isWide: body.width >= 2 * sideWidth + gap
+    readonly property real mainWidth: isWide ? body.width - sideWidth - gap : body.width
+
+    function saveTrim() {
+        detail.trim(player.trimIn, player.trimOut);
+        player.trimming = false;
+    }
+
+    focus: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: detail.title
+    Component.onCompleted: player.load(path)
+    Component.onDestruction: player.stop()
+    Keys.onEscapePressed: event => {
+        event.accepted = player.trimming;
+        player.trimming = false;
+    }
+
+    QtObject {
+        id: internal
+
+        property bool wasBusy: false
+        // What runs is shown below the cards, and the view has not scrolled there yet.
+        property bool isRunNew: false
+    }
+
+    ClipDetail {
+        id: detail
+
+        path: view.path
+    }
+
+    Connections {
+        target: detail
+
+        function onRunChanged() {
+            internal.isRunNew = detail.isBusy && !internal.wasBusy;
+            internal.wasBusy = detail.isBusy;
+        }
+    }
+
+    ClipPlayer {
+        id: player
+    }
+
+    ClipHeader {
+        id: header
+
+        x: Theme.spacing.page
+        y: view.topMargin
+        width: view.width - 2 * Theme.spacing.page
+        clip: detail
+        onRenameRequested: rename.ask(detail.editableTitle)
+    }
+
+    // In a low window the cards scroll beside the player. In a narrow one all of it scrolls.
+    Flickable {
+        id: scroll
+
+        readonly property Item focusedItem: Window.activeFocusItem
+        readonly property real lastY: Math.max(0, contentHeight - height)
+
+        // Scrolls until the item is visible. An item elsewhere in the window changes nothing.
+        function reveal(item: Item) {
+            let ancestor = item;
+            while (ancestor && ancestor !== body) {
+                ancestor = ancestor.parent;
+            }
+            if (ancestor && (!view.isWide || item.mapToItem(side, 0, 0).x >= 0)) {
+                const start = item.mapToItem(body, 0, 0).y - Theme.spacing.row;
+                const end = start + item.height + 2 * Theme.spacing.row;
+                contentY = Math.max(0, Math.min(Math.max(Math.min(contentY, start), end - height), lastY));
+            }
+        }
+
+        anchors.fill: parent
+        anchors.topMargin: header.y + header.height + Theme.spacing.paragraph
+        contentHeight: body.height + Theme.spacing.page
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: lastY > 0
+        clip: true
+        onFocusedItemChanged: reveal(focusedItem)
+        onLastYChanged: {
+            if (internal.isRunNew) {
+                internal.isRunNew = false;
+                contentY = lastY;
+            }
+        }
+
+        Item {
+            id: body
+
+            x: Theme.spacing.page
+            width: scroll.width - 2 * Theme.spacing.page
+            height: view.isWide ? Math.max(main.height, side.height) : side.y + side.height
+
+            Column {
+                id: main
+
+                readonly property real roomBelow: under.height + spacing + Theme.spacing.page
+
+                // Stays in view while the cards scroll.
+                y: view.isWide ? Math.min(scroll.contentY, body.height - height) : 0
+                width: view.mainWidth
+                spacing: Theme.spacing.paragraph
+
+                ClipPlayerView {
+                    id: playerView
+
+                    readonly property real smallestHeight: 220
+
+                    width: parent.width
+                    height: Math.max(smallestHeight, Math.min(implicitHeight, scroll.height - (view.isWide ? main.roomBelow : 0)))
+                    focus: true
+                    model: player
+                }
+
+                Item {
+                    id: under
+
+                    width: parent.width
+                    height: player.trimming ? trimBar.implicitHeight : info.implicitHeight
+
+                    InfoRow {
+                        id: info
+
+                        width: parent.width
+                        visible: !player.trimming
+                        clip: detail
+                    }
+
+                    TrimBar {
+                        id: trimBar
+
+                        width: parent.width
+                        visible: player.trimming
+                        onCancelled: player.trimming = false
+                        onSaved: view.saveTrim()
+                    }
+                }
+            }
+
+            Column {
+                id: side
+
+                x: view.isWide ? view.mainWidth + view.gap : 0
+                y: view.isWide ? 0 : main.height + view.gap
+                width: view.isWide ? view.sideWidth : body.width
+                spacing: Theme.spacing.paragraph
+
+                ShareCard {
+                    clip: detail
+                }
+
+                ExportCard {
+                    clip: detail
+                }
+
+                EditCard {
+                    clip: detail
+                    onTrimRequested: player.startTrimming()
+                    onFrameRequested: detail.saveFrame(player.time)
+                    onDeleteRequested: confirmation.open()
+                }
+
+                BusyPanel {
+                    width: parent.width
+                    visible: detail.isBusy
+                    text: detail.busyText
+                    progress: detail.progress
+                }
+            }
+        }
+    }
+
+    ThemedScrollBar {
+        id: scrollBar
+
+        anchors.right: scroll.right
+        anchors.top: scroll.top
+        anchors.bottom: scroll.bottom
+        size: scroll.visibleArea.heightRatio
+        position: scroll.visibleArea.yPosition
+        onPositionChanged: {
+            if (pressed) {
+                scroll.contentY = position * scroll.contentHeight;
+            }
+        }
+    }
+
+    RenameDialog {
+        id: rename
+
+        onAccepted: title => detail.rename(title)
+    }
+
+    ConfirmationDialog {
+        id: confirmation
+
+        title: L10n.T("Klip çöp kutusuna taşınsın mı?")
+        message: L10n.isolated(detail.title)
+        plainMessage: detail.title
+        destructive: true
+        confirmText: L10n.T("Çöp Kutusuna Taşı")
+        cancelText: L10n.T("Vazgeç")
+        onConfirmed: detail.trash()
+    }
+}

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/tasks/BackgroundThreads.h"
+#include "playback/mpv/MpvPlayer.h"
+#include "ui/player/ClipPlayer.h"
+
+#include "tests/export/queue/Gate.h"
+#include "tests/ui/SceneryClips.h"
+#include "tests/ui/shell/ShellFixture.h"
+
+#include <clocale>
+
+namespace quelto {
+namespace {
+
+/// Saves pictures of the page of a clip, with the real player and real clips, for review.
+class ClipPagePicturesTest : public test::ShellFixture {
+protected:
+    void SetUp() override
+    {
+        // The constructor of the application takes the user's.
+        std::setlocale(LC_NUMERIC, "C");
+        ShellFixture::SetUp();
+        record();
+        PlaybackForQml::instance->createPlayer = [this] {
+            return std::make_unique<MpvPlayer>(MpvPlayer::Dependencies{
+                .main = realTime, .work = [this](Task task) { threads.post(std::move(task)); }});
+        };
+        PlaybackForQml::instance.emplace(
+            PlaybackForQml::Parts{.model = {.main = realTime, .work = [](const Task& task) { task(); }},
+                                  .createPlayer = PlaybackForQml::instance->createPlayer});
+        test::addSceneryClips(settings.saveFolder());
+        reloadLibrary();
+    }
+
+    /// The automatic clip with the most points.
+    Clip automatic() const
+    {
+        const auto& clips = library->clips();
+        return *std::ranges::max_element(clips, {}, &Clip::autoScore);
+    }
+    void open(const Clip& clip)
+    {
+        ClipMeta meta;
+        meta.events = {{.t = 8, .name = QStringLiteral("kill")},
+                       {.t = 21, .name = QStringLiteral("multikill_3")},
+                       {.t = 44, .name = QStringLiteral("steal_Baron")}};
+        meta.save(clip.path);
+        navigation->openClip(clip.path);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !shows(QStringLiteral("0:00 / 0:00")); }));
+    }
+    void show(const QString& name)
+    {
+        QTest::qWait(700);
+        EXPECT_FALSE(picture(name).isNull());
+    }
+    void clickNamed(const char* name) { click(QString::fromUtf8(name)); }
+
+    MainQueue realTime;
+    BackgroundThreads threads{QStringLiteral("clips"), 1};
+};
+
+TEST_F(ClipPagePicturesTest, States)
+{
+    open(automatic());
+    show(QStringLiteral("clip-playing"));
+    clickNamed("Kırp");
+    show(QStringLiteral("clip-trimming"));
+    clickNamed("Vazgeç");
+    clickNamed("Yeniden adlandır");
+    show(QStringLiteral("clip-rename"));
+    QTest::keyClick(window, Qt::Key_Escape);
+    QTest::qWait(100);
+    settings.setDiscordLimitMB(0);
+    test::Gate gate;
+    onExport = [&](const QString&, const QString& clip) {
+        gate.pass();
+        return clip;
+    };
+    clickNamed("Yeni oranla dışa aktar");
+    show(QStringLiteral("clip-busy"));
+    gate.open();
+    QTest::qWait(200);
+    clickNamed("Çöp Kutusuna Taşı");
+    show(QStringLiteral("clip-delete"));
+}
+
+TEST_F(ClipPagePicturesTest, FilesThatAreUnusual)
+{
+    makeClips({"Broken - Not a video.mp4"});
+    navigation->openClip(settings.saveFolder() + QStringLiteral("/Broken - Not a video.mp4"));
+    show(QStringLiteral("clip-unreadable"));
+}
+
+TEST_F(ClipPagePicturesTest, LanguagesPalettesAndSizes)
+{
+    settings.setDiscordLimitMB(0);
+    const std::array<std::tuple<const char*, const char*, QSize>, 5> looks{{
+        {"en", "ember", {1240, 900}},
+        {"de", "blurple", {1020, 640}},
+        {"ru", "ocean", {1020, 640}},
+        {"tr", "ember", {683, 384}},
+        {"fr", "sunset", {1600, 1000}},
+    }};
+    for (const auto& [language, palette, size] : looks) {
+        window->setMinimumSize({});
+        window->resize(size);
+        settings.setLanguage(QLatin1String(language));
+        settings.setColorTheme(QLatin1String(palette));
+        time.settle();
+        QTest::qWait(100);
+        open(automatic());
+        show(QStringLiteral("clip-%1-%2").arg(QLatin1String(language), QLatin1String(palette)));
+        navigation->closeClip();
+    }
+}
+
+} // namespace
+} // namespace quelto
