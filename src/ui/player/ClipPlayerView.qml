@@ -92,14 +92,16 @@ FocusScope {
             y: view.isFullScreen ? 0 : view.inset + (roomHeight - height) / 2
             model: view.model
 
-            // Rounds the corners: a ring in the colour of the panel covers them.
+            // Rounds the corners: a ring in the colour of the panel covers them. It also covers the outermost pixels, of
+            // which libmpv leaves some black when sizes are rounded.
             Rectangle {
                 readonly property real ring: 4
+                readonly property real overlap: 1
 
                 anchors.fill: parent
-                anchors.margins: -ring
+                anchors.margins: overlap - ring
                 visible: !view.isFullScreen
-                radius: Theme.radius.card + ring
+                radius: Theme.radius.card + ring - overlap
                 color: "transparent"
                 border.width: ring
                 border.color: Theme.panel

@@ -84,6 +84,17 @@ TEST_F(ClipPagePicturesTest, States)
     show(QStringLiteral("clip-delete"));
 }
 
+/// The picture of README.md.
+TEST_F(ClipPagePicturesTest, ForTheReadme)
+{
+    settings.setLanguage(QStringLiteral("en"));
+    time.settle();
+    QTest::qWait(100);
+    open(automatic());
+    QTest::mouseMove(window, {5, 5});
+    show(QStringLiteral("readme-clip"));
+}
+
 TEST_F(ClipPagePicturesTest, FilesThatAreUnusual)
 {
     makeClips({"Broken - Not a video.mp4"});

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quelto.Controls
 import Quelto.Theme
 
 // What runs now, and how far it is.
@@ -23,6 +24,13 @@ Rectangle {
     property real value: progress
     property real minimumValue: 0
     property real maximumValue: 1
+
+    Shadow {
+        radius: 14
+        offset: 4
+        cornerRadius: panel.radius
+        color: Qt.alpha(Theme.shadow, 0.5)
+    }
 
     Column {
         id: content

@@ -35,27 +35,10 @@ FocusScope {
         player.trimming = false;
     }
 
-    QtObject {
-        id: internal
-
-        property bool wasBusy: false
-        // What runs is shown below the cards, and the view has not scrolled there yet.
-        property bool isRunNew: false
-    }
-
     ClipDetail {
         id: detail
 
         path: view.path
-    }
-
-    Connections {
-        target: detail
-
-        function onRunChanged() {
-            internal.isRunNew = detail.isBusy && !internal.wasBusy;
-            internal.wasBusy = detail.isBusy;
-        }
     }
 
     ClipPlayer {
@@ -88,7 +71,7 @@ FocusScope {
             if (ancestor && (!view.isWide || item.mapToItem(side, 0, 0).x >= 0)) {
                 const start = item.mapToItem(body, 0, 0).y - Theme.spacing.row;
                 const end = start + item.height + 2 * Theme.spacing.row;
-                contentY = Math.max(0, Math.min(Math.max(Math.min(contentY, start), end - height), lastY));
+                contentY = Math.max(0, Math.min(Math.min(Math.max(contentY, end - height), start), lastY));
             }
         }
 
@@ -99,19 +82,13 @@ FocusScope {
         interactive: lastY > 0
         clip: true
         onFocusedItemChanged: reveal(focusedItem)
-        onLastYChanged: {
-            if (internal.isRunNew) {
-                internal.isRunNew = false;
-                contentY = lastY;
-            }
-        }
 
         Item {
             id: body
 
             x: Theme.spacing.page
             width: scroll.width - 2 * Theme.spacing.page
-            height: view.isWide ? Math.max(main.height, side.height) : side.y + side.height
+            height: Math.max(main.height, side.y + side.height) + (busyPanel.visible ? view.gap + busyPanel.height : 0)
 
             Column {
                 id: main
@@ -181,13 +158,18 @@ FocusScope {
                     onFrameRequested: detail.saveFrame(player.time)
                     onDeleteRequested: confirmation.open()
                 }
+            }
 
-                BusyPanel {
-                    width: parent.width
-                    visible: detail.isBusy
-                    text: detail.busyText
-                    progress: detail.progress
-                }
+            // Below the cards, or above what does not fit the window, so that it is always in view.
+            BusyPanel {
+                id: busyPanel
+
+                x: side.x
+                y: Math.min(side.y + side.height + view.gap, scroll.contentY + scroll.height - height - Theme.spacing.row)
+                width: side.width
+                visible: detail.isBusy
+                text: detail.busyText
+                progress: detail.progress
             }
         }
     }
