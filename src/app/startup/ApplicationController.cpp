@@ -232,6 +232,8 @@ void ApplicationController::returnMemoryAfterRebuilds()
     const auto start = qOverload<>(&QTimer::start);
     connect(&m_settings, &AppSettings::colorThemeChanged, released, start);
     connect(&m_settings, &AppSettings::languageChanged, released, start);
+    // Also after a clip: its player and its pictures took memory.
+    connect(&m_navigation, &Navigation::selectedChanged, released, start);
 }
 
 void ApplicationController::joinSavedClips()

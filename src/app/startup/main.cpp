@@ -8,6 +8,7 @@
 #include "app/startup/TerminationSignals.h"
 #include "base/language/L10n.h"
 #include "base/language/T.h"
+#include "base/memory/FreeMemory.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -142,6 +143,7 @@ bool hasDisplay()
 
 int main(int argc, char* argv[])
 {
+    quelto::limitMemoryPools();
     // Writing to a closed socket must not end the program.
     std::signal(SIGPIPE, SIG_IGN);
     if (const auto exitCode = answerOnTerminal(argc, argv)) {

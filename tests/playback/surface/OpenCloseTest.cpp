@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <malloc.h>
 #include <random>
 #include <unistd.h>
 
@@ -33,8 +32,8 @@ double residentMemory()
     return static_cast<double>(pages * ::sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-/// The allocator keeps memory for each thread that allocated. One arena tells leaks from that.
-[[maybe_unused]] const int OnlyArena = ::mallopt(M_ARENA_MAX, 1);
+/// As in the program: before the first thread starts.
+[[maybe_unused]] const bool HasFewPools = (limitMemoryPools(), true);
 
 bool hasThreadsOfPlayers()
 {

@@ -53,7 +53,12 @@ protected:
         QTest::qWait(700);
         EXPECT_FALSE(picture(name).isNull());
     }
-    void clickNamed(const char* name) { click(QString::fromUtf8(name)); }
+    /// Also a button that is scrolled out of the window.
+    void clickNamed(const char* name)
+    {
+        item(QString::fromUtf8(name))->forceActiveFocus(Qt::OtherFocusReason);
+        click(QString::fromUtf8(name));
+    }
 
     MainQueue realTime;
     BackgroundThreads threads{QStringLiteral("clips"), 1};
