@@ -42,11 +42,12 @@ FocusScope {
         border.color: Theme.border
     }
 
-    // In the panel, or in the full screen.
+    // In the panel, or in the full screen. Moves back before the popup leaves the window: without a window the video would
+    // lose its output.
     Item {
         id: body
 
-        parent: stage.visible ? (stage.contentItem as Item) : view
+        parent: view.isFullScreen ? (stage.contentItem as Item) : view
         anchors.fill: parent
         focus: true
         Accessible.role: Accessible.Pane
