@@ -17,6 +17,8 @@ FocusScope {
     readonly property real inset: Theme.spacing.paragraph
     readonly property real belowVideo: timeline.implicitHeight + controls.implicitHeight + 2 * Theme.spacing.row
     readonly property real videoRatio: 16 / 9
+    // The program goes on without its window, where nobody could stop the sound.
+    readonly property bool isWindowHidden: Window.visibility === Window.Hidden
 
     function heightFor(width: real): real {
         return (width - 2 * inset) / videoRatio + belowVideo + 2 * inset;
@@ -31,6 +33,11 @@ FocusScope {
     }
 
     implicitHeight: heightFor(width)
+    onIsWindowHiddenChanged: {
+        if (isWindowHidden) {
+            model.pause();
+        }
+    }
     Accessible.role: Accessible.Pane
     Accessible.name: L10n.T("Klip oynatıcı")
 

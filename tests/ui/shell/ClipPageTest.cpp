@@ -54,6 +54,23 @@ TEST_F(ClipPageTest, LeavingStopsThePlayer)
     EXPECT_FALSE(player);
 }
 
+TEST_F(ClipPageTest, HiddenWindowPlaysNothing)
+{
+    open(Titled);
+    player->takeCalls();
+    window->hide();
+    EXPECT_EQ(player->takeCalls(), QStringList(QStringLiteral("pause")));
+}
+
+TEST_F(ClipPageTest, ClosedPageLeavesTheFullScreen)
+{
+    open(Titled);
+    click(QStringLiteral("Tam ekran"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::FullScreen; }));
+    navigation->closeClip();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::Windowed; }));
+}
+
 TEST_F(ClipPageTest, ShowsWhatIsKnownAtOnce)
 {
     open(Automatic);
