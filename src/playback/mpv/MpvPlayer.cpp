@@ -3,6 +3,7 @@
 
 #include "media/reader/ReadFrameTimes.h"
 #include "playback/mpv/ClipStream.h"
+#include "playback/rules/RepeatedFrames.h"
 
 #include <QPointer>
 
@@ -63,6 +64,7 @@ void MpvPlayer::close()
     m_isSeeking = m_isTargetNew = m_isRequested = m_isLoaded = m_isPlaying = m_isEnded = false;
     m_mpv->set("pause", true);
     m_mpv->command({"stop"});
+    m_mpv->command({"set", "vf", ""});
 }
 
 void MpvPlayer::play(double rate)
@@ -145,12 +147,24 @@ void MpvPlayer::readFrameTimes()
     });
 }
 
+void MpvPlayer::setFrames(FrameTimes frames)
+{
+    m_frames = std::move(frames);
+    if (m_frames.hasPauses()) {
+        m_mpv->command({"set", "vf", RepeatedFrames::filter()});
+    }
+    if (m_target) {
+        // An earlier seek did not know the pictures.
+        seek(*m_target);
+    }
+}
+
 void MpvPlayer::startSeek()
 {
     m_isSeeking = true;
     m_isTargetNew = false;
     // libmpv shows the first picture that does not appear before the target.
-    m_mpv->command({"seek", QByteArray::number(m_frames.shownAt(*m_target), 'f', 6), "absolute+exact"}, SeekReply);
+    m_mpv->command({"seek", QByteArray::number(m_frames.seekTime(*m_target), 'f', 6), "absolute+exact"}, SeekReply);
 }
 
 void MpvPlayer::seekEnded()

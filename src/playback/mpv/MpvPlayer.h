@@ -49,7 +49,7 @@ private:
     void propertyChanged(const mpv_event& event);
     void loadFile();
     void readFrameTimes();
-    void setFrames(const FrameTimes& frames) { m_frames = frames; }
+    void setFrames(FrameTimes frames);
     void startSeek();
     void seekEnded();
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "playback/rules/FrameTimes.h"
 
+#include "playback/rules/RepeatedFrames.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -26,6 +28,23 @@ double FrameTimes::shownAt(double time) const
     }
     const auto next = firstAfter(time);
     return next == m_times.begin() ? m_times.front() : *std::prev(next);
+}
+
+double FrameTimes::seekTime(double time) const
+{
+    const auto shown = shownAt(time);
+    const auto next = nextAfter(time);
+    if (!next) {
+        // After the last picture, libmpv keeps it and starts the sound at the time itself.
+        return time > shown + RepeatedFrames::MinPause ? time : shown;
+    }
+    return *next > shown + RepeatedFrames::MinPause ? RepeatedFrames::lastShown(time, shown, *next) : shown;
+}
+
+bool FrameTimes::hasPauses() const
+{
+    const auto isPause = [](double shown, double next) { return next > shown + RepeatedFrames::MinPause; };
+    return std::ranges::adjacent_find(m_times, isPause) != m_times.end();
 }
 
 std::optional<double> FrameTimes::nextAfter(double time) const

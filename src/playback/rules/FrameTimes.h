@@ -16,6 +16,11 @@ public:
     /// When the picture that is shown at this time appeared: the last one at or before it, or the first one. The time
     /// itself if the pictures are unknown.
     double shownAt(double time) const;
+    /// What to seek to, so that this picture is shown and playback goes on from here. In a pause, this is the time of a
+    /// repeat (see RepeatedFrames).
+    double seekTime(double time) const;
+    /// Whether a picture stays so long that repeats are needed.
+    bool hasPauses() const;
     /// Nothing if the picture at this time is the last one.
     std::optional<double> nextAfter(double time) const;
     /// Nothing if the picture at this time is the first one.

@@ -30,9 +30,10 @@ class ModelInWindowTest : public PlaybackTest {
 protected:
     ModelInWindowTest() { addSurface(static_cast<MpvPlayer&>(model.player())); }
 
-    void load(double seconds)
+    void load(double seconds) { load(clip(seconds)); }
+    void load(const QString& path)
     {
-        model.load(clip(seconds));
+        model.load(path);
         ASSERT_TRUE(QTest::qWaitFor([&] { return model.duration() > 0; }));
     }
 
@@ -110,6 +111,42 @@ TEST_F(ModelInWindowTest, PictureStaysInTheKeptRange)
     // One tick, which is two frames, and the seek.
     EXPECT_LE(highest, 90 + 5);
     EXPECT_TRUE(model.isPlaying());
+}
+
+TEST_F(ModelInWindowTest, StepsAndLoopsOfAStillScreen)
+{
+    const std::vector<double> times{0, 0.5, 1, 6, 6.02, 6.3};
+    load(makeClip(clips, QStringLiteral("a.mp4"), {.times = times}));
+    model.pause();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model.player().frames().hasPauses(); }));
+    model.seek(4);
+    ASSERT_TRUE(isShown(2)) << shown();
+    for (const int number : {3, 4, 5, 4, 3, 2, 1}) {
+        if (times[static_cast<std::size_t>(number)] > model.time()) {
+            model.stepForward();
+        } else {
+            model.stepBack();
+        }
+        EXPECT_TRUE(isShown(number)) << shown();
+        EXPECT_NEAR(model.time(), times[static_cast<std::size_t>(number)], 0.0001);
+    }
+    model.startTrimming();
+    model.dragTrimIn(3);
+    model.dragTrimOut(3.6);
+    model.seek(3);
+    model.play();
+    int loops = 0;
+    double last = 3;
+    double highest = last;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        const auto time = model.time();
+        loops += time < last ? 1 : 0;
+        last = time;
+        highest = std::max(highest, time);
+        return loops == 3;
+    }));
+    EXPECT_NEAR(highest, 3.6, 0.15);
+    EXPECT_EQ(shown(), 2);
 }
 
 TEST_F(ModelInWindowTest, EndedClipStartsAgain)
