@@ -150,12 +150,13 @@ void MpvPlayer::readFrameTimes()
 void MpvPlayer::setFrames(FrameTimes frames)
 {
     m_frames = std::move(frames);
-    if (m_frames.hasPauses()) {
+    const auto hasPauses = m_frames.hasPauses();
+    if (hasPauses) {
         m_mpv->command({"set", "vf", RepeatedFrames::filter()});
     }
-    if (m_target) {
-        // An earlier seek did not know the pictures.
-        seek(*m_target);
+    // An earlier seek did not know the pictures, and a pause that plays already has no repeats.
+    if (m_target || (hasPauses && !m_isEnded)) {
+        seek(position());
     }
 }
 
