@@ -21,10 +21,10 @@ def _output(*words):
     return result.stdout
 
 
-def _read_counter(picture):
-    """Reads the counter from the strip of a grey picture. None if contrast or parity is wrong."""
-    strip = picture[HEIGHT // 64:HEIGHT * 3 // 64]
-    cells = [strip[:, int(WIDTH * (cell + 0.25) / CELLS):int(WIDTH * (cell + 0.75) / CELLS)].mean()
+def read_counter(strip):
+    """Reads the counter from the scene's strip, an array of grey rows of any width. None if contrast or parity is wrong."""
+    width = strip.shape[1]
+    cells = [strip[:, int(width * (cell + 0.25) / CELLS):int(width * (cell + 0.75) / CELLS)].mean()
              for cell in range(CELLS)]
     white, black = cells[:2]
     ones = [value > (white + black) / 2 for value in cells[2:]]
@@ -60,7 +60,7 @@ class Clip:
         return self._pictures
 
     def counters(self):
-        return [_read_counter(picture) for picture in self.pictures()]
+        return [read_counter(picture[HEIGHT // 64:HEIGHT * 3 // 64]) for picture in self.pictures()]
 
     @functools.cached_property
     def shown(self):
