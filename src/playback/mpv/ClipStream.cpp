@@ -60,6 +60,8 @@ void close(void* cookie) noexcept
     delete &of(cookie);
 }
 
+// The type of the parameters is libmpv's.
+// NOLINTNEXTLINE(readability-non-const-parameter)
 int open(void* /*unused*/, char* address, mpv_stream_cb_info* info) noexcept
 {
     const auto* path = address + std::char_traits<char>::length(Prefix);

@@ -30,7 +30,8 @@ constexpr std::array<std::pair<const char*, const char*>, 23> Options{{
     // A seek leaves out the pictures that an edit list hides before the start.
     {"start", "0"},
     {"vo", "libmpv"},
-    {"hwdec", "auto-safe"},
+    // An output that can show decoded pictures from the graphics card changes this.
+    {"hwdec", "no"},
     {"hr-seek", "yes"},
     // Seeks decode each picture, so that the requested one is shown.
     {"hr-seek-framedrop", "no"},
@@ -118,6 +119,11 @@ void MpvHandle::set(const char* property, double value)
 void MpvHandle::observe(const char* property, mpv_format format, std::uint64_t number)
 {
     checked(mpv_observe_property(m_mpv, number, property, format));
+}
+
+void MpvHandle::get(const char* property, mpv_format format, std::uint64_t number)
+{
+    mpv_get_property_async(m_mpv, number, property, format);
 }
 
 void MpvHandle::takeEvents(const std::function<void(const mpv_event&)>& onEvent)

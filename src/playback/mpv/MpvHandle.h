@@ -36,6 +36,8 @@ public:
     void set(const char* property, double value);
     /// Reports the present value first, and then each change, as an event with this number.
     void observe(const char* property, mpv_format format, std::uint64_t number);
+    /// Reports the present value once, as a reply with this number.
+    void get(const char* property, mpv_format format, std::uint64_t number);
     /// Hands all events that arrived to the function.
     void takeEvents(const std::function<void(const mpv_event&)>& onEvent);
 

@@ -183,6 +183,8 @@ void MpvPlayer::takeEvents()
         switch (event.event_id) {
         case MPV_EVENT_FILE_LOADED:
             m_isLoaded = true;
+            // libmpv reports no change if the file before was as long.
+            m_mpv->get("duration", MPV_FORMAT_DOUBLE, Property::duration);
             if (m_isTargetNew) {
                 startSeek();
             }
@@ -198,6 +200,11 @@ void MpvPlayer::takeEvents()
                 seekEnded();
             }
             break;
+        case MPV_EVENT_GET_PROPERTY_REPLY:
+            if (event.error < 0) {
+                break;
+            }
+            [[fallthrough]];
         case MPV_EVENT_PROPERTY_CHANGE:
             propertyChanged(event);
             break;

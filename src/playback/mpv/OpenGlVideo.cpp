@@ -40,6 +40,7 @@ OpenGlVideo::OpenGlVideo(std::shared_ptr<MpvHandle> mpv, VideoEvents events)
     if (status < 0) {
         throw std::runtime_error(mpv_error_string(status));
     }
+    m_mpv->command({"set", "hwdec", "auto-safe"});
     mpv_render_context_set_update_callback(
         m_context, [](void* self) { static_cast<OpenGlVideo*>(self)->m_events.onPicture(); }, this);
     m_events.onReady();

@@ -36,6 +36,16 @@ TEST_F(MpvPlayerTest, SeekShowsExactlyTheFrameOfThatTime)
     }
 }
 
+TEST_F(MpvPlayerTest, ClipThatIsAsLongAsTheOneBeforeHasADuration)
+{
+    const QStringList paths{makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 1}),
+                            makeClip(clips, QStringLiteral("b.mp4"), {.seconds = 1})};
+    for (int i = 0; i < 30; ++i) {
+        player->open(paths.at(i % 2));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return player->duration().has_value(); })) << i;
+    }
+}
+
 TEST_F(MpvPlayerTest, LatestOfManySeeksIsShown)
 {
     player->open(makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 3}));
