@@ -103,9 +103,12 @@ class ScreenReader:
     def _children(self, address):
         return self._call(address, _ACCESSIBLE, "GetChildren")[0]
 
-    def _item(self, address):
+    def _states(self, address):
         low, _ = self._call(address, _ACCESSIBLE, "GetState")[0]
-        states = frozenset(name for bit, name in _STATES.items() if low & 1 << bit)
+        return frozenset(name for bit, name in _STATES.items() if low & 1 << bit)
+
+    def _item(self, address):
+        states = self._states(address)
         bounds = None
         if "showing" in states:
             try:
@@ -127,9 +130,8 @@ class ScreenReader:
         for child in children:
             yield from self._walk(child, closed)
 
-    def everything(self, closed=()):
-        """All items of the program, in its order. Empty while the program is not running. Does not read the children of
-        items with a role in `closed`."""
+    def _windows(self):
+        """The addresses of the program's windows."""
         applications = self._children(("org.a11y.atspi.Registry", _ROOT))
         for address in applications:
             try:
@@ -137,8 +139,26 @@ class ScreenReader:
             except GLib.Error:
                 continue
             if is_wanted:
-                for child in self._children(address):
-                    yield from self._walk(child, closed)
+                yield from self._children(address)
+
+    def everything(self, closed=()):
+        """All items of the program, in its order. Empty while the program is not running. Does not read the children of
+        items with a role in `closed`."""
+        for address in self._windows():
+            yield from self._walk(address, closed)
+
+    def _focused(self, address):
+        """The addresses of the items at and below this one that have the focus and are on the screen, in order."""
+        try:
+            states = self._states(address)
+            children = self._children(address)
+        except GLib.Error:
+            # It was removed in the meantime.
+            return
+        if {"focused", "showing"} <= states:
+            yield address
+        for child in children:
+            yield from self._focused(child)
 
     def _matching(self, role, name, closed=()):
         return (item for item in self.everything(closed)
@@ -169,8 +189,12 @@ class ScreenReader:
 
     def focused(self):
         """The innermost item that has the keyboard focus, or None."""
-        found = [item for item in self.showing() if "focused" in item.states]
-        return found[-1] if found else None
+        # Of the other items it reads only the states, which takes half as long as showing().
+        found = [address for window in self._windows() for address in self._focused(window)]
+        try:
+            return self._item(found[-1]) if found else None
+        except GLib.Error:
+            return None
 
     def tree(self):
         return "\n".join(map(str, self.showing()))

@@ -129,17 +129,25 @@ class WindowTest(desktop.DesktopTest):
         except AssertionError as error:
             raise AssertionError(f"{error}; it is on {self.reader.focused()}; the window has\n{self.reader.tree()}") from None
 
-    def tab_to(self, role, name):
-        """Presses Tab until an item with that role and name has the focus."""
+    def press_tab(self, before, key="Tab"):
+        """Presses the key and returns the item that then has the focus instead of `before`."""
+        def moved():
+            item = self.reader.focused()
+            return item if item and (not before or item.address != before.address) else None
+
+        desktop.press(key)
+        return desktop.wait_until(moved, 3, f"the focus to leave {before}")
+
+    def tab_to(self, role, name, key="Tab"):
+        """Presses Tab, or Shift+Tab, until an item with that role and name has the focus."""
         passed = []
-        for _ in range(30):
-            before = self.reader.focused()
-            if before and before.role == role and re.fullmatch(name, before.name):
-                return before
-            passed.append(str(before))
-            desktop.press("Tab")
-            desktop.wait_until(lambda: self.reader.focused() != before, 3, f"the focus to leave {before}")
-        raise AssertionError(f"Tab does not reach {role} “{name}”; it passed {passed}")
+        item = self.reader.focused()
+        for _ in range(35):
+            if item and item.role == role and re.fullmatch(name, item.name):
+                return item
+            passed.append(str(item))
+            item = self.press_tab(item, key)
+        raise AssertionError(f"{key} does not reach {role} “{name}”; it passed {passed}")
 
     def mount(self, *words):
         """Mounts until the test's end. The last word is the mount point."""
