@@ -60,6 +60,9 @@ FocusScope {
         Accessible.role: Accessible.Pane
         Accessible.name: L10n.T("Klip oynatıcı")
         onParentChanged: forceActiveFocus(Qt.OtherFocusReason)
+        // Qt would start at the window's first control, because the body is no tab stop itself.
+        Keys.onTabPressed: nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
+        Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
         Keys.onPressed: event => {
             const actions = {
                 [Qt.Key_Space]: () => event.isAutoRepeat || view.model.toggle(),

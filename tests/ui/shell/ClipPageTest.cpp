@@ -255,6 +255,17 @@ TEST_F(ClipPageTest, ClipAtTheLimitIsNotOfferedToBeShrunk)
     EXPECT_TRUE(item(QStringLiteral("Discord için küçült (1 MB)")));
 }
 
+TEST_F(ClipPageTest, TabGoesFromThePlayerToItsNeighbours)
+{
+    open(Titled);
+    EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı"));
+    press(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), QStringLiteral("Konum"));
+    open(Automatic);
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(focusedName(), QStringLiteral("Yeniden adlandır"));
+}
+
 TEST_F(ClipPageTest, TabShowsEachControlInAnyWindow)
 {
     for (const auto size : {QSize(1240, 780), QSize(1020, 640), QSize(683, 384)}) {
