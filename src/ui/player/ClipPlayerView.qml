@@ -32,6 +32,10 @@ FocusScope {
         }
     }
 
+    function takeKeyboard() {
+        body.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     implicitHeight: heightFor(width)
     onIsWindowHiddenChanged: {
         if (isWindowHidden) {
@@ -59,7 +63,7 @@ FocusScope {
         focus: true
         Accessible.role: Accessible.Pane
         Accessible.name: L10n.T("Klip oynatıcı")
-        onParentChanged: forceActiveFocus(Qt.OtherFocusReason)
+        onParentChanged: view.takeKeyboard()
         // Qt would start at the window's first control, because the body is no tab stop itself.
         Keys.onTabPressed: nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
         Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)

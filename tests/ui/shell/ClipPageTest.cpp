@@ -266,6 +266,36 @@ TEST_F(ClipPageTest, TabGoesFromThePlayerToItsNeighbours)
     EXPECT_EQ(focusedName(), QStringLiteral("Yeniden adlandır"));
 }
 
+TEST_F(ClipPageTest, PlayerGetsTheKeyboardWhenTheFocusedControlIsHiddenOrDisabled)
+{
+    open(Titled);
+    test::Gate gate;
+    onExport = [&](const QString&, const QString& clip) {
+        gate.pass();
+        return clip;
+    };
+    struct Step {
+        const char* prepare;
+        const char* focused;
+        Qt::Key key;
+    };
+    for (const auto& step : {Step{"Kırp", "Vazgeç", Qt::Key_Space}, Step{"Kırp", "Kırpma sonu", Qt::Key_Escape},
+                             Step{nullptr, "Yeni oranla dışa aktar", Qt::Key_Space}}) {
+        if (step.prepare != nullptr) {
+            click(QString::fromUtf8(step.prepare));
+        }
+        item(QString::fromUtf8(step.focused))->forceActiveFocus(Qt::TabFocusReason);
+        press(step.key);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return focusedName() == QStringLiteral("Klip oynatıcı"); }))
+            << step.focused << ": " << focusedName().toStdString();
+        player->takeCalls();
+        press(Qt::Key_Space);
+        EXPECT_EQ(player->takeCalls().size(), 1) << step.focused;
+    }
+    gate.open();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isEnabled("Kırp"); }));
+}
+
 TEST_F(ClipPageTest, TabShowsEachControlInAnyWindow)
 {
     for (const auto size : {QSize(1240, 780), QSize(1020, 640), QSize(683, 384)}) {

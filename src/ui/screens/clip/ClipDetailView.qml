@@ -35,6 +35,32 @@ FocusScope {
         player.trimming = false;
     }
 
+    QtObject {
+        id: internal
+
+        readonly property Item focusedItem: view.Window.activeFocusItem
+        // Qt gives the focus of a disabled control to the page or the player as a whole, and leaves it on a hidden one.
+        readonly property bool isFocusLost: focusedItem === view || focusedItem === playerView
+                                            || (focusedItem?.visible === false && contains(focusedItem))
+
+        function contains(item: Item): bool {
+            let ancestor = item;
+            while (ancestor && ancestor !== view) {
+                ancestor = ancestor.parent;
+            }
+            return ancestor === view;
+        }
+
+        // The button that saves a frame is disabled for a moment only.
+        function keepKeyboard() {
+            if (isFocusLost && !detail.isSavingFrame) {
+                playerView.takeKeyboard();
+            }
+        }
+
+        onIsFocusLostChanged: Qt.callLater(keepKeyboard)
+    }
+
     ClipDetail {
         id: detail
 
