@@ -179,9 +179,9 @@ class ScreenReader:
             seen = "\n".join(map(str, self.showing()))
             raise AssertionError(f"{error}; the window has\n{seen}") from None
 
-    def descriptions(self, role):
-        """The accessible descriptions of the items with that role."""
-        return [self._property(item.address, "Description") for item in self.showing(role)]
+    def descriptions(self, role, name=None):
+        """The accessible descriptions of the items with that role whose whole name matches the pattern."""
+        return [self._property(item.address, "Description") for item in self.showing(role, name)]
 
     def wait_until_gone(self, role, name, seconds=5):
         desktop.wait_until(lambda: not self.showing(role, name), seconds, f"{role} “{name}” to disappear")

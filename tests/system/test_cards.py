@@ -55,31 +55,6 @@ class Cards(window.WindowTest):
     def file_window(self):
         return self.other_program("file_window.py", *FILE_WINDOW)
 
-    def drag(self, item, target, other):
-        """Drags the card there and drops it when the other program reports the drag."""
-        screen_reader.move_pointer(*item.middle)
-        desktop.run("xdotool", "mousedown", 1)
-        try:
-            steps = [tuple(start + (end - start) * step // 12 for start, end in zip(item.middle, target)) for step in range(1, 13)]
-            for place in steps:
-                screen_reader.move_pointer(*place)
-
-            def is_noticed():
-                # A drag that has just begun finds the window at the next movement.
-                for shift in (3, -3):
-                    desktop.run("xdotool", "mousemove_relative", "--sync", "--", shift, 0)
-                return other.printed("over")
-
-            desktop.wait_until(is_noticed, 5, "the other program to notice the drag")
-        finally:
-            desktop.run("xdotool", "mouseup", 1)
-
-    def assert_is_file(self, addresses, path):
-        """The list holds the URI of this file only, and the URI is valid."""
-        self.assertEqual(len(addresses), 1)
-        self.assertRegex(addresses[0], r"^file://[A-Za-z0-9/%._~!$&'()*+,;=:@-]+$")
-        self.assertEqual(urllib.parse.unquote(addresses[0]), f"file://{path}")
-
     def wait_for_open_clip(self, title=TITLE):
         return self.reader.find("heading", re.escape(title))
 
@@ -189,9 +164,6 @@ class Cards(window.WindowTest):
         other.wait_for("focused")
         desktop.press("ctrl+v")
         self.assert_is_file(other.wait_for("pasted"), self.triple)
-
-    def clipboard(self, form):
-        return desktop.run("xclip", "-selection", "clipboard", "-o", "-t", form)
 
     def test_file_whose_name_is_not_valid_utf8(self):
         # Written by an old program in Latin-1.

@@ -5,6 +5,7 @@ import pathlib
 import re
 import subprocess
 import tempfile
+import urllib.parse
 
 import clip_folder
 import desktop
@@ -59,6 +60,34 @@ class WindowTest(desktop.DesktopTest):
         script.write_text(f'#!/bin/sh\nprintf "%s\\n" "$*" >>"{notes}"\n')
         script.chmod(0o755)
         return {"PATH": f"{folder}:{os.environ['PATH']}"}, notes
+
+    def drag(self, item, target, other):
+        """Drags the item there and drops it when the other program reports the drag."""
+        screen_reader.move_pointer(*item.middle)
+        desktop.run("xdotool", "mousedown", 1)
+        try:
+            steps = [tuple(start + (end - start) * step // 12 for start, end in zip(item.middle, target)) for step in range(1, 13)]
+            for place in steps:
+                screen_reader.move_pointer(*place)
+
+            def is_noticed():
+                # A drag that has just begun finds the window at the next movement.
+                for shift in (3, -3):
+                    desktop.run("xdotool", "mousemove_relative", "--sync", "--", shift, 0)
+                return other.printed("over")
+
+            desktop.wait_until(is_noticed, 5, "the other program to notice the drag")
+        finally:
+            desktop.run("xdotool", "mouseup", 1)
+
+    def assert_is_file(self, addresses, path):
+        """The list holds the URI of this file only, and the URI is valid."""
+        self.assertEqual(len(addresses), 1)
+        self.assertRegex(addresses[0], r"^file://[A-Za-z0-9/%._~!$&'()*+,;=:@-]+$")
+        self.assertEqual(urllib.parse.unquote(addresses[0]), f"file://{path}")
+
+    def clipboard(self, form):
+        return desktop.run("xclip", "-selection", "clipboard", "-o", "-t", form)
 
     def wait_for_count(self, place, count, seconds=5):
         """Waits until the sidebar's row for that place shows the count."""
