@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The base of tests of a clip's page: clips with sound and a sidecar, and what users do on the page."""
 import functools
+import hashlib
 import json
 import pathlib
 import re
@@ -85,18 +86,19 @@ class ClipPageTest(window.WindowTest):
         """Waits for the toast with this text, and returns all of it."""
         return self.reader.find(None, text, seconds).name
 
-    def assert_actions_enabled(self, *names):
-        """Waits until the buttons are enabled."""
-        for name in names:
-            def is_enabled(name=name):
-                return any("enabled" in item.states for item in self.reader.showing("push button", name))
+    def wait_until_enabled(self, *names):
+        """Waits until the buttons whose names match the patterns are enabled, also those that are scrolled away."""
+        def are_enabled():
+            buttons = [item for item in self.reader.everything() if item.role == "push button"]
+            found = [[item for item in buttons if re.fullmatch(name, item.name)] for name in names]
+            return all(found) and all("enabled" in item.states for items in found for item in items)
 
-            desktop.wait_until(is_enabled, 5, f"“{name}” to be enabled")
+        desktop.wait_until(are_enabled, 5, f"{names} to be enabled")
 
     def names_in(self, folder=None):
         """The names of all files in the folder, hidden ones too."""
         return sorted(path.name for path in (folder or self.folder).iterdir())
 
     def snapshot(self, folder):
-        """The contents of all files in the folder, hidden ones too."""
-        return {path.name: path.read_bytes() for path in folder.iterdir()}
+        """The name, and a checksum of the contents, of each file in the folder, hidden ones too."""
+        return {path.name: hashlib.sha256(path.read_bytes()).hexdigest() for path in folder.iterdir()}
