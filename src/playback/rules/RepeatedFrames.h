@@ -3,15 +3,13 @@
 
 #include <QByteArray>
 
-namespace quelto {
-
 /// An unchanged screen gives no frames, and libmpv starts sound only at a frame. For a clip with pauses, a filter of
 /// libmpv repeats the frame that is on screen until the next one, at multiples of a twenty-fifth of a second, so that a
 /// seek into a pause plays on from there. Frames of the clip keep their times, and where they are dense there are no
 /// repeats.
 ///
 /// Units: seconds from the start of the clip.
-namespace RepeatedFrames {
+namespace quelto::RepeatedFrames {
 
 /// A longer time between two frames is a pause.
 constexpr double MinPause = 0.2;
@@ -23,6 +21,5 @@ QByteArray filter();
 /// time: at a repeat, or at `shown`.
 double lastShown(double time, double shown, double next);
 
-} // namespace RepeatedFrames
 
-} // namespace quelto
+} // namespace quelto::RepeatedFrames
