@@ -210,16 +210,15 @@ void ApplicationController::buildWindow()
 void ApplicationController::preparePlayback()
 {
     const auto work = [this](Task task) { m_playbackThreads.post(std::move(task)); };
-    PlaybackForQml::instance.emplace(
-        PlaybackForQml::Parts{.model = {.main = m_main, .work = work},
-                              .createPlayer = [this, work]() -> std::unique_ptr<Player> {
-                                  try {
-                                      return std::make_unique<MpvPlayer>(MpvPlayer::Dependencies{m_main, work});
-                                  } catch (const std::runtime_error& failure) {
-                                      qWarning("Clips cannot be played: %s", failure.what());
-                                      return std::make_unique<NoPlayer>();
-                                  }
-                              }});
+    PlaybackForQml::instance.emplace(PlaybackForQml::Parts{
+        .model = {.main = m_main, .work = work}, .createPlayer = [this, work]() -> std::unique_ptr<Player> {
+            try {
+                return std::make_unique<MpvPlayer>(MpvPlayer::Dependencies{m_main, work});
+            } catch (const std::runtime_error& failure) {
+                qWarning("Clips cannot be played: %s", failure.what());
+                return std::make_unique<NoPlayer>();
+            }
+        }});
 }
 
 void ApplicationController::returnMemoryAfterRebuilds()

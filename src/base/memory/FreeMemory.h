@@ -3,8 +3,9 @@
 
 namespace quelto {
 
-/// Limits the number of pools from which the C library serves threads. By default there are eight for each processor, and
-/// each keeps the freed memory of the threads that used it: libmpv starts about ten threads for each clip that is opened.
+/// Limits the number of pools from which the C library serves threads. By default there are eight for each processor,
+/// and each keeps the freed memory of the threads that used it: libmpv starts about ten threads for each clip that is
+/// opened.
 ///
 /// Call it before the first thread starts.
 void limitMemoryPools() noexcept;

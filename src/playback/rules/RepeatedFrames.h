@@ -21,5 +21,4 @@ QByteArray filter();
 /// time: at a repeat, or at `shown`.
 double lastShown(double time, double shown, double next);
 
-
 } // namespace quelto::RepeatedFrames

@@ -16,8 +16,8 @@ class MpvHandle;
 
 /// The scene graph's part of a VideoSurface: an output of a player, and the node that shows its picture.
 ///
-/// A transform node, because Qt's software renderer forgets the place of the item for nodes that are added below any other
-/// kind of node later.
+/// A transform node, because Qt's software renderer forgets the place of the item for nodes that are added below any
+/// other kind of node later.
 ///
 /// Thread: the scene graph's.
 class VideoNode : public QSGTransformNode {
