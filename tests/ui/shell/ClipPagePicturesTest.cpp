@@ -4,6 +4,7 @@
 #include "ui/player/ClipPlayer.h"
 
 #include "tests/export/queue/Gate.h"
+#include "tests/media/probe/CounterClip.h"
 #include "tests/ui/SceneryClips.h"
 #include "tests/ui/shell/ShellFixture.h"
 
@@ -98,6 +99,20 @@ TEST_F(ClipPagePicturesTest, ForTheReadme)
     open(automatic());
     QTest::mouseMove(window, {5, 5});
     show(QStringLiteral("readme-clip"));
+}
+
+TEST_F(ClipPagePicturesTest, PausedTallClipWithoutEvents)
+{
+    const auto path =
+        settings.saveFolder() + QStringLiteral("/Dota 2 - Ein sehr langer Titel, den niemand kürzen wollte (9x16).mp4");
+    test::GeneratedClips tall;
+    ASSERT_TRUE(QFile::copy(test::makeClip(tall, QStringLiteral("a.mp4"), {.size = {360, 640}, .seconds = 3}), path));
+    reloadLibrary();
+    navigation->openClip(path);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shows(QStringLiteral("0:00 / 0:03")); }));
+    QTest::keyClick(window, Qt::Key_Space);
+    show(QStringLiteral("clip-tall-paused"));
+    EXPECT_EQ(test::itemNamed(window, QStringLiteral("Kill • 0:08")), nullptr);
 }
 
 TEST_F(ClipPagePicturesTest, FilesThatAreUnusual)

@@ -58,7 +58,15 @@ FocusScope {
             }
         }
 
-        onIsFocusLostChanged: Qt.callLater(keepKeyboard)
+        onIsFocusLostChanged: focusCheck.restart()
+    }
+
+    // Not at once, because the focus may be on its way to another control.
+    Timer {
+        id: focusCheck
+
+        interval: 0
+        onTriggered: internal.keepKeyboard()
     }
 
     ClipDetail {
