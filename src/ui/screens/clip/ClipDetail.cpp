@@ -137,7 +137,10 @@ void ClipDetail::exportAspect(const QString& aspect, const QString& fill)
 
 void ClipDetail::shrink()
 {
-    m_dependencies.exports.shrink(m_path, limitMB());
+    // A file that is gone has no size, so it would pass for one that is small enough.
+    if (requireFile(m_path)) {
+        m_dependencies.exports.shrink(m_path, limitMB());
+    }
 }
 
 void ClipDetail::saveFrame(double seconds)

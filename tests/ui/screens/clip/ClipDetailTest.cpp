@@ -290,6 +290,10 @@ TEST_F(ClipDetailTest, CommandsOnAClipThatIsGoneEndInAToast)
     detail->reveal();
     EXPECT_EQ(navigation.toast(), NotFound);
     EXPECT_TRUE(files.revealed.isEmpty());
+    navigation.showToast({});
+    detail->shrink();
+    EXPECT_EQ(navigation.toast(), NotFound);
+    EXPECT_FALSE(detail->isBusy());
     detail->rename(QStringLiteral("new"));
     EXPECT_EQ(navigation.toast(), QStringLiteral("Yeniden adlandırılamadı"));
     EXPECT_EQ(navigation.selectedPath(), clip);
