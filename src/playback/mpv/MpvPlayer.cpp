@@ -5,8 +5,6 @@
 #include "playback/mpv/ClipStream.h"
 #include "playback/rules/RepeatedFrames.h"
 
-#include <QPointer>
-
 #include <cmath>
 #include <stdexcept>
 
@@ -22,14 +20,7 @@ constexpr std::uint64_t SeekReply = 1;
 MpvPlayer::MpvPlayer(Dependencies dependencies)
     : m_dependencies(std::move(dependencies))
     , m_replies(std::make_shared<DetachableQueue>(m_dependencies.main))
-    , m_mpv(std::make_shared<MpvHandle>([replies = m_replies, self = QPointer(this)] {
-        replies->post([self] {
-            // Tasks that are posted already run also after the destruction.
-            if (self) {
-                self->takeEvents();
-            }
-        });
-    }))
+    , m_mpv(std::make_shared<MpvHandle>([this, replies = m_replies] { replies->post([this] { takeEvents(); }); }))
 {
     m_mpv->observe("time-pos", MPV_FORMAT_DOUBLE, Property::timePosition);
     m_mpv->observe("duration", MPV_FORMAT_DOUBLE, Property::duration);
@@ -131,7 +122,7 @@ void MpvPlayer::loadFile()
 void MpvPlayer::readFrameTimes()
 {
     m_reading = std::stop_source();
-    m_dependencies.work([self = QPointer(this), path = m_path, stop = m_reading.get_token(), replies = m_replies] {
+    m_dependencies.work([this, path = m_path, stop = m_reading.get_token(), replies = m_replies] {
         std::vector<double> times;
         try {
             times = quelto::readFrameTimes(path, stop);
@@ -139,9 +130,9 @@ void MpvPlayer::readFrameTimes()
             // The player shows what it can of such a file.
             return;
         }
-        replies->post([self, stop, frames = FrameTimes(std::move(times))] {
-            if (self && !stop.stop_requested()) {
-                self->setFrames(frames);
+        replies->post([this, stop, frames = FrameTimes(std::move(times))] {
+            if (!stop.stop_requested()) {
+                setFrames(frames);
             }
         });
     });

@@ -17,7 +17,7 @@ FocusScope {
     readonly property real inset: Theme.spacing.paragraph
     readonly property real belowVideo: timeline.implicitHeight + controls.implicitHeight + 2 * Theme.spacing.row
     readonly property real videoRatio: 16 / 9
-    // The program goes on without its window, where nobody could stop the sound.
+    // Playback pauses then, because a hidden window has no controls to stop the sound.
     readonly property bool isWindowHidden: Window.visibility === Window.Hidden
 
     function heightFor(width: real): real {

@@ -9,7 +9,7 @@ namespace {
 
 using namespace test;
 
-/// A screen that stands still from 1 s to 8 s, and frames at uneven times, some just after that of a repeat.
+/// A clip without frames from 1 s to 8 s. The times of its other frames are uneven, some shortly after a repeat.
 const std::vector<double> Times{0,     0.5,  1,     8,     8.017, 8.033, 8.043, 8.05,  8.084, 8.1,   8.117, 8.124,
                                 8.133, 8.15, 8.162, 8.403, 8.7,   8.707, 8.72,  9.001, 9.023, 9.203, 9.4};
 

@@ -5,8 +5,6 @@
 #include "export/errors/ExportError.h"
 #include "export/queue/ExportControl.h"
 
-#include <QPointer>
-
 namespace quelto {
 
 ClipFrames::ClipFrames(Dependencies dependencies, QObject* parent)
@@ -34,15 +32,11 @@ void ClipFrames::save(const QString& path, double seconds)
     }
     m_saving.insert(path);
     Q_EMIT savingChanged(path);
-    m_dependencies.work.post([self = QPointer(this), replies = m_replies, stop = m_stop.get_token(),
-                              save = m_dependencies.save, path, seconds] {
-        auto outcome = outcomeOf([&] { return save(path, seconds, stop); });
-        replies->post([self, path, outcome = std::move(outcome)] {
-            if (auto* const frames = self.data()) {
-                frames->end(path, outcome);
-            }
+    m_dependencies.work.post(
+        [this, replies = m_replies, stop = m_stop.get_token(), save = m_dependencies.save, path, seconds] {
+            auto outcome = outcomeOf([&] { return save(path, seconds, stop); });
+            replies->post([this, path, outcome = std::move(outcome)] { end(path, outcome); });
         });
-    });
 }
 
 ClipFrames::Outcome ClipFrames::outcomeOf(const std::function<SavedFrame()>& work)
