@@ -29,7 +29,7 @@ namespace {
 constexpr std::chrono::milliseconds SaveCheckAtQuit{50};
 /// After a change of theme or language, until the renderer has released the pictures of the old content.
 constexpr std::chrono::seconds ReleaseOfOldContent{1};
-/// Limits the wait for a scan of a save folder on a disk that hangs.
+/// Limits the wait for a scan of a save folder, or for a look-up of files, on a disk that hangs.
 constexpr std::chrono::milliseconds ReadTimeout{500};
 /// Limits the wait for the last match and the settings to be stored.
 constexpr std::chrono::seconds WriteTimeout{3};
@@ -53,11 +53,13 @@ ApplicationController::ApplicationController()
     , m_saveQueue(QStringLiteral("quelto.save"))
     , m_libraryQueue(QStringLiteral("quelto.library"))
     , m_matchQueue(QStringLiteral("quelto.matches"))
+    , m_matchClipsQueue(QStringLiteral("quelto.recaps"))
     , m_filterQueue(QStringLiteral("quelto.filter"))
     , m_frameQueue(QStringLiteral("quelto.frame"), QueuePriority::background)
     , m_exports(m_main)
     , m_library({.settings = m_settings, .trash = *m_platform.trash, .main = m_main, .work = m_libraryQueue})
     , m_matches({.library = m_library, .main = m_main, .work = m_matchQueue, .store = MatchStore()})
+    , m_matchClips({.tracker = m_matches, .library = m_library, .main = m_main, .work = m_matchClipsQueue})
     , m_hotKeys(m_settings, *m_platform.globalKey)
     , m_theme(m_settings)
     , m_commands({.openFolder = [this] { openFolder(); },
@@ -131,6 +133,7 @@ ApplicationController::~ApplicationController()
         releaseBusName();
     }
     m_libraryQueue.finish(ReadTimeout);
+    m_matchClipsQueue.finish(ReadTimeout);
     m_matchQueue.finish(WriteTimeout);
 }
 

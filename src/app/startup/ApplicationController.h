@@ -16,6 +16,7 @@
 #include "capture/recorder/Recorder.h"
 #include "export/queue/ExportQueue.h"
 #include "library/clips/ClipLibrary.h"
+#include "library/matches/MatchClips.h"
 #include "library/matches/MatchTracker.h"
 #include "library/thumbnails/ThumbnailCache.h"
 #include "moments/dota/DotaWatcher.h"
@@ -99,11 +100,13 @@ private:
     SerialQueue m_saveQueue;
     SerialQueue m_libraryQueue;
     SerialQueue m_matchQueue;
+    SerialQueue m_matchClipsQueue;
     SerialQueue m_filterQueue;
     SerialQueue m_frameQueue;
     ExportQueue m_exports;
     ClipLibrary m_library;
     MatchTracker m_matches;
+    MatchClips m_matchClips;
     HotKeyManager m_hotKeys;
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<SaveFailure> m_saveFailure;

@@ -202,8 +202,13 @@ std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
     const Clip renamed(path);
     // The list shows the new name at once; a running scan may still return the old one.
     m_isScanOutdated = m_isScanning;
-    if (const auto listed = std::ranges::find(m_list.clips, clip.path, &Clip::path); listed != m_list.clips.end()) {
+    const auto listed = std::ranges::find(m_list.clips, clip.path, &Clip::path);
+    const bool isListed = listed != m_list.clips.end();
+    if (isListed) {
         *listed = renamed;
+    }
+    Q_EMIT clipRenamed(clip.path, path);
+    if (isListed) {
         Q_EMIT clipsChanged();
     }
     reload();

@@ -75,6 +75,8 @@ public:
 Q_SIGNALS:
     /// Emitted after the first scan, and whenever the list differs from the previous one.
     void clipsChanged();
+    /// The list shows the new name already. Emitted before clipsChanged.
+    void clipRenamed(const QString& from, const QString& to);
 
 private:
     struct FolderScan;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/matches/MatchSession.h"
 
+#include "base/language/L10n.h"
+
 #include <QFileInfo>
 
 namespace quelto {
@@ -15,6 +17,11 @@ QStringList MatchSession::clipFiles() const
 QString MatchSession::name() const
 {
     return hero.isEmpty() ? game : game + QStringLiteral(" • ") + hero;
+}
+
+QString MatchSession::dateText() const
+{
+    return L10n::date(start, QStringLiteral("EEEdMMMHmm"));
 }
 
 QString matchIdText(const QUuid& id)

@@ -23,6 +23,8 @@ struct MatchSession {
     std::optional<QDateTime> end;
     /// Absolute paths in the order of saving. Deleted files stay listed.
     QStringList clips;
+    /// Clips that were removed from the match and moved to the trash. They come back if their files do.
+    QStringList trashed = {};
     /// Not used; preserved when the store is rewritten.
     std::optional<QString> montage;
 
@@ -32,6 +34,8 @@ struct MatchSession {
     QStringList clipFiles() const;
     /// The game, followed by the hero if known.
     QString name() const;
+    /// The start in the current time zone and the language's format: weekday, day, month and time.
+    QString dateText() const;
 };
 
 /// The text form of an id: upper case, with hyphens, without braces.

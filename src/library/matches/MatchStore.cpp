@@ -85,9 +85,13 @@ MatchSession session(const QJsonValue& value)
                          .start = date(object.value(QStringLiteral("start"))),
                          .end = std::nullopt,
                          .clips = texts(object.value(QStringLiteral("clips"))),
+                         .trashed = {},
                          .montage = std::nullopt};
     if (const auto end = object.value(QStringLiteral("end")); hasValue(end)) {
         session.end = date(end);
+    }
+    if (const auto trashed = object.value(QStringLiteral("trashed")); hasValue(trashed)) {
+        session.trashed = texts(trashed);
     }
     if (const auto montage = object.value(QStringLiteral("montage")); hasValue(montage)) {
         session.montage = text(montage);
@@ -104,6 +108,9 @@ QJsonObject object(const MatchSession& session)
                        {QStringLiteral("clips"), QJsonArray::fromStringList(session.clips)}};
     if (session.end) {
         object.insert(QStringLiteral("end"), encoded(*session.end));
+    }
+    if (!session.trashed.isEmpty()) {
+        object.insert(QStringLiteral("trashed"), QJsonArray::fromStringList(session.trashed));
     }
     if (session.montage) {
         object.insert(QStringLiteral("montage"), *session.montage);

@@ -17,6 +17,8 @@ MatchTracker::MatchTracker(Dependencies dependencies, QObject* parent)
     , m_store(std::make_shared<LoadedStore>(LoadedStore{.store = m_dependencies.store, .sessions = {}}))
     , m_replies(std::make_shared<DetachableQueue>(m_dependencies.main))
 {
+    // A match keeps its clips, whatever they are called.
+    connect(&m_dependencies.library, &ClipLibrary::clipRenamed, this, &MatchTracker::renameClip);
     startLoading();
 }
 
@@ -77,6 +79,7 @@ void MatchTracker::gameStarted(const QString& game, const QString& hero)
                                  .start = m_dependencies.now(),
                                  .end = std::nullopt,
                                  .clips = {},
+                                 .trashed = {},
                                  .montage = std::nullopt};
     }
     Q_EMIT currentChanged();
@@ -154,14 +157,61 @@ void MatchTracker::deleteSession(const QUuid& id, WithClips withClips)
 
 void MatchTracker::deleteClips(const QStringList& paths, const QUuid& id)
 {
-    m_dependencies.library.trash(paths);
+    m_leaving += paths;
+    m_dependencies.library.trash(paths, [self = QPointer(this), paths] {
+        if (auto* const tracker = self.data()) {
+            for (const auto& path : paths) {
+                tracker->m_leaving.removeOne(path);
+            }
+            // Receivers look for the files again, because some may have stayed.
+            Q_EMIT tracker->sessionsChanged();
+        }
+    });
     whenLoaded([this, paths, id] {
         const auto found = std::ranges::find(m_sessions, id, &MatchSession::id);
         if (found == m_sessions.end()) {
             return;
         }
-        found->clips.removeIf([&paths](const QString& each) { return paths.contains(each); });
+        const auto isDeleted = [&paths](const QString& each) { return paths.contains(each); };
+        std::ranges::copy_if(found->clips, std::back_inserter(found->trashed), isDeleted);
+        found->clips.removeIf(isDeleted);
         persist();
+    });
+}
+
+void MatchTracker::takeBack(const QStringList& paths)
+{
+    bool isChanged = false;
+    for (auto& session : m_sessions) {
+        const auto isBack = [&](const QString& each) { return paths.contains(each) && !m_leaving.contains(each); };
+        std::ranges::copy_if(session.trashed, std::back_inserter(session.clips), isBack);
+        isChanged |= session.trashed.removeIf(isBack) > 0;
+    }
+    if (isChanged) {
+        persist();
+    }
+}
+
+void MatchTracker::renameClip(const QString& from, const QString& to)
+{
+    const auto rename = [from, to](QStringList& clips) {
+        const auto place = clips.indexOf(from);
+        if (place >= 0) {
+            clips[place] = to;
+        }
+        return place >= 0;
+    };
+    if (m_current && rename(m_current->clips)) {
+        Q_EMIT currentChanged();
+    }
+    whenLoaded([this, rename] {
+        bool isChanged = false;
+        for (auto& session : m_sessions) {
+            isChanged |= rename(session.clips);
+        }
+        if (isChanged) {
+            persist();
+        }
     });
 }
 

@@ -67,8 +67,11 @@ public:
     enum class WithClips { no, yes };
     void deleteSession(const QUuid& id, WithClips withClips);
     /// Moves clips to the trash, even if the match is unknown, and removes them from the match. A match without clips
-    /// stays listed.
+    /// stays listed. See takeBack.
     void deleteClips(const QStringList& paths, const QUuid& id);
+    /// Adds trashed clips to their matches again: their files were restored from the trash, or could not be moved to
+    /// it. Ignores files that are still being moved.
+    void takeBack(const QStringList& paths);
 
 Q_SIGNALS:
     /// Emitted also when the store is loaded.
@@ -89,6 +92,7 @@ private:
     void startLoading();
     void finishLoading(const QList<MatchSession>& stored);
     void whenLoaded(Task task);
+    void renameClip(const QString& from, const QString& to);
     void finish();
     void persist();
 
@@ -99,6 +103,8 @@ private:
     QList<Task> m_waitingTasks;
     QList<MatchSession> m_sessions;
     std::optional<MatchSession> m_current;
+    /// Files that are being moved to the trash.
+    QStringList m_leaving;
     /// Incremented by each scheduled or cancelled end, so that only the latest scheduled one takes effect.
     std::uint64_t m_endSchedule = 0;
 };

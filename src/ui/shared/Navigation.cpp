@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shared/Navigation.h"
 
+#include "library/matches/MatchSession.h"
+
 #include <QMetaEnum>
 #include <QPointer>
 
@@ -16,6 +18,11 @@ Navigation::Navigation(TaskQueue& main, QObject* parent)
     : QObject(parent)
     , m_main(main)
 {
+}
+
+QString Navigation::matchId() const
+{
+    return m_page.match.isNull() ? QString() : matchIdText(m_page.match);
 }
 
 void Navigation::setPage(const Page& page)
@@ -67,7 +74,7 @@ QString pageText(const Page& page)
     if (page.game) {
         return kind + u' ' + page.game->name.value_or(QStringLiteral("(no game)"));
     }
-    return page.match.isNull() ? kind : kind + u' ' + page.match.toString(QUuid::WithoutBraces).toUpper();
+    return page.match.isNull() ? kind : kind + u' ' + matchIdText(page.match);
 }
 
 } // namespace quelto

@@ -43,6 +43,8 @@ class Navigation : public QObject {
     Q_PROPERTY(QString game READ game NOTIFY pageChanged)
     /// Whether the page is about the clips whose names hold no game. `game` is then the word for "Other".
     Q_PROPERTY(bool isOther READ isOther NOTIFY pageChanged)
+    /// The match that the page is about, as matchIdText; empty for other pages.
+    Q_PROPERTY(QString matchId READ matchId NOTIFY pageChanged)
     Q_PROPERTY(bool hasSelected READ hasSelected NOTIFY selectedChanged)
     Q_PROPERTY(QString selectedPath READ selectedPath NOTIFY selectedChanged)
     Q_PROPERTY(QString selectedTitle READ selectedTitle NOTIFY selectedChanged)
@@ -57,6 +59,7 @@ public:
     bool hasGame() const { return m_page.game.has_value(); }
     QString game() const { return m_page.game ? m_page.game->title() : QString(); }
     bool isOther() const { return m_page.game == ClipGame::none(); }
+    QString matchId() const;
     void setPage(const Page& page);
 
     /// The open clip. Its screen covers the page; the page itself does not change.
@@ -71,6 +74,9 @@ public:
     Q_INVOKABLE void showGame(const QString& game) { show({.game = game}); }
     Q_INVOKABLE void showOther() { show({.game = ClipGame::none()}); }
     Q_INVOKABLE void showMatches() { show({.kind = Pages::Kind::Matches}); }
+    /// Takes a matchId.
+    Q_INVOKABLE void showMatch(const QString& id) { show({.kind = Pages::Kind::Match, .match = QUuid(id)}); }
+    Q_INVOKABLE void showReview(const QString& id) { show({.kind = Pages::Kind::Review, .match = QUuid(id)}); }
     Q_INVOKABLE void showSettings() { show({.kind = Pages::Kind::Settings}); }
     Q_INVOKABLE void openClip(const QString& path) { setSelected(Clip(path)); }
     Q_INVOKABLE void closeClip() { setSelected(std::nullopt); }

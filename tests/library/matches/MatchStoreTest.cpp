@@ -66,6 +66,7 @@ TEST(MatchStore, RoundTripPreservesAllFields)
 {
     auto withMontage = makeMatch();
     withMontage.montage = QStringLiteral("/clips/montage.mp4");
+    withMontage.trashed = {QStringLiteral("/clips/c.mp4"), QStringLiteral("/clips/d.mp4")};
     const QList matches{withMontage, makeMatch(QStringLiteral("League of Legends"))};
     EXPECT_EQ(decodedMatches(encodedMatches(matches)), matches);
 }

@@ -197,6 +197,51 @@ TEST_F(MatchTrackerTest, DeletingTheOnlyClipKeepsTheMatch)
     EXPECT_TRUE(makeTracker()->sessions().first().clips.isEmpty());
 }
 
+TEST_F(MatchTrackerTest, TrashedClipComesBackToItsMatch)
+{
+    const auto match = playMatch(3);
+    const auto trashed = match.clips.first(2);
+    tracker->deleteClips(trashed, match.id);
+    tracker->takeBack(trashed);
+    EXPECT_EQ(tracker->sessions().first().clips, match.clips.last(1)) << "the files are still being moved";
+    trash.answer();
+    QCoreApplication::processEvents();
+    libraryTime.settle();
+    tracker->takeBack(trashed.first(1));
+    EXPECT_EQ(tracker->sessions().first().clips, QStringList({match.clips.at(2), match.clips.at(0)}));
+    tracker->takeBack(trashed.first(1));
+    EXPECT_EQ(tracker->sessions().first().clips.size(), 2);
+    work.settle();
+    const auto restarted = makeTracker();
+    EXPECT_EQ(restarted->sessions(), tracker->sessions());
+    restarted->takeBack(trashed);
+    EXPECT_EQ(restarted->sessions().first().clips.size(), 3);
+}
+
+TEST_F(MatchTrackerTest, RenamedClipStaysInItsMatch)
+{
+    const auto match = playMatch(2);
+    tracker->gameStarted(League, QString());
+    tracker->clipSaved(makeFile("League - y.mp4"));
+    const auto stored = library.rename(Clip(match.clips.at(0)), QStringLiteral("best"));
+    const auto running = library.rename(Clip(path("League - y.mp4")), QStringLiteral("better"));
+    ASSERT_TRUE(stored && running);
+    EXPECT_EQ(tracker->sessions().first().clips, QStringList({stored->path, match.clips.at(1)}));
+    EXPECT_EQ(tracker->current()->clips, QStringList(running->path));
+    work.settle();
+    EXPECT_EQ(makeTracker()->sessions(), tracker->sessions());
+}
+
+TEST_F(MatchTrackerTest, RenameBeforeLoadingTakesEffectAfterIt)
+{
+    const auto match = playMatch(1);
+    tracker = makeUnloadedTracker();
+    const auto renamed = library.rename(Clip(match.clips.first()), QStringLiteral("best"));
+    ASSERT_TRUE(renamed);
+    settle();
+    EXPECT_EQ(tracker->sessions().first().clips, QStringList(renamed->path));
+}
+
 TEST_F(MatchTrackerTest, ClipsOfAnUnknownMatchAreTrashed)
 {
     const auto match = playMatch(1);

@@ -48,6 +48,21 @@ TEST_F(NavigationTest, RepeatedToastDoesNotExtendItsTime)
     EXPECT_EQ(navigation.toast(), QString());
 }
 
+TEST_F(NavigationTest, PageOfAMatchHasItsId)
+{
+    const auto id = QStringLiteral("8F14E45F-CEEA-467F-9575-1B2A3C4D5E6F");
+    navigation.openClip(QStringLiteral("/clips/a.mp4"));
+    navigation.showReview(id);
+    EXPECT_FALSE(navigation.hasSelected());
+    EXPECT_EQ(navigation.page(), (Page{.kind = Pages::Kind::Review, .match = QUuid(id)}));
+    EXPECT_EQ(navigation.matchId(), id);
+    navigation.showMatch(id);
+    EXPECT_EQ(navigation.pageKind(), Pages::Kind::Match);
+    EXPECT_EQ(navigation.matchId(), id);
+    navigation.showMatches();
+    EXPECT_EQ(navigation.matchId(), QString());
+}
+
 TEST_F(NavigationTest, OpenClipKeepsThePage)
 {
     navigation.showGame(QStringLiteral("Dota 2"));
