@@ -1,67 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "library/matches/MatchClips.h"
-#include "tests/base/tasks/ManualQueue.h"
-#include "tests/library/clips/LibraryFixture.h"
+#include "tests/library/matches/MatchClipsFixture.h"
 
 namespace quelto {
 namespace {
 
-using namespace std::chrono_literals;
-
-const auto PlayedGame = QStringLiteral("League of Legends");
-
-class MatchClipsTest : public test::LibraryFixture {
+class MatchClipsTest : public test::MatchClipsFixture {
 protected:
     MatchClipsTest()
     {
         QObject::connect(&clips, &MatchClips::changed, [this] { ++changes; });
-        settle();
     }
 
-    /// Runs the tasks of all queues until there are none.
-    void settle()
-    {
-        for (int i = 0; i < 5; ++i) {
-            QCoreApplication::processEvents();
-            libraryTime.settle();
-            matchTime.settle();
-            lookUpTime.settle();
-            time.settle();
-        }
-    }
-
-    QUuid playMatch(const QStringList& paths)
-    {
-        tracker.gameStarted(PlayedGame, QStringLiteral("Ahri"));
-        for (const auto& each : paths) {
-            tracker.clipSaved(each);
-        }
-        tracker.gameEnded(PlayedGame);
-        time.advance(10s);
-        settle();
-        return tracker.sessions().first().id;
-    }
-
-    QStringList pathsOf(const QUuid& match) const
-    {
-        QStringList paths;
-        for (const auto& clip : clips.clipsOf(match)) {
-            paths.append(clip.path);
-        }
-        return paths;
-    }
-
-    test::ManualTime time;
-    test::ManualQueue main{time};
-    test::ManualTime matchTime;
-    test::ManualQueue matchWork{matchTime};
-    test::ManualTime lookUpTime;
-    test::ManualQueue lookUpWork{lookUpTime};
-    MatchTracker tracker{MatchTracker::Dependencies{.library = library,
-                                                    .main = main,
-                                                    .work = matchWork,
-                                                    .store = MatchStore(folder.filePath(QStringLiteral("m.json")))}};
-    MatchClips clips{{.tracker = tracker, .library = library, .main = main, .work = lookUpWork}};
     int changes = 0;
 };
 
@@ -77,7 +26,7 @@ TEST_F(MatchClipsTest, ListsExistingClipsOldestFirst)
 
 TEST_F(MatchClipsTest, FollowsTheRunningMatch)
 {
-    tracker.gameStarted(PlayedGame, QString());
+    tracker.gameStarted(game, QString());
     tracker.clipSaved(makeFile("L - a.mp4"));
     settle();
     EXPECT_EQ(clips.clipsOf(tracker.current()->id).size(), 1);
