@@ -32,19 +32,35 @@ ClipPlayerModel::~ClipPlayerModel()
 
 void ClipPlayerModel::load(const QString& path)
 {
+    open(path);
+    play();
+}
+
+void ClipPlayerModel::prepare(const QString& path)
+{
+    m_player->close();
+    open(path);
+    setIsPlaying(false);
+}
+
+void ClipPlayerModel::open(const QString& path)
+{
     m_player->open(path);
     setTime(0);
     setDuration(0);
     setKept({});
     setEvents({});
     readEvents(path);
-    play();
 }
 
 void ClipPlayerModel::readEvents(const QString& path)
 {
     m_load = std::make_shared<char>();
     m_dependencies.work([this, path, load = std::weak_ptr(m_load), replies = m_replies] {
+        // On a slow disk, another clip can have been opened since.
+        if (load.expired()) {
+            return;
+        }
         const auto events = ClipMeta::load(path).value_or(ClipMeta()).events;
         replies->post([this, load, events] {
             if (!load.expired()) {

@@ -60,6 +60,8 @@ public:
 
     /// Opens the clip and plays it.
     Q_INVOKABLE void load(const QString& path);
+    /// Opens the clip and shows its first picture, and nothing before that.
+    Q_INVOKABLE void prepare(const QString& path);
     /// Starts again from the beginning, or from `trimIn`, if the end is reached.
     Q_INVOKABLE void play();
     Q_INVOKABLE void pause();
@@ -99,6 +101,7 @@ private:
     /// Follows the player: 30 times a second while it plays, and whenever it changes.
     void update();
     void scheduleTick();
+    void open(const QString& path);
     void readEvents(const QString& path);
     void setEvents(const QList<ClipMeta::Event>& events);
     void setTime(double time);

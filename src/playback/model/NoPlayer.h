@@ -9,6 +9,7 @@ namespace quelto {
 class NoPlayer final : public Player {
 public:
     void open(const QString& /*path*/) override { }
+    bool isOpening() const override { return false; }
     void close() override { }
     void play(double /*rate*/) override { }
     void pause() override { }

@@ -17,9 +17,12 @@ class Player : public QObject {
     Q_OBJECT
 
 public:
-    /// Replaces the open file, and shows the first picture of this one until play is called.
+    /// Replaces the open file, and shows the first picture of this one until play is called. Until that is there, the
+    /// picture of the earlier file stays.
     virtual void open(const QString& path) = 0;
-    /// Releases the file.
+    /// From `open` until the first picture of the file is there, or it turns out that the file cannot be played.
+    virtual bool isOpening() const = 0;
+    /// Releases the file, and shows nothing until the first picture of the next one is there.
     virtual void close() = 0;
 
     /// 1 is the speed of the recording.
@@ -40,7 +43,7 @@ public:
     virtual const FrameTimes& frames() const = 0;
 
 Q_SIGNALS:
-    /// The position, the duration or the rate changed other than by playing on.
+    /// The position, the duration or the rate changed other than by playing on, or the file is open.
     void changed();
     /// Playback reached the end of the file, and stopped there.
     void ended();

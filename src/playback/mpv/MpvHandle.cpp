@@ -95,14 +95,14 @@ void MpvHandle::disconnect()
     mpv_set_wakeup_callback(m_mpv, nullptr, nullptr);
 }
 
-void MpvHandle::command(const QByteArrayList& arguments, std::uint64_t reply)
+bool MpvHandle::command(const QByteArrayList& arguments, std::uint64_t reply)
 {
     std::vector<const char*> words;
     for (const auto& argument : arguments) {
         words.push_back(argument.constData());
     }
     words.push_back(nullptr);
-    mpv_command_async(m_mpv, reply, words.data());
+    return mpv_command_async(m_mpv, reply, words.data()) >= 0;
 }
 
 void MpvHandle::set(const char* property, bool value)

@@ -31,7 +31,8 @@ public:
 
     /// No function is called any more when this returns.
     void disconnect();
-    void command(const QByteArrayList& arguments, std::uint64_t reply = 0);
+    /// Whether a reply will come. A core that hangs does not take any number of commands.
+    bool command(const QByteArrayList& arguments, std::uint64_t reply = 0);
     void set(const char* property, bool value);
     void set(const char* property, double value);
     /// Reports the present value first, and then each change, as an event with this number.

@@ -14,6 +14,7 @@ namespace {
 
 enum Property : std::uint64_t { timePosition = 1, duration, endReached };
 constexpr std::uint64_t SeekReply = 1;
+constexpr std::uint64_t FileReply = 2;
 
 } // namespace
 
@@ -36,40 +37,72 @@ MpvPlayer::~MpvPlayer()
 
 void MpvPlayer::open(const QString& path)
 {
-    close();
+    forgetFile();
     m_path = path;
+    m_isOpening = true;
     readFrameTimes();
-    if (m_isOutputReady) {
-        loadFile();
-    }
+    requestFile();
 }
 
 void MpvPlayer::close()
 {
+    forgetFile();
+    setBlank(true);
+    requestFile();
+}
+
+void MpvPlayer::forgetFile()
+{
+    if (m_isRequested) {
+        m_hasEarlierFile = true;
+        m_mpv->set("pause", true);
+    }
     m_reading.request_stop();
     m_path.clear();
     m_frames = FrameTimes();
     m_duration.reset();
     m_target.reset();
     m_time = 0;
-    m_isSeeking = m_isTargetNew = m_isRequested = m_isLoaded = m_isPlaying = m_isEnded = false;
-    m_mpv->set("pause", true);
-    m_mpv->command({"stop"});
-    m_mpv->command({"set", "vf", ""});
+    m_isOpening = m_isRequested = m_isBegun = m_isLoaded = false;
+    m_isSeeking = m_isTargetNew = m_isPlaying = m_isEnded = false;
+}
+
+void MpvPlayer::requestFile()
+{
+    if (m_isRequestPending) {
+        return;
+    }
+    const bool isWanted = !m_path.isEmpty() && m_isOutputReady && !m_isRequested;
+    if (std::exchange(m_hasEarlierFile, false)) {
+        m_isRequestPending = m_mpv->command({"stop"}, isWanted ? 0 : FileReply);
+    }
+    if (isWanted) {
+        m_isRequested = true;
+        m_mpv->command({"set", "vf", m_frames.hasPauses() ? RepeatedFrames::filter() : QByteArray()});
+        applyRate();
+        m_isRequestPending = m_mpv->command({"loadfile", ClipStream::addressOf(m_path)}, FileReply);
+    }
+}
+
+void MpvPlayer::applyRate()
+{
+    if (m_isRequested) {
+        m_mpv->set("speed", m_rate);
+        m_mpv->set("pause", !m_isPlaying);
+    }
 }
 
 void MpvPlayer::play(double rate)
 {
     m_rate = rate;
     m_isPlaying = !m_path.isEmpty();
-    m_mpv->set("speed", rate);
-    m_mpv->set("pause", !m_isPlaying);
+    applyRate();
 }
 
 void MpvPlayer::pause()
 {
     m_isPlaying = false;
-    m_mpv->set("pause", true);
+    applyRate();
 }
 
 void MpvPlayer::seek(double seconds)
@@ -104,7 +137,7 @@ void MpvPlayer::setOutputReady()
         m_mpv->command({"set", "vid", "auto"});
         seek(position());
     } else {
-        loadFile();
+        requestFile();
     }
 }
 
@@ -113,10 +146,19 @@ void MpvPlayer::setOutputLost()
     m_isOutputReady = false;
 }
 
-void MpvPlayer::loadFile()
+void MpvPlayer::openingEnded()
 {
-    m_isRequested = true;
-    m_mpv->command({"loadfile", ClipStream::addressOf(m_path)});
+    m_isOpening = false;
+    setBlank(false);
+    Q_EMIT changed();
+}
+
+void MpvPlayer::setBlank(bool isBlank)
+{
+    if (isBlank != m_isBlank) {
+        m_isBlank = isBlank;
+        Q_EMIT blankChanged();
+    }
 }
 
 void MpvPlayer::readFrameTimes()
@@ -142,7 +184,7 @@ void MpvPlayer::setFrames(FrameTimes frames)
 {
     m_frames = std::move(frames);
     const auto hasPauses = m_frames.hasPauses();
-    if (hasPauses) {
+    if (hasPauses && m_isRequested) {
         m_mpv->command({"set", "vf", RepeatedFrames::filter()});
     }
     // An earlier seek did not know the pictures, and a pause that plays already has no repeats.
@@ -172,24 +214,28 @@ void MpvPlayer::takeEvents()
 {
     m_mpv->takeEvents([this](const mpv_event& event) {
         switch (event.event_id) {
+        case MPV_EVENT_START_FILE:
+            m_isBegun = m_isRequested && !m_isRequestPending;
+            break;
         case MPV_EVENT_FILE_LOADED:
-            m_isLoaded = true;
-            // libmpv reports no change if the file before was as long.
-            m_mpv->get("duration", MPV_FORMAT_DOUBLE, Property::duration);
-            if (m_isTargetNew) {
-                startSeek();
+            if (m_isBegun) {
+                fileLoaded();
+            }
+            break;
+        case MPV_EVENT_END_FILE:
+            // Only of a file that cannot be played: others stay open.
+            if (std::exchange(m_isBegun, false)) {
+                m_isLoaded = false;
+                openingEnded();
             }
             break;
         case MPV_EVENT_PLAYBACK_RESTART:
-            // Also sent when a file starts.
-            if (m_isSeeking) {
-                seekEnded();
+            if (m_isLoaded) {
+                playbackRestarted();
             }
             break;
         case MPV_EVENT_COMMAND_REPLY:
-            if (event.reply_userdata == SeekReply && event.error < 0) {
-                seekEnded();
-            }
+            commandEnded(event);
             break;
         case MPV_EVENT_GET_PROPERTY_REPLY:
             if (event.error < 0) {
@@ -205,10 +251,40 @@ void MpvPlayer::takeEvents()
     });
 }
 
+void MpvPlayer::fileLoaded()
+{
+    m_isLoaded = true;
+    // libmpv reports no change if the file before was as long.
+    m_mpv->get("duration", MPV_FORMAT_DOUBLE, Property::duration);
+    if (m_isTargetNew) {
+        startSeek();
+    }
+}
+
+void MpvPlayer::playbackRestarted()
+{
+    if (m_isOpening) {
+        openingEnded();
+    }
+    if (m_isSeeking) {
+        seekEnded();
+    }
+}
+
+void MpvPlayer::commandEnded(const mpv_event& reply)
+{
+    if (reply.reply_userdata == FileReply) {
+        m_isRequestPending = false;
+        requestFile();
+    } else if (reply.reply_userdata == SeekReply && reply.error < 0 && m_isLoaded) {
+        seekEnded();
+    }
+}
+
 void MpvPlayer::propertyChanged(const mpv_event& event)
 {
     const auto& property = *static_cast<const mpv_event_property*>(event.data);
-    if (property.format == MPV_FORMAT_NONE) {
+    if (property.format == MPV_FORMAT_NONE || !m_isLoaded) {
         return;
     }
     switch (event.reply_userdata) {

@@ -26,6 +26,7 @@ public:
     ~MpvPlayer() override;
 
     void open(const QString& path) override;
+    bool isOpening() const override { return m_isOpening; }
     void close() override;
     void play(double rate) override;
     void pause() override;
@@ -43,11 +44,25 @@ public:
     void setOutputReady();
     /// The output is about to end. The sound of an open file goes on, and its picture comes back with the next output.
     void setOutputLost();
+    /// The output holds no picture of this file or of one that it replaced, so that it must not be shown.
+    bool isBlank() const { return m_isBlank; }
+
+Q_SIGNALS:
+    void blankChanged();
 
 private:
     void takeEvents();
+    void fileLoaded();
+    void playbackRestarted();
+    void commandEnded(const mpv_event& reply);
     void propertyChanged(const mpv_event& event);
-    void loadFile();
+    void forgetFile();
+    /// Tells libmpv to open the file, or to close the one before, when it has taken the request before. Of several
+    /// quick requests, only the latest one is carried out.
+    void requestFile();
+    void applyRate();
+    void openingEnded();
+    void setBlank(bool isBlank);
     void readFrameTimes();
     void setFrames(FrameTimes frames);
     void startSeek();
@@ -69,8 +84,16 @@ private:
     /// `m_target` changed since that seek started.
     bool m_isTargetNew = false;
     bool m_isOutputReady = false;
+    bool m_isBlank = true;
+    bool m_isOpening = false;
+    /// libmpv has not answered the latest request yet.
+    bool m_isRequestPending = false;
+    /// libmpv was told to open an earlier file, and not to close it.
+    bool m_hasEarlierFile = false;
     /// libmpv was told to open `m_path`.
     bool m_isRequested = false;
+    /// libmpv began to open `m_path`. Events before that are about an earlier file.
+    bool m_isBegun = false;
     bool m_isLoaded = false;
     bool m_isPlaying = false;
     bool m_isEnded = false;

@@ -49,6 +49,12 @@ void draw(mpv_render_context& context, QImage& picture)
 } // namespace
 
 struct SoftwareVideo::State {
+    struct Wanted {
+        QSize size;
+        /// Pictures of an earlier number are dropped.
+        int discards = 0;
+    };
+
     State(std::shared_ptr<MpvHandle> core, VideoEvents callbacks)
         : mpv(std::move(core))
         , events(std::move(callbacks))
@@ -73,17 +79,24 @@ struct SoftwareVideo::State {
             context, [](void* self) { static_cast<State*>(self)->wake(); }, this);
         report(events.onReady);
         QImage spare;
-        while (const auto wanted = waitForWork()) {
-            if (wanted->isEmpty()) {
+        while (const auto next = waitForWork()) {
+            if (next->size.isEmpty()) {
                 continue;
             }
-            if (spare.size() != *wanted || !spare.isDetached()) {
-                spare = QImage(*wanted, QImage::Format_RGB32);
+            if (spare.size() != next->size || !spare.isDetached()) {
+                spare = QImage(next->size, QImage::Format_RGB32);
             }
             draw(*context, spare);
-            publish(spare);
+            publish(spare, next->discards);
         }
         mpv_render_context_set_update_callback(context, nullptr, nullptr);
+    }
+
+    /// With the lock.
+    void requestDrawing()
+    {
+        isDrawingRequested = true;
+        isAwake = true;
     }
 
     void wake()
@@ -95,8 +108,8 @@ struct SoftwareVideo::State {
         changed.notify_one();
     }
 
-    /// The size of the picture to draw; nothing at the end.
-    std::optional<QSize> waitForWork()
+    /// The picture to draw; nothing at the end.
+    std::optional<Wanted> waitForWork()
     {
         for (;;) {
             std::unique_lock guard(lock);
@@ -105,20 +118,23 @@ struct SoftwareVideo::State {
                 return std::nullopt;
             }
             isAwake = false;
-            const auto isResized = std::exchange(hasNewSize, false);
-            const auto wanted = size;
+            const auto isRequested = std::exchange(isDrawingRequested, false);
+            const auto latest = wanted;
             guard.unlock();
             const bool hasFrame = (mpv_render_context_update(context) & MPV_RENDER_UPDATE_FRAME) != 0;
-            if (hasFrame || isResized) {
-                return wanted;
+            if (hasFrame || isRequested) {
+                return latest;
             }
         }
     }
 
-    void publish(QImage& drawn)
+    void publish(QImage& drawn, int discards)
     {
         {
             const std::scoped_lock guard(lock);
+            if (discards != wanted.discards) {
+                return;
+            }
             picture.swap(drawn);
         }
         report(events.onPicture);
@@ -141,9 +157,9 @@ struct SoftwareVideo::State {
     std::mutex lock;
     std::condition_variable changed;
     QImage picture;
-    QSize size;
+    Wanted wanted;
     bool isAwake = false;
-    bool hasNewSize = false;
+    bool isDrawingRequested = false;
     bool isEnded = false;
 };
 
@@ -167,12 +183,22 @@ void SoftwareVideo::setSize(QSize size)
 {
     {
         const std::scoped_lock guard(m_state->lock);
-        if (size == m_state->size) {
+        if (size == m_state->wanted.size) {
             return;
         }
-        m_state->size = size;
-        m_state->hasNewSize = true;
-        m_state->isAwake = true;
+        m_state->wanted.size = size;
+        m_state->requestDrawing();
+    }
+    m_state->changed.notify_one();
+}
+
+void SoftwareVideo::discard()
+{
+    {
+        const std::scoped_lock guard(m_state->lock);
+        ++m_state->wanted.discards;
+        m_state->picture = {};
+        m_state->requestDrawing();
     }
     m_state->changed.notify_one();
 }

@@ -26,6 +26,8 @@ public:
 
     /// The size of the next pictures, with black bars where the video has another shape. Units: pixels.
     void setSize(QSize size);
+    /// Draws again, and has no picture until then.
+    void discard();
     /// The latest one; null before the first. Thread: any.
     QImage picture() const;
 

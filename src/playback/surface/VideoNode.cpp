@@ -21,6 +21,8 @@ public:
     }
 
 private:
+    void discardTexture() override { m_video.discard(); }
+
     std::unique_ptr<QSGTexture> newTexture(QSize size) override
     {
         m_video.setSize(size);
@@ -67,7 +69,7 @@ std::unique_ptr<VideoNode> VideoNode::create(QQuickWindow& window, const std::sh
 
 void VideoNode::update(const QRectF& rect)
 {
-    const auto size = (rect.size() * m_window.effectiveDevicePixelRatio()).toSize();
+    const auto size = pixels(rect);
     if (size.isEmpty()) {
         return;
     }
@@ -86,6 +88,19 @@ void VideoNode::update(const QRectF& rect)
         }
     } else if (m_image != nullptr && m_image->rect() != rect) {
         m_image->setRect(rect);
+    }
+}
+
+void VideoNode::discard()
+{
+    delete std::exchange(m_image, nullptr);
+    discardTexture();
+}
+
+void VideoNode::skip(const QRectF& rect)
+{
+    if (const auto size = pixels(rect); !size.isEmpty()) {
+        newTexture(size);
     }
 }
 

@@ -28,6 +28,10 @@ public:
 
     /// Shows the latest picture. Units: logical pixels.
     void update(const QRectF& rect);
+    /// Takes the latest picture without showing it: libmpv waits until its pictures are taken.
+    void skip(const QRectF& rect);
+    /// Shows nothing, and after that only pictures that are drawn from now on.
+    void discard();
 
 protected:
     explicit VideoNode(QQuickWindow& window)
@@ -38,8 +42,10 @@ protected:
     QQuickWindow& window() const { return m_window; }
 
 private:
+    QSize pixels(const QRectF& rect) const { return (rect.size() * m_window.effectiveDevicePixelRatio()).toSize(); }
     /// A new texture, or null to keep the present one. Units: pixels.
     virtual std::unique_ptr<QSGTexture> newTexture(QSize size) = 0;
+    virtual void discardTexture() { }
 
     QQuickWindow& m_window;
     QSGImageNode* m_image = nullptr;

@@ -27,8 +27,15 @@ void VideoSurface::setPlayer(MpvPlayer* player)
     if (m_player) {
         m_player->setOutputLost();
     }
+    disconnect(m_blankChanges);
     m_player = player;
     m_isPlayerNew = true;
+    if (player != nullptr) {
+        m_blankChanges = connect(player, &MpvPlayer::blankChanged, this, [this] {
+            m_isPictureOld = true;
+            update();
+        });
+    }
     update();
 }
 
@@ -39,7 +46,8 @@ QSGNode* VideoSurface::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*
         delete node;
         node = nullptr;
     }
-    if (!m_player) {
+    const auto* player = m_player.data();
+    if (player == nullptr) {
         delete node;
         return nullptr;
     }
@@ -47,9 +55,21 @@ QSGNode* VideoSurface::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*
         node = newNode();
     }
     if (node != nullptr) {
-        node->update(boundingRect());
+        showPicture(*node, *player);
     }
     return node;
+}
+
+void VideoSurface::showPicture(VideoNode& node, const MpvPlayer& player)
+{
+    if (std::exchange(m_isPictureOld, false)) {
+        node.discard();
+    }
+    if (player.isBlank()) {
+        node.skip(boundingRect());
+    } else {
+        node.update(boundingRect());
+    }
 }
 
 VideoNode* VideoSurface::newNode()

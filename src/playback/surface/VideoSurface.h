@@ -14,7 +14,8 @@ class VideoNode;
 
 /// Shows the pictures of a player, as large as fits, on black. Draws with OpenGL in a window that does, and with the
 /// processor in any other. A player has one surface at a time. Without one its sound goes on, and its picture comes
-/// back in the next one.
+/// back in the next one. It is transparent after the player closed its file, until the first picture of the next file
+/// is there.
 ///
 /// Thread: main.
 class VideoSurface : public QQuickItem {
@@ -32,10 +33,14 @@ protected:
 
 private:
     VideoNode* newNode();
+    void showPicture(VideoNode& node, const MpvPlayer& player);
 
     const std::shared_ptr<ItemTasks> m_tasks;
     QPointer<MpvPlayer> m_player;
+    QMetaObject::Connection m_blankChanges;
     bool m_isPlayerNew = false;
+    /// The output's picture is the one of an earlier file.
+    bool m_isPictureOld = false;
 };
 
 } // namespace quelto

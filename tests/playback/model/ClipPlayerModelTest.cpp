@@ -52,6 +52,29 @@ TEST_F(ClipPlayerModelTest, LoadedClipPlaysFromTheStart)
     EXPECT_EQ(model.trimOut(), 4);
 }
 
+TEST_F(ClipPlayerModelTest, PreparedClipWaitsAtItsStart)
+{
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(QStringLiteral("X.mp4"));
+    ClipMeta meta;
+    meta.events = {{.t = 3, .name = QStringLiteral("kill")}};
+    meta.save(path);
+    model.seek(7);
+    player.takeCalls();
+    model.prepare(path);
+    EXPECT_EQ(player.takeCalls(), QStringList({QStringLiteral("close"), QStringLiteral("open ") + path}));
+    EXPECT_FALSE(model.isPlaying());
+    EXPECT_EQ(model.time(), 0);
+    EXPECT_EQ(model.duration(), 0);
+    player.opened(4);
+    time.settle();
+    EXPECT_EQ(model.duration(), 4);
+    EXPECT_EQ(model.events(), meta.events);
+    EXPECT_FALSE(model.isPlaying());
+    model.play();
+    EXPECT_EQ(player.takeCalls(), calls({"play 1"}));
+}
+
 TEST_F(ClipPlayerModelTest, EventsComeFromTheSidecar)
 {
     const QTemporaryDir folder;

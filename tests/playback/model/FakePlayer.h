@@ -16,11 +16,14 @@ public:
         m_position = 0;
         m_rate = 0;
         m_duration.reset();
+        m_isOpening = true;
     }
+    bool isOpening() const override { return m_isOpening; }
     void close() override
     {
         calls.append(QStringLiteral("close"));
         m_duration.reset();
+        m_isOpening = false;
     }
     void play(double rate) override
     {
@@ -46,7 +49,14 @@ public:
     /// The file is open.
     void opened(double duration)
     {
+        m_isOpening = false;
         m_duration = duration;
+        Q_EMIT changed();
+    }
+    /// The file cannot be played.
+    void failed()
+    {
+        m_isOpening = false;
         Q_EMIT changed();
     }
     void playTo(double position) { m_position = position; }
@@ -66,6 +76,7 @@ private:
     double m_position = 0;
     std::optional<double> m_duration;
     double m_rate = 0;
+    bool m_isOpening = false;
 };
 
 } // namespace quelto::test
