@@ -10,7 +10,11 @@ import Quelto.Theme
 FocusScope {
     id: view
 
+    // The player on screen, one of `players`.
     required property ClipPlayer model
+    property list<ClipPlayer> players: [model]
+    // Keys go to this item first, also in full screen.
+    property Item keyReceiver: null
     readonly property bool isFullScreen: stage.opened
     readonly property bool showsControls: !isFullScreen || idle.running || controls.isMenuOpen
     // From the edge of the panel.
@@ -64,6 +68,7 @@ FocusScope {
         Accessible.role: Accessible.Pane
         Accessible.name: L10n.T("Klip oynatıcı")
         onParentChanged: view.takeKeyboard()
+        Keys.forwardTo: view.keyReceiver ? [view.keyReceiver] : []
         // Qt would start at the window's first control, because the body is no tab stop itself.
         Keys.onTabPressed: nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
         Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
@@ -90,13 +95,8 @@ FocusScope {
             onPlaceChanged: idle.restart()
         }
 
-        Rectangle {
-            anchors.fill: surface
-            color: Theme.shadow
-        }
-
-        VideoSurface {
-            id: surface
+        Item {
+            id: screen
 
             readonly property real roomHeight: view.isFullScreen ? body.height : body.height - view.belowVideo - 2 * view.inset
             readonly property real roomWidth: view.isFullScreen ? body.width : body.width - 2 * view.inset
@@ -105,7 +105,35 @@ FocusScope {
             height: view.isFullScreen ? roomHeight : Math.min(roomHeight, roomWidth / view.videoRatio)
             x: (body.width - width) / 2
             y: view.isFullScreen ? 0 : view.inset + (roomHeight - height) / 2
-            model: view.model
+
+            Rectangle {
+                anchors.fill: parent
+                color: Theme.shadow
+            }
+
+            // All are drawn, so that the picture of each is there when it comes to the front. An output that is built again
+            // loses its picture for a moment: the first surface therefore stays when another player is added.
+            Item {
+                anchors.fill: parent
+
+                VideoSurface {
+                    anchors.fill: parent
+                    z: model === view.model ? 1 : 0
+                    model: view.players[0] ?? null
+                }
+
+                Repeater {
+                    model: Math.max(0, view.players.length - 1)
+
+                    VideoSurface {
+                        required property int index
+
+                        anchors.fill: parent
+                        z: model === view.model ? 1 : 0
+                        model: view.players[index + 1] ?? null
+                    }
+                }
+            }
 
             // Rounds the corners: a ring in the colour of the panel covers them. It also covers the outermost pixels, of
             // which libmpv leaves some black when sizes are rounded.

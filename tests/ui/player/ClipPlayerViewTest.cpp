@@ -272,7 +272,7 @@ TEST_F(ClipPlayerViewTest, VideoKeeps16To9)
             firstVisible(window, [](const QQuickItem* each) { return each->inherits("quelto::VideoSurface"); });
         ASSERT_NE(surface, nullptr);
         EXPECT_NEAR(surface->width() / surface->height(), 16.0 / 9, 0.01);
-        EXPECT_GE(surface->x(), 14);
+        EXPECT_GE(surface->mapToScene({}).x(), 14);
         EXPECT_GE(surface->mapToScene({}).y(), 14);
         EXPECT_LE(surface->mapToScene({0, surface->height()}).y(), timeline()->mapToScene({}).y());
     }
