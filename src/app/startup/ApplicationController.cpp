@@ -13,6 +13,7 @@
 #include "ui/player/ClipPlayer.h"
 #include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
+#include "ui/screens/review/ReviewForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
 
@@ -73,7 +74,6 @@ ApplicationController::ApplicationController()
                   .quit = [this] { userQuits(); }},
                  AppSettings::defaultPath())
     , m_navigation(m_main)
-    , m_matchSummary(m_matches, m_navigation)
     , m_quitSequence({.exports = m_exports,
                       .question = m_quitQuestion,
                       .main = m_main,
@@ -179,7 +179,6 @@ void ApplicationController::buildWindow()
     AppSettingsForQml::instance = &m_settings;
     WindowCommandsForQml::instance = &m_commands;
     NavigationForQml::instance = &m_navigation;
-    MatchSummaryForQml::instance = &m_matchSummary;
     QuitQuestionForQml::instance = &m_quitQuestion;
     SaveFailureForQml::instance = m_saveFailure.get();
     LibraryOverviewForQml::instance = &m_overview;
@@ -194,6 +193,8 @@ void ApplicationController::buildWindow()
                                                               .commands = m_clipCommands,
                                                               .settings = m_settings,
                                                               .navigation = m_navigation});
+    ReviewForQml::instance.emplace(
+        MatchReview::Dependencies{.tracker = m_matches, .clips = m_matchClips, .navigation = m_navigation});
     preparePlayback();
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));

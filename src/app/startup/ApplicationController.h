@@ -29,7 +29,6 @@
 #include "ui/shared/Navigation.h"
 #include "ui/shell/Hud.h"
 #include "ui/shell/LibraryOverview.h"
-#include "ui/shell/MatchSummary.h"
 #include "ui/shell/QuitQuestion.h"
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
@@ -113,7 +112,6 @@ private:
     Theme m_theme;
     WindowCommands m_commands;
     Navigation m_navigation;
-    MatchSummary m_matchSummary;
     QuitQuestion m_quitQuestion;
     QuitSequence m_quitSequence;
     LibraryOverview m_overview;

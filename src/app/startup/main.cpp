@@ -27,6 +27,7 @@ Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ClipPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_PlayerPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_ReviewPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 

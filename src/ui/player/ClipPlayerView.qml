@@ -12,7 +12,7 @@ FocusScope {
 
     // The player on screen, one of `players`.
     required property ClipPlayer model
-    property list<ClipPlayer> players: [model]
+    property var players: [model]
     // Keys go to this item first, also in full screen.
     property Item keyReceiver: null
     readonly property bool isFullScreen: stage.opened

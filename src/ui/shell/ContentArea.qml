@@ -11,20 +11,33 @@ FocusScope {
     readonly property var pageFiles: ({
             [Pages.Library]: "qrc:/Quelto/Library/LibraryView.qml",
             [Pages.Match]: "MatchesPage.qml",
-            [Pages.Review]: "ReviewPage.qml",
+            [Pages.Review]: "qrc:/Quelto/Review/ReviewView.qml",
             [Pages.Settings]: "SettingsPage.qml",
             [Pages.Matches]: "MatchesPage.qml"
         })
 
+    function stateOfPage(): var {
+        switch (Navigation.pageKind) {
+        case Pages.Library:
+            return {
+                hasGame: Navigation.hasGame,
+                game: Navigation.game,
+                isOther: Navigation.isOther
+            };
+        case Pages.Match:
+        case Pages.Review:
+            return {
+                matchId: Navigation.matchId
+            };
+        default:
+            return {};
+        }
+    }
+
     // Creates a new page. A change from one game to another is a new page too.
     function renew() {
-        const state = Navigation.pageKind === Pages.Library ? {
-            hasGame: Navigation.hasGame,
-            game: Navigation.game,
-            isOther: Navigation.isOther
-        } : {};
         page.setSource("");
-        page.setSource(pageFiles[Navigation.pageKind], state);
+        page.setSource(pageFiles[Navigation.pageKind], stateOfPage());
     }
 
     // Creates a new page for the open clip.

@@ -3,7 +3,6 @@
 
 #include "ui/shared/SharedForQml.h"
 #include "ui/shell/LibraryOverview.h"
-#include "ui/shell/MatchSummary.h"
 #include "ui/shell/QuitQuestion.h"
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
@@ -42,13 +41,6 @@ struct QuitQuestionForQml : SharedForQml<QuitQuestion> {
     Q_GADGET
     QML_FOREIGN(quelto::QuitQuestion)
     QML_NAMED_ELEMENT(QuitQuestion)
-    QML_SINGLETON
-};
-
-struct MatchSummaryForQml : SharedForQml<MatchSummary> {
-    Q_GADGET
-    QML_FOREIGN(quelto::MatchSummary)
-    QML_NAMED_ELEMENT(MatchSummary)
     QML_SINGLETON
 };
 

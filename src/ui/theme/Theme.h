@@ -31,6 +31,7 @@ class Theme : public QObject {
     Q_PROPERTY(QColor onAccent READ onAccent CONSTANT)
     Q_PROPERTY(QColor live READ live CONSTANT)
     Q_PROPERTY(QColor good READ good CONSTANT)
+    Q_PROPERTY(QColor onGood READ onGood CONSTANT)
     Q_PROPERTY(QColor gold READ gold CONSTANT)
     Q_PROPERTY(QColor violet READ violet CONSTANT)
     Q_PROPERTY(QColor onGold READ onGold CONSTANT)
@@ -64,6 +65,8 @@ public:
     static QColor live() { return {0xFF, 0x3B, 0x3B}; }
     /// Success.
     static QColor good() { return {0x33, 0xD1, 0x7A}; }
+    /// Text and symbols on the colour of success.
+    static QColor onGood() { return Qt::black; }
     /// The tier "epic".
     static QColor gold() { return {0xFF, 0xC5, 0x3D}; }
     /// Text and symbols on gold.

@@ -1,38 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "base/tasks/BackgroundThreads.h"
-#include "playback/mpv/MpvPlayer.h"
-#include "ui/player/ClipPlayer.h"
-
 #include "tests/export/queue/Gate.h"
 #include "tests/media/probe/CounterClip.h"
-#include "tests/ui/SceneryClips.h"
-#include "tests/ui/shell/ShellFixture.h"
-
-#include <clocale>
+#include "tests/ui/shell/PlayingShellFixture.h"
 
 namespace quelto {
 namespace {
 
 /// Saves pictures of the page of a clip, with the real player and real clips, for review.
-class ClipPagePicturesTest : public test::ShellFixture {
+class ClipPagePicturesTest : public test::PlayingShellFixture {
 protected:
-    void SetUp() override
-    {
-        // The constructor of the application takes the user's.
-        std::setlocale(LC_NUMERIC, "C");
-        ShellFixture::SetUp();
-        record();
-        PlaybackForQml::instance->createPlayer = [this] {
-            return std::make_unique<MpvPlayer>(MpvPlayer::Dependencies{
-                .main = realTime, .work = [this](Task task) { threads.post(std::move(task)); }});
-        };
-        PlaybackForQml::instance.emplace(
-            PlaybackForQml::Parts{.model = {.main = realTime, .work = [](const Task& task) { task(); }},
-                                  .createPlayer = PlaybackForQml::instance->createPlayer});
-        test::addSceneryClips(settings.saveFolder());
-        reloadLibrary();
-    }
-
     /// The automatic clip with the most points.
     Clip automatic() const
     {
@@ -49,20 +25,12 @@ protected:
         navigation->openClip(clip.path);
         ASSERT_TRUE(QTest::qWaitFor([&] { return !shows(QStringLiteral("0:00 / 0:00")); }));
     }
-    void show(const QString& name)
-    {
-        QTest::qWait(700);
-        EXPECT_FALSE(picture(name).isNull());
-    }
     /// Also a button that is scrolled out of the window.
     void clickNamed(const char* name)
     {
         item(QString::fromUtf8(name))->forceActiveFocus(Qt::OtherFocusReason);
         click(QString::fromUtf8(name));
     }
-
-    MainQueue realTime;
-    BackgroundThreads threads{QStringLiteral("clips"), 1};
 };
 
 TEST_F(ClipPagePicturesTest, States)

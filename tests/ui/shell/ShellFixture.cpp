@@ -6,6 +6,7 @@
 #include "ui/player/ClipPlayer.h"
 #include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
+#include "ui/screens/review/ReviewForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
 
@@ -18,6 +19,7 @@ Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ClipPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_PlayerPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_ReviewPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
@@ -54,8 +56,9 @@ void ShellFixture::SetUp()
                                    .main = main,
                                    .work = main,
                                    .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
+    matchClips = std::make_unique<MatchClips>(
+        MatchClips::Dependencies{.tracker = *matches, .library = *library, .main = main, .work = main});
     navigation = std::make_unique<Navigation>(main);
-    matchSummary = std::make_unique<MatchSummary>(*matches, *navigation);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
     clipCommands = std::make_unique<ClipCommands>(
         ClipCommands::Dependencies{.library = *library,
@@ -95,10 +98,11 @@ void ShellFixture::SetUp()
                                                               .commands = *clipCommands,
                                                               .settings = settings,
                                                               .navigation = *navigation});
+    ReviewForQml::instance.emplace(
+        MatchReview::Dependencies{.tracker = *matches, .clips = *matchClips, .navigation = *navigation});
     LibraryOverviewForQml::instance = overview.get();
     ClipLibraryForQml::instance = library.get();
     NavigationForQml::instance = navigation.get();
-    MatchSummaryForQml::instance = matchSummary.get();
     ThemeForQml::instance = theme.get();
     RecorderForQml::instance = recorder.get();
     AppSettingsForQml::instance = &settings;
@@ -110,6 +114,8 @@ void ShellFixture::SetUp()
                               .createPlayer = [this]() -> std::unique_ptr<Player> {
                                   auto created = std::make_unique<FakePlayer>();
                                   player = created.get();
+                                  players.removeAll(nullptr);
+                                  players.append(player);
                                   return created;
                               }});
     engine = std::make_unique<QQmlApplicationEngine>();
@@ -140,6 +146,25 @@ QString ShellFixture::descriptionOf(const QString& accessibleName) const
 {
     auto* const found = item(accessibleName);
     return found == nullptr ? QString() : QAccessible::queryAccessibleInterface(found)->text(QAccessible::Description);
+}
+
+QUuid ShellFixture::playMatch(const QList<QByteArray>& clips)
+{
+    makeClips(clips);
+    const auto game = QStringLiteral("League of Legends");
+    matches->gameStarted(game, QStringLiteral("Ahri"));
+    for (qsizetype i = 0; i < clips.size(); ++i) {
+        QFile file(QDir(settings.saveFolder()).filePath(QString::fromUtf8(clips.at(i))));
+        EXPECT_TRUE(file.open(QIODevice::ReadWrite));
+        const auto age = std::chrono::minutes(clips.size() - i);
+        EXPECT_TRUE(
+            file.setFileTime(QDateTime::currentDateTime().addDuration(-age), QFileDevice::FileModificationTime));
+        matches->clipSaved(file.fileName());
+    }
+    matches->gameEnded(game);
+    time.advance(std::chrono::seconds(10));
+    reloadLibrary();
+    return matches->sessions().first().id;
 }
 
 void ShellFixture::makeClips(const QList<QByteArray>& names)

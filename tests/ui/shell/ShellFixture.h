@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/tasks/MainQueue.h"
+#include "library/matches/MatchClips.h"
 #include "library/matches/MatchTracker.h"
 #include "library/thumbnails/ThumbnailCache.h"
 #include "ui/screens/clip/ClipExports.h"
@@ -9,7 +10,6 @@
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/shell/LibraryOverview.h"
-#include "ui/shell/MatchSummary.h"
 #include "ui/shell/QuitQuestion.h"
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
@@ -40,6 +40,9 @@ protected:
     QQuickItem* textItem(const QString& text) const { return labelWith(window, text); }
     /// Opens a menu of the menu bar and waits until that entry of it is visible.
     void openMenu(const QString& title, const QString& entry);
+    /// Creates empty files in the save folder, each a minute newer than the one before, and plays a match of League of
+    /// Legends as Ahri with them to its end. Returns the id of the match.
+    QUuid playMatch(const QList<QByteArray>& clips);
     /// Creates empty files in the save folder and reloads the library.
     void makeClips(const QList<QByteArray>& names);
     /// Processes pending events and draws a frame: lists create their items only for a frame.
@@ -62,13 +65,15 @@ protected:
     RecordingPasteboard pasteboard;
     std::unique_ptr<ClipLibrary> library;
     std::unique_ptr<MatchTracker> matches;
+    std::unique_ptr<MatchClips> matchClips;
     std::unique_ptr<Navigation> navigation;
-    std::unique_ptr<MatchSummary> matchSummary;
     std::unique_ptr<LibraryOverview> overview;
     MainQueue thumbnailQueue;
     std::unique_ptr<ThumbnailCache> thumbnails;
-    /// Of the page of a clip, while one is open.
+    /// The last one that a page created, while it exists.
     QPointer<FakePlayer> player;
+    /// All that exist, in the order of their creation.
+    QList<QPointer<FakePlayer>> players;
     std::unique_ptr<ClipCommands> clipCommands;
     MainQueue exportReplies;
     std::unique_ptr<ExportQueue> exportQueue;

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Controls
+import Quelto.Player
+import Quelto.Review
+import Quelto.Theme
+
+// The player, the answers, the clips of the match and the last button. A low window scrolls.
+FocusScope {
+    id: body
+
+    required property MatchReview review
+    required property Item keyReceiver
+
+    function finish() {
+        sequence.stop();
+        review.finish();
+    }
+
+    focus: true
+    Component.onCompleted: sequence.show(review.currentPath)
+    Component.onDestruction: sequence.stop()
+    // The controls that have the focus take these keys first.
+    Keys.onReturnPressed: summary.takeKeyboard()
+    Keys.onEnterPressed: summary.takeKeyboard()
+
+    QtObject {
+        id: internal
+
+        readonly property Item focusedItem: body.Window.activeFocusItem
+        // Qt gives the focus of a disabled control to the page or the player as a whole.
+        readonly property bool isFocusLost: focusedItem === body || focusedItem === playerView
+
+        onIsFocusLostChanged: focusCheck.restart()
+    }
+
+    // Not at once, because the focus may be on its way to another control.
+    Timer {
+        id: focusCheck
+
+        interval: 0
+        onTriggered: {
+            if (internal.isFocusLost) {
+                playerView.takeKeyboard();
+            }
+        }
+    }
+
+    ClipSequencePlayer {
+        id: sequence
+
+        following: body.review.followingPath
+    }
+
+    Connections {
+        target: body.review
+
+        function onClipShown(path: string) {
+            sequence.show(path);
+        }
+    }
+
+    Flickable {
+        id: scroll
+
+        readonly property Item focusedItem: Window.activeFocusItem
+        readonly property real lastY: Math.max(0, contentHeight - height)
+
+        // Scrolls until the item is visible. An item elsewhere in the window changes nothing.
+        function reveal(item: Item) {
+            let ancestor = item;
+            while (ancestor && ancestor !== column) {
+                ancestor = ancestor.parent;
+            }
+            if (ancestor) {
+                const start = item.mapToItem(column, 0, 0).y - Theme.spacing.row;
+                const end = start + item.height + 2 * Theme.spacing.row;
+                contentY = Math.max(0, Math.min(Math.min(Math.max(contentY, end - height), start), lastY));
+            }
+        }
+
+        anchors.fill: parent
+        contentHeight: column.height + Theme.spacing.panel
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: lastY > 0
+        clip: interactive
+        onFocusedItemChanged: reveal(focusedItem)
+
+        Column {
+            id: column
+
+            x: Theme.spacing.page
+            width: scroll.width - 2 * Theme.spacing.page
+            spacing: Theme.spacing.stack
+
+            ClipPlayerView {
+                id: playerView
+
+                readonly property real smallestHeight: 250
+                readonly property real roomBelow: answers.height + strip.height + summary.height + 3 * column.spacing + Theme.spacing.panel
+
+                width: parent.width
+                height: Math.max(smallestHeight, Math.min(implicitHeight, scroll.height - roomBelow))
+                focus: true
+                model: sequence.current
+                players: sequence.players
+                keyReceiver: body.keyReceiver
+            }
+
+            AnswerBar {
+                id: answers
+
+                width: parent.width
+                review: body.review
+            }
+
+            Filmstrip {
+                id: strip
+
+                width: parent.width
+                review: body.review
+            }
+
+            ReviewSummary {
+                id: summary
+
+                width: parent.width
+                review: body.review
+                onFinished: body.finish()
+            }
+        }
+    }
+
+    ThemedScrollBar {
+        anchors.right: scroll.right
+        anchors.top: scroll.top
+        anchors.bottom: scroll.bottom
+        size: scroll.visibleArea.heightRatio
+        position: scroll.visibleArea.yPosition
+        onPositionChanged: {
+            if (pressed) {
+                scroll.contentY = position * scroll.contentHeight;
+            }
+        }
+    }
+}

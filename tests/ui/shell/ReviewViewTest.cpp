@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/shell/ShellFixture.h"
+
+#include <QKeyEvent>
+
+namespace quelto {
+namespace {
+
+const QByteArray Ace = "League of Legends - 2026-03-01 20.15.07 [EFSANE 95] Ace.mp4";
+const QByteArray Solo = "League of Legends - 2026-03-01 20.16.07 [BASIT 15] Solo Kill.mp4";
+const QByteArray Titled = "League of Legends - Best of all.mp4";
+
+/// The review of a match in the real window, with players whose files the test opens.
+class ReviewViewTest : public test::ShellFixture {
+protected:
+    void open(const QList<QByteArray>& clips)
+    {
+        match = playMatch(clips);
+        navigation->setPage({.kind = Pages::Kind::Review, .match = match});
+        settleReview();
+    }
+    /// Opens the files that players were asked to open.
+    void settleReview()
+    {
+        drawFrame();
+        for (int i = 0; i < 2; ++i) {
+            const auto all = players;
+            for (const auto& each : all) {
+                if (each && each->isOpening()) {
+                    each->opened(10);
+                }
+            }
+            time.settle();
+            drawFrame();
+        }
+    }
+    QString pathOf(const QByteArray& name) const { return settings.saveFolder() + u'/' + QString::fromUtf8(name); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(window, key, modifiers); }
+    void type(char key) { QTest::keyClick(window, key); }
+    void expectCounts(int kept, int deleted)
+    {
+        EXPECT_TRUE(shows(QStringLiteral("%1 kalacak").arg(kept))) << kept;
+        EXPECT_TRUE(shows(QStringLiteral("%1 silinecek").arg(deleted))) << deleted;
+    }
+    bool isEnabled(const char* name) { return item(QString::fromUtf8(name))->isEnabled(); }
+    QString focusedName() const
+    {
+        const auto* interface = QAccessible::queryAccessibleInterface(window->activeFocusItem());
+        return interface == nullptr ? QString() : interface->text(QAccessible::Name);
+    }
+    /// Players that play.
+    int playingCount() const
+    {
+        return static_cast<int>(
+            std::ranges::count_if(players, [](const auto& each) { return each && each->rate() != 0; }));
+    }
+
+    QUuid match;
+};
+
+TEST_F(ReviewViewTest, PlaysTheOldestClipAndShowsItsPlace)
+{
+    open({Ace, Solo, Titled});
+    EXPECT_TRUE(shows(QStringLiteral("1 / 3")));
+    EXPECT_TRUE(shows(QStringLiteral("Ace")));
+    EXPECT_TRUE(item(QStringLiteral("Efsane 95")));
+    expectCounts(3, 0);
+    EXPECT_TRUE(shows(QStringLiteral("Hepsi kalacak. Beğenmediklerini D ile işaretle.")));
+    EXPECT_TRUE(item(QStringLiteral("Bitti")));
+    ASSERT_EQ(players.size(), 2);
+    EXPECT_EQ(players.at(0)->takeCalls(),
+              QStringList({QStringLiteral("open ") + pathOf(Ace), QStringLiteral("play 1")}));
+    EXPECT_EQ(players.at(1)->takeCalls().last(), QStringLiteral("open ") + pathOf(Solo)) << "opened ahead";
+}
+
+TEST_F(ReviewViewTest, KeysAnswerAndTheFollowingClipPlaysAtOnce)
+{
+    open({Ace, Solo, Titled});
+    players.at(0)->takeCalls();
+    players.at(1)->takeCalls();
+    type('d');
+    EXPECT_TRUE(shows(QStringLiteral("2 / 3")));
+    EXPECT_TRUE(shows(QStringLiteral("Solo Kill")));
+    EXPECT_EQ(players.at(1)->takeCalls().first(), QStringLiteral("play 1")) << "the file is open already";
+    EXPECT_EQ(playingCount(), 1);
+    settleReview();
+    expectCounts(2, 1);
+    EXPECT_TRUE(shows(QStringLiteral("Silinenler Çöp Kutusu'na gider, oradan geri alınabilir.")));
+    EXPECT_TRUE(item(QStringLiteral("Kaydet ve 1 klibi sil")));
+    type('k');
+    EXPECT_TRUE(shows(QStringLiteral("3 / 3")));
+    EXPECT_EQ(trash.calls, 0);
+}
+
+TEST_F(ReviewViewTest, UpperCaseAndXAnswerToo)
+{
+    open({Ace, Solo, Titled});
+    type('D');
+    type('x');
+    expectCounts(1, 2);
+    click(QStringLiteral("Önceki klip"));
+    click(QStringLiteral("Önceki klip"));
+    type('K');
+    type('X');
+    expectCounts(2, 1);
+}
+
+TEST_F(ReviewViewTest, DeletingTheLastClipStaysThere)
+{
+    open({Ace, Solo});
+    click(QStringLiteral("Sonraki klip"));
+    type('d');
+    EXPECT_TRUE(shows(QStringLiteral("2 / 2")));
+    expectCounts(1, 1);
+    EXPECT_TRUE(item(QStringLiteral("Silinecek")));
+    auto* const title = textItem(QStringLiteral("Solo Kill"));
+    ASSERT_NE(title, nullptr);
+    EXPECT_TRUE(title->property("font").value<QFont>().strikeOut());
+}
+
+TEST_F(ReviewViewTest, TakesBackAMark)
+{
+    open({Ace, Solo});
+    type('d');
+    click(QStringLiteral("Önceki klip"));
+    EXPECT_TRUE(item(QStringLiteral("Silinecek")));
+    type('k');
+    expectCounts(2, 0);
+    click(QStringLiteral("Önceki klip"));
+    EXPECT_TRUE(item(QStringLiteral("Sil")));
+}
+
+TEST_F(ReviewViewTest, EveryRepeatOfAHeldKeyCounts)
+{
+    QList<QByteArray> clips;
+    for (int i = 0; i < 30; ++i) {
+        clips.append("League of Legends - clip " + QByteArray::number(i) + ".mp4");
+    }
+    open(clips);
+    for (int i = 0; i < 12; ++i) {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_K, {}, QStringLiteral("k"), i > 0);
+        QCoreApplication::sendEvent(window, &held);
+        EXPECT_TRUE(held.isAccepted());
+    }
+    EXPECT_TRUE(shows(QStringLiteral("13 / 30"))) << "while the clips load";
+    EXPECT_EQ(playingCount(), 1);
+}
+
+TEST_F(ReviewViewTest, OneClipHasNoNeighbours)
+{
+    open({Ace});
+    EXPECT_TRUE(shows(QStringLiteral("1 / 1")));
+    EXPECT_FALSE(isEnabled("Önceki klip"));
+    EXPECT_FALSE(isEnabled("Sonraki klip"));
+    EXPECT_EQ(players.size(), 1) << "nothing to open ahead";
+}
+
+TEST_F(ReviewViewTest, ButtonsAndFilmstripChangeTheClip)
+{
+    open({Ace, Solo, Titled});
+    EXPECT_FALSE(isEnabled("Önceki klip"));
+    click(QStringLiteral("3 / 3, Best of all, kalacak"));
+    EXPECT_TRUE(shows(QStringLiteral("3 / 3")));
+    EXPECT_FALSE(isEnabled("Sonraki klip"));
+    click(QStringLiteral("Sil"));
+    EXPECT_TRUE(item(QStringLiteral("3 / 3, Best of all, silinecek")));
+    click(QStringLiteral("Tut"));
+    EXPECT_TRUE(item(QStringLiteral("3 / 3, Best of all, kalacak")));
+}
+
+TEST_F(ReviewViewTest, FinalButtonTrashesTheMarkedClips)
+{
+    open({Ace, Solo, Titled});
+    type('d');
+    type('k');
+    type('d');
+    EXPECT_EQ(trash.calls, 0);
+    const auto all = players;
+    click(QStringLiteral("Kaydet ve 2 klibi sil"));
+    EXPECT_EQ(trash.recycled, QStringList({pathOf(Ace), pathOf(Titled)}));
+    EXPECT_EQ(navigation->page(), (Page{.kind = Pages::Kind::Match, .match = match}));
+}
+
+TEST_F(ReviewViewTest, FinalButtonReleasesTheFilesFirst)
+{
+    open({Ace, Solo});
+    type('d');
+    settleReview();
+    QStringList calls;
+    QObject::connect(matches.get(), &MatchTracker::sessionsChanged, window, [&] {
+        for (const auto& each : players) {
+            calls += each->takeCalls().last();
+        }
+    });
+    click(QStringLiteral("Kaydet ve 1 klibi sil"));
+    EXPECT_EQ(calls, QStringList({QStringLiteral("close"), QStringLiteral("close")}));
+}
+
+TEST_F(ReviewViewTest, FinalButtonWithoutMarksDeletesNothing)
+{
+    open({Ace, Solo});
+    click(QStringLiteral("Bitti"));
+    EXPECT_EQ(trash.calls, 0);
+    EXPECT_EQ(navigation->page(), (Page{.kind = Pages::Kind::Match, .match = match}));
+}
+
+TEST_F(ReviewViewTest, LeavingForgetsTheMarks)
+{
+    open({Ace, Solo});
+    type('d');
+    press(Qt::Key_Escape);
+    EXPECT_EQ(navigation->page(), (Page{.kind = Pages::Kind::Match, .match = match}));
+    EXPECT_EQ(trash.calls, 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(std::ranges::all_of(players, [](const auto& each) { return each.isNull(); }));
+    navigation->setPage({.kind = Pages::Kind::Review, .match = match});
+    settleReview();
+    expectCounts(2, 0);
+    click(QStringLiteral("Maç Özeti"));
+    EXPECT_EQ(navigation->page(), (Page{.kind = Pages::Kind::Match, .match = match}));
+}
+
+TEST_F(ReviewViewTest, OnlyTheKeyboardIsNeeded)
+{
+    open({Ace, Solo});
+    EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı"));
+    type('d');
+    type('k');
+    press(Qt::Key_Return);
+    EXPECT_EQ(focusedName(), QStringLiteral("Kaydet ve 1 klibi sil"));
+    EXPECT_EQ(trash.calls, 0);
+    press(Qt::Key_Return);
+    EXPECT_EQ(trash.recycled, QStringList(pathOf(Ace)));
+}
+
+TEST_F(ReviewViewTest, PlayerKeysStayWithThePlayer)
+{
+    open({Ace, Solo});
+    players.at(0)->takeCalls();
+    press(Qt::Key_Space);
+    press(Qt::Key_Right);
+    EXPECT_EQ(players.at(0)->takeCalls(), QStringList({QStringLiteral("pause"), QStringLiteral("seek 5")}));
+    press(Qt::Key_D, Qt::ControlModifier);
+    expectCounts(2, 0);
+}
+
+TEST_F(ReviewViewTest, KeysWorkInFullScreen)
+{
+    open({Ace, Solo, Titled});
+    click(QStringLiteral("Tam ekran"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::FullScreen; }));
+    type('d');
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::Windowed; }));
+    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Review) << "Escape leaves the full screen first";
+    EXPECT_TRUE(shows(QStringLiteral("2 / 3")));
+    expectCounts(2, 1);
+}
+
+TEST_F(ReviewViewTest, ArrowKeysMoveInTheFilmstrip)
+{
+    open({Ace, Solo, Titled});
+    item(QStringLiteral("Klipler"))->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Right);
+    EXPECT_TRUE(shows(QStringLiteral("2 / 3")));
+    press(Qt::Key_End);
+    EXPECT_TRUE(shows(QStringLiteral("3 / 3")));
+    press(Qt::Key_Right);
+    press(Qt::Key_Left);
+    EXPECT_TRUE(shows(QStringLiteral("2 / 3")));
+    press(Qt::Key_Home);
+    EXPECT_TRUE(shows(QStringLiteral("1 / 3")));
+    type('d');
+    expectCounts(2, 1);
+}
+
+TEST_F(ReviewViewTest, FocusOfADisabledButtonGoesToThePlayer)
+{
+    open({Ace, Solo});
+    auto* const next = item(QStringLiteral("Sonraki klip"));
+    next->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return focusedName() == QStringLiteral("Klip oynatıcı"); }));
+}
+
+TEST_F(ReviewViewTest, UnknownMatchIsEmptyAndHasNoPlayer)
+{
+    navigation->setPage({.kind = Pages::Kind::Review, .match = QUuid::createUuid()});
+    drawFrame();
+    EXPECT_FALSE(shows(QStringLiteral("Bu maçta klip kalmadı."))) << "the matches are not loaded yet";
+    settleReview();
+    EXPECT_TRUE(shows(QStringLiteral("Bu maçta klip kalmadı.")));
+    EXPECT_TRUE(shows(QStringLiteral("Silinenler Çöp Kutusu'na gider, oradan geri alınabilir.")));
+    EXPECT_FALSE(shows(QStringLiteral("Bitti")));
+    EXPECT_TRUE(players.isEmpty());
+    type('d');
+    EXPECT_FALSE(picture(QStringLiteral("review-empty")).isNull());
+}
+
+TEST_F(ReviewViewTest, ClipThatVanishesLeavesTheReview)
+{
+    open({Ace, Solo, Titled});
+    type('d');
+    settleReview();
+    QFile::remove(pathOf(Ace));
+    reloadLibrary();
+    settleReview();
+    EXPECT_TRUE(shows(QStringLiteral("1 / 2")));
+    EXPECT_TRUE(shows(QStringLiteral("Solo Kill")));
+    expectCounts(2, 0);
+    for (const auto& each : {Solo, Titled}) {
+        QFile::remove(pathOf(each));
+    }
+    reloadLibrary();
+    settleReview();
+    EXPECT_TRUE(shows(QStringLiteral("Bu maçta klip kalmadı.")));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(playingCount(), 0);
+    EXPECT_TRUE(matches->session(match)) << "the recap stays";
+}
+
+TEST_F(ReviewViewTest, OnlyVisibleFramesOfALongMatchExist)
+{
+    QList<QByteArray> clips;
+    for (int i = 0; i < 200; ++i) {
+        clips.append("League of Legends - clip " + QByteArray::number(i) + ".mp4");
+    }
+    open(clips);
+    int frames = 0;
+    test::visitVisible(window->contentItem(), [&](const QQuickItem* each) {
+        frames += QString::fromLatin1(each->metaObject()->className()).startsWith(QStringLiteral("FilmstripFrame"));
+    });
+    EXPECT_GT(frames, 4);
+    EXPECT_LT(frames, 30);
+    press(Qt::Key_Return);
+    item(QStringLiteral("Klipler"))->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_End);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        drawFrame();
+        return test::itemNamed(window, QStringLiteral("200 / 200, clip 199, kalacak")) != nullptr;
+    })) << "scrolls to the current one";
+}
+
+} // namespace
+} // namespace quelto
