@@ -119,7 +119,7 @@ FocusScope {
                 VideoSurface {
                     anchors.fill: parent
                     z: model === view.model ? 1 : 0
-                    model: view.players[0] ?? null
+                    model: view.players.length > 0 ? view.players[0] : null
                 }
 
                 Repeater {
@@ -130,7 +130,7 @@ FocusScope {
 
                         anchors.fill: parent
                         z: model === view.model ? 1 : 0
-                        model: view.players[index + 1] ?? null
+                        model: view.players[index + 1]
                     }
                 }
             }

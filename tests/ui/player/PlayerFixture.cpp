@@ -16,6 +16,7 @@ void PlayerFixture::SetUp()
         .model = {.main = queue, .work = [](const Task& task) { task(); }}, .createPlayer = [this] {
             auto created = std::make_unique<FakePlayer>();
             player = created.get();
+            players.append(player);
             return created;
         }});
 }

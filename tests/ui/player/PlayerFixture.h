@@ -26,7 +26,9 @@ protected:
 
     ManualTime time;
     ManualQueue queue{time};
-    /// Owned by the model.
+    /// All that were created, owned by their models.
+    QList<FakePlayer*> players;
+    /// The latest one.
     FakePlayer* player = nullptr;
 };
 
