@@ -6,28 +6,30 @@ import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
 
-// The days and their cards. Only visible cards exist. It is one tab stop; the arrow keys move the current card.
+// Cards of clips, below the titles of their days if the model has any. Only visible cards exist. It is one tab stop; the
+// arrow keys move the current card.
 T.Control {
     id: grid
 
-    required property LibraryModel library
+    required property CardGridModel model
     readonly property bool showsCurrent: activeFocus && (internal.isByKeyboard || visualFocus)
     readonly property alias contentY: flick.contentY
     readonly property alias contentHeight: flick.contentHeight
 
+    signal openRequested(string path)
     signal deleteRequested(string path, string title)
 
     // The menu bar's "copy" calls this on the item that has the focus.
     function copy() {
-        if (grid.library.currentPath !== "") {
-            ClipCommands.copy(grid.library.currentPath);
+        if (grid.model.currentPath !== "") {
+            ClipCommands.copy(grid.model.currentPath);
         }
     }
 
     function currentCard(): ClipCard {
         for (let i = 0; i < cards.count; ++i) {
             const card = cards.itemAt(i) as ClipCard;
-            if (card && card.path !== "" && card.path === grid.library.currentPath) {
+            if (card && card.path !== "" && card.path === grid.model.currentPath) {
                 return card;
             }
         }
@@ -47,8 +49,8 @@ T.Control {
 
     // A key that is held moves on, but does nothing else again.
     function actOn(key: int, isHeld: bool): bool {
-        const path = grid.library.currentPath;
-        if (grid.library.moveCurrent(key)) {
+        const path = grid.model.currentPath;
+        if (grid.model.moveCurrent(key)) {
             return true;
         }
         if (path === "" || isHeld) {
@@ -58,10 +60,10 @@ T.Control {
         case Qt.Key_Return:
         case Qt.Key_Enter:
         case Qt.Key_Space:
-            Navigation.openClip(path);
+            grid.openRequested(path);
             return true;
         case Qt.Key_Delete:
-            grid.deleteRequested(path, grid.library.currentTitle());
+            grid.deleteRequested(path, grid.model.currentTitle());
             return true;
         case Qt.Key_Menu:
             grid.openCurrentMenu();
@@ -81,8 +83,8 @@ T.Control {
     Accessible.name: L10n.T("Klipler")
     onShowsCurrentChanged: telling.restart()
     onVisualFocusChanged: {
-        if (visualFocus && library.currentPosition < 0) {
-            library.selectFirstInView();
+        if (visualFocus && model.currentPosition < 0) {
+            model.selectFirstInView();
         }
     }
     Keys.onPressed: event => {
@@ -101,7 +103,7 @@ T.Control {
     }
 
     Connections {
-        target: grid.library
+        target: grid.model
 
         function onScrollRequested(viewTop: real) {
             wheel.stop();
@@ -120,7 +122,7 @@ T.Control {
         objectName: "cards"
         anchors.fill: parent
         contentWidth: width
-        contentHeight: grid.library.contentHeight
+        contentHeight: grid.model.contentHeight
         boundsBehavior: Flickable.StopAtBounds
         flickableDirection: Flickable.VerticalFlick
         maximumFlickVelocity: 6000
@@ -153,7 +155,7 @@ T.Control {
         }
 
         Repeater {
-            model: grid.library.days
+            model: grid.model.days
             delegate: DayHeading {
                 required property string title
                 required property rect area
@@ -170,7 +172,7 @@ T.Control {
         Repeater {
             id: cards
 
-            model: grid.library.cards
+            model: grid.model.cards
             // Recycled: shows different clips in different places while the view scrolls.
             delegate: ClipCard {
                 required property int position
@@ -191,16 +193,16 @@ T.Control {
                 y: area.y
                 width: area.width
                 height: area.height
-                isCacheOnly: grid.library.isScrollingFast
-                isCurrent: grid.showsCurrent && position >= 0 && position === grid.library.currentPosition
+                isCacheOnly: grid.model.isScrollingFast
+                isCurrent: grid.showsCurrent && position >= 0 && position === grid.model.currentPosition
                 onOpenRequested: {
-                    grid.library.select(position);
+                    grid.model.select(position);
                     grid.forceActiveFocus(Qt.MouseFocusReason);
-                    Navigation.openClip(path);
+                    grid.openRequested(path);
                 }
                 onDeleteRequested: grid.deleteRequested(path, title)
                 onMenuOpened: {
-                    grid.library.select(position);
+                    grid.model.select(position);
                     grid.forceActiveFocus(internal.isByKeyboard ? Qt.OtherFocusReason : Qt.MouseFocusReason);
                 }
             }

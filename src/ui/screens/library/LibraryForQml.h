@@ -23,14 +23,14 @@ struct VisibleCardsForQml {
     Q_GADGET
     QML_FOREIGN(quelto::VisibleCards)
     QML_NAMED_ELEMENT(VisibleCards)
-    QML_UNCREATABLE("Owned by LibraryModel")
+    QML_UNCREATABLE("Owned by CardGridModel")
 };
 
 struct VisibleDaysForQml {
     Q_GADGET
     QML_FOREIGN(quelto::VisibleDays)
     QML_NAMED_ELEMENT(VisibleDays)
-    QML_UNCREATABLE("Owned by LibraryModel")
+    QML_UNCREATABLE("Owned by CardGridModel")
 };
 
 /// The queues on which a large library is arranged. Without an instance, it is arranged on the main thread.

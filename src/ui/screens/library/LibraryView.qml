@@ -106,7 +106,8 @@ FocusScope {
                 anchors.fill: parent
                 visible: clips.count > 0
                 focus: true
-                library: clips
+                model: clips
+                onOpenRequested: path => Navigation.openClip(path)
                 onDeleteRequested: (path, title) => view.askToDelete(path, title)
             }
 
