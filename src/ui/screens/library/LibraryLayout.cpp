@@ -46,6 +46,25 @@ LibraryLayout::Grid LibraryLayout::makeGrid(bool tall, qsizetype count, qreal to
             .ratio = limits.ratio};
 }
 
+void LibraryLayout::appendGrid(bool tall, qsizetype count, qreal top)
+{
+    m_grids.append(makeGrid(tall, count, top));
+    m_cardCount += count;
+}
+
+LibraryLayout LibraryLayout::ofWideCards(qsizetype count, qreal width, qreal cardTextHeight)
+{
+    LibraryLayout layout;
+    layout.m_style = Style::WideCards;
+    layout.m_width = width;
+    layout.m_cardTextHeight = cardTextHeight;
+    if (count > 0) {
+        layout.appendGrid(false, count, SectionSpacing);
+        layout.m_height = layout.m_grids.last().bottom() + Margin;
+    }
+    return layout;
+}
+
 LibraryLayout::LibraryLayout(const QList<DayCards>& days, qreal width, qreal cardTextHeight)
     : m_width(width)
     , m_cardTextHeight(cardTextHeight)
@@ -59,8 +78,7 @@ LibraryLayout::LibraryLayout(const QList<DayCards>& days, qreal width, qreal car
         top += TitleHeight;
         for (const bool tall : {true, false}) {
             if (const auto count = tall ? day.tall : day.wide; count > 0) {
-                m_grids.append(makeGrid(tall, count, top + SectionSpacing));
-                m_cardCount += count;
+                appendGrid(tall, count, top + SectionSpacing);
                 top = m_grids.last().bottom();
             }
         }
@@ -127,18 +145,23 @@ LibraryLayout::Range LibraryLayout::dayTitlesBetween(qreal top, qreal bottom) co
 
 qsizetype LibraryLayout::maxCardsIn(qreal viewportHeight) const
 {
-    qsizetype maximum = 0;
-    for (const bool tall : {true, false}) {
-        const auto grid = makeGrid(tall, 1, 0);
-        const auto rows = static_cast<qsizetype>(std::ceil(viewportHeight / (grid.cardHeight + Spacing))) + 1;
-        maximum = std::max(maximum, rows * grid.columns);
+    const auto maxIn = [&](const Grid& grid) {
+        return (static_cast<qsizetype>(std::ceil(viewportHeight / (grid.cardHeight + Spacing))) + 1) * grid.columns;
+    };
+    const auto wide = maxIn(makeGrid(false, 1, 0));
+    if (m_style == Style::WideCards) {
+        return wide;
     }
+    const auto tallGrid = makeGrid(true, 1, 0);
     // Two grids that meet in the viewport can intersect one row more than a single grid.
-    return maximum + makeGrid(true, 1, 0).columns;
+    return std::max(maxIn(tallGrid), wide) + tallGrid.columns;
 }
 
 qsizetype LibraryLayout::maxDayTitlesIn(qreal viewportHeight) const
 {
+    if (m_style == Style::WideCards) {
+        return 0;
+    }
     const auto minCardHeight = makeGrid(false, 1, 0).cardHeight;
     return static_cast<qsizetype>(
                std::ceil(viewportHeight / (TitleHeight + SectionSpacing + minCardHeight + DaySpacing))) +

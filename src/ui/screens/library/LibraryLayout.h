@@ -14,8 +14,9 @@ struct DayCards {
     bool operator==(const DayCards&) const = default;
 };
 
-/// Computes the rectangle of every card without creating items: below each day title a grid of upright clips and a grid
-/// of wide clips. Card indexes run through all days, in each day the upright clips first.
+/// Computes the rectangle of every card without creating items. Either there is a grid of upright clips and a grid of
+/// wide clips below each day title; card indexes then run through all days, in each day the upright clips first. Or all
+/// cards are wide, in one grid without a title.
 ///
 /// Units: logical pixels from the top left of the scrollable content, rounded to integers for sharp edges.
 class LibraryLayout {
@@ -33,6 +34,7 @@ public:
     LibraryLayout() = default;
     /// cardTextHeight: the height of the text block below a card's picture.
     LibraryLayout(const QList<DayCards>& days, qreal width, qreal cardTextHeight);
+    static LibraryLayout ofWideCards(qsizetype count, qreal width, qreal cardTextHeight);
 
     qsizetype cardCount() const { return m_cardCount; }
     qsizetype dayCount() const { return m_days.size(); }
@@ -68,15 +70,19 @@ private:
         qreal bottom() const;
     };
 
+    enum class Style { Days, WideCards };
+
     struct Row {
         qsizetype grid = 0;
         qsizetype row = 0;
     };
 
     Grid makeGrid(bool tall, qsizetype count, qreal top) const;
+    void appendGrid(bool tall, qsizetype count, qreal top);
     qsizetype gridContaining(qsizetype card) const;
     qsizetype nearestInRow(Row row, qreal x) const;
 
+    Style m_style = Style::Days;
     QList<Grid> m_grids;
     QList<qreal> m_days;
     qreal m_width = 0;

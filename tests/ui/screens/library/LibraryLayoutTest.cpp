@@ -141,6 +141,37 @@ TEST(LibraryLayout, FindsTheVisibleCardsWithinTheMaximum)
     }
 }
 
+TEST(LibraryLayout, LaysOutWideCardsInOneGridWithoutATitle)
+{
+    const auto layout = LibraryLayout::ofWideCards(7, 1000, TextHeight);
+    EXPECT_EQ(layout.cardCount(), 7);
+    EXPECT_EQ(layout.dayCount(), 0);
+    EXPECT_EQ(layout.card(0), QRectF(28, 14, 304, 171 + TextHeight));
+    EXPECT_EQ(layout.card(2), QRectF(28 + 2 * 320, 14, 304, 171 + TextHeight));
+    EXPECT_EQ(layout.card(3), QRectF(28, 14 + 171 + TextHeight + 16, 304, 171 + TextHeight));
+    EXPECT_DOUBLE_EQ(layout.ratio(6), 16.0 / 9);
+    EXPECT_EQ(layout.height(), layout.card(6).bottom() + 28);
+    EXPECT_EQ(layout.neighbour(1, Step::Down, 500), 4);
+    EXPECT_EQ(layout.dayTitlesBetween(0, 500), LibraryLayout::Range{});
+    EXPECT_EQ(LibraryLayout::ofWideCards(0, 1000, TextHeight).height(), 0);
+}
+
+TEST(LibraryLayout, FindsTheVisibleWideCardsWithinATightMaximum)
+{
+    const auto layout = LibraryLayout::ofWideCards(200, 1000, TextHeight);
+    for (const qreal height : {1.0, 300.0, 700.0}) {
+        qsizetype most = 0;
+        for (qreal top = -100; top < layout.height(); ++top) {
+            const auto range = layout.cardsBetween(top, top + height);
+            ASSERT_EQ(range, visibleCards(layout, top, top + height)) << top << " " << height;
+            most = std::max(most, range.end - range.first);
+        }
+        EXPECT_GE(layout.maxCardsIn(height), most) << height;
+        EXPECT_LE(layout.maxCardsIn(height), most + 3) << "no more than one row too many, at " << height;
+        EXPECT_EQ(layout.maxDayTitlesIn(height), 0);
+    }
+}
+
 class Neighbours : public testing::Test {
 protected:
     // At a width of 1000: five columns of upright cards, three of wide ones.
