@@ -7,23 +7,34 @@ import Quelto.Library
 import Quelto.Shared
 
 // Cards of clips, below the titles of their days if the model has any. Only visible cards exist. It is one tab stop; the
-// arrow keys move the current card.
+// arrow keys move the current card. In a selectable grid, Space and a click select a clip or take it back.
 T.Control {
     id: grid
 
     required property CardGridModel model
+    property bool isSelectable: false
+    // Whether any clip is selected. Delete is then about the selection.
+    property bool hasSelection: false
     readonly property bool showsCurrent: activeFocus && (internal.isByKeyboard || visualFocus)
     readonly property alias contentY: flick.contentY
     readonly property alias contentHeight: flick.contentHeight
 
     signal openRequested(string path)
     signal deleteRequested(string path, string title)
+    signal toggleRequested(string path)
+    signal selectAllRequested
+    signal selectionDeleteRequested
 
     // The menu bar's "copy" calls this on the item that has the focus.
     function copy() {
         if (grid.model.currentPath !== "") {
             ClipCommands.copy(grid.model.currentPath);
         }
+    }
+
+    // The same for "select all".
+    function selectAll() {
+        grid.selectAllRequested();
     }
 
     function currentCard(): ClipCard {
@@ -53,13 +64,26 @@ T.Control {
         if (grid.model.moveCurrent(key)) {
             return true;
         }
-        if (path === "" || isHeld) {
+        if (isHeld) {
+            return false;
+        }
+        if (key === Qt.Key_Delete && grid.hasSelection) {
+            grid.selectionDeleteRequested();
+            return true;
+        }
+        if (path === "") {
             return false;
         }
         switch (key) {
+        case Qt.Key_Space:
+            if (grid.isSelectable) {
+                grid.toggleRequested(path);
+            } else {
+                grid.openRequested(path);
+            }
+            return true;
         case Qt.Key_Return:
         case Qt.Key_Enter:
-        case Qt.Key_Space:
             grid.openRequested(path);
             return true;
         case Qt.Key_Delete:
@@ -187,6 +211,7 @@ T.Control {
                 required score
                 required label
                 required ratio
+                required isSelected
 
                 visible: position >= 0
                 x: area.x
@@ -194,11 +219,17 @@ T.Control {
                 width: area.width
                 height: area.height
                 isCacheOnly: grid.model.isScrollingFast
+                isSelectable: grid.isSelectable
                 isCurrent: grid.showsCurrent && position >= 0 && position === grid.model.currentPosition
                 onOpenRequested: {
                     grid.model.select(position);
                     grid.forceActiveFocus(Qt.MouseFocusReason);
                     grid.openRequested(path);
+                }
+                onToggleRequested: {
+                    grid.model.select(position);
+                    grid.forceActiveFocus(Qt.MouseFocusReason);
+                    grid.toggleRequested(path);
                 }
                 onDeleteRequested: grid.deleteRequested(path, title)
                 onMenuOpened: {

@@ -133,6 +133,12 @@ void CardGridModel::updateLayout()
     updateVisibleRows();
 }
 
+void CardGridModel::updateSelection()
+{
+    m_cards.invalidate();
+    updateVisibleRows();
+}
+
 void CardGridModel::updateVisibleRows()
 {
     if (m_width <= 0 || m_viewHeight <= 0) {
@@ -144,8 +150,10 @@ void CardGridModel::updateVisibleRows()
     m_days.reserve(m_layout.maxDayTitlesIn(bottom - top));
     const auto cards = m_layout.cardsBetween(top, bottom);
     m_cards.show(cards.first, cards.end, [this](qsizetype position) {
-        return VisibleCards::Card{
-            .clip = clipAt(position), .area = m_layout.card(position), .ratio = m_layout.ratio(position)};
+        return VisibleCards::Card{.clip = clipAt(position),
+                                  .area = m_layout.card(position),
+                                  .ratio = m_layout.ratio(position),
+                                  .isSelected = isSelected(clipAt(position))};
     });
     const auto days = m_layout.dayTitlesBetween(top, bottom);
     m_days.show(days.first, days.end, [this](qsizetype position) {

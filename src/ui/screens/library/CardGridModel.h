@@ -87,12 +87,16 @@ protected:
     /// Replaces the clips; `order` has the index in `clips` of each card's clip.
     void showClips(const QList<Clip>& clips, const QList<qsizetype>& order, Scroll scroll);
 
+    /// Shows which clips are selected; called after isSelected has changed.
+    void updateSelection();
+
     const Clip& clipAt(qsizetype position) const { return m_clips.at(m_order.at(position)); }
 
     /// Lays out the clips that were passed to showClips.
     virtual LibraryLayout layoutFor(qreal width, qreal cardTextHeight) const = 0;
     /// The text of one of the layout's day titles.
     virtual QString dayTitleAt(qsizetype /*day*/) const { return {}; }
+    virtual bool isSelected(const Clip& /*clip*/) const { return false; }
 
 private:
     /// A visible card and its distance from the top of the view, to restore the scroll position after a change.

@@ -6,7 +6,8 @@ import Quelto.Library
 import Quelto.Shared
 import Quelto.Theme
 
-// A clip: its thumbnail, and its details below. A click opens it; a drag hands the file to another program.
+// A clip: its thumbnail, and its details below. A click opens it; a drag hands the file to another program. A click on a
+// selectable card selects it or takes it back, and a double click opens it.
 Item {
     id: card
 
@@ -22,6 +23,8 @@ Item {
     property string label: ""
     property real ratio: 16 / 9
     property bool isCacheOnly: false
+    property bool isSelectable: false
+    property bool isSelected: false
     // The keyboard focus of the grid is on this card.
     property bool isCurrent: false
     readonly property bool isHovered: pointer.hovered
@@ -30,6 +33,7 @@ Item {
     readonly property alias textHeight: words.implicitHeight
 
     signal openRequested
+    signal toggleRequested
     signal deleteRequested
     signal menuOpened
 
@@ -47,9 +51,12 @@ Item {
     z: isHovered ? 1 : 0
     Accessible.role: Accessible.ListItem
     Accessible.name: `${title}, ${game}, ${time}, ${size}`
+    Accessible.description: isSelectable ? L10n.T("Tıkla: seç • Çift tıkla: oynat") : ""
+    Accessible.checkable: isSelectable
+    Accessible.checked: isSelected
     Accessible.focusable: true
     Accessible.focused: isCurrent
-    Accessible.onPressAction: openRequested()
+    Accessible.onPressAction: isSelectable ? toggleRequested() : openRequested()
     onPathChanged: {
         const open = menu.item as ClipMenu;
         if (open) {
@@ -97,9 +104,16 @@ Item {
 
     ClipHover {
         anchors.fill: picture
-        visible: card.isHovered
+        visible: card.isHovered && !card.isSelectable
         radius: Theme.radius.card
         reserved: badge.visible ? badge.width + Theme.spacing.overlay : 0
+    }
+
+    Loader {
+        anchors.fill: picture
+        active: card.isSelectable
+        source: "SelectionOverlay.qml"
+        onLoaded: (item as SelectionOverlay).isSelected = Qt.binding(() => card.isSelected)
     }
 
     TierBadge {
@@ -139,8 +153,8 @@ Item {
         anchors.fill: parent
         radius: Theme.radius.card
         color: "transparent"
-        border.width: 1
-        border.color: card.isMarked ? Qt.alpha(Theme.accent, 0.7) : Theme.border
+        border.width: card.isSelected ? 2 : 1
+        border.color: card.isSelected ? Theme.accent : card.isMarked ? Qt.alpha(Theme.accent, 0.7) : Theme.border
 
         Behavior on border.color {
             ColorAnimation {
@@ -155,8 +169,23 @@ Item {
     }
 
     TapHandler {
+        // The clip of the last tap: another one may be shown here by now.
+        property string tappedPath: ""
+
         gesturePolicy: TapHandler.ReleaseWithinBounds
-        onTapped: card.openRequested()
+        onTapped: {
+            if (!card.isSelectable) {
+                card.openRequested();
+                return;
+            }
+            // The second click takes back what the first one did.
+            const isDouble = tapCount === 2 && tappedPath === card.path;
+            tappedPath = card.path;
+            card.toggleRequested();
+            if (isDouble) {
+                card.openRequested();
+            }
+        }
     }
 
     TapHandler {

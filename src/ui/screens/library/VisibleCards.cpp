@@ -22,7 +22,8 @@ VisibleCard visibleCard(const VisibleCards::Card& card, const VisibleCard& previ
             .tier = clip.autoTier ? tagOf(*clip.autoTier) : QString(),
             .score = clip.autoTier ? QVariant(clip.autoScore) : QVariant(),
             .label = clip.autoTier ? labelOf(*clip.autoTier) : QString(),
-            .ratio = card.ratio};
+            .ratio = card.ratio,
+            .isSelected = card.isSelected};
 }
 
 } // namespace
@@ -61,6 +62,8 @@ QVariant VisibleCards::data(const QModelIndex& index, int role) const
         return card.label;
     case RatioRole:
         return card.ratio;
+    case SelectedRole:
+        return card.isSelected;
     default:
         return {};
     }
@@ -68,9 +71,10 @@ QVariant VisibleCards::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> VisibleCards::roleNames() const
 {
-    return {{PositionRole, "position"}, {AreaRole, "area"},   {PathRole, "path"},   {VersionRole, "version"},
-            {TitleRole, "title"},       {GameRole, "game"},   {TimeRole, "time"},   {SizeRole, "size"},
-            {TierRole, "tier"},         {ScoreRole, "score"}, {LabelRole, "label"}, {RatioRole, "ratio"}};
+    return {{PositionRole, "position"},  {AreaRole, "area"},   {PathRole, "path"},   {VersionRole, "version"},
+            {TitleRole, "title"},        {GameRole, "game"},   {TimeRole, "time"},   {SizeRole, "size"},
+            {TierRole, "tier"},          {ScoreRole, "score"}, {LabelRole, "label"}, {RatioRole, "ratio"},
+            {SelectedRole, "isSelected"}};
 }
 
 } // namespace quelto

@@ -24,6 +24,7 @@ struct VisibleCard {
     QVariant score;
     QString label;
     qreal ratio = 1;
+    bool isSelected = false;
 };
 
 /// The model of the cards in the viewport.
@@ -48,12 +49,14 @@ public:
         ScoreRole,
         LabelRole,
         RatioRole,
+        SelectedRole,
     };
 
     struct Card {
         Clip clip;
         QRectF area;
         qreal ratio = 1;
+        bool isSelected = false;
     };
     using CardAt = std::function<Card(qsizetype position)>;
 

@@ -72,17 +72,21 @@ void LibraryScreenFixture::setClipReader(const std::function<ClipPreview(const Q
 
 void LibraryScreenFixture::show(const QString& properties)
 {
+    showItems(QStringLiteral("LibraryView { anchors.fill: parent; focus: true; %1 }").arg(properties));
+}
+
+void LibraryScreenFixture::showItems(const QString& items)
+{
     engine = std::make_unique<QQmlApplicationEngine>();
     engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     engine->addImportPath(QStringLiteral("qrc:/"));
     engine->loadData(
         QStringLiteral("import QtQuick\nimport QtQuick.Templates\nimport Quelto.Library\nimport Quelto.Theme\n"
                        "ApplicationWindow { visible: true; width: %1; height: %2; color: Theme.bg\n"
-                       "Backdrop { anchors.fill: parent }\n"
-                       "LibraryView { anchors.fill: parent; focus: true; %3 } }\n")
+                       "Backdrop { anchors.fill: parent }\n%3 }\n")
             .arg(size.width())
             .arg(size.height())
-            .arg(properties)
+            .arg(items)
             .toUtf8());
     ASSERT_FALSE(engine->rootObjects().isEmpty());
     window = qobject_cast<QQuickWindow*>(engine->rootObjects().first());

@@ -27,6 +27,8 @@ protected:
         const std::function<void(Task)>& work = [](const Task& task) { task(); });
     /// Creates the window with those properties of the LibraryView.
     void show(const QString& properties = {});
+    /// Creates the window with those items in place of a LibraryView.
+    void showItems(const QString& items);
     /// Reads the folder again.
     void reload();
     /// Waits until animations and loading have ended.
