@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.ClipPage
 import Quelto.Controls
+import Quelto.Library
 import Quelto.Player
 import Quelto.Shared
 import Quelto.Theme
@@ -190,7 +191,7 @@ FocusScope {
                     clip: detail
                     onTrimRequested: player.startTrimming()
                     onFrameRequested: detail.saveFrame(player.time)
-                    onDeleteRequested: confirmation.open()
+                    onDeleteRequested: deletion.ask(view.path, detail.title)
                 }
             }
 
@@ -229,15 +230,9 @@ FocusScope {
         onAccepted: title => detail.rename(title)
     }
 
-    ConfirmationDialog {
-        id: confirmation
+    DeleteClipDialog {
+        id: deletion
 
-        title: L10n.T("Klip çöp kutusuna taşınsın mı?")
-        message: L10n.isolated(detail.title)
-        plainMessage: detail.title
-        destructive: true
-        confirmText: L10n.T("Çöp Kutusuna Taşı")
-        cancelText: L10n.T("Vazgeç")
-        onConfirmed: detail.trash()
+        onDeleteRequested: detail.trash()
     }
 }

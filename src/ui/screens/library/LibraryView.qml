@@ -16,13 +16,6 @@ FocusScope {
     // Shows the clips whose names hold no game; `game` is then the word for "Other".
     property bool isOther: false
 
-    function askToDelete(path: string, title: string) {
-        internal.pendingPath = path;
-        confirmation.message = L10n.isolated(title);
-        confirmation.plainMessage = title;
-        confirmation.open();
-    }
-
     // Moves the focus from the search field to the cards. Without cards it stays in the field.
     function leaveSearch(reason: int): bool {
         if (grid.visible) {
@@ -40,8 +33,6 @@ FocusScope {
     QtObject {
         id: internal
 
-        // The clip that the confirmation asks about.
-        property string pendingPath: ""
         // All sizes are final.
         property bool isComplete: false
     }
@@ -108,7 +99,7 @@ FocusScope {
                 focus: true
                 model: clips
                 onOpenRequested: path => Navigation.openClip(path)
-                onDeleteRequested: (path, title) => view.askToDelete(path, title)
+                onDeleteRequested: (path, title) => deletion.ask(path, title)
             }
 
             EmptyLibrary {
@@ -119,13 +110,9 @@ FocusScope {
         }
     }
 
-    ConfirmationDialog {
-        id: confirmation
+    DeleteClipDialog {
+        id: deletion
 
-        title: L10n.T("Klip çöp kutusuna taşınsın mı?")
-        destructive: true
-        confirmText: L10n.T("Çöp Kutusuna Taşı")
-        cancelText: L10n.T("Vazgeç")
-        onConfirmed: ClipCommands.trash(internal.pendingPath)
+        onDeleteRequested: path => ClipCommands.trash(path)
     }
 }
