@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Layouts
 import Quelto.Controls
 import Quelto.Theme
 
-// The text and the two buttons of a ConfirmationDialog.
+// The text and the buttons of a ConfirmationDialog.
 Column {
     id: body
 
@@ -12,11 +13,24 @@ Column {
     required property string message
     required property string plainMessage
     required property string confirmText
+    // Empty for no second action.
+    required property string alternativeText
     required property string cancelText
     required property bool destructive
     required property bool isAsking
+    readonly property real rowWidth: cancel.implicitWidth + confirm.implicitWidth + buttons.columnSpacing
+                                     + (alternative.visible ? alternative.implicitWidth + buttons.columnSpacing : 0)
+    // Buttons that are too long for one row are below each other.
+    readonly property bool isStacked: rowWidth > width
 
-    signal answered(bool yes)
+    enum Answer {
+        None,
+        Cancel,
+        Alternative,
+        Confirm
+    }
+
+    signal answered(int answer)
 
     spacing: Theme.spacing.stack
     Accessible.role: Accessible.Dialog
@@ -49,29 +63,59 @@ Column {
         font.pixelSize: Theme.fontSize.body
     }
 
-    Row {
-        anchors.right: parent.right
-        topPadding: Theme.spacing.stack
-        spacing: Theme.spacing.stack
+    Item {
+        width: parent.width
+        implicitHeight: buttons.height + Theme.spacing.stack
 
-        AccentButton {
-            id: cancel
+        GridLayout {
+            id: buttons
 
-            filled: false
-            compact: true
-            text: body.cancelText
-            KeyNavigation.right: confirm
-            onClicked: body.answered(false)
-        }
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            width: body.isStacked ? parent.width : implicitWidth
+            rowSpacing: Theme.spacing.row
+            columnSpacing: Theme.spacing.stack
 
-        AccentButton {
-            id: confirm
+            AccentButton {
+                id: cancel
 
-            compact: true
-            destructive: body.destructive
-            text: body.confirmText
-            KeyNavigation.left: cancel
-            onClicked: body.answered(true)
+                Layout.row: body.isStacked ? 2 : 0
+                Layout.column: 0
+                Layout.fillWidth: body.isStacked
+                filled: false
+                compact: true
+                text: body.cancelText
+                KeyNavigation.right: alternative
+                KeyNavigation.up: confirm
+                onClicked: body.answered(ConfirmationContent.Cancel)
+            }
+
+            AccentButton {
+                id: alternative
+
+                Layout.row: 0
+                Layout.column: body.isStacked ? 0 : 1
+                Layout.fillWidth: body.isStacked
+                visible: text !== ""
+                filled: false
+                compact: true
+                text: body.alternativeText
+                KeyNavigation.right: confirm
+                onClicked: body.answered(ConfirmationContent.Alternative)
+            }
+
+            AccentButton {
+                id: confirm
+
+                Layout.row: body.isStacked ? 1 : 0
+                Layout.column: body.isStacked ? 0 : 2
+                Layout.fillWidth: body.isStacked
+                compact: true
+                destructive: body.destructive
+                text: body.confirmText
+                KeyNavigation.up: alternative
+                onClicked: body.answered(ConfirmationContent.Confirm)
+            }
         }
     }
 }

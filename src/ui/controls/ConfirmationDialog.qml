@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
 
-// A modal question before an action. The cancel button has the initial focus. Escape and any other way to close the
+// A modal question before an action, or between two actions. The cancel button has the initial focus. Escape and any other way to close the
 // dialog only dismiss it, which is no answer.
 ThemedDialog {
     id: dialog
@@ -11,23 +11,30 @@ ThemedDialog {
     required property string title
     required property string confirmText
     required property string cancelText
+    property string alternativeText: ""
     property string message: ""
     // For screen readers, where `message` has characters that are only for drawing.
     property string plainMessage: message
     property bool destructive: false
 
     signal confirmed
+    signal alternativeChosen
     signal cancelled
     signal dismissed
 
-    onAboutToShow: internal.isAnswered = false
-    onClosed: !internal.isAnswered ? dismissed() : internal.isConfirmed ? confirmed() : cancelled()
+    onAboutToShow: internal.answer = ConfirmationContent.None
+    onClosed: internal.signals[internal.answer]()
 
     QtObject {
         id: internal
 
-        property bool isAnswered: false
-        property bool isConfirmed: false
+        property int answer: ConfirmationContent.None
+        readonly property var signals: ({
+                [ConfirmationContent.None]: dialog.dismissed,
+                [ConfirmationContent.Cancel]: dialog.cancelled,
+                [ConfirmationContent.Alternative]: dialog.alternativeChosen,
+                [ConfirmationContent.Confirm]: dialog.confirmed
+            })
     }
 
     contentItem: ConfirmationContent {
@@ -36,12 +43,12 @@ ThemedDialog {
         message: dialog.message
         plainMessage: dialog.plainMessage
         confirmText: dialog.confirmText
+        alternativeText: dialog.alternativeText
         cancelText: dialog.cancelText
         destructive: dialog.destructive
         isAsking: dialog.opened
-        onAnswered: yes => {
-            internal.isAnswered = true;
-            internal.isConfirmed = yes;
+        onAnswered: answer => {
+            internal.answer = answer;
             dialog.close();
         }
     }

@@ -131,6 +131,76 @@ TEST_F(ConfirmationDialog, FitsANarrowWindow)
     EXPECT_GE(button("Vazgeç")->mapToScene({0, 0}).x(), 20);
 }
 
+class ConfirmationWithAlternative : public test::QmlFixture {
+protected:
+    void ask(const QString& alternative)
+    {
+        show(QStringLiteral("property var answers: []\n"
+                            "ConfirmationDialog { objectName: 'dialog'; visible: true; title: 'Silinsin mi?'\n"
+                            "alternativeText: '%1'; confirmText: 'Sil'; cancelText: 'Vazgeç'; destructive: true\n"
+                            "onConfirmed: answers.push('yes'); onAlternativeChosen: answers.push('other')\n"
+                            "onCancelled: answers.push('no'); onDismissed: answers.push('none') }")
+                 .arg(alternative),
+             {700, 480});
+        ASSERT_TRUE(QTest::qWaitFor([&] { return read(QStringLiteral("dialog"), "opened").toBool(); }));
+        window->grabWindow();
+    }
+    QStringList answers() const { return window->property("answers").toStringList(); }
+    QQuickItem* button(const QString& label) const { return text(label)->parentItem()->parentItem(); }
+    QRectF placeOf(const QString& label) const { return test::placeOf(button(label)); }
+
+    const QString brief = QStringLiteral("Gizle");
+    const QString lengthy = QStringLiteral("Sadece bu maçın özetini sil (klipler klasörde kalır)");
+    const QString confirm = QStringLiteral("Sil");
+    const QString cancel = QStringLiteral("Vazgeç");
+};
+
+TEST_F(ConfirmationWithAlternative, ShortButtonsShareOneRow)
+{
+    ask(brief);
+    EXPECT_EQ(placeOf(brief).top(), placeOf(cancel).top());
+    EXPECT_EQ(placeOf(confirm).top(), placeOf(cancel).top());
+    EXPECT_GT(placeOf(brief).left(), placeOf(cancel).right());
+    EXPECT_GT(placeOf(confirm).left(), placeOf(brief).right());
+}
+
+TEST_F(ConfirmationWithAlternative, LongButtonsAreBelowEachOtherInFullWidth)
+{
+    ask(lengthy);
+    EXPECT_GT(placeOf(confirm).top(), placeOf(lengthy).bottom());
+    EXPECT_GT(placeOf(cancel).top(), placeOf(confirm).bottom());
+    EXPECT_EQ(placeOf(confirm).width(), placeOf(lengthy).width());
+    EXPECT_EQ(placeOf(cancel).width(), placeOf(lengthy).width());
+    EXPECT_EQ(placeOf(lengthy).left(), placeOf(cancel).left());
+    EXPECT_FALSE(text(lengthy)->property("truncated").toBool());
+}
+
+TEST_F(ConfirmationWithAlternative, CancelHasTheFocusAndArrowsReachEveryButton)
+{
+    ask(lengthy);
+    EXPECT_EQ(focused(), button(cancel));
+    press(Qt::Key_Up);
+    EXPECT_EQ(focused(), button(confirm));
+    press(Qt::Key_Up);
+    EXPECT_EQ(focused(), button(lengthy));
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_EQ(focused(), button(cancel));
+}
+
+TEST_F(ConfirmationWithAlternative, EachButtonGivesItsAnswer)
+{
+    ask(brief);
+    for (const auto& label : {brief, confirm, cancel}) {
+        click(button(label));
+        QMetaObject::invokeMethod(object(QStringLiteral("dialog")), "open");
+    }
+    press(Qt::Key_Escape);
+    EXPECT_EQ(
+        answers(),
+        QStringList({QStringLiteral("other"), QStringLiteral("yes"), QStringLiteral("no"), QStringLiteral("none")}));
+}
+
 class ThemedToolTip : public test::QmlFixture {
 protected:
     bool isShown(const QString& words) const { return text(words) != nullptr; }
