@@ -13,6 +13,7 @@
 #include "ui/player/ClipPlayer.h"
 #include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
+#include "ui/screens/match/MatchPageForQml.h"
 #include "ui/screens/review/ReviewForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
@@ -193,6 +194,7 @@ void ApplicationController::buildWindow()
                                                               .commands = m_clipCommands,
                                                               .settings = m_settings,
                                                               .navigation = m_navigation});
+    MatchPageForQml::instance.emplace(MatchRecap::Dependencies{.tracker = m_matches, .clips = m_matchClips});
     ReviewForQml::instance.emplace(
         MatchReview::Dependencies{.tracker = m_matches, .clips = m_matchClips, .navigation = m_navigation});
     preparePlayback();

@@ -201,6 +201,7 @@ void MatchTracker::renameClip(const QString& from, const QString& to)
         }
         return place >= 0;
     };
+    Q_EMIT clipRenamed(from, to);
     if (m_current && rename(m_current->clips)) {
         Q_EMIT currentChanged();
     }

@@ -77,6 +77,8 @@ Q_SIGNALS:
     /// Emitted also when the store is loaded.
     void sessionsChanged();
     void currentChanged();
+    /// Emitted before the signals about the match of the clip.
+    void clipRenamed(const QString& from, const QString& to);
     /// A match with clips ended and is stored.
     void matchOver(const quelto::MatchNotification& notification);
     /// Emitted before the match is removed, so that a screen that shows it can close.

@@ -10,34 +10,28 @@ FocusScope {
 
     readonly property var pageFiles: ({
             [Pages.Library]: "qrc:/Quelto/Library/LibraryView.qml",
-            [Pages.Match]: "MatchesPage.qml",
+            [Pages.Match]: "qrc:/Quelto/MatchPage/MatchSummaryView.qml",
             [Pages.Review]: "qrc:/Quelto/Review/ReviewView.qml",
             [Pages.Settings]: "SettingsPage.qml",
             [Pages.Matches]: "MatchesPage.qml"
         })
 
-    function stateOfPage(): var {
-        switch (Navigation.pageKind) {
-        case Pages.Library:
-            return {
+    // Creates a new page. A change from one game to another is a new page too.
+    function renew() {
+        const match = {
+            matchId: Navigation.matchId
+        };
+        const states = {
+            [Pages.Library]: {
                 hasGame: Navigation.hasGame,
                 game: Navigation.game,
                 isOther: Navigation.isOther
-            };
-        case Pages.Match:
-        case Pages.Review:
-            return {
-                matchId: Navigation.matchId
-            };
-        default:
-            return {};
-        }
-    }
-
-    // Creates a new page. A change from one game to another is a new page too.
-    function renew() {
+            },
+            [Pages.Match]: match,
+            [Pages.Review]: match
+        };
         page.setSource("");
-        page.setSource(pageFiles[Navigation.pageKind], stateOfPage());
+        page.setSource(pageFiles[Navigation.pageKind], states[Navigation.pageKind] ?? {});
     }
 
     // Creates a new page for the open clip.

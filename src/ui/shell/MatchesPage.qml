@@ -6,8 +6,6 @@ import Quelto.Shell
 
 // The list of matches. Not implemented yet.
 PlaceholderPage {
-    property string matchId: ""
-
     symbol: "flag.checkered"
     title: L10n.T("Maç Özetleri")
     text: L10n.T("Bu sayfa bir sonraki sürümde geliyor.")

@@ -6,6 +6,7 @@
 #include "ui/player/ClipPlayer.h"
 #include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
+#include "ui/screens/match/MatchPageForQml.h"
 #include "ui/screens/review/ReviewForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
@@ -18,6 +19,7 @@ Q_IMPORT_QML_PLUGIN(Quelto_IconsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ClipPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_LibraryPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_MatchPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_MatchesPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_PlayerPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ReviewPlugin)
@@ -59,6 +61,7 @@ void ShellFixture::SetUp()
                                    .store = MatchStore(folder.filePath(QStringLiteral("matches.json")))});
     matchClips = std::make_unique<MatchClips>(
         MatchClips::Dependencies{.tracker = *matches, .library = *library, .main = main, .work = main});
+    MatchPageForQml::instance.emplace(MatchRecap::Dependencies{.tracker = *matches, .clips = *matchClips});
     navigation = std::make_unique<Navigation>(main);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
     clipCommands = std::make_unique<ClipCommands>(
