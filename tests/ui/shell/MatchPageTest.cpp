@@ -295,6 +295,52 @@ TEST_F(MatchPageTest, NextMatchIsANewPage)
     EXPECT_EQ(selectedCount(), 0);
 }
 
+class MatchPageInALowWindow : public MatchPageTest {
+protected:
+    void SetUp() override
+    {
+        MatchPageTest::SetUp();
+        window->setMinimumSize({});
+        window->resize(683, 384);
+        open(playMany(30));
+        grid = test::firstVisible(window, [](const QQuickItem* each) { return each->objectName() == u"cards"; });
+        ASSERT_NE(grid, nullptr);
+    }
+    bool isInView(const QQuickItem* found) const { return QRectF({}, window->size()).contains(test::placeOf(found)); }
+    qreal contentY() const { return grid->property("contentY").toReal(); }
+
+    QQuickItem* grid = nullptr;
+};
+
+TEST_F(MatchPageInALowWindow, ScrollsAsAWhole)
+{
+    EXPECT_EQ(test::placeOf(grid).top(), 0);
+    EXPECT_EQ(focusedName(), QStringLiteral("Klipleri İncele"));
+    EXPECT_GT(test::placeOf(card("Nr 000")).top(), test::placeOf(item(QStringLiteral("Tümünü seç"))).bottom());
+    grid->setProperty("contentY", grid->property("contentHeight").toReal() - grid->height());
+    drawFrame();
+    EXPECT_EQ(cardTitles().last(), QStringLiteral("Nr 029"));
+    EXPECT_EQ(test::placeOf(card("Nr 029")).bottom(), 384 - 28);
+}
+
+TEST_F(MatchPageInALowWindow, KeyboardShowsWhatIsCurrent)
+{
+    grid->parentItem()->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Home);
+    drawFrame();
+    EXPECT_TRUE(isInView(card("Nr 000"))) << contentY();
+    press(Qt::Key_End);
+    drawFrame();
+    EXPECT_TRUE(isInView(card("Nr 029"))) << contentY();
+    auto* const all = item(QStringLiteral("Tümünü seç"));
+    all->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(isInView(all)) << contentY();
+    press(Qt::Key_Delete);
+    press(Qt::Key_Right);
+    EXPECT_TRUE(isInView(all)) << "keys of the head's controls are not for the cards";
+    EXPECT_FALSE(shows(QStringLiteral("Klip çöp kutusuna taşınsın mı?")));
+}
+
 class MatchPageInLanguages : public MatchPageTest, public testing::WithParamInterface<Language> { };
 
 TEST_P(MatchPageInLanguages, FitsTheMinimumWindow)

@@ -5,6 +5,7 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Library
 import Quelto.Shared
+import Quelto.Theme
 
 // Cards of clips, below the titles of their days if the model has any. Only visible cards exist. It is one tab stop; the
 // arrow keys move the current card. In a selectable grid, Space and a click select a clip or take it back.
@@ -15,6 +16,11 @@ T.Control {
     property bool isSelectable: false
     // Whether any clip is selected. Delete is then about the selection.
     property bool hasSelection: false
+    // Room for items of the page that scroll with the cards, above them.
+    property real headHeight: 0
+    readonly property alias headArea: head
+    // Of the cards: negative while the head is in view.
+    readonly property real viewTop: flick.contentY - headHeight
     readonly property bool showsCurrent: activeFocus && (internal.isByKeyboard || visualFocus)
     readonly property alias contentY: flick.contentY
     readonly property alias contentHeight: flick.contentHeight
@@ -112,6 +118,11 @@ T.Control {
         }
     }
     Keys.onPressed: event => {
+        if (!grid.activeFocus) {
+            // From a control of the head.
+            event.accepted = false;
+            return;
+        }
         const isMenuKey = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
         const isPlain = event.modifiers === Qt.NoModifier || event.modifiers === Qt.KeypadModifier;
         internal.isByKeyboard = true;
@@ -132,7 +143,7 @@ T.Control {
         function onScrollRequested(viewTop: real) {
             wheel.stop();
             flick.cancelFlick();
-            flick.contentY = viewTop;
+            flick.contentY = Math.max(0, viewTop + grid.headHeight);
         }
 
         function onCurrentChanged() {
@@ -144,9 +155,25 @@ T.Control {
         id: flick
 
         objectName: "cards"
+
+        readonly property Item focusedItem: Window.activeFocusItem
+
+        // Scrolls until the item is visible, if it is in the head.
+        function reveal(item: Item) {
+            let ancestor = item;
+            while (ancestor && ancestor !== head) {
+                ancestor = ancestor.parent;
+            }
+            if (ancestor) {
+                const start = Math.max(0, item.mapToItem(head, 0, 0).y - Theme.spacing.row);
+                const end = start + item.height + 2 * Theme.spacing.row;
+                contentY = Math.min(Math.max(contentY, end - height), start);
+            }
+        }
+
         anchors.fill: parent
         contentWidth: width
-        contentHeight: grid.model.contentHeight
+        contentHeight: grid.headHeight + grid.model.contentHeight
         boundsBehavior: Flickable.StopAtBounds
         flickableDirection: Flickable.VerticalFlick
         maximumFlickVelocity: 6000
@@ -157,6 +184,7 @@ T.Control {
         Accessible.role: Accessible.List
         Accessible.name: L10n.T("Klipler")
         onMovementStarted: wheel.stop()
+        onFocusedItemChanged: reveal(focusedItem)
 
         T.ScrollBar.vertical: ThemedScrollBar {}
 
@@ -178,6 +206,13 @@ T.Control {
             }
         }
 
+        Item {
+            id: head
+
+            width: flick.width
+            height: grid.headHeight
+        }
+
         Repeater {
             model: grid.model.days
             delegate: DayHeading {
@@ -185,7 +220,7 @@ T.Control {
                 required property rect area
 
                 x: area.x
-                y: area.y
+                y: grid.headHeight + area.y
                 width: area.width
                 height: area.height
                 text: title
@@ -215,7 +250,7 @@ T.Control {
 
                 visible: position >= 0
                 x: area.x
-                y: area.y
+                y: grid.headHeight + area.y
                 width: area.width
                 height: area.height
                 isCacheOnly: grid.model.isScrollingFast

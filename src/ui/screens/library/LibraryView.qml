@@ -44,7 +44,7 @@ FocusScope {
         isOther: view.isOther
         hasGame: view.hasGame
         width: grid.width
-        viewTop: grid.contentY
+        viewTop: grid.viewTop
         // Intermediate sizes would create more cards than fit the view, and read their thumbnails.
         viewHeight: internal.isComplete ? grid.height : 0
         cardTextHeight: pattern.implicitHeight

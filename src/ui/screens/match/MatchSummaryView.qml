@@ -15,6 +15,9 @@ FocusScope {
 
     required property string matchId
     readonly property real topMargin: 38
+    readonly property real smallestGridHeight: 200
+    // In a low window, all of the page scrolls. Otherwise only the cards do.
+    readonly property bool isLow: internal.isComplete && recap.count > 0 && height < head.implicitHeight + smallestGridHeight
 
     focus: true
     Accessible.role: Accessible.Pane
@@ -50,7 +53,7 @@ FocusScope {
 
         matchId: view.matchId
         width: grid.width
-        viewTop: grid.contentY
+        viewTop: grid.viewTop
         // Intermediate sizes would create more cards than fit the view, and read their thumbnails.
         viewHeight: internal.isComplete ? grid.height : 0
         cardTextHeight: pattern.implicitHeight
@@ -65,6 +68,17 @@ FocusScope {
         time: "0"
     }
 
+    states: State {
+        when: view.isLow
+
+        ParentChange {
+            target: head
+            parent: grid.headArea
+            x: 0
+            y: 0
+        }
+    }
+
     EmptyState {
         anchors.centerIn: parent
         visible: recap.isMissing
@@ -72,60 +86,64 @@ FocusScope {
         title: L10n.T("Bu maç özeti bulunamadı.")
     }
 
-    ColumnLayout {
-        anchors.fill: parent
-        anchors.topMargin: view.topMargin
-        spacing: 0
+    Item {
+        id: fixedHead
 
-        MatchHeader {
-            id: header
+        width: view.width
+        height: view.isLow ? 0 : head.implicitHeight
 
-            Layout.fillWidth: true
-            Layout.leftMargin: Theme.spacing.page
-            Layout.rightMargin: Theme.spacing.page
-            match: recap
-            onDeleteRequested: matchDeletion.open()
-        }
+        ColumnLayout {
+            id: head
 
-        ReviewCard {
-            Layout.fillWidth: true
-            Layout.leftMargin: Theme.spacing.page
-            Layout.rightMargin: Theme.spacing.page
-            Layout.topMargin: Theme.spacing.paragraph
-            visible: recap.isFound
-            canReview: recap.count > 0
-            onReviewRequested: Navigation.showReview(view.matchId)
-        }
+            width: parent.width
+            spacing: Theme.spacing.paragraph
 
-        SelectionBar {
-            Layout.fillWidth: true
-            Layout.leftMargin: Theme.spacing.page
-            Layout.rightMargin: Theme.spacing.page
-            Layout.topMargin: Theme.spacing.paragraph
-            visible: recap.isFound
-            match: recap
-            onDeleteRequested: selectionDeletion.open()
-        }
+            MatchHeader {
+                id: header
 
-        Item {
-            Layout.fillWidth: true
-            Layout.fillHeight: true
+                Layout.fillWidth: true
+                Layout.topMargin: view.topMargin
+                Layout.leftMargin: Theme.spacing.page
+                Layout.rightMargin: Theme.spacing.page
+                match: recap
+                onDeleteRequested: matchDeletion.open()
+            }
 
-            CardGrid {
-                id: grid
+            ReviewCard {
+                Layout.fillWidth: true
+                Layout.leftMargin: Theme.spacing.page
+                Layout.rightMargin: Theme.spacing.page
+                visible: recap.isFound
+                canReview: recap.count > 0
+                onReviewRequested: Navigation.showReview(view.matchId)
+            }
 
-                anchors.fill: parent
-                visible: recap.count > 0
-                model: recap
-                isSelectable: true
-                hasSelection: recap.selectedCount > 0
-                onOpenRequested: path => Navigation.openClip(path)
-                onToggleRequested: path => recap.toggle(path)
-                onSelectAllRequested: recap.selectAll()
-                onDeleteRequested: (path, title) => clipDeletion.ask(path, title)
-                onSelectionDeleteRequested: selectionDeletion.open()
+            SelectionBar {
+                Layout.fillWidth: true
+                Layout.leftMargin: Theme.spacing.page
+                Layout.rightMargin: Theme.spacing.page
+                visible: recap.isFound
+                match: recap
+                onDeleteRequested: selectionDeletion.open()
             }
         }
+    }
+
+    CardGrid {
+        id: grid
+
+        anchors.fill: parent
+        anchors.topMargin: fixedHead.height
+        visible: recap.count > 0
+        headHeight: view.isLow ? head.implicitHeight : 0
+        model: recap
+        isSelectable: true
+        hasSelection: recap.selectedCount > 0
+        onOpenRequested: path => Navigation.openClip(path)
+        onToggleRequested: path => recap.toggle(path)
+        onSelectAllRequested: recap.selectAll()
+        onDeleteRequested: (path, title) => clipDeletion.ask(path, title)
+        onSelectionDeleteRequested: selectionDeletion.open()
     }
 
     DeleteClipDialog {
