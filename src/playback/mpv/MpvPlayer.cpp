@@ -12,7 +12,7 @@ namespace quelto {
 
 namespace {
 
-enum Property : std::uint64_t { timePosition = 1, duration, endReached };
+enum Property : std::uint64_t { timePosition = 1, duration, endReached, hasVideo };
 constexpr std::uint64_t SeekReply = 1;
 constexpr std::uint64_t FileReply = 2;
 
@@ -26,6 +26,7 @@ MpvPlayer::MpvPlayer(Dependencies dependencies)
     m_mpv->observe("time-pos", MPV_FORMAT_DOUBLE, Property::timePosition);
     m_mpv->observe("duration", MPV_FORMAT_DOUBLE, Property::duration);
     m_mpv->observe("eof-reached", MPV_FORMAT_FLAG, Property::endReached);
+    m_mpv->observe("vo-configured", MPV_FORMAT_FLAG, Property::hasVideo);
 }
 
 MpvPlayer::~MpvPlayer()
@@ -47,7 +48,8 @@ void MpvPlayer::open(const QString& path)
 void MpvPlayer::close()
 {
     forgetFile();
-    setBlank(true);
+    m_isBlank = true;
+    Q_EMIT pictureOutdated();
     requestFile();
 }
 
@@ -149,16 +151,10 @@ void MpvPlayer::setOutputLost()
 void MpvPlayer::openingEnded()
 {
     m_isOpening = false;
-    setBlank(false);
-    Q_EMIT changed();
-}
-
-void MpvPlayer::setBlank(bool isBlank)
-{
-    if (isBlank != m_isBlank) {
-        m_isBlank = isBlank;
-        Q_EMIT blankChanged();
+    if (std::exchange(m_isBlank, false)) {
+        Q_EMIT pictureOutdated();
     }
+    Q_EMIT changed();
 }
 
 void MpvPlayer::readFrameTimes()
@@ -284,7 +280,17 @@ void MpvPlayer::commandEnded(const mpv_event& reply)
 void MpvPlayer::propertyChanged(const mpv_event& event)
 {
     const auto& property = *static_cast<const mpv_event_property*>(event.data);
-    if (property.format == MPV_FORMAT_NONE || !m_isLoaded) {
+    if (property.format == MPV_FORMAT_NONE) {
+        return;
+    }
+    if (event.reply_userdata == Property::hasVideo) {
+        // libmpv draws black after a file that cannot be played, and reports no new picture.
+        if (*static_cast<const int*>(property.data) == 0 && !m_isOpening) {
+            Q_EMIT pictureOutdated();
+        }
+        return;
+    }
+    if (!m_isLoaded) {
         return;
     }
     switch (event.reply_userdata) {

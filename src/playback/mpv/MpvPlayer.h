@@ -48,7 +48,8 @@ public:
     bool isBlank() const { return m_isBlank; }
 
 Q_SIGNALS:
-    void blankChanged();
+    /// The output must draw again: its picture is of an earlier file.
+    void pictureOutdated();
 
 private:
     void takeEvents();
@@ -62,7 +63,6 @@ private:
     void requestFile();
     void applyRate();
     void openingEnded();
-    void setBlank(bool isBlank);
     void readFrameTimes();
     void setFrames(FrameTimes frames);
     void startSeek();

@@ -27,12 +27,12 @@ void VideoSurface::setPlayer(MpvPlayer* player)
     if (m_player) {
         m_player->setOutputLost();
     }
-    disconnect(m_blankChanges);
+    disconnect(m_outdating);
     m_player = player;
     m_isPlayerNew = true;
     if (player != nullptr) {
-        m_blankChanges = connect(player, &MpvPlayer::blankChanged, this, [this] {
-            m_isPictureOld = true;
+        m_outdating = connect(player, &MpvPlayer::pictureOutdated, this, [this] {
+            m_isPictureOutdated = true;
             update();
         });
     }
@@ -62,7 +62,7 @@ QSGNode* VideoSurface::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*
 
 void VideoSurface::showPicture(VideoNode& node, const MpvPlayer& player)
 {
-    if (std::exchange(m_isPictureOld, false)) {
+    if (std::exchange(m_isPictureOutdated, false)) {
         node.discard();
     }
     if (player.isBlank()) {

@@ -37,10 +37,9 @@ private:
 
     const std::shared_ptr<ItemTasks> m_tasks;
     QPointer<MpvPlayer> m_player;
-    QMetaObject::Connection m_blankChanges;
+    QMetaObject::Connection m_outdating;
     bool m_isPlayerNew = false;
-    /// The output's picture is the one of an earlier file.
-    bool m_isPictureOld = false;
+    bool m_isPictureOutdated = false;
 };
 
 } // namespace quelto
