@@ -76,11 +76,14 @@ void MpvPlayer::requestFile()
     }
     const bool isWanted = !m_path.isEmpty() && m_isOutputReady && !m_isRequested;
     if (std::exchange(m_hasEarlierFile, false)) {
-        m_isRequestPending = m_mpv->command({"stop"}, isWanted ? 0 : FileReply);
+        m_mpv->command({"stop"});
+        m_isRequestPending = m_mpv->command({"set", "vf", ""}, isWanted ? 0 : FileReply);
     }
     if (isWanted) {
         m_isRequested = true;
-        m_mpv->command({"set", "vf", m_frames.hasPauses() ? RepeatedFrames::filter() : QByteArray()});
+        if (m_frames.hasPauses()) {
+            m_mpv->command({"set", "vf", RepeatedFrames::filter()});
+        }
         applyRate();
         m_isRequestPending = m_mpv->command({"loadfile", ClipStream::addressOf(m_path)}, FileReply);
     }

@@ -46,6 +46,58 @@ TEST_F(MpvPlayerTest, ClipThatIsAsLongAsTheOneBeforeHasADuration)
     }
 }
 
+TEST_F(MpvPlayerTest, LatestOfManyClipsIsShown)
+{
+    const QStringList paths{makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 1}),
+                            makeClip(clips, QStringLiteral("b.mp4"), {.seconds = 2, .firstNumber = 200})};
+    player->open(paths.at(1));
+    ASSERT_TRUE(isOpen(2));
+    // More than libmpv takes commands at a time.
+    for (int i = 0; i < 1000; ++i) {
+        player->open(paths.at(i % 2));
+        player->play(1);
+    }
+    EXPECT_TRUE(player->isOpening());
+    EXPECT_TRUE(isOpen(2));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return player->position() > 0.3; }));
+    EXPECT_GE(shown(), 200);
+    EXPECT_FALSE(player->isOpening());
+}
+
+TEST_F(MpvPlayerTest, NothingOfAnEarlierClipIsTakenForTheNext)
+{
+    const auto path = makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 1});
+    std::minstd_rand random(1);
+    for (int i = 0; i < 30; ++i) {
+        player->open(path);
+        player->play(4);
+        QTest::qWait(static_cast<int>(random() % 300));
+        player->open(QStringLiteral("/missing.mp4"));
+        player->play(4);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !player->isOpening(); }));
+        EXPECT_EQ(player->duration(), std::nullopt);
+        EXPECT_EQ(player->position(), 0);
+        EXPECT_EQ(player->rate(), 4);
+    }
+}
+
+TEST_F(MpvPlayerTest, ClosedFileIsNotOpenedLater)
+{
+    const auto path = makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 1});
+    for (int i = 0; i < 10; ++i) {
+        player->open(path);
+        player->close();
+        EXPECT_FALSE(player->isOpening());
+    }
+    player->open(path);
+    EXPECT_TRUE(isOpen(1));
+    player->open(path);
+    player->close();
+    // The output turns black.
+    EXPECT_TRUE(isShown(-1));
+    EXPECT_EQ(player->duration(), std::nullopt);
+}
+
 TEST_F(MpvPlayerTest, LatestOfManySeeksIsShown)
 {
     player->open(makeClip(clips, QStringLiteral("a.mp4"), {.seconds = 3}));

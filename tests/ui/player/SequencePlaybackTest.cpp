@@ -57,15 +57,20 @@ protected:
         return makeClip(clips, QStringLiteral("%1.mp4").arg(number),
                         {.size = {640, 360}, .seconds = seconds, .firstNumber = number * NumbersOfAClip});
     }
-    /// Draws the next picture of the window, and reads the number in it.
-    int nextFrame() const
+    /// Of the video in the window.
+    QRect place() const
     {
         const auto* video =
             firstVisible(window, [](const QQuickItem* each) { return each->inherits("quelto::VideoSurface"); });
-        auto place = video->mapRectToScene(video->boundingRect()).toRect();
+        return video->mapRectToScene(video->boundingRect()).toRect();
+    }
+    /// Draws the next picture of the window, and reads the number in it.
+    int nextFrame() const
+    {
+        auto bars = place();
         // Above the disc that marks a pause.
-        place.setHeight(place.height() / 3);
-        return numberOf(window->grabWindow(), place);
+        bars.setHeight(bars.height() / 3);
+        return numberOf(window->grabWindow(), bars);
     }
     bool isShown(int clipNumber)
     {
@@ -249,6 +254,23 @@ TEST_F(SequencePlaybackTest, LastOfManyQuickClipsPlays)
     // And the clip that follows it is open.
     sequence->show(paths.at((Count + 1) % paths.size()));
     EXPECT_EQ(clipOf(nextFrame()), (Count + 1) % paths.size() + 1);
+}
+
+TEST_F(SequencePlaybackTest, ClipChangesInFullScreenToo)
+{
+    const QStringList paths{clip(1), clip(2), clip(3)};
+    play(paths.at(0), paths.at(1));
+    click(itemNamed(window, QStringLiteral("Tam ekran")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return place().width() == window->width(); }));
+    EXPECT_TRUE(isShown(1));
+    sequence->show(paths.at(1));
+    EXPECT_EQ(clipOf(nextFrame()), 2);
+    play(paths.at(1), paths.at(2));
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return place().width() < window->width(); }));
+    EXPECT_TRUE(isShown(2));
+    sequence->show(paths.at(2));
+    EXPECT_EQ(clipOf(nextFrame()), 3);
 }
 
 TEST_F(SequencePlaybackTest, StopReleasesAllFiles)
