@@ -57,7 +57,7 @@ TEST_F(ReviewPicturesTest, ForTheReadme)
     time.settle();
     QTest::qWait(100);
     open(matchOfAll());
-    for (const auto key : {Qt::Key_K, Qt::Key_D, Qt::Key_K}) {
+    for (const auto key : {Qt::Key_K, Qt::Key_D, Qt::Key_K, Qt::Key_K, Qt::Key_D}) {
         press(key);
     }
     show(QStringLiteral("readme-review"));

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/screens/match/MatchRecap.h"
 
-#include "base/language/L10n.h"
 #include "base/language/T.h"
 #include "ui/screens/match/MatchPageForQml.h"
 
@@ -43,7 +42,7 @@ QString MatchRecap::subtitle() const
     if (!m_session) {
         return {};
     }
-    const auto date = L10n::date(m_session->start, QStringLiteral("EEEdMMMHmm"));
+    const auto date = m_session->dateText();
     return isLoaded() ? date + QStringLiteral(" • ") + T("{0} klip", count()) : date;
 }
 
