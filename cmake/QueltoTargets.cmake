@@ -179,3 +179,18 @@ function(quelto_qml_module target)
         endif()
     endforeach()
 endfunction()
+
+# Runs a DESKTOP test of video a second time, because each renderer of Qt draws the video in its own way: first with
+# OpenGL, then in software. Sanitizer builds have no DESKTOP tests.
+function(quelto_test_both_renderers name)
+    if(QUELTO_SANITIZE)
+        return()
+    endif()
+    get_test_property(${name} LABELS labels)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT QSG_RHI_BACKEND=opengl)
+    add_test(NAME ${name}_in_software COMMAND ${CMAKE_SOURCE_DIR}/tools/private-desktop $<TARGET_FILE:${name}>)
+    set_tests_properties(
+        ${name}_in_software
+        PROPERTIES ENVIRONMENT QT_QUICK_BACKEND=software LABELS "${labels}" TIMEOUT 120 COST 100
+    )
+endfunction()

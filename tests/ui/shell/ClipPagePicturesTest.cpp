@@ -93,22 +93,17 @@ TEST_F(ClipPagePicturesTest, FilesThatAreUnusual)
 TEST_F(ClipPagePicturesTest, LanguagesPalettesAndSizes)
 {
     settings.setDiscordLimitMB(0);
-    const std::array<std::tuple<const char*, const char*, QSize>, 5> looks{{
+    const std::array<Look, 5> looks{{
         {"en", "ember", {1240, 900}},
         {"de", "blurple", {1020, 640}},
         {"ru", "ocean", {1020, 640}},
         {"tr", "ember", {683, 384}},
         {"fr", "sunset", {1600, 1000}},
     }};
-    for (const auto& [language, palette, size] : looks) {
-        window->setMinimumSize({});
-        window->resize(size);
-        settings.setLanguage(QLatin1String(language));
-        settings.setColorTheme(QLatin1String(palette));
-        time.settle();
-        QTest::qWait(100);
+    for (const auto& look : looks) {
+        setLook(look);
         open(automatic());
-        show(QStringLiteral("clip-%1-%2").arg(QLatin1String(language), QLatin1String(palette)));
+        show(QStringLiteral("clip-%1-%2").arg(QLatin1String(look.language), QLatin1String(look.palette)));
         navigation->closeClip();
     }
 }

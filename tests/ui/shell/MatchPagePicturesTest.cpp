@@ -79,23 +79,20 @@ TEST_F(MatchPagePicturesTest, LanguagesPalettesAndSizes)
 {
     test::addSceneryClips(settings.saveFolder());
     const auto id = playAll();
-    const std::array<std::tuple<const char*, const char*, QSize>, 5> looks{{
+    const std::array<Look, 5> looks{{
         {"de", "blurple", {1020, 640}},
         {"ru", "ocean", {1020, 640}},
         {"fr", "sunset", {1440, 900}},
         {"tr", "ember", {683, 384}},
         {"ru", "ember", {560, 640}},
     }};
-    for (const auto& [language, palette, size] : looks) {
-        window->setMinimumSize({});
-        window->resize(size);
-        settings.setLanguage(QLatin1String(language));
-        settings.setColorTheme(QLatin1String(palette));
-        time.settle();
-        QTest::qWait(100);
+    for (const auto& look : looks) {
+        setLook(look);
         open(id);
         select(cardTitles().mid(0, 1));
-        show(QStringLiteral("match-%1-%2-%3").arg(QLatin1String(language), QLatin1String(palette)).arg(size.width()));
+        show(QStringLiteral("match-%1-%2-%3")
+                 .arg(QLatin1String(look.language), QLatin1String(look.palette))
+                 .arg(look.size.width()));
         navigation->showLibrary();
     }
 }

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/language/T.h"
+
 #include "tests/media/probe/CounterClip.h"
 #include "tests/ui/shell/PlayingShellFixture.h"
 
@@ -32,22 +34,37 @@ protected:
 
 TEST_F(ReviewPicturesTest, States)
 {
-    open(matchOfAll());
-    show(QStringLiteral("review-start"));
-    press(Qt::Key_K);
-    press(Qt::Key_D);
-    press(Qt::Key_K);
-    press(Qt::Key_D);
-    show(QStringLiteral("review-midway"));
-    press(Qt::Key_Space);
-    QTest::mouseMove(window, test::middleOf(item(QStringLiteral("Sil"))));
-    show(QStringLiteral("review-paused-hover"));
-    QTest::mouseMove(window, {5, 5});
-    for (int i = 0; i < 9; ++i) {
-        press(Qt::Key_X);
+    const auto match = matchOfAll();
+    const auto other = playMatch({"Ace.mp4"});
+    QFile::remove(settings.saveFolder() + QStringLiteral("/Ace.mp4"));
+    const std::array<Look, 4> looks{{
+        {"tr", "ember", {1240, 780}},
+        {"de", "blurple", {1240, 780}},
+        {"ru", "ocean", {1240, 780}},
+        {"es", "cottoncandy", {1240, 780}},
+    }};
+    for (const auto& look : looks) {
+        setLook(look);
+        const auto name = QStringLiteral("review-%1-").arg(QLatin1String(look.language));
+        open(match);
+        show(name + QStringLiteral("start"));
+        for (const auto key : {Qt::Key_K, Qt::Key_D, Qt::Key_K, Qt::Key_D}) {
+            press(key);
+        }
+        show(name + QStringLiteral("midway"));
+        press(Qt::Key_Space);
+        QTest::mouseMove(window, test::middleOf(item(T("Sil"))));
+        show(name + QStringLiteral("paused-hover"));
+        QTest::mouseMove(window, {5, 5});
+        for (int i = 0; i < 9; ++i) {
+            press(Qt::Key_X);
+        }
+        press(Qt::Key_Return);
+        show(name + QStringLiteral("end-focus"));
+        navigation->setPage({.kind = Pages::Kind::Review, .match = other});
+        time.settle();
+        show(name + QStringLiteral("empty"));
     }
-    press(Qt::Key_Return);
-    show(QStringLiteral("review-end-focus"));
 }
 
 /// The picture of README.md.
@@ -82,25 +99,20 @@ TEST_F(ReviewPicturesTest, OneTallClip)
 TEST_F(ReviewPicturesTest, LanguagesPalettesAndSizes)
 {
     const auto match = matchOfAll();
-    const std::array<std::tuple<const char*, const char*, QSize>, 5> looks{{
+    const std::array<Look, 5> looks{{
         {"en", "ember", {1440, 900}},
         {"de", "blurple", {1020, 640}},
         {"ru", "ocean", {1020, 640}},
         {"tr", "cottoncandy", {683, 384}},
         {"fr", "sunset", {1600, 1000}},
     }};
-    for (const auto& [language, palette, size] : looks) {
-        window->setMinimumSize({});
-        window->resize(size);
-        settings.setLanguage(QLatin1String(language));
-        settings.setColorTheme(QLatin1String(palette));
-        time.settle();
-        QTest::qWait(100);
+    for (const auto& look : looks) {
+        setLook(look);
         navigation->showLibrary();
         open(match);
         press(Qt::Key_D);
         press(Qt::Key_Left);
-        show(QStringLiteral("review-%1-%2").arg(QLatin1String(language)).arg(size.width()));
+        show(QStringLiteral("review-%1-%2").arg(QLatin1String(look.language)).arg(look.size.width()));
     }
 }
 

@@ -283,6 +283,20 @@ TEST_F(ReviewViewTest, FocusOfADisabledButtonGoesToThePlayer)
     EXPECT_TRUE(QTest::qWaitFor([&] { return focusedName() == QStringLiteral("Klip oynatıcı"); }));
 }
 
+TEST_F(ReviewViewTest, PlaysWhenItsWindowComesBack)
+{
+    match = playMatch({Ace, Solo});
+    window->hide();
+    navigation->setPage({.kind = Pages::Kind::Review, .match = match});
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    settleReview();
+    EXPECT_EQ(playingCount(), 1);
+    EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı"));
+    window->hide();
+    EXPECT_EQ(playingCount(), 0);
+}
+
 TEST_F(ReviewViewTest, UnknownMatchIsEmptyAndHasNoPlayer)
 {
     navigation->setPage({.kind = Pages::Kind::Review, .match = QUuid::createUuid()});

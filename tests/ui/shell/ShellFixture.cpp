@@ -200,6 +200,16 @@ void ShellFixture::drawFrame() const
     window->grabWindow();
 }
 
+void ShellFixture::setLook(const Look& look)
+{
+    window->setMinimumSize({});
+    window->resize(look.size);
+    settings.setLanguage(QLatin1String(look.language));
+    settings.setColorTheme(QLatin1String(look.palette));
+    time.settle();
+    QTest::qWait(100);
+}
+
 QStringList ShellFixture::truncatedTexts() const
 {
     QStringList truncated;

@@ -52,6 +52,13 @@ protected:
     /// The visible texts that do not fit their item.
     QStringList truncatedTexts() const;
     void click(const QString& accessibleName);
+    struct Look {
+        const char* language;
+        const char* palette;
+        QSize size;
+    };
+    /// Also sizes that the window does not allow. Builds the content of the window again.
+    void setLook(const Look& look);
     QImage picture(const QString& name) { return savePicture(window, name); }
 
     std::unique_ptr<Theme> theme;
