@@ -198,16 +198,18 @@ std::optional<Clip> ClipLibrary::rename(const Clip& clip, const QString& title)
         renameToFreeName(AT_FDCWD, encodeFileName(clip.path).constData(), encodeFileName(path).constData()) != 0) {
         return std::nullopt;
     }
-    ClipMeta::move(clip.path, path);
+    // The clip may be the one of the list that changes below.
+    const auto oldPath = clip.path;
+    ClipMeta::move(oldPath, path);
     const Clip renamed(path);
     // The list shows the new name at once; a running scan may still return the old one.
     m_isScanOutdated = m_isScanning;
-    const auto listed = std::ranges::find(m_list.clips, clip.path, &Clip::path);
+    const auto listed = std::ranges::find(m_list.clips, oldPath, &Clip::path);
     const bool isListed = listed != m_list.clips.end();
     if (isListed) {
         *listed = renamed;
     }
-    Q_EMIT clipRenamed(clip.path, path);
+    Q_EMIT clipRenamed(oldPath, path);
     if (isListed) {
         Q_EMIT clipsChanged();
     }
