@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/GameList.h"
 
-#include <QSet>
+#include "ui/shared/StableRows.h"
 
 namespace quelto {
 
@@ -39,40 +39,7 @@ QHash<int, QByteArray> GameList::roleNames() const
 
 void GameList::update(const QList<GameCount>& games)
 {
-    if (m_games.isEmpty() || games.isEmpty()) {
-        beginResetModel();
-        m_games = games;
-        endResetModel();
-        return;
-    }
-    QSet<QString> names;
-    std::ranges::transform(games, std::inserter(names, names.end()), &GameCount::name);
-    for (int row = rowCount() - 1; row >= 0; --row) {
-        if (!names.contains(m_games.at(row).name)) {
-            beginRemoveRows({}, row, row);
-            m_games.removeAt(row);
-            endRemoveRows();
-        }
-    }
-    for (int row = 0; row < games.size(); ++row) {
-        const auto& game = games.at(row);
-        const auto found = std::find_if(m_games.cbegin() + row, m_games.cend(),
-                                        [&](const GameCount& each) { return each.name == game.name; });
-        const auto present = static_cast<int>(found - m_games.cbegin());
-        if (found == m_games.cend()) {
-            beginInsertRows({}, row, row);
-            m_games.insert(row, game);
-            endInsertRows();
-        } else if (present != row) {
-            beginMoveRows({}, present, present, {}, row);
-            m_games.move(present, row);
-            endMoveRows();
-        }
-        if (m_games.at(row) != game) {
-            m_games[row] = game;
-            Q_EMIT dataChanged(index(row), index(row), {CountRole, IsOtherRole});
-        }
-    }
+    StableRows::update<&GameCount::name>(*this, m_games, games);
 }
 
 } // namespace quelto

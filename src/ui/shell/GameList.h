@@ -9,9 +9,6 @@ namespace quelto {
 
 /// The games of the library with their clip counts, in the library's order.
 ///
-/// A change of the library moves and updates rows instead of resetting the model, so that the keyboard focus stays on
-/// its row.
-///
 /// Thread: main.
 class GameList : public QAbstractListModel {
     Q_OBJECT
@@ -26,6 +23,8 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
+    friend class StableRows;
+
     void update(const QList<GameCount>& games);
 
     QList<GameCount> m_games;
