@@ -17,20 +17,8 @@ RowLayout {
 
     spacing: Theme.spacing.row
 
-    Rectangle {
-        id: dot
-
-        implicitWidth: 8
-        implicitHeight: 8
-        radius: height / 2
-        color: status.isRecording ? Theme.live : Theme.dim
-
-        Shadow {
-            visible: status.isRecording
-            radius: 4
-            color: Theme.live
-            cornerRadius: dot.radius
-        }
+    LiveDot {
+        isLive: status.isRecording
     }
 
     Text {
