@@ -10,7 +10,9 @@ WheelHandler {
     required property Flickable view
     // Units: logical pixels per notch.
     property real notch: 110
-    readonly property real furthest: Math.max(0, view.contentHeight - view.height)
+    // The range of contentY.
+    readonly property real nearest: view.originY - view.topMargin
+    readonly property real furthest: Math.max(nearest, view.originY + view.contentHeight + view.bottomMargin - view.height)
 
     function stop() {
         glide.stop();
@@ -22,7 +24,7 @@ WheelHandler {
         view.cancelFlick();
         const distance = event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 120 * notch;
         const start = glide.running ? glide.to : view.contentY;
-        const goal = Math.max(0, Math.min(start - distance, furthest));
+        const goal = Math.max(nearest, Math.min(start - distance, furthest));
         glide.stop();
         if (event.pixelDelta.y !== 0) {
             view.contentY = goal;
