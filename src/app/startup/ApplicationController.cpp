@@ -14,6 +14,7 @@
 #include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/screens/match/MatchPageForQml.h"
+#include "ui/screens/matches/MatchesForQml.h"
 #include "ui/screens/review/ReviewForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
@@ -197,6 +198,7 @@ void ApplicationController::buildWindow()
     MatchPageForQml::instance.emplace(MatchRecap::Dependencies{.tracker = m_matches, .clips = m_matchClips});
     ReviewForQml::instance.emplace(
         MatchReview::Dependencies{.tracker = m_matches, .clips = m_matchClips, .navigation = m_navigation});
+    MatchesForQml::instance.emplace(MatchList::Dependencies{.tracker = m_matches, .clips = m_matchClips});
     preparePlayback();
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));

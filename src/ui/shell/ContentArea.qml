@@ -13,7 +13,7 @@ FocusScope {
             [Pages.Match]: "qrc:/Quelto/MatchPage/MatchSummaryView.qml",
             [Pages.Review]: "qrc:/Quelto/Review/ReviewView.qml",
             [Pages.Settings]: "SettingsPage.qml",
-            [Pages.Matches]: "MatchesPage.qml"
+            [Pages.Matches]: "qrc:/Quelto/Matches/MatchListView.qml"
         })
 
     // Creates a new page. A change from one game to another is a new page too.

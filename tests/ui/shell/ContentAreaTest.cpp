@@ -70,14 +70,6 @@ TEST_F(ContentAreaTest, ShortcutOpensTheSettingsPage)
     EXPECT_EQ(navigation->page(), Page{});
 }
 
-TEST_F(ContentAreaTest, ShowsTheMatchesPage)
-{
-    navigation->showMatches();
-    drawFrame();
-    EXPECT_TRUE(shows(QStringLiteral("Bu sayfa bir sonraki sürümde geliyor.")));
-    picture(QStringLiteral("matches-page"));
-}
-
 TEST_F(ContentAreaTest, PaletteChangeKeepsThePageAndTheOpenClip)
 {
     makeClips({"Dota 2 - Roshan.mp4"});

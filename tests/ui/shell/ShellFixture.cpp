@@ -7,6 +7,7 @@
 #include "ui/screens/clip/ClipPageForQml.h"
 #include "ui/screens/library/LibraryForQml.h"
 #include "ui/screens/match/MatchPageForQml.h"
+#include "ui/screens/matches/MatchesForQml.h"
 #include "ui/screens/review/ReviewForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
@@ -62,6 +63,7 @@ void ShellFixture::SetUp()
     matchClips = std::make_unique<MatchClips>(
         MatchClips::Dependencies{.tracker = *matches, .library = *library, .main = main, .work = main});
     MatchPageForQml::instance.emplace(MatchRecap::Dependencies{.tracker = *matches, .clips = *matchClips});
+    MatchesForQml::instance.emplace(MatchList::Dependencies{.tracker = *matches, .clips = *matchClips});
     navigation = std::make_unique<Navigation>(main);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
     clipCommands = std::make_unique<ClipCommands>(
