@@ -164,6 +164,10 @@ void MpvPlayer::readFrameTimes()
 {
     m_reading = std::stop_source();
     m_dependencies.work([this, path = m_path, stop = m_reading.get_token(), replies = m_replies] {
+        // On a slow disk, another clip can have been opened since.
+        if (stop.stop_requested()) {
+            return;
+        }
         std::vector<double> times;
         try {
             times = quelto::readFrameTimes(path, stop);
