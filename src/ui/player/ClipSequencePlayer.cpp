@@ -9,15 +9,13 @@ ClipSequencePlayer::ClipSequencePlayer(QObject* parent)
 {
 }
 
-QQmlListProperty<ClipPlayer> ClipSequencePlayer::players()
+QVariantList ClipSequencePlayer::playersForQml() const
 {
-    const auto count = [](QQmlListProperty<ClipPlayer>* list) {
-        return static_cast<QList<ClipPlayer*>*>(list->data)->size();
-    };
-    const auto at = [](QQmlListProperty<ClipPlayer>* list, qsizetype i) {
-        return static_cast<QList<ClipPlayer*>*>(list->data)->at(i);
-    };
-    return {this, &m_players, count, at};
+    QVariantList list;
+    for (auto* player : m_players) {
+        list.append(QVariant::fromValue(player));
+    }
+    return list;
 }
 
 ClipPlayer* ClipSequencePlayer::addPlayer()

@@ -3,8 +3,6 @@
 
 #include "ui/player/ClipPlayer.h"
 
-#include <QQmlListProperty>
-
 namespace quelto {
 
 /// Plays one clip after the other without a gap: while one plays, a second player opens the clip that follows. To its
@@ -16,8 +14,8 @@ class ClipSequencePlayer : public QObject {
     QML_ELEMENT
     /// The player of the clip on screen.
     Q_PROPERTY(quelto::ClipPlayer* current READ current NOTIFY currentChanged)
-    /// Each needs a surface of its own. The second one comes when the first clip is opened ahead.
-    Q_PROPERTY(QQmlListProperty<quelto::ClipPlayer> players READ players NOTIFY playersChanged)
+    /// All ClipPlayers. Each needs a surface of its own. The second one comes when the first clip is opened ahead.
+    Q_PROPERTY(QVariantList players READ playersForQml NOTIFY playersChanged)
     /// The clip to open ahead; empty for none. It is opened when the current one is on screen, which would otherwise
     /// take longer. A current clip that cannot be played opens none ahead.
     Q_PROPERTY(QString following READ following WRITE setFollowing NOTIFY followingChanged)
@@ -26,7 +24,8 @@ public:
     explicit ClipSequencePlayer(QObject* parent = nullptr);
 
     ClipPlayer* current() const { return m_current; }
-    QQmlListProperty<ClipPlayer> players();
+    const QList<ClipPlayer*>& players() const { return m_players; }
+    QVariantList playersForQml() const;
     const QString& following() const { return m_following; }
     void setFollowing(const QString& path);
 

@@ -92,21 +92,15 @@ protected:
     }
     ClipPlayer& other() const
     {
-        auto list = sequence->players();
-        auto* const first = list.at(&list, 0);
-        return *(first == sequence->current() ? list.at(&list, 1) : first);
-    }
-    int playerCount() const
-    {
-        auto list = sequence->players();
-        return static_cast<int>(list.count(&list));
+        const auto& all = sequence->players();
+        return *(all.first() == sequence->current() ? all.last() : all.first());
     }
     /// Plays a clip while the other player opens the following one.
     void play(const QString& path, const QString& following)
     {
         sequence->show(path);
         sequence->setFollowing(following);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return playerCount() == 2 && other().duration() > 0; }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return sequence->players().size() == 2 && other().duration() > 0; }));
         // Longer than a picture takes from the decoder to the window.
         const auto now = sequence->current()->time();
         ASSERT_TRUE(QTest::qWaitFor([&] { return sequence->current()->time() > now + 0.4; }));
@@ -187,7 +181,7 @@ TEST_F(SequencePlaybackTest, UnplayableFollowingClipIsBlackAndTheNextOnePlays)
     for (const auto& path : {broken.fileName(), QStringLiteral("/missing.mp4")}) {
         sequence->show(first);
         sequence->setFollowing(path);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return playerCount() == 2 && !other().player().isOpening(); }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return sequence->players().size() == 2 && !other().player().isOpening(); }));
         ASSERT_TRUE(isShown(1));
         sequence->show(path);
         EXPECT_TRUE(isShown(Black));
