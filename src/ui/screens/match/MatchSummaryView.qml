@@ -44,7 +44,8 @@ FocusScope {
 
         // The control that had the focus may be disabled now.
         function keepFocus() {
-            (recap.count > 0 ? grid : header.backButton).forceActiveFocus(Qt.OtherFocusReason);
+            const next = recap.count > 0 ? grid as Item : header.backButton;
+            next.forceActiveFocus(Qt.OtherFocusReason);
         }
     }
 
@@ -68,17 +69,6 @@ FocusScope {
         time: "0"
     }
 
-    states: State {
-        when: view.isLow
-
-        ParentChange {
-            target: head
-            parent: grid.headArea
-            x: 0
-            y: 0
-        }
-    }
-
     EmptyState {
         anchors.centerIn: parent
         visible: recap.isMissing
@@ -95,6 +85,7 @@ FocusScope {
         ColumnLayout {
             id: head
 
+            parent: view.isLow ? grid.headArea : fixedHead
             width: parent.width
             spacing: Theme.spacing.paragraph
 
