@@ -315,6 +315,7 @@ protected:
 TEST_F(MatchPageInALowWindow, ScrollsAsAWhole)
 {
     EXPECT_EQ(test::placeOf(grid).top(), 0);
+    EXPECT_EQ(contentY(), 0);
     EXPECT_EQ(focusedName(), QStringLiteral("Klipleri İncele"));
     EXPECT_GT(test::placeOf(card("Nr 000")).top(), test::placeOf(item(QStringLiteral("Tümünü seç"))).bottom());
     grid->setProperty("contentY", grid->property("contentHeight").toReal() - grid->height());

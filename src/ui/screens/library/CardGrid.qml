@@ -158,9 +158,10 @@ T.Control {
 
         readonly property Item focusedItem: Window.activeFocusItem
 
-        // Scrolls until the item is visible, if it is in the head.
+        // Scrolls until the item is visible, if it is in the head and the user has moved the focus there. The focus that
+        // a page sets when it opens must not scroll: the head may have no layout yet.
         function reveal(item: Item) {
-            let ancestor = item;
+            let ancestor = (item as T.Control)?.visualFocus ? item : null;
             while (ancestor && ancestor !== head) {
                 ancestor = ancestor.parent;
             }
