@@ -206,6 +206,30 @@ TEST_F(MatchRecapTest, UnknownMatchIsMissingOnlyOnceTheMatchesAreLoaded)
     EXPECT_EQ(unknown.subtitle(), QString());
 }
 
+TEST_F(MatchRecapTest, DeletionBeforeTheMatchesAreLoadedClearsTheSelection)
+{
+    const auto clip = makeFile("Dota 2 - Ace.mp4");
+    library.reload();
+    settle();
+    MatchTracker later(MatchTracker::Dependencies{.library = library,
+                                                  .main = main,
+                                                  .work = matchWork,
+                                                  .store = MatchStore(folder.filePath(QStringLiteral("other.json")))});
+    MatchClips laterClips({.tracker = later, .library = library, .main = main, .work = lookUpWork});
+    later.gameStarted(game, QString());
+    later.clipSaved(clip);
+    later.gameEnded(game);
+    time.advance(std::chrono::seconds(10));
+    ASSERT_FALSE(later.isLoaded());
+    MatchRecap early({.tracker = later, .clips = laterClips});
+    early.setMatchId(matchIdText(later.sessions().first().id));
+    early.selectAll();
+    ASSERT_EQ(early.selectedCount(), 1);
+    early.deleteSelected();
+    EXPECT_EQ(early.selectedCount(), 0);
+    EXPECT_EQ(trash.recycled, QStringList(clip));
+}
+
 TEST_F(MatchRecapTest, MatchCanBeDeletedWithAndWithoutItsClips)
 {
     play(2);
@@ -229,7 +253,9 @@ TEST_F(MatchRecapTest, ChangesOfOtherMatchesKeepTheScrollPosition)
     QObject::connect(&recap, &MatchRecap::scrollRequested, &recap, [this](qreal top) { recap.setViewTop(top); });
     recap.setViewTop(1500);
     const auto before = cards();
+    const QSignalSpy changed(&recap, &MatchRecap::clipsChanged);
     playMatch({makeFile("Dota 2 - Other.mp4")});
+    EXPECT_EQ(changed.size(), 0);
     EXPECT_EQ(recap.viewTop(), 1500);
     EXPECT_EQ(cards(), before);
 }
