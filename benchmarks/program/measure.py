@@ -12,6 +12,7 @@ import export_rows  # noqa: E402
 import language_rows  # noqa: E402
 import library_rows  # noqa: E402
 import library_screen_rows  # noqa: E402
+import match_rows  # noqa: E402
 import moment_rows  # noqa: E402
 import playback_rows  # noqa: E402
 import rows  # noqa: E402
@@ -19,7 +20,7 @@ import start_rows  # noqa: E402
 import thumbnail_rows  # noqa: E402
 
 ALL = {**rows.ALL, **moment_rows.ALL, **language_rows.ALL, **thumbnail_rows.ALL, **library_rows.ALL,
-       **library_screen_rows.ALL, **start_rows.ALL, **export_rows.ALL, **playback_rows.ALL}
+       **library_screen_rows.ALL, **start_rows.ALL, **export_rows.ALL, **playback_rows.ALL, **match_rows.ALL}
 
 
 def parse():

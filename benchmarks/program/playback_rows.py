@@ -14,7 +14,8 @@ import time
 import clip
 import desktop
 import screen
-from rows import SILENT, Recording, Row, cpu_seconds, lost_frames
+from mpv_window import MpvWindow
+from rows import SILENT, Recording, Row, cpu_seconds, lost_frames, wait_for_rest
 
 # Places on the screen, in the window of the default size that the window manager centres.
 CARD = (760, 370)
@@ -44,68 +45,35 @@ class _Program:
 
     def __init__(self, path, **settings):
         self.program = desktop.Quelto(**{"saveFolder": str(path.parent), "autoStart": False, **SILENT, **settings})
-        self._mouse = screen.Mouse()
+        self._input = screen.Input()
 
     def __enter__(self):
         desktop.wait_until(lambda: desktop.visible_windows("Quelto"), TIMEOUT_SECONDS, "the window")
-        self._mouse.move(*CARD)
-        self._wait_for_rest()
+        self._input.move(*CARD)
+        wait_for_rest(self.program.process.pid)
         return self
 
     def __exit__(self, *_):
-        self._mouse.close()
+        self._input.close()
         self.program.stop()
         desktop.wait_until(lambda: screen.counter(VIDEO) is None, 5, "the window to close")
-
-    def _wait_for_rest(self):
-        """Until the thumbnail is shown and animations have ended: less than 2 % of a core in half a second."""
-        used = [0.0]
-
-        def is_at_rest():
-            time.sleep(0.5)
-            used.append(cpu_seconds(self.program.process.pid))
-            return used[-1] - used[-2] <= 0.01
-
-        desktop.wait_until(is_at_rest, TIMEOUT_SECONDS, "the program to be at rest")
 
     def open_clip(self):
         """Seconds from the click to the first frame on the screen."""
         assert screen.counter(VIDEO) is None
         clicked = time.monotonic()
-        self._mouse.click()
+        self._input.click()
         return screen.wait_for_counter(VIDEO, lambda _: True, TIMEOUT_SECONDS) - clicked
 
     def close_clip(self):
         desktop.press("Escape")
         desktop.wait_until(lambda: screen.counter(VIDEO) is None, 5, "the clip to close")
-        self._wait_for_rest()
-
-
-class _Mpv:
-    """mpv in a window as large as the video in the program, at its place."""
-
-    def __init__(self, path, *words):
-        x, y, width, height = VIDEO
-        self.started = time.monotonic()
-        self.process = subprocess.Popen(
-            ["mpv", "--no-config", "--vo=x11", "--no-border", f"--geometry={width}x{height}+{x}+{y}", "--really-quiet", *words, path])
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.process.terminate()
-        self.process.wait(10)
-        desktop.wait_until(lambda: screen.counter(VIDEO) is None, 5, "the window to close")
-
-    def first_frame(self):
-        """Seconds from the start of the process to the first frame on the screen."""
-        return screen.wait_for_counter(VIDEO, lambda _: True, TIMEOUT_SECONDS) - self.started
+        wait_for_rest(self.program.process.pid)
 
 
 def _mpv_first_frame(path):
-    with _Mpv(path) as mpv:
-        return mpv.first_frame()
+    with MpvWindow(VIDEO, path) as mpv:
+        return mpv.first_frame(TIMEOUT_SECONDS)
 
 
 def _medians(runs):
@@ -146,8 +114,8 @@ def _our_seeks(options, path, targets):
 def _mpv_seeks(path, targets):
     """Median milliseconds to the event for a finished seek, and to the right picture on the screen."""
     address = desktop.TEST_FOLDER / "mpv.socket"
-    with _Mpv(path, "--pause", "--hr-seek=yes", f"--input-ipc-server={address}") as mpv:
-        mpv.first_frame()
+    with MpvWindow(VIDEO, path, "--pause", "--hr-seek=yes", f"--input-ipc-server={address}") as mpv:
+        mpv.first_frame(TIMEOUT_SECONDS)
         with socket.socket(socket.AF_UNIX) as connection:
             connection.connect(str(address))
             connection.settimeout(TIMEOUT_SECONDS)
@@ -239,8 +207,8 @@ def playback_cpu(options):
         with _Program(path) as running:
             running.open_clip()
             ours = _play_for_cpu(running.program.process)
-        with _Mpv(path) as mpv:
-            mpv.first_frame()
+        with MpvWindow(VIDEO, path) as mpv:
+            mpv.first_frame(TIMEOUT_SECONDS)
             theirs = _play_for_cpu(mpv.process)
         runs.append((*ours, *theirs, ours[0] / theirs[0]))
     *figures, ratio = _medians(runs)

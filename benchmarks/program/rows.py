@@ -30,6 +30,18 @@ def cpu_seconds(pid):
     return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
 
+def wait_for_rest(pid):
+    """Until the process has shown its pictures and ended its animations: it uses at most 2 % of a core for half a second."""
+    used = [0.0]
+
+    def is_at_rest():
+        time.sleep(0.5)
+        used.append(cpu_seconds(pid))
+        return used[-1] - used[-2] <= 0.01
+
+    desktop.wait_until(is_at_rest, 20, "the program to be at rest")
+
+
 def lost_frames(counters, scene):
     """The number of frames that are missing from the clip between its first and last counter."""
     return len(set(range(counters[0], counters[-1])) - set(counters) - scene.not_shown_in_time())
@@ -110,7 +122,7 @@ def save(options):
                f"{1000 * statistics.median(theirs):.0f} ms", f"{ratio:.2f}", "0.7", ratio <= 0.7)
 
 
-def _memory(pid, field):
+def memory(pid, field):
     """A field of /proc/PID/status. Units: MiB."""
     lines = pathlib.Path(f"/proc/{pid}/status").read_text().splitlines()
     return next(int(line.split()[1]) for line in lines if line.startswith(field + ":")) / 1024
@@ -138,14 +150,14 @@ def long_save(options):
         for _ in range(options.runs):
             result.unlink()
             time.sleep(5)
-            resident, bytes_before = _memory(pid, "VmRSS"), _bytes_written(pid)
+            resident, bytes_before = memory(pid, "VmRSS"), _bytes_written(pid)
             _forget_peak(pid)
             ours.append(_seconds_to_clip(recording.program))
-            peaks.append(_memory(pid, "VmHWM") - resident)
+            peaks.append(memory(pid, "VmHWM") - resident)
             result = recording.program.visible_clips()[-1]
             written.append((_bytes_written(pid) - bytes_before) / result.stat().st_size)
             time.sleep(5)
-            kept.append(_memory(pid, "VmRSS") / resident)
+            kept.append(memory(pid, "VmRSS") / resident)
             started = time.monotonic()
             peers.copy_and_encode_mix(result, folder / "mix.wav", folder / "peer.mp4")
             theirs.append(time.monotonic() - started)
@@ -167,10 +179,10 @@ def memory_of_saves(options):
         subprocess.run(["xdotool", "key", "ctrl+comma"], check=True)
         time.sleep(60)
         recording.program.save().unlink()
-        before = _memory(pid, "VmRSS")
+        before = memory(pid, "VmRSS")
         for _ in range(75):
             recording.program.save().unlink()
-        after = _memory(pid, "VmRSS")
+        after = memory(pid, "VmRSS")
     return Row("Memory after 75 saves of 30 s", f"{after:.0f} MiB", f"{before:.0f} MiB after the first",
                f"{after / before:.3f}", "1.05", after / before <= 1.05)
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What the screen shows, read from the X server as any program can, and clicks with the mouse."""
+"""What the screen shows, read from the X server as any program can, and input from mouse and keyboard."""
 import subprocess
 import time
 
@@ -42,8 +42,8 @@ def wait_for_counter(video, is_wanted, seconds):
         time.sleep(POLL_SECONDS)
 
 
-class Mouse:
-    """Moves and clicks without the start of a process for each click."""
+class Input:
+    """Mouse and keys, without the start of a process for each."""
 
     def __init__(self):
         self._process = subprocess.Popen(["xdotool", "-"], stdin=subprocess.PIPE, text=True)
@@ -61,3 +61,6 @@ class Mouse:
 
     def click(self):
         self._do("click 1")
+
+    def press(self, key):
+        self._do(f"key {key}")
