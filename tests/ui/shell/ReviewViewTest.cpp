@@ -8,7 +8,7 @@ namespace {
 
 const QByteArray Ace = "League of Legends - 2026-03-01 20.15.07 [EFSANE 95] Ace.mp4";
 const QByteArray Solo = "League of Legends - 2026-03-01 20.16.07 [BASIT 15] Solo Kill.mp4";
-const QByteArray Titled = "League of Legends - Best of all.mp4";
+const QByteArray Named = "League of Legends - Best of all.mp4";
 
 /// The review of a match in the real window, with players whose files the test opens.
 class ReviewViewTest : public test::ShellFixture {
@@ -60,7 +60,7 @@ protected:
 
 TEST_F(ReviewViewTest, PlaysTheOldestClipAndShowsItsPlace)
 {
-    open({Ace, Solo, Titled});
+    open({Ace, Solo, Named});
     EXPECT_TRUE(shows(QStringLiteral("1 / 3")));
     EXPECT_TRUE(shows(QStringLiteral("Ace")));
     EXPECT_TRUE(item(QStringLiteral("Efsane 95")));
@@ -75,7 +75,7 @@ TEST_F(ReviewViewTest, PlaysTheOldestClipAndShowsItsPlace)
 
 TEST_F(ReviewViewTest, KeysAnswerAndTheFollowingClipPlaysAtOnce)
 {
-    open({Ace, Solo, Titled});
+    open({Ace, Solo, Named});
     players.at(0)->takeCalls();
     players.at(1)->takeCalls();
     type('d');
@@ -94,7 +94,7 @@ TEST_F(ReviewViewTest, KeysAnswerAndTheFollowingClipPlaysAtOnce)
 
 TEST_F(ReviewViewTest, UpperCaseAndXAnswerToo)
 {
-    open({Ace, Solo, Titled});
+    open({Ace, Solo, Named});
     type('D');
     type('x');
     expectCounts(1, 2);
@@ -157,7 +157,7 @@ TEST_F(ReviewViewTest, OneClipHasNoNeighbours)
 
 TEST_F(ReviewViewTest, ButtonsAndFilmstripChangeTheClip)
 {
-    open({Ace, Solo, Titled});
+    open({Ace, Solo, Named});
     EXPECT_FALSE(isEnabled("Önceki klip"));
     click(QStringLiteral("3 / 3, Best of all, kalacak"));
     EXPECT_TRUE(shows(QStringLiteral("3 / 3")));
@@ -170,14 +170,14 @@ TEST_F(ReviewViewTest, ButtonsAndFilmstripChangeTheClip)
 
 TEST_F(ReviewViewTest, FinalButtonTrashesTheMarkedClips)
 {
-    open({Ace, Solo, Titled});
+    open({Ace, Solo, Named});
     type('d');
     type('k');
     type('d');
     EXPECT_EQ(trash.calls, 0);
     const auto all = players;
     click(QStringLiteral("Kaydet ve 2 klibi sil"));
-    EXPECT_EQ(trash.recycled, QStringList({pathOf(Ace), pathOf(Titled)}));
+    EXPECT_EQ(trash.recycled, QStringList({pathOf(Ace), pathOf(Named)}));
     EXPECT_EQ(navigation->page(), (Page{.kind = Pages::Kind::Match, .match = match}));
 }
 
@@ -246,7 +246,7 @@ TEST_F(ReviewViewTest, PlayerKeysStayWithThePlayer)
 
 TEST_F(ReviewViewTest, KeysWorkInFullScreen)
 {
-    open({Ace, Solo, Titled});
+    open({Ace, Solo, Named});
     click(QStringLiteral("Tam ekran"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::FullScreen; }));
     type('d');
@@ -259,7 +259,7 @@ TEST_F(ReviewViewTest, KeysWorkInFullScreen)
 
 TEST_F(ReviewViewTest, ArrowKeysMoveInTheFilmstrip)
 {
-    open({Ace, Solo, Titled});
+    open({Ace, Solo, Named});
     item(QStringLiteral("Klipler"))->forceActiveFocus(Qt::TabFocusReason);
     press(Qt::Key_Right);
     EXPECT_TRUE(shows(QStringLiteral("2 / 3")));
@@ -313,7 +313,7 @@ TEST_F(ReviewViewTest, UnknownMatchIsEmptyAndHasNoPlayer)
 
 TEST_F(ReviewViewTest, ClipThatVanishesLeavesTheReview)
 {
-    open({Ace, Solo, Titled});
+    open({Ace, Solo, Named});
     type('d');
     settleReview();
     QFile::remove(pathOf(Ace));
@@ -322,7 +322,7 @@ TEST_F(ReviewViewTest, ClipThatVanishesLeavesTheReview)
     EXPECT_TRUE(shows(QStringLiteral("1 / 2")));
     EXPECT_TRUE(shows(QStringLiteral("Solo Kill")));
     expectCounts(2, 0);
-    for (const auto& each : {Solo, Titled}) {
+    for (const auto& each : {Solo, Named}) {
         QFile::remove(pathOf(each));
     }
     reloadLibrary();
