@@ -39,9 +39,9 @@ class NotificationMonitor:
         self.all.append(Notification(title, body, actions, time.monotonic()))
         return None
 
-    def wait(self, seconds):
-        """Returns the first notification."""
-        return desktop.wait_until(lambda: self.all and self.all[0], seconds, "a notification")
+    def wait(self, seconds, number=1):
+        """Returns the notification of that number; the first one has the number 1."""
+        return desktop.wait_until(lambda: len(self.all) >= number and self.all[number - 1], seconds, "a notification")
 
     @staticmethod
     def click():
