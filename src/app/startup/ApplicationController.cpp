@@ -251,12 +251,11 @@ void ApplicationController::joinSavedClips()
 
 void ApplicationController::joinMatches()
 {
-    connect(&m_matches, &MatchTracker::sessionAboutToBeRemoved, &m_navigation, [this](const QUuid& match) {
-        if (m_navigation.page().match == match) {
-            m_navigation.setPage({.kind = Pages::Kind::Matches});
-        }
-    });
+    connect(&m_matches, &MatchTracker::sessionAboutToBeRemoved, &m_navigation, &Navigation::leaveMatch);
     connect(m_platform.notifications.get(), &DesktopNotifications::clicked, this, [this](const QString& id) {
+        if (m_quitSequence.isQuitting()) {
+            return;
+        }
         if (id == BackgroundId || id == DidNotQuitId) {
             showWindow();
         } else if (const auto match = QUuid::fromString(id); !match.isNull()) {

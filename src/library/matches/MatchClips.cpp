@@ -4,8 +4,6 @@
 #include "base/files/FileName.h"
 #include "base/files/FileStat.h"
 
-#include <QPointer>
-
 #include <fcntl.h>
 
 namespace quelto {
@@ -64,6 +62,9 @@ MatchClips::MatchClips(const Dependencies& dependencies, QObject* parent)
     };
     connect(&m_dependencies.tracker, &MatchTracker::sessionsChanged, this, followMatches);
     connect(&m_dependencies.tracker, &MatchTracker::currentChanged, this, followMatches);
+    // Before the match changes: a clip with a new name must not disappear until it is looked up.
+    connect(&m_dependencies.tracker, &MatchTracker::clipRenamed, this,
+            [this](const QString& /*from*/, const QString& to) { m_known.insert(to, Clip(to)); });
     connect(&m_dependencies.library, &ClipLibrary::clipsChanged, this, &MatchClips::refresh);
     refresh();
 }
@@ -106,19 +107,16 @@ void MatchClips::finishLookUp(const LookUp& lookUp)
     if (update() || isFirst) {
         Q_EMIT changed();
     }
-    m_dependencies.tracker.takeBack(lookUp.restored);
+    if (!m_isRequested) {
+        // Otherwise the files may have been moved to the trash since.
+        m_dependencies.tracker.takeBack(lookUp.restored);
+    }
     startLookUp();
 }
 
 bool MatchClips::update()
 {
     const auto matches = allMatches(m_dependencies.tracker);
-    QSet<QString> unknown;
-    for (const auto& match : matches) {
-        std::ranges::copy_if(match.clips, std::inserter(unknown, unknown.end()),
-                             [this](const QString& path) { return !m_known.contains(path); });
-    }
-    addFromLibrary(unknown);
     QHash<QUuid, QList<Clip>> clips;
     for (const auto& match : matches) {
         auto& present = clips[match.id];
@@ -132,19 +130,6 @@ bool MatchClips::update()
     const bool isChanged = clips != m_clips;
     m_clips = clips;
     return isChanged;
-}
-
-void MatchClips::addFromLibrary(const QSet<QString>& paths)
-{
-    if (paths.isEmpty()) {
-        return;
-    }
-    // A clip with a new name is in the library at once, and must not disappear until it is looked up.
-    for (const auto& clip : m_dependencies.library.clips()) {
-        if (paths.contains(clip.path)) {
-            m_known.insert(clip.path, clip);
-        }
-    }
 }
 
 } // namespace quelto

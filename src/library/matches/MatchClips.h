@@ -7,7 +7,6 @@
 
 #include <QHash>
 #include <QObject>
-#include <QSet>
 
 #include <memory>
 #include <optional>
@@ -57,7 +56,6 @@ private:
     void finishLookUp(const LookUp& lookUp);
     /// Returns whether the clips of any match changed.
     bool update();
-    void addFromLibrary(const QSet<QString>& paths);
 
     Dependencies m_dependencies;
     std::shared_ptr<DetachableQueue> m_replies;

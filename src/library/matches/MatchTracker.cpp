@@ -194,21 +194,23 @@ void MatchTracker::takeBack(const QStringList& paths)
 
 void MatchTracker::renameClip(const QString& from, const QString& to)
 {
-    const auto rename = [from, to](QStringList& clips) {
-        const auto place = clips.indexOf(from);
-        if (place >= 0) {
-            clips[place] = to;
+    const auto rename = [from, to](MatchSession& session) {
+        // A clip that had this name before is gone, and must not come back as this one.
+        bool isChanged = session.clips.removeAll(to) + session.trashed.removeAll(to) > 0;
+        if (const auto place = session.clips.indexOf(from); place >= 0) {
+            session.clips[place] = to;
+            isChanged = true;
         }
-        return place >= 0;
+        return isChanged;
     };
     Q_EMIT clipRenamed(from, to);
-    if (m_current && rename(m_current->clips)) {
+    if (m_current && rename(*m_current)) {
         Q_EMIT currentChanged();
     }
     whenLoaded([this, rename] {
         bool isChanged = false;
         for (auto& session : m_sessions) {
-            isChanged |= rename(session.clips);
+            isChanged |= rename(session);
         }
         if (isChanged) {
             persist();

@@ -47,6 +47,13 @@ void Navigation::show(const Page& page)
     setPage(page);
 }
 
+void Navigation::leaveMatch(const QUuid& match)
+{
+    if (m_page.match == match) {
+        setPage({.kind = Pages::Kind::Matches});
+    }
+}
+
 void Navigation::showToast(const QString& text)
 {
     setToast(text);

@@ -78,6 +78,8 @@ public:
     Q_INVOKABLE void showMatch(const QString& id) { show({.kind = Pages::Kind::Match, .match = QUuid(id)}); }
     Q_INVOKABLE void showReview(const QString& id) { show({.kind = Pages::Kind::Review, .match = QUuid(id)}); }
     Q_INVOKABLE void showSettings() { show({.kind = Pages::Kind::Settings}); }
+    /// Shows the list of matches if the page is about this match.
+    void leaveMatch(const QUuid& match);
     Q_INVOKABLE void openClip(const QString& path) { setSelected(Clip(path)); }
     Q_INVOKABLE void closeClip() { setSelected(std::nullopt); }
 

@@ -50,6 +50,9 @@ FocusScope {
         renewClip();
     }
     Keys.onEscapePressed: event => {
+        if (event.isAutoRepeat) {
+            return;
+        }
         if (Navigation.hasSelected) {
             Navigation.closeClip();
         } else if (Navigation.pageKind !== Pages.Library) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/library/matches/MatchClipsFixture.h"
 
+#include <QSignalSpy>
+
 namespace quelto {
 namespace {
 
@@ -74,6 +76,39 @@ TEST_F(MatchClipsTest, RenamedClipNeverDisappears)
     EXPECT_EQ(pathsOf(match), QStringList(renamed->path));
     settle();
     EXPECT_EQ(pathsOf(match), QStringList(renamed->path));
+}
+
+TEST_F(MatchClipsTest, RenamedClipOutsideTheSaveFolderNeverDisappears)
+{
+    const auto match = playMatch({makeFile("L - a.mp4")});
+    settings.setSaveFolder(folder.filePath(QStringLiteral("other")));
+    settle();
+    QObject::connect(&clips, &MatchClips::changed, [&] { EXPECT_EQ(clips.clipsOf(match).size(), 1); });
+    const auto renamed = library.rename(clips.clipsOf(match).first(), QStringLiteral("best"));
+    ASSERT_TRUE(renamed);
+    EXPECT_EQ(pathsOf(match), QStringList(renamed->path));
+    settle();
+    EXPECT_EQ(pathsOf(match), QStringList(renamed->path));
+}
+
+TEST_F(MatchClipsTest, LookUpFromBeforeTheMoveToTheTrashTakesNothingBack)
+{
+    const auto clip = makeFile("L - a.mp4");
+    const auto match = playMatch({clip});
+    tracker.deleteClips({clip}, match);
+    makeFile("L - a.mp4");
+    // Finds the file, but its reply comes after that of the trash.
+    lookUpTime.settle();
+    QFile::remove(clip);
+    const QSignalSpy changed(&tracker, &MatchTracker::sessionsChanged);
+    trash.answer();
+    QCoreApplication::processEvents();
+    libraryTime.settle();
+    EXPECT_EQ(changed.size(), 1);
+    time.settle();
+    EXPECT_EQ(tracker.session(match)->trashed, QStringList(clip));
+    settle();
+    EXPECT_TRUE(pathsOf(match).isEmpty());
 }
 
 TEST_F(MatchClipsTest, RestoredClipComesBackToItsMatch)

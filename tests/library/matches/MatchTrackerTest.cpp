@@ -232,6 +232,25 @@ TEST_F(MatchTrackerTest, RenamedClipStaysInItsMatch)
     EXPECT_EQ(makeTracker()->sessions(), tracker->sessions());
 }
 
+TEST_F(MatchTrackerTest, ClipThatTakesTheNameOfADeletedOneIsListedOnce)
+{
+    const auto match = playMatch(3);
+    const auto other = playMatch(1);
+    const auto trashed = match.clips.at(0);
+    tracker->deleteClips({trashed}, match.id);
+    trash.answer();
+    QCoreApplication::processEvents();
+    QFile::remove(match.clips.at(1));
+    ASSERT_TRUE(QFile::rename(match.clips.at(2), trashed));
+    Q_EMIT library.clipRenamed(match.clips.at(2), trashed);
+    tracker->takeBack({trashed});
+    EXPECT_EQ(tracker->session(match.id)->clips, QStringList({match.clips.at(1), trashed}));
+    ASSERT_TRUE(QFile::rename(trashed, match.clips.at(1)));
+    Q_EMIT library.clipRenamed(trashed, match.clips.at(1));
+    EXPECT_EQ(tracker->session(match.id)->clips, QStringList(match.clips.at(1)));
+    EXPECT_EQ(tracker->session(other.id), other);
+}
+
 TEST_F(MatchTrackerTest, RenameBeforeLoadingTakesEffectAfterIt)
 {
     const auto match = playMatch(1);

@@ -63,6 +63,18 @@ TEST_F(NavigationTest, PageOfAMatchHasItsId)
     EXPECT_EQ(navigation.matchId(), QString());
 }
 
+TEST_F(NavigationTest, LeavesOnlyThePagesOfTheMatch)
+{
+    const auto id = QUuid::createUuid();
+    for (const auto kind : {Pages::Kind::Match, Pages::Kind::Review}) {
+        navigation.setPage({.kind = kind, .match = id});
+        navigation.leaveMatch(QUuid::createUuid());
+        EXPECT_EQ(navigation.pageKind(), kind);
+        navigation.leaveMatch(id);
+        EXPECT_EQ(navigation.page(), Page{.kind = Pages::Kind::Matches});
+    }
+}
+
 TEST_F(NavigationTest, OpenClipKeepsThePage)
 {
     navigation.showGame(QStringLiteral("Dota 2"));

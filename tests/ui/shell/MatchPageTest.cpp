@@ -261,8 +261,7 @@ TEST_F(MatchPageTest, RecapIsDeletedWithOrWithoutItsClips)
         click(QString::fromUtf8(button));
         EXPECT_EQ(removed.size(), 1);
         EXPECT_FALSE(matches->session(id));
-        drawFrame();
-        EXPECT_TRUE(shows(QStringLiteral("Bu maç özeti bulunamadı.")));
+        EXPECT_EQ(navigation->page(), Page{.kind = Pages::Kind::Matches});
     }
     EXPECT_EQ(trash.recycled, (QStringList{pathOf("A.mp4"), pathOf("B.mp4")}));
 }

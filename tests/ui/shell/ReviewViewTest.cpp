@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/screens/library/ScreenReader.h"
+
 #include "tests/ui/shell/ShellFixture.h"
 
 #include <QKeyEvent>
@@ -36,6 +38,14 @@ protected:
     }
     QString pathOf(const QByteArray& name) const { return settings.saveFolder() + u'/' + QString::fromUtf8(name); }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(window, key, modifiers); }
+    /// A key that is held from before.
+    void hold(Qt::Key key)
+    {
+        for (int i = 0; i < 3; ++i) {
+            QKeyEvent repeat(QEvent::KeyPress, key, {}, {}, true);
+            QCoreApplication::sendEvent(window, &repeat);
+        }
+    }
     void type(char key) { QTest::keyClick(window, key); }
     void expectCounts(int kept, int deleted)
     {
@@ -199,8 +209,10 @@ TEST_F(ReviewViewTest, FinalButtonReleasesTheFilesFirst)
 TEST_F(ReviewViewTest, FinalButtonWithoutMarksDeletesNothing)
 {
     open({Ace, Solo});
+    const QSignalSpy changed(matches.get(), &MatchTracker::sessionsChanged);
     click(QStringLiteral("Bitti"));
     EXPECT_EQ(trash.calls, 0);
+    EXPECT_EQ(changed.size(), 0);
     EXPECT_EQ(navigation->page(), (Page{.kind = Pages::Kind::Match, .match = match}));
 }
 
@@ -272,6 +284,55 @@ TEST_F(ReviewViewTest, ArrowKeysMoveInTheFilmstrip)
     EXPECT_TRUE(shows(QStringLiteral("1 / 3")));
     type('d');
     expectCounts(2, 1);
+}
+
+TEST_F(ReviewViewTest, HeldEscapeLeavesOnlyTheFullScreen)
+{
+    open({Ace, Solo});
+    click(QStringLiteral("Tam ekran"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::FullScreen; }));
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::Windowed; }));
+    hold(Qt::Key_Escape);
+    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Review);
+}
+
+TEST_F(ReviewViewTest, HeldEnterStaysWithThePlayer)
+{
+    open({Ace, Solo});
+    hold(Qt::Key_Return);
+    EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı"));
+}
+
+TEST_F(ReviewViewTest, ScreenReadersHearEachAnswer)
+{
+    QStringList heard;
+    auto* const reader = engine->singletonInstance<ScreenReader*>(qmlTypeId("Quelto.Library", 1, 0, "ScreenReader"));
+    ASSERT_NE(reader, nullptr);
+    reader->setSend(
+        [&](QAccessibleEvent* event) { heard.append(event->accessibleInterface()->text(QAccessible::Name)); });
+    const auto takeHeard = [&] {
+        QTest::qWait(1);
+        return std::exchange(heard, {});
+    };
+    open({Ace, Solo});
+    takeHeard();
+    type('d');
+    EXPECT_EQ(takeHeard(), QStringList(QStringLiteral("2 / 2, Solo Kill, kalacak")));
+    type('d');
+    EXPECT_EQ(takeHeard(), QStringList(QStringLiteral("2 / 2, Solo Kill, silinecek")));
+    item(QStringLiteral("Klipler"))->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_EQ(takeHeard(), QStringList(QStringLiteral("2 / 2, Solo Kill, silinecek")));
+    press(Qt::Key_Tab);
+    matches->gameStarted(QStringLiteral("Dota 2"), QStringLiteral("Zeus"));
+    EXPECT_EQ(takeHeard(), QStringList()) << "the focus is elsewhere, and another match changed";
+}
+
+TEST_F(ReviewViewTest, ListOfMatchesFollowsTheDeletionOfTheMatch)
+{
+    open({Ace, Solo});
+    matches->deleteSession(match, MatchTracker::WithClips::no);
+    EXPECT_EQ(navigation->page(), Page{.kind = Pages::Kind::Matches});
 }
 
 TEST_F(ReviewViewTest, FocusOfADisabledButtonGoesToThePlayer)

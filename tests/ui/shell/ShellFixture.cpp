@@ -65,6 +65,7 @@ void ShellFixture::SetUp()
     MatchPageForQml::instance.emplace(MatchRecap::Dependencies{.tracker = *matches, .clips = *matchClips});
     MatchesForQml::instance.emplace(MatchList::Dependencies{.tracker = *matches, .clips = *matchClips});
     navigation = std::make_unique<Navigation>(main);
+    QObject::connect(matches.get(), &MatchTracker::sessionAboutToBeRemoved, navigation.get(), &Navigation::leaveMatch);
     overview = std::make_unique<LibraryOverview>(*library, *matches);
     clipCommands = std::make_unique<ClipCommands>(
         ClipCommands::Dependencies{.library = *library,

@@ -39,7 +39,11 @@ ListView {
     activeFocusOnTab: true
     Accessible.role: Accessible.List
     Accessible.name: L10n.T("Klipler")
-    onActiveFocusChanged: telling.restart()
+    onActiveFocusChanged: {
+        if (activeFocus) {
+            telling.restart();
+        }
+    }
     Keys.onLeftPressed: review.go(review.index - 1)
     Keys.onRightPressed: review.go(review.index + 1)
     Keys.onPressed: event => {
@@ -60,7 +64,11 @@ ListView {
     Connections {
         target: strip.review
 
-        function onChanged() {
+        function onAnswered() {
+            telling.restart();
+        }
+
+        function onClipShown() {
             telling.restart();
         }
     }

@@ -26,7 +26,7 @@ Item {
     Accessible.role: Accessible.ListItem
     Accessible.name: `${position}, ${title}, ${isMarked ? L10n.T("silinecek") : L10n.T("kalacak")}`
     Accessible.focusable: true
-    Accessible.focused: isCurrent
+    Accessible.focused: showsFocus
     Accessible.onPressAction: chosen()
 
     ClipThumbnail {
@@ -36,6 +36,13 @@ Item {
         height: frame.height - 2 * frame.outline
         path: frame.path
         opacity: frame.isMarked ? 0.45 : 1
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Theme.duration.toggle
+                easing.type: Easing.OutQuad
+            }
+        }
     }
 
     Rectangle {

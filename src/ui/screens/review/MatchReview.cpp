@@ -3,6 +3,7 @@
 
 #include "ui/screens/review/ReviewForQml.h"
 #include "ui/screens/review/ReviewKeys.h"
+#include "ui/shared/StableRows.h"
 
 namespace quelto {
 
@@ -73,11 +74,9 @@ void MatchReview::go(int index)
 
 void MatchReview::mark(ReviewProgress::Answer answer)
 {
-    const auto row = index(currentIndex());
     const bool isMoved = m_progress.mark(answer);
-    if (row.isValid()) {
-        Q_EMIT dataChanged(row, row, {IsMarkedRole});
-    }
+    updateRows();
+    Q_EMIT answered();
     if (isMoved) {
         Q_EMIT clipShown(currentPath());
     }
@@ -114,9 +113,8 @@ void MatchReview::updateClips()
     // The clips of the running match are not complete.
     const auto clips = m_dependencies.tracker.session(m_match) ? m_dependencies.clips.clipsOf(m_match) : QList<Clip>();
     if (clips != m_progress.clips()) {
-        beginResetModel();
         m_progress.setClips(clips);
-        endResetModel();
+        updateRows();
         if (count() > 0 && currentPath() != shown) {
             Q_EMIT clipShown(currentPath());
         }
@@ -124,21 +122,31 @@ void MatchReview::updateClips()
     Q_EMIT changed();
 }
 
+void MatchReview::updateRows()
+{
+    QList<ReviewedClip> wanted;
+    for (qsizetype i = 0; i < m_progress.count(); ++i) {
+        const auto& clip = m_progress.clips().at(i);
+        wanted.append({.path = clip.path, .title = clip.visibleTitle(), .isMarked = m_progress.isMarked(i)});
+    }
+    StableRows::update<&ReviewedClip::path>(*this, m_rows, wanted);
+}
+
 int MatchReview::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : count();
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 QVariant MatchReview::data(const QModelIndex& index, int role) const
 {
-    const auto& clip = m_progress.clips().at(index.row());
+    const auto& clip = m_rows.at(index.row());
     switch (role) {
     case PathRole:
         return clip.path;
     case TitleRole:
-        return clip.visibleTitle();
+        return clip.title;
     case IsMarkedRole:
-        return m_progress.isMarked(index.row());
+        return clip.isMarked;
     default:
         return {};
     }

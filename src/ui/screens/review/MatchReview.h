@@ -11,6 +11,15 @@
 
 namespace quelto {
 
+/// A clip in the list of a review.
+struct ReviewedClip {
+    QString path;
+    QString title;
+    bool isMarked = false;
+
+    bool operator==(const ReviewedClip&) const = default;
+};
+
 /// The review of a match for its page, and the list of its clips. Only finish() touches files.
 ///
 /// Thread: main.
@@ -86,18 +95,23 @@ public:
 Q_SIGNALS:
     void matchIdChanged();
     void changed();
-    /// The player has to show this clip. Emitted before `changed`, so that the clip that was opened ahead of time is
-    /// still the one.
+    /// The user kept a clip or marked it.
+    void answered();
+    /// The player has to show this clip. Emitted before `changed`, while the player still has it open ahead of time.
     void clipShown(const QString& path);
 
 private:
+    friend class StableRows;
+
     void mark(ReviewProgress::Answer answer);
     void updateClips();
+    void updateRows();
     const Clip* current() const;
 
     Dependencies m_dependencies;
     QUuid m_match;
     ReviewProgress m_progress;
+    QList<ReviewedClip> m_rows;
 };
 
 } // namespace quelto

@@ -21,9 +21,14 @@ FocusScope {
     focus: true
     Component.onCompleted: sequence.show(review.currentPath)
     Component.onDestruction: sequence.stop()
-    // The controls that have the focus take these keys first.
-    Keys.onReturnPressed: summary.takeKeyboard()
-    Keys.onEnterPressed: summary.takeKeyboard()
+    // The controls that have the focus take these keys first. The key that opened the review may still be held.
+    Keys.onPressed: event => {
+        const isEnter = event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
+        event.accepted = isEnter && !event.isAutoRepeat;
+        if (event.accepted) {
+            summary.takeKeyboard();
+        }
+    }
 
     QtObject {
         id: internal

@@ -28,7 +28,8 @@ std::optional<ReviewProgress::Answer> reviewAnswer(const QString& text, quint32 
         return std::nullopt;
     }
     const auto typed = text.front();
-    const bool isOtherScript = typed.isLetter() && typed.script() != QChar::Script_Latin;
+    // Some scripts have a combining mark in place of a letter.
+    const bool isOtherScript = (typed.isLetter() || typed.isMark()) && typed.script() != QChar::Script_Latin;
     const auto* const key = std::ranges::find_if(Keys, [&](const AnswerKey& each) {
         return isOtherScript ? each.scanCode == scanCode : typed.toLower() == each.letter;
     });

@@ -5,10 +5,17 @@ namespace quelto {
 
 void ReviewProgress::setClips(const QList<Clip>& clips)
 {
-    const auto shown = std::ranges::find(clips, currentPath(), &Clip::path);
-    const auto last = std::max<qsizetype>(clips.size() - 1, 0);
-    m_index = shown != clips.end() ? std::distance(clips.begin(), shown) : std::min(m_index, last);
     m_clips = clips;
+    if (clips.isEmpty()) {
+        return;
+    }
+    QStringList paths;
+    std::ranges::transform(clips, std::back_inserter(paths), &Clip::path);
+    const auto left = std::find_if(m_order.cbegin() + m_index, m_order.cend(),
+                                   [&](const QString& path) { return paths.contains(path); });
+    const auto first = m_order.isEmpty() ? 0 : paths.size() - 1;
+    m_index = left == m_order.cend() ? first : paths.indexOf(*left);
+    m_order = paths;
 }
 
 bool ReviewProgress::go(qsizetype index)

@@ -12,8 +12,8 @@ namespace quelto {
 /// The state of a review: the clips of a match, the one that is shown, and those to delete. At the start all are kept.
 ///
 /// Clips can vanish and return while the review is open, for example with the disk that holds them. The clip that is
-/// shown stays shown; if it vanishes, the next one takes its place. The mark of a clip that vanished does not count,
-/// and is back when the clip is.
+/// shown stays shown. If it vanishes, the next clip that is left is shown, or else the last one. The mark of a clip
+/// that vanished does not count until the clip returns.
 class ReviewProgress {
 public:
     enum class Answer { keep, remove };
@@ -24,7 +24,7 @@ public:
     qsizetype count() const { return m_clips.size(); }
 
     /// Of the clip that is shown; 0 without clips.
-    qsizetype index() const { return m_index; }
+    qsizetype index() const { return m_clips.isEmpty() ? 0 : m_index; }
     /// Empty without clips, or past the last clip.
     QString currentPath() const { return pathAt(m_index); }
     QString followingPath() const { return pathAt(m_index + 1); }
@@ -43,8 +43,10 @@ private:
     QString pathAt(qsizetype index) const;
 
     QList<Clip> m_clips;
-    QSet<QString> m_marks;
+    /// The clips when there last were any, and the one that was shown.
+    QStringList m_order;
     qsizetype m_index = 0;
+    QSet<QString> m_marks;
 };
 
 } // namespace quelto

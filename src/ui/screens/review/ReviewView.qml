@@ -18,7 +18,12 @@ FocusScope {
     focus: true
     Accessible.role: Accessible.Pane
     Accessible.name: L10n.T("Klipleri İncele")
-    Keys.onEscapePressed: review.leave()
+    // A key that is held to leave the full screen does not leave the page.
+    Keys.onEscapePressed: event => {
+        if (!event.isAutoRepeat) {
+            review.leave();
+        }
+    }
     Keys.forwardTo: [answerKeys]
 
     // In full screen the player forwards its keys too.

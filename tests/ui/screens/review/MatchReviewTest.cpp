@@ -4,6 +4,7 @@
 #include "tests/library/matches/MatchClipsFixture.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
 
 namespace quelto {
 namespace {
@@ -111,8 +112,10 @@ TEST_F(MatchReviewTest, FinishTrashesTheMarkedClipsAndShowsTheMatch)
 
 TEST_F(MatchReviewTest, FinishWithoutMarksDeletesNothing)
 {
+    const QSignalSpy changed(&tracker, &MatchTracker::sessionsChanged);
     review->finish();
     EXPECT_EQ(trash.calls, 0);
+    EXPECT_EQ(changed.size(), 0) << "the match is not stored again";
     EXPECT_EQ(navigation.page(), (Page{.kind = Pages::Kind::Match, .match = match}));
 }
 

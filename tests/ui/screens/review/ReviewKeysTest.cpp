@@ -38,6 +38,7 @@ INSTANTIATE_TEST_SUITE_P(
                     KeyCase{"CyrillicAtD", "в", CodeOfD, Answer::remove},
                     KeyCase{"CyrillicAtX", "Ч", CodeOfX, Answer::remove},
                     KeyCase{"CyrillicAtK", "л", CodeOfK, Answer::keep},
+                    KeyCase{"DevanagariMarkAtD", "\u094D", CodeOfD, Answer::remove},
                     KeyCase{"CyrillicElsewhere", "ф", 38, std::nullopt}, KeyCase{"NoText", "", CodeOfD, std::nullopt},
                     KeyCase{"Digit", "1", CodeOfD, std::nullopt}, KeyCase{"Several", "dd", CodeOfD, std::nullopt}),
     [](const auto& test) { return test.param.name; });

@@ -127,7 +127,8 @@ INSTANTIATE_TEST_SUITE_P(
     ReviewProgress, ChangedClips,
     testing::Values(Change{"EarlierClipVanishes", "bcd", 1, 'c'}, Change{"LaterClipVanishes", "abc", 2, 'c'},
                     Change{"ShownClipVanishes", "abd", 2, 'd'}, Change{"ShownAndLaterClipsVanish", "ab", 1, 'b'},
-                    Change{"EarlierClipReturns", "a0bcd", 3, 'c'}, Change{"OneIsLeft", "a", 0, 'a'}),
+                    Change{"ShownAndEarlierClipsVanish", "d", 0, 'd'}, Change{"EarlierClipReturns", "a0bcd", 3, 'c'},
+                    Change{"OneIsLeft", "a", 0, 'a'}),
     [](const auto& test) { return test.param.name; });
 
 TEST(ReviewProgress, MarkOfAVanishedClipReturnsWithIt)
@@ -139,6 +140,7 @@ TEST(ReviewProgress, MarkOfAVanishedClipReturnsWithIt)
     EXPECT_EQ(progress.index(), 0);
     EXPECT_TRUE(progress.marked().isEmpty());
     progress.setClips(clipsOf(QStringLiteral("bc")));
+    EXPECT_EQ(progress.currentPath(), QStringLiteral("/clips/L - c.mp4")) << "as before they vanished";
     EXPECT_EQ(markedIn(progress), QStringLiteral("b"));
     progress.setClips(clipsOf(QStringLiteral("abc")));
     EXPECT_EQ(markedIn(progress), QStringLiteral("ab"));
