@@ -14,6 +14,10 @@ struct DesktopNotification {
     QString body;
     /// The label of the default action, for desktops that show a button; empty if a click does nothing.
     QString action = {};
+    /// A click also counts after a restart of the program.
+    bool outlivesProgram = false;
+
+    bool operator==(const DesktopNotification&) const = default;
 };
 
 /// Notifications that the desktop shows, also while the program's window is hidden.

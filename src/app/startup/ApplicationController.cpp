@@ -111,7 +111,8 @@ ApplicationController::ApplicationController()
                           m_platform.notifications->show({.id = matchIdText(notification.id),
                                                           .title = notification.title,
                                                           .body = notification.body,
-                                                          .action = T("İncele")});
+                                                          .action = T("İncele"),
+                                                          .outlivesProgram = true});
                       }})
 {
     m_recorder = std::make_unique<Recorder>(Recorder::Dependencies{.settings = m_settings,

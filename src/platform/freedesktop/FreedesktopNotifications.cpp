@@ -63,8 +63,10 @@ QDBusMessage notifyCall(const DesktopNotification& notification, uint replaced, 
 
 } // namespace
 
-FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus)
+FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus, OpenNotifications open)
     : m_bus(bus)
+    , m_open(std::move(open))
+    , m_inherited(m_open.load())
     , m_servers(NotificationService, bus, QDBusServiceWatcher::WatchForOwnerChange)
 {
     connect(&m_servers, &QDBusServiceWatcher::serviceOwnerChanged, this, &FreedesktopNotifications::resetServerState);
@@ -75,6 +77,9 @@ FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus)
                   SLOT(onActivationToken(uint, QString, QDBusMessage)));
     m_bus.connect({}, NotificationPath, NotificationService, QStringLiteral("NotificationClosed"), this,
                   SLOT(onClosed(uint, uint, QDBusMessage)));
+    if (!m_inherited.isEmpty()) {
+        requestServer();
+    }
 }
 
 void FreedesktopNotifications::asyncCall(const QDBusMessage& call,
@@ -129,11 +134,36 @@ void FreedesktopNotifications::onServerName(const QDBusMessage& reply)
 {
     m_isRequestingServer = false;
     m_server = reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString() : QString();
+    takeOver();
     // Sent even without a reply: a minimal server may not implement GetCapabilities, and without a server the
     // notifications are lost anyway.
     for (const DesktopNotification& notification : std::exchange(m_queued, {})) {
         send(notification);
     }
+}
+
+void FreedesktopNotifications::takeOver()
+{
+    for (const auto& [notification, server, serverId, shown] : std::exchange(m_inherited, {})) {
+        const bool isRecent = shown.secsTo(QDateTime::currentDateTimeUtc()) < std::chrono::seconds(MaxAge).count();
+        if (server == m_server && isRecent && !m_shown.contains(notification.id)) {
+            m_shown[notification.id] = {.server = server, .serverId = serverId};
+            send(notification);
+            m_shown[notification.id].time = shown;
+        }
+    }
+    saveOpen();
+}
+
+void FreedesktopNotifications::saveOpen() const
+{
+    QList<OpenNotification> open;
+    for (const auto& shown : m_shown) {
+        if (shown.serverId != 0 && shown.notification.outlivesProgram && !shown.isClosed) {
+            open.append({shown.notification, shown.server, shown.serverId, shown.time});
+        }
+    }
+    m_open.save(open);
 }
 
 void FreedesktopNotifications::send(const DesktopNotification& notification)
@@ -146,6 +176,8 @@ void FreedesktopNotifications::send(const DesktopNotification& notification)
     shown.isBeingSent = true;
     shown.server = m_server;
     const auto call = notifyCall(notification, shown.isClosed ? 0U : shown.serverId, m_bodyFormat);
+    shown.notification = notification;
+    shown.time = QDateTime::currentDateTimeUtc();
     asyncCall(call, [this, id = notification.id](const QDBusMessage& reply) { onSent(id, reply); });
 }
 
@@ -154,10 +186,14 @@ void FreedesktopNotifications::onSent(const QString& id, const QDBusMessage& rep
     const Shown sent = std::exchange(m_shown[id], {});
     const std::optional<DesktopNotification>& next = sent.next;
     if (reply.type() == QDBusMessage::ReplyMessage) {
-        m_shown[id] = {.server = sent.server, .serverId = reply.arguments().value(0).toUInt()};
+        m_shown[id] = {.server = sent.server,
+                       .serverId = reply.arguments().value(0).toUInt(),
+                       .notification = sent.notification,
+                       .time = sent.time};
     } else {
         m_shown.remove(id);
     }
+    saveOpen();
     if (next) {
         show(*next);
     }
@@ -171,6 +207,7 @@ void FreedesktopNotifications::resetServerState()
         shown->serverId = 0;
         shown = shown->isBeingSent ? std::next(shown) : m_shown.erase(shown);
     }
+    saveOpen();
 }
 
 std::optional<QString> FreedesktopNotifications::idOf(uint serverId, const QDBusMessage& message) const
@@ -197,6 +234,9 @@ void FreedesktopNotifications::onActionInvoked(uint serverId, const QString& act
     if (!id || action != DefaultAction) {
         return;
     }
+    // Not every server closes it now.
+    m_shown[*id].notification.outlivesProgram = false;
+    saveOpen();
     const QByteArray token = std::exchange(m_token, {}).toUtf8();
     if (!token.isEmpty() && m_tokenServerId == serverId) {
         // The next activation of a window uses the token from the environment.
@@ -221,6 +261,7 @@ void FreedesktopNotifications::onClosed(uint serverId, uint reason, const QDBusM
     } else {
         m_shown.remove(*id);
     }
+    saveOpen();
 }
 
 } // namespace quelto

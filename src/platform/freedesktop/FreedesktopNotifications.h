@@ -2,12 +2,14 @@
 #pragma once
 
 #include "platform/DesktopNotifications.h"
+#include "platform/freedesktop/OpenNotifications.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QHash>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -20,11 +22,19 @@ enum class NotificationBody { plainText, markup };
 ///
 /// The server may be missing, exit and return at any time. A signal about a notification is accepted only from the
 /// server that assigned its server id, because any program on the bus can send such signals.
+///
+/// A server sends a click only to the program that showed the notification. After a restart, a notification that
+/// outlives the program is therefore shown again in place of the one on the screen.
 class FreedesktopNotifications final : public DesktopNotifications {
     Q_OBJECT
 
 public:
-    explicit FreedesktopNotifications(const QDBusConnection& bus = QDBusConnection::sessionBus());
+    /// An older notification is not shown again after a restart.
+    static constexpr std::chrono::hours MaxAge{1};
+
+    /// Takes over the notifications of the program's last run. open: where they are stored.
+    explicit FreedesktopNotifications(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+                                      OpenNotifications open = OpenNotifications());
 
     void show(const DesktopNotification& notification) override;
 
@@ -47,6 +57,9 @@ private:
         /// Closed on the screen, so it cannot be replaced. A list of past notifications may still offer its action.
         bool isClosed = false;
         bool isBeingSent = false;
+        /// What is shown, and since when.
+        DesktopNotification notification = {};
+        QDateTime time = {};
         /// Waits until the previous notification has a server id, which is needed to replace it.
         std::optional<DesktopNotification> next;
     };
@@ -56,13 +69,18 @@ private:
     void onCapabilities(const QDBusMessage& reply);
     void onServerName(const QDBusMessage& reply);
     void asyncCall(const QDBusMessage& call, std::function<void(const QDBusMessage& reply)> onReply);
+    void takeOver();
     void send(const DesktopNotification& notification);
     void onSent(const QString& id, const QDBusMessage& reply);
     void resetServerState();
+    void saveOpen() const;
     /// The id of the notification that a server's message refers to.
     std::optional<QString> idOf(uint serverId, const QDBusMessage& message) const;
 
     QDBusConnection m_bus;
+    OpenNotifications m_open;
+    /// Of the program's last run, until the server is known.
+    QList<OpenNotification> m_inherited;
     QDBusServiceWatcher m_servers;
     QHash<QString, Shown> m_shown;
     /// The present server's unique bus name. A reply does not tell it: since Qt 6.8 replies have no sender.

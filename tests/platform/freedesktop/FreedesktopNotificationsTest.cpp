@@ -5,6 +5,8 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -265,6 +267,122 @@ TEST_F(FreedesktopNotificationsTest, SetsTheActivationTokenForTheClickOnly)
     EXPECT_EQ(startupId, "token-1_TIME5");
     EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "other programs must not inherit a used token";
     EXPECT_FALSE(qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
+}
+
+class NotificationsAfterARestart : public FreedesktopNotificationsTest {
+protected:
+    void SetUp() override
+    {
+        FreedesktopNotificationsTest::SetUp();
+        if (!IsSkipped()) {
+            restart();
+        }
+    }
+
+    static DesktopNotification lasting(const QString& id)
+    {
+        auto lasting = notification(id);
+        lasting.outlivesProgram = true;
+        return lasting;
+    }
+
+    /// Replaces the program by one on a new connection, and waits until it has no more to send.
+    void restart()
+    {
+        m_notifications.reset();
+        QDBusConnection::disconnectFromBus(m_bus.name());
+        m_bus = newConnection();
+        m_notifications = std::make_unique<FreedesktopNotifications>(m_bus, store());
+        QObject::connect(m_notifications.get(), &DesktopNotifications::clicked,
+                         [this](const QString& id) { m_clicks.append(id); });
+        settle();
+        settle();
+    }
+
+    OpenNotifications store() const { return OpenNotifications(m_folder.filePath(QStringLiteral("open.json"))); }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(NotificationsAfterARestart, ClickOnTheOneThatIsTakenOverIsReported)
+{
+    const FakeNotificationServer server;
+    showOn(server, notification(QStringLiteral("zero")));
+    showOn(server, lasting(QStringLiteral("one")));
+    restart();
+    ASSERT_EQ(server.calls.size(), 3);
+    EXPECT_EQ(server.calls[2].replaces, 2U);
+    EXPECT_EQ(server.calls[2].title, u"title");
+    EXPECT_EQ(server.calls[2].body, u"body");
+    EXPECT_EQ(server.calls[2].actions.value(1), u"open");
+    server.click(1);
+    server.click(2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_clicks.isEmpty(); }));
+    EXPECT_EQ(m_clicks, QStringList{QStringLiteral("one")});
+    restart();
+    EXPECT_EQ(server.calls.size(), 3) << "it was clicked";
+}
+
+TEST_F(NotificationsAfterARestart, SurvivesASecondRestart)
+{
+    const FakeNotificationServer server;
+    showOn(server, lasting(QStringLiteral("one")));
+    restart();
+    restart();
+    ASSERT_EQ(server.calls.size(), 3);
+    EXPECT_EQ(server.calls[2].replaces, 1U);
+}
+
+TEST_F(NotificationsAfterARestart, ClosedOnesAreNotShownAgain)
+{
+    const FakeNotificationServer server;
+    showOn(server, lasting(QStringLiteral("dismissed")));
+    showOn(server, lasting(QStringLiteral("expired")));
+    server.send(Closed, {1U, 2U});
+    server.send(Closed, {2U, 1U});
+    settle();
+    restart();
+    EXPECT_EQ(server.calls.size(), 2);
+}
+
+TEST_F(NotificationsAfterARestart, OldOnesAreNotShownAgain)
+{
+    const FakeNotificationServer server;
+    showOn(server, lasting(QStringLiteral("one")));
+    auto open = store().load();
+    ASSERT_EQ(open.size(), 1);
+    open.first().shown = open.first().shown.addSecs(-3601);
+    store().save(open);
+    restart();
+    EXPECT_EQ(server.calls.size(), 1);
+    EXPECT_TRUE(store().load().isEmpty());
+}
+
+TEST_F(NotificationsAfterARestart, AnotherServerGetsNothing)
+{
+    auto server = std::make_unique<FakeNotificationServer>();
+    showOn(*server, lasting(QStringLiteral("one")));
+    const auto open = store().load();
+    ASSERT_EQ(open.size(), 1);
+    server.reset();
+    server = std::make_unique<FakeNotificationServer>();
+    settle();
+    store().save(open);
+    restart();
+    EXPECT_TRUE(server->calls.isEmpty());
+}
+
+TEST_F(NotificationsAfterARestart, UnreadableFileCountsAsEmpty)
+{
+    const FakeNotificationServer server;
+    for (const QByteArray content : {"", "[", "{}", "[1,{},{\"id\":7,\"server\":\":1.1\",\"serverId\":-1}]"}) {
+        QFile file(m_folder.filePath(QStringLiteral("open.json")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+        file.close();
+        restart();
+        EXPECT_TRUE(server.calls.isEmpty()) << content.toStdString();
+    }
 }
 
 } // namespace
