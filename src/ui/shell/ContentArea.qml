@@ -16,6 +16,9 @@ FocusScope {
             [Pages.Matches]: "qrc:/Quelto/Matches/MatchListView.qml"
         })
 
+    // The match that the page is about; empty for other pages.
+    property string shownMatch: ""
+
     // Creates a new page. A change from one game to another is a new page too.
     function renew() {
         const match = {
@@ -28,8 +31,12 @@ FocusScope {
                 isOther: Navigation.isOther
             },
             [Pages.Match]: match,
-            [Pages.Review]: match
+            [Pages.Review]: match,
+            [Pages.Matches]: {
+                initialMatch: shownMatch
+            }
         };
+        shownMatch = Navigation.matchId;
         page.setSource("");
         page.setSource(pageFiles[Navigation.pageKind], states[Navigation.pageKind] ?? {});
     }

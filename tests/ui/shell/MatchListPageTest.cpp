@@ -265,6 +265,38 @@ TEST_F(MatchListPageTest, ClickOpensTheMatch)
     EXPECT_EQ(navigation->matchId(), idOf(QStringLiteral("Hero 0")));
 }
 
+TEST_F(MatchListPageTest, ReturnsToTheRowOfTheMatchThatWasOpen)
+{
+    playMany(40);
+    showPage();
+    navigation->showMatch(idOf(QStringLiteral("Hero 10")));
+    update();
+    showPage();
+    ASSERT_NE(row(QStringLiteral("Hero 10")), nullptr);
+    EXPECT_TRUE(isWholeRowVisible(QStringLiteral("Hero 10")));
+    EXPECT_EQ(focusedHero(), QStringLiteral("Hero 10"));
+    EXPECT_FALSE(isMarked(QStringLiteral("Hero 10")));
+    press(Qt::Key_Down);
+    EXPECT_EQ(focusedHero(), QStringLiteral("Hero 10"));
+    EXPECT_TRUE(isMarked(QStringLiteral("Hero 10")));
+    navigation->showLibrary();
+    showPage();
+    EXPECT_EQ(focusedHero(), QStringLiteral("Hero 39")) << "the match was not open last";
+}
+
+TEST_F(MatchListPageTest, ReturnsToTheTopIfTheMatchIsGone)
+{
+    playMany(40);
+    showPage();
+    const auto id = idOf(QStringLiteral("Hero 10"));
+    navigation->showMatch(id);
+    update();
+    matches->deleteSession(QUuid(id), MatchTracker::WithClips::no);
+    showPage();
+    EXPECT_EQ(focusedHero(), QStringLiteral("Hero 39"));
+    EXPECT_TRUE(isWholeRowVisible(QStringLiteral("Hero 39")));
+}
+
 TEST_F(MatchListPageTest, KeysMoveBetweenRowsAndReturnOpens)
 {
     playMany(40);

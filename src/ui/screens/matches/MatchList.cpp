@@ -96,6 +96,13 @@ QHash<int, QByteArray> MatchList::roleNames() const
             {MatchIdRole, "matchId"}};
 }
 
+int MatchList::rowOf(const QString& matchId) const
+{
+    const auto found = std::ranges::find_if(
+        m_matches, [id = QUuid(matchId)](const ListedMatch& match) { return match.id == id && !match.isLive; });
+    return found == m_matches.end() ? -1 : static_cast<int>(found - m_matches.begin());
+}
+
 void MatchList::deleteRecap(const QString& matchId)
 {
     m_dependencies.tracker.deleteSession(QUuid(matchId), MatchTracker::WithClips::no);

@@ -57,6 +57,8 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+    /// The row of a finished match; -1 if it is not listed.
+    Q_INVOKABLE int rowOf(const QString& matchId) const;
     /// Removes a match from the list and keeps its clips.
     Q_INVOKABLE void deleteRecap(const QString& matchId);
     /// Removes a match from the list and moves its clips to the trash.

@@ -10,6 +10,9 @@ import Quelto.Shared
 FocusScope {
     id: view
 
+    // The match that the user comes from; its row is the current one.
+    property string initialMatch: ""
+
     function askToDelete(matchId: string) {
         internal.pendingMatch = matchId;
         confirmation.open();
@@ -50,6 +53,7 @@ FocusScope {
                 anchors.fill: parent
                 visible: count > 0
                 matches: matches
+                initialMatch: view.initialMatch
                 matchWithMenu: menu.visible ? internal.menuMatch : ""
                 Accessible.name: header.title
                 onDeleteRequested: matchId => view.askToDelete(matchId)

@@ -14,6 +14,8 @@ ListView {
     id: list
 
     required property MatchList matches
+    // Its row is the current one at the start.
+    required property string initialMatch
     // The match whose menu is open.
     property string matchWithMenu: ""
     // Between a row and the edge of the list: has room for the focus ring.
@@ -87,16 +89,27 @@ ListView {
     bottomMargin: Theme.spacing.page
     boundsBehavior: Flickable.StopAtBounds
     cacheBuffer: 0
+    Component.onCompleted: currentIndex = Math.max(0, matches.rowOf(initialMatch))
+    // The final height is not known before.
+    onHeightChanged: {
+        if (!internal.isUsed && currentIndex > 0) {
+            positionViewAtIndex(currentIndex, ListView.Center);
+        }
+    }
     // As in the library, a mouse scrolls by its wheel.
     interactive: !mouse.active
     Accessible.role: Accessible.List
-    onMovementStarted: wheel.stop()
+    onMovementStarted: {
+        internal.isUsed = true;
+        wheel.stop();
+    }
     Keys.onPressed: event => {
         const isMenuKey = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
         const isPlain = event.modifiers === Qt.NoModifier || event.modifiers === Qt.KeypadModifier;
         const key = isMenuKey ? Qt.Key_Menu : event.key;
         event.accepted = (isMenuKey || isPlain) && (list.move(key) || list.actOn(key, event.isAutoRepeat));
         internal.isByKeyboard = true;
+        internal.isUsed = true;
     }
 
     QtObject {
@@ -104,6 +117,8 @@ ListView {
 
         // The last input came from the keyboard, so the row with the focus is marked.
         property bool isByKeyboard: false
+        // The user has moved the view, or the focus in it.
+        property bool isUsed: false
         // The view was at the top before rows were added.
         property bool wasAtTop: false
     }
@@ -131,6 +146,7 @@ ListView {
         id: wheel
 
         view: list
+        onWheel: internal.isUsed = true
     }
 
     PointHandler {
