@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
 
-// A modal question before an action, or between two actions. The cancel button has the initial focus. Escape and any other way to close the
-// dialog only dismiss it, which is no answer.
+// A modal question before an action, or between two actions. The cancel button has the initial focus. Escape, like any
+// other way to close the dialog, means no action.
 ThemedDialog {
     id: dialog
 

@@ -5,8 +5,8 @@
 
 namespace quelto {
 
-/// Plays one clip after the other without a gap: while one plays, a second player opens the clip that follows. To its
-/// screen it is one player, whose speed and volume stay.
+/// Plays one clip after the other without a gap: while one plays, a second player opens the clip that follows. The speed
+/// and the volume that the user chose apply to both.
 ///
 /// Thread: main. Nothing blocks.
 class ClipSequencePlayer : public QObject {
@@ -16,8 +16,8 @@ class ClipSequencePlayer : public QObject {
     Q_PROPERTY(quelto::ClipPlayer* current READ current NOTIFY currentChanged)
     /// All ClipPlayers. Each needs a surface of its own. The second one comes when the first clip is opened ahead.
     Q_PROPERTY(QVariantList players READ playersForQml NOTIFY playersChanged)
-    /// The clip to open ahead; empty for none. It is opened when the current one is on screen, which would otherwise
-    /// take longer. A current clip that cannot be played opens none ahead.
+    /// The clip to open ahead; empty for none. It is opened after the first picture of the current one is on screen, so
+    /// that it does not delay that. A current clip that cannot be played opens none ahead.
     Q_PROPERTY(QString following READ following WRITE setFollowing NOTIFY followingChanged)
 
 public:

@@ -13,6 +13,7 @@ struct FontSizeRoles {
     Q_GADGET
     QML_ANONYMOUS
     Q_PROPERTY(int pageTitle MEMBER pageTitle CONSTANT)
+    Q_PROPERTY(int itemTitle MEMBER itemTitle CONSTANT)
     Q_PROPERTY(int heading MEMBER heading CONSTANT)
     Q_PROPERTY(int dialogTitle MEMBER dialogTitle CONSTANT)
     Q_PROPERTY(int body MEMBER body CONSTANT)
@@ -22,6 +23,8 @@ struct FontSizeRoles {
 
 public:
     int pageTitle = 28;
+    /// The title of a page with a player.
+    int itemTitle = 20;
     /// In the middle of an empty page.
     int heading = 18;
     int dialogTitle = 15;

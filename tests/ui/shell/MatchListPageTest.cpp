@@ -284,7 +284,7 @@ TEST_F(MatchListPageTest, ReturnsToTheRowOfTheMatchThatWasOpen)
     EXPECT_EQ(focusedHero(), QStringLiteral("Hero 39")) << "the match was not open last";
 }
 
-TEST_F(MatchListPageTest, ReturnsToTheTopIfTheMatchIsGone)
+TEST_F(MatchListPageTest, ReturnsToTheNextRowIfTheMatchIsDeleted)
 {
     playMany(40);
     showPage();
@@ -292,9 +292,11 @@ TEST_F(MatchListPageTest, ReturnsToTheTopIfTheMatchIsGone)
     navigation->showMatch(id);
     update();
     matches->deleteSession(QUuid(id), MatchTracker::WithClips::no);
-    showPage();
-    EXPECT_EQ(focusedHero(), QStringLiteral("Hero 39"));
-    EXPECT_TRUE(isWholeRowVisible(QStringLiteral("Hero 39")));
+    update();
+    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Matches);
+    EXPECT_EQ(focusedHero(), QStringLiteral("Hero 9"));
+    ASSERT_NE(row(QStringLiteral("Hero 9")), nullptr);
+    EXPECT_TRUE(isWholeRowVisible(QStringLiteral("Hero 9")));
 }
 
 TEST_F(MatchListPageTest, KeysMoveBetweenRowsAndReturnOpens)

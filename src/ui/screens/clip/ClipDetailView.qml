@@ -91,32 +91,14 @@ FocusScope {
     }
 
     // In a low window the cards scroll beside the player. In a narrow one all of it scrolls.
-    Flickable {
+    FocusFlickable {
         id: scroll
-
-        readonly property Item focusedItem: Window.activeFocusItem
-        readonly property real lastY: Math.max(0, contentHeight - height)
-
-        // Scrolls until the item is visible. An item elsewhere in the window changes nothing.
-        function reveal(item: Item) {
-            let ancestor = item;
-            while (ancestor && ancestor !== body) {
-                ancestor = ancestor.parent;
-            }
-            if (ancestor && (!view.isWide || item.mapToItem(side, 0, 0).x >= 0)) {
-                const start = item.mapToItem(body, 0, 0).y - Theme.spacing.row;
-                const end = start + item.height + 2 * Theme.spacing.row;
-                contentY = Math.max(0, Math.min(Math.min(Math.max(contentY, end - height), start), lastY));
-            }
-        }
 
         anchors.fill: parent
         anchors.topMargin: header.y + header.height + Theme.spacing.paragraph
         contentHeight: body.height + Theme.spacing.page
-        boundsBehavior: Flickable.StopAtBounds
-        interactive: lastY > 0
+        scope: view.isWide ? side : body
         clip: true
-        onFocusedItemChanged: reveal(focusedItem)
 
         Item {
             id: body
@@ -205,21 +187,6 @@ FocusScope {
                 visible: detail.isBusy
                 text: detail.busyText
                 progress: detail.progress
-            }
-        }
-    }
-
-    ThemedScrollBar {
-        id: scrollBar
-
-        anchors.right: scroll.right
-        anchors.top: scroll.top
-        anchors.bottom: scroll.bottom
-        size: scroll.visibleArea.heightRatio
-        position: scroll.visibleArea.yPosition
-        onPositionChanged: {
-            if (pressed) {
-                scroll.contentY = position * scroll.contentHeight;
             }
         }
     }

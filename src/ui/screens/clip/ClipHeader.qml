@@ -39,7 +39,7 @@ RowLayout {
             elide: Text.ElideRight
             maximumLineCount: 1
             color: Theme.text
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontSize.itemTitle
             font.weight: Font.Bold
             Accessible.role: Accessible.Heading
             Accessible.name: header.clip.title

@@ -7,7 +7,7 @@
 
 namespace quelto {
 
-/// Which clips of a page are selected. Only clips of the page can be.
+/// Which clips of a page are selected.
 class ClipSelection {
 public:
     /// Sets the clips of the page. A clip that is gone is no longer selected, also if it comes back.

@@ -82,7 +82,7 @@ T.ItemDelegate {
             cornerRadius: Theme.radius.card
         }
 
-        // Not a child of the row: with a handler of its own, a button also reacts to the right button.
+        // A handler that is a direct child of a button would let the right button click it.
         TapHandler {
             enabled: !row.isLive
             acceptedButtons: Qt.RightButton

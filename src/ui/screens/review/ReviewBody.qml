@@ -66,31 +66,12 @@ FocusScope {
         }
     }
 
-    Flickable {
+    FocusFlickable {
         id: scroll
-
-        readonly property Item focusedItem: Window.activeFocusItem
-        readonly property real lastY: Math.max(0, contentHeight - height)
-
-        // Scrolls until the item is visible. An item elsewhere in the window changes nothing.
-        function reveal(item: Item) {
-            let ancestor = item;
-            while (ancestor && ancestor !== column) {
-                ancestor = ancestor.parent;
-            }
-            if (ancestor) {
-                const start = item.mapToItem(column, 0, 0).y - Theme.spacing.row;
-                const end = start + item.height + 2 * Theme.spacing.row;
-                contentY = Math.max(0, Math.min(Math.min(Math.max(contentY, end - height), start), lastY));
-            }
-        }
 
         anchors.fill: parent
         contentHeight: column.height + Theme.spacing.panel
-        boundsBehavior: Flickable.StopAtBounds
-        interactive: lastY > 0
-        clip: interactive
-        onFocusedItemChanged: reveal(focusedItem)
+        scope: column
 
         Column {
             id: column
@@ -133,19 +114,6 @@ FocusScope {
                 width: parent.width
                 review: body.review
                 onFinished: body.finish()
-            }
-        }
-    }
-
-    ThemedScrollBar {
-        anchors.right: scroll.right
-        anchors.top: scroll.top
-        anchors.bottom: scroll.bottom
-        size: scroll.visibleArea.heightRatio
-        position: scroll.visibleArea.yPosition
-        onPositionChanged: {
-            if (pressed) {
-                scroll.contentY = position * scroll.contentHeight;
             }
         }
     }

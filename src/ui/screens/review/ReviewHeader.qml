@@ -7,7 +7,7 @@ import Quelto.Review
 import Quelto.Shared
 import Quelto.Theme
 
-// The way back to the match, what to do, and how far the review is.
+// The way back to the match, the instructions, and the number of the clip that is shown.
 RowLayout {
     id: header
 
@@ -38,7 +38,7 @@ RowLayout {
             textFormat: Text.PlainText
             elide: Text.ElideRight
             color: Theme.text
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontSize.itemTitle
             font.weight: Font.Bold
             Accessible.role: Accessible.Heading
             Accessible.name: text

@@ -6,7 +6,7 @@ import Quelto.Review
 import Quelto.Shared
 import Quelto.Theme
 
-// How many clips stay and go, and the button that carries it out. A narrow page shows the button below.
+// The numbers of clips to keep and to delete, and the button that deletes. A narrow page shows the button below.
 Rectangle {
     id: panel
 
