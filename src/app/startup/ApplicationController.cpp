@@ -240,8 +240,9 @@ void ApplicationController::returnMemoryAfterRebuilds()
     const auto start = qOverload<>(&QTimer::start);
     connect(&m_settings, &AppSettings::colorThemeChanged, released, start);
     connect(&m_settings, &AppSettings::languageChanged, released, start);
-    // Also after a clip: its player and its pictures took memory.
+    // Also after a clip and after a review: their players and pictures took memory.
     connect(&m_navigation, &Navigation::selectedChanged, released, start);
+    connect(&m_navigation, &Navigation::pageChanged, released, start);
 }
 
 void ApplicationController::joinSavedClips()
