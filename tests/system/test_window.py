@@ -1,7 +1,9 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The window keeps its frame, its menu opens the folder, and it follows the language and theme settings."""
+import json
 import time
+import uuid
 
 import desktop
 import screen_reader
@@ -125,6 +127,25 @@ class Window(window.WindowTest):
             desktop.wait_until(lambda accent=accent: accent in self.colours(), 3, f"the accent of {theme}")
         desktop.wait_until(lambda: program.resident_megabytes() < before + 6, 5, f"less than {before + 6:.0f} MB")
         print(f"{before:.0f} MB before, {program.resident_megabytes():.0f} MB after")
+
+    def test_reviews_leave_no_memory_behind(self):
+        paths = [self.put(f"Dota 2 - 2026-03-01 20.15.{index:02d}", 60 * (3 - index), width=1920, height=1080) for index in range(3)]
+        data = self.new_folder("data")
+        match = {"id": str(uuid.uuid4()).upper(), "game": "Dota 2", "hero": "Axe", "start": 0, "clips": list(map(str, paths))}
+        (data / "matches.json").write_text(json.dumps([match]))
+        program = self.window({"QUELTO_DATA_DIR": str(data)})
+        self.reader.click("push button", "Maç Özetleri, 1")
+        self.reader.click("list item", "Dota 2 • Axe, .*")
+        self.wait_for_focus("Klipleri İncele")
+        before = program.resident_megabytes()
+        for _ in range(10):
+            desktop.press("Return")
+            self.reader.find(None, "0:0[0-2] / 0:02")
+            desktop.press("Escape")
+            self.wait_for_focus("Klipleri İncele")
+        used = program.resident_megabytes()
+        desktop.wait_until(lambda: program.resident_megabytes() < before + 60, 5, f"less than {before + 60:.0f} MB")
+        print(f"{before:.0f} MB before, {used:.0f} MB at once after, {program.resident_megabytes():.0f} MB later")
 
     def colours(self):
         """The colours around the tile at the top of the sidebar."""
