@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 namespace quelto {
 
 struct DesktopNotification {
@@ -14,7 +16,7 @@ struct DesktopNotification {
     QString body;
     /// The label of the default action, for desktops that show a button; empty if a click does nothing.
     QString action = {};
-    /// A click also counts after a restart of the program.
+    /// A click also counts after a restart of the program. See takeOver.
     bool outlivesProgram = false;
 
     bool operator==(const DesktopNotification&) const = default;
@@ -29,6 +31,9 @@ class DesktopNotifications : public QObject {
 
 public:
     virtual void show(const DesktopNotification& notification) = 0;
+    /// Makes clicks count on the notifications that outlive the program and that its last run left on the screen. Call
+    /// it once. isWanted: whether the notification with that id still has a meaning.
+    virtual void takeOver(const std::function<bool(const QString& id)>& isWanted) = 0;
 
 Q_SIGNALS:
     /// The user activated the notification's default action. If the desktop supplied an activation token, which allows

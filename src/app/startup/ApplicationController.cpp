@@ -264,6 +264,16 @@ void ApplicationController::joinMatches()
             openReview(match);
         }
     });
+    // The match of a notification may have been deleted.
+    auto* const untilLoaded = new QObject(this);
+    connect(&m_matches, &MatchTracker::sessionsChanged, untilLoaded, [this, untilLoaded] {
+        if (m_matches.isLoaded()) {
+            m_matches.disconnect(untilLoaded);
+            untilLoaded->deleteLater();
+            m_platform.notifications->takeOver(
+                [this](const QString& id) { return m_matches.session(QUuid::fromString(id)).has_value(); });
+        }
+    });
 }
 
 void ApplicationController::followGames()

@@ -77,9 +77,6 @@ FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus, O
                   SLOT(onActivationToken(uint, QString, QDBusMessage)));
     m_bus.connect({}, NotificationPath, NotificationService, QStringLiteral("NotificationClosed"), this,
                   SLOT(onClosed(uint, uint, QDBusMessage)));
-    if (!m_inherited.isEmpty()) {
-        requestServer();
-    }
 }
 
 void FreedesktopNotifications::asyncCall(const QDBusMessage& call,
@@ -100,6 +97,17 @@ void FreedesktopNotifications::show(const DesktopNotification& notification)
         return;
     }
     send(notification);
+}
+
+void FreedesktopNotifications::takeOver(const std::function<bool(const QString& id)>& isWanted)
+{
+    m_inherited.removeIf([&](const OpenNotification& open) { return !isWanted(open.notification.id); });
+    m_isTakingOver = true;
+    if (m_inherited.isEmpty()) {
+        saveOpen();
+    } else {
+        requestServer();
+    }
 }
 
 void FreedesktopNotifications::showAndWait(const DesktopNotification& notification, const QDBusConnection& bus)
@@ -134,7 +142,9 @@ void FreedesktopNotifications::onServerName(const QDBusMessage& reply)
 {
     m_isRequestingServer = false;
     m_server = reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString() : QString();
-    takeOver();
+    if (m_isTakingOver) {
+        showInherited();
+    }
     // Sent even without a reply: a minimal server may not implement GetCapabilities, and without a server the
     // notifications are lost anyway.
     for (const DesktopNotification& notification : std::exchange(m_queued, {})) {
@@ -142,7 +152,7 @@ void FreedesktopNotifications::onServerName(const QDBusMessage& reply)
     }
 }
 
-void FreedesktopNotifications::takeOver()
+void FreedesktopNotifications::showInherited()
 {
     for (const auto& [notification, server, serverId, shown] : std::exchange(m_inherited, {})) {
         const bool isRecent = shown.secsTo(QDateTime::currentDateTimeUtc()) < std::chrono::seconds(MaxAge).count();
@@ -157,7 +167,7 @@ void FreedesktopNotifications::takeOver()
 
 void FreedesktopNotifications::saveOpen() const
 {
-    QList<OpenNotification> open;
+    auto open = m_inherited;
     for (const auto& shown : m_shown) {
         if (shown.serverId != 0 && shown.notification.outlivesProgram && !shown.isClosed) {
             open.append({shown.notification, shown.server, shown.serverId, shown.time});

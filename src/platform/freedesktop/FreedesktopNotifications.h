@@ -32,11 +32,12 @@ public:
     /// An older notification is not shown again after a restart.
     static constexpr std::chrono::hours MaxAge{1};
 
-    /// Takes over the notifications of the program's last run. open: where they are stored.
+    /// open: where notifications that outlive the program are stored.
     explicit FreedesktopNotifications(const QDBusConnection& bus = QDBusConnection::sessionBus(),
                                       OpenNotifications open = OpenNotifications());
 
     void show(const DesktopNotification& notification) override;
+    void takeOver(const std::function<bool(const QString& id)>& isWanted) override;
 
     /// Shows a notification and blocks until the server has it, a few seconds at most. For a program that ends next.
     static void showAndWait(const DesktopNotification& notification,
@@ -69,7 +70,7 @@ private:
     void onCapabilities(const QDBusMessage& reply);
     void onServerName(const QDBusMessage& reply);
     void asyncCall(const QDBusMessage& call, std::function<void(const QDBusMessage& reply)> onReply);
-    void takeOver();
+    void showInherited();
     void send(const DesktopNotification& notification);
     void onSent(const QString& id, const QDBusMessage& reply);
     void resetServerState();
@@ -79,8 +80,9 @@ private:
 
     QDBusConnection m_bus;
     OpenNotifications m_open;
-    /// Of the program's last run, until the server is known.
+    /// Of the program's last run, until they are taken over.
     QList<OpenNotification> m_inherited;
+    bool m_isTakingOver = false;
     QDBusServiceWatcher m_servers;
     QHash<QString, Shown> m_shown;
     /// The present server's unique bus name. A reply does not tell it: since Qt 6.8 replies have no sender.

@@ -295,6 +295,7 @@ protected:
         m_notifications = std::make_unique<FreedesktopNotifications>(m_bus, store());
         QObject::connect(m_notifications.get(), &DesktopNotifications::clicked,
                          [this](const QString& id) { m_clicks.append(id); });
+        m_notifications->takeOver([this](const QString& id) { return !m_unwanted.contains(id); });
         settle();
         settle();
     }
@@ -302,6 +303,7 @@ protected:
     OpenNotifications store() const { return OpenNotifications(m_folder.filePath(QStringLiteral("open.json"))); }
 
     QTemporaryDir m_folder;
+    QStringList m_unwanted;
 };
 
 TEST_F(NotificationsAfterARestart, ClickOnTheOneThatIsTakenOverIsReported)
@@ -343,6 +345,28 @@ TEST_F(NotificationsAfterARestart, ClosedOnesAreNotShownAgain)
     settle();
     restart();
     EXPECT_EQ(server.calls.size(), 2);
+}
+
+TEST_F(NotificationsAfterARestart, OnesWithoutAMeaningAreNotShownAgain)
+{
+    const FakeNotificationServer server;
+    showOn(server, lasting(QStringLiteral("one")));
+    m_unwanted.append(QStringLiteral("one"));
+    restart();
+    EXPECT_EQ(server.calls.size(), 1);
+    EXPECT_TRUE(store().load().isEmpty());
+}
+
+TEST_F(NotificationsAfterARestart, NotificationBeforeTheTakeOverKeepsTheOthers)
+{
+    const FakeNotificationServer server;
+    showOn(server, lasting(QStringLiteral("one")));
+    m_notifications = std::make_unique<FreedesktopNotifications>(m_bus, store());
+    showOn(server, lasting(QStringLiteral("two")));
+    EXPECT_EQ(store().load().size(), 2);
+    m_notifications->takeOver([](const QString&) { return true; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.calls.size() == 3; }));
+    EXPECT_EQ(server.calls[2].replaces, 1U);
 }
 
 TEST_F(NotificationsAfterARestart, OldOnesAreNotShownAgain)
