@@ -220,6 +220,8 @@ TEST_F(MatchRecapTest, DeletionBeforeTheMatchesAreLoadedClearsTheSelection)
     later.clipSaved(clip);
     later.gameEnded(game);
     time.advance(std::chrono::seconds(10));
+    lookUpTime.settle();
+    time.settle();
     ASSERT_FALSE(later.isLoaded());
     MatchRecap early({.tracker = later, .clips = laterClips});
     early.setMatchId(matchIdText(later.sessions().first().id));
