@@ -416,5 +416,31 @@ TEST_F(ReviewViewTest, OnlyVisibleFramesOfALongMatchExist)
     })) << "scrolls to the current one";
 }
 
+TEST_F(ReviewViewTest, FilmstripKeepsTheShownClipInViewWhenTheWindowShrinks)
+{
+    QList<QByteArray> clips;
+    for (int i = 0; i < 12; ++i) {
+        clips.append("League of Legends - clip " + QByteArray::number(i) + ".mp4");
+    }
+    window->resize(1900, 780);
+    open(clips);
+    for (int i = 0; i < 8; ++i) {
+        type('k');
+    }
+    const auto* const strip = item(QStringLiteral("Klipler"));
+    const auto isInView = [&] {
+        drawFrame();
+        const auto* const frame = test::itemNamed(window, QStringLiteral("9 / 12, clip 8, kalacak"));
+        return frame != nullptr && frame->isVisible() &&
+            strip->mapRectToScene(strip->boundingRect())
+                .contains(frame->mapRectToScene(frame->boundingRect()).adjusted(1, 1, -1, -1));
+    };
+    ASSERT_TRUE(QTest::qWaitFor(isInView));
+    ASSERT_GE(strip->width(), 1432) << "all frames fit, so nothing was scrolled";
+    window->resize(1020, 700);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return strip->width() < 800; }));
+    EXPECT_TRUE(QTest::qWaitFor(isInView));
+}
+
 } // namespace
 } // namespace quelto

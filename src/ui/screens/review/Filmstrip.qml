@@ -44,6 +44,8 @@ ListView {
             telling.restart();
         }
     }
+    // The view does not follow by itself when it becomes narrower.
+    onWidthChanged: positionViewAtIndex(currentIndex, ListView.Contain)
     Keys.onLeftPressed: review.go(review.index - 1)
     Keys.onRightPressed: review.go(review.index + 1)
     Keys.onPressed: event => {
