@@ -266,6 +266,17 @@ TEST_F(MatchPageTest, RecapIsDeletedWithOrWithoutItsClips)
     EXPECT_EQ(trash.recycled, (QStringList{pathOf("A.mp4"), pathOf("B.mp4")}));
 }
 
+TEST_F(MatchPageTest, KeyboardStartsAtTheWayBackWithoutClips)
+{
+    const auto match = play({"A.mp4"});
+    QFile::remove(pathOf("A.mp4"));
+    reloadLibrary();
+    open(match);
+    EXPECT_TRUE(item(QStringLiteral("Maç Özetleri"))->hasActiveFocus());
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(item(QStringLiteral("Özeti Sil"))->hasActiveFocus());
+}
+
 TEST_F(MatchPageTest, RecapWithoutClipsHasNothingToReview)
 {
     open(play({"A.mp4"}));

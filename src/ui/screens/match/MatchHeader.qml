@@ -30,6 +30,8 @@ GridLayout {
 
         Layout.row: 0
         Layout.column: 0
+        // Without clips there is nothing else to use.
+        focus: header.match.count === 0
         filled: false
         compact: true
         symbol: "chevron.left"

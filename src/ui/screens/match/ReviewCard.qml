@@ -46,7 +46,7 @@ Rectangle {
             id: review
 
             // Enter starts the review as soon as the page is open.
-            focus: true
+            focus: card.canReview
             Layout.fillWidth: false
             enabled: card.canReview
             symbol: "play.rectangle.on.rectangle.fill"
