@@ -39,6 +39,10 @@ FocusScope {
         shownMatch = Navigation.matchId;
         page.setSource("");
         page.setSource(pageFiles[Navigation.pageKind], states[Navigation.pageKind] ?? {});
+        // The sidebar keeps the keyboard for its own pages only. These are opened elsewhere, also by notifications.
+        if (shownMatch !== "") {
+            area.focus = true;
+        }
     }
 
     // Creates a new page for the open clip.
@@ -48,6 +52,7 @@ FocusScope {
             clip.setSource("qrc:/Quelto/ClipPage/ClipDetailView.qml", {
                 path: Navigation.selectedPath
             });
+            area.focus = true;
         }
         (Navigation.hasSelected ? clip : page).focus = true;
     }

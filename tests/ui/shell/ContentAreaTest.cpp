@@ -58,6 +58,17 @@ TEST_F(ContentAreaTest, ClipPagePlaysTheClipAndReturnsToTheLibrary)
     EXPECT_FALSE(navigation->hasSelected());
 }
 
+TEST_F(ContentAreaTest, KeyboardStaysInTheSidebarForItsOwnPages)
+{
+    for (const auto* each : {"Maç Özetleri, 0", "Ayarlar"}) {
+        auto* const entry = item(QString::fromUtf8(each));
+        entry->forceActiveFocus(Qt::TabFocusReason);
+        pressKey(Qt::Key_Space);
+        EXPECT_NE(navigation->page(), Page{}) << each;
+        EXPECT_TRUE(entry->hasActiveFocus()) << each;
+    }
+}
+
 TEST_F(ContentAreaTest, ShortcutOpensTheSettingsPage)
 {
     pressKey(Qt::Key_Comma, Qt::ControlModifier);

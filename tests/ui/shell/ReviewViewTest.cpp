@@ -416,6 +416,31 @@ TEST_F(ReviewViewTest, OnlyVisibleFramesOfALongMatchExist)
     })) << "scrolls to the current one";
 }
 
+TEST_F(ReviewViewTest, TakesTheKeyboardFromTheSidebar)
+{
+    match = playMatch({Ace, Solo, Titled});
+    item(QStringLiteral("Tüm Klipler, 3"))->forceActiveFocus(Qt::TabFocusReason);
+    navigation->setPage({.kind = Pages::Kind::Review, .match = match});
+    settleReview();
+    EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı"));
+    type('d');
+    expectCounts(2, 1);
+}
+
+TEST_F(ReviewViewTest, TakesTheKeyboardFromTheSidebarOfAHiddenWindow)
+{
+    match = playMatch({Ace, Solo, Titled});
+    item(QStringLiteral("Tüm Klipler, 3"))->forceActiveFocus(Qt::TabFocusReason);
+    window->hide();
+    navigation->setPage({.kind = Pages::Kind::Review, .match = match});
+    window->show();
+    window->requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    settleReview();
+    type('d');
+    expectCounts(2, 1);
+}
+
 TEST_F(ReviewViewTest, FilmstripKeepsTheShownClipInViewWhenTheWindowShrinks)
 {
     QList<QByteArray> clips;
