@@ -178,6 +178,16 @@ TEST_F(ReviewViewTest, ButtonsAndFilmstripChangeTheClip)
     EXPECT_TRUE(item(QStringLiteral("3 / 3, Best of all, kalacak")));
 }
 
+TEST_F(ReviewViewTest, ClickOnAnAnswerLeavesTheKeyboardWithThePlayer)
+{
+    open({Ace, Solo, Named});
+    for (const auto* name : {"Sil", "Tut", "Önceki klip", "Sonraki klip"}) {
+        click(QString::fromUtf8(name));
+        EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı")) << name;
+    }
+    expectCounts(2, 1);
+}
+
 TEST_F(ReviewViewTest, FinalButtonTrashesTheMarkedClips)
 {
     open({Ace, Solo, Named});
@@ -418,7 +428,7 @@ TEST_F(ReviewViewTest, OnlyVisibleFramesOfALongMatchExist)
 
 TEST_F(ReviewViewTest, TakesTheKeyboardFromTheSidebar)
 {
-    match = playMatch({Ace, Solo, Titled});
+    match = playMatch({Ace, Solo, Named});
     item(QStringLiteral("Tüm Klipler, 3"))->forceActiveFocus(Qt::TabFocusReason);
     navigation->setPage({.kind = Pages::Kind::Review, .match = match});
     settleReview();
@@ -429,7 +439,7 @@ TEST_F(ReviewViewTest, TakesTheKeyboardFromTheSidebar)
 
 TEST_F(ReviewViewTest, TakesTheKeyboardFromTheSidebarOfAHiddenWindow)
 {
-    match = playMatch({Ace, Solo, Titled});
+    match = playMatch({Ace, Solo, Named});
     item(QStringLiteral("Tüm Klipler, 3"))->forceActiveFocus(Qt::TabFocusReason);
     window->hide();
     navigation->setPage({.kind = Pages::Kind::Review, .match = match});

@@ -54,6 +54,7 @@ RowLayout {
         symbol: "chevron.left"
         text: L10n.T("Önceki klip")
         enabled: bar.review.index > 0
+        focusPolicy: Qt.TabFocus
         onClicked: bar.review.go(bar.review.index - 1)
     }
 
@@ -80,6 +81,7 @@ RowLayout {
         symbol: "chevron.right"
         text: L10n.T("Sonraki klip")
         enabled: bar.review.index < bar.review.count - 1
+        focusPolicy: Qt.TabFocus
         onClicked: bar.review.go(bar.review.index + 1)
     }
 }

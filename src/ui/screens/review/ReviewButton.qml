@@ -26,7 +26,8 @@ T.AbstractButton {
     font.pixelSize: Theme.fontSize.body
     font.weight: Font.DemiBold
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    // A click leaves the keyboard with the player, where Space pauses.
+    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.checkable: true
