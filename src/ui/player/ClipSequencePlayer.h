@@ -5,8 +5,8 @@
 
 namespace quelto {
 
-/// Plays one clip after the other without a gap: while one plays, a second player opens the clip that follows. The speed
-/// and the volume that the user chose apply to both.
+/// Plays one clip after the other without a gap: while one plays, a second player opens the clip that follows. The
+/// speed and the volume that the user chose apply to both.
 ///
 /// Thread: main. Nothing blocks.
 class ClipSequencePlayer : public QObject {

@@ -431,8 +431,9 @@ TEST_F(ClipLibraryTest, RenameOfTheListedClipItselfTellsItsOldName)
     const auto clip = makeFile("Dota 2 - a.mp4");
     reloadedNames();
     QStringList names;
-    QObject::connect(&library, &ClipLibrary::clipRenamed,
-                     [&](const QString& from, const QString& to) { names = {from, to}; });
+    QObject::connect(&library, &ClipLibrary::clipRenamed, [&](const QString& from, const QString& to) {
+        names = {from, to};
+    });
     ASSERT_TRUE(library.rename(library.clips().first(), QStringLiteral("best")));
     EXPECT_EQ(names, QStringList({clip, path("Dota 2 - best.mp4")}));
 }
