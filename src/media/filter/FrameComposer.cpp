@@ -9,6 +9,7 @@ extern "C" {
 #include <libavutil/imgutils.h>
 }
 
+#include <cstring>
 #include <new>
 
 namespace quelto {
@@ -89,6 +90,16 @@ void copyPicture(const AVFrame& from, AVFrame& onto, QPoint position)
     }
 }
 
+/// As a number: FFmpeg takes it from the file unchecked, and a value of an enumeration that it does not have must not
+/// be read as one.
+int chromaLocationOf(const AVFrame& frame)
+{
+    int location = 0;
+    static_assert(sizeof location == sizeof frame.chroma_location);
+    std::memcpy(&location, &frame.chroma_location, sizeof location);
+    return location;
+}
+
 } // namespace
 
 FrameComposer::FrameComposer(Layout layout, PictureScaler scaler)
@@ -103,7 +114,7 @@ FrameComposer::Properties FrameComposer::propertiesOf(const AVFrame& frame, AVRa
     return {.size = {frame.width, frame.height},
             .format = frame.format,
             .color = colorOf(frame),
-            .chroma = frame.chroma_location,
+            .chroma = chromaLocationOf(frame),
             .stretch = pixelStretch(pixelAspect),
             .display = display};
 }

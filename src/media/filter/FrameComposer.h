@@ -29,7 +29,7 @@ private:
         QSize size;
         int format = AV_PIX_FMT_NONE;
         FrameColor color;
-        AVChromaLocation chroma = AVCHROMA_LOC_UNSPECIFIED;
+        int chroma = AVCHROMA_LOC_UNSPECIFIED;
         double stretch = 1;
         QTransform display;
 
