@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/matches/MatchStore.h"
 
+#include "base/files/FileName.h"
+
 #include "tests/base/files/UnprivilegedUser.h"
 #include "tests/base/language/TimeZone.h"
 
@@ -67,6 +69,8 @@ TEST(MatchStore, RoundTripPreservesAllFields)
     auto withMontage = makeMatch();
     withMontage.montage = QStringLiteral("/clips/montage.mp4");
     withMontage.trashed = {QStringLiteral("/clips/c.mp4"), QStringLiteral("/clips/d.mp4")};
+    // The bytes of the name are no UTF-8.
+    withMontage.clips.append(decodeFileName("/clips/\xff.mp4"));
     const QList matches{withMontage, makeMatch(QStringLiteral("League of Legends"))};
     EXPECT_EQ(decodedMatches(encodedMatches(matches)), matches);
 }
