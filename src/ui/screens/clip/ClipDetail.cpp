@@ -150,12 +150,15 @@ void ClipDetail::saveFrame(double seconds)
 
 void ClipDetail::rename(const QString& title)
 {
-    const auto renamed = m_dependencies.library.rename(m_clip, title);
+    std::optional<Clip> renamed;
+    m_dependencies.exports.renameClip(m_path, [&] {
+        renamed = m_dependencies.library.rename(m_clip, title);
+        return renamed ? renamed->path : QString();
+    });
     if (!renamed) {
         m_dependencies.navigation.showToast(T("Yeniden adlandırılamadı"));
         return;
     }
-    m_dependencies.exports.clipRenamed(m_path, renamed->path);
     // Last, because the page may delete this object.
     m_dependencies.navigation.setSelected(renamed);
 }

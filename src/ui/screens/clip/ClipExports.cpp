@@ -43,13 +43,26 @@ public:
         const std::scoped_lock guard(m_lock);
         return m_path;
     }
-    void set(const QString& path)
+    /// Runs the function, which gives the file another name and returns it, or an empty path if that failed.
+    QString change(const std::function<QString()>& rename)
     {
+        const std::scoped_lock changing(m_changing);
+        const auto path = rename();
         const std::scoped_lock guard(m_lock);
-        m_path = path;
+        if (!path.isEmpty()) {
+            m_path = path;
+        }
+        return path;
+    }
+    /// Waits while the file gets another name.
+    QString waitForChange() const
+    {
+        const std::scoped_lock changing(m_changing);
+        return get();
     }
 
 private:
+    mutable std::mutex m_changing;
     mutable std::mutex m_lock;
     QString m_path;
 };
@@ -117,7 +130,7 @@ void ClipExports::start(const QString& path, Task task)
     Q_EMIT runChanged(path);
     const QPointer<ClipExports> self(this);
     ExportQueue::Job job{.work = [clip, work = std::move(task.work)](
-                                     const ExportControl& control) { return work(clip->get(), control); },
+                                     const ExportControl& control) { return runOn(*clip, work, control); },
                          .onFinished =
                              [self, clip, finish = std::move(task.finish)](const QString& copy) {
                                  if (auto* const exports = self.data()) {
@@ -149,19 +162,37 @@ void ClipExports::openCopy(const QString& copy, const QString& toast)
     m_dependencies.navigation.showToast(toast);
 }
 
+QString ClipExports::runOn(const ClipPath& clip, const Work& work, const ExportControl& control)
+{
+    for (;;) {
+        const auto path = clip.get();
+        try {
+            return work(path, control);
+        } catch (...) {
+            // The clip may have got another name before the export opened it.
+            if (clip.waitForChange() == path) {
+                throw;
+            }
+        }
+    }
+}
+
 std::optional<ClipExports::Run> ClipExports::runOf(const QString& path) const
 {
     const auto found = m_runs.constFind(path);
     return found == m_runs.cend() ? std::nullopt : std::optional(found->run);
 }
 
-void ClipExports::clipRenamed(const QString& oldPath, const QString& newPath)
+void ClipExports::renameClip(const QString& path, const std::function<QString()>& rename)
 {
-    if (m_runs.contains(oldPath)) {
-        const auto active = m_runs.take(oldPath);
-        active.clip->set(newPath);
-        m_runs.insert(newPath, active);
-        Q_EMIT runChanged(oldPath);
+    if (!m_runs.contains(path)) {
+        rename();
+        return;
+    }
+    const auto clip = m_runs.value(path).clip;
+    if (const auto newPath = clip->change(rename); !newPath.isEmpty() && m_runs.contains(path)) {
+        m_runs.insert(newPath, m_runs.take(path));
+        Q_EMIT runChanged(path);
         Q_EMIT runChanged(newPath);
     }
 }

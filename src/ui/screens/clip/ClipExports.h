@@ -66,8 +66,9 @@ public:
 
     /// Nothing if the clip is not being exported.
     std::optional<Run> runOf(const QString& path) const;
-    /// Call it when a clip has a new name: its export continues under that name, also one that has not started.
-    void clipRenamed(const QString& oldPath, const QString& newPath);
+    /// Runs `rename`, which gives the clip another name and returns its new path, or an empty one if that failed. The
+    /// export of the clip continues under the new name, also one that has not started.
+    void renameClip(const QString& path, const std::function<QString()>& rename);
 
 Q_SIGNALS:
     /// runOf(path) has changed.
@@ -81,16 +82,18 @@ private:
         Run run;
         std::shared_ptr<ClipPath> clip;
     };
+    using Work = std::function<QString(const QString& clip, const ExportControl& control)>;
     struct Task {
         QString text;
         enum class Progress { unknown, reported } progress = Progress::unknown;
         /// Runs on the thread of the queue and returns the path of the new file.
-        std::function<QString(const QString& clip, const ExportControl& control)> work;
+        Work work;
         /// Takes the path that the clip has by then.
         std::function<void(const QString& clip, const QString& copy)> finish;
     };
 
     void start(const QString& path, Task task);
+    static QString runOn(const ClipPath& clip, const Work& work, const ExportControl& control);
     void openCopy(const QString& copy, const QString& toast);
     void setProgress(const QString& path, double progress);
     void end(const QString& path);

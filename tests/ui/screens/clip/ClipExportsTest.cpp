@@ -180,7 +180,7 @@ TEST_F(ClipExportsTest, RenamedClipStaysBusyUntilItsExportEnds)
     gate.waitUntilReached();
     const auto renamed = library.rename(Clip(clip), QStringLiteral("Rampage"))->path;
     const QSignalSpy changed(&exports, &ClipExports::runChanged);
-    exports.clipRenamed(clip, renamed);
+    exports.renameClip(clip, [&] { return renamed; });
     ASSERT_EQ(changed.size(), 2);
     EXPECT_EQ(changed.at(0), QVariantList{clip});
     EXPECT_EQ(changed.at(1), QVariantList{renamed});
@@ -200,17 +200,34 @@ TEST_F(ClipExportsTest, ExportThatWaitsFindsItsClipUnderTheNewName)
     startTrim(other);
     exports.exportAspect(clip, AspectRatio::vertical, FillMode::blur);
     const auto renamed = library.rename(Clip(clip), QStringLiteral("Rampage"))->path;
-    exports.clipRenamed(clip, renamed);
+    exports.renameClip(clip, [&] { return renamed; });
     gate.open();
     waitUntilIdle();
     EXPECT_EQ(navigation.selectedPath(), path("Dota 2 - Rampage (9x16).mp4"));
     EXPECT_EQ(ClipMeta::load(navigation.selectedPath()), sidecar());
 }
 
+TEST_F(ClipExportsTest, ExportThatMissesItsClipDuringARenameTriesTheNewName)
+{
+    QString renamed;
+    work.failure = QStringLiteral("not found");
+    work.gate = gate;
+    exports.exportAspect(clip, AspectRatio::vertical, FillMode::blur);
+    gate.waitUntilReached();
+    exports.renameClip(clip, [&] {
+        renamed = library.rename(Clip(clip), QStringLiteral("Rampage"))->path;
+        // The export fails now, because the clip has another name already.
+        gate.open();
+        return renamed;
+    });
+    waitUntilIdle();
+    EXPECT_EQ(work.shapes.size(), 2U);
+}
+
 TEST_F(ClipExportsTest, RenamingAClipThatIsNotExportedChangesNothing)
 {
     const QSignalSpy changed(&exports, &ClipExports::runChanged);
-    exports.clipRenamed(clip, path("other.mp4"));
+    exports.renameClip(clip, [&] { return path("other.mp4"); });
     EXPECT_TRUE(changed.isEmpty());
     EXPECT_EQ(exports.runOf(path("other.mp4")), std::nullopt);
 }
