@@ -47,7 +47,7 @@ public:
     QString change(const std::function<QString()>& rename)
     {
         const std::scoped_lock changing(m_changing);
-        const auto path = rename();
+        auto path = rename();
         const std::scoped_lock guard(m_lock);
         if (!path.isEmpty()) {
             m_path = path;

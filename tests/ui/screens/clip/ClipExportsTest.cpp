@@ -178,9 +178,9 @@ TEST_F(ClipExportsTest, RenamedClipStaysBusyUntilItsExportEnds)
     work.gate = gate;
     exports.shrink(clip, 10);
     gate.waitUntilReached();
-    const auto renamed = library.rename(Clip(clip), QStringLiteral("Rampage"))->path;
+    auto renamed = library.rename(Clip(clip), QStringLiteral("Rampage"))->path;
     const QSignalSpy changed(&exports, &ClipExports::runChanged);
-    exports.renameClip(clip, [&] { return renamed; });
+    exports.renameClip(clip, [&renamed] { return renamed; });
     ASSERT_EQ(changed.size(), 2);
     EXPECT_EQ(changed.at(0), QVariantList{clip});
     EXPECT_EQ(changed.at(1), QVariantList{renamed});
@@ -199,8 +199,8 @@ TEST_F(ClipExportsTest, ExportThatWaitsFindsItsClipUnderTheNewName)
     work.gate = gate;
     startTrim(other);
     exports.exportAspect(clip, AspectRatio::vertical, FillMode::blur);
-    const auto renamed = library.rename(Clip(clip), QStringLiteral("Rampage"))->path;
-    exports.renameClip(clip, [&] { return renamed; });
+    auto renamed = library.rename(Clip(clip), QStringLiteral("Rampage"))->path;
+    exports.renameClip(clip, [&renamed] { return renamed; });
     gate.open();
     waitUntilIdle();
     EXPECT_EQ(navigation.selectedPath(), path("Dota 2 - Rampage (9x16).mp4"));
