@@ -1,72 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/screens/library/ScreenReader.h"
-
-#include "tests/ui/shell/ShellFixture.h"
-
-#include <QKeyEvent>
+#include "tests/ui/shell/ReviewFixture.h"
 
 namespace quelto {
 namespace {
 
-const QByteArray Ace = "League of Legends - 2026-03-01 20.15.07 [EFSANE 95] Ace.mp4";
-const QByteArray Solo = "League of Legends - 2026-03-01 20.16.07 [BASIT 15] Solo Kill.mp4";
-const QByteArray Named = "League of Legends - Best of all.mp4";
-
-/// The review of a match in the real window, with players whose files the test opens.
-class ReviewViewTest : public test::ShellFixture {
-protected:
-    void open(const QList<QByteArray>& clips)
-    {
-        match = playMatch(clips);
-        navigation->setPage({.kind = Pages::Kind::Review, .match = match});
-        settleReview();
-    }
-    /// Opens the files that players were asked to open.
-    void settleReview()
-    {
-        drawFrame();
-        for (int i = 0; i < 2; ++i) {
-            const auto all = players;
-            for (const auto& each : all) {
-                if (each && each->isOpening()) {
-                    each->opened(10);
-                }
-            }
-            time.settle();
-            drawFrame();
-        }
-    }
-    QString pathOf(const QByteArray& name) const { return settings.saveFolder() + u'/' + QString::fromUtf8(name); }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(window, key, modifiers); }
-    /// A key that is held from before.
-    void hold(Qt::Key key)
-    {
-        for (int i = 0; i < 3; ++i) {
-            QKeyEvent repeat(QEvent::KeyPress, key, {}, {}, true);
-            QCoreApplication::sendEvent(window, &repeat);
-        }
-    }
-    void type(char key) { QTest::keyClick(window, key); }
-    void expectCounts(int kept, int deleted)
-    {
-        EXPECT_TRUE(shows(QStringLiteral("%1 kalacak").arg(kept))) << kept;
-        EXPECT_TRUE(shows(QStringLiteral("%1 silinecek").arg(deleted))) << deleted;
-    }
-    bool isEnabled(const char* name) { return item(QString::fromUtf8(name))->isEnabled(); }
-    QString focusedName() const
-    {
-        const auto* interface = QAccessible::queryAccessibleInterface(window->activeFocusItem());
-        return interface == nullptr ? QString() : interface->text(QAccessible::Name);
-    }
-    /// Players that play.
-    int playingCount() const
-    {
-        return static_cast<int>(
-            std::ranges::count_if(players, [](const auto& each) { return each && each->rate() != 0; }));
-    }
-
-    QUuid match;
-};
+using ReviewViewTest = test::ReviewFixture;
 
 TEST_F(ReviewViewTest, PlaysTheOldestClipAndShowsItsPlace)
 {
@@ -102,19 +40,6 @@ TEST_F(ReviewViewTest, KeysAnswerAndTheFollowingClipPlaysAtOnce)
     EXPECT_EQ(trash.calls, 0);
 }
 
-TEST_F(ReviewViewTest, UpperCaseAndXAnswerToo)
-{
-    open({Ace, Solo, Named});
-    type('D');
-    type('x');
-    expectCounts(1, 2);
-    click(QStringLiteral("Önceki klip"));
-    click(QStringLiteral("Önceki klip"));
-    type('K');
-    type('X');
-    expectCounts(2, 1);
-}
-
 TEST_F(ReviewViewTest, DeletingTheLastClipStaysThere)
 {
     open({Ace, Solo});
@@ -140,22 +65,6 @@ TEST_F(ReviewViewTest, TakesBackAMark)
     EXPECT_TRUE(item(QStringLiteral("Sil")));
 }
 
-TEST_F(ReviewViewTest, EveryRepeatOfAHeldKeyCounts)
-{
-    QList<QByteArray> clips;
-    for (int i = 0; i < 30; ++i) {
-        clips.append("League of Legends - clip " + QByteArray::number(i) + ".mp4");
-    }
-    open(clips);
-    for (int i = 0; i < 12; ++i) {
-        QKeyEvent held(QEvent::KeyPress, Qt::Key_K, {}, QStringLiteral("k"), i > 0);
-        QCoreApplication::sendEvent(window, &held);
-        EXPECT_TRUE(held.isAccepted());
-    }
-    EXPECT_TRUE(shows(QStringLiteral("13 / 30"))) << "while the clips load";
-    EXPECT_EQ(playingCount(), 1);
-}
-
 TEST_F(ReviewViewTest, OneClipHasNoNeighbours)
 {
     open({Ace});
@@ -176,16 +85,6 @@ TEST_F(ReviewViewTest, ButtonsAndFilmstripChangeTheClip)
     EXPECT_TRUE(item(QStringLiteral("3 / 3, Best of all, silinecek")));
     click(QStringLiteral("Tut"));
     EXPECT_TRUE(item(QStringLiteral("3 / 3, Best of all, kalacak")));
-}
-
-TEST_F(ReviewViewTest, ClickOnAnAnswerLeavesTheKeyboardWithThePlayer)
-{
-    open({Ace, Solo, Named});
-    for (const auto* name : {"Sil", "Tut", "Önceki klip", "Sonraki klip"}) {
-        click(QString::fromUtf8(name));
-        EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı")) << name;
-    }
-    expectCounts(2, 1);
 }
 
 TEST_F(ReviewViewTest, FinalButtonTrashesTheMarkedClips)
@@ -242,116 +141,11 @@ TEST_F(ReviewViewTest, LeavingForgetsTheMarks)
     EXPECT_EQ(navigation->page(), (Page{.kind = Pages::Kind::Match, .match = match}));
 }
 
-TEST_F(ReviewViewTest, OnlyTheKeyboardIsNeeded)
-{
-    open({Ace, Solo});
-    EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı"));
-    type('d');
-    type('k');
-    press(Qt::Key_Return);
-    EXPECT_EQ(focusedName(), QStringLiteral("Kaydet ve 1 klibi sil"));
-    EXPECT_EQ(trash.calls, 0);
-    press(Qt::Key_Return);
-    EXPECT_EQ(trash.recycled, QStringList(pathOf(Ace)));
-}
-
-TEST_F(ReviewViewTest, PlayerKeysStayWithThePlayer)
-{
-    open({Ace, Solo});
-    players.at(0)->takeCalls();
-    press(Qt::Key_Space);
-    press(Qt::Key_Right);
-    EXPECT_EQ(players.at(0)->takeCalls(), QStringList({QStringLiteral("pause"), QStringLiteral("seek 5")}));
-    press(Qt::Key_D, Qt::ControlModifier);
-    expectCounts(2, 0);
-}
-
-TEST_F(ReviewViewTest, KeysWorkInFullScreen)
-{
-    open({Ace, Solo, Named});
-    click(QStringLiteral("Tam ekran"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::FullScreen; }));
-    type('d');
-    press(Qt::Key_Escape);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::Windowed; }));
-    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Review) << "Escape leaves the full screen first";
-    EXPECT_TRUE(shows(QStringLiteral("2 / 3")));
-    expectCounts(2, 1);
-}
-
-TEST_F(ReviewViewTest, ArrowKeysMoveInTheFilmstrip)
-{
-    open({Ace, Solo, Named});
-    item(QStringLiteral("Klipler"))->forceActiveFocus(Qt::TabFocusReason);
-    press(Qt::Key_Right);
-    EXPECT_TRUE(shows(QStringLiteral("2 / 3")));
-    press(Qt::Key_End);
-    EXPECT_TRUE(shows(QStringLiteral("3 / 3")));
-    press(Qt::Key_Right);
-    press(Qt::Key_Left);
-    EXPECT_TRUE(shows(QStringLiteral("2 / 3")));
-    press(Qt::Key_Home);
-    EXPECT_TRUE(shows(QStringLiteral("1 / 3")));
-    type('d');
-    expectCounts(2, 1);
-}
-
-TEST_F(ReviewViewTest, HeldEscapeLeavesOnlyTheFullScreen)
-{
-    open({Ace, Solo});
-    click(QStringLiteral("Tam ekran"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::FullScreen; }));
-    press(Qt::Key_Escape);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->visibility() == QWindow::Windowed; }));
-    hold(Qt::Key_Escape);
-    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Review);
-}
-
-TEST_F(ReviewViewTest, HeldEnterStaysWithThePlayer)
-{
-    open({Ace, Solo});
-    hold(Qt::Key_Return);
-    EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı"));
-}
-
-TEST_F(ReviewViewTest, ScreenReadersHearEachAnswer)
-{
-    QStringList heard;
-    auto* const reader = engine->singletonInstance<ScreenReader*>(qmlTypeId("Quelto.Library", 1, 0, "ScreenReader"));
-    ASSERT_NE(reader, nullptr);
-    reader->setSend(
-        [&](QAccessibleEvent* event) { heard.append(event->accessibleInterface()->text(QAccessible::Name)); });
-    const auto takeHeard = [&] {
-        QTest::qWait(1);
-        return std::exchange(heard, {});
-    };
-    open({Ace, Solo});
-    takeHeard();
-    type('d');
-    EXPECT_EQ(takeHeard(), QStringList(QStringLiteral("2 / 2, Solo Kill, kalacak")));
-    type('d');
-    EXPECT_EQ(takeHeard(), QStringList(QStringLiteral("2 / 2, Solo Kill, silinecek")));
-    item(QStringLiteral("Klipler"))->forceActiveFocus(Qt::TabFocusReason);
-    EXPECT_EQ(takeHeard(), QStringList(QStringLiteral("2 / 2, Solo Kill, silinecek")));
-    press(Qt::Key_Tab);
-    matches->gameStarted(QStringLiteral("Dota 2"), QStringLiteral("Zeus"));
-    EXPECT_EQ(takeHeard(), QStringList()) << "the focus is elsewhere, and another match changed";
-}
-
 TEST_F(ReviewViewTest, ListOfMatchesFollowsTheDeletionOfTheMatch)
 {
     open({Ace, Solo});
     matches->deleteSession(match, MatchTracker::WithClips::no);
     EXPECT_EQ(navigation->page(), Page{.kind = Pages::Kind::Matches});
-}
-
-TEST_F(ReviewViewTest, FocusOfADisabledButtonGoesToThePlayer)
-{
-    open({Ace, Solo});
-    auto* const next = item(QStringLiteral("Sonraki klip"));
-    next->forceActiveFocus(Qt::TabFocusReason);
-    press(Qt::Key_Space);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return focusedName() == QStringLiteral("Klip oynatıcı"); }));
 }
 
 TEST_F(ReviewViewTest, PlaysWhenItsWindowComesBack)
@@ -424,31 +218,6 @@ TEST_F(ReviewViewTest, OnlyVisibleFramesOfALongMatchExist)
         drawFrame();
         return test::itemNamed(window, QStringLiteral("200 / 200, clip 199, kalacak")) != nullptr;
     })) << "scrolls to the current one";
-}
-
-TEST_F(ReviewViewTest, TakesTheKeyboardFromTheSidebar)
-{
-    match = playMatch({Ace, Solo, Named});
-    item(QStringLiteral("Tüm Klipler, 3"))->forceActiveFocus(Qt::TabFocusReason);
-    navigation->setPage({.kind = Pages::Kind::Review, .match = match});
-    settleReview();
-    EXPECT_EQ(focusedName(), QStringLiteral("Klip oynatıcı"));
-    type('d');
-    expectCounts(2, 1);
-}
-
-TEST_F(ReviewViewTest, TakesTheKeyboardFromTheSidebarOfAHiddenWindow)
-{
-    match = playMatch({Ace, Solo, Named});
-    item(QStringLiteral("Tüm Klipler, 3"))->forceActiveFocus(Qt::TabFocusReason);
-    window->hide();
-    navigation->setPage({.kind = Pages::Kind::Review, .match = match});
-    window->show();
-    window->requestActivate();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-    settleReview();
-    type('d');
-    expectCounts(2, 1);
 }
 
 TEST_F(ReviewViewTest, FilmstripKeepsTheShownClipInViewWhenTheWindowShrinks)

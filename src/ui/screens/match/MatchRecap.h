@@ -18,8 +18,6 @@ class MatchRecap : public quelto::CardGridModel {
     QML_ELEMENT
     /// As in Navigation. Can be set once.
     Q_PROPERTY(QString matchId READ matchId WRITE setMatchId NOTIFY matchChanged)
-    /// Whether it is known which clips exist.
-    Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY matchChanged)
     /// Whether the match exists. Neither this nor isMissing is true until the matches are loaded.
     Q_PROPERTY(bool isFound READ isFound NOTIFY matchChanged)
     Q_PROPERTY(bool isMissing READ isMissing NOTIFY matchChanged)
@@ -44,6 +42,7 @@ public:
 
     QString matchId() const;
     void setMatchId(const QString& id);
+    /// Whether it is known which clips exist.
     bool isLoaded() const { return m_dependencies.clips.isLoaded(); }
     bool isFound() const { return m_session.has_value(); }
     bool isMissing() const { return m_dependencies.tracker.isLoaded() && !isFound(); }
