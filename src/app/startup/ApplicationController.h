@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/hotkey/HotKeyManager.h"
 #include "app/quit/QuitSequence.h"
 #include "app/quit/StallWatch.h"
 #include "app/routing/ClipFeedback.h"
@@ -15,6 +14,7 @@
 #include "base/tasks/SerialQueue.h"
 #include "capture/recorder/Recorder.h"
 #include "export/queue/ExportQueue.h"
+#include "hotkey/HotKeyManager.h"
 #include "library/clips/ClipLibrary.h"
 #include "library/matches/MatchClips.h"
 #include "library/matches/MatchTracker.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/hotkey/HotKeyManager.h"
+#include "hotkey/HotKeyManager.h"
 
 namespace quelto {
 
