@@ -16,6 +16,7 @@
 #include "ui/screens/match/MatchPageForQml.h"
 #include "ui/screens/matches/MatchesForQml.h"
 #include "ui/screens/review/ReviewForQml.h"
+#include "ui/screens/settings/SettingsPageForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
 
@@ -73,8 +74,7 @@ ApplicationController::ApplicationController()
                       },
                   .minimize = [this] { m_window->showMinimized(); },
                   .close = [this] { m_window->close(); },
-                  .quit = [this] { userQuits(); }},
-                 AppSettings::defaultPath())
+                  .quit = [this] { userQuits(); }})
     , m_navigation(m_main)
     , m_quitSequence({.exports = m_exports,
                       .question = m_quitQuestion,
@@ -200,6 +200,11 @@ void ApplicationController::buildWindow()
     ReviewForQml::instance.emplace(
         MatchReview::Dependencies{.tracker = m_matches, .clips = m_matchClips, .navigation = m_navigation});
     MatchesForQml::instance.emplace(MatchList::Dependencies{.tracker = m_matches, .clips = m_matchClips});
+    LeagueWatcherForQml::instance = &m_league;
+    DotaWatcherForQml::instance = &m_dota;
+    WoWWatcherForQml::instance = &m_wow;
+    SettingsPageForQml::instance.emplace(
+        SettingsPageParts{.settings = m_settings, .platform = m_platform, .hotKeys = m_hotKeys});
     preparePlayback();
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));

@@ -30,6 +30,7 @@ Q_IMPORT_QML_PLUGIN(Quelto_MatchPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_MatchesPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_PlayerPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ReviewPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_SettingsPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 

@@ -12,7 +12,7 @@ FocusScope {
             [Pages.Library]: "qrc:/Quelto/Library/LibraryView.qml",
             [Pages.Match]: "qrc:/Quelto/MatchPage/MatchSummaryView.qml",
             [Pages.Review]: "qrc:/Quelto/Review/ReviewView.qml",
-            [Pages.Settings]: "SettingsPage.qml",
+            [Pages.Settings]: "qrc:/Quelto/SettingsPage/SettingsView.qml",
             [Pages.Matches]: "qrc:/Quelto/Matches/MatchListView.qml"
         })
 

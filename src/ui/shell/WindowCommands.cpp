@@ -5,10 +5,9 @@
 
 namespace quelto {
 
-WindowCommands::WindowCommands(Actions actions, QString settingsPath, QObject* parent)
+WindowCommands::WindowCommands(Actions actions, QObject* parent)
     : QObject(parent)
     , m_actions(std::move(actions))
-    , m_settingsPath(std::move(settingsPath))
 {
 }
 

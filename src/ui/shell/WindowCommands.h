@@ -13,7 +13,6 @@ namespace quelto {
 /// Thread: main.
 class WindowCommands : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString settingsPath READ settingsPath CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
 
 public:
@@ -25,9 +24,8 @@ public:
         std::function<void()> quit;
     };
 
-    WindowCommands(Actions actions, QString settingsPath, QObject* parent = nullptr);
+    explicit WindowCommands(Actions actions, QObject* parent = nullptr);
 
-    QString settingsPath() const { return m_settingsPath; }
     QString version() const;
 
     Q_INVOKABLE void openFolder() const { m_actions.openFolder(); }
@@ -40,7 +38,6 @@ public:
 
 private:
     Actions m_actions;
-    QString m_settingsPath;
 };
 
 } // namespace quelto

@@ -9,6 +9,7 @@
 #include "ui/screens/match/MatchPageForQml.h"
 #include "ui/screens/matches/MatchesForQml.h"
 #include "ui/screens/review/ReviewForQml.h"
+#include "ui/screens/settings/SettingsPageForQml.h"
 #include "ui/shell/ShellForQml.h"
 #include "ui/theme/ThemeForQml.h"
 
@@ -24,6 +25,7 @@ Q_IMPORT_QML_PLUGIN(Quelto_MatchPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_MatchesPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_PlayerPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ReviewPlugin)
+Q_IMPORT_QML_PLUGIN(Quelto_SettingsPagePlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_SharedPlugin)
 Q_IMPORT_QML_PLUGIN(Quelto_ShellPlugin)
 
@@ -38,17 +40,15 @@ void ShellFixture::SetUp()
     const auto action = [this](const char* name) {
         return [this, name] { requestedActions.append(QLatin1String(name)); };
     };
-    commands = std::make_unique<WindowCommands>(WindowCommands::Actions{.openFolder = action("openFolder"),
-                                                                        .hide = action("hide"),
-                                                                        .minimize = action("minimize"),
-                                                                        .close = action("close"),
-                                                                        .quit =
-                                                                            [this] {
-                                                                                requestedActions.append(
-                                                                                    QStringLiteral("quit"));
-                                                                                onQuit();
-                                                                            }},
-                                                QStringLiteral("/home/me/.config/Quelto/Quelto.conf"));
+    commands =
+        std::make_unique<WindowCommands>(WindowCommands::Actions{.openFolder = action("openFolder"),
+                                                                 .hide = action("hide"),
+                                                                 .minimize = action("minimize"),
+                                                                 .close = action("close"),
+                                                                 .quit = [this] {
+                                                                     requestedActions.append(QStringLiteral("quit"));
+                                                                     onQuit();
+                                                                 }});
     saveFailure = std::make_unique<SaveFailure>(SaveFailure::Dependencies{
         .recorder = *recorder, .settings = settings, .main = main, .work = main, .isWritable = [this](const QString&) {
             return isFolderWritable;
@@ -125,6 +125,15 @@ void ShellFixture::SetUp()
                                   players.append(player);
                                   return created;
                               }});
+    league = std::make_unique<LeagueWatcher>();
+    dota = std::make_unique<DotaWatcher>(folder.path());
+    wow = std::make_unique<WoWWatcher>(folder.path());
+    hotKeys = std::make_unique<HotKeyManager>(settings, *fakes.platform.globalKey);
+    LeagueWatcherForQml::instance = league.get();
+    DotaWatcherForQml::instance = dota.get();
+    WoWWatcherForQml::instance = wow.get();
+    SettingsPageForQml::instance.emplace(
+        SettingsPageParts{.settings = settings, .platform = fakes.platform, .hotKeys = *hotKeys});
     engine = std::make_unique<QQmlApplicationEngine>();
     engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     engine->addImportPath(QStringLiteral("qrc:/"));

@@ -2,9 +2,13 @@
 #pragma once
 
 #include "base/tasks/MainQueue.h"
+#include "hotkey/HotKeyManager.h"
 #include "library/matches/MatchClips.h"
 #include "library/matches/MatchTracker.h"
 #include "library/thumbnails/ThumbnailCache.h"
+#include "moments/dota/DotaWatcher.h"
+#include "moments/league/LeagueWatcher.h"
+#include "moments/wow/WoWWatcher.h"
 #include "ui/screens/clip/ClipExports.h"
 #include "ui/screens/clip/ClipFrames.h"
 #include "ui/screens/library/ClipCommands.h"
@@ -86,6 +90,11 @@ protected:
     std::unique_ptr<ExportQueue> exportQueue;
     std::unique_ptr<ClipExports> clipExports;
     std::unique_ptr<ClipFrames> clipFrames;
+    /// They are not started. Their home folder is `folder`.
+    std::unique_ptr<LeagueWatcher> league;
+    std::unique_ptr<DotaWatcher> dota;
+    std::unique_ptr<WoWWatcher> wow;
+    std::unique_ptr<HotKeyManager> hotKeys;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
     /// The window commands that were called, in order.
