@@ -59,8 +59,12 @@ public:
     virtual std::unique_ptr<AudioSource> systemAudio() = 0;
     /// The device with that id; the default device while the id is empty or the device is missing.
     virtual std::unique_ptr<AudioSource> microphone(const QString& id) = 0;
-    /// The present devices. Waits for the sound server, half a second at most.
-    virtual QList<MicrophoneInfo> microphones() = 0;
+    /// Passes the present devices to the reply, without waiting. A sound server that does not answer within half a
+    /// second has no devices.
+    ///
+    /// Thread: any. The reply runs on this object's own thread; it must not destroy this object. The destructor waits
+    /// for a running request, half a second at most without the reply, and drops the other ones.
+    virtual void listMicrophones(std::function<void(QList<MicrophoneInfo>)> reply) = 0;
 };
 
 } // namespace quelto

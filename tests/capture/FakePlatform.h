@@ -139,7 +139,10 @@ public:
         return source;
     }
 
-    QList<MicrophoneInfo> microphones() override { return {}; }
+    QList<MicrophoneInfo> microphones;
+
+    /// Replies at once.
+    void listMicrophones(std::function<void(QList<MicrophoneInfo>)> reply) override { reply(microphones); }
 };
 
 class FakeGlobalKey final : public GlobalKey {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
 
+#include "base/tasks/SerialQueue.h"
 #include "platform/pipewire/audio/MicrophoneRule.h"
 #include "platform/pipewire/audio/PipeWireAudioSource.h"
 #include "platform/pipewire/audio/SystemAudioRule.h"
@@ -11,7 +12,6 @@ namespace {
 
 using namespace pipewire;
 
-/// The main thread blocks on the list.
 constexpr std::chrono::milliseconds ListTimeout(500);
 
 class PipeWireAudioServer final : public AudioServer {
@@ -26,7 +26,13 @@ public:
         return std::make_unique<PipeWireAudioSource>(m_connection, std::make_unique<MicrophoneRule>(id));
     }
 
-    QList<MicrophoneInfo> microphones() override
+    void listMicrophones(std::function<void(QList<MicrophoneInfo>)> reply) override
+    {
+        m_requests.post([this, reply = std::move(reply)] { reply(microphones()); });
+    }
+
+private:
+    QList<MicrophoneInfo> microphones()
     {
         if (!m_connection->waitUntilReady(ListTimeout)) {
             return {};
@@ -36,8 +42,8 @@ public:
         return m_connection->isReady() ? microphonesIn(m_connection->graph()) : QList<MicrophoneInfo>();
     }
 
-private:
     std::shared_ptr<PipeWireConnection> m_connection = std::make_shared<PipeWireConnection>();
+    SerialQueue m_requests{QStringLiteral("quelto.devices")};
 };
 
 } // namespace

@@ -58,6 +58,7 @@ bool PipeWireConnection::start()
 
 bool PipeWireConnection::startLoop()
 {
+    const std::lock_guard guard(m_startMutex);
     if (m_context) {
         return true;
     }

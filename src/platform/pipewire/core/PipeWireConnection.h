@@ -4,6 +4,7 @@
 #include "platform/pipewire/core/RegistryMirror.h"
 
 #include <chrono>
+#include <mutex>
 
 namespace quelto::pipewire {
 
@@ -11,7 +12,8 @@ namespace quelto::pipewire {
 ///
 /// While there are listeners, it tries to reconnect to a lost server four times a second.
 ///
-/// Thread: all members except the constructor, start(), waitUntilReady() and Lock need the lock. Listeners are called
+/// Thread: all members except the constructor, start(), waitUntilReady() and Lock need the lock. Only after start() or
+/// waitUntilReady() has returned true to a thread may that thread take the lock. Listeners are called
 /// on the loop's thread with the lock held. The real-time thread never takes the lock.
 class PipeWireConnection {
 public:
@@ -61,6 +63,7 @@ public:
     void removeListener(Listener* listener);
 
 private:
+    /// Does nothing if the loop runs. After a failure the next call tries again.
     bool startLoop();
     /// Releases the lock until the graph changes or the deadline has passed.
     void waitForChange(std::chrono::steady_clock::time_point deadline);
@@ -72,6 +75,8 @@ private:
 
     static const pw_core_events CoreEvents;
 
+    /// Held only while the loop starts; the loop's own thread never takes it.
+    std::mutex m_startMutex;
     std::vector<Listener*> m_listeners;
     ThreadLoopPtr m_loop;
     ContextPtr m_context;
