@@ -2,7 +2,10 @@
 #pragma once
 
 #include "platform/FileManager.h"
+#include "platform/FolderDialog.h"
+#include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
+#include "platform/SoundSettings.h"
 
 #include <QImage>
 #include <QStringList>
@@ -27,6 +30,46 @@ public:
 
     QString file;
     QImage image;
+};
+
+/// Keeps its state in memory. Replies at once.
+class FakeLoginItem final : public LoginItem {
+public:
+    void read(Reply reply) override { reply({.isEnabled = isEnabled}); }
+    void setEnabled(bool value, Reply reply) override
+    {
+        if (failure.isEmpty()) {
+            isEnabled = value;
+        }
+        reply({.isEnabled = isEnabled, .failure = failure});
+    }
+
+    bool isEnabled = false;
+    /// With this, changes fail.
+    QString failure;
+};
+
+/// Records the last request; the test confirms it by calling its reply.
+class RecordingFolderDialog final : public FolderDialog {
+public:
+    void choose(const Request& wanted, Reply onConfirmed) override
+    {
+        request = wanted;
+        reply = std::move(onConfirmed);
+    }
+
+    Request request;
+    Reply reply;
+};
+
+/// Counts how often it is opened.
+class RecordingSoundSettings final : public SoundSettings {
+public:
+    bool isAvailable() const override { return isInstalled; }
+    void open() override { ++openings; }
+
+    bool isInstalled = true;
+    int openings = 0;
 };
 
 } // namespace quelto::test
