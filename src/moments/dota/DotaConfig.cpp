@@ -93,13 +93,13 @@ DotaConfig::InstallState DotaConfig::installState() const
     return areAllCurrent ? InstallState::Installed : InstallState::NotInstalled;
 }
 
-bool DotaConfig::install() const
+DotaConfig::InstallResult DotaConfig::install() const
 {
-    bool hasWritten = false;
+    InstallResult result;
     for (const auto& folder : cfgFolders()) {
-        hasWritten = writeAtomically(fileIn(folder), configText().toUtf8()) || hasWritten;
+        ++(writeAtomically(fileIn(folder), configText().toUtf8()) ? result.written : result.failed);
     }
-    return hasWritten;
+    return result;
 }
 
 } // namespace quelto

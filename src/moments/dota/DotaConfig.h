@@ -23,6 +23,14 @@ public:
     };
     Q_ENUM(InstallState)
 
+    /// Numbers of Dota 2 installations.
+    struct InstallResult {
+        int written = 0;
+        int failed = 0;
+
+        bool operator==(const InstallResult&) const = default;
+    };
+
     static inline const QString configName = QStringLiteral("gamestate_integration_quelto.cfg");
 
     DotaConfig(const QString& homeFolder, quint16 port);
@@ -32,8 +40,8 @@ public:
     /// The "cfg" folder of every Dota 2, without duplicates.
     QStringList cfgFolders() const;
     InstallState installState() const;
-    /// Writes the file into every folder. Returns true if at least one write succeeds.
-    bool install() const;
+    /// Writes the file into every folder.
+    InstallResult install() const;
 
 private:
     QString m_homeFolder;

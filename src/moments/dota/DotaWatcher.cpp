@@ -27,14 +27,18 @@ DotaWatcher::~DotaWatcher()
 
 void DotaWatcher::refreshInstallState()
 {
-    setInstallState(m_config.installState());
+    postToQueue([this] { reply([this, state = m_config.installState()] { setInstallState(state); }); });
 }
 
-bool DotaWatcher::install()
+void DotaWatcher::install()
 {
-    const bool hasWritten = m_config.install();
-    refreshInstallState();
-    return hasWritten;
+    postToQueue([this] {
+        const auto result = m_config.install();
+        reply([this, result, state = m_config.installState()] {
+            setInstallState(state);
+            Q_EMIT installed(result.written, result.failed);
+        });
+    });
 }
 
 void DotaWatcher::open()

@@ -42,13 +42,16 @@ public:
     QString listenerError() const { return m_listenerError; }
     const DotaConfig& config() const { return m_config; }
 
-    /// Reads the disk again.
+    /// Reads the disk again, in the background. Also works while the watcher is stopped.
     Q_INVOKABLE void refreshInstallState();
-    /// Returns true if the file was written for at least one Dota 2.
-    Q_INVOKABLE bool install();
+    /// Writes the file for every Dota 2, in the background, and emits installed(). Also works while the watcher is
+    /// stopped.
+    Q_INVOKABLE void install();
 
 Q_SIGNALS:
     void installStateChanged();
+    /// Emitted after each install(), with the numbers of Dota 2 installations; installState() is up to date.
+    void installed(int written, int failed);
     void listenerErrorChanged();
 
 private:

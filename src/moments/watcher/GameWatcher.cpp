@@ -47,7 +47,7 @@ void GameWatcher::stopAndWait()
     m_queue.sync([] {});
 }
 
-void GameWatcher::publish(std::function<void()> task)
+void GameWatcher::publish(Task task)
 {
     Q_ASSERT(m_queue.isCurrent());
     m_main.post([this, run = m_queueRun, task = std::move(task)] {
@@ -55,6 +55,17 @@ void GameWatcher::publish(std::function<void()> task)
             task();
         }
     });
+}
+
+void GameWatcher::postToQueue(Task task)
+{
+    m_queue.post(std::move(task));
+}
+
+void GameWatcher::reply(Task task)
+{
+    Q_ASSERT(m_queue.isCurrent());
+    m_main.post(std::move(task));
 }
 
 void GameWatcher::reportMoment(const Moment& moment)

@@ -7,8 +7,6 @@
 
 #include <QObject>
 
-#include <functional>
-
 namespace quelto {
 
 /// Follows one game through the data that the game publishes, and reports its moments. It reports every moment; the
@@ -55,7 +53,12 @@ protected:
     void stopAndWait();
     /// Runs the task on the main thread, in order, unless the watcher is stopped before.
     /// Thread: the watcher's queue.
-    void publish(std::function<void()> task);
+    void publish(Task task);
+    /// Runs the task on the watcher's queue, whether the watcher runs or not.
+    void postToQueue(Task task);
+    /// Runs the task on the main thread, in order, whether the watcher runs or not. For replies to requests.
+    /// Thread: the watcher's queue.
+    void reply(Task task);
     void reportMoment(const Moment& moment);
     /// Seconds on the monotonic clock.
     /// Thread: any.

@@ -10,6 +10,7 @@
 namespace quelto {
 namespace {
 
+using InstallResult = DotaConfig::InstallResult;
 using InstallState = DotaConfig::InstallState;
 
 const QByteArray ConfigText = "\"Quelto\"\n"
@@ -75,10 +76,10 @@ TEST_F(DotaConfigTest, WritesFormatOfGame)
 TEST_F(DotaConfigTest, NotFoundWithoutGame)
 {
     EXPECT_EQ(m_config.installState(), InstallState::NotFound);
-    EXPECT_FALSE(m_config.install());
+    EXPECT_EQ(m_config.install(), InstallResult());
     QDir().mkpath(home() + u'/' + QString::fromUtf8(Native) + QStringLiteral("/steamapps"));
     EXPECT_EQ(m_config.installState(), InstallState::NotFound);
-    EXPECT_FALSE(m_config.install());
+    EXPECT_EQ(m_config.install(), InstallResult());
 }
 
 TEST_F(DotaConfigTest, NeedsBinFolderBesideCfgFolder)
@@ -95,7 +96,7 @@ TEST_F(DotaConfigTest, InstallsIntoEveryGame)
     const auto flatpak = makeGame(Flatpak);
     EXPECT_EQ(m_config.cfgFolders(), (QStringList{native, flatpak}));
     EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
-    EXPECT_TRUE(m_config.install());
+    EXPECT_EQ(m_config.install(), (InstallResult{.written = 2, .failed = 0}));
     EXPECT_EQ(m_config.installState(), InstallState::Installed);
     EXPECT_EQ(content(fileIn(native)), ConfigText);
     EXPECT_EQ(content(fileIn(flatpak)), ConfigText);
@@ -114,13 +115,14 @@ TEST_F(DotaConfigTest, NotInstalledIfOneByteDiffers)
 {
     const auto native = makeGame(Native);
     makeGame(Flatpak);
-    ASSERT_TRUE(m_config.install());
+    m_config.install();
+    ASSERT_EQ(m_config.installState(), InstallState::Installed);
     for (const auto& other : {ConfigText.chopped(1), ConfigText + '\n', QByteArray(ConfigText).replace("0.1", "0.2"),
                               QByteArray(), "\xef\xbb\xbf" + ConfigText}) {
         write(fileIn(native), other);
         EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     }
-    EXPECT_TRUE(m_config.install());
+    EXPECT_EQ(m_config.install(), (InstallResult{.written = 2, .failed = 0}));
     EXPECT_EQ(m_config.installState(), InstallState::Installed);
 }
 
@@ -130,7 +132,7 @@ TEST_F(DotaConfigTest, SkipsFolderThatCannotBeWritten)
     const auto flatpak = makeGame(Flatpak);
     // A file blocks the subfolder. Permissions would not work, because root can write everywhere.
     write(native + QStringLiteral("/gamestate_integration"), "in the way");
-    EXPECT_TRUE(m_config.install());
+    EXPECT_EQ(m_config.install(), (InstallResult{.written = 1, .failed = 1}));
     EXPECT_EQ(content(fileIn(flatpak)), ConfigText);
     EXPECT_EQ(m_config.installState(), InstallState::NotInstalled);
     EXPECT_EQ(content(native + QStringLiteral("/gamestate_integration")), "in the way");
@@ -142,7 +144,7 @@ TEST_F(DotaConfigTest, LeavesOtherFilesInFolderAlone)
     QDir().mkpath(native + QStringLiteral("/gamestate_integration"));
     const auto other = native + QStringLiteral("/gamestate_integration/gamestate_integration_other.cfg");
     write(other, "another program's");
-    ASSERT_TRUE(m_config.install());
+    EXPECT_EQ(m_config.install(), (InstallResult{.written = 1, .failed = 0}));
     EXPECT_EQ(content(other), "another program's");
     EXPECT_EQ(QDir(native + QStringLiteral("/gamestate_integration")).entryList(QDir::Files | QDir::Hidden).size(), 2);
     EXPECT_EQ(QDir(native).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden).size(), 1);

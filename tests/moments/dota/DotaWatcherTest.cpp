@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QTcpServer>
 #include <QTemporaryDir>
+#include <QThread>
 
 namespace quelto {
 namespace {
@@ -33,9 +34,18 @@ protected:
         m_port = server.serverPort();
     }
 
-    QString makeGame()
+    struct Result {
+        int written = -1;
+        int failed = -1;
+        DotaWatcher::InstallState state = DotaWatcher::InstallState::NotFound;
+
+        bool operator==(const Result&) const = default;
+    };
+
+    /// Returns the path of the configuration file that Quelto writes.
+    QString makeGame(const QString& library = QStringLiteral("/.local/share/Steam"))
     {
-        const auto game = m_home.path() + QStringLiteral("/.local/share/Steam/steamapps/common/dota 2 beta/game");
+        const auto game = m_home.path() + library + QStringLiteral("/steamapps/common/dota 2 beta/game");
         EXPECT_TRUE(QDir().mkpath(game + QStringLiteral("/bin")) && QDir().mkpath(game + QStringLiteral("/dota/cfg")));
         return game + QStringLiteral("/dota/cfg/gamestate_integration/") + DotaWatcher::configName;
     }
@@ -55,6 +65,19 @@ protected:
         QObject::connect(sender, &DotaWatcher::momentDetected, sender,
                          [this](const Moment& moment) { m_received.append(moment.game + u' ' + moment.label); });
         return watcher;
+    }
+    /// Waits for the reply.
+    static Result install(DotaWatcher& watcher)
+    {
+        Result result;
+        const auto connection =
+            QObject::connect(&watcher, &DotaWatcher::installed, &watcher, [&](int written, int failed) {
+                result = {.written = written, .failed = failed, .state = watcher.installState()};
+            });
+        watcher.install();
+        EXPECT_TRUE(waitFor([&] { return result.written >= 0; }));
+        QObject::disconnect(connection);
+        return result;
     }
     /// Waits until the watcher listens.
     bool waitUntilListening() const
@@ -159,7 +182,7 @@ TEST_F(DotaWatcherTest, InstallsConfigurationAtEachStart)
     const auto watcher = makeWatcher();
     EXPECT_EQ(watcher->installState(), DotaWatcher::InstallState::NotFound);
     watcher->refreshInstallState();
-    EXPECT_EQ(watcher->installState(), DotaWatcher::InstallState::NotInstalled);
+    EXPECT_TRUE(waitFor([&] { return watcher->installState() == DotaWatcher::InstallState::NotInstalled; }));
     watcher->start();
     ASSERT_TRUE(waitFor([&] { return watcher->installState() == DotaWatcher::InstallState::Installed; }));
     QFile written(file);
@@ -169,7 +192,7 @@ TEST_F(DotaWatcherTest, InstallsConfigurationAtEachStart)
 
     ASSERT_TRUE(QFile::remove(file));
     watcher->refreshInstallState();
-    EXPECT_EQ(watcher->installState(), DotaWatcher::InstallState::NotInstalled);
+    EXPECT_TRUE(waitFor([&] { return watcher->installState() == DotaWatcher::InstallState::NotInstalled; }));
     watcher->start();
     EXPECT_TRUE(waitFor([&] { return watcher->installState() == DotaWatcher::InstallState::Installed; }));
 }
@@ -177,12 +200,57 @@ TEST_F(DotaWatcherTest, InstallsConfigurationAtEachStart)
 TEST_F(DotaWatcherTest, InstallsOnRequest)
 {
     const auto watcher = makeWatcher();
-    EXPECT_FALSE(watcher->install());
-    EXPECT_EQ(watcher->installState(), DotaWatcher::InstallState::NotFound);
+    const auto native = makeGame();
+    const auto flatpak = makeGame(QStringLiteral("/.var/app/com.valvesoftware.Steam/.local/share/Steam"));
+    // A file where the subfolder belongs makes this installation fail.
+    QFile obstacle(QFileInfo(flatpak).path());
+    ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
+    const Result partial{.written = 1, .failed = 1, .state = DotaWatcher::InstallState::NotInstalled};
+    EXPECT_EQ(install(*watcher), partial);
+    EXPECT_TRUE(QFile::exists(native));
+    ASSERT_TRUE(obstacle.remove());
+    const Result complete{.written = 2, .failed = 0, .state = DotaWatcher::InstallState::Installed};
+    EXPECT_EQ(install(*watcher), complete);
+    EXPECT_TRUE(QFile::exists(flatpak));
+}
+
+TEST_F(DotaWatcherTest, InstallsNothingWithoutTheGame)
+{
+    const Result nothing{.written = 0, .failed = 0, .state = DotaWatcher::InstallState::NotFound};
+    EXPECT_EQ(install(*makeWatcher()), nothing);
+}
+
+TEST_F(DotaWatcherTest, InstallsWhileRunningAndAfterAStop)
+{
     const auto file = makeGame();
-    EXPECT_TRUE(watcher->install());
-    EXPECT_EQ(watcher->installState(), DotaWatcher::InstallState::Installed);
+    const auto watcher = makeWatcher();
+    watcher->start();
+    ASSERT_TRUE(waitFor([&] { return QFile::exists(file); }));
+    const Result complete{.written = 1, .failed = 0, .state = DotaWatcher::InstallState::Installed};
+    ASSERT_TRUE(QFile::remove(file));
+    EXPECT_EQ(install(*watcher), complete);
+    watcher->stop();
+    ASSERT_TRUE(QFile::remove(file));
+    EXPECT_EQ(install(*watcher), complete);
     EXPECT_TRUE(QFile::exists(file));
+}
+
+TEST_F(DotaWatcherTest, InstallsAndReportsInTheBackground)
+{
+    const auto file = makeGame();
+    const auto watcher = makeWatcher();
+    bool isReported = false;
+    QObject::connect(watcher.get(), &DotaWatcher::installed, watcher.get(), [&] { isReported = true; });
+    watcher->install();
+    // Without the event loop, so that the write cannot wait for this thread.
+    const QDeadlineTimer deadline(std::chrono::seconds(10));
+    while (!QFile::exists(file) && !deadline.hasExpired()) {
+        QThread::msleep(1);
+    }
+    EXPECT_TRUE(QFile::exists(file));
+    EXPECT_FALSE(isReported);
+    EXPECT_EQ(watcher->installState(), DotaWatcher::InstallState::NotFound);
+    EXPECT_TRUE(waitFor([&] { return isReported; }));
 }
 
 TEST_F(DotaWatcherTest, UsesExpectedPortAndNames)
