@@ -4,6 +4,7 @@
 #include "media/types/AudioBuffer.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 
 #include <functional>
@@ -23,6 +24,10 @@ struct AudioSourceEvents {
     ///
     /// Thread: the source's own, or the thread of start().
     std::function<void(std::optional<QString>)> onWarning;
+    /// Reports the ids of the applications that a source records, whenever they change. At the start there are none.
+    ///
+    /// Thread: the source's own.
+    std::function<void(QSet<QString>)> onApplications;
 };
 
 /// A stream of PCM. Its presentation times are the times at which the audio was heard or spoken.
@@ -59,6 +64,9 @@ public:
     virtual std::unique_ptr<AudioSource> systemAudio() = 0;
     /// The device with that id; the default device while the id is empty or the device is missing.
     virtual std::unique_ptr<AudioSource> microphone(const QString& id) = 0;
+    /// What the running voice chat applications play, whichever output they use. Always stereo. Delivers nothing while
+    /// none is running or all are silent; neither is a problem.
+    virtual std::unique_ptr<AudioSource> voiceChat() = 0;
     /// Passes the present devices to the reply, without waiting. A sound server that does not answer within half a
     /// second has no devices.
     ///

@@ -71,9 +71,10 @@ private:
 
 class FakeAudioSource final : public AudioSource {
 public:
-    FakeAudioSource(int& running, std::optional<QString> problem)
+    FakeAudioSource(int& running, std::optional<QString> problem, const QSet<QString>& applications = {})
         : m_running(running)
         , m_problem(std::move(problem))
+        , m_applications(applications)
     {
     }
 
@@ -86,6 +87,17 @@ public:
         m_isRunning = true;
         if (events.onWarning) {
             events.onWarning(m_problem);
+        }
+        setApplications(m_applications);
+    }
+
+    /// Applications start and quit.
+    void setApplications(const QSet<QString>& applications)
+    {
+        m_applications = applications;
+        if (events.onApplications && m_reported != applications) {
+            m_reported = applications;
+            events.onApplications(applications);
         }
     }
 
@@ -111,6 +123,8 @@ private:
     int& m_running;
     bool m_isRunning = false;
     std::optional<QString> m_problem;
+    QSet<QString> m_applications;
+    QSet<QString> m_reported;
 };
 
 class FakeAudioServer final : public AudioServer {
@@ -123,6 +137,12 @@ public:
     /// The sources created last; their owner may have destroyed them.
     FakeAudioSource* mic = nullptr;
     FakeAudioSource* system = nullptr;
+    FakeAudioSource* chat = nullptr;
+    /// Voice chat cannot be opened.
+    bool hasChatFailure = false;
+    /// What new voice chat sources report at their start.
+    std::optional<QString> chatProblem;
+    QSet<QString> chatApps;
 
     std::unique_ptr<AudioSource> systemAudio() override
     {
@@ -136,6 +156,16 @@ public:
         askedFor = id;
         auto source = std::make_unique<FakeAudioSource>(runningSources, micProblem);
         mic = source.get();
+        return source;
+    }
+
+    std::unique_ptr<AudioSource> voiceChat() override
+    {
+        if (hasChatFailure) {
+            throw std::runtime_error("no threads left");
+        }
+        auto source = std::make_unique<FakeAudioSource>(runningSources, chatProblem, chatApps);
+        chat = source.get();
         return source;
     }
 

@@ -39,9 +39,17 @@ AudioCapture::~AudioCapture()
 void AudioCapture::onGraphChanged()
 {
     const std::optional<int> channels = m_rule.channels(m_connection.graph());
+    if (!channels && m_rule.missingTarget() == MissingTarget::normal) {
+        m_missing.disarm();
+        m_recovery.disarm();
+        endStream();
+        warn(std::nullopt);
+        return;
+    }
     updateStream(channels);
     updateOutputLatency();
     updateLinks();
+    reportApplications();
     if (!channels || m_stream->state() != CaptureStream::State::ready) {
         if (!m_missing.isArmed()) {
             m_missing.arm(MissingMilliseconds);
@@ -65,11 +73,19 @@ void AudioCapture::onServerLost()
 {
     m_missing.disarm();
     m_recovery.disarm();
-    m_links.clear();
-    m_stream.reset();
-    m_outputLatency.reset();
-    m_delivery.flush();
+    endStream();
     warn(T("Ses sunucusu PipeWire yanıt vermiyor; geri gelmesi bekleniyor."));
+}
+
+void AudioCapture::endStream()
+{
+    if (m_stream) {
+        m_links.clear();
+        m_stream.reset();
+        m_outputLatency.reset();
+        m_delivery.flush();
+    }
+    reportApplications();
 }
 
 void AudioCapture::updateStream(std::optional<int> channels)
@@ -80,12 +96,11 @@ void AudioCapture::updateStream(std::optional<int> channels)
     }
     m_links.clear();
     m_stream.reset();
-    const TimestampReference timestamps =
-        m_rule.playbackDevice(m_connection.graph()) ? TimestampReference::playback : TimestampReference::capture;
-    m_stream = std::make_unique<CaptureStream>(
-        m_connection.core(),
-        CaptureStream::Settings{.nodeName = m_rule.nodeName(), .channels = *channels, .timestamps = timestamps},
-        m_delivery, m_outputLatency, [this] { handleStreamState(); });
+    m_stream = std::make_unique<CaptureStream>(m_connection.core(),
+                                               CaptureStream::Settings{.nodeName = m_rule.nodeName(),
+                                                                       .channels = *channels,
+                                                                       .timestamps = m_rule.timestamps()},
+                                               m_delivery, m_outputLatency, [this] { handleStreamState(); });
     if (m_stream->state() == CaptureStream::State::broken) {
         m_recovery.arm(RecoveryMilliseconds);
     }
@@ -124,12 +139,21 @@ void AudioCapture::recover()
 {
     if (m_stream && m_stream->state() == CaptureStream::State::broken) {
         warn(T("Ses akışı kesildi; yeniden bağlanılıyor."));
-        m_links.clear();
-        m_stream.reset();
+        endStream();
     }
     m_links.discardFailures();
     if (m_connection.isReady()) {
         onGraphChanged();
+    }
+}
+
+void AudioCapture::reportApplications()
+{
+    const bool isRecording = m_stream && m_stream->state() == CaptureStream::State::ready;
+    const QSet<QString> applications = isRecording ? m_rule.applications(m_connection.graph()) : QSet<QString>();
+    if (applications != m_applications) {
+        m_applications = applications;
+        m_delivery.reportApplications(applications);
     }
 }
 

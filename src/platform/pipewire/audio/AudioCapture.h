@@ -22,6 +22,8 @@ private:
     void onGraphChanged() override;
     void onServerLost() override;
 
+    /// Removes the capture node from the graph.
+    void endStream();
     void updateStream(std::optional<int> channels);
     void updateLinks();
     void updateOutputLatency();
@@ -29,6 +31,7 @@ private:
     void recover();
     /// Why nothing is recorded, as a translated sentence.
     QString problem() const;
+    void reportApplications();
     void warn(const std::optional<QString>& warning);
 
     PipeWireConnection& m_connection;
@@ -36,6 +39,7 @@ private:
     AudioDeliveryThread& m_delivery;
     std::optional<QString> m_warning;
     bool m_hasReported = false;
+    QSet<QString> m_applications;
     OutputLatency m_outputLatency;
     LinkSet m_links;
     std::unique_ptr<CaptureStream> m_stream;

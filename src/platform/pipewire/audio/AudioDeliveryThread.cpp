@@ -101,6 +101,15 @@ void AudioDeliveryThread::warn(std::optional<QString> warning)
     m_wakeUp.notify();
 }
 
+void AudioDeliveryThread::reportApplications(const QSet<QString>& applications)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_applications.push_back(applications);
+    }
+    m_wakeUp.notify();
+}
+
 void AudioDeliveryThread::deliver(AudioBufferPtr buffer)
 {
     if (m_pauses) {
@@ -131,6 +140,7 @@ void AudioDeliveryThread::run()
     while (true) {
         m_wakeUp.wait(m_pauses ? PauseInterval : Forever);
         std::deque<std::optional<QString>> warnings;
+        std::deque<QSet<QString>> applications;
         bool isFlushing = false;
         {
             const std::lock_guard guard(m_mutex);
@@ -138,6 +148,7 @@ void AudioDeliveryThread::run()
                 return;
             }
             warnings.swap(m_warnings);
+            applications.swap(m_applications);
             isFlushing = std::exchange(m_isFlushing, false);
         }
         while (const auto block = m_ring.tryRead(values)) {
@@ -148,6 +159,11 @@ void AudioDeliveryThread::run()
         }
         for (std::optional<QString>& warning : warnings) {
             deliver(std::move(warning));
+        }
+        for (const QSet<QString>& ids : applications) {
+            if (m_events.onApplications) {
+                m_events.onApplications(ids);
+            }
         }
         if (AudioBufferPtr silence = m_pauses ? m_pauses->tryFill(HostClock::now()) : nullptr) {
             deliver(std::move(silence));

@@ -12,7 +12,7 @@
 namespace quelto::pipewire {
 
 /// Takes blocks from the real-time thread and delivers them as audio buffers on its own thread, which also delivers the
-/// warnings. The destructor waits for a running callback; none is called after it.
+/// warnings and the applications. The destructor waits for a running callback; none is called after it.
 class AudioDeliveryThread {
 public:
     /// fillsPauses: delivers silence when no blocks arrive while there is no warning.
@@ -30,6 +30,8 @@ public:
     void flush();
     /// Any thread.
     void warn(std::optional<QString> warning);
+    /// Any thread.
+    void reportApplications(const QSet<QString>& applications);
 
 private:
     void run();
@@ -60,6 +62,7 @@ private:
     int m_framesSinceWake = 0;
     std::mutex m_mutex;
     std::deque<std::optional<QString>> m_warnings;
+    std::deque<QSet<QString>> m_applications;
     bool m_isFlushing = false;
     bool m_isStopping = false;
     std::thread m_thread;

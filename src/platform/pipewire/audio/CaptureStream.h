@@ -8,14 +8,6 @@
 
 namespace quelto::pipewire {
 
-/// Which time the timestamps of a stream denote.
-enum class TimestampReference {
-    /// When an input device recorded the audio, which is before the graph cycle that delivers it.
-    capture,
-    /// When an output device plays the audio, which is after the graph cycle that delivers it.
-    playback,
-};
-
 /// A capture node in the server's graph. It does not link its ports itself; see LinkSet.
 ///
 /// Thread: the loop's lock held, for creation and destruction too; events come on the loop's thread.

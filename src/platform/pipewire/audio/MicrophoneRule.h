@@ -17,6 +17,7 @@ public:
 
     QString nodeName() const override { return QStringLiteral("quelto-microphone"); }
     LinkMode linkMode() const override { return LinkMode::active; }
+    TimestampReference timestamps() const override { return TimestampReference::capture; }
     std::optional<int> channels(const Graph& graph) const override;
     LinkPlan links(const Graph& graph, ObjectId captureNode) const override;
     std::optional<ObjectId> playbackDevice(const Graph&) const override { return std::nullopt; }

@@ -5,6 +5,7 @@
 #include "platform/pipewire/audio/MicrophoneRule.h"
 #include "platform/pipewire/audio/PipeWireAudioSource.h"
 #include "platform/pipewire/audio/SystemAudioRule.h"
+#include "platform/pipewire/audio/VoiceChatRule.h"
 
 namespace quelto {
 
@@ -24,6 +25,11 @@ public:
     std::unique_ptr<AudioSource> microphone(const QString& id) override
     {
         return std::make_unique<PipeWireAudioSource>(m_connection, std::make_unique<MicrophoneRule>(id));
+    }
+
+    std::unique_ptr<AudioSource> voiceChat() override
+    {
+        return std::make_unique<PipeWireAudioSource>(m_connection, std::make_unique<VoiceChatRule>());
     }
 
     void listMicrophones(std::function<void(QList<MicrophoneInfo>)> reply) override

@@ -14,6 +14,7 @@ class SystemAudioRule final : public AudioTargetRule {
 public:
     QString nodeName() const override { return QStringLiteral("quelto-system-sound"); }
     LinkMode linkMode() const override { return LinkMode::passive; }
+    TimestampReference timestamps() const override { return TimestampReference::playback; }
     std::optional<int> channels(const Graph& graph) const override;
     LinkPlan links(const Graph& graph, ObjectId captureNode) const override;
     std::optional<ObjectId> playbackDevice(const Graph& graph) const override;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/pipewire/core/ProgramIdentity.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -23,6 +25,7 @@ struct Client {
     /// The server first announces a client without its process ids and sends them later. Until then the owner is
     /// unknown.
     bool isComplete = false;
+    ProgramIdentity program;
 };
 
 struct Node {
@@ -31,6 +34,8 @@ struct Node {
     QString mediaClass;
     /// Nothing for nodes that the server created itself.
     std::optional<ObjectId> client;
+    /// What the program calls itself in this stream, which may differ from what its client says.
+    QString applicationName;
 };
 
 enum class PortDirection { input, output };

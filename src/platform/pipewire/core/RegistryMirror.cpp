@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/pipewire/core/RegistryMirror.h"
 
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <unistd.h>
+
+#include <array>
 
 namespace quelto::pipewire {
 
@@ -12,6 +15,37 @@ namespace {
 
 /// After a client appeared. Clients often appear in groups, and bind the metadata shortly after they connect.
 constexpr int ReadAgainMilliseconds = 1000;
+
+/// The identifiers of sandboxed programs, by whichever part of the server found them.
+constexpr std::array IdKeys = {PW_KEY_APP_ID, "pipewire.access.portal.app_id", "pipewire.sec.app-id",
+                               "pipewire.snap.id"};
+
+/// Empty if the process has ended or belongs to another user.
+QByteArray commandLineOf(std::optional<std::uint32_t> process)
+{
+    QFile file(QStringLiteral("/proc/%1/cmdline").arg(process.value_or(0)));
+    return process && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+ProgramIdentity identityOf(const spa_dict* properties, const Client& client)
+{
+    ProgramIdentity program = {
+        .names = {property(properties, PW_KEY_APP_NAME)},
+        .binary = property(properties, PW_KEY_APP_PROCESS_BINARY),
+        .ids = {},
+        .securityLabel = property(properties, PW_KEY_SEC_LABEL),
+        .commandLine = client.program.commandLine,
+    };
+    for (const char* key : IdKeys) {
+        program.ids.append(property(properties, key));
+    }
+    program.ids.removeAll(QString());
+    // Inside a sandbox the process id means another process, but there an id tells the application.
+    if (program.commandLine.isEmpty() && program.ids.isEmpty() && isApplicationRuntime(program.binary)) {
+        program.commandLine = commandLineOf(client.processId);
+    }
+    return program;
+}
 
 RegistryMirror* mirrorOf(void* data)
 {
@@ -80,6 +114,7 @@ void RegistryMirror::addNode(ObjectId id, const spa_dict* properties)
         .description = property(properties, PW_KEY_NODE_DESCRIPTION),
         .mediaClass = property(properties, PW_KEY_MEDIA_CLASS),
         .client = numberProperty(properties, PW_KEY_CLIENT_ID),
+        .applicationName = property(properties, PW_KEY_APP_NAME),
     };
 }
 
@@ -177,6 +212,7 @@ void RegistryMirror::readClient(const pw_client_info& info)
     if (info.props) {
         client.processId = numberProperty(info.props, PW_KEY_APP_PROCESS_ID);
         client.socketProcessId = numberProperty(info.props, PW_KEY_SEC_PID);
+        client.program = identityOf(info.props, client);
     }
     client.isComplete = true;
     auto* ownClient = reinterpret_cast<pw_proxy*>(pw_core_get_client(m_core));

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AudioDesktop.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -91,11 +94,27 @@ void GraphSetting::set(int value)
 }
 
 TonePlayerProcess::TonePlayerProcess(const Settings& settings)
-    : m_process(QStringLiteral(TONE_PLAYER),
-                {QString::number(settings.leftHertz), QString::number(settings.rightHertz),
-                 QString::number(settings.amplitude),
-                 settings.isBeeping ? QStringLiteral("beep") : QStringLiteral("steady"), settings.target})
+    : m_process(executable(settings.binary),
+                QStringList{QString::number(settings.leftHertz), QString::number(settings.rightHertz),
+                            QString::number(settings.amplitude),
+                            settings.isBeeping ? QStringLiteral("beep") : QStringLiteral("steady"), settings.target} +
+                    settings.moreArguments)
 {
+}
+
+/// The server learns a program's name from its file.
+QString TonePlayerProcess::executable(const QString& name)
+{
+    static const QTemporaryDir folder;
+    const QFileInfo player(QStringLiteral(TONE_PLAYER));
+    if (player.fileName() == name) {
+        return player.filePath();
+    }
+    const QString copy = folder.filePath(name);
+    if (!QFileInfo::exists(copy) && !QFile::copy(player.filePath(), copy)) {
+        ADD_FAILURE() << "cannot copy the player to " << copy.toStdString();
+    }
+    return copy;
 }
 
 std::vector<HostTime> TonePlayerProcess::beeps()

@@ -60,6 +60,10 @@ public:
         double amplitude = 0.25;
         bool isBeeping = false;
         QString target;
+        /// The name of the executable.
+        QString binary = QStringLiteral("tone_player");
+        /// Added to the command line, without a meaning for the player.
+        QStringList moreArguments;
     };
 
     explicit TonePlayerProcess(const Settings& settings);
@@ -68,6 +72,8 @@ public:
     std::vector<HostTime> beeps();
 
 private:
+    static QString executable(const QString& name);
+
     ChildProcess m_process;
     QByteArray m_unread;
     std::vector<HostTime> m_beeps;

@@ -35,6 +35,11 @@ AudioSourceEvents Recording::events()
                 m_warnings.push_back(std::move(warning));
                 m_changed.notify_all();
             },
+        .onApplications =
+            [this](const QSet<QString>& applications) {
+                const std::lock_guard guard(m_mutex);
+                m_applications.push_back(applications);
+            },
     };
 }
 
@@ -54,6 +59,12 @@ std::vector<std::optional<QString>> Recording::warnings() const
 {
     const std::lock_guard guard(m_mutex);
     return m_warnings;
+}
+
+std::vector<QSet<QString>> Recording::applications() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_applications;
 }
 
 void Recording::clear()

@@ -21,6 +21,8 @@ public:
     AudioBuffers buffers() const;
     AudioBuffers silence() const;
     std::vector<std::optional<QString>> warnings() const;
+    /// All reported sets of applications. clear() keeps them.
+    std::vector<QSet<QString>> applications() const;
     void clear();
 
     /// Waits until the source has delivered that much more audio. False on timeout.
@@ -35,6 +37,7 @@ private:
     AudioBuffers m_buffers;
     AudioBuffers m_silence;
     std::vector<std::optional<QString>> m_warnings;
+    std::vector<QSet<QString>> m_applications;
     std::int64_t m_frames = 0;
 };
 
