@@ -66,6 +66,9 @@ CaptureReport CapturePipeline::start(const CaptureSettings& settings, const Capt
     if (settings.capturesMicrophone) {
         startMicrophone(settings.microphoneID, events);
     }
+    if (settings.capturesVoiceChat) {
+        startChatStream(events);
+    }
     return report;
 }
 
@@ -161,6 +164,27 @@ void CapturePipeline::startMicrophone(const QString& id, const CaptureEvents& ev
     m_mic.start(id);
 }
 
+void CapturePipeline::startChatStream(const CaptureEvents& events)
+{
+    try {
+        m_chatStream = m_platform.audioServer->voiceChat();
+        m_chatStream->start({.onBuffer = [this](AudioBufferPtr sample) { m_buffer.appendChat(std::move(sample)); },
+                             .onWarning = {},
+                             .onApplications = events.onChatApps});
+    } catch (const std::exception& error) {
+        qWarning("voice chat: %s", error.what());
+        stopChatStream();
+    }
+}
+
+void CapturePipeline::stopChatStream() noexcept
+{
+    if (m_chatStream) {
+        m_chatStream->stop();
+        m_chatStream.reset();
+    }
+}
+
 void CapturePipeline::stop() noexcept
 {
     m_platform.frames->stop();
@@ -179,6 +203,7 @@ void CapturePipeline::stop() noexcept
         ++m_pictures;
     });
     m_mic.stop();
+    stopChatStream();
     m_buffer.reset();
 }
 

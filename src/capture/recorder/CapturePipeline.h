@@ -24,6 +24,8 @@ struct CaptureEvents {
     /// After each start, and whenever it changes, the problem with an audio source; nothing if it works.
     std::function<void(std::optional<QString>)> onMicWarning;
     std::function<void(std::optional<QString>)> onSystemAudioWarning;
+    /// The ids of the recorded voice chat applications, whenever they change. At the start there are none.
+    std::function<void(QSet<QString>)> onChatApps;
 };
 
 /// The state of a session that has started.
@@ -42,6 +44,8 @@ struct CaptureReport {
 ///
 /// An encoder that outputs nothing for three seconds is replaced once, by one in software. The buffer then starts
 /// again, because a clip cannot contain frames of two encoders.
+///
+/// Voice chat is a source of its own, whose failures are ignored: it never warns and never affects the session.
 ///
 /// Thread: start and stop from one queue. Events come on the sources' threads, none after stop() has returned.
 class CapturePipeline {
@@ -68,12 +72,15 @@ private:
     DisplayInfo chosenDisplay(std::uint32_t displayID) const;
     void startSystemAudio(const CaptureEvents& events);
     void startMicrophone(const QString& id, const CaptureEvents& events);
+    void startChatStream(const CaptureEvents& events);
+    void stopChatStream() noexcept;
 
     Platform& m_platform;
     ReplayBuffer& m_buffer;
     OpenEncoder m_openEncoder;
     MicCapture m_mic;
     std::unique_ptr<AudioSource> m_systemAudio;
+    std::unique_ptr<AudioSource> m_chatStream;
     // Owned by the video queue, apart from the start.
     EncoderRequest m_encoderRequest;
     std::unique_ptr<VideoEncoder> m_encoder;

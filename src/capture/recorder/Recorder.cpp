@@ -214,7 +214,18 @@ CaptureEvents Recorder::eventsOf(std::uint64_t session)
                     m_systemAudioWarning = warning;
                     Q_EMIT micChanged();
                 });
-            }};
+            },
+        .onChatApps = [this,
+                       session](const QSet<QString>& apps) { onMainIn(session, [this, apps] { setChatApps(apps); }); }};
+}
+
+void Recorder::setChatApps(const QSet<QString>& apps)
+{
+    const bool wasActive = chatActive();
+    m_chatApps = apps;
+    if (chatActive() != wasActive) {
+        Q_EMIT chatActiveChanged();
+    }
 }
 
 void Recorder::publishMic(bool isActive, std::optional<QString> warning)
@@ -230,6 +241,7 @@ void Recorder::endAudio()
     m_micLevel = 0;
     Q_EMIT micLevelChanged();
     publishMic(false, m_micWarning);
+    setChatApps({});
 }
 
 void Recorder::setState(const RecorderState& state)

@@ -35,6 +35,7 @@ class Recorder : public QObject {
     Q_PROPERTY(float micLevel READ micLevel NOTIFY micLevelChanged)
     Q_PROPERTY(bool micActive READ micActive NOTIFY micChanged)
     Q_PROPERTY(QString micWarning READ micWarningText NOTIFY micChanged)
+    Q_PROPERTY(bool chatActive READ chatActive NOTIFY chatActiveChanged)
 
 public:
     /// What tests replace: where work runs, the clock, the encoder and the clip writer.
@@ -71,6 +72,8 @@ public:
     /// Why the microphone, or else the system audio, is not being recorded.
     std::optional<QString> micWarning() const;
     QString micWarningText() const { return micWarning().value_or(QString()); }
+    /// Whether voice chat is being recorded in its own track, because an application for it runs.
+    bool chatActive() const { return !m_chatApps.isEmpty(); }
 
     /// Does nothing while a session is starting or recording.
     Q_INVOKABLE void start();
@@ -88,6 +91,7 @@ Q_SIGNALS:
     void bufferMBChanged();
     void micLevelChanged();
     void micChanged();
+    void chatActiveChanged();
     void clipSaved(const quelto::SavedClip& clip);
     /// With the translated texts of a RecorderError.
     void saveFailed(const QString& message, const QString& reason);
@@ -105,6 +109,7 @@ private:
     void updateBufferSize();
     CaptureEvents eventsOf(std::uint64_t session);
     void publishMic(bool isActive, std::optional<QString> warning);
+    void setChatApps(const QSet<QString>& apps);
     /// For a session that has ended. The warning of the microphone stays visible.
     void endAudio();
     /// Runs the task on the main thread, unless this object is destroyed first.
@@ -120,6 +125,8 @@ private:
     bool m_isMicActive = false;
     std::optional<QString> m_micWarning;
     std::optional<QString> m_systemAudioWarning;
+    /// The ids of the applications that the chat stream records.
+    QSet<QString> m_chatApps;
     std::optional<QString> m_runningSignature;
     /// The number of the current session. Results of earlier sessions are ignored.
     std::uint64_t m_session = 0;

@@ -139,9 +139,10 @@ TEST_F(RecorderTest, ForgetsWarningsOfAnEarlierStart)
     EXPECT_EQ(recorder->micWarning(), std::nullopt);
 }
 
-TEST_F(RecorderTest, DoesNotUseTheAudioServerWhenSystemAudioIsOff)
+TEST_F(RecorderTest, DoesNotUseTheAudioServerWhenNoSoundIsWanted)
 {
     settings.setCaptureAudio(false);
+    settings.setCaptureVoiceChat(false);
     settings.setCaptureMicrophone(false);
     record();
     EXPECT_EQ(fakes.audioServer->runningSources, 0);
