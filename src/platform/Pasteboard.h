@@ -18,6 +18,8 @@ public:
     virtual void setFile(const QString& path) = 0;
     /// Replaces the contents with the picture.
     virtual void setImage(const QImage& image) = 0;
+    /// Replaces the contents with the text.
+    virtual void setText(const QString& text) = 0;
 };
 
 } // namespace quelto

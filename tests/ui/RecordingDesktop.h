@@ -22,14 +22,16 @@ public:
     QStringList opened;
 };
 
-/// Records the file and the picture that were copied last.
+/// Records the file, the picture and the text that were copied last.
 class RecordingPasteboard final : public Pasteboard {
 public:
     void setFile(const QString& path) override { file = path; }
     void setImage(const QImage& picture) override { image = picture; }
+    void setText(const QString& copied) override { text = copied; }
 
     QString file;
     QImage image;
+    QString text;
 };
 
 /// Keeps its state in memory. Replies at once.

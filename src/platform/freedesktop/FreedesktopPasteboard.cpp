@@ -19,4 +19,9 @@ void FreedesktopPasteboard::setImage(const QImage& image)
     QGuiApplication::clipboard()->setImage(image);
 }
 
+void FreedesktopPasteboard::setText(const QString& text)
+{
+    QGuiApplication::clipboard()->setText(text);
+}
+
 } // namespace quelto

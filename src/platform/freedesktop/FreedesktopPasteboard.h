@@ -10,6 +10,7 @@ class FreedesktopPasteboard final : public Pasteboard {
 public:
     void setFile(const QString& path) override;
     void setImage(const QImage& image) override;
+    void setText(const QString& text) override;
 };
 
 } // namespace quelto

@@ -67,6 +67,14 @@ TEST_F(FreedesktopPasteboardTest, OtherProgramsReceiveThePicture)
     EXPECT_FALSE(pasted("TARGETS").contains("text/uri-list"));
 }
 
+TEST_F(FreedesktopPasteboardTest, OtherProgramsReceiveTheText)
+{
+    m_pasteboard.setFile(QStringLiteral("/clips/a.mp4"));
+    m_pasteboard.setText(QStringLiteral("-gamestateintegration ü"));
+    EXPECT_EQ(pasted("UTF8_STRING"), "-gamestateintegration ü");
+    EXPECT_FALSE(pasted("TARGETS").contains("text/uri-list"));
+}
+
 TEST_F(FreedesktopPasteboardTest, KeepsTheLastFile)
 {
     m_pasteboard.setFile(QStringLiteral("/clips/a.mp4"));
