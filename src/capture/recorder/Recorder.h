@@ -79,7 +79,7 @@ public:
     Q_INVOKABLE void start();
     Q_INVOKABLE void stop();
     Q_INVOKABLE void toggle();
-    void restart();
+    Q_INVOKABLE void restart();
 
     Q_INVOKABLE void saveClip();
     void saveAutoClip(const Moment& moment, const QString& game);
