@@ -17,14 +17,16 @@ namespace {
 constexpr int ReadAgainMilliseconds = 1000;
 
 /// The identifiers of sandboxed programs, by whichever part of the server found them.
-constexpr std::array IdKeys = {PW_KEY_APP_ID, "pipewire.access.portal.app_id", "pipewire.sec.app-id",
-                               "pipewire.snap.id"};
+constexpr std::array SandboxKeys = {"pipewire.access.portal.app_id", "pipewire.sec.app-id", "pipewire.snap.id"};
+
+/// Units: bytes. What names the application stands at the beginning.
+constexpr qint64 MaxCommandLine = 1 << 16;
 
 /// Empty if the process has ended or belongs to another user.
 QByteArray commandLineOf(std::optional<std::uint32_t> process)
 {
     QFile file(QStringLiteral("/proc/%1/cmdline").arg(process.value_or(0)));
-    return process && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return process && file.open(QIODevice::ReadOnly) ? file.read(MaxCommandLine) : QByteArray();
 }
 
 ProgramIdentity identityOf(const spa_dict* properties, const Client& client)
@@ -36,14 +38,16 @@ ProgramIdentity identityOf(const spa_dict* properties, const Client& client)
         .securityLabel = property(properties, PW_KEY_SEC_LABEL),
         .commandLine = client.program.commandLine,
     };
-    for (const char* key : IdKeys) {
+    for (const char* key : SandboxKeys) {
         program.ids.append(property(properties, key));
     }
     program.ids.removeAll(QString());
     // Inside a sandbox the process id means another process, but there an id tells the application.
-    if (program.commandLine.isEmpty() && program.ids.isEmpty() && isApplicationRuntime(program.binary)) {
+    const bool isSandboxed = !program.ids.isEmpty();
+    if (program.commandLine.isEmpty() && !isSandboxed && isApplicationRuntime(program.binary)) {
         program.commandLine = commandLineOf(client.processId);
     }
+    program.ids.append(property(properties, PW_KEY_APP_ID));
     return program;
 }
 
