@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QObject>
+#include <QString>
+
 #include <cstdint>
 #include <functional>
 
@@ -12,15 +15,41 @@ namespace quelto {
 ///
 /// Thread: main.
 class GlobalKey {
+    Q_GADGET
+
 public:
+    enum class State {
+        /// No combination is wanted.
+        Released,
+        /// A press arrives.
+        Held,
+        /// Another program holds the combination, so a press may not arrive. Ends without a further call when that
+        /// program lets go.
+        Taken,
+        /// A press arrives, and also switches the layout of the keyboard.
+        SwitchesLayout,
+        /// The desktop gives the keys of other programs' windows to nobody. Its own settings can bind a command to a
+        /// key.
+        ReservedByDesktop,
+        /// The keyboard lacks one of the keys, or there is no keyboard.
+        Unavailable,
+    };
+    Q_ENUM(State)
+
     virtual ~GlobalKey() = default;
 
     /// Replaces the earlier combination. A combination that another program has grabbed never fires.
     virtual void grab(std::uint32_t keyCode, std::uint32_t modifiers) = 0;
     virtual void release() = 0;
 
+    virtual State state() const = 0;
+    /// What the key types without modifiers in the present layout. Empty if it types nothing.
+    virtual QString characters(std::uint32_t keyCode) const = 0;
+
     /// Called once per press. A key that is held down does not repeat.
     std::function<void()> onPressed;
+    /// Called when state() has changed, also from grab() and release().
+    std::function<void()> onStateChanged;
 };
 
 } // namespace quelto

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstring>
 #include <deque>
+#include <map>
 #include <optional>
 
 /// Desktop services that a test controls. Everything above the platform interfaces is real.
@@ -186,14 +187,39 @@ public:
     /// The current grab, and the number of grabs so far.
     std::optional<Combination> grabbed;
     int grabs = 0;
+    State present = State::Released;
+    /// The state after a grab.
+    State stateOfGrabs = State::Held;
+    /// By key code.
+    std::map<std::uint32_t, QString> typed;
 
     void grab(std::uint32_t keyCode, std::uint32_t modifiers) override
     {
         grabbed = Combination{keyCode, modifiers};
         ++grabs;
+        setState(stateOfGrabs);
     }
 
-    void release() override { grabbed.reset(); }
+    void release() override
+    {
+        grabbed.reset();
+        setState(State::Released);
+    }
+
+    State state() const override { return present; }
+    QString characters(std::uint32_t keyCode) const override
+    {
+        const auto found = typed.find(keyCode);
+        return found == typed.end() ? QString() : found->second;
+    }
+
+    void setState(State state)
+    {
+        present = state;
+        if (onStateChanged) {
+            onStateChanged();
+        }
+    }
 };
 
 class FakeFrontApplication final : public FrontApplication {

@@ -11,12 +11,22 @@
 
 namespace quelto {
 
+namespace {
+
+X11Session presentSession()
+{
+    const auto isWayland = qgetenv("XDG_SESSION_TYPE") == "wayland" || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    return isWayland ? X11Session::underWayland : X11Session::native;
+}
+
+} // namespace
+
 Platform makePlatform()
 {
     return {.displays = makeX11Displays(),
             .frames = makeX11FrameSource(),
             .audioServer = makePipeWireAudioServer(),
-            .globalKey = makeX11GlobalKey(),
+            .globalKey = makeX11GlobalKey({}, presentSession()),
             .frontApplication = makeX11FrontApplication(),
             .notifications = std::make_unique<FreedesktopNotifications>(),
             .trash = std::make_unique<FreedesktopTrash>(),

@@ -4,6 +4,7 @@
 #include "base/keys/HotKeyText.h"
 #include "base/keys/KeyCodes.h"
 
+#include <xkbcommon/xkbcommon-compose.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
@@ -11,9 +12,54 @@ namespace quelto {
 
 namespace {
 
+struct UnrefKeyState {
+    void operator()(xkb_state* state) const noexcept { xkb_state_unref(state); }
+    void operator()(xkb_compose_table* table) const noexcept { xkb_compose_table_unref(table); }
+    void operator()(xkb_compose_state* state) const noexcept { xkb_compose_state_unref(state); }
+};
+using KeyStatePtr = std::unique_ptr<xkb_state, UnrefKeyState>;
+using ComposeTablePtr = std::unique_ptr<xkb_compose_table, UnrefKeyState>;
+using ComposeStatePtr = std::unique_ptr<xkb_compose_state, UnrefKeyState>;
+
+std::uint32_t modifierOfSymbol(xkb_keysym_t symbol)
+{
+    switch (symbol) {
+    case XKB_KEY_Shift_L:
+    case XKB_KEY_Shift_R:
+        return modifierBits::shift;
+    case XKB_KEY_Control_L:
+    case XKB_KEY_Control_R:
+        return modifierBits::control;
+    case XKB_KEY_Alt_L:
+    case XKB_KEY_Alt_R:
+        return modifierBits::option;
+    case XKB_KEY_Super_L:
+    case XKB_KEY_Super_R:
+        return modifierBits::command;
+    default:
+        return 0;
+    }
+}
+
 std::uint16_t lowestBit(std::uint16_t bits)
 {
     return static_cast<std::uint16_t>(bits & -bits);
+}
+
+/// What a key that waits for a letter types with the space bar. Empty for other keys.
+QString accent(xkb_context* context, xkb_keysym_t symbol)
+{
+    const ComposeTablePtr table(
+        xkb_compose_table_new_from_locale(context, "en_US.UTF-8", XKB_COMPOSE_COMPILE_NO_FLAGS));
+    const ComposeStatePtr state(table ? xkb_compose_state_new(table.get(), XKB_COMPOSE_STATE_NO_FLAGS) : nullptr);
+    if (!state) {
+        return {};
+    }
+    xkb_compose_state_feed(state.get(), symbol);
+    xkb_compose_state_feed(state.get(), XKB_KEY_space);
+    std::array<char, 32> bytes{};
+    xkb_compose_state_get_utf8(state.get(), bytes.data(), bytes.size());
+    return QString::fromUtf8(bytes.data());
 }
 
 } // namespace
@@ -64,6 +110,9 @@ void KeyboardMap::readModifierKey(xcb_keycode_t key, std::uint16_t bit)
             const xkb_keysym_t* symbols = nullptr;
             const int count = xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, layout, level, &symbols);
             for (int index = 0; index < count; ++index) {
+                if (level == 0 && m_modifierOfKey.at(key) == 0) {
+                    m_modifierOfKey.at(key) = modifierOfSymbol(symbols[index]);
+                }
                 switch (symbols[index]) {
                 case XKB_KEY_Alt_L:
                 case XKB_KEY_Alt_R:
@@ -74,6 +123,8 @@ void KeyboardMap::readModifierKey(xcb_keycode_t key, std::uint16_t bit)
                     m_super |= bit;
                     break;
                 case XKB_KEY_Num_Lock:
+                    m_numLock |= bit;
+                    [[fallthrough]];
                 case XKB_KEY_Scroll_Lock:
                     m_locks |= bit;
                     break;
@@ -117,6 +168,44 @@ std::optional<std::uint16_t> KeyboardMap::modifiers(std::uint32_t storedModifier
         result |= row.serverBits;
     }
     return result;
+}
+
+KeyPath KeyboardMap::path(std::uint32_t storedCode, std::uint32_t storedModifiers) const
+{
+    std::vector<ModifierKeys> modifierKeys;
+    for (const auto bit : {modifierBits::shift, modifierBits::control, modifierBits::option, modifierBits::command}) {
+        if ((storedModifiers & bit) != 0) {
+            auto& keys = modifierKeys.emplace_back();
+            for (std::size_t key = 0; key < m_modifierOfKey.size(); ++key) {
+                if (m_modifierOfKey.at(key) == bit) {
+                    keys.push_back(static_cast<xkb_keycode_t>(key));
+                }
+            }
+        }
+    }
+    const auto keys = keyCodes(storedCode);
+    return keyPath(m_keymap.get(), modifierKeys, {keys.begin(), keys.end()}, modifiers(storedModifiers).value_or(0));
+}
+
+QString KeyboardMap::characters(xcb_connection_t* connection, std::uint32_t storedCode) const
+{
+    const auto device = xkb_x11_get_core_keyboard_device_id(connection);
+    const KeyStatePtr present(xkb_x11_state_new_from_device(m_keymap.get(), connection, device));
+    const KeyStatePtr state(xkb_state_new(m_keymap.get()));
+    const auto keys = keyCodes(storedCode);
+    if (!present || !state || keys.empty()) {
+        return {};
+    }
+    xkb_state_update_mask(state.get(), 0, 0, m_numLock, 0, 0,
+                          xkb_state_serialize_layout(present.get(), XKB_STATE_LAYOUT_EFFECTIVE));
+    std::array<char, 32> bytes{};
+    xkb_state_key_get_utf8(state.get(), keys.front(), bytes.data(), bytes.size());
+    auto text = QString::fromUtf8(bytes.data());
+    if (text.isEmpty()) {
+        text = accent(m_context.get(), xkb_state_key_get_one_sym(state.get(), keys.front()));
+    }
+    const auto canBeShown = std::ranges::all_of(text, [](QChar each) { return each.isPrint() && !each.isSpace(); });
+    return canBeShown ? text : QString();
 }
 
 std::vector<std::uint16_t> KeyboardMap::lockStates() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/x11/KeyPath.h"
 #include "platform/x11/X11Connection.h"
 
 #include <xkbcommon/xkbcommon.h>
@@ -24,6 +25,12 @@ public:
     std::vector<xcb_keycode_t> keyCodes(std::uint32_t storedCode) const;
     /// The server's bits for the stored modifiers. Nothing if the keyboard lacks one of them.
     std::optional<std::uint16_t> modifiers(std::uint32_t storedModifiers) const;
+    /// What the layout makes of a press. The keyboard must have the key and the modifiers.
+    KeyPath path(std::uint32_t storedCode, std::uint32_t storedModifiers) const;
+    /// The stored bit of a modifier key; 0 for other keys.
+    std::uint32_t storedModifier(xcb_keycode_t key) const { return m_modifierOfKey.at(key); }
+    /// What the key types without modifiers in the present layout, with Num Lock. Empty if that cannot be shown.
+    QString characters(xcb_connection_t* connection, std::uint32_t storedCode) const;
     /// Every combination of Caps Lock, Num Lock and Scroll Lock, including none.
     std::vector<std::uint16_t> lockStates() const;
 
@@ -41,6 +48,9 @@ private:
     std::uint16_t m_alt = 0;
     std::uint16_t m_super = 0;
     std::uint16_t m_locks = XCB_MOD_MASK_LOCK;
+    std::uint16_t m_numLock = 0;
+    /// The stored bit of each modifier key, by key code. Keys that send a modifier only in combination do not count.
+    std::array<std::uint32_t, 256> m_modifierOfKey{};
 };
 
 } // namespace quelto

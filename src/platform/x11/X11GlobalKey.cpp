@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/x11/X11GlobalKey.h"
 
-#include "platform/x11/KeyboardMap.h"
-
 #include <QMetaObject>
 #include <QSocketNotifier>
 
@@ -25,11 +23,20 @@ constexpr std::uint16_t KeyboardEvents = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY 
 // this time counts as new.
 constexpr std::uint32_t MaxRepeatInterval = 2000;
 
+// How soon after another program lets go of the combination it works.
+constexpr std::chrono::seconds RetryPeriod{3};
+
 } // namespace
 
-X11GlobalKey::X11GlobalKey(const QString& displayName)
-    : m_connection(X11Connection::tryOpen(displayName))
+X11GlobalKey::X11GlobalKey(const QString& displayName, X11Session session)
+    : m_session(session)
+    , m_connection(X11Connection::tryOpen(displayName))
 {
+    m_retry.setInterval(RetryPeriod);
+    connect(&m_retry, &QTimer::timeout, this, [this] {
+        requestGrabs();
+        updateState();
+    });
     if (m_connection) {
         selectEvents();
     }
@@ -72,15 +79,30 @@ void X11GlobalKey::release()
     updateGrabs();
 }
 
+QString X11GlobalKey::characters(std::uint32_t keyCode) const
+{
+    const auto keyboard = m_connection ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
+    return keyboard ? keyboard->characters(m_connection->get(), keyCode) : QString();
+}
+
+void X11GlobalKey::readKeyboard()
+{
+    m_keyboard = m_combination ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
+    if (m_keyboard &&
+        (m_keyboard->keyCodes(m_combination->keyCode).empty() || !m_keyboard->modifiers(m_combination->modifiers))) {
+        m_keyboard.reset();
+    }
+    m_path = m_keyboard ? m_keyboard->path(m_combination->keyCode, m_combination->modifiers) : KeyPath();
+}
+
 std::vector<X11GlobalKey::Grab> X11GlobalKey::neededGrabs() const
 {
     std::vector<Grab> grabs;
-    const auto keyboard = m_combination ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
-    const auto modifiers = keyboard ? keyboard->modifiers(m_combination->modifiers) : std::nullopt;
-    if (modifiers) {
-        for (const auto key : keyboard->keyCodes(m_combination->keyCode)) {
-            for (const auto locks : keyboard->lockStates()) {
-                grabs.push_back({.key = key, .modifiers = static_cast<std::uint16_t>(*modifiers | locks)});
+    if (m_keyboard && m_path.keepsModifiers) {
+        const auto modifiers = *m_keyboard->modifiers(m_combination->modifiers);
+        for (const auto key : m_keyboard->keyCodes(m_combination->keyCode)) {
+            for (const auto locks : m_keyboard->lockStates()) {
+                grabs.push_back({.key = key, .modifiers = static_cast<std::uint16_t>(modifiers | locks)});
             }
         }
     }
@@ -90,19 +112,16 @@ std::vector<X11GlobalKey::Grab> X11GlobalKey::neededGrabs() const
 void X11GlobalKey::updateGrabs()
 {
     if (!m_connection) {
+        updateState();
         return;
     }
     auto* server = m_connection->get();
+    readKeyboard();
     const auto previous = std::exchange(m_grabs, neededGrabs());
     // New grabs come first: a key that stays the same must not miss a press. The first press on another keyboard is one
     // of the events that lead here.
+    requestGrabs();
     for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(server)); screens.rem > 0; xcb_screen_next(&screens)) {
-        for (const auto& grab : m_grabs) {
-            // If another program has grabbed the combination, the server sends an error event, which readEvents()
-            // ignores. Grabs that exist already are repeated, because they may have failed.
-            xcb_grab_key(server, 0, screens.data->root, grab.modifiers, grab.key, XCB_GRAB_MODE_ASYNC,
-                         XCB_GRAB_MODE_ASYNC);
-        }
         for (const auto& grab : previous) {
             if (std::ranges::find(m_grabs, grab) == m_grabs.end()) {
                 xcb_ungrab_key(server, grab.key, screens.data->root, grab.modifiers);
@@ -110,8 +129,76 @@ void X11GlobalKey::updateGrabs()
         }
     }
     xcb_flush(server);
+    if (!m_keyboard || m_path.keepsModifiers) {
+        m_heldKeys.reset();
+    } else if (!m_heldKeys) {
+        m_heldKeys = std::make_unique<HeldKeys>(*m_connection);
+    }
     // Waiting for replies may have queued events, for which the socket does not become readable again.
     QMetaObject::invokeMethod(this, &X11GlobalKey::readEvents, Qt::QueuedConnection);
+    updateState();
+}
+
+void X11GlobalKey::requestGrabs()
+{
+    if (!m_connection) {
+        return;
+    }
+    auto* server = m_connection->get();
+    std::vector<xcb_void_cookie_t> requests;
+    for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(server)); screens.rem > 0; xcb_screen_next(&screens)) {
+        for (const auto& grab : m_grabs) {
+            // Grabs that exist already are repeated, because they may have failed.
+            requests.push_back(xcb_grab_key_checked(server, 0, screens.data->root, grab.modifiers, grab.key,
+                                                    XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        }
+    }
+    m_isTaken = false;
+    // One round trip: the first check waits for the answers to all requests.
+    for (const auto request : requests) {
+        const XcbPtr<xcb_generic_error_t> error(xcb_request_check(server, request));
+        m_isTaken = m_isTaken || (error && error->error_code == XCB_ACCESS);
+    }
+    if (m_isTaken != m_retry.isActive()) {
+        m_isTaken ? m_retry.start() : m_retry.stop();
+    }
+}
+
+bool X11GlobalKey::completesCombination(xcb_keycode_t key) const
+{
+    const auto keys = m_keyboard->keyCodes(m_combination->keyCode);
+    std::uint32_t modifiers = 0;
+    for (int held = 0; held <= UINT8_MAX; ++held) {
+        if (m_heldKeys->isHeld(static_cast<std::size_t>(held))) {
+            modifiers |= m_keyboard->storedModifier(static_cast<xcb_keycode_t>(held));
+        }
+    }
+    return std::ranges::count(keys, key) > 0 && modifiers == m_combination->modifiers;
+}
+
+GlobalKey::State X11GlobalKey::currentState() const
+{
+    if (!m_combination) {
+        return State::Released;
+    }
+    if (m_session == X11Session::underWayland) {
+        return State::ReservedByDesktop;
+    }
+    if (!m_connection || !m_keyboard) {
+        return State::Unavailable;
+    }
+    if (m_isTaken) {
+        return State::Taken;
+    }
+    return m_path.switchesLayout ? State::SwitchesLayout : State::Held;
+}
+
+void X11GlobalKey::updateState()
+{
+    const auto state = currentState();
+    if (std::exchange(m_state, state) != state && onStateChanged) {
+        onStateChanged();
+    }
 }
 
 bool X11GlobalKey::registerPress(const xcb_generic_event_t& event)
@@ -133,7 +220,10 @@ void X11GlobalKey::readEvents()
     bool hasKeyboardChanged = false;
     while (const auto event = XcbPtr<xcb_generic_event_t>(xcb_poll_for_event(server))) {
         const auto type = event->response_type & 0x7f;
-        if (type == XCB_KEY_PRESS) {
+        const auto pressed = m_heldKeys ? m_heldKeys->pressedKey(*event) : std::nullopt;
+        if (pressed) {
+            presses += completesCombination(*pressed) ? 1 : 0;
+        } else if (type == XCB_KEY_PRESS) {
             presses += registerPress(*event) ? 1 : 0;
         } else if (type == XCB_KEY_RELEASE) {
             m_lastPressTime.reset();
@@ -143,7 +233,10 @@ void X11GlobalKey::readEvents()
     }
     if (xcb_connection_has_error(server) != 0) {
         m_notifier.reset();
+        m_retry.stop();
+        m_heldKeys.reset();
         m_connection.reset();
+        updateState();
     } else if (hasKeyboardChanged) {
         // Once for all of these events: a layout change sends many.
         updateGrabs();

@@ -18,9 +18,9 @@ std::unique_ptr<FrameSource> makeX11FrameSource(const QString& displayName)
     return std::make_unique<X11FrameSource>(displayName);
 }
 
-std::unique_ptr<GlobalKey> makeX11GlobalKey(const QString& displayName)
+std::unique_ptr<GlobalKey> makeX11GlobalKey(const QString& displayName, X11Session session)
 {
-    return std::make_unique<X11GlobalKey>(displayName);
+    return std::make_unique<X11GlobalKey>(displayName, session);
 }
 
 std::unique_ptr<FrontApplication> makeX11FrontApplication(const QString& displayName)

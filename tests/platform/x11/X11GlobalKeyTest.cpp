@@ -1,89 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "TestServer.h"
+#include "X11GlobalKeyFixture.h"
 
-#include "base/keys/HotKeyText.h"
-#include "base/keys/KeyCodes.h"
-#include "platform/x11/X11Platform.h"
-
-#include <gtest/gtest.h>
-
-#include <map>
 #include <thread>
 
 namespace quelto {
 namespace {
 
+using namespace test::codes;
 using test::eventually;
+using test::OptionShift;
 using test::Painter;
-using test::TestServer;
 
-// Stored codes.
-constexpr std::uint32_t C = 8;
-constexpr std::uint32_t Q = 12;
-constexpr std::uint32_t Semicolon = 41;
-constexpr std::uint32_t F9 = 101;
-constexpr std::uint32_t Print = 105;
-constexpr std::uint32_t OptionShift = modifierBits::option | modifierBits::shift;
-
-class X11GlobalKey : public testing::Test {
-protected:
-    X11GlobalKey()
-        : m_key(makeX11GlobalKey(m_server.name()))
-    {
-        m_key->onPressed = [this] { ++m_presses; };
-        layout({QStringLiteral("us")});
-    }
-
-    void layout(const QStringList& arguments)
-    {
-        ASSERT_TRUE(m_server.run(QStringLiteral("setxkbmap"), arguments));
-        settle();
-    }
-    /// Presses and releases the keys at these XKB positions together, the shortcut's key last.
-    void press(const std::vector<const char*>& keys)
-    {
-        down(keys);
-        up(keys);
-    }
-    void down(const std::vector<const char*>& keys) { send("keydown", keys); }
-    void up(std::vector<const char*> keys)
-    {
-        std::ranges::reverse(keys);
-        send("keyup", keys);
-    }
-    void settle()
-    {
-        eventually([] { return false; }, std::chrono::milliseconds(150));
-    }
-    /// The number of presses since the last call.
-    int takePresses()
-    {
-        settle();
-        return std::exchange(m_presses, 0);
-    }
-
-    TestServer m_server;
-    std::unique_ptr<GlobalKey> m_key;
-    int m_presses = 0;
-
-private:
-    void send(const char* command, const std::vector<const char*>& keys)
-    {
-        // A virtual server's key codes are the kernel's plus 8.
-        const std::map<std::string_view, int> others{{"LFSH", 50}, {"LALT", 64}, {"LCTL", 37}, {"LWIN", 133},
-                                                     {"CAPS", 66}, {"NMLK", 77}, {"SCLK", 78}};
-        QStringList arguments{QString::fromUtf8(command)};
-        for (const std::string_view key : keys) {
-            const auto positions = keyPositions();
-            const auto found =
-                std::ranges::find_if(positions, [&](const KeyPosition& position) { return position.xkbName == key; });
-            arguments.append(QString::number(
-                others.contains(key) ? others.at(key)
-                                     : static_cast<int>(found == positions.end() ? 0 : found->scanCode + 8)));
-        }
-        ASSERT_TRUE(m_server.run(QStringLiteral("xdotool"), arguments));
-    }
-};
+class X11GlobalKey : public test::X11GlobalKeyFixture { };
 
 TEST_F(X11GlobalKey, FiresOncePerPress)
 {
@@ -157,6 +85,7 @@ TEST_F(X11GlobalKey, FiresInTheSecondLayoutGroup)
     layout({QStringLiteral("us,ru"), QStringLiteral("-option"), QStringLiteral("grp:caps_toggle")});
     m_key->grab(C, OptionShift);
     press({"CAPS"});
+    ASSERT_EQ(group(), 1);
     press({"LALT", "LFSH", "AB03"});
     EXPECT_EQ(takePresses(), 1);
 }
@@ -273,6 +202,7 @@ TEST_F(X11GlobalKey, SurvivesTheDeathOfTheServer)
     m_key->grab(F9, 0);
     m_server.kill();
     settle();
+    EXPECT_EQ(m_key->state(), State::Unavailable);
     m_key->grab(C, 0);
     m_key->release();
     EXPECT_EQ(takePresses(), 0);
@@ -282,6 +212,8 @@ TEST(X11GlobalKeyWithoutAServer, DoesNothing)
 {
     const auto key = makeX11GlobalKey(QStringLiteral(":9999"));
     key->grab(F9, 0);
+    EXPECT_EQ(key->state(), State::Unavailable);
+    EXPECT_EQ(key->characters(C), QString());
     key->release();
 }
 
