@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hotkey/HotKeyManager.h"
 
+#include "base/keys/HotKeyText.h"
+
 namespace quelto {
 
 HotKeyManager::HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* parent)
@@ -18,10 +20,17 @@ HotKeyManager::HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* par
             },
             Qt::QueuedConnection);
     };
+    m_key.onStateChanged = [this] { Q_EMIT stateChanged(); };
+}
+
+QString HotKeyManager::keyName(std::uint32_t keyCode) const
+{
+    return hotKeyName(keyCode, m_key.characters(keyCode));
 }
 
 void HotKeyManager::registerKey(std::uint32_t keyCode, std::uint32_t modifiers)
 {
+    m_isUnregistered = false;
     m_key.grab(keyCode, modifiers);
 }
 
@@ -32,12 +41,20 @@ void HotKeyManager::registerFromSettings()
 
 void HotKeyManager::followSettings()
 {
-    connect(&m_settings, &AppSettings::hotkeyCodeChanged, this, &HotKeyManager::registerFromSettings);
-    connect(&m_settings, &AppSettings::hotkeyModifiersChanged, this, &HotKeyManager::registerFromSettings);
+    connect(&m_settings, &AppSettings::hotkeyCodeChanged, this, &HotKeyManager::followChange);
+    connect(&m_settings, &AppSettings::hotkeyModifiersChanged, this, &HotKeyManager::followChange);
+}
+
+void HotKeyManager::followChange()
+{
+    if (!m_isUnregistered) {
+        registerFromSettings();
+    }
 }
 
 void HotKeyManager::unregister()
 {
+    m_isUnregistered = true;
     m_key.release();
 }
 

@@ -13,6 +13,8 @@ namespace quelto {
 /// Thread: main.
 class HotKeyManager : public QObject {
     Q_OBJECT
+    /// Whether a press arrives.
+    Q_PROPERTY(quelto::GlobalKey::State state READ state NOTIFY stateChanged)
 
 public:
     HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* parent = nullptr);
@@ -20,17 +22,27 @@ public:
     /// Called when the key is pressed, from the event loop.
     std::function<void()> action;
 
-    /// Replaces the previous registration. A combination that another program holds never fires; no error is reported.
+    GlobalKey::State state() const { return m_key.state(); }
+    /// The name of a key in the present layout.
+    QString keyName(std::uint32_t keyCode) const;
+
+    /// Replaces the previous registration. A combination that another program holds never fires; state() tells it.
     void registerKey(std::uint32_t keyCode, std::uint32_t modifiers);
     void registerFromSettings();
-    /// From now on, registers the combination again whenever it changes.
+    /// From now on, registers the combination again whenever it changes, except after unregister().
     void followSettings();
     /// Used while the user records a new combination, so that the old one does not fire.
     void unregister();
 
+Q_SIGNALS:
+    void stateChanged();
+
 private:
+    void followChange();
+
     AppSettings& m_settings;
     GlobalKey& m_key;
+    bool m_isUnregistered = false;
 };
 
 } // namespace quelto

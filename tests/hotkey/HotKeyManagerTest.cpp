@@ -54,6 +54,41 @@ TEST_F(HotKeyManagerTest, ReleasesTheKeyWhileANewCombinationIsRecorded)
     EXPECT_EQ(key.grabbed, std::nullopt);
 }
 
+TEST_F(HotKeyManagerTest, RegistersNoHalfChangedCombinationWhileOneIsRecorded)
+{
+    manager.registerFromSettings();
+    manager.followSettings();
+    manager.unregister();
+    settings.setHotkeyCode(122);
+    settings.setHotkeyModifiers(256);
+    EXPECT_EQ(key.grabs, 1);
+    manager.registerFromSettings();
+    EXPECT_EQ(key.grabs, 2);
+    EXPECT_EQ(key.grabbed, (Combination{122, 256}));
+    settings.setHotkeyCode(120);
+    EXPECT_EQ(key.grabbed, (Combination{120, 256})) << "follows the settings again";
+}
+
+TEST_F(HotKeyManagerTest, TellsTheStateOfTheKey)
+{
+    std::vector<GlobalKey::State> states;
+    QObject::connect(&manager, &HotKeyManager::stateChanged, &manager, [&] { states.push_back(manager.state()); });
+    key.stateOfGrabs = GlobalKey::State::Taken;
+    manager.registerFromSettings();
+    key.setState(GlobalKey::State::Held);
+    manager.unregister();
+    EXPECT_EQ(states, (std::vector{GlobalKey::State::Taken, GlobalKey::State::Held, GlobalKey::State::Released}));
+}
+
+TEST_F(HotKeyManagerTest, NamesKeysByTheirTableOrTheLayout)
+{
+    key.typed = {{41, QStringLiteral("ö")}, {36, QStringLiteral("x")}, {18, QStringLiteral("1")}};
+    EXPECT_EQ(manager.keyName(41), QStringLiteral("Ö"));
+    EXPECT_EQ(manager.keyName(36), QStringLiteral("↩")) << "does not depend on the layout";
+    EXPECT_EQ(manager.keyName(18), QStringLiteral("1"));
+    EXPECT_EQ(manager.keyName(93), QStringLiteral("?"));
+}
+
 TEST_F(HotKeyManagerTest, RunsTheActionOncePerPressFromTheEventLoop)
 {
     int presses = 0;

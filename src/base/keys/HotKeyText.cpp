@@ -53,6 +53,13 @@ constexpr std::array NamedKeys{
     KeyRow{121, "PgDn", "PgDown"},
 };
 
+/// Keys that type nothing and have no name in the settings' table.
+constexpr std::array OtherKeys{
+    KeyRow{71, "Num Lock", "NumLock"},
+    KeyRow{76, "Enter", "Enter"},
+    KeyRow{114, "Ins", "Ins"},
+};
+
 /// The name of a key as Qt writes it beside menu entries.
 QString inLanguageOfQt(const char* word)
 {
@@ -63,6 +70,14 @@ template <typename Rows> const KeyRow* tryFind(const Rows& rows, std::uint32_t k
 {
     const auto* row = std::ranges::find(rows, keyCode, &KeyRow::keyCode);
     return row == rows.end() ? nullptr : row;
+}
+
+/// Qt's name of the key with that name, if it has one.
+template <typename Rows> const char* tryWord(const Rows& rows, const QString& name)
+{
+    const auto* row = std::ranges::find_if(
+        rows, [&](const KeyRow& each) { return each.word != nullptr && name == QString::fromUtf8(each.name); });
+    return row == rows.end() ? nullptr : row->word;
 }
 
 } // namespace
@@ -86,9 +101,9 @@ QStringList hotKeyWords(std::uint32_t modifiers, const QString& keyName)
             words.append(inLanguageOfQt(row.word));
         }
     }
-    const auto* key = std::ranges::find_if(
-        NamedKeys, [&](const KeyRow& row) { return row.word != nullptr && keyName == QString::fromUtf8(row.name); });
-    words.append(key == NamedKeys.end() ? keyName : inLanguageOfQt(key->word));
+    const auto* word = tryWord(NamedKeys, keyName);
+    word = word != nullptr ? word : tryWord(OtherKeys, keyName);
+    words.append(word == nullptr ? keyName : inLanguageOfQt(word));
     return words;
 }
 
@@ -114,7 +129,11 @@ QString hotKeyName(std::uint32_t keyCode, const QString& charactersIgnoringModif
     if (const auto name = specialKeyName(keyCode)) {
         return *name;
     }
-    return charactersIgnoringModifiers.isEmpty() ? QStringLiteral("?") : charactersIgnoringModifiers.toUpper();
+    if (charactersIgnoringModifiers.isEmpty()) {
+        const auto* row = tryFind(OtherKeys, keyCode);
+        return QString::fromUtf8(row != nullptr ? row->name : "?");
+    }
+    return charactersIgnoringModifiers.toUpper();
 }
 
 std::uint32_t storedModifiers(Qt::KeyboardModifiers modifiers)

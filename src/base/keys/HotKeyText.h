@@ -32,7 +32,8 @@ std::optional<QString> specialKeyName(std::uint32_t keyCode);
 /// True for F1 to F19.
 bool isFunctionKey(std::uint32_t keyCode);
 
-/// The name of a key: its special name, else the upper-case characters that it types without modifiers, else "?".
+/// The name of a key: its special name, else the upper-case characters that it types without modifiers, else what is
+/// printed on it, else "?".
 QString hotKeyName(std::uint32_t keyCode, const QString& charactersIgnoringModifiers);
 
 /// Converts Qt's modifiers to the stored bits: Meta is command, Alt is option. Keypad and group switch are ignored.

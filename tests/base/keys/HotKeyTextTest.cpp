@@ -61,6 +61,14 @@ TEST(HotKeyText, NamesOtherKeysByTheirCharacters)
     EXPECT_EQ(hotKeyName(10, QString()), QStringLiteral("?"));
 }
 
+TEST(HotKeyText, NamesKeysThatTypeNothingByTheirLabel)
+{
+    EXPECT_EQ(hotKeyName(114, QString()), QStringLiteral("Ins"));
+    EXPECT_EQ(hotKeyText(4096, hotKeyName(76, QString())), QStringLiteral("Ctrl+Enter"));
+    EXPECT_EQ(hotKeyText(4096, hotKeyName(71, QString())), QStringLiteral("Ctrl+NumLock"));
+    EXPECT_EQ(hotKeyName(71, QStringLiteral("x")), QStringLiteral("X"));
+}
+
 TEST(HotKeyText, StoresFourModifiersOnly)
 {
     EXPECT_EQ(storedModifiers(Qt::MetaModifier), 256U);
