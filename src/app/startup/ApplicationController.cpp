@@ -203,8 +203,10 @@ void ApplicationController::buildWindow()
     LeagueWatcherForQml::instance = &m_league;
     DotaWatcherForQml::instance = &m_dota;
     WoWWatcherForQml::instance = &m_wow;
-    SettingsPageForQml::instance.emplace(
-        SettingsPageParts{.settings = m_settings, .platform = m_platform, .hotKeys = m_hotKeys});
+    SettingsPageForQml::instance.emplace(SettingsPageParts{.settings = m_settings,
+                                                           .platform = m_platform,
+                                                           .hotKeys = m_hotKeys,
+                                                           .scroll = {.main = m_main, .now = &HostClock::now}});
     preparePlayback();
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));

@@ -11,6 +11,7 @@ Flickable {
 
     // Only controls inside this item are scrolled to.
     required property Item scope
+    property bool hasScrollBar: true
     readonly property Item focusedItem: Window.activeFocusItem
     readonly property real lastY: Math.max(0, contentHeight - height)
 
@@ -31,5 +32,7 @@ Flickable {
     clip: interactive
     onFocusedItemChanged: reveal(focusedItem)
 
-    T.ScrollBar.vertical: ThemedScrollBar {}
+    T.ScrollBar.vertical: ThemedScrollBar {
+        policy: page.hasScrollBar ? T.ScrollBar.AsNeeded : T.ScrollBar.AlwaysOff
+    }
 }

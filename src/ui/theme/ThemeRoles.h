@@ -20,6 +20,8 @@ struct FontSizeRoles {
     Q_PROPERTY(int label MEMBER label CONSTANT)
     Q_PROPERTY(int caption MEMBER caption CONSTANT)
     Q_PROPERTY(int note MEMBER note CONSTANT)
+    Q_PROPERTY(int statistic MEMBER statistic CONSTANT)
+    Q_PROPERTY(int statisticLabel MEMBER statisticLabel CONSTANT)
 
 public:
     int pageTitle = 28;
@@ -36,6 +38,9 @@ public:
     int caption = 11;
     /// Badges, and the small print of the sidebar.
     int note = 10;
+    /// A computed value, and above it what it is.
+    int statistic = 14;
+    int statisticLabel = 9;
 };
 
 /// Corner radii by what is rounded.
@@ -130,6 +135,11 @@ struct DurationRoles {
     Q_PROPERTY(int hudLeave MEMBER hudLeave CONSTANT)
     Q_PROPERTY(int spinnerTurn MEMBER spinnerTurn CONSTANT)
     Q_PROPERTY(int toolTipDelay MEMBER toolTipDelay CONSTANT)
+    Q_PROPERTY(int ringEnter MEMBER ringEnter CONSTANT)
+    Q_PROPERTY(int ringLeave MEMBER ringLeave CONSTANT)
+    Q_PROPERTY(int jumpFade MEMBER jumpFade CONSTANT)
+    Q_PROPERTY(int jumpSpring MEMBER jumpSpring CONSTANT)
+    Q_PROPERTY(int selectionSpring MEMBER selectionSpring CONSTANT)
 
 public:
     /// A card under the pointer, or a pill that is selected, changes colour.
@@ -148,6 +158,15 @@ public:
     int spinnerTurn = 900;
     /// The pointer rests before the tool tip opens.
     int toolTipDelay = 600;
+    /// The ring around the card that a jump led to.
+    int ringEnter = 150;
+    int ringLeave = 600;
+    /// The settings fade out before a jump.
+    int jumpFade = 100;
+    /// The response of the spring with which the settings come back after a jump.
+    int jumpSpring = 380;
+    /// The response of the spring with which the mark of the current section moves.
+    int selectionSpring = 320;
 };
 
 } // namespace quelto

@@ -132,8 +132,10 @@ void ShellFixture::SetUp()
     LeagueWatcherForQml::instance = league.get();
     DotaWatcherForQml::instance = dota.get();
     WoWWatcherForQml::instance = wow.get();
-    SettingsPageForQml::instance.emplace(
-        SettingsPageParts{.settings = settings, .platform = fakes.platform, .hotKeys = *hotKeys});
+    SettingsPageForQml::instance.emplace(SettingsPageParts{
+        .settings = settings, .platform = fakes.platform, .hotKeys = *hotKeys, .scroll = {.main = main, .now = [this] {
+                                                                                              return time.now();
+                                                                                          }}});
     engine = std::make_unique<QQmlApplicationEngine>();
     engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     engine->addImportPath(QStringLiteral("qrc:/"));

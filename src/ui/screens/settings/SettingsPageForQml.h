@@ -6,6 +6,7 @@
 #include "moments/league/LeagueWatcher.h"
 #include "moments/wow/WoWWatcher.h"
 #include "platform/Platform.h"
+#include "ui/screens/settings/SettingsScroll.h"
 #include "ui/shared/SharedForQml.h"
 
 #include <optional>
@@ -39,6 +40,7 @@ struct SettingsPageParts {
     AppSettings& settings;
     Platform& platform;
     HotKeyManager& hotKeys;
+    SettingsScroll::Dependencies scroll;
 };
 
 struct SettingsPageForQml {

@@ -3,6 +3,10 @@
 
 #include "base/language/T.h"
 
+#include <QVariantMap>
+
+#include <algorithm>
+
 namespace quelto {
 
 namespace {
@@ -30,16 +34,44 @@ const SectionRow& rowOf(SettingsSection section)
     return *std::ranges::find(SectionRows, section, &SectionRow::section);
 }
 
+struct GroupRow {
+    const char* heading;
+    SettingsSection first;
+    SettingsSection last;
+};
+
+constexpr std::array GroupRows{
+    GroupRow{"Kişiselleştirme", SettingsSection::Appearance, SettingsSection::Appearance},
+    GroupRow{"Kayıt", SettingsSection::Clip, SettingsSection::Recording},
+    GroupRow{"Oyunlar", SettingsSection::AutoClip, SettingsSection::Match},
+    GroupRow{"Ses", SettingsSection::Audio, SettingsSection::Audio},
+    GroupRow{"Uygulama", SettingsSection::Shortcut, SettingsSection::General},
+};
+
 } // namespace
 
-QString titleOf(SettingsSection section)
+QString SettingsSections::title(SettingsSection section)
 {
     return T(rowOf(section).title);
 }
 
-QString iconOf(SettingsSection section)
+QString SettingsSections::icon(SettingsSection section)
 {
     return QLatin1String(rowOf(section).icon);
+}
+
+QVariantList SettingsSections::groups()
+{
+    QVariantList groups;
+    for (const auto& group : GroupRows) {
+        QVariantList sections;
+        for (auto section = static_cast<int>(group.first); section <= static_cast<int>(group.last); ++section) {
+            sections.append(section);
+        }
+        groups.append(
+            QVariantMap{{QStringLiteral("heading"), T(group.heading)}, {QStringLiteral("sections"), sections}});
+    }
+    return groups;
 }
 
 } // namespace quelto

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 #include <array>
@@ -10,15 +11,22 @@
 namespace quelto {
 
 /// The sections of the settings page.
-class SettingsSections {
-    Q_GADGET
+class SettingsSections : public QObject {
+    Q_OBJECT
     QML_NAMED_ELEMENT(SettingsSection)
-    QML_UNCREATABLE("Provides an enumeration only")
+    QML_SINGLETON
 
 public:
     // The order of the cards.
     enum class SettingsSection { Appearance, Clip, Recording, AutoClip, Match, Audio, Shortcut, Storage, General };
     Q_ENUM(SettingsSection)
+
+    /// Translated.
+    Q_INVOKABLE static QString title(quelto::SettingsSections::SettingsSection section);
+    /// The name of its symbol.
+    Q_INVOKABLE static QString icon(quelto::SettingsSections::SettingsSection section);
+    /// The groups of the sidebar, each with a `heading` and its `sections`.
+    Q_INVOKABLE static QVariantList groups();
 };
 
 using SettingsSection = SettingsSections::SettingsSection;
@@ -29,10 +37,5 @@ inline constexpr std::array AllSettingsSections{
     SettingsSection::AutoClip,   SettingsSection::Match,   SettingsSection::Audio,
     SettingsSection::Shortcut,   SettingsSection::Storage, SettingsSection::General,
 };
-
-/// Translated.
-QString titleOf(SettingsSection section);
-/// The name of its symbol.
-QString iconOf(SettingsSection section);
 
 } // namespace quelto

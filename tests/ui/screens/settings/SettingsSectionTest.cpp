@@ -8,12 +8,34 @@
 namespace quelto {
 namespace {
 
+TEST(SettingsSectionTest, GroupsHoldEverySectionOnceInOrder)
+{
+    L10n::use(QStringLiteral("en"));
+    QStringList texts;
+    for (const auto& each : SettingsSections::groups()) {
+        const auto group = each.toMap();
+        QStringList titles;
+        for (const auto& section : group.value(QStringLiteral("sections")).toList()) {
+            titles.append(SettingsSections::title(static_cast<SettingsSection>(section.toInt())));
+        }
+        texts.append(group.value(QStringLiteral("heading")).toString() + QStringLiteral(": ") +
+                     titles.join(QStringLiteral(", ")));
+    }
+    L10n::use(QStringLiteral("tr"));
+    EXPECT_EQ(texts.join(u'\n').toStdString(),
+              "Personalization: Appearance\n"
+              "Recording: Clip, Recording\n"
+              "Games: Auto Clip, Match Recap\n"
+              "Audio: Audio\n"
+              "App: Shortcut, Storage, General");
+}
+
 TEST(SettingsSectionTest, EachHasATitleAndASymbol)
 {
     L10n::use(QStringLiteral("en"));
     QStringList texts;
     for (const auto section : AllSettingsSections) {
-        texts.append(titleOf(section) + QStringLiteral(" ") + iconOf(section));
+        texts.append(SettingsSections::title(section) + QStringLiteral(" ") + SettingsSections::icon(section));
     }
     L10n::use(QStringLiteral("tr"));
     EXPECT_EQ(texts.join(u'\n').toStdString(),

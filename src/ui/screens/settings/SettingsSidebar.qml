@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Controls
+import Quelto.SettingsPage
+import Quelto.Shared
+import Quelto.Theme
+
+// The sections of the settings page. They are one tab stop: the arrow keys, Home and End move between them, and Enter
+// jumps to one.
+Rectangle {
+    id: sidebar
+
+    // The section that is lit.
+    required property int active
+    readonly property real topMargin: 30
+    readonly property real bottomMargin: 20
+
+    // The user chose a section.
+    signal select(int section)
+
+    color: Qt.alpha(Theme.sidebar, 0.55)
+    onActiveChanged: internal.tabStop = active
+    Keys.onPressed: event => {
+        const goals = {
+            [Qt.Key_Up]: internal.tabStop - 1,
+            [Qt.Key_Down]: internal.tabStop + 1,
+            [Qt.Key_Home]: 0,
+            [Qt.Key_End]: internal.count - 1
+        };
+        event.accepted = event.key in goals;
+        if (event.accepted) {
+            internal.reach(goals[event.key]);
+        }
+    }
+
+    QtObject {
+        id: internal
+
+        property var rows: ({})
+        property int count: 0
+        property int tabStop: sidebar.active
+        property SettingsSidebarItem activeRow: null
+
+        function add(section: int, row: Item) {
+            rows[section] = row;
+            ++count;
+        }
+
+        function reach(section: int) {
+            rows[Math.max(0, Math.min(section, count - 1))].forceActiveFocus(Qt.TabFocusReason);
+        }
+    }
+
+    FocusFlickable {
+        id: view
+
+        anchors.fill: parent
+        hasScrollBar: false
+        contentHeight: column.y + column.height + sidebar.bottomMargin
+        scope: column
+
+        // Moves from section to section as one shape.
+        Rectangle {
+            visible: internal.activeRow !== null
+            x: column.x
+            y: internal.activeRow ? column.y + internal.activeRow.topEdge : 0
+            width: column.width
+            height: internal.activeRow?.height ?? 0
+            radius: Theme.radius.control
+            color: Theme.card
+
+            Behavior on y {
+                SpringMove {
+                    response: Theme.duration.selectionSpring
+                }
+            }
+        }
+
+        Column {
+            id: column
+
+            x: Theme.spacing.sidebar
+            y: sidebar.topMargin
+            width: view.width - 2 * Theme.spacing.sidebar
+            Accessible.role: Accessible.PageTabList
+            Accessible.name: L10n.T("Ayarlar")
+
+            Repeater {
+                model: SettingsSection.groups()
+
+                SettingsSidebarGroup {
+                    id: group
+
+                    required property var modelData
+
+                    width: column.width
+                    heading: modelData.heading
+                    sections: modelData.sections
+                    active: sidebar.active
+                    tabStop: internal.tabStop
+                    onRowCreated: (section, row) => internal.add(section, row)
+                    onRowLit: row => internal.activeRow = row
+                    onRowFocused: section => internal.tabStop = section
+                    onSelect: section => sidebar.select(section)
+                }
+            }
+        }
+    }
+}

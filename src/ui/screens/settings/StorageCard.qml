@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quelto.Controls
+import Quelto.Shared
+
+SectionCard {
+    title: L10n.T("Depolama & Paylaşım")
+    symbol: "externaldrive"
+}
