@@ -31,6 +31,7 @@ constexpr std::array Symbols{
     SymbolRow{"checkmark", "checkmark"},
     SymbolRow{"checkmark.circle.fill", "circle-checkmark-filled"},
     SymbolRow{"checkmark.seal.fill", "seal-checkmark-filled"},
+    SymbolRow{"chevron.down", "chevron-down"},
     SymbolRow{"chevron.left", "chevron-left"},
     SymbolRow{"chevron.right", "chevron-right"},
     SymbolRow{"circle", "circle"},
