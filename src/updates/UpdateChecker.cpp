@@ -4,7 +4,6 @@
 #include <QPointer>
 
 #include <algorithm>
-#include <iterator>
 
 namespace quelto {
 
@@ -13,6 +12,8 @@ namespace {
 constexpr std::chrono::hours TimerPeriod{1};
 /// Units: seconds.
 constexpr double TimeBetweenChecks = 86400;
+/// Each is an item of the window.
+constexpr qsizetype MaxNotes = 200;
 
 const auto LastCheckKey = QStringLiteral("updateLastCheck");
 const auto SkippedVersionKey = QStringLiteral("updateSkippedVersion");
@@ -48,7 +49,6 @@ void UpdateChecker::start()
 void UpdateChecker::stop()
 {
     m_isStopped = true;
-    m_request.reset();
 }
 
 void UpdateChecker::waitForNextTick()
@@ -80,7 +80,7 @@ void UpdateChecker::check()
     m_request = std::make_unique<FeedRequest>(options, [this](const std::optional<QByteArray>& body) {
         // The request is the caller.
         m_request.release()->deleteLater();
-        if (body) {
+        if (body && !m_isStopped) {
             receive(*body);
         }
     });
@@ -103,9 +103,13 @@ void UpdateChecker::receive(const QByteArray& body)
 
 QStringList UpdateChecker::notes() const
 {
-    QStringList lines;
-    if (m_available) {
-        std::ranges::transform(m_available->notes, std::back_inserter(lines), visibleLine);
+    if (!m_available) {
+        return {};
+    }
+    auto lines = m_available->notes.first(std::min(MaxNotes, m_available->notes.size()));
+    std::ranges::transform(lines, lines.begin(), visibleLine);
+    if (lines.size() < m_available->notes.size()) {
+        lines.append(QStringLiteral("…"));
     }
     return lines;
 }

@@ -24,8 +24,8 @@ class UpdateChecker final : public QObject {
     Q_OBJECT
     /// Of the available release, as a line to show; empty for none.
     Q_PROPERTY(QString version READ version NOTIFY availableChanged)
-    /// The changes in the available release, a line each.
-    Q_PROPERTY(QStringList notes READ notes NOTIFY availableChanged)
+    /// The changes in the available release, a line each; the first 200 and an ellipsis if there are more.
+    Q_PROPERTY(QList<QString> notes READ notes NOTIFY availableChanged)
     Q_PROPERTY(QString currentVersion READ currentVersion CONSTANT)
     Q_PROPERTY(bool showSheet READ showSheet WRITE setShowSheet NOTIFY showSheetChanged)
 
@@ -49,10 +49,12 @@ public:
 
     /// Checks at once, and from now on every hour whether the last check is a day old. Call once.
     void start();
-    /// Ends a check that is running, and all later ones.
+    /// At the end of the program: ignores the check that is running, and starts no more.
     void stop();
     /// Requests the feed. A check that is running is replaced.
     void check();
+    /// What a check does with the body of the answer.
+    void receive(const QByteArray& body);
     bool isChecking() const { return m_request != nullptr; }
 
     /// The newest release that was found, if it is newer than this program.
@@ -75,7 +77,6 @@ Q_SIGNALS:
 private:
     void waitForNextTick();
     void tick();
-    void receive(const QByteArray& body);
 
     Dependencies m_dependencies;
     double m_lastCheck;

@@ -308,7 +308,8 @@ TEST_F(UpdateCheckerTest, AnswerAtTheEndOfTheProgramHasNoEffect)
     publish(QStringLiteral("1.3"));
     checker->start();
     checker->stop();
-    EXPECT_FALSE(checker->isChecking());
+    waitForCheck();
+    EXPECT_FALSE(checker->available());
     now += 90000;
     time.advance(25h);
     EXPECT_FALSE(checker->isChecking());
@@ -329,6 +330,23 @@ TEST_F(UpdateCheckerTest, ASecondCheckReplacesTheFirst)
     checker->check();
     waitForCheck();
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(UpdateCheckerTest, ShowsALimitedNumberOfNotes)
+{
+    const auto receive = [this](int count) {
+        QByteArray notes = "\"0\"";
+        for (int i = 1; i < count; ++i) {
+            notes += ",\"" + QByteArray::number(i) + '"';
+        }
+        checker->receive(R"({"version": "2", "url": "", "notes": [)" + notes + "]}");
+        return checker->notes();
+    };
+    EXPECT_EQ(receive(200).size(), 200);
+    EXPECT_EQ(checker->notes().last(), QStringLiteral("199"));
+    EXPECT_EQ(receive(201).size(), 201);
+    EXPECT_EQ(checker->notes().mid(199), QStringList({QStringLiteral("199"), QStringLiteral("…")}));
+    EXPECT_EQ(receive(10000).size(), 201);
 }
 
 TEST_F(UpdateCheckerTest, TextsAreSafeToShow)

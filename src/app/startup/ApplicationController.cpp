@@ -22,6 +22,8 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDateTime>
+#include <QDesktopServices>
 #include <QGuiApplication>
 #include <QSystemTrayIcon>
 #include <QTimer>
@@ -95,6 +97,12 @@ ApplicationController::ApplicationController()
     , m_clipExports({.queue = m_exports, .library = m_library, .navigation = m_navigation})
     , m_clipFrames(
           {.main = m_main, .work = m_frameQueue, .pasteboard = *m_platform.pasteboard, .navigation = m_navigation})
+    , m_updates({.file = m_settings.file(),
+                 .main = m_main,
+                 .feed = QUrl(QStringLiteral(QUELTO_UPDATE_FEED)),
+                 .currentVersion = QCoreApplication::applicationVersion(),
+                 .openUrl = &QDesktopServices::openUrl,
+                 .now = [] { return static_cast<double>(QDateTime::currentMSecsSinceEpoch()) / 1000; }})
     , m_hud(m_engine, m_main)
     , m_saveWatch(SaveStallTimeout)
     , m_policy(m_settings, m_matches,
@@ -131,8 +139,9 @@ ApplicationController::~ApplicationController()
     m_clipFrames.stop();
     const bool isExportDone = m_exports.finish(ExportTimeout);
     const bool isFrameDone = m_frameQueue.finish(ExportTimeout);
-    if (!isExportDone || !isFrameDone) {
-        // The thread may keep the process alive. The next start must not have to wait for it.
+    if (!isExportDone || !isFrameDone || m_updates.isChecking()) {
+        // The thread, or the look-up of a host, may keep the process alive. The next start must not have to wait for
+        // it.
         releaseBusName();
     }
     m_libraryQueue.finish(ReadTimeout);
@@ -173,6 +182,7 @@ void ApplicationController::applicationDidFinishLaunching()
         m_recorder->start();
     }
     m_saveFailure->findUnfinishedClip();
+    m_updates.start();
 }
 
 void ApplicationController::buildWindow()
@@ -184,6 +194,7 @@ void ApplicationController::buildWindow()
     NavigationForQml::instance = &m_navigation;
     QuitQuestionForQml::instance = &m_quitQuestion;
     SaveFailureForQml::instance = m_saveFailure.get();
+    UpdateCheckerForQml::instance = &m_updates;
     LibraryOverviewForQml::instance = &m_overview;
     ClipLibraryForQml::instance = &m_library;
     ClipCommandsForQml::instance = &m_clipCommands;
@@ -348,6 +359,8 @@ void ApplicationController::openFolder()
 void ApplicationController::quit()
 {
     m_window->hide();
+    // An answer would count a version as offered that the user never sees.
+    m_updates.stop();
     // No new automatic clips: only the requested ones are still saved.
     for (GameWatcher* watcher : std::initializer_list<GameWatcher*>{&m_league, &m_dota, &m_wow}) {
         watcher->stop();

@@ -33,6 +33,7 @@
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
+#include "updates/UpdateChecker.h"
 
 #include <QObject>
 #include <QQmlApplicationEngine>
@@ -120,6 +121,7 @@ private:
     BackgroundThreads m_playbackThreads;
     ClipExports m_clipExports;
     ClipFrames m_clipFrames;
+    UpdateChecker m_updates;
     QQmlApplicationEngine m_engine;
     Hud m_hud;
     QQuickWindow* m_window = nullptr;

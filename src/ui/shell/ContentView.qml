@@ -72,5 +72,7 @@ FocusScope {
         text: L10n.T("Linux için anlık tekrar kaydedici. GNU GPL 3 veya sonraki sürümüyle özgür yazılımdır.")
     }
 
+    UpdateSheet {}
+
     QuitDialogs {}
 }

@@ -6,6 +6,7 @@
 #include "ui/shell/QuitQuestion.h"
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
+#include "updates/UpdateChecker.h"
 
 /// Registers the objects that only the window shell uses in QML. Each instance is set before the first file loads.
 namespace quelto {
@@ -41,6 +42,13 @@ struct QuitQuestionForQml : SharedForQml<QuitQuestion> {
     Q_GADGET
     QML_FOREIGN(quelto::QuitQuestion)
     QML_NAMED_ELEMENT(QuitQuestion)
+    QML_SINGLETON
+};
+
+struct UpdateCheckerForQml : SharedForQml<UpdateChecker> {
+    Q_GADGET
+    QML_FOREIGN(quelto::UpdateChecker)
+    QML_NAMED_ELEMENT(UpdateChecker)
     QML_SINGLETON
 };
 

@@ -10,11 +10,6 @@ import Quelto.Theme
 Rectangle {
     id: sidebar
 
-    // The version that can be installed; empty for none.
-    property string availableUpdate: ""
-
-    signal updateRequested
-
     color: Theme.sidebar
     Accessible.role: Accessible.Pane
     Accessible.name: "Quelto"
@@ -79,8 +74,8 @@ Rectangle {
                 Layout.rightMargin: Theme.spacing.sidebar
                 Layout.topMargin: Theme.spacing.sidebar
                 visible: version !== ""
-                version: sidebar.availableUpdate
-                onClicked: sidebar.updateRequested()
+                version: UpdateChecker.version
+                onClicked: UpdateChecker.showSheet = true
             }
 
             CaptureCard {

@@ -5,6 +5,7 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Icons
 import Quelto.Shared
+import Quelto.Shell
 import Quelto.Theme
 
 // Offers a newer version.
@@ -34,15 +35,13 @@ T.AbstractButton {
             color: Theme.good
         }
 
-        Text {
+        UpdateText {
             width: row.availableWidth - row.symbolSide - Theme.spacing.row
             anchors.verticalCenter: parent.verticalCenter
             text: row.text
             color: Theme.text
             font.pixelSize: Theme.fontSize.label
             font.weight: Font.Bold
-            wrapMode: Text.Wrap
-            textFormat: Text.PlainText
         }
     }
 

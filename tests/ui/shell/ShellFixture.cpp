@@ -107,6 +107,14 @@ void ShellFixture::SetUp()
                                                               .navigation = *navigation});
     ReviewForQml::instance.emplace(
         MatchReview::Dependencies{.tracker = *matches, .clips = *matchClips, .navigation = *navigation});
+    updates = std::make_unique<UpdateChecker>(
+        UpdateChecker::Dependencies{.file = settings.file(),
+                                    .main = main,
+                                    .feed = {},
+                                    .currentVersion = QStringLiteral("1.3"),
+                                    .openUrl = [this](const QUrl& url) { openedUrls.append(url.toString()); },
+                                    .now = [] { return 1.7e9; }});
+    UpdateCheckerForQml::instance = updates.get();
     LibraryOverviewForQml::instance = overview.get();
     ClipLibraryForQml::instance = library.get();
     NavigationForQml::instance = navigation.get();

@@ -18,6 +18,7 @@
 #include "ui/shell/SaveFailure.h"
 #include "ui/shell/WindowCommands.h"
 #include "ui/theme/Theme.h"
+#include "updates/UpdateChecker.h"
 
 #include "tests/capture/recorder/RecorderFixture.h"
 #include "tests/library/clips/RecordingTrash.h"
@@ -95,6 +96,9 @@ protected:
     std::unique_ptr<DotaWatcher> dota;
     std::unique_ptr<WoWWatcher> wow;
     std::unique_ptr<HotKeyManager> hotKeys;
+    std::unique_ptr<UpdateChecker> updates;
+    /// The addresses that were opened in the browser.
+    QStringList openedUrls;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
     /// The window commands that were called, in order.

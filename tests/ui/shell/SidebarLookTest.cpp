@@ -203,7 +203,8 @@ TEST_F(SidebarLookTest, ToolTipShowsANameThatIsCut)
 
 TEST_F(SidebarLookTest, UpdateRowIsACardWithAGreenOutline)
 {
-    item(QStringLiteral("Quelto"))->setProperty("availableUpdate", QStringLiteral("2.0"));
+    updates->receive(R"({"version": "2.0", "notes": [], "url": "https://example.org/"})");
+    updates->setShowSheet(false);
     window->grabWindow();
     const auto text = QStringLiteral("Güncelleme var: 2.0");
     auto* row = item(text);

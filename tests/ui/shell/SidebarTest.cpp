@@ -379,15 +379,13 @@ TEST_F(SidebarTest, GameNameWithALineBreakTakesOneLine)
 
 TEST_F(SidebarTest, ShowsARowForAnAvailableUpdate)
 {
-    auto* sidebar = item(QStringLiteral("Quelto"));
-    ASSERT_NE(sidebar, nullptr);
-    const QSignalSpy requested(sidebar, SIGNAL(updateRequested()));
     EXPECT_FALSE(shows(QStringLiteral("Güncelleme var: 2.0")));
-    sidebar->setProperty("availableUpdate", QStringLiteral("2.0"));
+    updates->receive(R"({"version": "2.0", "notes": [], "url": "https://example.org/"})");
+    updates->setShowSheet(false);
     drawFrame();
     picture(QStringLiteral("sidebar-update"));
     click(QStringLiteral("Güncelleme var: 2.0"));
-    EXPECT_EQ(requested.size(), 1);
+    EXPECT_TRUE(updates->showSheet());
 }
 
 } // namespace
