@@ -10,6 +10,8 @@
 #include <QImage>
 #include <QStringList>
 
+#include <memory>
+
 namespace quelto::test {
 
 /// Records the paths it is asked to show.
@@ -73,5 +75,14 @@ public:
     bool isInstalled = true;
     int openings = 0;
 };
+
+/// Puts a fake in the place of a platform's service.
+template <typename Fake, typename Service> Fake& useFake(std::unique_ptr<Service>& service)
+{
+    auto fake = std::make_unique<Fake>();
+    auto& used = *fake;
+    service = std::move(fake);
+    return used;
+}
 
 } // namespace quelto::test

@@ -20,7 +20,7 @@ class DotaListener;
 /// every Dota 2 in Steam. The game must be started with "-gamestateintegration", which only the user can set in Steam.
 ///
 /// Thread: main.
-class DotaWatcher final : public MatchWatcher {
+class DotaWatcher final : public quelto::MatchWatcher {
     Q_OBJECT
     Q_PROPERTY(quelto::DotaConfig::InstallState installState READ installState NOTIFY installStateChanged)
     /// Why posts cannot be received; empty if they can.

@@ -12,7 +12,7 @@ namespace quelto {
 /// access the game's process or files.
 ///
 /// Thread: main.
-class LeagueWatcher final : public MatchWatcher {
+class LeagueWatcher final : public quelto::MatchWatcher {
     Q_OBJECT
     Q_PROPERTY(QString champion READ champion NOTIFY championChanged)
     Q_PROPERTY(int autoClipCount READ autoClipCount NOTIFY autoClipCountChanged)

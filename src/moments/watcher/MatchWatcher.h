@@ -7,7 +7,7 @@
 namespace quelto {
 
 /// A watcher for a game that is played in matches with one character.
-class MatchWatcher : public GameWatcher {
+class MatchWatcher : public quelto::GameWatcher {
     Q_OBJECT
     /// Whether a live match is being followed.
     Q_PROPERTY(bool inGame READ inGame NOTIFY inGameChanged)

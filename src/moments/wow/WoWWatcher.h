@@ -18,7 +18,7 @@ namespace quelto {
 /// no character; the game is either active or not.
 ///
 /// Thread: main.
-class WoWWatcher final : public GameWatcher {
+class WoWWatcher final : public quelto::GameWatcher {
     Q_OBJECT
     /// Whether a folder for combat logs exists. Keeps its value while the watcher is stopped.
     Q_PROPERTY(bool logFound READ logFound NOTIFY logFoundChanged)

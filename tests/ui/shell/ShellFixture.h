@@ -74,7 +74,7 @@ protected:
     QuitQuestion quitQuestion;
     RecordingTrash trash;
     RecordingFileManager files;
-    RecordingPasteboard pasteboard;
+    RecordingPasteboard& pasteboard = useFake<RecordingPasteboard>(fakes.platform.pasteboard);
     std::unique_ptr<ClipLibrary> library;
     std::unique_ptr<MatchTracker> matches;
     std::unique_ptr<MatchClips> matchClips;

@@ -14,6 +14,19 @@
 /// Registers the objects that only the settings page uses in QML. Each instance is set before the first file loads.
 namespace quelto {
 
+// The bases of the watchers, for their properties.
+struct GameWatcherForQml {
+    Q_GADGET
+    QML_FOREIGN(quelto::GameWatcher)
+    QML_ANONYMOUS
+};
+
+struct MatchWatcherForQml {
+    Q_GADGET
+    QML_FOREIGN(quelto::MatchWatcher)
+    QML_ANONYMOUS
+};
+
 struct LeagueWatcherForQml : SharedForQml<LeagueWatcher> {
     Q_GADGET
     QML_FOREIGN(quelto::LeagueWatcher)
