@@ -9,6 +9,7 @@
 #include "platform/FrameSource.h"
 #include "platform/FrontApplication.h"
 #include "platform/GlobalKey.h"
+#include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
 #include "platform/Trash.h"
 
@@ -28,6 +29,7 @@ struct Platform {
     std::unique_ptr<EventSounds> eventSounds;
     std::unique_ptr<FileManager> files;
     std::unique_ptr<Pasteboard> pasteboard;
+    std::unique_ptr<LoginItem> loginItem;
 };
 
 } // namespace quelto

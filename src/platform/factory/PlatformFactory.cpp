@@ -3,6 +3,7 @@
 
 #include "platform/freedesktop/CanberraEventSounds.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
+#include "platform/freedesktop/FreedesktopLoginItem.h"
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopPasteboard.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
@@ -32,7 +33,8 @@ Platform makePlatform()
             .trash = std::make_unique<FreedesktopTrash>(),
             .eventSounds = std::make_unique<CanberraEventSounds>(),
             .files = std::make_unique<FreedesktopFileManager>(),
-            .pasteboard = std::make_unique<FreedesktopPasteboard>()};
+            .pasteboard = std::make_unique<FreedesktopPasteboard>(),
+            .loginItem = std::make_unique<FreedesktopLoginItem>()};
 }
 
 void notifyBeforeTheEnd(const DesktopNotification& notification)

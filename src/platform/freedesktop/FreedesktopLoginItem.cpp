@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/FreedesktopLoginItem.h"
+
+#include "base/files/AtomicFile.h"
+#include "base/files/FileName.h"
+#include "base/language/T.h"
+#include "platform/freedesktop/AutostartEntry.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+
+namespace quelto {
+
+namespace {
+
+constexpr std::chrono::seconds ExitTimeout{3};
+/// Units: bytes. An entry is far smaller.
+constexpr qint64 MaxSize = 1 << 20;
+
+QString entryIn(const QString& configFolder)
+{
+    return configFolder + QStringLiteral("/autostart/app.quelto.Quelto.desktop");
+}
+
+/// The contents of the file that the desktop reads: of several the user's. Empty if there is none.
+QByteArray readEntry(const QStringList& configFolders)
+{
+    for (const auto& folder : configFolders) {
+        QFile file(entryIn(folder));
+        // A pipe would block.
+        if (QFileInfo(file).isFile() && file.open(QFile::ReadOnly)) {
+            return file.read(MaxSize);
+        }
+    }
+    return {};
+}
+
+bool isEnabled(const FreedesktopLoginItem::Options& options)
+{
+    return AutostartEntry(readEntry(options.configFolders), options.desktops).isEnabled();
+}
+
+void write(const QString& path, const QByteArray& contents)
+{
+    // The file that a link points to, and not the link, is replaced.
+    const QFileInfo link(path);
+    const QFileInfo target(link.isSymLink() && link.exists() ? link.canonicalFilePath() : path);
+    std::filesystem::create_directories(encodeFileName(target.path()).toStdString());
+    AtomicFile file(target.path());
+    file.write(std::as_bytes(std::span(contents)));
+    file.flush();
+    file.publish(target.fileName());
+}
+
+void change(const FreedesktopLoginItem::Options& options, bool isEnabled)
+{
+    const AutostartEntry entry(readEntry(options.configFolders), options.desktops);
+    if (isEnabled) {
+        write(entryIn(options.configFolders.first()), entry.enabled(options.program));
+    } else if (entry.isEnabled()) {
+        // Not removed: the file may have settings of the user, or hide one of the system.
+        write(entryIn(options.configFolders.first()), entry.disabled());
+    }
+}
+
+/// The path as the user writes it.
+QString shortPath(const QString& path)
+{
+    const auto home = QDir::homePath();
+    return displayFileName(path.startsWith(home + u'/') ? u'~' + path.mid(home.size()) : path);
+}
+
+/// The folder, or the file that stands in its way.
+QString obstacleIn(QString folder)
+{
+    while (!QFileInfo::exists(folder) && folder.size() > 1) {
+        folder = QFileInfo(folder).path();
+    }
+    return folder;
+}
+
+QString failureText(int code, const QString& configFolder)
+{
+    const auto folder = QFileInfo(entryIn(configFolder)).path();
+    switch (code) {
+    case ENOSPC:
+    case EDQUOT:
+        return T("Ev klasörünüzün diskinde yer kalmadı. Yer açıp yeniden deneyin.");
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return T("{0} klasörüne yazılamıyor. İzinlerini düzeltip yeniden deneyin.", shortPath(folder));
+    case ENOTDIR:
+    case EEXIST:
+        return T("{0} bir klasör değil, dosya. Dosyayı taşıyıp yeniden deneyin.", shortPath(obstacleIn(folder)));
+    default:
+        return QString::fromStdString(std::generic_category().message(code));
+    }
+}
+
+} // namespace
+
+FreedesktopLoginItem::Options FreedesktopLoginItem::ofThisProgram()
+{
+    QByteArray program(PATH_MAX, Qt::Uninitialized);
+    program.truncate(std::max<ssize_t>(0, ::readlink("/proc/self/exe", program.data(), PATH_MAX)));
+    return {.configFolders = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation),
+            .program = program,
+            .desktops = qgetenv("XDG_CURRENT_DESKTOP").split(':')};
+}
+
+FreedesktopLoginItem::FreedesktopLoginItem(Options options)
+    : m_options(std::move(options))
+{
+}
+
+FreedesktopLoginItem::~FreedesktopLoginItem()
+{
+    m_replies->detach();
+    if (m_queue) {
+        m_queue->finish(ExitTimeout);
+    }
+}
+
+void FreedesktopLoginItem::read(Reply reply)
+{
+    post([options = m_options] { return Result{.isEnabled = isEnabled(options)}; }, std::move(reply));
+}
+
+void FreedesktopLoginItem::setEnabled(bool isWanted, Reply reply)
+{
+    post(
+        [options = m_options, isWanted] {
+            QString failure;
+            try {
+                change(options, isWanted);
+            } catch (const std::system_error& error) {
+                failure = failureText(error.code().value(), options.configFolders.first());
+            }
+            return Result{.isEnabled = isEnabled(options), .failure = failure};
+        },
+        std::move(reply));
+}
+
+void FreedesktopLoginItem::post(std::function<Result()> work, Reply reply)
+{
+    if (!m_queue) {
+        m_queue = std::make_unique<SerialQueue>(QStringLiteral("quelto.login"));
+    }
+    m_queue->post([replies = m_replies, work = std::move(work), reply = std::move(reply)] {
+        const auto result = work();
+        replies->post([reply, result] { reply(result); });
+    });
+}
+
+} // namespace quelto
