@@ -11,6 +11,7 @@
 #include "platform/GlobalKey.h"
 #include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
+#include "platform/SoundSettings.h"
 #include "platform/Trash.h"
 
 #include <memory>
@@ -29,7 +30,7 @@ struct Platform {
     std::unique_ptr<EventSounds> eventSounds;
     std::unique_ptr<FileManager> files;
     std::unique_ptr<Pasteboard> pasteboard;
-    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<SoundSettings> soundSettings; std::unique_ptr<LoginItem> loginItem;
 };
 
 } // namespace quelto

@@ -8,12 +8,16 @@ SettingRow {
     id: row
 
     property bool isOn: false
+    readonly property Item control: toggle
 
     signal flipped(bool isOn)
 
     SSToggle {
+        id: toggle
+
         text: row.title
         isOn: row.isOn
+        Accessible.description: row.subtitle
         onFlipped: on => row.flipped(on)
     }
 }
