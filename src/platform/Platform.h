@@ -30,7 +30,8 @@ struct Platform {
     std::unique_ptr<EventSounds> eventSounds;
     std::unique_ptr<FileManager> files;
     std::unique_ptr<Pasteboard> pasteboard;
-    std::unique_ptr<SoundSettings> soundSettings; std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<SoundSettings> soundSettings;
 };
 
 } // namespace quelto
