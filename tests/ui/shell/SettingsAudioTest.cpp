@@ -258,6 +258,24 @@ TEST_F(SettingsAudioTest, TheMeterRestsWhileTheWindowIsHidden)
     EXPECT_GT(shown->width(), 0);
 }
 
+TEST_F(SettingsAudioTest, TheMeterRestsBehindAnOpenClip)
+{
+    makeClips({"Dota 2 - a.mp4"});
+    navigation->showSettings();
+    time.settle();
+    drawFrame();
+    record();
+    time.settle();
+    auto* const shown = bar();
+    ASSERT_NE(shown, nullptr);
+    speak(0.3F);
+    EXPECT_GT(shown->width(), 0);
+    navigation->openClip(library->clips().first().path);
+    EXPECT_EQ(shown->width(), 0);
+    navigation->closeClip();
+    EXPECT_GT(shown->width(), 0);
+}
+
 TEST_F(SettingsAudioTest, TheMeterIsClippedByItsCapsule)
 {
     showCards(QStringLiteral("LevelMeter { name: 'a'; level: 0.5 } LevelMeter { name: 'b'; level: 3 }\n"
@@ -328,6 +346,18 @@ TEST_F(SettingsAudioTest, TabVisitsTheControlsInTheirOrder)
     }
     EXPECT_EQ(names,
               (QStringList{SystemLevel, ChatSwitch, MicSwitch, MicMenu, MicLevel, PermissionButton, RetryButton}));
+}
+
+TEST_F(SettingsAudioTest, FitsANarrowWindow)
+{
+    cardWidth = 360;
+    failMicrophone();
+    for (const auto* language : {"de", "ru", "fr"}) {
+        showCards(QStringLiteral("AudioSettingsCard {}"), language, "ember", 800);
+        EXPECT_EQ(truncatedTexts(), QStringList()) << language;
+        EXPECT_FALSE(picture(QStringLiteral("settings-audio-narrow-%1").arg(QLatin1String(language))).isNull());
+        window->close();
+    }
 }
 
 TEST_F(SettingsAudioTest, Pictures)

@@ -3,6 +3,7 @@
 #include "ui/screens/settings/SettingsPageForQml.h"
 
 #include "tests/moments/dota/LoopbackClient.h"
+#include "tests/moments/league/LeagueServer.h"
 #include "tests/ui/shell/SettingsCardFixture.h"
 
 #include <QTcpServer>
@@ -155,6 +156,39 @@ TEST_F(SettingsAutoClipTest, TheMainSwitchGetsTheFocusOfAHiddenRow)
     EXPECT_TRUE(settings.autoClipEnabled());
 }
 
+TEST_F(SettingsAutoClipTest, FollowsAMatchOfLeague)
+{
+    LeagueServer server;
+    const auto match = [](const QString& champion) {
+        return httpResponse(
+            R"({"activePlayer": {"summonerName": "Ufuk#TR1"}, "gameData": {"gameTime": 99}, "events": {"Events": []},
+                "allPlayers": [{"summonerName": "Ufuk#TR1", "riotIdGameName": "Ufuk", "team": "ORDER",
+                                "championName": ")" +
+            champion.toUtf8() + R"("}]})");
+    };
+    constexpr std::chrono::milliseconds Soon{10};
+    league = std::make_unique<LeagueWatcher>(
+        server.address(), nullptr,
+        LeaguePollTiming{.delayAfterSuccess = Soon, .delayAfterFailure = Soon, .timeout = std::chrono::seconds(2)});
+    LeagueWatcherForQml::instance = league.get();
+    // Tags and a long name must not change the look of the row.
+    const auto champion = QStringLiteral("<b>") + QStringLiteral("Nunu ve Willump ").repeated(8).trimmed();
+    server.setResponse(match(champion));
+    showCard();
+    EXPECT_TRUE(shows(QStringLiteral("Maç bekleniyor…")));
+    league->start();
+    const auto inMatch = QStringLiteral("Maçta • ") + champion;
+    ASSERT_TRUE(waitForText(inMatch)) << league->champion().toStdString();
+    EXPECT_EQ(dotColor(Games[0]), theme->good());
+    EXPECT_EQ(textItem(inMatch)->property("textFormat").toInt(), 0);
+    EXPECT_GT(textItem(inMatch)->property("lineCount").toInt(), 1);
+    EXPECT_LE(placeOf(textItem(inMatch)).right(), placeOf(rowOf(Games[0])).right());
+    EXPECT_FALSE(picture(QStringLiteral("settings-autoclip-match")).isNull());
+    server.shutDown();
+    EXPECT_TRUE(waitForText(QStringLiteral("Maç bekleniyor…")));
+    EXPECT_EQ(dotColor(Games[0]), theme->dim());
+}
+
 TEST_F(SettingsAutoClipTest, FollowsAMatchOfDota)
 {
     makeDota();
@@ -212,10 +246,11 @@ TEST_F(SettingsAutoClipTest, InstallsTheIntegrationThenCopiesTheLaunchOption)
     ASSERT_TRUE(QTest::qWaitFor([&] { return hasItem(InstallButton); }));
     EXPECT_TRUE(shows(QStringLiteral("Entegrasyon kurulu değil")));
     EXPECT_TRUE(item(InstallButton)->property("filled").toBool());
+    const QSignalSpy busyChanges(item(InstallButton), SIGNAL(busyChanged()));
     focus(InstallButton);
     press(Qt::Key_Return);
-    EXPECT_TRUE(item(InstallButton)->property("busy").toBool());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return hasItem(CopyButton); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return hasItem(CopyButton) && !navigation->toast().isEmpty(); }));
+    EXPECT_EQ(busyChanges.size(), 2);
     EXPECT_TRUE(QFile::exists(config));
     EXPECT_EQ(navigation->toast(), QStringLiteral("Entegrasyon kuruldu • Steam kütüphanesi: 1"));
     EXPECT_FALSE(item(CopyButton)->property("filled").toBool());
@@ -356,6 +391,21 @@ TEST_F(SettingsAutoClipTest, MatchCardExplainsTheEndOfAMatch)
     EXPECT_EQ(textColor(first), theme->muted());
     EXPECT_TRUE(shows(QStringLiteral("Maç bitince bildirime tıklayıp klipleri incele: beğendiklerin kalır, diğerleri "
                                      "Çöp Kutusu'na gider.")));
+}
+
+TEST_F(SettingsAutoClipTest, FitsANarrowWindow)
+{
+    cardWidth = 360;
+    makeDota();
+    dota->install();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return dota->installState() == DotaConfig::InstallState::Installed; }, 10'000));
+    for (const auto* language : {"de", "ru", "fr"}) {
+        showCards(QStringLiteral("AutoClipCard {}"), language, "ember", 1000);
+        click(T("Nasıl puanlıyor?"));
+        EXPECT_EQ(truncatedTexts(), QStringList()) << language;
+        EXPECT_FALSE(picture(QStringLiteral("settings-autoclip-narrow-%1").arg(QLatin1String(language))).isNull());
+        window->close();
+    }
 }
 
 TEST_F(SettingsAutoClipTest, Pictures)

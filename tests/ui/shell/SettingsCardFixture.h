@@ -9,7 +9,7 @@ namespace quelto::test {
 /// Cards of the settings page in a window of their own, with the real objects behind them.
 class SettingsCardFixture : public ShellFixture {
 protected:
-    static constexpr int cardWidth = 640;
+    int cardWidth = 640;
 
     /// Opens a window with the cards one below the other. From then on `window` is that window.
     void showCards(const QString& qml, int height = 900)
