@@ -6,6 +6,7 @@
 #include "platform/Displays.h"
 #include "platform/EventSounds.h"
 #include "platform/FileManager.h"
+#include "platform/FolderDialog.h"
 #include "platform/FrameSource.h"
 #include "platform/FrontApplication.h"
 #include "platform/GlobalKey.h"
@@ -31,6 +32,7 @@ struct Platform {
     std::unique_ptr<FileManager> files;
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<FolderDialog> folderDialog;
     std::unique_ptr<SoundSettings> soundSettings;
 };
 

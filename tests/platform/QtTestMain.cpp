@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Runs GoogleTest inside a Qt application: with a GUI for test programs that link Qt Gui, else without.
-#ifdef QT_GUI_LIB
+// Runs GoogleTest inside a Qt application: with widgets or a GUI for test programs that link them, else without.
+#if defined(QT_WIDGETS_LIB)
+#include <QApplication>
+using Application = QApplication;
+#elif defined(QT_GUI_LIB)
 #include <QGuiApplication>
 using Application = QGuiApplication;
 #else

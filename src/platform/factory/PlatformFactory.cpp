@@ -3,9 +3,11 @@
 
 #include "platform/freedesktop/CanberraEventSounds.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
+#include "platform/freedesktop/FreedesktopFolderDialog.h"
 #include "platform/freedesktop/FreedesktopLoginItem.h"
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopPasteboard.h"
+#include "platform/freedesktop/FreedesktopSoundSettings.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
 #include "platform/x11/X11Platform.h"
@@ -34,7 +36,9 @@ Platform makePlatform()
             .eventSounds = std::make_unique<CanberraEventSounds>(),
             .files = std::make_unique<FreedesktopFileManager>(),
             .pasteboard = std::make_unique<FreedesktopPasteboard>(),
-            .loginItem = std::make_unique<FreedesktopLoginItem>()};
+            .loginItem = std::make_unique<FreedesktopLoginItem>(),
+            .folderDialog = std::make_unique<FreedesktopFolderDialog>(),
+            .soundSettings = std::make_unique<FreedesktopSoundSettings>()};
 }
 
 void notifyBeforeTheEnd(const DesktopNotification& notification)

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/FreedesktopFolderDialog.h"
+
+#include "base/files/FileName.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QWindow>
+
+#include <filesystem>
+#include <utility>
+
+namespace quelto {
+
+namespace {
+
+/// The folder, or the nearest one above it that exists: the save folder does not before the first clip.
+QString existing(QString folder)
+{
+    std::error_code ignored;
+    while (!std::filesystem::is_directory(encodeFileName(folder).toStdString(), ignored) && folder.size() > 1) {
+        folder = QFileInfo(folder).path();
+    }
+    return folder;
+}
+
+/// Deletes an object that may be the caller.
+template <typename Object> void deleteLater(std::unique_ptr<Object>& object)
+{
+    if (object) {
+        object.release()->deleteLater();
+    }
+}
+
+} // namespace
+
+FreedesktopFolderDialog::FreedesktopFolderDialog(const QDBusConnection& bus, std::chrono::milliseconds portalTimeout)
+    : m_bus(bus)
+    , m_portalTimeout(portalTimeout)
+{
+}
+
+FreedesktopFolderDialog::~FreedesktopFolderDialog() = default;
+
+void FreedesktopFolderDialog::choose(const Request& wanted, Reply reply)
+{
+    if (m_reply) {
+        return;
+    }
+    m_reply = std::move(reply);
+    m_context = std::make_unique<QObject>();
+    auto request = wanted;
+    request.startFolder = existing(wanted.startFolder);
+    if (request.parent != nullptr) {
+        endWith(request.parent);
+    }
+    if (m_bus.isConnected()) {
+        openPortalDialog(request);
+    } else {
+        openQtDialog(request);
+    }
+}
+
+void FreedesktopFolderDialog::endWith(QWindow* parent)
+{
+    QObject::connect(parent, &QWindow::visibleChanged, m_context.get(), [this](bool isVisible) {
+        if (!isVisible) {
+            end();
+        }
+    });
+    QObject::connect(parent, &QObject::destroyed, m_context.get(), [this] { end(); });
+}
+
+void FreedesktopFolderDialog::openPortalDialog(const Request& request)
+{
+    m_portalDialog = std::make_unique<PortalFolderDialog>(m_bus, request, m_portalTimeout);
+    auto* const dialog = m_portalDialog.get();
+    QObject::connect(dialog, &PortalFolderDialog::chosen, m_context.get(),
+                     [this](const QString& path) { confirm(path); });
+    QObject::connect(dialog, &PortalFolderDialog::cancelled, m_context.get(), [this] { end(); });
+    QObject::connect(dialog, &PortalFolderDialog::unavailable, m_context.get(), [this, request] {
+        deleteLater(m_portalDialog);
+        openQtDialog(request);
+    });
+}
+
+void FreedesktopFolderDialog::openQtDialog(const Request& request)
+{
+    m_qtDialog = std::make_unique<QFileDialog>(nullptr, request.title, request.startFolder);
+    auto* const dialog = m_qtDialog.get();
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setLabelText(QFileDialog::Accept, request.acceptLabel);
+    QObject::connect(dialog, &QFileDialog::accepted, m_context.get(), [this, dialog] {
+        confirm(QDir::cleanPath(QDir::current().absoluteFilePath(dialog->selectedFiles().value(0))));
+    });
+    QObject::connect(dialog, &QFileDialog::rejected, m_context.get(), [this] { end(); });
+    // It has a window from now on.
+    dialog->winId();
+    if (request.parent != nullptr && dialog->windowHandle() != nullptr) {
+        dialog->windowHandle()->setTransientParent(request.parent);
+    }
+    dialog->open();
+}
+
+void FreedesktopFolderDialog::confirm(const QString& path)
+{
+    const auto reply = m_reply;
+    end();
+    reply(path);
+}
+
+void FreedesktopFolderDialog::end()
+{
+    m_reply = nullptr;
+    deleteLater(m_portalDialog);
+    if (m_qtDialog) {
+        m_qtDialog->hide();
+        deleteLater(m_qtDialog);
+    }
+    // The caller may be one of its connections.
+    deleteLater(m_context);
+}
+
+} // namespace quelto

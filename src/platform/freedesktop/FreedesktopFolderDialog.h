@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/FolderDialog.h"
+#include "platform/freedesktop/PortalFolderDialog.h"
+
+#include <QDBusConnection>
+#include <QObject>
+
+#include <memory>
+
+class QFileDialog;
+
+namespace quelto {
+
+/// The dialog of the desktop's portal, or Qt's own on a desktop without one. In Qt's, names that are not text cannot be
+/// chosen. Requires QApplication.
+class FreedesktopFolderDialog final : public FolderDialog {
+public:
+    /// The portal and its back end may have to start before the dialog opens; after the timeout, Qt's dialog opens.
+    explicit FreedesktopFolderDialog(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+                                     std::chrono::milliseconds portalTimeout = std::chrono::seconds(10));
+    ~FreedesktopFolderDialog() override;
+    FreedesktopFolderDialog(const FreedesktopFolderDialog&) = delete;
+    FreedesktopFolderDialog& operator=(const FreedesktopFolderDialog&) = delete;
+
+    void choose(const Request& request, Reply reply) override;
+
+private:
+    void openPortalDialog(const Request& request);
+    void openQtDialog(const Request& request);
+    void endWith(QWindow* parent);
+    void confirm(const QString& path);
+    void end();
+
+    QDBusConnection m_bus;
+    std::chrono::milliseconds m_portalTimeout;
+    /// Empty while no dialog is open.
+    Reply m_reply;
+    /// Of the connections to the dialog that is open.
+    std::unique_ptr<QObject> m_context;
+    std::unique_ptr<PortalFolderDialog> m_portalDialog;
+    std::unique_ptr<QFileDialog> m_qtDialog;
+};
+
+} // namespace quelto
