@@ -14,9 +14,15 @@ namespace quelto {
 class HotKeyManager : public QObject {
     Q_OBJECT
     /// Whether a press arrives.
-    Q_PROPERTY(quelto::GlobalKey::State state READ state NOTIFY stateChanged)
+    Q_PROPERTY(quelto::GlobalKeyStates::Kind state READ state NOTIFY stateChanged)
+    /// What the user can bind to a key in the settings of a desktop that reserves all keys.
+    Q_PROPERTY(QString command MEMBER command CONSTANT)
 
 public:
+    /// Saves a clip, as the key does.
+    static inline const QString command =
+        QStringLiteral("gdbus call --session -d app.quelto.Quelto -o /app/quelto/Quelto -m app.quelto.Quelto.SaveClip");
+
     HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* parent = nullptr);
 
     /// Called when the key is pressed, from the event loop.
@@ -25,6 +31,8 @@ public:
     GlobalKey::State state() const { return m_key.state(); }
     /// The name of a key in the present layout.
     QString keyName(std::uint32_t keyCode) const;
+    /// The modifier keys that are down now.
+    std::uint32_t heldModifiers() const { return m_key.heldModifiers(); }
 
     /// Replaces the previous registration. A combination that another program holds never fires; state() tells it.
     void registerKey(std::uint32_t keyCode, std::uint32_t modifiers);

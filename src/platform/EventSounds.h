@@ -8,6 +8,8 @@ enum class EventSound {
     hero,
     /// For any other clip.
     glass,
+    /// For a key that means nothing here.
+    bell,
 };
 
 /// Short sounds that accompany the HUD and desktop notifications. Clips do not contain them.

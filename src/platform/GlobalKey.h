@@ -9,16 +9,12 @@
 
 namespace quelto {
 
-/// A key combination that reaches this program whichever window has the focus.
-///
-/// Key codes and modifier bits are those that the settings store (see HotKeyManager). Each back end translates them.
-///
-/// Thread: main.
-class GlobalKey {
-    Q_GADGET
+/// Whether a press of a global key arrives.
+class GlobalKeyStates : public QObject {
+    Q_OBJECT
 
 public:
-    enum class State {
+    enum class Kind {
         /// No combination is wanted.
         Released,
         /// A press arrives.
@@ -34,7 +30,17 @@ public:
         /// The keyboard lacks one of the keys, or there is no keyboard.
         Unavailable,
     };
-    Q_ENUM(State)
+    Q_ENUM(Kind)
+};
+
+/// A key combination that reaches this program whichever window has the focus.
+///
+/// Key codes and modifier bits are those that the settings store (see HotKeyManager). Each back end translates them.
+///
+/// Thread: main.
+class GlobalKey {
+public:
+    using State = GlobalKeyStates::Kind;
 
     virtual ~GlobalKey() = default;
 
@@ -45,6 +51,8 @@ public:
     virtual State state() const = 0;
     /// What the key types without modifiers in the present layout. Empty if it types nothing.
     virtual QString characters(std::uint32_t keyCode) const = 0;
+    /// The stored bits of the modifier keys that are down now, whatever the layout makes of them.
+    virtual std::uint32_t heldModifiers() const = 0;
 
     /// Called once per press. A key that is held down does not repeat.
     std::function<void()> onPressed;

@@ -192,6 +192,7 @@ public:
     State stateOfGrabs = State::Held;
     /// By key code.
     std::map<std::uint32_t, QString> typed;
+    std::uint32_t held = 0;
 
     void grab(std::uint32_t keyCode, std::uint32_t modifiers) override
     {
@@ -207,6 +208,7 @@ public:
     }
 
     State state() const override { return present; }
+    std::uint32_t heldModifiers() const override { return held; }
     QString characters(std::uint32_t keyCode) const override
     {
         const auto found = typed.find(keyCode);
@@ -220,6 +222,14 @@ public:
             onStateChanged();
         }
     }
+};
+
+/// Records what it plays.
+class FakeEventSounds final : public EventSounds {
+public:
+    void play(EventSound sound) override { played.push_back(sound); }
+
+    std::vector<EventSound> played;
 };
 
 class FakeFrontApplication final : public FrontApplication {
@@ -306,7 +316,8 @@ struct FakePlatform {
                     .frames = std::move(ownFrames),
                     .audioServer = std::move(ownAudioServer),
                     .globalKey = std::make_unique<FakeGlobalKey>(),
-                    .frontApplication = std::move(ownFront)};
+                    .frontApplication = std::move(ownFront),
+                    .eventSounds = std::make_unique<FakeEventSounds>()};
     }
 };
 

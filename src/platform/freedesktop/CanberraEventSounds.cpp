@@ -25,9 +25,17 @@ using ContextPtr = std::unique_ptr<ca_context, ContextDeleter>;
 /// Names from the freedesktop.org sound theme, to which all other themes fall back.
 const char* eventName(EventSound sound)
 {
-    // In that theme: a chime of 0.9 s, and a softer one of 0.4 s. "message" lasts only 0.05 s, which is easily missed
-    // in a game.
-    return sound == EventSound::hero ? "complete" : "message-new-instant";
+    switch (sound) {
+    case EventSound::hero:
+        // In that theme, a chime of 0.9 s.
+        return "complete";
+    case EventSound::glass:
+        // A softer one of 0.4 s. "message" lasts only 0.05 s, which is easily missed in a game.
+        return "message-new-instant";
+    case EventSound::bell:
+        break;
+    }
+    return "bell";
 }
 
 ContextPtr tryConnect()

@@ -5,6 +5,17 @@
 
 namespace quelto {
 
+KeySet heldKeys(xcb_connection_t* connection)
+{
+    KeySet held;
+    if (const auto reply = replyTo(xcb_query_keymap_reply, connection, xcb_query_keymap(connection))) {
+        for (std::size_t key = 0; key < held.size(); ++key) {
+            held.set(key, (reply->keys[key / 8] >> (key % 8) & 1) != 0);
+        }
+    }
+    return held;
+}
+
 HeldKeys::HeldKeys(const X11Connection& connection)
     : m_connection(connection)
 {
@@ -19,11 +30,7 @@ HeldKeys::HeldKeys(const X11Connection& connection)
     }
     m_opcode = xcb_get_extension_data(server, &xcb_input_id)->major_opcode;
     select(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
-    if (const auto keys = replyTo(xcb_query_keymap_reply, server, xcb_query_keymap(server))) {
-        for (std::size_t key = 0; key < m_held.size(); ++key) {
-            m_held.set(key, (keys->keys[key / 8] >> (key % 8) & 1) != 0);
-        }
-    }
+    m_held = heldKeys(server);
 }
 
 HeldKeys::~HeldKeys()

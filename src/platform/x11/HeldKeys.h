@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/x11/X11Connection.h"
+#include "platform/x11/KeyboardMap.h"
 
-#include <array>
-#include <bitset>
 #include <optional>
 
 namespace quelto {
+
+/// The keys that are down now.
+KeySet heldKeys(xcb_connection_t* connection);
 
 /// Watches which keys are held down, whichever program receives them. For a combination whose modifiers the layout
 /// turns into something else, so that no grab can match it.
@@ -23,7 +24,7 @@ public:
 
     /// The key that the event presses. Nothing for other events, and for a key that was down already.
     std::optional<xcb_keycode_t> pressedKey(const xcb_generic_event_t& event);
-    bool isHeld(std::size_t key) const { return m_held.test(key); }
+    const KeySet& keys() const { return m_held; }
 
 private:
     void select(std::uint32_t events);
@@ -31,7 +32,7 @@ private:
     const X11Connection& m_connection;
     /// 0 if the server cannot tell.
     std::uint8_t m_opcode = 0;
-    std::bitset<256> m_held;
+    KeySet m_held;
 };
 
 } // namespace quelto

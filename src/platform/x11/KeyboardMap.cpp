@@ -170,6 +170,15 @@ std::optional<std::uint16_t> KeyboardMap::modifiers(std::uint32_t storedModifier
     return result;
 }
 
+std::uint32_t KeyboardMap::storedModifiers(const KeySet& keys) const
+{
+    std::uint32_t bits = 0;
+    for (std::size_t key = 0; key < keys.size(); ++key) {
+        bits |= keys.test(key) ? m_modifierOfKey.at(key) : 0;
+    }
+    return bits;
+}
+
 KeyPath KeyboardMap::path(std::uint32_t storedCode, std::uint32_t storedModifiers) const
 {
     std::vector<ModifierKeys> modifierKeys;

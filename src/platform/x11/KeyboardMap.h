@@ -7,10 +7,14 @@
 #include <xkbcommon/xkbcommon.h>
 
 #include <array>
+#include <bitset>
 #include <optional>
 #include <vector>
 
 namespace quelto {
+
+/// A set of the server's key codes.
+using KeySet = std::bitset<256>;
 
 /// Translates a stored shortcut to the X server's key codes and modifier bits for the present keyboard.
 ///
@@ -27,8 +31,8 @@ public:
     std::optional<std::uint16_t> modifiers(std::uint32_t storedModifiers) const;
     /// What the layout makes of a press. The keyboard must have the key and the modifiers.
     KeyPath path(std::uint32_t storedCode, std::uint32_t storedModifiers) const;
-    /// The stored bit of a modifier key; 0 for other keys.
-    std::uint32_t storedModifier(xcb_keycode_t key) const { return m_modifierOfKey.at(key); }
+    /// The stored bits of the modifiers among the keys.
+    std::uint32_t storedModifiers(const KeySet& keys) const;
     /// What the key types without modifiers in the present layout, with Num Lock. Empty if that cannot be shown.
     QString characters(xcb_connection_t* connection, std::uint32_t storedCode) const;
     /// Every combination of Caps Lock, Num Lock and Scroll Lock, including none.

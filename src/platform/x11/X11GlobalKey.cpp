@@ -85,6 +85,12 @@ QString X11GlobalKey::characters(std::uint32_t keyCode) const
     return keyboard ? keyboard->characters(m_connection->get(), keyCode) : QString();
 }
 
+std::uint32_t X11GlobalKey::heldModifiers() const
+{
+    const auto keyboard = m_connection ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
+    return keyboard ? keyboard->storedModifiers(heldKeys(m_connection->get())) : 0;
+}
+
 void X11GlobalKey::readKeyboard()
 {
     m_keyboard = m_combination ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
@@ -167,13 +173,8 @@ void X11GlobalKey::requestGrabs()
 bool X11GlobalKey::completesCombination(xcb_keycode_t key) const
 {
     const auto keys = m_keyboard->keyCodes(m_combination->keyCode);
-    std::uint32_t modifiers = 0;
-    for (int held = 0; held <= UINT8_MAX; ++held) {
-        if (m_heldKeys->isHeld(static_cast<std::size_t>(held))) {
-            modifiers |= m_keyboard->storedModifier(static_cast<xcb_keycode_t>(held));
-        }
-    }
-    return std::ranges::count(keys, key) > 0 && modifiers == m_combination->modifiers;
+    return std::ranges::count(keys, key) > 0 &&
+        m_keyboard->storedModifiers(m_heldKeys->keys()) == m_combination->modifiers;
 }
 
 GlobalKey::State X11GlobalKey::currentState() const

@@ -32,6 +32,7 @@ public:
     void release() override;
     State state() const override { return m_state; }
     QString characters(std::uint32_t keyCode) const override;
+    std::uint32_t heldModifiers() const override;
 
 private:
     struct Combination {

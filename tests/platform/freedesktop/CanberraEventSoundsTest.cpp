@@ -103,12 +103,21 @@ TEST_F(CanberraEventSoundsTest, AreHeardButNotRecorded)
     const TonePlayerProcess quiet({.amplitude = 0});
     ASSERT_TRUE(recording.waitForAudio(0.2));
     Speaker speaker;
-    for (const EventSound sound : {EventSound::hero, EventSound::glass, EventSound::hero, EventSound::glass}) {
-        m_sounds.play(sound);
+    struct Row {
+        EventSound sound;
+        const char* name;
+        double shortest;
+        double longest;
+    };
+    constexpr Row Hero{EventSound::hero, "hero", 0.7, 1.5};
+    constexpr Row Glass{EventSound::glass, "glass", 0.2, 0.6};
+    constexpr Row Bell{EventSound::bell, "bell", 0.05, 0.4};
+    for (const auto& row : {Hero, Glass, Hero, Glass, Bell}) {
+        m_sounds.play(row.sound);
         const double length = speaker.waitForSound();
-        std::printf("%s: %.2f s\n", sound == EventSound::hero ? "hero" : "glass", length);
-        EXPECT_GT(length, sound == EventSound::hero ? 0.7 : 0.2);
-        EXPECT_LT(length, sound == EventSound::hero ? 1.5 : 0.6);
+        std::printf("%s: %.2f s\n", row.name, length);
+        EXPECT_GT(length, row.shortest) << row.name;
+        EXPECT_LT(length, row.longest) << row.name;
     }
     ASSERT_TRUE(recording.waitForAudio(0.2));
     EXPECT_LT(peakOf(recording.buffers()), Silence);

@@ -176,6 +176,20 @@ TEST_F(X11GlobalKeyState, CharactersAreThoseOfThePresentLayoutWithoutLocksAndMod
     press({"CAPS"});
 }
 
+TEST_F(X11GlobalKeyState, TellsTheHeldModifiersThoughTheLayoutTakesThem)
+{
+    layout({QStringLiteral("us,ru"), QStringLiteral("-option"), QStringLiteral("grp:alt_shift_toggle")});
+    EXPECT_EQ(m_key->heldModifiers(), 0U);
+    down({"CAPS", "LALT", "LFSH", "AB03"});
+    EXPECT_EQ(m_key->heldModifiers(), OptionShift);
+    up({"CAPS", "LALT", "LFSH", "AB03"});
+    layout({QStringLiteral("us"), QStringLiteral("-option"), QString(), QStringLiteral("-option"),
+            QStringLiteral("altwin:swap_alt_win")});
+    down({"LWIN", "LCTL"});
+    EXPECT_EQ(m_key->heldModifiers(), modifierBits::option | modifierBits::control);
+    up({"LWIN", "LCTL"});
+}
+
 TEST_F(X11GlobalKeyState, IsReservedByAWaylandDesktop)
 {
     const auto key = makeX11GlobalKey(m_server.name(), X11Session::underWayland);
