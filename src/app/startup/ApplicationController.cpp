@@ -214,6 +214,7 @@ void ApplicationController::buildWindow()
     LeagueWatcherForQml::instance = &m_league;
     DotaWatcherForQml::instance = &m_dota;
     WoWWatcherForQml::instance = &m_wow;
+    HotKeyManagerForQml::instance = &m_hotKeys;
     SettingsPageForQml::instance.emplace(SettingsPageParts{.settings = m_settings,
                                                            .platform = m_platform,
                                                            .hotKeys = m_hotKeys,

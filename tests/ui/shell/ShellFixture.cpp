@@ -140,6 +140,7 @@ void ShellFixture::SetUp()
     LeagueWatcherForQml::instance = league.get();
     DotaWatcherForQml::instance = dota.get();
     WoWWatcherForQml::instance = wow.get();
+    HotKeyManagerForQml::instance = hotKeys.get();
     SettingsPageForQml::instance.emplace(SettingsPageParts{
         .settings = settings, .platform = fakes.platform, .hotKeys = *hotKeys, .scroll = {.main = main, .now = [this] {
                                                                                               return time.now();

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Quelto.Controls
+import Quelto.SettingsPage
+import Quelto.Shared
+import Quelto.Theme
+
+// Shows the global shortcut. A click waits for a new one.
+T.AbstractButton {
+    id: button
+
+    readonly property bool recording: recorder.recording
+    readonly property real minimumWidth: 150
+
+    implicitWidth: Math.max(minimumWidth, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    horizontalPadding: Theme.spacing.paragraph
+    verticalPadding: 9
+    font.pixelSize: 14
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    text: recording ? L10n.T("Tuş kombinasyonuna basın…") : SaveShortcut.text
+    Accessible.name: L10n.T("Klip kaydet kısayolu")
+    Accessible.description: text
+    Keys.forwardTo: [actionKeys]
+    onClicked: recording ? recorder.stop() : recorder.start()
+
+    HotkeyRecorder {
+        id: recorder
+
+        button: button
+    }
+
+    ActionKeys {
+        id: actionKeys
+
+        onActed: button.clicked()
+    }
+
+    contentItem: Text {
+        text: button.text
+        textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        font: button.font
+        color: button.recording ? Theme.accent : Theme.text
+        Accessible.ignored: true
+    }
+
+    background: Rectangle {
+        radius: Theme.radius.control
+        color: !button.recording && (button.down || button.hovered) ? Theme.cardHover : Theme.bg
+        border.width: 2
+        border.color: button.recording ? Theme.accent : Theme.border
+
+        FocusRing {
+            active: button.visualFocus
+        }
+    }
+}
