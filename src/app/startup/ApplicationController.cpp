@@ -218,7 +218,8 @@ void ApplicationController::buildWindow()
     SettingsPageForQml::instance.emplace(SettingsPageParts{.settings = m_settings,
                                                            .platform = m_platform,
                                                            .hotKeys = m_hotKeys,
-                                                           .scroll = {.main = m_main, .now = &HostClock::now}});
+                                                           .scroll = {.main = m_main, .now = &HostClock::now},
+                                                           .navigation = m_navigation});
     preparePlayback();
     m_engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     m_engine.addImportPath(QStringLiteral("qrc:/"));

@@ -3,21 +3,24 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Theme
 
-// The background of the window: the palette's gradient from top to bottom, or its plain background colour.
+// The background of the window: the palette's gradient from top to bottom, or its plain background colour. A preview of
+// another palette sets its own colours.
 Rectangle {
     id: backdrop
 
-    readonly property int stops: Theme.gradient.length
+    property color plainColor: Theme.bg
+    property var colors: Theme.gradient
+    readonly property int stops: colors.length
 
     function stopColor(index: int): color {
-        return stops === 0 ? Theme.bg : Theme.gradient[Math.min(index, stops - 1)];
+        return stops === 0 ? plainColor : colors[Math.min(index, stops - 1)];
     }
 
-    color: Theme.bg
-    gradient: stops === 0 ? null : colors
+    color: plainColor
+    gradient: stops === 0 ? null : spread
 
     Gradient {
-        id: colors
+        id: spread
 
         GradientStop {
             position: 0

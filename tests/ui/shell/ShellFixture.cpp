@@ -141,10 +141,12 @@ void ShellFixture::SetUp()
     DotaWatcherForQml::instance = dota.get();
     WoWWatcherForQml::instance = wow.get();
     HotKeyManagerForQml::instance = hotKeys.get();
-    SettingsPageForQml::instance.emplace(SettingsPageParts{
-        .settings = settings, .platform = fakes.platform, .hotKeys = *hotKeys, .scroll = {.main = main, .now = [this] {
-                                                                                              return time.now();
-                                                                                          }}});
+    SettingsPageForQml::instance.emplace(
+        SettingsPageParts{.settings = settings,
+                          .platform = fakes.platform,
+                          .hotKeys = *hotKeys,
+                          .scroll = {.main = main, .now = [this] { return time.now(); }},
+                          .navigation = *navigation});
     engine = std::make_unique<QQmlApplicationEngine>();
     engine->addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     engine->addImportPath(QStringLiteral("qrc:/"));

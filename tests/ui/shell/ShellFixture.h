@@ -73,8 +73,10 @@ protected:
     bool isFolderWritable = true;
     QuitQuestion quitQuestion;
     RecordingTrash trash;
-    RecordingFileManager files;
+    RecordingFileManager& files = useFake<RecordingFileManager>(fakes.platform.files);
     RecordingPasteboard& pasteboard = useFake<RecordingPasteboard>(fakes.platform.pasteboard);
+    FakeLoginItem& loginItem = useFake<FakeLoginItem>(fakes.platform.loginItem);
+    RecordingFolderDialog& folderDialog = useFake<RecordingFolderDialog>(fakes.platform.folderDialog);
     std::unique_ptr<ClipLibrary> library;
     std::unique_ptr<MatchTracker> matches;
     std::unique_ptr<MatchClips> matchClips;

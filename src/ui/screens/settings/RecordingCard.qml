@@ -2,9 +2,37 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Quelto.Controls
+import Quelto.SettingsPage
 import Quelto.Shared
 
+// When and what is recorded.
 SectionCard {
     title: L10n.T("Kayıt")
     symbol: "record.circle"
+
+    ToggleRow {
+        title: L10n.T("Açılışta kaydı başlat")
+        subtitle: L10n.T("Uygulama açılınca arka planda tamponlamaya başlar")
+        isOn: AppSettings.autoStart
+        onFlipped: isOn => AppSettings.autoStart = isOn
+    }
+
+    ToggleRow {
+        title: L10n.T("İmleci göster")
+        isOn: AppSettings.showCursor
+        onFlipped: isOn => AppSettings.showCursor = isOn
+    }
+
+    DisplayChoices {
+        id: displays
+    }
+
+    DropDownRow {
+        title: L10n.T("Ekran")
+        subtitle: L10n.T("Birden fazla monitör varsa kaydedilecek ekran")
+        menuWidth: 220
+        choices: displays.choices
+        selection: displays.selected
+        onPicked: display => displays.selected = display
+    }
 }

@@ -5,6 +5,8 @@
 #include "moments/dota/DotaWatcher.h"
 #include "moments/league/LeagueWatcher.h"
 #include "moments/wow/WoWWatcher.h"
+#include "platform/FolderDialog.h"
+#include "platform/LoginItem.h"
 #include "platform/Platform.h"
 #include "ui/screens/settings/SettingsScroll.h"
 #include "ui/shared/SharedForQml.h"
@@ -68,6 +70,7 @@ struct SettingsPageParts {
     Platform& platform;
     HotKeyManager& hotKeys;
     SettingsScroll::Dependencies scroll;
+    Navigation& navigation;
 };
 
 struct SettingsPageForQml {

@@ -45,17 +45,15 @@ Item {
     ]
 
     // Behind the card, so that only the part around it is visible.
-    Loader {
+    Item {
         anchors.fill: parent
-        active: ring.visible
+        visible: ring.visible
         opacity: ring.opacity
 
-        sourceComponent: Item {
-            Shadow {
-                radius: 8
-                cornerRadius: Theme.radius.panel
-                color: Qt.alpha(Theme.accent, 0.6)
-            }
+        Shadow {
+            radius: 8
+            cornerRadius: Theme.radius.panel
+            color: Qt.alpha(Theme.accent, 0.6)
         }
     }
 

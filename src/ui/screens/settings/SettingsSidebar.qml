@@ -16,8 +16,15 @@ Rectangle {
     readonly property real topMargin: 30
     readonly property real bottomMargin: 20
 
+    // The mark of the section that is lit moves there.
+    property bool animated: true
+
     // The user chose a section.
     signal select(int section)
+
+    function takeFocus() {
+        internal.reach(internal.tabStop);
+    }
 
     color: Qt.alpha(Theme.sidebar, 0.55)
     onActiveChanged: internal.tabStop = active
@@ -26,7 +33,7 @@ Rectangle {
             [Qt.Key_Up]: internal.tabStop - 1,
             [Qt.Key_Down]: internal.tabStop + 1,
             [Qt.Key_Home]: 0,
-            [Qt.Key_End]: internal.count - 1
+            [Qt.Key_End]: SettingsSection.General
         };
         event.accepted = event.key in goals;
         if (event.accepted) {
@@ -37,18 +44,13 @@ Rectangle {
     QtObject {
         id: internal
 
-        property var rows: ({})
-        property int count: 0
         property int tabStop: sidebar.active
         property SettingsSidebarItem activeRow: null
 
-        function add(section: int, row: Item) {
-            rows[section] = row;
-            ++count;
-        }
-
         function reach(section: int) {
-            rows[Math.max(0, Math.min(section, count - 1))].forceActiveFocus(Qt.TabFocusReason);
+            for (let i = 0; i < groups.count; ++i) {
+                (groups.itemAt(i) as SettingsSidebarGroup).rowOf(section)?.forceActiveFocus(Qt.TabFocusReason);
+            }
         }
     }
 
@@ -71,6 +73,8 @@ Rectangle {
             color: Theme.card
 
             Behavior on y {
+                enabled: sidebar.animated
+
                 SpringMove {
                     response: Theme.duration.selectionSpring
                 }
@@ -87,6 +91,8 @@ Rectangle {
             Accessible.name: L10n.T("Ayarlar")
 
             Repeater {
+                id: groups
+
                 model: SettingsSection.groups()
 
                 SettingsSidebarGroup {
@@ -99,7 +105,6 @@ Rectangle {
                     sections: modelData.sections
                     active: sidebar.active
                     tabStop: internal.tabStop
-                    onRowCreated: (section, row) => internal.add(section, row)
                     onRowLit: row => internal.activeRow = row
                     onRowFocused: section => internal.tabStop = section
                     onSelect: section => sidebar.select(section)

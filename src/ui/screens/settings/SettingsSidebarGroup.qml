@@ -13,10 +13,19 @@ Column {
     required property int active
     required property int tabStop
 
-    signal rowCreated(int section, Item row)
     signal rowLit(SettingsSidebarItem row)
     signal rowFocused(int section)
     signal select(int section)
+
+    // Null if the section is in another group.
+    function rowOf(section: int): SettingsSidebarItem {
+        for (let i = 0; i < items.count; ++i) {
+            if (sections[i] === section) {
+                return items.itemAt(i) as SettingsSidebarItem;
+            }
+        }
+        return null;
+    }
 
     Text {
         width: group.width
@@ -41,6 +50,8 @@ Column {
         spacing: 2
 
         Repeater {
+            id: items
+
             model: group.sections
 
             SettingsSidebarItem {
@@ -54,11 +65,8 @@ Column {
                 symbol: SettingsSection.icon(modelData)
                 active: modelData === group.active
                 isTabStop: modelData === group.tabStop
-                Component.onCompleted: {
-                    group.rowCreated(modelData, row);
-                    if (active) {
-                        group.rowLit(row);
-                    }
+                Component.onCompleted: if (active) {
+                    group.rowLit(row);
                 }
                 onActiveChanged: if (active) {
                     group.rowLit(row);

@@ -7,8 +7,8 @@ import Quelto.Controls
 import Quelto.Icons
 import Quelto.Theme
 
-// A section in the settings' sidebar.
-T.AbstractButton {
+// A section in the settings' sidebar. A tab for screen readers; Qt takes the role of a control from its type.
+T.TabButton {
     id: row
 
     required property string symbol
@@ -22,8 +22,9 @@ T.AbstractButton {
     horizontalPadding: Theme.spacing.sidebar
     verticalPadding: 7
     hoverEnabled: true
+    checkable: false
+    autoExclusive: false
     focusPolicy: isTabStop ? Qt.TabFocus : Qt.NoFocus
-    Accessible.role: Accessible.PageTab
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: active

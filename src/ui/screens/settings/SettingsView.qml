@@ -60,12 +60,23 @@ FocusScope {
         }
     }
 
+    SettingsPlace {
+        id: place
+
+        view: view
+        column: column
+        sidebar: sidebar
+        cards: internal.anchors
+        focusedItem: page.Window.activeFocusItem
+    }
+
     SettingsSidebar {
         id: sidebar
 
         width: page.sidebarWidth
         height: page.height
         active: scroll.activeSection
+        animated: !place.isRestoring
         onSelect: section => scroll.select(section)
     }
 
@@ -104,7 +115,10 @@ FocusScope {
             transform: Translate {
                 id: shift
             }
-            onPositioningComplete: internal.report()
+            onPositioningComplete: {
+                place.restore();
+                internal.report();
+            }
 
             SettingsHeading {
                 width: parent.width

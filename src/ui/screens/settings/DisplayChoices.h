@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/settings/AppSettings.h"
+#include "platform/Displays.h"
+#include "ui/screens/settings/DisplayWatch.h"
+
+#include <QVariantList>
+#include <QtQml/qqmlregistration.h>
+
+namespace quelto {
+
+/// The displays that can be recorded, for a ThemedDropDown: first the main display, whichever that is, then each one by
+/// its name. Follows displays that come and go.
+///
+/// Thread: main.
+class DisplayChoices : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    /// Each has a `text` and a `value` for AppSettings.displayID.
+    Q_PROPERTY(QVariantList choices READ choices NOTIFY choicesChanged)
+    /// AppSettings.displayID; also that of a display that is not connected.
+    Q_PROPERTY(QVariant selected READ selected WRITE setSelected NOTIFY selectedChanged)
+
+public:
+    explicit DisplayChoices(QObject* parent = nullptr);
+    DisplayChoices(AppSettings& settings, const Displays& displays, QObject* parent = nullptr);
+
+    const QVariantList& choices() const noexcept { return m_choices; }
+    QVariant selected() const { return m_settings.displayID(); }
+    void setSelected(const QVariant& display) { m_settings.setDisplayID(display.toUInt()); }
+
+Q_SIGNALS:
+    void choicesChanged();
+    void selectedChanged();
+
+private:
+    void refresh();
+
+    AppSettings& m_settings;
+    const Displays& m_displays;
+    DisplayWatch m_watch;
+    QVariantList m_choices;
+};
+
+} // namespace quelto
