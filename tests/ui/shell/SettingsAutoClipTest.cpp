@@ -408,6 +408,16 @@ TEST_F(SettingsAutoClipTest, FitsANarrowWindow)
     }
 }
 
+TEST_F(SettingsAutoClipTest, ThePageHasTheCards)
+{
+    navigation->showSettings();
+    setLook({.language = "de", .palette = "ember", .size = {1240, 1900}});
+    EXPECT_TRUE(hasItem(T("Otomatik klip al")));
+    EXPECT_TRUE(hasItem(T("Mikrofonu kaydet")));
+    EXPECT_TRUE(hasItem(T("Maç Özeti")));
+    EXPECT_FALSE(picture(QStringLiteral("settings-page-games-and-sound")).isNull());
+}
+
 TEST_F(SettingsAutoClipTest, Pictures)
 {
     makeDota();
