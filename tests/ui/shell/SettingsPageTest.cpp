@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/SettingsFixture.h"
 
 namespace quelto::test {
@@ -242,6 +243,80 @@ TEST_F(SettingsPageTest, ChangedColoursElsewhereLeaveOtherPagesAtTheTop)
     QTest::qWait(150);
     openPage();
     EXPECT_EQ(position(), 0);
+}
+
+TEST_F(SettingsPageTest, ColoursChangedOnTheWayOutLeaveNoPlace)
+{
+    scrollTo(700);
+    settings.setColorTheme(QStringLiteral("ocean"));
+    navigation->showLibrary();
+    QTest::qWait(150);
+    openPage();
+    EXPECT_EQ(position(), 0);
+}
+
+TEST_F(SettingsPageTest, PageKeysScroll)
+{
+    section("Görünüm")->forceActiveFocus(Qt::TabFocusReason);
+    key(Qt::Key_PageDown);
+    EXPECT_EQ(position(), view()->height() - 60);
+    key(Qt::Key_PageDown);
+    key(Qt::Key_PageUp);
+    key(Qt::Key_PageUp);
+    EXPECT_EQ(position(), 0);
+}
+
+TEST_F(SettingsPageTest, EscapeClosesAMenuBeforeThePage)
+{
+    use(menu("Ekran"));
+    ASSERT_NE(find(QAccessible::ListItem, QStringLiteral("Ana ekran")), nullptr);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(find(QAccessible::ListItem, QStringLiteral("Ana ekran")), nullptr);
+    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Settings);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(navigation->pageKind(), Pages::Kind::Library);
+}
+
+TEST_F(SettingsPageTest, SectionsLookAsTheyAre)
+{
+    const auto titleOf = [&](const char* title) { return labelOn(section(title), QString::fromUtf8(title)); };
+    EXPECT_EQ(section("Klip")->width(), 196 - 20);
+    EXPECT_EQ(fontOf(titleOf("Görünüm")).weight(), QFont::DemiBold);
+    EXPECT_EQ(fontOf(titleOf("Klip")).weight(), QFont::Medium);
+    EXPECT_EQ(fontOf(titleOf("Klip")).pixelSize(), 13);
+    EXPECT_EQ(colorOf(symbolOn(section("Görünüm"))), theme->accent());
+    EXPECT_EQ(colorOf(symbolOn(section("Klip"))), theme->muted());
+    // The pointer over a section that is not lit.
+    QTest::mouseMove(window, middleOf(section("Klip")));
+    auto* hovered = section("Klip")->property("background").value<QQuickItem*>();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(hovered->opacity() - 0.6) < 0.01; }));
+    EXPECT_EQ(colorOf(hovered), theme->card());
+    EXPECT_EQ(section("Görünüm")->property("background").value<QQuickItem*>()->opacity(), 0);
+    // Its mark moves to the section that is lit.
+    auto* mark = firstVisible(window, [&](const QQuickItem* each) {
+        return each->inherits("QQuickRectangle") && each->height() == section("Klip")->height() &&
+            each->parentItem()->parentItem()->inherits("QQuickFlickable");
+    });
+    ASSERT_NE(mark, nullptr);
+    EXPECT_EQ(topOf(mark), topOf(section("Görünüm")));
+    jumpTo("Ses");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return topOf(mark) == topOf(section("Ses")); }));
+}
+
+TEST_F(SettingsPageTest, RingSurroundsTheHighlightedCard)
+{
+    jumpTo("Kayıt");
+    QTest::qWait(200);
+    const auto* anchor = card("Kayıt")->parentItem()->parentItem();
+    auto* ring = firstVisibleOn(const_cast<QQuickItem*>(anchor), [&](const QQuickItem* each) {
+        return each->inherits("QQuickRectangle") && colorOf(each) == QColor(Qt::transparent);
+    });
+    ASSERT_NE(ring, nullptr);
+    EXPECT_EQ(placeOf(ring), placeOf(card("Kayıt")));
+    EXPECT_EQ(outlineOf(ring).width, 2);
+    EXPECT_EQ(outlineOf(ring).color, theme->accent());
+    EXPECT_EQ(radiusOf(ring), 10);
+    picture(QStringLiteral("settings-highlight"));
 }
 
 TEST_F(SettingsPageTest, LowWindowScrollsTheSidebar)

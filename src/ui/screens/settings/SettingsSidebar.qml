@@ -27,7 +27,11 @@ Rectangle {
     }
 
     color: Qt.alpha(Theme.sidebar, 0.55)
-    onActiveChanged: internal.tabStop = active
+    onActiveChanged: {
+        if (!internal.rowOf(internal.tabStop)?.activeFocus) {
+            internal.tabStop = active;
+        }
+    }
     Keys.onPressed: event => {
         const goals = {
             [Qt.Key_Up]: internal.tabStop - 1,
@@ -44,13 +48,32 @@ Rectangle {
     QtObject {
         id: internal
 
-        property int tabStop: sidebar.active
+        property int tabStop: SettingsSection.Appearance
         property SettingsSidebarItem activeRow: null
 
-        function reach(section: int) {
+        // Null if there is none.
+        function rowOf(section: int): SettingsSidebarItem {
             for (let i = 0; i < groups.count; ++i) {
-                (groups.itemAt(i) as SettingsSidebarGroup).rowOf(section)?.forceActiveFocus(Qt.TabFocusReason);
+                const row = (groups.itemAt(i) as SettingsSidebarGroup)?.rowOf(section);
+                if (row) {
+                    return row;
+                }
             }
+            return null;
+        }
+
+        function reach(section: int) {
+            rowOf(section)?.forceActiveFocus(Qt.TabFocusReason);
+        }
+
+        // Moves the mark there.
+        function light(row: SettingsSidebarItem) {
+            const start = mark.y;
+            const moves = sidebar.animated && activeRow;
+            activeRow = row;
+            slide.stop();
+            mark.distance = moves ? mark.distance + start - mark.y : 0;
+            slide.start();
         }
     }
 
@@ -64,20 +87,26 @@ Rectangle {
 
         // Moves from section to section as one shape.
         Rectangle {
+            id: mark
+
+            // From the section that is lit, while the mark moves there.
+            property real distance: 0
+
             visible: internal.activeRow !== null
             x: column.x
-            y: internal.activeRow ? column.y + internal.activeRow.topEdge : 0
+            y: column.y + (internal.activeRow?.topEdge ?? 0) + distance
             width: column.width
             height: internal.activeRow?.height ?? 0
             radius: Theme.radius.control
             color: Theme.card
 
-            Behavior on y {
-                enabled: sidebar.animated
+            SpringMove {
+                id: slide
 
-                SpringMove {
-                    response: Theme.duration.selectionSpring
-                }
+                target: mark
+                property: "distance"
+                to: 0
+                response: Theme.duration.selectionSpring
             }
         }
 
@@ -105,7 +134,7 @@ Rectangle {
                     sections: modelData.sections
                     active: sidebar.active
                     tabStop: internal.tabStop
-                    onRowLit: row => internal.activeRow = row
+                    onRowLit: row => internal.light(row)
                     onRowFocused: section => internal.tabStop = section
                     onSelect: section => sidebar.select(section)
                 }

@@ -20,6 +20,13 @@ FocusScope {
     focus: true
     Accessible.role: Accessible.Pane
     Accessible.name: L10n.T("Ayarlar")
+    Keys.onPressed: event => {
+        const steps = {[Qt.Key_PageUp]: -1, [Qt.Key_PageDown]: 1};
+        event.accepted = event.key in steps;
+        if (event.accepted) {
+            internal.scrollBy(steps[event.key] * (view.height - internal.overlap));
+        }
+    }
 
     SettingsScroll {
         id: scroll
@@ -46,6 +53,14 @@ FocusScope {
         readonly property real shiftAbove: -6
         readonly property real shiftBelow: 10
         readonly property list<Item> anchors: [appearance, clip, recording, autoClip, match, audio, shortcut, storage, general]
+
+        // What stays in view when a key scrolls by a page.
+        readonly property real overlap: 60
+
+        function scrollBy(distance: real) {
+            wheel.stop();
+            view.contentY = Math.max(0, Math.min(view.contentY + distance, view.lastY));
+        }
 
         function topOf(section: int): real {
             return column.y + anchors[section].y;
