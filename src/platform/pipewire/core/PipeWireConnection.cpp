@@ -18,6 +18,12 @@ PipeWireConnection* connectionOf(void* data)
 
 const pw_core_events PipeWireConnection::CoreEvents = {
     .version = PW_VERSION_CORE_EVENTS,
+    .error = [](void* data, std::uint32_t id, int, int result,
+                const char*) { connectionOf(data)->handleError(id, result); },
+};
+
+const pw_core_events PipeWireConnection::GraphCoreEvents = {
+    .version = PW_VERSION_CORE_EVENTS,
     .done = [](void* data, std::uint32_t, int sequence) { connectionOf(data)->handleSync(sequence); },
     .error = [](void* data, std::uint32_t id, int, int result,
                 const char*) { connectionOf(data)->handleError(id, result); },
@@ -122,13 +128,16 @@ void PipeWireConnection::removeListener(Listener* listener)
 void PipeWireConnection::connect()
 {
     m_core.reset(pw_context_connect(m_context.get(), nullptr, 0));
-    if (!m_core) {
+    m_graphCore.reset(m_core ? pw_context_connect(m_context.get(), nullptr, 0) : nullptr);
+    if (!m_graphCore) {
+        m_core.reset();
         return;
     }
     // A pending attempt would replace this connection, and with it destroy what listeners have created from its core.
     m_reconnect->disarm();
     listen(m_core.get(), m_coreHook, CoreEvents, this);
-    m_mirror = std::make_unique<RegistryMirror>(loop(), m_core.get(), [this] {
+    listen(m_graphCore.get(), m_graphCoreHook, GraphCoreEvents, this);
+    m_mirror = std::make_unique<RegistryMirror>(loop(), m_graphCore.get(), [this] {
         m_hasChangedSinceSync = true;
         requestSync();
     });
@@ -140,6 +149,8 @@ void PipeWireConnection::disconnect()
     m_isReady = false;
     m_pendingSync.reset();
     m_mirror.reset();
+    m_graphCoreHook.remove();
+    m_graphCore.reset();
     m_coreHook.remove();
     m_core.reset();
 }
@@ -150,7 +161,7 @@ void PipeWireConnection::requestSync()
 {
     if (!m_pendingSync) {
         m_hasChangedSinceSync = false;
-        m_pendingSync = sync(m_core.get());
+        m_pendingSync = sync(m_graphCore.get());
     }
 }
 

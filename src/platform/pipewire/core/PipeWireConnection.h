@@ -10,6 +10,11 @@ namespace quelto::pipewire {
 
 /// The program's connection to the sound server: owns the event loop's thread, mirrors the graph and reconnects.
 ///
+/// It is two clients of the server, one for the graph and one for what listeners create. While a client binds the
+/// metadata, the server reads nothing from it until the session manager has answered. And while the session manager
+/// configures a stream, the server reads nothing from the session manager until the stream has answered. With a single
+/// client both would wait for each other forever.
+///
 /// While there are listeners, it tries to reconnect to a lost server four times a second.
 ///
 /// Thread: all members except the constructor, start(), waitUntilReady() and Lock need the lock. Only after start() or
@@ -56,6 +61,7 @@ public:
     bool isReady() const noexcept { return m_isReady; }
     const Graph& graph() const noexcept { return m_mirror->graph(); }
     pw_registry* registry() const noexcept { return m_mirror->registry(); }
+    /// For streams and links.
     pw_core* core() const noexcept { return m_core.get(); }
     pw_loop* loop() const noexcept { return pw_thread_loop_get_loop(m_loop.get()); }
 
@@ -74,6 +80,7 @@ private:
     void handleError(std::uint32_t id, int result);
 
     static const pw_core_events CoreEvents;
+    static const pw_core_events GraphCoreEvents;
 
     /// Held only while the loop starts; the loop's own thread never takes it.
     std::mutex m_startMutex;
@@ -82,6 +89,8 @@ private:
     ContextPtr m_context;
     CorePtr m_core;
     Hook m_coreHook;
+    CorePtr m_graphCore;
+    Hook m_graphCoreHook;
     std::unique_ptr<RegistryMirror> m_mirror;
     std::unique_ptr<LoopTimer> m_reconnect;
     std::optional<int> m_pendingSync;

@@ -43,16 +43,17 @@ AudioSourceEvents Recording::events()
     };
 }
 
+// Real copies: Qt's shared ones are released without a memory order that the thread sanitizer could see.
 AudioBuffers Recording::buffers() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_buffers;
+    return {m_buffers.cbegin(), m_buffers.cend()};
 }
 
 AudioBuffers Recording::silence() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_silence;
+    return {m_silence.cbegin(), m_silence.cend()};
 }
 
 std::vector<std::optional<QString>> Recording::warnings() const

@@ -311,6 +311,7 @@ TEST_F(SystemAudioTest, NoEventAfterStop)
         EXPECT_FALSE(m_recording.waitForAudio(0.01, 0.3));
     }
     m_source->start(m_recording.events());
+    ASSERT_TRUE(m_recording.waitForWarnings(1)) << "it works";
     run(desktopVariable("QUELTO_TEST_SOUND"), {QStringLiteral("kill")});
     ASSERT_TRUE(m_recording.waitForWarnings(2));
     m_source->stop();
