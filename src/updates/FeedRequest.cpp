@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "updates/FeedRequest.h"
 
-#include <QSslConfiguration>
-
 #include <utility>
 
 namespace quelto {
@@ -16,7 +14,9 @@ constexpr int MaxRedirects = 5;
 QNetworkRequest makeRequest(const FeedRequest::Options& options)
 {
     QNetworkRequest request(options.address);
-    request.setSslConfiguration(options.tls);
+    if (options.tls) {
+        request.setSslConfiguration(*options.tls);
+    }
     request.setRawHeader("User-Agent", options.userAgent);
     // A compressed body could exceed the size limit when unpacked.
     request.setRawHeader("Accept-Encoding", "identity");

@@ -4,6 +4,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QSslConfiguration>
 #include <QTimer>
 
 #include <chrono>
@@ -28,7 +29,8 @@ public:
         QUrl address;
         QByteArray userAgent;
         std::chrono::milliseconds timeout;
-        QSslConfiguration tls;
+        /// Nothing for the certificates of the system.
+        std::optional<QSslConfiguration> tls = std::nullopt;
     };
 
     /// Replies once, from the event loop. The reply may destroy this object by deleteLater.

@@ -40,7 +40,8 @@ public:
         std::function<void(const QUrl&)> openUrl;
         /// The time of day. Units: seconds since 1970.
         std::function<double()> now;
-        QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+        /// Nothing for the certificates of the system.
+        std::optional<QSslConfiguration> tls = std::nullopt;
         /// For a whole check.
         std::chrono::milliseconds timeout = std::chrono::seconds(15);
     };
