@@ -43,22 +43,22 @@ FreedesktopFolderDialog::FreedesktopFolderDialog(const QDBusConnection& bus, std
 
 FreedesktopFolderDialog::~FreedesktopFolderDialog() = default;
 
-void FreedesktopFolderDialog::choose(const Request& wanted, Reply reply)
+void FreedesktopFolderDialog::choose(const Request& request, Reply reply)
 {
     if (m_reply) {
         return;
     }
     m_reply = std::move(reply);
     m_context = std::make_unique<QObject>();
-    auto request = wanted;
-    request.startFolder = existing(wanted.startFolder);
+    auto adjusted = request;
+    adjusted.startFolder = existing(request.startFolder);
     if (request.parent != nullptr) {
         endWith(request.parent);
     }
     if (m_bus.isConnected()) {
-        openPortalDialog(request);
+        openPortalDialog(adjusted);
     } else {
-        openQtDialog(request);
+        openQtDialog(adjusted);
     }
 }
 

@@ -42,7 +42,7 @@ QByteArray readEntry(const QStringList& configFolders)
     return {};
 }
 
-bool isEnabled(const FreedesktopLoginItem::Options& options)
+bool readsAsEnabled(const FreedesktopLoginItem::Options& options)
 {
     return AutostartEntry(readEntry(options.configFolders), options.desktops).isEnabled();
 }
@@ -131,20 +131,20 @@ FreedesktopLoginItem::~FreedesktopLoginItem()
 
 void FreedesktopLoginItem::read(Reply reply)
 {
-    post([options = m_options] { return Result{.isEnabled = isEnabled(options)}; }, std::move(reply));
+    post([options = m_options] { return Result{.isEnabled = readsAsEnabled(options)}; }, std::move(reply));
 }
 
-void FreedesktopLoginItem::setEnabled(bool isWanted, Reply reply)
+void FreedesktopLoginItem::setEnabled(bool isEnabled, Reply reply)
 {
     post(
-        [options = m_options, isWanted] {
+        [options = m_options, isWanted = isEnabled] {
             QString failure;
             try {
                 change(options, isWanted);
             } catch (const std::system_error& error) {
                 failure = failureText(error.code().value(), options.configFolders.first());
             }
-            return Result{.isEnabled = isEnabled(options), .failure = failure};
+            return Result{.isEnabled = readsAsEnabled(options), .failure = failure};
         },
         std::move(reply));
 }

@@ -42,6 +42,27 @@ TEST_F(Buttons, AccentIsFilledAndDarkensWhilePressed)
     EXPECT_EQ(colorOf(box), theme->accent());
 }
 
+TEST_F(Buttons, TextButtonHasNoFrameAndIsBrighterUnderThePointer)
+{
+    show(
+        QStringLiteral("TextButton { objectName: 'button'; text: 'Bu sürümü atla'; x: 100; y: 50; property int clicks\n"
+                       "onClicked: ++clicks }\nTextButton { objectName: 'off'; text: 'Yok'; y: 150; enabled: false }"));
+    const auto* words = text(QStringLiteral("Bu sürümü atla"));
+    EXPECT_EQ(fontOf(words).pixelSize(), 12);
+    EXPECT_EQ(colorOf(words), theme->muted());
+    EXPECT_FALSE(words->property("truncated").toBool());
+    EXPECT_EQ(paddingOf(QStringLiteral("button"), QStringLiteral("Bu sürümü atla")), QSizeF(0, 7));
+    EXPECT_EQ(test::itemNamed(window, QStringLiteral("Bu sürümü atla")), item(QStringLiteral("button")));
+    hover(item(QStringLiteral("button")));
+    EXPECT_EQ(colorOf(words), theme->text());
+    hover(item(QStringLiteral("off")));
+    EXPECT_EQ(colorOf(text(QStringLiteral("Yok"))), theme->muted());
+    item(QStringLiteral("button"))->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(window, Qt::Key_Return);
+    test::holdKey(window, Qt::Key_Space);
+    EXPECT_EQ(object(QStringLiteral("button"))->property("clicks").toInt(), 2);
+}
+
 TEST_F(Buttons, KeyCapsDrawEachKeyAndReadAsOneShortcut)
 {
     show(QStringLiteral("KeyCaps { objectName: 'caps'; keys: ['Alt', 'Umschalt', 'C'] }"));
