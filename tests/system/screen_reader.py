@@ -183,6 +183,10 @@ class ScreenReader:
         """The accessible descriptions of the items with that role whose whole name matches the pattern."""
         return [self._property(item.address, "Description") for item in self.showing(role, name)]
 
+    def text(self, item):
+        """What is in a text field."""
+        return self._call(item.address, "org.a11y.atspi.Text", "GetText", "(ii)", (0, -1))[0]
+
     def wait_until_gone(self, role, name, seconds=5):
         desktop.wait_until(lambda: not self.showing(role, name), seconds, f"{role} “{name}” to disappear")
         return time.monotonic()
