@@ -18,6 +18,8 @@ from gi.repository import Gio, GLib  # noqa: E402
 
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _ROOT = "/org/a11y/atspi/accessible/root"
+_ACTION = "org.a11y.atspi.Action"
+_VALUE = "org.a11y.atspi.Value"
 _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/registry")
 _STATES = {1: "active", 4: "checked", 11: "focusable", 12: "focused", 16: "modal", 20: "pressed", 22: "selectable",
            23: "selected", 25: "showing", 8: "enabled"}
@@ -96,9 +98,8 @@ class ScreenReader:
             raise AssertionError(f"{error}; the events were of {[str(item) for item in events]}") from None
         return [item.name for item in events]
 
-    def _property(self, address, name):
-        """Name or Description."""
-        return self._call(address, "org.freedesktop.DBus.Properties", "Get", "(ss)", (_ACCESSIBLE, name))[0]
+    def _property(self, address, name, interface=_ACCESSIBLE):
+        return self._call(address, "org.freedesktop.DBus.Properties", "Get", "(ss)", (interface, name))[0]
 
     def _children(self, address):
         return self._call(address, _ACCESSIBLE, "GetChildren")[0]
@@ -186,6 +187,41 @@ class ScreenReader:
     def text(self, item):
         """What is in a text field."""
         return self._call(item.address, "org.a11y.atspi.Text", "GetText", "(ii)", (0, -1))[0]
+
+    def everywhere(self, role, name):
+        """The items with that role whose whole name matches the pattern, also those outside the visible part of a page."""
+        return [item for item in self.everything() if item.role == role and re.fullmatch(name, item.name)]
+
+    def find_anywhere(self, role, name, seconds=5):
+        """Waits for such an item, and returns the first one."""
+        found = desktop.wait_until(lambda: self.everywhere(role, name), seconds, f"{role} “{name}” anywhere")
+        return found[0]
+
+    def now(self, item):
+        """The item as it is now."""
+        return self._item(item.address)
+
+    def description(self, item):
+        return self._property(item.address, "Description")
+
+    def actions(self, item):
+        """The names of what a screen reader can do with the item."""
+        count = self._property(item.address, "NActions", _ACTION)
+        return [self._call(item.address, _ACTION, "GetName", "(i)", (number,))[0] for number in range(count)]
+
+    def act(self, item, action):
+        """Lets the item do one of its actions."""
+        names = self.actions(item)
+        if action not in names:
+            raise AssertionError(f"{item} has the actions {names}, not {action}")
+        self._call(item.address, _ACTION, "DoAction", "(i)", (names.index(action),))
+
+    def value(self, item):
+        return self._property(item.address, "CurrentValue", _VALUE)
+
+    def set_value(self, item, value):
+        self._call(item.address, "org.freedesktop.DBus.Properties", "Set", "(ssv)",
+                   (_VALUE, "CurrentValue", GLib.Variant("d", value)))
 
     def wait_until_gone(self, role, name, seconds=5):
         desktop.wait_until(lambda: not self.showing(role, name), seconds, f"{role} “{name}” to disappear")
