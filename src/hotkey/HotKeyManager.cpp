@@ -23,7 +23,7 @@ HotKeyManager::HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* par
     m_key.onStateChanged = [this] { Q_EMIT stateChanged(); };
 }
 
-QString HotKeyManager::keyName(std::uint32_t keyCode) const
+QString HotKeyManager::keyName(std::uint32_t keyCode)
 {
     return hotKeyName(keyCode, m_key.characters(keyCode));
 }

@@ -30,9 +30,9 @@ public:
 
     GlobalKey::State state() const { return m_key.state(); }
     /// The name of a key in the present layout.
-    QString keyName(std::uint32_t keyCode) const;
+    QString keyName(std::uint32_t keyCode);
     /// The modifier keys that are down now.
-    std::uint32_t heldModifiers() const { return m_key.heldModifiers(); }
+    std::uint32_t heldModifiers() { return m_key.heldModifiers(); }
 
     /// Replaces the previous registration. A combination that another program holds never fires; state() tells it.
     void registerKey(std::uint32_t keyCode, std::uint32_t modifiers);

@@ -50,9 +50,9 @@ public:
 
     virtual State state() const = 0;
     /// What the key types without modifiers in the present layout. Empty if it types nothing.
-    virtual QString characters(std::uint32_t keyCode) const = 0;
+    virtual QString characters(std::uint32_t keyCode) = 0;
     /// The stored bits of the modifier keys that are down now, whatever the layout makes of them.
-    virtual std::uint32_t heldModifiers() const = 0;
+    virtual std::uint32_t heldModifiers() = 0;
 
     /// Called once per press. A key that is held down does not repeat.
     std::function<void()> onPressed;

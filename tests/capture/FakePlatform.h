@@ -208,8 +208,8 @@ public:
     }
 
     State state() const override { return present; }
-    std::uint32_t heldModifiers() const override { return held; }
-    QString characters(std::uint32_t keyCode) const override
+    std::uint32_t heldModifiers() override { return held; }
+    QString characters(std::uint32_t keyCode) override
     {
         const auto found = typed.find(keyCode);
         return found == typed.end() ? QString() : found->second;

@@ -79,21 +79,32 @@ void X11GlobalKey::release()
     updateGrabs();
 }
 
-QString X11GlobalKey::characters(std::uint32_t keyCode) const
+void X11GlobalKey::readEventsSoon()
 {
-    const auto keyboard = m_connection ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
+    QMetaObject::invokeMethod(this, &X11GlobalKey::readEvents, Qt::QueuedConnection);
+}
+
+std::optional<KeyboardMap> X11GlobalKey::tryReadKeyboard()
+{
+    readEventsSoon();
+    return m_connection ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
+}
+
+QString X11GlobalKey::characters(std::uint32_t keyCode)
+{
+    const auto keyboard = tryReadKeyboard();
     return keyboard ? keyboard->characters(m_connection->get(), keyCode) : QString();
 }
 
-std::uint32_t X11GlobalKey::heldModifiers() const
+std::uint32_t X11GlobalKey::heldModifiers()
 {
-    const auto keyboard = m_connection ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
+    const auto keyboard = tryReadKeyboard();
     return keyboard ? keyboard->storedModifiers(heldKeys(m_connection->get())) : 0;
 }
 
 void X11GlobalKey::readKeyboard()
 {
-    m_keyboard = m_combination ? KeyboardMap::tryRead(m_connection->get()) : std::nullopt;
+    m_keyboard = m_combination ? tryReadKeyboard() : std::nullopt;
     if (m_keyboard &&
         (m_keyboard->keyCodes(m_combination->keyCode).empty() || !m_keyboard->modifiers(m_combination->modifiers))) {
         m_keyboard.reset();
@@ -140,8 +151,6 @@ void X11GlobalKey::updateGrabs()
     } else if (!m_heldKeys) {
         m_heldKeys = std::make_unique<HeldKeys>(*m_connection);
     }
-    // Waiting for replies may have queued events, for which the socket does not become readable again.
-    QMetaObject::invokeMethod(this, &X11GlobalKey::readEvents, Qt::QueuedConnection);
     updateState();
 }
 
@@ -159,6 +168,7 @@ void X11GlobalKey::requestGrabs()
                                                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
         }
     }
+    readEventsSoon();
     m_isTaken = false;
     // One round trip: the first check waits for the answers to all requests.
     for (const auto request : requests) {

@@ -31,8 +31,8 @@ public:
     void grab(std::uint32_t keyCode, std::uint32_t modifiers) override;
     void release() override;
     State state() const override { return m_state; }
-    QString characters(std::uint32_t keyCode) const override;
-    std::uint32_t heldModifiers() const override;
+    QString characters(std::uint32_t keyCode) override;
+    std::uint32_t heldModifiers() override;
 
 private:
     struct Combination {
@@ -50,6 +50,9 @@ private:
 
     void selectEvents();
     void readEvents();
+    /// Waiting for a reply may have queued events, for which the socket does not become readable again.
+    void readEventsSoon();
+    std::optional<KeyboardMap> tryReadKeyboard();
     /// False if the event is an auto-repeat of a held key.
     bool registerPress(const xcb_generic_event_t& event);
     /// Grabs the combination on the present keyboard, and ends the grabs that it no longer needs.
