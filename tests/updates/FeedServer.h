@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ChildProcess.h"
+
+#include <QFile>
 #include <QHash>
-#include <QProcess>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QSslKey>
@@ -37,12 +39,12 @@ public:
     {
         openssl({"req", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-subj", "/CN=Quelto test",
                  "-keyout", "server.key", "-out", "server.csr"});
-        QFile extensions(path("extensions"));
+        QFile extensions(path("names.ext"));
         EXPECT_TRUE(extensions.open(QFile::WriteOnly));
         extensions.write(QByteArray("subjectAltName=") + names);
         extensions.close();
-        openssl({"x509", "-req", "-in", "server.csr", "-CA", "ca.crt", "-CAkey", "ca.key", "-CAcreateserial", "-days",
-                 "2", "-extfile", "extensions", "-out", "server.crt"});
+        openssl({"x509", "-req", "-in", "server.csr", "-CA", "ca.crt", "-CAkey", "ca.key", "-set_serial", "1", "-days",
+                 "2", "-extfile", "names.ext", "-out", "server.crt"});
         auto tls = QSslConfiguration::defaultConfiguration();
         tls.setLocalCertificate(QSslCertificate(read("server.crt")));
         tls.setPrivateKey(QSslKey(read("server.key"), QSsl::Ec));
@@ -60,17 +62,16 @@ private:
         return file.readAll();
     }
 
+    /// Arguments with a dot are files in the folder.
     void openssl(std::initializer_list<const char*> arguments) const
     {
         QStringList list;
         for (const auto* each : arguments) {
-            list.append(QLatin1String(each));
+            const auto argument = QLatin1String(each);
+            list.append(argument.contains(u'.') ? m_folder.filePath(argument) : argument);
         }
-        QProcess process;
-        process.setWorkingDirectory(m_folder.path());
-        process.start(QStringLiteral("openssl"), list);
-        EXPECT_TRUE(process.waitForFinished()) << "the program openssl is needed";
-        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+        pipewire::ChildProcess process(QStringLiteral("openssl"), list);
+        EXPECT_EQ(process.wait(), 0) << "the program openssl is needed";
     }
 
     QTemporaryDir m_folder;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/FreedesktopLoginItem.h"
 
+#include "ChildProcess.h"
+
 #include "base/language/L10n.h"
 #include "tests/base/disk/SmallDisk.h"
 #include "tests/base/files/UnprivilegedUser.h"
@@ -8,7 +10,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -191,12 +192,11 @@ TEST_F(FreedesktopLoginItemTest, ADesktopStartsTheProgramWhateverItsPathIs)
                 {.configFolders = {config}, .program = QFile::encodeName(program), .desktops = {}});
             EXPECT_TRUE(answer([&](auto reply) { item.setEnabled(true, std::move(reply)); }).isEnabled) << name;
         }
-        QProcess launcher;
-        launcher.start(QStringLiteral("gio"),
-                       {QStringLiteral("launch"), config + QStringLiteral("/autostart/app.quelto.Quelto.desktop")});
-        ASSERT_TRUE(launcher.waitForFinished()) << "the program gio is needed";
-        EXPECT_TRUE(test::waitFor([&] { return QFileInfo(program + QStringLiteral(".started")).size() > 0; }))
-            << name << launcher.readAllStandardError().constData();
+        pipewire::ChildProcess launcher(
+            QStringLiteral("gio"),
+            {QStringLiteral("launch"), config + QStringLiteral("/autostart/app.quelto.Quelto.desktop")});
+        EXPECT_EQ(launcher.wait(), 0) << "the program gio is needed";
+        EXPECT_TRUE(test::waitFor([&] { return QFileInfo(program + QStringLiteral(".started")).size() > 0; })) << name;
         EXPECT_EQ(contentsOf(program + QStringLiteral(".started")), QFile::encodeName(program) + "|0\n");
     }
 }
