@@ -27,6 +27,9 @@ T.RadioButton {
     // A click sets `checked`; this binds it to the selection again.
     onToggled: checked = Qt.binding(() => pill.isSelected)
     Accessible.name: text
+    // Qt's own actions would set `checked` without a click.
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
 
     contentItem: Text {
         text: pill.text

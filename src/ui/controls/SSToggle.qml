@@ -29,6 +29,9 @@ T.CheckBox {
     checked: isOn
     nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
     Accessible.name: text
+    // Qt's own actions would set `checked` without a click.
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
     Keys.forwardTo: [actionKeys]
     onClicked: flipped(!isOn)
 

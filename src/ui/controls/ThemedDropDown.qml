@@ -84,6 +84,7 @@ T.ComboBox {
     onActivated: index => pick(index)
     Accessible.name: name
     Accessible.description: shownText
+    Accessible.onPressAction: popup.visible ? popup.close() : popup.open()
     Keys.onPressed: event => event.accepted = control.handle(event)
     Keys.onReleased: event => event.accepted = control.isActionKey(event.key)
 

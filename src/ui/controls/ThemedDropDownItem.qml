@@ -25,6 +25,7 @@ T.ItemDelegate {
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: isSelected
+    Accessible.onPressAction: clicked()
 
     contentItem: Text {
         text: entry.text

@@ -26,6 +26,9 @@ T.RadioButton {
     // A click sets `checked`; this binds it to the selection again.
     onToggled: checked = Qt.binding(() => swatch.isSelected)
     Accessible.name: text
+    // Qt's own actions would set `checked` without a click.
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
     Keys.forwardTo: [actionKeys]
 
     ActionKeys {

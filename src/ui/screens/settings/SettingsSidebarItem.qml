@@ -28,6 +28,7 @@ T.TabButton {
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: active
+    Accessible.onPressAction: clicked()
     Keys.forwardTo: [actionKeys]
 
     ActionKeys {
