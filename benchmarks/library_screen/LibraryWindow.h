@@ -32,6 +32,7 @@ class NoPasteboard final : public Pasteboard {
 public:
     void setFile(const QString& /*path*/) override { }
     void setImage(const QImage& /*image*/) override { }
+    void setText(const QString& /*text*/) override { }
 };
 
 /// Selects Qt's software renderer, as on a machine without a GPU, and a window that needs no display. Call it before
