@@ -16,6 +16,7 @@ SettingRow {
     PillPicker {
         width: Math.min(implicitWidth, row.width)
         name: row.title
+        Accessible.description: row.subtitle
         options: row.options
         selection: row.selection
         labelOf: row.labelOf

@@ -122,6 +122,21 @@ TEST_F(SettingsControlsTest, ClipSettingsShowWhatTheyCost)
     EXPECT_NE(find(QAccessible::StaticText, QStringLiteral("Çıktı: 1280×720")), nullptr);
 }
 
+TEST_F(SettingsControlsTest, ScreenReadersGetTheExplanations)
+{
+    const auto descriptionOf = [&](QAccessible::Role role, const char* name) {
+        return QAccessible::queryAccessibleInterface(find(role, QString::fromUtf8(name)))
+            ->text(QAccessible::Description);
+    };
+    EXPECT_EQ(descriptionOf(QAccessible::Grouping, "Kalite"), QStringLiteral("Yüksek kalite = daha büyük dosya"));
+    EXPECT_EQ(descriptionOf(QAccessible::Button, "Klasörü Aç"), settings.saveFolder());
+    EXPECT_EQ(descriptionOf(QAccessible::Button, "Değiştir…"), settings.saveFolder());
+    EXPECT_NE(find(QAccessible::StaticText,
+                   QStringLiteral("Maç bitince bildirime tıklayıp klipleri incele: beğendiklerin kalır, diğerleri "
+                                  "Çöp Kutusu'na gider.")),
+              nullptr);
+}
+
 TEST_F(SettingsControlsTest, DisplayIsChosenFromTheMenu)
 {
     fakes.displays->displays.append({.id = 9, .name = QStringLiteral("DELL U2720Q"), .pixelSize = {2560, 1440}});

@@ -8,4 +8,6 @@ Text {
     wrapMode: Text.Wrap
     color: Theme.muted
     font.pixelSize: Theme.fontSize.caption
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
 }

@@ -24,12 +24,14 @@ SectionCard {
             compact: true
             filled: false
             text: L10n.TOnDesktop("Finder'da Aç")
+            Accessible.description: AppSettings.saveFolder
             onClicked: folder.open()
         }
 
         AccentButton {
             compact: true
             text: L10n.T("Değiştir…")
+            Accessible.description: AppSettings.saveFolder
             onClicked: folder.chooseFolder(card)
         }
     }

@@ -51,5 +51,6 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         width: row.width - x
         text: row.text
+        Accessible.ignored: true
     }
 }
