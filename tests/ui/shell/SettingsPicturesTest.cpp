@@ -50,5 +50,30 @@ INSTANTIATE_TEST_SUITE_P(Looks, SettingsPicturesTest,
                                          PageLook{"en", "sunset", {1920, 1080}}),
                          [](const auto& each) { return std::string(each.param.language); });
 
+class SettingsReadmePicturesTest : public SettingsFixture { };
+
+TEST_F(SettingsReadmePicturesTest, ShowTheTopAndSound)
+{
+    settings.setSaveFolder(QStringLiteral("/home/alex/Videos/Quelto"));
+    setLook({"en", "ember", {1240, 780}});
+    recorder->start();
+    time.settle();
+    // The page keeps its place for a moment after it was built again.
+    QTest::qWait(300);
+    EXPECT_FALSE(picture(QStringLiteral("readme-settings")).isNull());
+    auto* const sound = card("Audio");
+    ASSERT_NE(sound, nullptr);
+    auto* view = sound->parentItem();
+    while (view != nullptr && !view->inherits("QQuickFlickable")) {
+        view = view->parentItem();
+    }
+    ASSERT_NE(view, nullptr);
+    view->setProperty("contentY", view->property("contentY").toDouble() + topOf(sound) - 20);
+    fakes.audioServer->mic->emitTone(0.6F);
+    time.settle();
+    QTest::qWait(400);
+    EXPECT_FALSE(picture(QStringLiteral("readme-settings-sound")).isNull());
+}
+
 } // namespace
 } // namespace quelto::test
