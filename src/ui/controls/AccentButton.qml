@@ -38,6 +38,11 @@ T.AbstractButton {
     opacity: enabled || busy ? 1 : Theme.disabledOpacity
     Layout.fillWidth: !compact
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Keys.forwardTo: [actionKeys]
 
     ActionKeys {

@@ -30,8 +30,16 @@ T.CheckBox {
     nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
     Accessible.name: text
     // Qt's own actions would set `checked` without a click.
-    Accessible.onPressAction: clicked()
-    Accessible.onToggleAction: clicked()
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
+    Accessible.onToggleAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Keys.forwardTo: [actionKeys]
     onClicked: flipped(!isOn)
 

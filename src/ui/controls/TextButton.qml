@@ -18,6 +18,11 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Keys.forwardTo: [actionKeys]
 
     ActionKeys {

@@ -84,7 +84,11 @@ T.ComboBox {
     onActivated: index => pick(index)
     Accessible.name: name
     Accessible.description: shownText
-    Accessible.onPressAction: popup.visible ? popup.close() : popup.open()
+    // As by a click, the keys of the menu need the focus.
+    Accessible.onPressAction: {
+        forceActiveFocus(Qt.OtherFocusReason);
+        popup.visible ? popup.close() : popup.open();
+    }
     Keys.onPressed: event => event.accepted = control.handle(event)
     Keys.onReleased: event => event.accepted = control.isActionKey(event.key)
 

@@ -25,7 +25,11 @@ T.ItemDelegate {
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: isSelected
-    Accessible.onPressAction: clicked()
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
 
     contentItem: Text {
         text: entry.text

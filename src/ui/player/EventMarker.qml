@@ -24,6 +24,11 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     text: title + " • " + time
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Keys.forwardTo: [actionKeys]
 
     ActionKeys {

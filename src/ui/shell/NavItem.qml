@@ -24,6 +24,11 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     Accessible.name: count < 0 ? text : text + ", " + count
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Accessible.selectable: true
     Accessible.selected: active
     Keys.onReturnPressed: row.clicked()

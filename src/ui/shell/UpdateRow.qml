@@ -22,6 +22,11 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Keys.onReturnPressed: row.clicked()
     Keys.onEnterPressed: row.clicked()
 

@@ -15,6 +15,11 @@ T.AbstractButton {
     focusPolicy: Qt.NoFocus
     Accessible.role: Accessible.ButtonMenu
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
 
     contentItem: Item {
         SymbolIcon {

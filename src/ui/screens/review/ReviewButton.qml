@@ -30,6 +30,11 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.RadioButton
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Accessible.checkable: true
     Accessible.checked: active
     Keys.forwardTo: [actionKeys]

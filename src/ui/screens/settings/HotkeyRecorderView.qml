@@ -23,6 +23,11 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     text: recording ? L10n.T("Tuş kombinasyonuna basın…") : SaveShortcut.text
     Accessible.name: L10n.T("Klip kaydet kısayolu")
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Accessible.description: text
     Keys.forwardTo: [actionKeys]
     onClicked: recording ? recorder.stop() : recorder.start()

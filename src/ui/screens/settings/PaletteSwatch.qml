@@ -27,8 +27,16 @@ T.RadioButton {
     onToggled: checked = Qt.binding(() => swatch.isSelected)
     Accessible.name: text
     // Qt's own actions would set `checked` without a click.
-    Accessible.onPressAction: clicked()
-    Accessible.onToggleAction: clicked()
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
+    Accessible.onToggleAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Keys.forwardTo: [actionKeys]
 
     ActionKeys {

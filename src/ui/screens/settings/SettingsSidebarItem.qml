@@ -28,7 +28,11 @@ T.TabButton {
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: active
-    Accessible.onPressAction: clicked()
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Keys.forwardTo: [actionKeys]
 
     ActionKeys {
