@@ -106,10 +106,9 @@ class SettingsPageTest(window.WindowTest):
         return [item.name for item in items], [item.name for item in items if "selected" in item.states]
 
     def choose(self, name, entry):
-        """Chooses the entry of the drop-down menu with the pointer."""
+        """Chooses the entry of the drop-down menu."""
         self.open_menu(name)
-        self.wait_for_rest()
-        self.reader.click("list item", re.escape(entry))
+        self.press("list item", re.escape(entry))
         self.reader.wait_until_gone("list item", re.escape(entry))
 
     def shown(self, name):
