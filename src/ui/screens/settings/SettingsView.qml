@@ -14,8 +14,8 @@ FocusScope {
     readonly property real sidebarWidth: 196
     readonly property real topMargin: 38
     readonly property real widest: 900
-    // Lets the card of the last section scroll to the top.
-    readonly property real roomAtEnd: 420
+    // Lets the card of the last section scroll to the top, also in a high window.
+    readonly property real roomAtEnd: Math.max(420, view.height - general.height - column.spacing)
 
     focus: true
     Accessible.role: Accessible.Pane
