@@ -7,7 +7,7 @@ namespace quelto {
 
 /// The desktop's file manager.
 ///
-/// Thread: main; never blocks on the file manager.
+/// Thread: main; never blocks on the file manager or a disk.
 /// Errors: none. A file that cannot be shown is ignored.
 class FileManager {
 public:

@@ -3,11 +3,16 @@
 
 #include "FakeFileManager.h"
 
+#include "base/files/FileName.h"
+#include "tests/base/disk/HangingDisk.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -79,8 +84,52 @@ TEST_F(FreedesktopFileManagerTest, OpenFolderCreatesAMissingFolder)
     const QTemporaryDir folder;
     const auto path = folder.filePath(QStringLiteral("a b/clips"));
     m_files.openFolder(path);
-    EXPECT_TRUE(QDir(path).exists());
     EXPECT_EQ(waitForOpened(), QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+    EXPECT_TRUE(QDir(path).exists());
+}
+
+TEST_F(FreedesktopFileManagerTest, OpensFoldersWhoseNamesAreNotText)
+{
+    const QTemporaryDir folder;
+    const auto base = QFile::encodeName(folder.path());
+    const auto path = decodeFileName(base + "/a\xff [1]");
+    m_files.openFolder(path);
+    EXPECT_EQ(waitForOpened(), QString::fromLatin1("file://" + base + "/a%FF%20%5B1%5D"));
+    std::vector<std::string> names;
+    for (const auto& each : std::filesystem::directory_iterator(base.toStdString())) {
+        names.push_back(each.path().filename().string());
+    }
+    EXPECT_EQ(names, std::vector<std::string>{"a\xff [1]"});
+    QFile::remove(opened());
+    m_files.reveal(path + QStringLiteral("/clip.mp4"));
+    EXPECT_EQ(waitForOpened(), QString::fromLatin1("file://" + base + "/a%FF%20%5B1%5D"));
+    std::filesystem::remove_all((base + "/a\xff [1]").toStdString());
+}
+
+TEST_F(FreedesktopFileManagerTest, OpenFolderDoesNotWaitForADisk)
+{
+    test::HangingDisk disk;
+    if (!disk.isMounted()) {
+        GTEST_SKIP() << "needs root and FUSE to mount a disk";
+    }
+    const auto path = disk.path() + QStringLiteral("/clips");
+    m_files.openFolder(path);
+    QTest::qWait(100);
+    EXPECT_FALSE(QFile::exists(opened()));
+    disk.disconnect();
+    EXPECT_EQ(waitForOpened(), QUrl::fromLocalFile(path).toString());
+}
+
+TEST_F(FreedesktopFileManagerTest, CreatesTheFolderAlsoWhenItIsDestroyed)
+{
+    const QTemporaryDir folder;
+    {
+        FreedesktopFileManager other;
+        other.openFolder(folder.filePath(QStringLiteral("clips")));
+    }
+    EXPECT_TRUE(QDir(folder.filePath(QStringLiteral("clips"))).exists());
+    QTest::qWait(100);
+    EXPECT_FALSE(QFile::exists(opened()));
 }
 
 TEST_F(FreedesktopFileManagerTest, MayBeDestroyedDuringACall)
