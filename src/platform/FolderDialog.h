@@ -11,7 +11,7 @@ namespace quelto {
 
 /// The desktop's dialog in which the user chooses a folder or creates one.
 ///
-/// Thread: main; never blocks on the user.
+/// Thread: main; never blocks on the user or a disk.
 /// Errors: none. If no dialog can be shown, nothing happens.
 class FolderDialog {
 public:

@@ -15,6 +15,10 @@ namespace quelto {
 
 namespace {
 
+/// How long a disk may take to find the start folder: users press the button again if nothing happens for longer.
+constexpr std::chrono::seconds LookupTimeout{2};
+constexpr std::chrono::seconds LookupExitTimeout{1};
+
 /// The folder, or the nearest one above it that exists: the save folder does not before the first clip.
 QString existing(QString folder)
 {
@@ -41,7 +45,15 @@ FreedesktopFolderDialog::FreedesktopFolderDialog(const QDBusConnection& bus, std
 {
 }
 
-FreedesktopFolderDialog::~FreedesktopFolderDialog() = default;
+FreedesktopFolderDialog::~FreedesktopFolderDialog()
+{
+    if (m_lookup) {
+        m_lookup->detach();
+    }
+    if (m_queue) {
+        m_queue->finish(LookupExitTimeout);
+    }
+}
 
 void FreedesktopFolderDialog::choose(const Request& request, Reply reply)
 {
@@ -50,15 +62,37 @@ void FreedesktopFolderDialog::choose(const Request& request, Reply reply)
     }
     m_reply = std::move(reply);
     m_context = std::make_unique<QObject>();
-    auto adjusted = request;
-    adjusted.startFolder = existing(request.startFolder);
     if (request.parent != nullptr) {
         endWith(request.parent);
     }
+    lookUpStartFolder(request);
+}
+
+void FreedesktopFolderDialog::lookUpStartFolder(const Request& request)
+{
+    if (!m_queue) {
+        m_queue = std::make_unique<SerialQueue>(QStringLiteral("quelto.dialog"));
+    }
+    m_lookup = std::make_shared<DetachableQueue>(m_main);
+    m_queue->post([this, lookup = m_lookup, request] {
+        lookup->post([this, request, folder = existing(request.startFolder)] { open(request, folder); });
+    });
+    m_main.postAfter(LookupTimeout, [this, lookup = m_lookup, request] {
+        if (m_lookup == lookup) {
+            open(request, QDir::homePath());
+        }
+    });
+}
+
+void FreedesktopFolderDialog::open(Request request, const QString& startFolder)
+{
+    m_lookup->detach();
+    m_lookup.reset();
+    request.startFolder = startFolder;
     if (m_bus.isConnected()) {
-        openPortalDialog(adjusted);
+        openPortalDialog(request);
     } else {
-        openQtDialog(adjusted);
+        openQtDialog(request);
     }
 }
 
@@ -114,6 +148,10 @@ void FreedesktopFolderDialog::confirm(const QString& path)
 void FreedesktopFolderDialog::end()
 {
     m_reply = nullptr;
+    if (m_lookup) {
+        m_lookup->detach();
+        m_lookup.reset();
+    }
     deleteLater(m_portalDialog);
     if (m_qtDialog) {
         m_qtDialog->hide();

@@ -4,6 +4,7 @@
 #include "FakePortal.h"
 
 #include "base/files/FileName.h"
+#include "tests/base/disk/HangingDisk.h"
 
 #include <QApplication>
 #include <QDir>
@@ -64,6 +65,28 @@ protected:
     FreedesktopFolderDialog dialog;
 };
 
+class FolderDialogOnHangingDiskTest : public FreedesktopFolderDialogTest {
+protected:
+    void SetUp() override
+    {
+        FreedesktopFolderDialogTest::SetUp();
+        if (!IsSkipped() && !disk.isMounted()) {
+            GTEST_SKIP() << "needs root and FUSE to mount a disk";
+        }
+    }
+    // A hanging look-up would delay the dialog's destructor.
+    void TearDown() override { disk.disconnect(); }
+
+    void chooseOnDisk(QWindow* parent = nullptr)
+    {
+        dialog.choose({.startFolder = disk.path() + QStringLiteral("/clips"), .parent = parent},
+                      [this](const QString& path) { chosen.append(path); });
+    }
+    QByteArray startFolder() const { return portal->options.value(QStringLiteral("current_folder")).toByteArray(); }
+
+    test::HangingDisk disk;
+};
+
 TEST_F(FreedesktopFolderDialogTest, AsksThePortalForAFolder)
 {
     chooseWithPortal();
@@ -104,6 +127,52 @@ TEST_F(FreedesktopFolderDialogTest, StartsInTheNearestFolderThatExists)
     ASSERT_TRUE(QTest::qWaitFor([&] { return portal->dialogs == 2; }));
     EXPECT_EQ(portal->options.value(QStringLiteral("current_folder")).toByteArray(), encodeFileName(name) + '\0');
     EXPECT_EQ(::rmdir(encodeFileName(name).constData()), 0);
+}
+
+TEST_F(FolderDialogOnHangingDiskTest, StartsInTheHomeFolder)
+{
+    chooseOnDisk();
+    choose(dialog);
+    QTest::qWait(100);
+    EXPECT_EQ(portal->dialogs, 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return portal->dialogs == 1; }));
+    EXPECT_EQ(startFolder(), QFile::encodeName(QDir::homePath()) + '\0');
+    // The late result opens no second dialog.
+    disk.disconnect();
+    QTest::qWait(200);
+    EXPECT_EQ(portal->dialogs, 1);
+    portal->respond(0, {QStringLiteral("file:///a")});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return chosen == QStringList{QStringLiteral("/a")}; }));
+}
+
+TEST_F(FolderDialogOnHangingDiskTest, OpensNothingForAWindowThatIsGone)
+{
+    auto window = std::make_unique<QWindow>();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    chooseOnDisk(window.get());
+    window->hide();
+    window->show();
+    chooseOnDisk(window.get());
+    window.reset();
+    disk.disconnect();
+    QTest::qWait(200);
+    EXPECT_EQ(portal->dialogs, 0);
+    choose(dialog);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return portal->dialogs == 1; }));
+    EXPECT_EQ(startFolder(), QFile::encodeName(folder.path()) + '\0');
+    QTest::qWait(2200);
+    EXPECT_EQ(portal->dialogs, 1) << "the time limits of ended dialogs open nothing";
+}
+
+TEST_F(FolderDialogOnHangingDiskTest, OpensNothingAfterItsDestruction)
+{
+    auto other = std::make_unique<FreedesktopFolderDialog>();
+    other->choose({.startFolder = disk.path() + QStringLiteral("/clips")}, [](const QString&) {});
+    disk.disconnect();
+    other.reset();
+    QTest::qWait(200);
+    EXPECT_EQ(portal->dialogs, 0);
 }
 
 TEST_F(FreedesktopFolderDialogTest, ACancelledDialogHasNoAnswer)
