@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/AutostartEntry.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QStandardPaths>
 
 #include <glib.h>
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <memory>
+#include <system_error>
+#include <unistd.h>
 
 namespace quelto {
 
@@ -25,12 +28,20 @@ struct FreeGlib {
 };
 using EntryFile = std::unique_ptr<GKeyFile, FreeGlib>;
 
+/// Returns whether the file has all of the contents.
+bool load(const EntryFile& file, const QByteArray& contents)
+{
+    return g_key_file_load_from_data(
+               file.get(), contents.constData(), static_cast<gsize>(contents.size()),
+               static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS), nullptr) != FALSE &&
+        // GLib drops what follows in the line.
+        !contents.contains('\0');
+}
+
 EntryFile parse(const QByteArray& contents)
 {
     EntryFile file(g_key_file_new());
-    g_key_file_load_from_data(file.get(), contents.constData(), static_cast<gsize>(contents.size()),
-                              static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS),
-                              nullptr);
+    load(file, contents);
     return file;
 }
 
@@ -66,20 +77,51 @@ std::optional<bool> names(const EntryFile& file, const char* key, const QByteArr
         desktops, [&](const QByteArray& desktop) { return g_strv_contains(list.get(), desktop.constData()) != FALSE; });
 }
 
-bool isInstalled(const QByteArray& program)
+/// The path of a program that the desktop can start; empty if there is none.
+QByteArray installed(const QByteArray& program)
 {
-    const auto name = QFile::decodeName(program);
-    return name.startsWith(u'/') ? QFileInfo(name).isExecutable() : !QStandardPaths::findExecutable(name).isEmpty();
+    if (program.startsWith('/')) {
+        return ::access(program.constData(), X_OK) == 0 ? program : QByteArray();
+    }
+    return QFile::encodeName(QStandardPaths::findExecutable(QFile::decodeName(program)));
+}
+
+/// The words of the command; none if it is invalid.
+QByteArrayList wordsOf(const QByteArray& command)
+{
+    char** words = nullptr;
+    if (g_shell_parse_argv(command.constData(), nullptr, &words, nullptr) == FALSE) {
+        return {};
+    }
+    const std::unique_ptr<char*, FreeGlib> list(words);
+    QByteArrayList result;
+    for (char** word = words; *word != nullptr; ++word) {
+        result.append(*word);
+    }
+    return result;
 }
 
 bool startsAProgram(const QByteArray& command)
 {
-    char** words = nullptr;
-    if (g_shell_parse_argv(command.constData(), nullptr, &words, nullptr) == FALSE) {
-        return false;
+    const auto words = wordsOf(command);
+    return !words.isEmpty() && !installed(words.first()).isEmpty();
+}
+
+/// Whether the command starts this program, by any of its names, also with environment variables.
+bool starts(const QByteArray& command, const QByteArray& program)
+{
+    auto words = wordsOf(command);
+    if (!words.isEmpty() && (words.first() == "env" || words.first() == "/usr/bin/env")) {
+        do {
+            words.removeFirst();
+        } while (!words.isEmpty() && words.first().contains('='));
+        if (!words.isEmpty()) {
+            words.first().replace("%%", "%");
+        }
     }
-    const std::unique_ptr<char*, FreeGlib> list(words);
-    return isInstalled(words[0]);
+    std::error_code ignored;
+    return !words.isEmpty() &&
+        std::filesystem::equivalent(installed(words.first()).toStdString(), program.toStdString(), ignored);
 }
 
 /// The word as the key Exec has it, before the file's own escapes.
@@ -131,7 +173,12 @@ bool AutostartEntry::isEnabled() const
         std::ranges::all_of(EnabledKeys, [&](const char* key) { return flag(file, key, true); }) &&
         names(file, G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN, m_desktops).value_or(true) &&
         !names(file, G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN, m_desktops).value_or(false) &&
-        (tryExec.isEmpty() || isInstalled(tryExec)) && startsAProgram(text(file, G_KEY_FILE_DESKTOP_KEY_EXEC));
+        (tryExec.isEmpty() || !installed(tryExec).isEmpty()) && startsAProgram(text(file, G_KEY_FILE_DESKTOP_KEY_EXEC));
+}
+
+bool AutostartEntry::isDamaged() const
+{
+    return !load(EntryFile(g_key_file_new()), m_contents);
 }
 
 QByteArray AutostartEntry::enabled(const QByteArray& program) const
@@ -142,7 +189,9 @@ QByteArray AutostartEntry::enabled(const QByteArray& program) const
         g_key_file_set_string(file.get(), Group, G_KEY_FILE_DESKTOP_KEY_ICON, "app.quelto.Quelto");
     }
     g_key_file_set_string(file.get(), Group, G_KEY_FILE_DESKTOP_KEY_TYPE, G_KEY_FILE_DESKTOP_TYPE_APPLICATION);
-    g_key_file_set_string(file.get(), Group, G_KEY_FILE_DESKTOP_KEY_EXEC, commandFor(program).constData());
+    if (!starts(text(file, G_KEY_FILE_DESKTOP_KEY_EXEC), program)) {
+        g_key_file_set_string(file.get(), Group, G_KEY_FILE_DESKTOP_KEY_EXEC, commandFor(program).constData());
+    }
     remove(file, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
     remove(file, G_KEY_FILE_DESKTOP_KEY_HIDDEN);
     std::ranges::for_each(EnabledKeys, [&](const char* key) { remove(file, key); });

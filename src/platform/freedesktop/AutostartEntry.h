@@ -7,7 +7,8 @@
 namespace quelto {
 
 /// The contents of a desktop entry that starts a program at login. Keys that are none of our business stay as they are,
-/// also comments and translations. Contents that are no desktop entry count as an empty one.
+/// also comments and translations. Damaged contents count up to the damage, and contents that are no desktop entry as
+/// an empty one.
 ///
 /// Thread: any.
 class AutostartEntry {
@@ -17,7 +18,10 @@ public:
 
     /// Whether the desktop starts the program at login.
     bool isEnabled() const;
-    /// An entry that starts the program, whatever switched this one off before.
+    /// Whether enabled() and disabled() lose some of the contents.
+    bool isDamaged() const;
+    /// An entry that starts the program, whatever switched this one off before. Keeps a command that starts the program
+    /// with arguments of the user.
     QByteArray enabled(const QByteArray& program) const;
     QByteArray disabled() const;
 

@@ -29,25 +29,67 @@ QString entryIn(const QString& configFolder)
     return configFolder + QStringLiteral("/autostart/app.quelto.Quelto.desktop");
 }
 
-/// The contents of the file that the desktop reads: of several the user's. Empty if there is none.
-QByteArray readEntry(const QStringList& configFolders)
+struct StoredEntry {
+    AutostartEntry entry;
+    /// Whether a change of the entry loses something that the user's file has.
+    bool needsBackup = false;
+};
+
+/// The lines that are not cut off.
+QByteArray wholeLines(const QByteArray& contents)
 {
-    for (const auto& folder : configFolders) {
+    return contents.size() < MaxSize ? contents : contents.left(contents.lastIndexOf('\n') + 1);
+}
+
+/// The entry that the desktop reads: of several the user's. An empty one if there is none.
+StoredEntry readEntry(const FreedesktopLoginItem::Options& options)
+{
+    bool isUnreadable = false;
+    for (const auto& folder : options.configFolders) {
+        const bool isOfUser = folder == options.configFolders.first();
         QFile file(entryIn(folder));
         // A pipe would block.
-        if (QFileInfo(file).isFile() && file.open(QFile::ReadOnly)) {
-            return file.read(MaxSize);
+        if (!QFileInfo(file).isFile()) {
+            continue;
         }
+        if (file.open(QFile::ReadOnly)) {
+            const auto contents = file.read(MaxSize);
+            const AutostartEntry entry(wholeLines(contents), options.desktops);
+            return {.entry = entry,
+                    .needsBackup = isUnreadable || (isOfUser && (contents.size() == MaxSize || entry.isDamaged()))};
+        }
+        isUnreadable = isUnreadable || isOfUser;
     }
-    return {};
+    return {.entry = AutostartEntry({}, options.desktops), .needsBackup = isUnreadable};
 }
 
 bool readsAsEnabled(const FreedesktopLoginItem::Options& options)
 {
-    return AutostartEntry(readEntry(options.configFolders), options.desktops).isEnabled();
+    return readEntry(options).entry.isEnabled();
 }
 
-void write(const QString& path, const QByteArray& contents)
+/// Gives the file a second name that is free. Desktops read files with the ending ".desktop" only.
+void backUp(const std::string& path)
+{
+    for (int number = 1;; ++number) {
+        const auto backup = path + ".damaged" + (number == 1 ? std::string() : '-' + std::to_string(number));
+        std::error_code error;
+        std::filesystem::create_hard_link(path, backup, error);
+        if (error == std::errc::operation_not_permitted || error == std::errc::operation_not_supported) {
+            // The disk has no links, or the file belongs to somebody else.
+            std::filesystem::rename(path, backup);
+            return;
+        }
+        if (error != std::errc::file_exists) {
+            if (error) {
+                throw std::system_error(error);
+            }
+            return;
+        }
+    }
+}
+
+void write(const QString& path, const QByteArray& contents, bool needsBackup)
 {
     // The file that a link points to, and not the link, is replaced.
     const QFileInfo link(path);
@@ -56,17 +98,21 @@ void write(const QString& path, const QByteArray& contents)
     AtomicFile file(target.path());
     file.write(std::as_bytes(std::span(contents)));
     file.flush();
+    if (needsBackup) {
+        backUp(encodeFileName(target.filePath()).toStdString());
+    }
     file.publish(target.fileName());
 }
 
 void change(const FreedesktopLoginItem::Options& options, bool isEnabled)
 {
-    const AutostartEntry entry(readEntry(options.configFolders), options.desktops);
+    const auto [entry, needsBackup] = readEntry(options);
+    const auto path = entryIn(options.configFolders.first());
     if (isEnabled) {
-        write(entryIn(options.configFolders.first()), entry.enabled(options.program));
+        write(path, entry.enabled(options.program), needsBackup);
     } else if (entry.isEnabled()) {
         // Not removed: the file may have settings of the user, or hide one of the system.
-        write(entryIn(options.configFolders.first()), entry.disabled());
+        write(path, entry.disabled(), needsBackup);
     }
 }
 

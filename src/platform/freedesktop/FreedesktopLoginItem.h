@@ -16,7 +16,8 @@ namespace quelto {
 /// An entry in the user's folder of programs that the desktop starts at login.
 ///
 /// An entry that the desktop has switched off reads as off, and switching on mends it. The file is replaced as a whole,
-/// so a failure leaves it as it was. The destructor waits for requested changes, for at most three seconds.
+/// so a failure leaves it as it was. A file that cannot be read as a whole stays beside it, with the ending ".damaged".
+/// The destructor waits for requested changes, for at most three seconds.
 class FreedesktopLoginItem final : public LoginItem {
 public:
     struct Options {

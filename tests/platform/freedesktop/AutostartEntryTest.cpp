@@ -68,6 +68,37 @@ TEST(AutostartEntryTest, KeepsWhatTheUserWrote)
     EXPECT_EQ(off.enabled(Program), after);
 }
 
+TEST(AutostartEntryTest, KeepsACommandThatStartsTheProgram)
+{
+    for (const QByteArray command :
+         {"/bin/sh", "/bin/sh --flag", "\"/bin/sh\" --quiet %u", "sh --flag", "/bin/../bin/sh --flag",
+          "env LANG=de /bin/sh --flag", "/usr/bin/env A=1 B=2 sh", "/usr/bin/env /bin/sh"}) {
+        const QByteArray before = "[Desktop Entry]\nType=Application\nName=Quelto\nExec=" + command + "\n";
+        EXPECT_EQ(enabled(before + "Hidden=true\n"), before);
+    }
+    for (const QByteArray command :
+         {"/bin/cat --flag", "/bin/sh 'unfinished", "env LANG=de", "env", "", "/bin", "env A=1 /bin/cat /bin/sh"}) {
+        const QByteArray before = "[Desktop Entry]\nType=Application\nName=Quelto\nExec=" + command + "\n";
+        EXPECT_EQ(enabled(before), entry({})) << command.constData();
+    }
+}
+
+TEST(AutostartEntryTest, TellsWhichContentsItCannotKeep)
+{
+    const auto isDamaged = [](const QByteArray& contents) { return AutostartEntry(contents, {}).isDamaged(); };
+    for (const QByteArray contents : {"", "\n", "# a comment\n", "[Desktop Entry]\n", "[Other]\nkey=value\n"}) {
+        EXPECT_FALSE(isDamaged(contents)) << contents.constData();
+    }
+    EXPECT_FALSE(isDamaged(entry("Exec=\"/bin/sh\nHidden=maybe\nX-Mine=\xff\n")));
+    for (const QByteArray contents : {"garbage", "key=value\n", "\xff\xfe", "\xef\xbb\xbf[Desktop Entry]garbage\n"}) {
+        EXPECT_TRUE(isDamaged(contents)) << contents.constData();
+    }
+    EXPECT_TRUE(isDamaged(entry("no key\nX-Mine=1\n")));
+    EXPECT_TRUE(isDamaged(entry("Encoding=Latin-9\n")));
+    EXPECT_TRUE(isDamaged(entry(QByteArray("X-Mine=a\0b\n", 11))));
+    EXPECT_TRUE(isDamaged(QByteArray(1, '\0')));
+}
+
 TEST(AutostartEntryTest, QuotesTheProgram)
 {
     const auto command = [](const char* program) { return AutostartEntry::commandFor(program).toStdString(); };

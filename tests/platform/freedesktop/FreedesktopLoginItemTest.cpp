@@ -113,6 +113,55 @@ TEST_F(FreedesktopLoginItemTest, ReplacesTheFileThatALinkPointsTo)
     EXPECT_TRUE(contentsOf(path("dotfiles/quelto")).contains("Exec=/bin/sh\n"));
 }
 
+TEST_F(FreedesktopLoginItemTest, KeepsDamagedAndOversizedFiles)
+{
+    const auto on = QByteArray("[Desktop Entry]\nType=Application\nName=Quelto\nExec=/bin/sh\n");
+    const auto damaged = on + "no key\nX-Mine=1\n";
+    write(entry(), damaged);
+    EXPECT_FALSE(setEnabled(false).isEnabled);
+    EXPECT_EQ(contentsOf(entry() + QStringLiteral(".damaged")), damaged);
+    EXPECT_TRUE(setEnabled(true).isEnabled);
+    EXPECT_EQ(filesIn(path("config/autostart")).size(), 2) << "the new file is not damaged";
+    const auto oversized = on + QByteArray("X-Mine=value\n").repeated(100'000) + "X-Last=1\n";
+    write(entry(), oversized);
+    EXPECT_TRUE(setEnabled(true).isEnabled);
+    EXPECT_EQ(contentsOf(entry() + QStringLiteral(".damaged-2")), oversized);
+    EXPECT_EQ(contentsOf(entry() + QStringLiteral(".damaged")), damaged);
+    EXPECT_EQ(filesIn(path("config/autostart")).size(), 3);
+}
+
+TEST_F(FreedesktopLoginItemTest, KeepsADamagedFileThatALinkPointsTo)
+{
+    write(path("dotfiles/quelto"), "garbage");
+    QDir().mkpath(path("config/autostart"));
+    ASSERT_TRUE(QFile::link(path("dotfiles/quelto"), entry()));
+    EXPECT_TRUE(setEnabled(true).isEnabled);
+    EXPECT_TRUE(QFileInfo(entry()).isSymLink());
+    EXPECT_EQ(contentsOf(path("dotfiles/quelto.damaged")), "garbage");
+}
+
+TEST_F(FreedesktopLoginItemTest, LeavesADamagedFileOfTheSystemAlone)
+{
+    write(path("system/autostart/app.quelto.Quelto.desktop"), "garbage");
+    EXPECT_TRUE(setEnabled(true).isEnabled);
+    EXPECT_EQ(filesIn(path("config/autostart")), QStringList{QStringLiteral("app.quelto.Quelto.desktop")});
+    EXPECT_EQ(filesIn(path("system/autostart")), QStringList{QStringLiteral("app.quelto.Quelto.desktop")});
+}
+
+TEST_F(FreedesktopLoginItemTest, KeepsAFileThatItMayNotRead)
+{
+    write(entry(), "[Desktop Entry]\nX-Mine=1\n");
+    ASSERT_EQ(::chmod(QFile::encodeName(entry()).constData(), 0200), 0);
+    for (const auto* folder : {"", "config", "config/autostart"}) {
+        ASSERT_EQ(::chmod(QFile::encodeName(path(folder)).constData(), 0777), 0);
+    }
+    {
+        const test::UnprivilegedUser user;
+        EXPECT_TRUE(setEnabled(true).isEnabled);
+    }
+    EXPECT_EQ(contentsOf(entry() + QStringLiteral(".damaged")), "[Desktop Entry]\nX-Mine=1\n");
+}
+
 TEST_F(FreedesktopLoginItemTest, DoesNotReadAPipe)
 {
     QDir().mkpath(path("config/autostart"));
