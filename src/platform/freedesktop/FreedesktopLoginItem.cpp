@@ -151,12 +151,29 @@ QString failureText(int code, const QString& configFolder)
     }
 }
 
+/// The AppImage that has this program; empty if it is not in one. A program that an AppImage starts inherits the
+/// variables, so the program must also be in the folder where that AppImage is mounted.
+QByteArray appImageOf(const QByteArray& program)
+{
+    const auto image = qgetenv("APPIMAGE");
+    const auto folder = qgetenv("APPDIR");
+    std::error_code ignored;
+    const auto mounted = std::filesystem::canonical(folder.toStdString(), ignored).string();
+    const bool isInside = !mounted.empty() && program.startsWith(QByteArray::fromStdString(mounted) + '/');
+    const bool isFile = image.startsWith('/') && std::filesystem::is_regular_file(image.toStdString(), ignored);
+    return isInside && isFile ? image : QByteArray();
+}
+
 } // namespace
 
 FreedesktopLoginItem::Options FreedesktopLoginItem::ofThisProgram()
 {
     QByteArray program(PATH_MAX, Qt::Uninitialized);
     program.truncate(std::max<ssize_t>(0, ::readlink("/proc/self/exe", program.data(), PATH_MAX)));
+    // The program's own path in an AppImage exists only while it runs.
+    if (const auto image = appImageOf(program); !image.isEmpty()) {
+        program = image;
+    }
     return {.configFolders = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation),
             .program = program,
             .desktops = qgetenv("XDG_CURRENT_DESKTOP").split(':')};

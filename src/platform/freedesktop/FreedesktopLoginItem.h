@@ -28,7 +28,8 @@ public:
         /// As in XDG_CURRENT_DESKTOP.
         QByteArrayList desktops;
     };
-    /// This program on this desktop. Asked for at the start of the program, because an upgrade moves its file.
+    /// This program, or the AppImage that has it, on this desktop. Asked for at the start of the program, because an
+    /// upgrade moves its file.
     static Options ofThisProgram();
 
     explicit FreedesktopLoginItem(Options options = ofThisProgram());

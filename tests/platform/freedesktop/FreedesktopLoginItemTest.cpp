@@ -269,5 +269,32 @@ TEST_F(FreedesktopLoginItemTest, StartsThisProgram)
     EXPECT_FALSE(options.configFolders.isEmpty());
 }
 
+TEST_F(FreedesktopLoginItemTest, StartsTheAppImageThatHasThisProgram)
+{
+    const auto program = QFile::encodeName(QCoreApplication::applicationFilePath());
+    const auto inFolder = QFile::encodeName(QCoreApplication::applicationDirPath());
+    const auto image = QFile::encodeName(path("Quelto 1.0.AppImage"));
+    write(path("Quelto 1.0.AppImage"), "an image");
+    const auto programIn = [](const QByteArray& appImage, const QByteArray& appDir) {
+        qputenv("APPIMAGE", appImage);
+        qputenv("APPDIR", appDir);
+        return FreedesktopLoginItem::ofThisProgram().program;
+    };
+    EXPECT_EQ(programIn(image, inFolder), image);
+    EXPECT_EQ(programIn(image, inFolder + "/../"), image);
+    const auto elsewhere = QFile::encodeName(m_folder.path());
+    for (const QByteArray& folder : {elsewhere, inFolder + "/none", program.chopped(1), QByteArray()}) {
+        EXPECT_EQ(programIn(image, folder), program) << folder.constData();
+    }
+    const auto current = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(m_folder.path()));
+    for (const QByteArray& file : {QByteArray("Quelto 1.0.AppImage"), elsewhere, image + "2", QByteArray()}) {
+        EXPECT_EQ(programIn(file, inFolder), program) << file.constData();
+    }
+    QDir::setCurrent(current);
+    qunsetenv("APPIMAGE");
+    qunsetenv("APPDIR");
+}
+
 } // namespace
 } // namespace quelto
