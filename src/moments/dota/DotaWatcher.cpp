@@ -32,13 +32,26 @@ void DotaWatcher::refreshInstallState()
 
 void DotaWatcher::install()
 {
+    if (m_isInstalling) {
+        return;
+    }
+    m_isInstalling = true;
+    Q_EMIT installationChanged();
     postToQueue([this] {
         const auto result = m_config.install();
         reply([this, result, state = m_config.installState()] {
             setInstallState(state);
-            Q_EMIT installed(result.written, result.failed);
+            finishInstallation(result);
         });
     });
+}
+
+void DotaWatcher::finishInstallation(const DotaConfig::InstallResult& result)
+{
+    m_isInstalling = false;
+    m_hasInstallFailed = result.failed > 0;
+    Q_EMIT installationChanged();
+    Q_EMIT installed(result.written, result.failed);
 }
 
 void DotaWatcher::open()
@@ -108,6 +121,10 @@ void DotaWatcher::updateTimer()
 
 void DotaWatcher::setInstallState(InstallState state)
 {
+    // No folder is left that could not be written.
+    if (state != InstallState::NotInstalled && std::exchange(m_hasInstallFailed, false)) {
+        Q_EMIT installationChanged();
+    }
     if (std::exchange(m_installState, state) != state) {
         Q_EMIT installStateChanged();
     }

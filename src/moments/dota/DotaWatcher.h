@@ -39,17 +39,23 @@ public:
 
     QString hero() const { return character(); }
     InstallState installState() const { return m_installState; }
+    /// Whether install() is at work.
+    bool isInstalling() const noexcept { return m_isInstalling; }
+    /// Whether the last install() could not write every file, and none of it has been put right since.
+    bool hasInstallFailed() const noexcept { return m_hasInstallFailed; }
     QString listenerError() const { return m_listenerError; }
     const DotaConfig& config() const { return m_config; }
 
     /// Reads the disk again, in the background. Also works while the watcher is stopped.
     Q_INVOKABLE void refreshInstallState();
     /// Writes the file for every Dota 2, in the background, and emits installed(). Also works while the watcher is
-    /// stopped.
+    /// stopped. Does nothing while it is being written.
     Q_INVOKABLE void install();
 
 Q_SIGNALS:
     void installStateChanged();
+    /// Emitted when isInstalling() or hasInstallFailed() changes.
+    void installationChanged();
     /// Emitted after each install(), with the numbers of Dota 2 installations; installState() is up to date.
     void installed(int written, int failed);
     void listenerErrorChanged();
@@ -65,11 +71,14 @@ private:
     void updateTimer();
 
     void setInstallState(InstallState state);
+    void finishInstallation(const DotaConfig::InstallResult& result);
     void setListenerError(const QString& text);
 
     const DotaConfig m_config;
     const quint16 m_port;
     InstallState m_installState = InstallState::NotFound;
+    bool m_isInstalling = false;
+    bool m_hasInstallFailed = false;
     QString m_listenerError;
 
     // Used on the watcher's queue only.

@@ -271,6 +271,11 @@ TEST_F(SettingsAutoClipTest, AFailedInstallationStaysExplainedInTheRow)
     click(InstallButton);
     EXPECT_TRUE(waitForText(QStringLiteral("Dosya yazılamadı. Dota 2 klasörüne yazma izni verip yeniden deneyin.")));
     EXPECT_TRUE(hasItem(InstallButton));
+    // Another language builds the page again.
+    window->close();
+    showCards(QStringLiteral("AutoClipCard {}"), "en", "ember");
+    EXPECT_TRUE(
+        waitForText(QStringLiteral("Couldn't write the file. Allow writing to the Dota 2 folder and try again.")));
 }
 
 TEST_F(SettingsAutoClipTest, TheSwitchGetsTheFocusOfTheButtonThatDisappears)

@@ -5,6 +5,23 @@
 #include "ui/screens/settings/SettingsPageForQml.h"
 
 namespace quelto {
+namespace {
+
+QString installationText(int written, int failed)
+{
+    if (written > 0 && failed > 0) {
+        return T("Kurulan Steam kütüphanesi: {0}, yazılamayan: {1}", written, failed);
+    }
+    if (written > 0) {
+        return T("Entegrasyon kuruldu • Steam kütüphanesi: {0}", written);
+    }
+    if (failed > 0) {
+        return T("Dosya yazılamadı. Dota 2 klasörüne yazma izni verip yeniden deneyin.");
+    }
+    return T("Dota 2 bulunamadı (Steam kütüphanesi bağlı mı?)");
+}
+
+} // namespace
 
 DotaSetup::DotaSetup(QObject* parent)
     : DotaSetup({.watcher = *DotaWatcherForQml::instance,
@@ -20,39 +37,29 @@ DotaSetup::DotaSetup(const Dependencies& dependencies, QObject* parent)
 {
     auto& watcher = m_dependencies.watcher;
     connect(&watcher, &DotaWatcher::installStateChanged, this, &DotaSetup::changed);
-    connect(&watcher, &DotaWatcher::installed, this, &DotaSetup::finish);
+    connect(&watcher, &DotaWatcher::installationChanged, this, &DotaSetup::changed);
     watcher.refreshInstallState();
 }
 
 void DotaSetup::install()
 {
-    if (!m_isInstalling) {
-        m_isInstalling = true;
-        Q_EMIT changed();
-        m_dependencies.watcher.install();
+    auto& watcher = m_dependencies.watcher;
+    if (watcher.isInstalling()) {
+        return;
     }
+    // The navigation lives longer than the page: the result is reported also when the page is gone.
+    auto& navigation = m_dependencies.navigation;
+    connect(
+        &watcher, &DotaWatcher::installed, &navigation,
+        [&navigation](int written, int failed) { navigation.showToast(installationText(written, failed)); },
+        Qt::SingleShotConnection);
+    watcher.install();
 }
 
 void DotaSetup::copyLaunchOption()
 {
     m_dependencies.pasteboard.setText(launchOption);
     m_dependencies.navigation.showToast(T("Kopyalandı: Steam › Dota 2 › Özellikler › Başlatma Seçenekleri"));
-}
-
-void DotaSetup::finish(int written, int failed)
-{
-    m_isInstalling = false;
-    m_problem = failed > 0 ? T("Dosya yazılamadı. Dota 2 klasörüne yazma izni verip yeniden deneyin.") : QString();
-    Q_EMIT changed();
-    QString result = m_problem;
-    if (written > 0 && failed > 0) {
-        result = T("Kurulan Steam kütüphanesi: {0}, yazılamayan: {1}", written, failed);
-    } else if (written > 0) {
-        result = T("Entegrasyon kuruldu • Steam kütüphanesi: {0}", written);
-    } else if (failed == 0) {
-        result = T("Dota 2 bulunamadı (Steam kütüphanesi bağlı mı?)");
-    }
-    m_dependencies.navigation.showToast(result);
 }
 
 } // namespace quelto

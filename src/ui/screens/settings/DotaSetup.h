@@ -23,8 +23,8 @@ class DotaSetup : public QObject {
     Q_PROPERTY(bool isInstalled READ isInstalled NOTIFY changed)
     /// Whether the file is being written.
     Q_PROPERTY(bool isInstalling READ isInstalling NOTIFY changed)
-    /// Why the file could not be written, and what to do; empty after a success.
-    Q_PROPERTY(QString problem READ problem NOTIFY changed)
+    /// Whether the last installation could not write every file.
+    Q_PROPERTY(bool hasFailed READ hasFailed NOTIFY changed)
 
 public:
     static inline const QString launchOption = QStringLiteral("-gamestateintegration");
@@ -42,11 +42,11 @@ public:
 
     bool isGameFound() const { return m_dependencies.watcher.installState() != DotaWatcher::InstallState::NotFound; }
     bool isInstalled() const { return m_dependencies.watcher.installState() == DotaWatcher::InstallState::Installed; }
-    bool isInstalling() const { return m_isInstalling; }
-    QString problem() const { return m_problem; }
+    bool isInstalling() const { return m_dependencies.watcher.isInstalling(); }
+    bool hasFailed() const { return m_dependencies.watcher.hasInstallFailed(); }
 
-    /// Writes the file for each Dota 2, in the background. A toast reports the result. Does nothing while it is being
-    /// written.
+    /// Writes the file for each Dota 2, in the background. A toast reports the result, also when this object is gone by
+    /// then. Does nothing while it is being written.
     Q_INVOKABLE void install();
     /// Copies the launch option to the clipboard. A toast says where it belongs.
     Q_INVOKABLE void copyLaunchOption();
@@ -55,11 +55,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void finish(int written, int failed);
-
     Dependencies m_dependencies;
-    bool m_isInstalling = false;
-    QString m_problem;
 };
 
 } // namespace quelto

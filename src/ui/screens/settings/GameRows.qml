@@ -35,7 +35,12 @@ Column {
         isOn: AppSettings.autoClipDota
         isLive: DotaWatcher.inGame
         status: statuses.dota
-        hint: statuses.dotaHint !== "" ? statuses.dotaHint : dotaSetup.problem
+        hint: {
+            if (statuses.dotaHint !== "" || !dotaSetup.hasFailed) {
+                return statuses.dotaHint;
+            }
+            return L10n.T("Dosya yazılamadı. Dota 2 klasörüne yazma izni verip yeniden deneyin.");
+        }
         lastMoment: DotaWatcher.lastMoment
         onFlipped: isOn => AppSettings.autoClipDota = isOn
 

@@ -25,6 +25,7 @@ protected:
         return game + QStringLiteral("/dota/cfg/gamestate_integration");
     }
     QString makeNativeGame() const { return makeGame(QStringLiteral("/.local/share/Steam")); }
+    void removeNativeGame() const { EXPECT_TRUE(QDir(m_home.path() + QStringLiteral("/.local")).removeRecursively()); }
     QString makeFlatpakGame() const
     {
         return makeGame(QStringLiteral("/.var/app/com.valvesoftware.Steam/.local/share/Steam"));
@@ -65,24 +66,53 @@ TEST_F(DotaSetupTest, ReportsTheNumberOfSteamLibraries)
     EXPECT_TRUE(m_setup.isInstalled());
     makeFlatpakGame();
     EXPECT_EQ(install(), QStringLiteral("Entegrasyon kuruldu • Steam kütüphanesi: 2"));
-    EXPECT_EQ(m_setup.problem(), QString());
+    EXPECT_FALSE(m_setup.hasFailed());
 }
 
 TEST_F(DotaSetupTest, SaysWhatToDoAboutAFolderThatCannotBeWritten)
 {
     const auto folder = makeNativeGame();
     block(folder);
-    const auto problem = QStringLiteral("Dosya yazılamadı. Dota 2 klasörüne yazma izni verip yeniden deneyin.");
-    EXPECT_EQ(install(), problem);
-    EXPECT_EQ(m_setup.problem(), problem);
+    EXPECT_EQ(install(), QStringLiteral("Dosya yazılamadı. Dota 2 klasörüne yazma izni verip yeniden deneyin."));
+    EXPECT_TRUE(m_setup.hasFailed());
     EXPECT_FALSE(m_setup.isInstalled());
     EXPECT_TRUE(m_setup.isGameFound());
     makeFlatpakGame();
     EXPECT_EQ(install(), QStringLiteral("Kurulan Steam kütüphanesi: 1, yazılamayan: 1"));
-    EXPECT_EQ(m_setup.problem(), problem);
+    EXPECT_TRUE(m_setup.hasFailed());
     ASSERT_TRUE(QFile::remove(folder));
     EXPECT_EQ(install(), QStringLiteral("Entegrasyon kuruldu • Steam kütüphanesi: 2"));
-    EXPECT_EQ(m_setup.problem(), QString());
+    EXPECT_FALSE(m_setup.hasFailed());
+}
+
+TEST_F(DotaSetupTest, ReportsTheResultAfterThePageIsClosed)
+{
+    block(makeNativeGame());
+    {
+        DotaSetup setup({.watcher = m_watcher, .pasteboard = m_pasteboard, .navigation = m_navigation});
+        setup.install();
+    }
+    int toasts = 0;
+    QObject::connect(&m_navigation, &Navigation::toastChanged, &m_navigation, [&] { ++toasts; });
+    DotaSetup next({.watcher = m_watcher, .pasteboard = m_pasteboard, .navigation = m_navigation});
+    EXPECT_TRUE(next.isInstalling());
+    next.install();
+    EXPECT_TRUE(waitFor([&] { return !next.isInstalling(); }));
+    EXPECT_EQ(m_navigation.toast(),
+              QStringLiteral("Dosya yazılamadı. Dota 2 klasörüne yazma izni verip yeniden deneyin."));
+    EXPECT_EQ(toasts, 1);
+    EXPECT_TRUE(next.hasFailed());
+}
+
+TEST_F(DotaSetupTest, AFailureIsForgottenWhenTheGameIsGone)
+{
+    block(makeNativeGame());
+    install();
+    ASSERT_TRUE(m_setup.hasFailed());
+    removeNativeGame();
+    m_watcher.refreshInstallState();
+    EXPECT_TRUE(waitFor([&] { return !m_setup.isGameFound(); }));
+    EXPECT_FALSE(m_setup.hasFailed());
 }
 
 TEST_F(DotaSetupTest, SaysThatTheGameIsGone)
