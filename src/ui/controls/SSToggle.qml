@@ -10,6 +10,8 @@ T.CheckBox {
     id: toggle
 
     property bool isOn: false
+    // A change is under way: it looks disabled and does nothing, but keeps the keyboard focus, unlike a disabled control.
+    property bool busy: false
     // Draws it smaller or larger in the same place. Item.scale gives ragged round corners without a GPU.
     property real drawnScale: 1
     readonly property real trackWidth: 38
@@ -25,7 +27,7 @@ T.CheckBox {
     implicitHeight: trackHeight
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    opacity: enabled ? 1 : Theme.disabledOpacity
+    opacity: enabled && !busy ? 1 : Theme.disabledOpacity
     checked: isOn
     nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
     Accessible.name: text
@@ -41,7 +43,11 @@ T.CheckBox {
         }
     }
     Keys.forwardTo: [actionKeys]
-    onClicked: flipped(!isOn)
+    onClicked: {
+        if (!busy) {
+            flipped(!isOn);
+        }
+    }
 
     ActionKeys {
         id: actionKeys

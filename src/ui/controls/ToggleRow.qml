@@ -8,6 +8,8 @@ SettingRow {
     id: row
 
     property bool isOn: false
+    // As of SSToggle.
+    property bool busy: false
     readonly property Item control: toggle
 
     signal flipped(bool isOn)
@@ -17,6 +19,7 @@ SettingRow {
 
         text: row.title
         isOn: row.isOn
+        busy: row.busy
         Accessible.description: row.subtitle
         onFlipped: on => row.flipped(on)
     }

@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Quelto.Controls
 import Quelto.Theme
 
-// A slider for a value between two ends. It shows the value that it is bound to and emits moved() with `value`.
+// A slider for a value between two ends, which Home and End reach. It shows the value that it is bound to and emits moved() with `value`.
 T.Slider {
     id: slider
 
@@ -14,12 +14,38 @@ T.Slider {
     readonly property real trackHeight: 4
     readonly property real handleSide: 12
 
+    // One step of the base class keeps the binding of `value`; an assignment would end it.
+    function moveToEnd(isUpper: bool) {
+        const before = value;
+        wholeRange.when = true;
+        isUpper ? increase() : decrease();
+        wholeRange.when = false;
+        if (value !== before) {
+            moved();
+        }
+    }
+
     implicitWidth: 80
     implicitHeight: 20
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.name: name
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
+        if (event.accepted) {
+            moveToEnd(event.key === Qt.Key_End);
+        }
+    }
+
+    Binding {
+        id: wholeRange
+
+        target: slider
+        property: "stepSize"
+        value: slider.to - slider.from
+        when: false
+    }
 
     background: Item {
         Rectangle {

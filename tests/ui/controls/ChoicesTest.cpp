@@ -86,6 +86,22 @@ TEST_F(SSToggle, DoesNotChangeUnlessItsOwnerDoes)
     EXPECT_FALSE(read(QStringLiteral("toggle"), "isOn").toBool());
 }
 
+TEST_F(SSToggle, DoesNothingWhileItIsBusyAndKeepsTheFocus)
+{
+    click(item(QStringLiteral("toggle")));
+    item(QStringLiteral("toggle"))->forceActiveFocus(Qt::TabFocusReason);
+    object(QStringLiteral("toggle"))->setProperty("busy", true);
+    EXPECT_LT(item(QStringLiteral("toggle"))->opacity(), 1);
+    press(Qt::Key_Space);
+    click(item(QStringLiteral("toggle")));
+    EXPECT_TRUE(isOn());
+    object(QStringLiteral("toggle"))->setProperty("busy", false);
+    EXPECT_EQ(item(QStringLiteral("toggle"))->opacity(), 1);
+    EXPECT_EQ(focused(), item(QStringLiteral("toggle")));
+    press(Qt::Key_Space);
+    EXPECT_FALSE(isOn());
+}
+
 TEST_F(SSToggle, DrawsSmallerInTheSamePlace)
 {
     object(QStringLiteral("toggle"))->setProperty("drawnScale", 0.85);
@@ -105,6 +121,44 @@ TEST_F(SSToggle, IsACheckBoxToScreenReaders)
     window->setProperty("isLocked", true);
     click(item(QStringLiteral("toggle")));
     EXPECT_TRUE(interface->state().checked);
+}
+
+class ValueSlider : public test::QmlFixture {
+protected:
+    void SetUp() override
+    {
+        QmlFixture::SetUp();
+        show(QStringLiteral("property real gain: 0.5\n property var moves: []\n"
+                            "ValueSlider { x: 20; y: 20; objectName: 'slider'; name: 'Ses'; from: 0.2; to: 2\n"
+                            "stepSize: 0.05; value: parent.Window.window.gain\n"
+                            "onMoved: { moves.push(value); Window.window.gain = value } }"));
+        item(QStringLiteral("slider"))->forceActiveFocus(Qt::TabFocusReason);
+    }
+    double value() const { return read(QStringLiteral("slider"), "value").toDouble(); }
+    QVariantList moves() const { return window->property("moves").toList(); }
+};
+
+TEST_F(ValueSlider, ReachesItsEndsByHomeAndEnd)
+{
+    press(Qt::Key_End);
+    EXPECT_EQ(value(), 2.0);
+    press(Qt::Key_End);
+    EXPECT_EQ(moves(), QVariantList{2.0});
+    press(Qt::Key_Home);
+    EXPECT_EQ(value(), 0.2);
+    EXPECT_EQ(moves(), (QVariantList{2.0, 0.2}));
+}
+
+TEST_F(ValueSlider, FollowsItsOwnerAndStepsAfterHomeAndEnd)
+{
+    press(Qt::Key_Home);
+    press(Qt::Key_Right);
+    EXPECT_DOUBLE_EQ(value(), 0.25);
+    press(Qt::Key_End);
+    window->setProperty("gain", 1.0);
+    EXPECT_EQ(value(), 1.0);
+    press(Qt::Key_Left);
+    EXPECT_DOUBLE_EQ(value(), 0.95);
 }
 
 class PillPicker : public test::QmlFixture {

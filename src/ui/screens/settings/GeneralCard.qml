@@ -40,6 +40,7 @@ SectionCard {
         title: L10n.T("Girişte başlat")
         subtitle: L10n.TOnDesktop("Mac açıldığında Quelto otomatik açılsın (uygulama /Applications içinde olmalı)")
         isOn: login.isOn
+        busy: login.isBusy
         onFlipped: isOn => login.setOn(isOn)
     }
 }

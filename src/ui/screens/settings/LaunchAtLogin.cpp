@@ -32,6 +32,7 @@ void LaunchAtLogin::setOn(bool isOn)
 LoginItem::Reply LaunchAtLogin::beginRequest()
 {
     m_isBusy = true;
+    Q_EMIT changed();
     // The navigation lives longer than the page: a failure is reported also when the page is gone.
     return [self = QPointer(this), &navigation = m_navigation](const LoginItem::Result& result) {
         if (!result.failure.isEmpty()) {

@@ -17,14 +17,17 @@ class LaunchAtLogin : public QObject {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool isOn READ isOn NOTIFY changed)
+    /// Whether the state is being read or changed.
+    Q_PROPERTY(bool isBusy READ isBusy NOTIFY changed)
 
 public:
     explicit LaunchAtLogin(QObject* parent = nullptr);
     LaunchAtLogin(LoginItem& item, Navigation& navigation, QObject* parent = nullptr);
 
     bool isOn() const noexcept { return m_isOn; }
+    bool isBusy() const noexcept { return m_isBusy; }
 
-    /// Ignored while the state is read or changed.
+    /// Ignored while isBusy().
     Q_INVOKABLE void setOn(bool isOn);
 
 Q_SIGNALS:

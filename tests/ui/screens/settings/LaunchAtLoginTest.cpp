@@ -69,13 +69,21 @@ TEST_F(LaunchAtLoginTest, IgnoresChangesDuringAChange)
     LaunchAtLogin login(slow, navigation);
     login.setOn(true);
     EXPECT_TRUE(slow.wanted.isEmpty());
+    EXPECT_TRUE(login.isBusy());
     slow.replies.takeFirst()({.isEnabled = false});
+    EXPECT_FALSE(login.isBusy());
+    int changes = 0;
+    QObject::connect(&login, &LaunchAtLogin::changed, &login, [&] { ++changes; });
     login.setOn(true);
     login.setOn(false);
     EXPECT_EQ(slow.wanted, QList<bool>{true});
+    EXPECT_TRUE(login.isBusy());
+    EXPECT_EQ(changes, 1);
     EXPECT_FALSE(login.isOn());
     slow.replies.takeFirst()({.isEnabled = true});
     EXPECT_TRUE(login.isOn());
+    EXPECT_FALSE(login.isBusy());
+    EXPECT_EQ(changes, 2);
 }
 
 TEST_F(LaunchAtLoginTest, ReportsAFailureAfterThePageIsClosed)
