@@ -99,6 +99,7 @@ T.RadioButton {
             visible: swatch.isSelected
             symbol: "checkmark.circle.fill"
             side: 20
+            weight: Font.Bold
             color: Theme.onAccent
         }
 
