@@ -113,4 +113,5 @@ class SettingsPageTest(window.WindowTest):
 
     def shown(self, name):
         """The text on the closed drop-down menu."""
-        return self.reader.description(self.reader.find_anywhere("combo box", name))
+        # The explanation follows on the next line.
+        return self.reader.description(self.reader.find_anywhere("combo box", name)).split("\n")[0]

@@ -34,7 +34,8 @@ class Shortcut(window.WindowTest):
         desktop.wait_until(is_still, 10, f"“{name}” to stand still")
 
     def description(self):
-        return self.reader.descriptions("push button", BUTTON)[0]
+        # The explanation follows on the next line.
+        return self.reader.descriptions("push button", BUTTON)[0].split("\n")[0]
 
     def wait_for_description(self, text):
         desktop.wait_until(lambda: self.description() == text, 5, f"the shortcut “{text}”, not “{self.description()}”")

@@ -16,6 +16,7 @@ SettingRow {
     ThemedDropDown {
         width: row.menuWidth
         name: row.title
+        explanation: row.subtitle
         choices: row.choices
         selection: row.selection
         onPicked: value => row.picked(value)

@@ -17,6 +17,8 @@ T.ComboBox {
     property var selection
     // The accessible name.
     property string name: ""
+    // Screen readers read it after the choice; may be empty.
+    property string explanation: ""
     // -1 if the selection is not among the choices.
     readonly property int selectedIndex: indexOf(selection)
     readonly property int arrowSide: 12
@@ -83,7 +85,7 @@ T.ComboBox {
     onModelChanged: showSelection()
     onActivated: index => pick(index)
     Accessible.name: name
-    Accessible.description: shownText
+    Accessible.description: explanation === "" ? shownText : shownText + "\n" + explanation
     // As by a click, the keys of the menu need the focus.
     Accessible.onPressAction: {
         forceActiveFocus(Qt.OtherFocusReason);

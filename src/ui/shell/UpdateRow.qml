@@ -22,6 +22,7 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     Accessible.name: text
+    Accessible.ignored: !visible
     Accessible.onPressAction: {
         if (enabled) {
             clicked();

@@ -193,6 +193,13 @@ TEST_F(SettingsAudioTest, ScreenReadersCanSetAVolume)
     EXPECT_EQ(interface->text(QAccessible::Description), QStringLiteral("25%"));
 }
 
+TEST_F(SettingsAudioTest, ScreenReadersGetTheExplanationOfTheMeter)
+{
+    showCard();
+    EXPECT_TRUE(shows(descriptionOf(LiveLevel)));
+    EXPECT_NE(descriptionOf(LiveLevel), QString());
+}
+
 TEST_F(SettingsAudioTest, OpeningTheMenuFindsNewMicrophones)
 {
     fakes.audioServer->microphones = {Headset};
@@ -310,6 +317,7 @@ TEST_F(SettingsAudioTest, TheWarningOffersTheSoundSettingsAndAnotherTry)
     showCard();
     EXPECT_TRUE(shows(warning));
     EXPECT_EQ(fontOf(textItem(warning)).pixelSize(), 11);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(item(warning))->role(), QAccessible::AlertMessage);
     EXPECT_FALSE(item(PermissionButton)->property("filled").toBool());
     EXPECT_TRUE(item(RetryButton)->property("filled").toBool());
     click(PermissionButton);

@@ -239,6 +239,27 @@ TEST_F(SettingsAutoClipTest, MissingDotaHasNoButton)
     EXPECT_FALSE(hasItem(CopyButton));
 }
 
+TEST_F(SettingsAutoClipTest, ScreenReadersGetWhatTheWatcherReports)
+{
+    showCard();
+    const auto descriptionOfSwitch = [&](const QString& game) {
+        auto* const toggle = firstVisible(window, [&](QQuickItem* each) {
+            return each->inherits("QQuickCheckBox") && each->property("text").toString() == game;
+        });
+        return QAccessible::queryAccessibleInterface(toggle)->text(QAccessible::Description);
+    };
+    EXPECT_EQ(descriptionOfSwitch(Games[0]), QStringLiteral("Maç bekleniyor…"));
+    EXPECT_EQ(descriptionOfSwitch(Games[2]),
+              QStringLiteral("World of Warcraft bulunamadı\nQuelto oyunu Wine, Lutris, Steam, Bottles ve Faugus'ta "
+                             "arar. Oyunu bir kez açın."));
+    auto* const scores = QAccessible::queryAccessibleInterface(item(ScoreButton));
+    EXPECT_FALSE(shows(QStringLiteral("İlk Kan")));
+    scores->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(shows(QStringLiteral("İlk Kan")));
+    scores->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(shows(QStringLiteral("İlk Kan")));
+}
+
 TEST_F(SettingsAutoClipTest, InstallsTheIntegrationThenCopiesTheLaunchOption)
 {
     const auto config = makeDota() + u'/' + DotaWatcher::configName;

@@ -90,6 +90,7 @@ Rectangle {
                 anchors.verticalCenter: parent.verticalCenter
                 text: row.name
                 isOn: row.isOn
+                Accessible.description: texts.text
                 onFlipped: isOn => row.flipped(isOn)
             }
         }

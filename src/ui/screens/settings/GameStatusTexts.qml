@@ -12,6 +12,9 @@ Column {
     required property string status
     required property string hint
     required property string lastMoment
+    readonly property string momentText: lastMoment === "" ? "" : L10n.T("Son an: {0}", [lastMoment])
+    // All texts, a line each.
+    readonly property string text: [status, hint, momentText].filter(each => each !== "").join("\n")
 
     spacing: Theme.spacing.lines
 
@@ -29,8 +32,8 @@ Column {
 
     CardParagraph {
         width: parent.width
-        visible: texts.lastMoment !== ""
-        text: L10n.isolated(L10n.T("Son an: {0}", [texts.lastMoment]))
+        visible: texts.momentText !== ""
+        text: L10n.isolated(texts.momentText)
         color: Theme.dim
         font.pixelSize: Theme.fontSize.note
     }

@@ -11,6 +11,8 @@ import Quelto.Theme
 T.AbstractButton {
     id: button
 
+    // Screen readers read it after the shortcut; may be empty.
+    property string explanation: ""
     readonly property bool recording: recorder.recording
     readonly property real minimumWidth: 150
 
@@ -28,7 +30,7 @@ T.AbstractButton {
             clicked();
         }
     }
-    Accessible.description: text
+    Accessible.description: explanation === "" ? text : text + "\n" + explanation
     Keys.forwardTo: [actionKeys]
     onClicked: recording ? recorder.stop() : recorder.start()
 

@@ -47,6 +47,8 @@ OptionalGroup {
     }
 
     SettingRow {
+        id: levelRow
+
         title: L10n.T("Canlı seviye")
         subtitle: Recorder.micActive ? L10n.T("Konuşun — çubuk hareket ediyorsa mikrofon kaydediliyor") : L10n.T("Kayıt açıkken mikrofon seviyesi burada görünür")
 
@@ -55,6 +57,7 @@ OptionalGroup {
 
             name: L10n.T("Canlı seviye")
             level: isOnScreen ? Recorder.micLevel : 0
+            Accessible.description: levelRow.subtitle
         }
     }
 

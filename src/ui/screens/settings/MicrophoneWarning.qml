@@ -33,6 +33,7 @@ GridLayout {
             Layout.fillWidth: true
             text: Recorder.micWarning
             color: Theme.text
+            Accessible.role: Accessible.AlertMessage
         }
     }
 

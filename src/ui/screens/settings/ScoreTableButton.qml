@@ -21,6 +21,16 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     checkable: true
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled) {
+            toggle();
+        }
+    }
+    Accessible.onToggleAction: {
+        if (enabled) {
+            toggle();
+        }
+    }
     Keys.forwardTo: [actionKeys]
 
     ActionKeys {

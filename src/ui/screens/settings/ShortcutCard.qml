@@ -13,10 +13,14 @@ SectionCard {
     symbol: "keyboard"
 
     SettingRow {
+        id: row
+
         title: L10n.T("Klip kaydet kısayolu")
         subtitle: L10n.T("Oyun içindeyken bile çalışır. Değiştirmek için tıklayın, Esc ile iptal.")
 
-        HotkeyRecorderView {}
+        HotkeyRecorderView {
+            explanation: row.subtitle
+        }
     }
 
     ShortcutWarning {

@@ -28,6 +28,7 @@ Item {
     implicitHeight: Math.max(sign.height, label.implicitHeight)
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
+    Accessible.ignored: !visible
 
     SymbolIcon {
         id: sign

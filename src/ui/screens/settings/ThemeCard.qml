@@ -13,12 +13,15 @@ SectionCard {
     symbol: "paintpalette.fill"
 
     SettingRow {
+        id: row
+
         title: L10n.T("Renk teması")
         subtitle: L10n.T("Uygulamanın tüm renkleri; degradeli temalar arka plana renk geçişi ekler")
     }
 
     PaletteGrid {
         width: card.contentWidth
+        Accessible.description: row.subtitle
         onPicked: palette => AppSettings.colorTheme = palette
     }
 }
