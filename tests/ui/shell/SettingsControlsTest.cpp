@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/files/FileName.h"
+
 #include "tests/ui/shell/SettingsFixture.h"
 
 #include <QGuiApplication>
@@ -129,12 +131,30 @@ TEST_F(SettingsControlsTest, ScreenReadersGetTheExplanations)
             ->text(QAccessible::Description);
     };
     EXPECT_EQ(descriptionOf(QAccessible::Grouping, "Kalite"), QStringLiteral("Yüksek kalite = daha büyük dosya"));
+    EXPECT_EQ(descriptionOf(QAccessible::ComboBox, "Dil"), QStringLiteral("Türkçe\nUygulamanın arayüz dili"));
+    EXPECT_EQ(descriptionOf(QAccessible::Grouping, "Renk teması"),
+              QStringLiteral("Uygulamanın tüm renkleri; degradeli temalar arka plana renk geçişi ekler"));
     EXPECT_EQ(descriptionOf(QAccessible::Button, "Klasörü Aç"), settings.saveFolder());
     EXPECT_EQ(descriptionOf(QAccessible::Button, "Değiştir…"), settings.saveFolder());
     EXPECT_NE(find(QAccessible::StaticText,
                    QStringLiteral("Maç bitince bildirime tıklayıp klipleri incele: beğendiklerin kalır, diğerleri "
                                   "Çöp Kutusu'na gider.")),
               nullptr);
+}
+
+TEST_F(SettingsControlsTest, ScreenReadersDoNotFindWhatIsHidden)
+{
+    QStringList names;
+    const auto collect = [&](const auto& self, const QAccessibleInterface* parent) -> void {
+        for (int i = 0; i < parent->childCount(); ++i) {
+            const auto* const child = parent->child(i);
+            names.append(child->text(QAccessible::Name));
+            self(self, child);
+        }
+    };
+    collect(collect, QAccessible::queryAccessibleInterface(window));
+    EXPECT_FALSE(names.filter(QStringLiteral("Dil")).isEmpty());
+    EXPECT_EQ(names.filter(QStringLiteral("Güncelleme var")), QStringList());
 }
 
 TEST_F(SettingsControlsTest, DisplayIsChosenFromTheMenu)
@@ -198,6 +218,19 @@ TEST_F(SettingsControlsTest, SaveFolderIsShownOpenedAndChosen)
     EXPECT_EQ(settings.saveFolder(), folder.filePath(QStringLiteral("other")));
     EXPECT_TRUE(shows(settings.saveFolder()));
     EXPECT_FALSE(shows(before));
+}
+
+TEST_F(SettingsControlsTest, FolderWithForeignBytesIsReadable)
+{
+    const auto path = folder.filePath(decodeFileName("B\xfcy\xfck"));
+    settings.setSaveFolder(path);
+    const auto shown = displayFileName(path);
+    ASSERT_NE(shown, path);
+    EXPECT_TRUE(shows(shown));
+    EXPECT_EQ(descriptionOf(QStringLiteral("Klasörü Aç")), shown);
+    EXPECT_EQ(descriptionOf(QStringLiteral("Değiştir…")), shown);
+    use(find(QAccessible::Button, QStringLiteral("Klasörü Aç")));
+    EXPECT_EQ(files.opened, QStringList{path});
 }
 
 TEST_F(SettingsControlsTest, FolderMayBeChosenAfterThePageIsLeft)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/screens/settings/SaveFolder.h"
 
+#include "base/files/FileName.h"
 #include "base/language/T.h"
 #include "ui/screens/settings/SettingsPageForQml.h"
 
@@ -20,6 +21,12 @@ SaveFolder::SaveFolder(Dependencies dependencies, QObject* parent)
     : QObject(parent)
     , m_dependencies(dependencies)
 {
+    connect(&m_dependencies.settings, &AppSettings::saveFolderChanged, this, &SaveFolder::changed);
+}
+
+QString SaveFolder::shownPath() const
+{
+    return displayFileName(m_dependencies.settings.saveFolder());
 }
 
 void SaveFolder::open() const

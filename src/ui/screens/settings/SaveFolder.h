@@ -15,6 +15,8 @@ namespace quelto {
 class SaveFolder : public QObject {
     Q_OBJECT
     QML_ELEMENT
+    /// The folder for the user to read: bytes that are not UTF-8 are replacement characters.
+    Q_PROPERTY(QString shownPath READ shownPath NOTIFY changed)
 
 public:
     struct Dependencies {
@@ -26,9 +28,14 @@ public:
     explicit SaveFolder(QObject* parent = nullptr);
     explicit SaveFolder(Dependencies dependencies, QObject* parent = nullptr);
 
+    QString shownPath() const;
+
     Q_INVOKABLE void open() const;
     /// The dialog is in front of the item's window.
     Q_INVOKABLE void chooseFolder(const QQuickItem* item) const;
+
+Q_SIGNALS:
+    void changed();
 
 private:
     Dependencies m_dependencies;

@@ -18,20 +18,20 @@ SectionCard {
 
     SettingRow {
         title: L10n.T("Kayıt klasörü")
-        subtitle: L10n.isolated(AppSettings.saveFolder)
+        subtitle: L10n.isolated(folder.shownPath)
 
         AccentButton {
             compact: true
             filled: false
             text: L10n.TOnDesktop("Finder'da Aç")
-            Accessible.description: AppSettings.saveFolder
+            Accessible.description: folder.shownPath
             onClicked: folder.open()
         }
 
         AccentButton {
             compact: true
             text: L10n.T("Değiştir…")
-            Accessible.description: AppSettings.saveFolder
+            Accessible.description: folder.shownPath
             onClicked: folder.chooseFolder(card)
         }
     }
