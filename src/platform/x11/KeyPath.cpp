@@ -75,8 +75,8 @@ void follow(KeyPath& path, PressedKeyboard keyboard, const ModifierKeys& order, 
 
 } // namespace
 
-KeyPath keyPath(xkb_keymap* keymap, std::vector<ModifierKeys> modifierKeys, const std::vector<xkb_keycode_t>& keys,
-                std::uint16_t modifiers)
+KeyPath keyPath(xkb_keymap* keymap, const std::vector<ModifierKeys>& modifierKeys,
+                const std::vector<xkb_keycode_t>& keys, std::uint16_t modifiers)
 {
     KeyPath path;
     for (auto& choice : choices(modifierKeys)) {

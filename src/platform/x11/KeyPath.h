@@ -23,7 +23,7 @@ using ModifierKeys = std::vector<xkb_keycode_t>;
 
 /// Presses the modifiers in every order and then each of the keys, in every layout of the keyboard. The modifiers are
 /// the server's bits.
-KeyPath keyPath(xkb_keymap* keymap, std::vector<ModifierKeys> modifierKeys, const std::vector<xkb_keycode_t>& keys,
-                std::uint16_t modifiers);
+KeyPath keyPath(xkb_keymap* keymap, const std::vector<ModifierKeys>& modifierKeys,
+                const std::vector<xkb_keycode_t>& keys, std::uint16_t modifiers);
 
 } // namespace quelto

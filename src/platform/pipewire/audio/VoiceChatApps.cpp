@@ -100,7 +100,7 @@ QString folderOfCode(const QString& path)
     if (folders.isEmpty()) {
         return {};
     }
-    const QString file = folders.takeLast();
+    QString file = folders.takeLast();
     if (!file.endsWith(u".asar") && file != u"app") {
         return file;
     }
@@ -160,7 +160,7 @@ QString voiceChatAppOf(const ProgramIdentity& program)
     }
     static const QHash<QString, QString> idsByName = makeIdsByName();
     for (const QString& name : names) {
-        if (const QString id = idsByName.value(normalized(name)); !id.isEmpty()) {
+        if (QString id = idsByName.value(normalized(name)); !id.isEmpty()) {
             return id;
         }
     }
