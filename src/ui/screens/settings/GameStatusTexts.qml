@@ -14,7 +14,7 @@ Column {
     required property string lastMoment
     readonly property string momentText: lastMoment === "" ? "" : L10n.T("Son an: {0}", [lastMoment])
     // All texts, a line each.
-    readonly property string text: [status, hint, momentText].filter(each => each !== "").join("\n")
+    readonly property string text: status + (hint === "" ? "" : "\n" + hint) + (momentText === "" ? "" : "\n" + momentText)
 
     spacing: Theme.spacing.lines
 
