@@ -46,8 +46,6 @@ protected:
     }
 
 private:
-    int m_argc = 0;
-    QCoreApplication m_application{m_argc, nullptr};
     QTemporaryDir m_home;
     test::ManualTime m_time;
     test::ManualQueue m_main{m_time};

@@ -27,10 +27,6 @@ QStringList linesOf(const MicrophoneChoices& choices)
 }
 
 class MicrophoneChoicesTest : public testing::Test {
-private:
-    int m_argc = 0;
-    QCoreApplication m_application{m_argc, nullptr};
-
 protected:
     test::FakeAudioServer m_server;
 };
