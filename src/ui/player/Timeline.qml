@@ -151,7 +151,7 @@ Item {
         value: timeline.model.trimIn
         duration: timeline.model.duration
         onDragged: x => timeline.model.dragTrimIn(timeline.secondsAt(x))
-        onStepped: seconds => timeline.model.dragTrimIn(value + seconds)
+        onStepped: value => timeline.model.dragTrimIn(value)
     }
 
     TrimHandle {
@@ -162,7 +162,7 @@ Item {
         value: timeline.model.trimOut
         duration: timeline.model.duration
         onDragged: x => timeline.model.dragTrimOut(timeline.secondsAt(x))
-        onStepped: seconds => timeline.model.dragTrimOut(value + seconds)
+        onStepped: value => timeline.model.dragTrimOut(value)
     }
 
     Rectangle {

@@ -14,7 +14,8 @@ Item {
     required property real duration
     // Where the pointer is, in the coordinates of the parent.
     signal dragged(real x)
-    signal stepped(real seconds)
+    // To a new value by the keyboard or a screen reader. Units: seconds.
+    signal stepped(real value)
 
     readonly property real handleWidth: 6
     readonly property real handleHeight: 22
@@ -27,13 +28,13 @@ Item {
     Accessible.role: Accessible.Slider
     Accessible.name: name
     Accessible.focusable: true
-    Accessible.onIncreaseAction: stepped(internal.step)
-    Accessible.onDecreaseAction: stepped(-internal.step)
+    Accessible.onIncreaseAction: internal.stepBy(internal.step)
+    Accessible.onDecreaseAction: internal.stepBy(-internal.step)
     Keys.onPressed: event => {
         const directions = {[Qt.Key_Left]: -1, [Qt.Key_Right]: 1};
         event.accepted = event.key in directions;
         if (event.accepted) {
-            stepped(directions[event.key] * (event.modifiers & Qt.ShiftModifier ? internal.bigStep : internal.step));
+            internal.stepBy(directions[event.key] * (event.modifiers & Qt.ShiftModifier ? internal.bigStep : internal.step));
         }
     }
 
@@ -43,6 +44,11 @@ Item {
         // Units: seconds.
         readonly property real step: 0.1
         readonly property real bigStep: 1
+
+        // To the microsecond: ten steps of a tenth must be a second, and their sum is a little less.
+        function stepBy(seconds: real) {
+            handle.stepped(Math.round((handle.value + seconds) * 1e6) / 1e6);
+        }
     }
 
     // For screen readers.

@@ -24,7 +24,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    /// The server's end, which nobody reads.
+    /// The file system's end of the connection. It is never read, so every call blocks.
     FileDescriptor m_requests;
     bool m_isMounted = false;
 };

@@ -37,7 +37,7 @@ public:
     Q_INVOKABLE static QVariantList languages();
     /// The colours by the names of their roles, with `id` and `name`.
     Q_INVOKABLE static QVariantList palettes();
-    /// The id of the palette that is in force with that setting.
+    /// The id of the palette that is shown for that value of the setting.
     Q_INVOKABLE static QString paletteInForce(const QString& colorTheme);
 };
 
