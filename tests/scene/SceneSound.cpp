@@ -164,10 +164,13 @@ void SceneSound::Stream::connect()
     format.position[0] = SPA_AUDIO_CHANNEL_FL;
     format.position[1] = SPA_AUDIO_CHANNEL_FR;
     std::array<const spa_pod*, 1> parameters{spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &format)};
-    const auto flags = static_cast<pw_stream_flags>(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS |
-                                                    PW_STREAM_FLAG_RT_PROCESS);
-    if (pw_stream_connect(stream.get(), PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, parameters.data(), parameters.size()) <
-        0)
+    auto flags = PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS;
+    // While the server restarts, the sink may not exist yet. Then the stream must fail and be created again. Without
+    // the flag, it would play to the speaker from then on.
+    if (!voice.sink.empty())
+        flags |= PW_STREAM_FLAG_DONT_RECONNECT;
+    if (pw_stream_connect(stream.get(), PW_DIRECTION_OUTPUT, PW_ID_ANY, static_cast<pw_stream_flags>(flags),
+                          parameters.data(), parameters.size()) < 0)
         isLost = true;
 }
 

@@ -22,21 +22,21 @@ class ClipContent(desktop.DesktopTest):
 
     def test_clip_has_every_frame(self):
         scene = self.scene()
-        program = self.quelto(clipLength=10, **desktop.OWN_DEFAULTS)
+        program = self.quelto(clipLength=10, **desktop.EVERY_FRAME)
         program.record(12)
         counters = clip.Clip(program.save()).counters()
         program.stop()
         scene.stop()
         self.assert_no_frame_lost(scene, counters)
 
-    def test_sound_is_in_sync_with_the_picture(self):
-        self.scene("--tone", TONE, "--mic-tone", MIC_TONE)
-        program = self.quelto(clipLength=15, displayID=0, **desktop.OWN_DEFAULTS)
-        program.record(17)
+    def test_picture_has_the_default_size_and_a_key_frame_each_second(self):
+        self.scene("--motion", "low")
+        program = self.quelto(clipLength=5, displayID=0, **desktop.OWN_DEFAULTS)
+        program.record(7)
         result = clip.Clip(program.save())
 
-        self.assertGreaterEqual(result.length, 15)
-        self.assertLessEqual(result.length, 16.35)
+        self.assertGreaterEqual(result.length, 5)
+        self.assertLessEqual(result.length, 6.35)
         self.assertEqual((result.video[0]["width"], result.video[0]["height"]), (1920, 1080))
         self.assertEqual(result.video[0]["color_space"], "bt709")
         self.assertEqual(result.video[0]["color_range"], "tv")
@@ -48,7 +48,16 @@ class ClipContent(desktop.DesktopTest):
         longest_pause = max(after[0] - before[0] for before, after in zip(packets, packets[1:]))
         self.assertLess(max(after - before for before, after in zip(keys, keys[1:])), 1.06 + longest_pause)
 
-        leads = result.sound_lead(1)
+    def test_sound_is_in_sync_with_the_picture(self):
+        self.scene("--tone", TONE, "--mic-tone", MIC_TONE)
+        program = self.quelto(clipLength=15, **desktop.EVERY_FRAME)
+        program.record(17)
+        result = clip.Clip(program.save())
+        self.assertGreaterEqual(result.length, 15)
+        self.assertLessEqual(result.length, 16.35)
+
+        # On a busy machine the scene leaves a beep out, if it could only play it too late.
+        leads = [lead for lead in result.sound_lead(1) if abs(lead) < 0.5]
         self.assertGreaterEqual(len(leads), 13)
         print(f"sound before picture: mean {1000 * sum(leads) / len(leads):+.1f} ms, "
               f"from {1000 * min(leads):+.1f} to {1000 * max(leads):+.1f} ms")

@@ -9,7 +9,7 @@ class SavesInARow(desktop.DesktopTest):
     def test_twenty_saves_lose_no_frame(self):
         scene = self.scene()
         # As automatic clips are on by default, the buffer is longer than these clips.
-        program = self.quelto(clipLength=3, **desktop.OWN_DEFAULTS)
+        program = self.quelto(clipLength=3, **desktop.EVERY_FRAME)
         program.record(4)
         for _ in range(20):
             program.save()
