@@ -133,7 +133,7 @@ class Quelto:
         self.write_settings(settings)
         self.log = TEST_FOLDER / "logs" / f"quelto-{time.monotonic_ns()}"
         self._environment = {**os.environ, **(environment or {})}
-        self._saved, self._failed = [], []
+        self._saved, self._failed, self._states = [], [], []
         self._bus = session_bus()
         self._subscription = self._bus.signal_subscribe(self.NAME, self.NAME, None, self.PATH, None,
                                                         Gio.DBusSignalFlags.NONE, self._on_signal)
@@ -165,6 +165,8 @@ class Quelto:
             self._saved.append(values[0])
         elif name == "SaveFailed":
             self._failed.append(values[0])
+        elif name == "StateChanged":
+            self._states.append(values[0])
 
     @staticmethod
     def _handle_signals():
@@ -182,6 +184,12 @@ class Quelto:
         """The messages of all saves that failed."""
         self._handle_signals()
         return self._failed
+
+    @property
+    def states(self):
+        """The states that the program announced, in order."""
+        self._handle_signals()
+        return self._states
 
     def _call(self, interface, method, arguments=None):
         return self._bus.call_sync(self.NAME, self.PATH, interface, method, arguments, None,

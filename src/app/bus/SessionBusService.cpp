@@ -27,6 +27,7 @@ ProgramOnBus::ProgramOnBus(Recorder& recorder, AppSettings& settings, const Navi
     qRegisterMetaType<QDBusVariant>("QDBusVariant");
     connect(&recorder, &Recorder::clipSaved, this, [this](const SavedClip& clip) { Q_EMIT ClipSaved(clip.path); });
     connect(&recorder, &Recorder::saveFailed, this, &ProgramOnBus::SaveFailed);
+    connect(&recorder, &Recorder::stateChanged, this, [this] { Q_EMIT StateChanged(stateName()); });
 }
 
 QString ProgramOnBus::stateName() const

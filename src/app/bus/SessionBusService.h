@@ -57,6 +57,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     void ClipSaved(const QString& path);
     void SaveFailed(const QString& message);
+    /// With the new value of State.
+    void StateChanged(const QString& state);
 
 private:
     Recorder& m_recorder;
