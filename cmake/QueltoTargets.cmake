@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # One folder is one target. These functions give every target the same warnings, sanitizers and precompiled header.
 
+set(QUELTO_WINDOW_TEST_SHARDS 4 CACHE STRING "Sanitizer builds run one in this many tests of the window")
 set(QUELTO_SANITIZE "" CACHE STRING "Sanitizers to build with, as in the compiler's option -fsanitize")
 option(QUELTO_TIDY "Configure only, for clang-tidy" OFF)
 
@@ -73,7 +74,9 @@ function(quelto_program name)
     target_precompile_headers(${name} REUSE_FROM ${arg_PRECOMPILED})
 endfunction()
 
-# quelto_test(name SOURCES … LINK …): a GoogleTest program with one ctest entry per test.
+# quelto_test(name SOURCES … LINK …): a GoogleTest program with one ctest entry per test. In sanitizer builds it is one
+# entry, because there a third of the time would go into starting processes.
+# ISOLATED: each test needs a process of its own, also in sanitizer builds, because it judges what a fresh process does.
 # REALTIME: depends on real time, so a busy machine can fail it. The label lets ./check repeat it once.
 # DESKTOP: runs on a private desktop (X server, session bus, PipeWire) that tools/private-desktop starts. The program is
 # one ctest entry, because its tests share the desktop, and is REALTIME. DESKTOP_OPTIONS: options of the tool.
@@ -82,8 +85,10 @@ endfunction()
 # entry: to start Qt for each test takes a third more time.
 # MOC: defines classes with Q_OBJECT.
 # Sanitizer builds leave out DESKTOP programs, and the thread sanitizer PICTURES programs, which mostly run Qt's threads.
+# The address sanitizer runs each fourth test of a PICTURES program, because all of them take seven minutes;
+# -DQUELTO_WINDOW_TEST_SHARDS=1 runs all.
 function(quelto_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "ALONE;DESKTOP;PICTURES;MOC;REALTIME" "TIMEOUT" "DESKTOP_OPTIONS;SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "ALONE;DESKTOP;ISOLATED;PICTURES;MOC;REALTIME" "TIMEOUT" "DESKTOP_OPTIONS;SOURCES;LINK")
     if(NOT arg_TIMEOUT AND arg_PICTURES)
         set(arg_TIMEOUT 300)
     elseif(NOT arg_TIMEOUT)
@@ -119,6 +124,10 @@ function(quelto_test name)
     elseif(arg_REALTIME)
         set(labels realtime)
     endif()
+    if(QUELTO_SANITIZE AND NOT command AND NOT arg_ISOLATED)
+        set(command ${name})
+        set(arg_TIMEOUT 600)
+    endif()
     if((QUELTO_SANITIZE AND arg_DESKTOP) OR (QUELTO_SANITIZE MATCHES "thread" AND arg_PICTURES))
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
     elseif(command)
@@ -127,6 +136,11 @@ function(quelto_test name)
         set_tests_properties(
             ${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${labels}" COST 100 RUN_SERIAL "${arg_ALONE}"
         )
+        if(QUELTO_SANITIZE AND arg_PICTURES)
+            set_tests_properties(
+                ${name} PROPERTIES ENVIRONMENT "GTEST_TOTAL_SHARDS=${QUELTO_WINDOW_TEST_SHARDS};GTEST_SHARD_INDEX=0"
+            )
+        endif()
     else()
         # gtest_discover_tests cannot pass on more than one label.
         include(GoogleTest)
