@@ -74,9 +74,9 @@ function(quelto_program name)
     target_precompile_headers(${name} REUSE_FROM ${arg_PRECOMPILED})
 endfunction()
 
-# quelto_test(name SOURCES … LINK …): a GoogleTest program with one ctest entry per test. In sanitizer builds it is one
-# entry, because there a third of the time would go into starting processes.
-# ISOLATED: each test needs a process of its own, also in sanitizer builds, because it judges what a fresh process does.
+# quelto_test(name SOURCES … LINK …): a GoogleTest program with one ctest entry per test. With the address sanitizer it is
+# one entry, because there a third of the time would go into starting processes.
+# ISOLATED: each test needs a process of its own, also with that sanitizer, because it judges what a fresh process does.
 # REALTIME: depends on real time, so a busy machine can fail it. The label lets ./check repeat it once.
 # DESKTOP: runs on a private desktop (X server, session bus, PipeWire) that tools/private-desktop starts. The program is
 # one ctest entry, because its tests share the desktop, and is REALTIME. DESKTOP_OPTIONS: options of the tool.
@@ -124,7 +124,7 @@ function(quelto_test name)
     elseif(arg_REALTIME)
         set(labels realtime)
     endif()
-    if(QUELTO_SANITIZE AND NOT command AND NOT arg_ISOLATED)
+    if(QUELTO_SANITIZE MATCHES "address" AND NOT command AND NOT arg_ISOLATED)
         set(command ${name})
         set(arg_TIMEOUT 600)
     endif()
