@@ -105,6 +105,7 @@ void RegistryMirror::add(ObjectId id, std::string_view type, std::uint32_t versi
         bindClient(id, version);
     } else if (type == PW_TYPE_INTERFACE_Metadata && property(properties, PW_KEY_METADATA_NAME) == u"default") {
         bindMetadata(id, version);
+        readDefaultsAgainLater();
     } else {
         return;
     }
@@ -160,9 +161,7 @@ void RegistryMirror::bindClient(ObjectId id, std::uint32_t version)
     client->proxy = std::move(proxy);
     listen(objectOf<pw_client>(client->proxy), client->hook, ClientEvents, client.get());
     m_clients[id] = std::move(client);
-    if (!m_untilReadAgain.isArmed()) {
-        m_untilReadAgain.arm(ReadAgainMilliseconds);
-    }
+    readDefaultsAgainLater();
 }
 
 void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
@@ -182,8 +181,21 @@ void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
 
 /// While a client binds the metadata, the PipeWire server sends changes of it to no other client. Programs bind it when
 /// they connect, so the defaults are read again after a client appeared.
+void RegistryMirror::readDefaultsAgainLater()
+{
+    if (m_untilReadAgain.isArmed()) {
+        // It may be about to fire, which is too early for what has appeared now.
+        m_isReadTwice = true;
+    } else {
+        m_untilReadAgain.arm(ReadAgainMilliseconds);
+    }
+}
+
 void RegistryMirror::readDefaultsAgain()
 {
+    if (std::exchange(m_isReadTwice, false)) {
+        m_untilReadAgain.arm(ReadAgainMilliseconds);
+    }
     for (const auto& [id, metadata] : std::exchange(m_metadata, {})) {
         bindMetadata(id, metadata->version);
         if (m_metadata.contains(id)) {

@@ -41,6 +41,7 @@ private:
     void addLink(ObjectId id, const spa_dict* properties);
     void bindClient(ObjectId id, std::uint32_t version);
     void bindMetadata(ObjectId id, std::uint32_t version);
+    void readDefaultsAgainLater();
     void readDefaultsAgain();
     void remove(ObjectId id);
     void readClient(const pw_client_info& info);
@@ -59,6 +60,8 @@ private:
     std::map<ObjectId, std::unique_ptr<BoundClient>> m_clients;
     std::map<ObjectId, std::unique_ptr<BoundMetadata>> m_metadata;
     LoopTimer m_untilReadAgain;
+    /// Something has appeared since the timer was armed.
+    bool m_isReadTwice = false;
 };
 
 } // namespace quelto::pipewire
