@@ -24,8 +24,7 @@ public:
         Taken,
         /// A press arrives, and also switches the layout of the keyboard.
         SwitchesLayout,
-        /// The desktop does not let programs grab keys globally. Its own settings can bind a command to a
-        /// key.
+        /// The desktop does not let programs grab keys globally. Its own settings can bind a command to a key.
         ReservedByDesktop,
         /// The keyboard lacks one of the keys, or there is no keyboard.
         Unavailable,

@@ -316,8 +316,16 @@ class DesktopTest(unittest.TestCase):
         with os.fdopen(read) as number:
             return server, ":" + number.readline().strip()
 
-    def assert_no_frame_lost(self, scene, counters):
-        """Every frame that the stopped scene showed in time is in the clip, once and in order."""
+    def assert_no_frame_lost(self, record):
+        """Every frame that the scene showed in time is in the clip, once and in order. `record` records a scene, ends the
+        program and the scene, and returns the scene and the clip's counters. It is repeated if the machine was too busy
+        for the scene itself, and the last attempt counts."""
+        for _ in range(3):
+            scene, counters = record()
+            not_in_time = len(scene.missed) + len(scene.late)
+            if not_in_time <= len(counters) / 10:
+                break
+            print(f"the scene missed {len(scene.missed)} of its own frames and drew {len(scene.late)} late")
         self.assertNotIn(None, counters, "a counter could not be read")
         steps = [(before, after) for before, after in zip(counters, counters[1:]) if after != before + 1]
         self.assertFalse([step for step in steps if step[1] < step[0]], "counters go backwards")
@@ -325,14 +333,11 @@ class DesktopTest(unittest.TestCase):
         lost = [frame for before, after in steps for frame in range(before + 1, after) if frame not in not_shown]
         # The scene shows frame 0 twice: until it is ready, and with the first flash.
         repeated = [after for before, after in steps if after == before != 0 and after not in not_shown]
-        not_in_time = len(scene.missed) + len(scene.late)
         summary = (f"{len(counters)} frames, lost {lost}, repeated {repeated}; the scene missed {len(scene.missed)} and "
                    f"drew {len(scene.late)} late")
         print(summary)
-        if not_in_time > len(counters) / 10:
-            self.skipTest(f"the machine is too busy to count frames: {summary}")
-        # A virtual machine can stop a processor for longer than a frame, and nobody sees it. A fault in the recorder
-        # repeats itself, and so loses more than this.
+        # The host of a virtual machine can take a processor away for longer than a frame, which no process can measure.
+        # A fault in the recorder loses a frame at each save or each second, which is more than this.
         self.assertLessEqual(len(lost) + len(repeated), len(counters) / 50, summary)
 
 

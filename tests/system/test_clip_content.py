@@ -21,13 +21,16 @@ class ClipContent(desktop.DesktopTest):
             self.assertAlmostEqual(decibels(level / wanted), 0, delta=0.5, msg=f"level of {hertz} Hz in {where}")
 
     def test_clip_has_every_frame(self):
-        scene = self.scene()
-        program = self.quelto(clipLength=10, **desktop.EVERY_FRAME)
-        program.record(12)
-        counters = clip.Clip(program.save()).counters()
-        program.stop()
-        scene.stop()
-        self.assert_no_frame_lost(scene, counters)
+        def record():
+            scene = self.scene()
+            program = self.quelto(clipLength=10, **desktop.EVERY_FRAME)
+            program.record(12)
+            counters = clip.Clip(program.save()).counters()
+            program.stop()
+            scene.stop()
+            return scene, counters
+
+        self.assert_no_frame_lost(record)
 
     def test_picture_has_the_default_size_and_a_key_frame_each_second(self):
         self.scene("--motion", "low")

@@ -180,7 +180,7 @@ void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
 }
 
 /// While a client binds the metadata, the PipeWire server sends changes of it to no other client. Programs bind it when
-/// they connect, so the defaults are read again after a client appeared.
+/// they connect, so the defaults are read again after a client, or another session manager, appeared.
 void RegistryMirror::readDefaultsAgainLater()
 {
     if (m_untilReadAgain.isArmed()) {

@@ -14,7 +14,7 @@ QString run(const QString& program, const QStringList& arguments);
 /// The value of a variable that tools/private-desktop sets.
 QString desktopVariable(const char* variable);
 /// Polls until the condition holds. False on timeout.
-bool becomesTrue(const std::function<bool()>& condition, double timeoutSeconds = 15);
+bool becomesTrue(const std::function<bool()>& condition, double timeoutSeconds = 5);
 /// Whether a condition holds in one of three recordings. A busy machine occasionally loses a cycle, which shifts the
 /// audio in it.
 bool holdsInOneOfThree(const std::function<bool()>& recordAndCheck);
