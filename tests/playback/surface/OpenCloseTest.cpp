@@ -85,9 +85,19 @@ protected:
         player.reset();
         // Qt and Mesa add a few threads of their own. A thread that is left behind each time adds many more.
         EXPECT_LT(settledThreads(), threads + openings() / 4);
-        // Libraries free some memory a moment after a player has ended.
+        // Libraries free some memory a moment after a player has ended. OpenGL sometimes takes 20 to 30 MiB once,
+        // however many players follow; a leak grows in the second round, too.
         double growth = 0;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return (growth = usedMemory() - memory) < 20; })) << growth << " MiB";
+        const auto isSmall = [&] { return (growth = usedMemory() - memory) < 20; };
+        if (!QTest::qWaitFor(isSmall)) {
+            memory = usedMemory();
+            for (int i = 0; i < openings(); ++i) {
+                open(i);
+            }
+            surface.reset();
+            player.reset();
+            EXPECT_TRUE(QTest::qWaitFor(isSmall)) << growth << " MiB";
+        }
         std::printf("%d openings: %.1f MiB more\n", openings(), growth);
     }
     /// A random time, in which a clip is somewhere between closed and shown.
