@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/time/FramePacer.h"
 #include "media/picture/FrameConverter.h"
 #include "platform/FrameSource.h"
-#include "platform/x11/FramePacer.h"
 #include "platform/x11/Monitors.h"
 #include "platform/x11/ScreenEvents.h"
 #include "platform/x11/ScreenImage.h"

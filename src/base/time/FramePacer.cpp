@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/x11/FramePacer.h"
+#include "base/time/FramePacer.h"
 
 #include <algorithm>
 
