@@ -35,7 +35,7 @@ public:
         }
     }
 
-    BgrxImage next()
+    RgbImage next()
     {
         m_index = (m_index + 1) % Count;
         return {.pixels = m_pixels[m_index].data(), .stride = m_size.width() * 4, .size = m_size};

@@ -5,7 +5,7 @@ namespace quelto {
 
 namespace {
 
-constexpr int BytesPerPixel = 4;
+constexpr int BytesPerPixel = bytesPerPixel(PixelOrder::bgrx);
 
 bool canCrop(QSize source, QSize output)
 {
@@ -20,19 +20,39 @@ FrameConverter::FrameConverter(InstructionSet instructionSet)
 {
 }
 
-void FrameConverter::convert(const BgrxImage& image, const VideoFrame& frame)
+void FrameConverter::convert(const RgbImage& image, const VideoFrame& frame)
 {
     if (image.size.isEmpty() || frame.size.isEmpty()) {
         return;
     }
-    if (canCrop(image.size, frame.size)) {
-        convertSameSize(image, frame);
+    const auto source = image.order == PixelOrder::bgrx ? image : reordered(image);
+    if (canCrop(source.size, frame.size)) {
+        convertSameSize(source, frame);
     } else {
-        convertScaled(image, frame);
+        convertScaled(source, frame);
     }
 }
 
-void FrameConverter::convertSameSize(const BgrxImage& image, const VideoFrame& frame) const
+RgbImage FrameConverter::reordered(const RgbImage& image)
+{
+    const int stride = image.size.width() * BytesPerPixel;
+    const int step = bytesPerPixel(image.order);
+    const std::ptrdiff_t blue = image.order == PixelOrder::rgbx ? 2 : 0;
+    const std::ptrdiff_t red = 2 - blue;
+    m_reordered.resize(static_cast<std::size_t>(stride) * static_cast<std::size_t>(image.size.height()));
+    auto* to = m_reordered.data();
+    for (int row = 0; row < image.size.height(); ++row) {
+        const auto* from = image.pixels + static_cast<std::ptrdiff_t>(row) * image.stride;
+        for (int column = 0; column < image.size.width(); ++column, from += step, to += BytesPerPixel) {
+            to[0] = from[blue];
+            to[1] = from[1];
+            to[2] = from[red];
+        }
+    }
+    return {.pixels = m_reordered.data(), .stride = stride, .size = image.size};
+}
+
+void FrameConverter::convertSameSize(const RgbImage& image, const VideoFrame& frame) const
 {
     const auto imageStride = static_cast<std::ptrdiff_t>(image.stride);
     const auto frameStride = static_cast<std::ptrdiff_t>(frame.stride);
@@ -46,7 +66,7 @@ void FrameConverter::convertSameSize(const BgrxImage& image, const VideoFrame& f
     }
 }
 
-void FrameConverter::convertScaled(const BgrxImage& image, const VideoFrame& frame)
+void FrameConverter::convertScaled(const RgbImage& image, const VideoFrame& frame)
 {
     updatePlan(image.size, frame.size);
     const auto frameStride = static_cast<std::ptrdiff_t>(frame.stride);
@@ -78,7 +98,7 @@ void FrameConverter::updatePlan(QSize source, QSize output)
     m_output = output;
 }
 
-void FrameConverter::scaleRow(const BgrxImage& image, int outputRow, std::uint8_t* scaled)
+void FrameConverter::scaleRow(const RgbImage& image, int outputRow, std::uint8_t* scaled)
 {
     if (image.size == m_output * 2) {
         const auto* top = image.pixels + std::ptrdiff_t{outputRow} * 2 * image.stride;

@@ -43,7 +43,7 @@ public:
     RowRange allRows() const noexcept { return {.first = 0, .count = m_area.height()}; }
     int stride() const noexcept { return m_area.width() * 4; }
     std::uint8_t* pixels() noexcept { return m_memory.get(); }
-    BgrxImage picture() const noexcept { return {.pixels = m_memory.get(), .stride = stride(), .size = m_area.size()}; }
+    RgbImage picture() const noexcept { return {.pixels = m_memory.get(), .stride = stride(), .size = m_area.size()}; }
 
 private:
     /// Leaves m_segment empty if the server refuses.

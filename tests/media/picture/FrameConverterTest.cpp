@@ -14,7 +14,7 @@ using test::SourceImage;
 
 constexpr double MinPsnrDecibels = 45;
 
-std::shared_ptr<VideoFrame> converted(const BgrxImage& image, QSize size,
+std::shared_ptr<VideoFrame> converted(const RgbImage& image, QSize size,
                                       InstructionSet instructionSet = bestInstructionSet())
 {
     FramePool pool(size, 1);
@@ -130,6 +130,47 @@ TEST_P(Colour, HasStandardValuesAtEverySize)
 }
 
 INSTANTIATE_TEST_SUITE_P(Primaries, Colour, testing::ValuesIn(Colours), [](const auto& row) { return row.param.name; });
+
+/// A copy of the image in another order of bytes, with padding at the end of each row.
+struct OrderedImage {
+    OrderedImage(const RgbImage& image, PixelOrder order)
+        : size(image.size)
+        , order(order)
+        , stride(image.size.width() * bytesPerPixel(order) + 7)
+        , pixels(static_cast<std::size_t>(stride) * static_cast<std::size_t>(image.size.height()), 0xee)
+    {
+        const auto step = static_cast<std::size_t>(bytesPerPixel(order));
+        for (int y = 0; y < size.height(); ++y) {
+            const auto* from = image.pixels + static_cast<std::ptrdiff_t>(y) * image.stride;
+            auto* to = pixels.data() + static_cast<std::ptrdiff_t>(y) * stride;
+            for (int x = 0; x < size.width(); ++x, from += 4, to += step) {
+                to[0] = from[order == PixelOrder::rgbx ? 2 : 0];
+                to[1] = from[1];
+                to[2] = from[order == PixelOrder::rgbx ? 0 : 2];
+            }
+        }
+    }
+
+    RgbImage view() const { return {.pixels = pixels.data(), .stride = stride, .size = size, .order = order}; }
+
+    QSize size;
+    PixelOrder order;
+    int stride;
+    std::vector<std::uint8_t> pixels;
+};
+
+class Orders : public testing::TestWithParam<PixelOrder> { };
+
+TEST_P(Orders, GiveTheSamePicture)
+{
+    const SourceImage image(SourceImage::Kind::saturatedNoise, {641, 361});
+    const OrderedImage ordered(image.view(), GetParam());
+    for (const auto output : {QSize(640, 360), QSize(320, 180), QSize(800, 450)}) {
+        EXPECT_TRUE(sameBytes(*converted(ordered.view(), output), *converted(image.view(), output))) << output.width();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Bytes, Orders, testing::Values(PixelOrder::bgrx, PixelOrder::rgbx, PixelOrder::bgr));
 
 TEST(FrameConverter, CropsOddScreensInsteadOfScaling)
 {

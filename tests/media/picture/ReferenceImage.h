@@ -19,7 +19,7 @@ public:
     /// A uniform colour, without padding.
     SourceImage(std::uint32_t rgb, QSize size);
 
-    BgrxImage view() const { return {.pixels = m_pixels.data(), .stride = m_stride, .size = m_size}; }
+    RgbImage view() const { return {.pixels = m_pixels.data(), .stride = m_stride, .size = m_size}; }
     /// Channel 0 is blue, 1 green, 2 red.
     double value(int x, int y, int channel) const;
     QSize size() const { return m_size; }
