@@ -19,7 +19,8 @@ int main(int argumentCount, char** arguments)
     const auto size = argumentCount > 3 ? QSize(std::atoi(arguments[2]), std::atoi(arguments[3])) : display.pixelSize;
     std::atomic<int> frames = 0;
     const auto source = makeX11FrameSource();
-    source->start({.displayID = display.id, .outputSize = size},
+    source->open({.displayID = display.id}, {});
+    source->start({.outputSize = size},
                   {.onFrame = [&](const VideoFramePtr&) { ++frames; }, .onStopped = [](const QString&) {}});
     std::this_thread::sleep_for(std::chrono::seconds(1));
     const int framesBefore = frames;

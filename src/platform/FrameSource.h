@@ -6,17 +6,21 @@
 #include <QString>
 
 #include <functional>
+#include <stop_token>
 
 namespace quelto {
 
-struct FrameSourceSettings {
+struct FrameSourceRequest {
     /// An id from Displays::all().
     std::uint32_t displayID = 0;
+    bool showsCursor = true;
+};
+
+struct FrameSourceSettings {
     /// The size of the frames, to which the display's pixels are scaled. Both sides are even.
     QSize outputSize;
     /// The maximum rate. A screen that does not change produces no frames.
     int framesPerSecond = 60;
-    bool showsCursor = true;
 };
 
 struct FrameSourceEvents {
@@ -34,16 +38,23 @@ struct FrameSourceEvents {
 /// Captures one display: whole frames, scaled and converted. A frame's presentation time is when the screen began to
 /// show it.
 ///
-/// Thread: call start() and stop() from one thread at a time.
+/// Thread: call open(), start() and stop() from one thread at a time, which is not the main thread: the main thread
+/// may have to answer for open() to return.
 class FrameSource {
 public:
     virtual ~FrameSource() = default;
 
-    /// Delivers the first frame immediately and further ones as the screen changes.
+    /// Connects to the display and returns its size in pixels. Where the desktop asks the user what may be recorded, it
+    /// waits for the answer.
+    ///
+    /// Errors: PlatformError, also soon after the token is told to stop.
+    virtual QSize open(const FrameSourceRequest& request, const std::stop_token& cancelled) = 0;
+    /// Delivers the first frame immediately and further ones as the screen changes. Needs a preceding open().
     ///
     /// Errors: PlatformError.
     virtual void start(const FrameSourceSettings& settings, FrameSourceEvents events) = 0;
-    /// No event is delivered after it returns. Does nothing if the source is not running.
+    /// Ends what open() and start() began. No event is delivered after it returns. Does nothing if the source is not
+    /// open.
     virtual void stop() noexcept = 0;
 };
 

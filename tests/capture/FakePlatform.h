@@ -23,18 +23,39 @@ public:
 
 class FakeFrameSource final : public FrameSource {
 public:
-    FrameSourceSettings request;
+    explicit FakeFrameSource(const FakeDisplays& displays)
+        : m_displays(displays)
+    {
+    }
+
+    FrameSourceRequest request;
+    FrameSourceSettings settings;
     FrameSourceEvents events;
     int starts = 0;
     bool isRunning = false;
     std::optional<QString> error;
+    /// Runs in open(), as what happens while the desktop asks the user.
+    std::function<void()> whileOpening;
 
-    void start(const FrameSourceSettings& wanted, FrameSourceEvents wantedEvents) override
+    QSize open(const FrameSourceRequest& wanted, const std::stop_token& cancelled) override
     {
+        if (whileOpening) {
+            whileOpening();
+        }
+        if (cancelled.stop_requested()) {
+            throw PlatformError(QStringLiteral("cancelled"));
+        }
         if (error) {
             throw PlatformError(*error);
         }
         request = wanted;
+        const auto display = std::ranges::find(m_displays.displays, wanted.displayID, &DisplayInfo::id);
+        return display == m_displays.displays.end() ? QSize() : display->pixelSize;
+    }
+
+    void start(const FrameSourceSettings& wanted, FrameSourceEvents wantedEvents) override
+    {
+        settings = wanted;
         events = std::move(wantedEvents);
         ++starts;
         isRunning = true;
@@ -51,7 +72,7 @@ public:
     {
         auto& [frame, pixel] = m_slots.emplace_back();
         frame.presentationTime = time;
-        frame.size = request.outputSize;
+        frame.size = settings.outputSize;
         frame.luma = &pixel;
         events.onFrame({&frame, [this](VideoFrame* released) {
                             *released->luma = releasedPixel;
@@ -66,6 +87,7 @@ private:
         std::uint8_t pixel = shownPixel;
     };
 
+    const FakeDisplays& m_displays;
     /// Frames stay in memory after their release, as in a FramePool.
     std::deque<Slot> m_slots;
 };
@@ -305,7 +327,7 @@ struct FakePlatform {
     FakePlatform()
     {
         auto ownDisplays = std::make_unique<FakeDisplays>();
-        auto ownFrames = std::make_unique<FakeFrameSource>();
+        auto ownFrames = std::make_unique<FakeFrameSource>(*ownDisplays);
         auto ownAudioServer = std::make_unique<FakeAudioServer>();
         auto ownFront = std::make_unique<FakeFrontApplication>();
         displays = ownDisplays.get();

@@ -32,11 +32,13 @@ CapturePipeline::~CapturePipeline()
     stop();
 }
 
-CaptureReport CapturePipeline::start(const CaptureSettings& settings, const CaptureEvents& events)
+CaptureReport CapturePipeline::start(const CaptureSettings& settings, const CaptureEvents& events,
+                                     const std::stop_token& cancelled)
 {
-    const auto display = chosenDisplay(settings.displayID);
+    const auto screenSize = m_platform.frames->open(
+        {.displayID = chosenDisplay(settings.displayID), .showsCursor = settings.showsCursor}, cancelled);
     CaptureReport report;
-    report.outputSize = settings.outputSize(display.pixelSize);
+    report.outputSize = settings.outputSize(screenSize);
     report.bitsPerSecond = settings.bitrate(report.outputSize);
     report.framesPerSecond = settings.framesPerSecond;
     report.codec = settings.codec;
@@ -53,10 +55,7 @@ CaptureReport CapturePipeline::start(const CaptureSettings& settings, const Capt
 
     m_buffer.reset();
     m_platform.frames->start(
-        {.displayID = display.id,
-         .outputSize = report.outputSize,
-         .framesPerSecond = settings.framesPerSecond,
-         .showsCursor = settings.showsCursor},
+        {.outputSize = report.outputSize, .framesPerSecond = settings.framesPerSecond},
         {.onFrame =
              [this](VideoFramePtr frame) { m_videoQueue.post([this, frame = std::move(frame)] { encode(frame); }); },
          .onStopped = events.onStopped});
@@ -134,18 +133,18 @@ void CapturePipeline::repeatIfStill(std::uint64_t picture)
     m_encoder->encode(*repeated, repeated->presentationTime + RepetitionOffset);
 }
 
-DisplayInfo CapturePipeline::chosenDisplay(std::uint32_t displayID) const
+std::uint32_t CapturePipeline::chosenDisplay(std::uint32_t displayID) const
 {
     const auto displays = m_platform.displays->all();
     const auto byID = std::ranges::find(displays, displayID, &DisplayInfo::id);
     if (displayID != 0 && byID != displays.end()) {
-        return *byID;
+        return byID->id;
     }
     const auto main = std::ranges::find(displays, true, &DisplayInfo::isMain);
     if (main != displays.end()) {
-        return *main;
+        return main->id;
     }
-    return displays.isEmpty() ? throw RecorderError::noDisplay() : displays.first();
+    return displays.isEmpty() ? throw RecorderError::noDisplay() : displays.first().id;
 }
 
 void CapturePipeline::startSystemAudio(const CaptureEvents& events)

@@ -58,9 +58,10 @@ public:
     CapturePipeline(const CapturePipeline&) = delete;
     CapturePipeline& operator=(const CapturePipeline&) = delete;
 
-    /// Empties the buffer and starts filling it. A problem with an audio source is an event. Errors: RecorderError,
-    /// PlatformError; call stop() after an error too.
-    CaptureReport start(const CaptureSettings& settings, const CaptureEvents& events);
+    /// Empties the buffer and starts filling it. A problem with an audio source is an event. A request to stop ends a
+    /// start that waits for the user. Errors: RecorderError, PlatformError; call stop() after an error too.
+    CaptureReport start(const CaptureSettings& settings, const CaptureEvents& events,
+                        const std::stop_token& cancelled);
     /// Stops everything and empties the buffer. Never fails.
     void stop() noexcept;
 
@@ -69,7 +70,7 @@ private:
     void encode(VideoFramePtr frame);
     void replaceEncoder();
     void repeatIfStill(std::uint64_t picture);
-    DisplayInfo chosenDisplay(std::uint32_t displayID) const;
+    std::uint32_t chosenDisplay(std::uint32_t displayID) const;
     void startSystemAudio(const CaptureEvents& events);
     void startMicrophone(const QString& id, const CaptureEvents& events);
     void startChatStream(const CaptureEvents& events);

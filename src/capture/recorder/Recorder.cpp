@@ -78,15 +78,17 @@ void Recorder::start()
 void Recorder::buildSession()
 {
     const auto session = ++m_session;
+    m_sessionStop = {};
     m_systemAudioWarning.reset();
     publishMic(false, std::nullopt);
     // Here and not on the session queue: by the time that an encoder has opened, a newer window may be set.
     m_buffer.configure(bufferSeconds(m_dependencies.settings));
     m_dependencies.session.post(
-        [this, session, settings = CaptureSettings::of(m_dependencies.settings), events = eventsOf(session)] {
+        [this, session, settings = CaptureSettings::of(m_dependencies.settings), events = eventsOf(session),
+         cancelled = m_sessionStop.get_token()] {
             QString message;
             try {
-                const auto report = m_pipeline.start(settings, events);
+                const auto report = m_pipeline.start(settings, events, cancelled);
                 onMainIn(session, [this, report, settings] { captureStarted(report, settings); });
                 return;
             } catch (const RecorderError& error) {
@@ -160,6 +162,8 @@ void Recorder::saveAutoClip(const Moment& moment, const QString& game)
 void Recorder::teardown(Task then)
 {
     const auto session = ++m_session;
+    // The queue may be waiting for the user, who asked for something else now.
+    m_sessionStop.request_stop();
     m_dependencies.session.post([this, session, then = std::move(then)] {
         m_pipeline.stop();
         onMainIn(session, [this, then] {

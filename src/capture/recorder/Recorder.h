@@ -130,6 +130,8 @@ private:
     std::optional<QString> m_runningSignature;
     /// The number of the current session. Results of earlier sessions are ignored.
     std::uint64_t m_session = 0;
+    /// Cancels the start of the current session.
+    std::stop_source m_sessionStop;
     /// Counts changes of settings, so that only the last of a burst is acted on.
     std::uint64_t m_settingsChange = 0;
 

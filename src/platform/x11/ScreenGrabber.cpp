@@ -66,12 +66,17 @@ timespec toTimespec(HostDuration duration)
 
 } // namespace
 
-ScreenGrabber::ScreenGrabber(const QString& displayName, const FrameSourceSettings& settings)
+ScreenGrabber::Output::Output(const FrameSourceSettings& settings)
+    : pool(settings.outputSize, PoolSize)
+    , pacer(HostClock::now(), settings.framesPerSecond)
+    , frameDuration(HostDuration(1s) / std::max(1, settings.framesPerSecond))
+{
+}
+
+ScreenGrabber::ScreenGrabber(const QString& displayName, const FrameSourceRequest& request)
     : m_connection(openConnection(displayName))
-    , m_settings(settings)
-    , m_pool(settings.outputSize, PoolSize)
-    , m_pacer(HostClock::now(), settings.framesPerSecond)
-    , m_screenEvents(m_connection, settings.showsCursor)
+    , m_request(request)
+    , m_screenEvents(m_connection, request.showsCursor)
     , m_lastAttempt(HostTime::min())
 {
     const auto area = findArea();
@@ -81,10 +86,13 @@ ScreenGrabber::ScreenGrabber(const QString& displayName, const FrameSourceSettin
     setArea(*area);
 }
 
-void ScreenGrabber::run(const FrameSourceEvents& events, int stopDescriptor) noexcept
+void ScreenGrabber::run(const FrameSourceSettings& settings, const FrameSourceEvents& events,
+                        int stopDescriptor) noexcept
 {
-    m_pacer = FramePacer(HostClock::now(), m_settings.framesPerSecond);
     try {
+        m_output.emplace(settings);
+        // The first frame shows the screen as it is now, not as it was when the display was opened.
+        m_pendingSince = HostClock::now();
         while (step(events, stopDescriptor) == Step::proceed) { }
     } catch (const std::exception& error) {
         qWarning("screen: %s", error.what());
@@ -109,7 +117,7 @@ ScreenGrabber::Step ScreenGrabber::step(const FrameSourceEvents& events, int sto
     if (!m_pendingSince) {
         return waitWhileIdle(stopDescriptor);
     }
-    const auto due = m_pacer.slotAfter(m_lastAttempt);
+    const auto due = m_output->pacer.slotAfter(m_lastAttempt);
     if (HostClock::now() < due) {
         return waitUntil(due, stopDescriptor);
     }
@@ -156,7 +164,7 @@ void ScreenGrabber::updateLayout()
 std::optional<QRect> ScreenGrabber::findArea() const
 {
     for (const auto& monitor : readMonitors(m_connection)) {
-        if (monitor.info.id == m_settings.displayID) {
+        if (monitor.info.id == m_request.displayID) {
             return monitor.area;
         }
     }
@@ -189,7 +197,7 @@ void ScreenGrabber::markFailing()
 void ScreenGrabber::takeFrame(const FrameSourceEvents& events)
 {
     m_lastAttempt = HostClock::now();
-    const auto frame = m_pool.tryAcquire();
+    const auto frame = m_output->pool.tryAcquire();
     if (!frame) {
         // The server still holds the changes for the next attempt, whose frame shows a later state of the screen.
         m_pendingSince = HostClock::now();
@@ -235,11 +243,10 @@ void ScreenGrabber::takeFrame(const FrameSourceEvents& events)
 
 ScreenGrabber::Step ScreenGrabber::waitWhileIdle(int stopDescriptor)
 {
-    if (!m_settings.showsCursor) {
+    if (!m_request.showsCursor) {
         return waitForChange(stopDescriptor, std::nullopt);
     }
-    const auto interval = m_screenEvents.reportsMotion() ? UnreportedMotionInterval
-                                                         : HostDuration(1s) / std::max(1, m_settings.framesPerSecond);
+    const auto interval = m_screenEvents.reportsMotion() ? UnreportedMotionInterval : m_output->frameDuration;
     const auto result = waitForChange(stopDescriptor, interval);
     markPending();
     return result;

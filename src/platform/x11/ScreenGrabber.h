@@ -22,13 +22,24 @@ namespace quelto {
 class ScreenGrabber {
 public:
     /// Errors: PlatformError.
-    ScreenGrabber(const QString& displayName, const FrameSourceSettings& settings);
+    ScreenGrabber(const QString& displayName, const FrameSourceRequest& request);
 
+    /// Units: pixels.
+    QSize screenSize() const { return m_image->area().size(); }
     /// Returns when the descriptor is readable, or after calling onStopped.
-    void run(const FrameSourceEvents& events, int stopDescriptor) noexcept;
+    void run(const FrameSourceSettings& settings, const FrameSourceEvents& events, int stopDescriptor) noexcept;
 
 private:
     enum class Step { proceed, stop };
+
+    /// What run() knows and open() does not.
+    struct Output {
+        explicit Output(const FrameSourceSettings& settings);
+
+        FramePool pool;
+        FramePacer pacer;
+        HostDuration frameDuration;
+    };
 
     Step step(const FrameSourceEvents& events, int stopDescriptor);
     void readChanges();
@@ -46,10 +57,8 @@ private:
     static bool hasStopped(int stopDescriptor);
 
     X11Connection m_connection;
-    FrameSourceSettings m_settings;
-    FramePool m_pool;
-    /// Restarted by run().
-    FramePacer m_pacer;
+    FrameSourceRequest m_request;
+    std::optional<Output> m_output;
     ScreenEvents m_screenEvents;
     std::optional<ScreenImage> m_image;
     CursorOverlay m_cursor;

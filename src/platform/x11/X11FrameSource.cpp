@@ -35,23 +35,31 @@ X11FrameSource::~X11FrameSource()
     stop();
 }
 
-void X11FrameSource::start(const FrameSourceSettings& settings, FrameSourceEvents events)
+QSize X11FrameSource::open(const FrameSourceRequest& request, const std::stop_token& /*cancelled*/)
 {
     stop();
-    auto grabber = std::make_unique<ScreenGrabber>(m_displayName, settings);
+    m_grabber = std::make_unique<ScreenGrabber>(m_displayName, request);
+    return m_grabber->screenSize();
+}
+
+void X11FrameSource::start(const FrameSourceSettings& settings, FrameSourceEvents events)
+{
+    Q_ASSERT(m_grabber);
     m_stopDescriptor = eventfd(0, EFD_CLOEXEC);
     if (m_stopDescriptor < 0) {
         throw std::system_error(errno, std::system_category());
     }
-    m_thread = std::thread([grabber = std::move(grabber), events = std::move(events), stopped = m_stopDescriptor] {
-        pthread_setname_np(pthread_self(), "quelto.screen");
-        blockBrokenPipe();
-        grabber->run(events, stopped);
-    });
+    m_thread = std::thread(
+        [grabber = std::move(m_grabber), settings, events = std::move(events), stopped = m_stopDescriptor] {
+            pthread_setname_np(pthread_self(), "quelto.screen");
+            blockBrokenPipe();
+            grabber->run(settings, events, stopped);
+        });
 }
 
 void X11FrameSource::stop() noexcept
 {
+    m_grabber.reset();
     if (!m_thread.joinable()) {
         return;
     }

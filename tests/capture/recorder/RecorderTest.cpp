@@ -44,8 +44,8 @@ TEST_F(RecorderTest, BuildsThePipelineFromTheSettings)
     settings.setResolution(ResolutionPreset::p720);
     record();
     EXPECT_EQ(fakes.frames->request.displayID, 7U);
-    EXPECT_EQ(fakes.frames->request.outputSize, QSize(1280, 720));
-    EXPECT_EQ(fakes.frames->request.framesPerSecond, 30);
+    EXPECT_EQ(fakes.frames->settings.outputSize, QSize(1280, 720));
+    EXPECT_EQ(fakes.frames->settings.framesPerSecond, 30);
     EXPECT_FALSE(fakes.frames->request.showsCursor);
     EXPECT_EQ(fakes.audioServer->askedFor, QStringLiteral("usb"));
     EXPECT_EQ(encoders.at(0).bitsPerSecond, CaptureSettings::of(settings).bitrate({1280, 720}));
@@ -92,6 +92,34 @@ TEST_F(RecorderTest, FailsWithoutADisplay)
     time.settle();
     EXPECT_EQ(recorder->state().kind, CaptureState::Error);
     EXPECT_EQ(recorder->state().message, QStringLiteral("Kaydedilecek ekran bulunamadı."));
+}
+
+TEST_F(RecorderTest, StopEndsAStartThatWaitsForTheUser)
+{
+    std::vector<CaptureState> states;
+    QObject::connect(recorder.get(), &Recorder::stateChanged, recorder.get(),
+                     [&] { states.push_back(recorder->stateKind()); });
+    fakes.frames->whileOpening = [this] { recorder->stop(); };
+    recorder->start();
+    time.settle();
+    EXPECT_EQ(states, (std::vector{CaptureState::Starting, CaptureState::Idle}));
+    EXPECT_TRUE(encoders.empty());
+
+    fakes.frames->whileOpening = {};
+    record();
+    EXPECT_EQ(fakes.frames->starts, 1);
+}
+
+TEST_F(RecorderTest, RestartWhileTheUserIsAskedAsksAgain)
+{
+    fakes.frames->whileOpening = [this] {
+        fakes.frames->whileOpening = {};
+        recorder->restart();
+    };
+    recorder->start();
+    time.settle();
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
+    EXPECT_EQ(fakes.frames->starts, 1);
 }
 
 TEST_F(RecorderTest, ReportsTheStatusWhenNoEncoderOpens)
@@ -206,7 +234,7 @@ TEST_F(RecorderTest, RestartsOnceAfterABurstOfCaptureSettings)
     EXPECT_EQ(fakes.frames->starts, 1);
     time.advance(milliseconds(1));
     EXPECT_EQ(fakes.frames->starts, 2);
-    EXPECT_EQ(fakes.frames->request.framesPerSecond, 120);
+    EXPECT_EQ(fakes.frames->settings.framesPerSecond, 120);
     EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
 }
 
@@ -275,7 +303,7 @@ TEST_F(RecorderTest, AppliesASettingThatChangedDuringTheStart)
     settings.setFps(30);
     time.settle();
     EXPECT_EQ(fakes.frames->starts, 2);
-    EXPECT_EQ(fakes.frames->request.framesPerSecond, 30);
+    EXPECT_EQ(fakes.frames->settings.framesPerSecond, 30);
     EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
 }
 

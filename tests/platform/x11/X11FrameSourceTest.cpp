@@ -27,6 +27,11 @@ constexpr std::uint32_t Grey = 0x808080;
 // Much longer than a frame.
 constexpr auto QuietTime = 400ms;
 
+struct Capture {
+    FrameSourceRequest request;
+    FrameSourceSettings settings;
+};
+
 class X11FrameSource : public testing::Test {
 protected:
     explicit X11FrameSource(const QString& size = QStringLiteral("640x480"), const QStringList& extraArguments = {})
@@ -38,19 +43,22 @@ protected:
         m_painter.fill(Screen, Grey);
     }
 
-    FrameSourceSettings settingsFor(QSize size = Screen.size(), bool showsCursor = false) const
+    Capture captureOf(QSize size = Screen.size(), bool showsCursor = false) const
     {
-        return {.displayID = makeX11Displays(m_server.name())->all().value(0).id,
-                .outputSize = size,
-                .framesPerSecond = 60,
-                .showsCursor = showsCursor};
+        const auto display = makeX11Displays(m_server.name())->all().value(0).id;
+        return {.request = {.displayID = display, .showsCursor = showsCursor},
+                .settings = {.outputSize = size, .framesPerSecond = 60}};
     }
-    void start(FrameLog& log, const FrameSourceSettings& settings) { m_source->start(settings, log.events()); }
+    void start(FrameLog& log, const Capture& capture)
+    {
+        m_source->open(capture.request, {});
+        m_source->start(capture.settings, log.events());
+    }
     /// Waits for the first frame and for all frames that the test's own set-up causes.
-    void startAndSettle(FrameLog& log, const FrameSourceSettings& settings)
+    void startAndSettle(FrameLog& log, const Capture& capture)
     {
         const std::size_t before = log.count();
-        start(log, settings);
+        start(log, capture);
         ASSERT_TRUE(log.waitForCount(before + 1));
         while (!log.getsNoFrame(QuietTime)) { }
     }
@@ -67,13 +75,13 @@ protected:
                             {QStringLiteral("--setmonitor"), QString::fromUtf8(name), QString::fromUtf8(geometry),
                              QString::fromUtf8(output)});
     }
-    FrameSourceSettings settingsForMonitor(const char* monitor, QSize size)
+    Capture captureOfMonitor(const char* monitor, QSize size)
     {
         for (const auto& display : makeX11Displays(m_server.name())->all()) {
             if (display.name == QString::fromUtf8(monitor)) {
-                auto settings = settingsFor(size);
-                settings.displayID = display.id;
-                return settings;
+                auto capture = captureOf(size);
+                capture.request.displayID = display.id;
+                return capture;
             }
         }
         ADD_FAILURE() << "no monitor " << monitor;
@@ -92,7 +100,7 @@ TEST_F(X11FrameSource, FramesHaveTheScreensColours)
     m_painter.fill({100, 100, 64, 64}, Red);
     m_painter.fill({200, 100, 64, 64}, Green);
     m_painter.fill({300, 100, 64, 64}, Blue);
-    startAndSettle(m_log, settingsFor());
+    startAndSettle(m_log, captureOf());
     const auto frame = m_log.newest();
     EXPECT_EQ(frame->size, Screen.size());
     EXPECT_TRUE(isColour(*frame, {120, 120}, Red));
@@ -105,7 +113,7 @@ TEST_F(X11FrameSource, FramesHaveTheScreensColours)
 TEST_F(X11FrameSource, ScalesToTheOutputSize)
 {
     m_painter.fill({0, 0, 320, 480}, Red);
-    startAndSettle(m_log, settingsFor({320, 240}));
+    startAndSettle(m_log, captureOf({320, 240}));
     const auto frame = m_log.newest();
     EXPECT_EQ(frame->size, QSize(320, 240));
     EXPECT_TRUE(isColour(*frame, {150, 200}, Red));
@@ -115,7 +123,7 @@ TEST_F(X11FrameSource, ScalesToTheOutputSize)
 TEST_F(X11FrameSource, StaticScreenProducesOneFrame)
 {
     const auto before = HostClock::now();
-    start(m_log, settingsFor());
+    start(m_log, captureOf());
     ASSERT_TRUE(m_log.waitForCount(1, 2s));
     EXPECT_GE(m_log.times()[0], before);
     EXPECT_LE(m_log.times()[0], HostClock::now());
@@ -124,7 +132,7 @@ TEST_F(X11FrameSource, StaticScreenProducesOneFrame)
 
 TEST_F(X11FrameSource, StaticScreenUsesAlmostNoCpu)
 {
-    startAndSettle(m_log, settingsFor(Screen.size(), true));
+    startAndSettle(m_log, captureOf(Screen.size(), true));
     const auto before = std::clock();
     std::this_thread::sleep_for(2s);
     const double seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
@@ -134,7 +142,7 @@ TEST_F(X11FrameSource, StaticScreenUsesAlmostNoCpu)
 
 TEST_F(X11FrameSource, DrawingProducesAFrame)
 {
-    startAndSettle(m_log, settingsFor());
+    startAndSettle(m_log, captureOf());
     m_painter.fill({10, 300, 20, 20}, Red);
     EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) { return isColour(frame, {20, 310}, Red); }));
     m_painter.fill({400, 20, 20, 20}, Blue);
@@ -187,7 +195,7 @@ Pace paceOf(const std::vector<HostTime>& times, double rate)
 
 TEST_F(X11FrameSource, KeepsTheFrameRateWithoutDrift)
 {
-    start(m_log, settingsFor());
+    start(m_log, captureOf());
     ASSERT_TRUE(m_log.waitForCount(1));
     const auto end = HostClock::now() + 3s;
     for (std::uint32_t step = 0; HostClock::now() < end; ++step) {
@@ -207,9 +215,9 @@ TEST_F(X11FrameSource, KeepsTheFrameRateWithoutDrift)
 
 TEST_F(X11FrameSource, KeepsLowFrameRates)
 {
-    auto settings = settingsFor();
-    settings.framesPerSecond = 10;
-    start(m_log, settings);
+    auto capture = captureOf();
+    capture.settings.framesPerSecond = 10;
+    start(m_log, capture);
     const auto end = HostClock::now() + 1s;
     for (std::uint32_t step = 0; HostClock::now() < end; ++step) {
         m_painter.fill({0, 0, 64, 64}, step * 97);
@@ -233,9 +241,9 @@ TEST_F(X11FrameSource, DrawsTheCursorOnlyIfRequested)
         }
         return false;
     };
-    startAndSettle(m_log, settingsFor(Screen.size(), false));
+    startAndSettle(m_log, captureOf(Screen.size(), false));
     EXPECT_FALSE(differs(*m_log.newest()));
-    startAndSettle(m_log, settingsFor(Screen.size(), true));
+    startAndSettle(m_log, captureOf(Screen.size(), true));
     EXPECT_TRUE(differs(*m_log.newest()));
     moveMouse("300", "200");
     EXPECT_TRUE(m_log.waitFor([&](const VideoFrame& frame) { return !differs(frame); }))
@@ -245,7 +253,7 @@ TEST_F(X11FrameSource, DrawsTheCursorOnlyIfRequested)
 
 TEST_F(X11FrameSource, CursorMotionOverAStaticScreenProducesAFrame)
 {
-    startAndSettle(m_log, settingsFor(Screen.size(), true));
+    startAndSettle(m_log, captureOf(Screen.size(), true));
     const auto before = m_log.count();
     moveMouse("-20", "-20");
     EXPECT_TRUE(m_log.waitForCount(before + 1));
@@ -253,7 +261,7 @@ TEST_F(X11FrameSource, CursorMotionOverAStaticScreenProducesAFrame)
     const auto beforeWarp = m_log.count();
     m_painter.warpPointer({50, 50});
     EXPECT_TRUE(m_log.waitForCount(beforeWarp + 1)) << "pointer moved by a program";
-    startAndSettle(m_log, settingsFor(Screen.size(), false));
+    startAndSettle(m_log, captureOf(Screen.size(), false));
     moveMouse("30", "30");
     EXPECT_TRUE(m_log.getsNoFrame(QuietTime)) << "the cursor is not shown";
 }
@@ -263,7 +271,7 @@ TEST_F(X11FrameSource, IgnoresChangesOutsideTheDisplay)
     ASSERT_TRUE(addMonitor("Left", "200/50x480/120+0+0", "screen"));
     ASSERT_TRUE(addMonitor("Middle", "200/50x480/120+200+0", "none"));
     ASSERT_TRUE(addMonitor("Right", "240/60x480/120+400+0", "none"));
-    startAndSettle(m_log, settingsForMonitor("Middle", {200, 480}));
+    startAndSettle(m_log, captureOfMonitor("Middle", {200, 480}));
     // On both sides at once, so that the bounding box includes the captured display.
     m_painter.fill({10, 10, 50, 50}, Red);
     m_painter.fill({500, 300, 50, 50}, Red);
@@ -275,7 +283,7 @@ TEST_F(X11FrameSource, IgnoresChangesOutsideTheDisplay)
 TEST_F(X11FrameSource, KeepsTheLastChangeWhileTheFramePoolIsEmpty)
 {
     FrameLog keepingLog(FrameLog::Keep::all);
-    start(keepingLog, settingsFor());
+    start(keepingLog, captureOf());
     const auto paint = [this](int steps) {
         for (int step = 0; step < steps; ++step) {
             m_painter.fill({0, 0, 64, 64}, step % 2 == 0 ? Red : Green);
@@ -317,9 +325,9 @@ protected:
     /// Turns the output off. xrandr then fails because of what remains of the screen, so its result is ignored.
     void turnOff()
     {
-        const auto before = settingsFor().displayID;
+        const auto before = captureOf().request.displayID;
         setOutput({QStringLiteral("--off")});
-        ASSERT_NE(settingsFor().displayID, before);
+        ASSERT_NE(captureOf().request.displayID, before);
     }
     bool setOutput(const QStringList& arguments)
     {
@@ -330,7 +338,7 @@ protected:
 
 TEST_F(X11FrameSourceOnALargeScreen, ContinuesAfterAResize)
 {
-    startAndSettle(m_log, settingsFor({640, 480}));
+    startAndSettle(m_log, captureOf({640, 480}));
     for (const auto& mode : {QStringLiteral("800x600"), QStringLiteral("399x301"), QStringLiteral("640x480"),
                              QStringLiteral("1280x960")}) {
         const auto before = m_log.count();
@@ -348,7 +356,7 @@ TEST_F(X11FrameSourceOnALargeScreen, ContinuesAfterAResize)
 
 TEST_F(X11FrameSourceOnALargeScreen, ContinuesAfterAModeChangeTurnsTheDisplayOff)
 {
-    startAndSettle(m_log, settingsFor({640, 480}));
+    startAndSettle(m_log, captureOf({640, 480}));
     turnOff();
     std::this_thread::sleep_for(200ms);
     ASSERT_TRUE(setOutput({QStringLiteral("--mode"), QStringLiteral("800x600")}));
@@ -359,7 +367,7 @@ TEST_F(X11FrameSourceOnALargeScreen, ContinuesAfterAModeChangeTurnsTheDisplayOff
 
 TEST_F(X11FrameSourceOnALargeScreen, ModeChangeFollowedByAStaticScreenIsNoFailure)
 {
-    startAndSettle(m_log, settingsFor({640, 480}));
+    startAndSettle(m_log, captureOf({640, 480}));
     turnOff();
     std::this_thread::sleep_for(200ms);
     ASSERT_TRUE(setOutput({QStringLiteral("--auto")}));
@@ -372,7 +380,7 @@ TEST_F(X11FrameSourceOnALargeScreen, ModeChangeFollowedByAStaticScreenIsNoFailur
 
 TEST_F(X11FrameSourceOnALargeScreen, StopsWithAMessageIfTheDisplayIsDisconnected)
 {
-    startAndSettle(m_log, settingsFor({640, 480}));
+    startAndSettle(m_log, captureOf({640, 480}));
     turnOff();
     ASSERT_TRUE(m_log.waitForStop());
     EXPECT_FALSE(m_log.stopReasons()[0].isEmpty());
@@ -382,7 +390,7 @@ TEST_F(X11FrameSourceOnALargeScreen, StopsWithAMessageIfTheDisplayIsDisconnected
 
 TEST_F(X11FrameSource, StopsOnceWithAMessageIfTheServerDies)
 {
-    startAndSettle(m_log, settingsFor());
+    startAndSettle(m_log, captureOf());
     m_server.kill();
     ASSERT_TRUE(m_log.waitForStop());
     EXPECT_FALSE(m_log.stopReasons()[0].isEmpty());
@@ -393,7 +401,7 @@ TEST_F(X11FrameSource, StopsOnceWithAMessageIfTheServerDies)
 
 TEST_F(X11FrameSource, StopsIfTheServerDiesWhileFramesArrive)
 {
-    start(m_log, settingsFor(Screen.size(), true));
+    start(m_log, captureOf(Screen.size(), true));
     ASSERT_TRUE(m_log.waitForCount(1));
     std::jthread painting([name = m_server.name()](const std::stop_token& stop) {
         Painter painter(name);
@@ -408,17 +416,15 @@ TEST_F(X11FrameSource, StopsIfTheServerDiesWhileFramesArrive)
     EXPECT_EQ(m_log.stopReasons().size(), 1U);
 }
 
-TEST_F(X11FrameSource, StartThrowsIfTheDisplayOrServerIsMissing)
+TEST_F(X11FrameSource, OpenThrowsIfTheDisplayOrServerIsMissing)
 {
-    auto unknown = settingsFor();
-    unknown.displayID = 12345;
-    EXPECT_THROW(m_source->start(unknown, m_log.events()), PlatformError);
-    EXPECT_THROW(makeX11FrameSource(QStringLiteral(":9999"))->start(settingsFor(), m_log.events()), PlatformError);
+    EXPECT_THROW(m_source->open({.displayID = 12345}, {}), PlatformError);
+    EXPECT_THROW(makeX11FrameSource(QStringLiteral(":9999"))->open(captureOf().request, {}), PlatformError);
 }
 
 TEST_F(X11FrameSource, NoEventAfterStop)
 {
-    start(m_log, settingsFor());
+    start(m_log, captureOf());
     ASSERT_TRUE(m_log.waitForCount(1));
     m_source->stop();
     const auto count = m_log.count();
@@ -441,7 +447,7 @@ protected:
 TEST_F(X11FrameSourceWithoutSharedMemory, ReadsPixelsOverTheConnection)
 {
     m_painter.fill({100, 100, 64, 64}, Red);
-    startAndSettle(m_log, settingsFor());
+    startAndSettle(m_log, captureOf());
     EXPECT_TRUE(isColour(*m_log.newest(), {120, 120}, Red));
     m_painter.fill({100, 300, 64, 64}, Green);
     EXPECT_TRUE(m_log.waitFor([](const VideoFrame& frame) {
