@@ -3,6 +3,11 @@
 
 #include "base/keys/HotKeyText.h"
 
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
 namespace quelto {
 
 HotKeyManager::HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* parent)
@@ -21,6 +26,20 @@ HotKeyManager::HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* par
             Qt::QueuedConnection);
     };
     m_key.onStateChanged = [this] { Q_EMIT stateChanged(); };
+}
+
+QString HotKeyManager::command()
+{
+    const auto program = QCoreApplication::applicationFilePath();
+    const auto found = QFileInfo(QStandardPaths::findExecutable(QFileInfo(program).fileName())).canonicalFilePath();
+    auto word = QFileInfo(program).fileName();
+    if (found != QFileInfo(program).canonicalFilePath()) {
+        word = program;
+        if (word.contains(QRegularExpression(QStringLiteral("[^\\w@%+=:,./-]")))) {
+            word = u'\'' + word.replace(u'\'', QStringLiteral("'\\''")) + u'\'';
+        }
+    }
+    return word + QStringLiteral(" --save-clip");
 }
 
 QString HotKeyManager::keyName(std::uint32_t keyCode)

@@ -16,12 +16,11 @@ class HotKeyManager : public QObject {
     /// Whether a press arrives.
     Q_PROPERTY(quelto::GlobalKeyStates::Kind state READ state NOTIFY stateChanged)
     /// What the user can bind to a key in the settings of a desktop that reserves all keys.
-    Q_PROPERTY(QString command MEMBER command CONSTANT)
+    Q_PROPERTY(QString command READ command CONSTANT)
 
 public:
-    /// Saves a clip, as the key does.
-    static inline const QString command =
-        QStringLiteral("gdbus call --session -d app.quelto.Quelto -o /app/quelto/Quelto -m app.quelto.Quelto.SaveClip");
+    /// Saves a clip, as the key does. Names the program by its path if a shell would not find it, or find another one.
+    static QString command();
 
     HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* parent = nullptr);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/bus/SessionBusService.h"
 
+#include "base/language/T.h"
 #include "base/settings/SettingChoices.h"
 
 #include <QDBusConnection>
@@ -118,6 +119,25 @@ RunningInstance raiseRunningInstance()
     const bool isStarting = QDBusError(reply).type() == QDBusError::UnknownObject;
     return reply.type() == QDBusMessage::ReplyMessage || isStarting ? RunningInstance::raised
                                                                     : RunningInstance::unresponsive;
+}
+
+std::optional<QString> requestClip()
+{
+    const auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        return T("Oturum veri yoluna (D-Bus) bağlanılamadı. Komutu masaüstü oturumunun içinde çalıştırın.");
+    }
+    auto call = QDBusMessage::createMethodCall(busNames::service, busNames::path, busNames::service,
+                                               QStringLiteral("SaveClip"));
+    // A program that starts now has nothing to save.
+    call.setAutoStartService(false);
+    const QDBusError error(bus.call(call, QDBus::Block, AnswerMilliseconds));
+    if (!error.isValid()) {
+        return std::nullopt;
+    }
+    return error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout
+        ? T("Quelto zaten çalışıyor ama yanıt vermiyor. Onu sonlandırıp yeniden deneyin.")
+        : T("Quelto çalışmıyor. Önce Quelto'yi başlatın.");
 }
 
 } // namespace quelto

@@ -11,6 +11,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <optional>
 
 namespace quelto {
 
@@ -103,5 +104,8 @@ enum class RunningInstance {
 };
 /// Asks the running Quelto to show its window.
 RunningInstance raiseRunningInstance();
+
+/// Asks the running Quelto for a clip, as its global key does. Returns a translated sentence if it cannot be asked.
+std::optional<QString> requestClip();
 
 } // namespace quelto

@@ -136,6 +136,8 @@ ApplicationController::~ApplicationController()
 {
     // First, because the window's bindings use the members destroyed below.
     delete m_window;
+    // The session's queue may be waiting for the user to answer the desktop's dialog.
+    m_recorder->stop();
     m_clipFrames.stop();
     const bool isExportDone = m_exports.finish(ExportTimeout);
     const bool isFrameDone = m_frameQueue.finish(ExportTimeout);

@@ -7,6 +7,7 @@ namespace quelto {
 
 namespace {
 
+constexpr int Failure = 1;
 constexpr int WrongUsage = 2;
 
 enum class OptionValue { none, next };
@@ -30,38 +31,48 @@ constexpr std::array QtOptions{
     QtOption{"title", OptionValue::next},         QtOption{"widgetcount", OptionValue::none},
 };
 
+using SaveClip = std::function<std::optional<QString>()>;
+
 struct OwnOption {
     const char* shortName;
     const char* longName;
     /// The key of its description.
     const char* description;
-    QString (*text)();
+    CommandLineAnswer (*answer)(const SaveClip&);
 };
 
-QString version();
-QString help();
+CommandLineAnswer version(const SaveClip& saveClip);
+CommandLineAnswer help(const SaveClip& saveClip);
+CommandLineAnswer requestClip(const SaveClip& saveClip);
 
 constexpr std::array OwnOptions{
+    OwnOption{"-s", "--save-clip", "Çalışan Quelto'ye klip kaydettirir", requestClip},
     OwnOption{"-h", "--help", "Bu yardımı gösterir", help},
     OwnOption{"-v", "--version", "Sürümü gösterir", version},
 };
 
-QString version()
+CommandLineAnswer requestClip(const SaveClip& saveClip)
 {
-    return QStringLiteral("Quelto " QUELTO_VERSION "\n");
+    const auto failure = saveClip();
+    return failure ? CommandLineAnswer{.text = *failure + u'\n', .exitCode = Failure} : CommandLineAnswer{};
 }
 
-QString help()
+CommandLineAnswer version(const SaveClip& /*saveClip*/)
 {
-    auto text = T("Kullanım: {0}", QStringLiteral("quelto")) + QStringLiteral(" [-h | -v]\n\n") +
+    return {.text = QStringLiteral("Quelto " QUELTO_VERSION "\n")};
+}
+
+CommandLineAnswer help(const SaveClip& /*saveClip*/)
+{
+    auto text = T("Kullanım: {0}", QStringLiteral("quelto")) + QStringLiteral(" [-s | -h | -v]\n\n") +
         T("Linux için anlık tekrar kaydedici. GNU GPL 3 veya sonraki sürümüyle özgür yazılımdır.") +
         QStringLiteral("\n\n");
     for (const auto& option : OwnOptions) {
         text += QStringLiteral("  %1, %2  %3\n")
-                    .arg(QLatin1String(option.shortName), QString(QLatin1String(option.longName)).leftJustified(9),
+                    .arg(QLatin1String(option.shortName), QString(QLatin1String(option.longName)).leftJustified(11),
                          T(option.description));
     }
-    return text + u'\n' + T("Quelto zaten çalışıyorsa onun penceresini gösterir.") + u'\n';
+    return {.text = text + u'\n' + T("Quelto zaten çalışıyorsa onun penceresini gösterir.") + u'\n'};
 }
 
 const QtOption* tryFindQtOption(const QString& argument)
@@ -75,7 +86,7 @@ const QtOption* tryFindQtOption(const QString& argument)
 
 } // namespace
 
-std::optional<CommandLineAnswer> answerCommandLine(const QStringList& arguments)
+std::optional<CommandLineAnswer> answerCommandLine(const QStringList& arguments, const SaveClip& saveClip)
 {
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const auto& argument = arguments[i];
@@ -83,7 +94,7 @@ std::optional<CommandLineAnswer> answerCommandLine(const QStringList& arguments)
             return argument == QLatin1String(option.shortName) || argument == QLatin1String(option.longName);
         });
         if (own != OwnOptions.end()) {
-            return CommandLineAnswer{.text = own->text()};
+            return own->answer(saveClip);
         }
         const auto* qt = tryFindQtOption(argument);
         if (qt == nullptr) {

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace quelto {
@@ -17,9 +18,10 @@ struct CommandLineAnswer {
     bool operator==(const CommandLineAnswer&) const = default;
 };
 
-/// Answers "--help" and "--version", and rejects what is neither an option of Quelto nor one of Qt; nothing if the
-/// program is to run. `arguments` are those behind the program's name. Needs neither an application object nor a
-/// display.
-std::optional<CommandLineAnswer> answerCommandLine(const QStringList& arguments);
+/// Answers the options of Quelto itself, and rejects what is neither one of them nor one of Qt; nothing if the program
+/// is to run. `arguments` are those behind the program's name. `saveClip` asks the running Quelto for a clip and returns
+/// a sentence if that fails. Needs neither an application object nor a display.
+std::optional<CommandLineAnswer> answerCommandLine(const QStringList& arguments,
+                                                   const std::function<std::optional<QString>()>& saveClip);
 
 } // namespace quelto

@@ -84,14 +84,17 @@ void endEvenIfAThreadHangs(int result)
 }
 
 /// The exit code if the command line asks for more than to run.
-std::optional<int> answerOnTerminal(int argc, char* argv[])
+std::optional<int> answerOnTerminal(int& argc, char* argv[])
 {
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
     quelto::L10n::use(quelto::storedLanguage(quelto::AppSettings::defaultPath()));
-    const auto answer = quelto::answerCommandLine(arguments);
+    const auto answer = quelto::answerCommandLine(arguments, [&] {
+        const QCoreApplication forTheBus(argc, argv);
+        return quelto::requestClip();
+    });
     if (!answer) {
         return std::nullopt;
     }

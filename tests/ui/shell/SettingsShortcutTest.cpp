@@ -392,7 +392,7 @@ TEST_F(SettingsShortcutTest, CopiesTheCommand)
     drawFrame();
     QGuiApplication::clipboard()->clear();
     click(QStringLiteral("Kopyala"));
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), HotKeyManager::command);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), HotKeyManager::command());
     EXPECT_EQ(navigation->toast(), QStringLiteral("Komut kopyalandı"));
 }
 
@@ -405,9 +405,9 @@ TEST_F(SettingsShortcutTest, CommandCanBeSelectedAndLeftByKeyboard)
     auto* field = item(QStringLiteral("Komut"));
     EXPECT_TRUE(field->hasActiveFocus());
     QTest::keyClick(window, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(field->property("selectedText").toString(), HotKeyManager::command);
+    EXPECT_EQ(field->property("selectedText").toString(), HotKeyManager::command());
     QTest::keyClick(window, Qt::Key_X);
-    EXPECT_EQ(field->property("text").toString(), HotKeyManager::command) << "it is read-only";
+    EXPECT_EQ(field->property("text").toString(), HotKeyManager::command()) << "it is read-only";
     QTest::keyClick(window, Qt::Key_Tab);
     EXPECT_TRUE(item(QStringLiteral("Kopyala"))->hasActiveFocus());
     QTest::keyClick(window, Qt::Key_Backtab, Qt::ShiftModifier);
