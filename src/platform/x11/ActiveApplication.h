@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/FrontApplication.h"
-#include "platform/x11/DesktopEntries.h"
+#include "platform/applications/DesktopEntries.h"
 #include "platform/x11/X11Connection.h"
 
 namespace quelto {

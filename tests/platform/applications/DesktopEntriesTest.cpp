@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/x11/DesktopEntries.h"
+#include "platform/applications/DesktopEntries.h"
 #include "tests/base/environment/ScopedEnvironment.h"
 
 #include <QDir>
