@@ -29,6 +29,12 @@ public:
 
     /// Queries the display system on each call. Empty if there is none.
     virtual QList<DisplayInfo> all() const = 0;
+
+    /// Whether the user chooses in a dialog of the desktop. Then there is one display, whose name says so, and the
+    /// display of the settings has no effect.
+    virtual bool areChosenByTheDesktop() const { return false; }
+    /// The next recording shows the dialog again. Recordings otherwise use the display that was chosen last.
+    virtual void chooseAgain() { }
 };
 
 } // namespace quelto

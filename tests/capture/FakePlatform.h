@@ -18,7 +18,12 @@ class FakeDisplays final : public Displays {
 public:
     QList<DisplayInfo> displays{{.id = 7, .name = QStringLiteral("one"), .pixelSize = {1920, 1080}, .isMain = true}};
 
+    bool areChosen = false;
+    int newChoices = 0;
+
     QList<DisplayInfo> all() const override { return displays; }
+    bool areChosenByTheDesktop() const override { return areChosen; }
+    void chooseAgain() override { ++newChoices; }
 };
 
 class FakeFrameSource final : public FrameSource {

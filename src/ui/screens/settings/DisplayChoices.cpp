@@ -13,7 +13,7 @@ DisplayChoices::DisplayChoices(QObject* parent)
 {
 }
 
-DisplayChoices::DisplayChoices(AppSettings& settings, const Displays& displays, QObject* parent)
+DisplayChoices::DisplayChoices(AppSettings& settings, Displays& displays, QObject* parent)
     : QObject(parent)
     , m_settings(settings)
     , m_displays(displays)

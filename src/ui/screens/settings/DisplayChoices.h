@@ -21,14 +21,19 @@ class DisplayChoices : public QObject {
     Q_PROPERTY(QVariantList choices READ choices NOTIFY choicesChanged)
     /// AppSettings.displayID; also that of a display that is not connected.
     Q_PROPERTY(QVariant selected READ selected WRITE setSelected NOTIFY selectedChanged)
+    /// Then there is nothing to choose from here, and chooseAgain() makes the desktop ask.
+    Q_PROPERTY(bool areMadeByTheDesktop READ areMadeByTheDesktop CONSTANT)
 
 public:
     explicit DisplayChoices(QObject* parent = nullptr);
-    DisplayChoices(AppSettings& settings, const Displays& displays, QObject* parent = nullptr);
+    DisplayChoices(AppSettings& settings, Displays& displays, QObject* parent = nullptr);
 
     const QVariantList& choices() const noexcept { return m_choices; }
     QVariant selected() const { return m_settings.displayID(); }
     void setSelected(const QVariant& display) { m_settings.setDisplayID(display.toUInt()); }
+
+    bool areMadeByTheDesktop() const { return m_displays.areChosenByTheDesktop(); }
+    Q_INVOKABLE void chooseAgain() { m_displays.chooseAgain(); }
 
 Q_SIGNALS:
     void choicesChanged();
@@ -38,7 +43,7 @@ private:
     void refresh();
 
     AppSettings& m_settings;
-    const Displays& m_displays;
+    Displays& m_displays;
     DisplayWatch m_watch;
     QVariantList m_choices;
 };

@@ -27,7 +27,28 @@ SectionCard {
         id: displays
     }
 
+    SettingRow {
+        visible: displays.areMadeByTheDesktop
+        title: L10n.T("Ekran")
+        subtitle: L10n.T("Masaüstünün seçtiği ekran")
+
+        AccentButton {
+            filled: false
+            compact: true
+            text: L10n.T("Yeniden Seç")
+            Accessible.description: L10n.T("Ekran")
+            onClicked: {
+                displays.chooseAgain();
+                if (Recorder.state === CaptureState.Idle)
+                    Navigation.showToast(L10n.T("Masaüstü, sonraki kayıtta ekranı soracak"));
+                else
+                    Recorder.restart();
+            }
+        }
+    }
+
     DropDownRow {
+        visible: !displays.areMadeByTheDesktop
         title: L10n.T("Ekran")
         subtitle: L10n.T("Birden fazla monitör varsa kaydedilecek ekran")
         menuWidth: 220

@@ -70,5 +70,15 @@ TEST_F(DisplayChoicesTest, KeepADisplayThatIsNotConnected)
     EXPECT_EQ(choices.selected(), QVariant(0U));
 }
 
+TEST_F(DisplayChoicesTest, ADesktopThatChoosesIsAskedToAskAgain)
+{
+    EXPECT_FALSE(DisplayChoices(settings, displays).areMadeByTheDesktop());
+    displays.areChosen = true;
+    DisplayChoices choices(settings, displays);
+    EXPECT_TRUE(choices.areMadeByTheDesktop());
+    choices.chooseAgain();
+    EXPECT_EQ(displays.newChoices, 1);
+}
+
 } // namespace
 } // namespace quelto
