@@ -2,6 +2,7 @@
 #include "media/codec/LibavVideoEncoder.h"
 
 #include "media/codec/EncoderContext.h"
+#include "media/codec/VaapiImport.h"
 #include "media/codec/VaapiUpload.h"
 #include "media/ffmpeg/FfmpegError.h"
 
@@ -128,6 +129,26 @@ ffmpeg::Frame LibavVideoEncoder::wrap(const VideoFrame& input)
     return frame;
 }
 
+ffmpeg::Frame LibavVideoEncoder::prepare(const VideoFrame& input)
+{
+    if (!input.dmaBuf) {
+        auto frame = wrap(input);
+        return m_upload ? m_upload->upload(*frame) : std::move(frame);
+    }
+    try {
+        if (!m_upload) {
+            throw ffmpeg::FfmpegError(AVERROR(ENOSYS));
+        }
+        if (!m_import) {
+            m_import = std::make_unique<VaapiImport>(*m_upload, m_size);
+        }
+        return m_import->import(*input.dmaBuf);
+    } catch (const std::exception&) {
+        input.dmaBuf->reject();
+        throw;
+    }
+}
+
 std::int64_t LibavVideoEncoder::nextPts(HostTime presentationTime)
 {
     if (!m_firstTime) {
@@ -141,17 +162,16 @@ std::int64_t LibavVideoEncoder::nextPts(HostTime presentationTime)
 
 void LibavVideoEncoder::encode(const VideoFrame& input, HostTime presentationTime)
 {
-    if (input.size != m_size || !input.luma || !input.chroma) {
+    if (!input.dmaBuf && (input.size != m_size || !input.luma || !input.chroma)) {
         return;
     }
     try {
-        auto frame = wrap(input);
+        auto frame = prepare(input);
         frame->pts = nextPts(presentationTime);
         const bool isKeyFrame = m_keyFramePolicy.isDue(presentationTime);
         frame->pict_type = isKeyFrame ? AV_PICTURE_TYPE_I : AV_PICTURE_TYPE_NONE;
-        const auto sent = m_upload ? m_upload->upload(*frame) : std::move(frame);
-        ffmpeg::checked(avcodec_send_frame(m_context.get(), sent.get()));
-        m_pending.push_back({sent->pts, presentationTime});
+        ffmpeg::checked(avcodec_send_frame(m_context.get(), frame.get()));
+        m_pending.push_back({frame->pts, presentationTime});
         if (isKeyFrame) {
             m_keyFramePolicy.recordKeyFrame(presentationTime);
         }

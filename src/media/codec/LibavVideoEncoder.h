@@ -10,6 +10,7 @@
 
 namespace quelto {
 
+class VaapiImport;
 class VaapiUpload;
 
 /// A VideoEncoder on top of a libavcodec encoder.
@@ -34,6 +35,8 @@ private:
     void configure(const EncoderRequest& request);
     void open(const EncoderCandidate& candidate);
     ffmpeg::Frame wrap(const VideoFrame& input);
+    /// The frame in the form that the encoder takes. Errors: std::exception.
+    ffmpeg::Frame prepare(const VideoFrame& input);
     std::int64_t nextPts(HostTime presentationTime);
     void drain();
     void deliver(const AVPacket& packet);
@@ -44,6 +47,7 @@ private:
     KeyFramePolicy m_keyFramePolicy;
     OnEncodedFrame m_onEncodedFrame;
     std::unique_ptr<VaapiUpload> m_upload;
+    std::unique_ptr<VaapiImport> m_import;
     ffmpeg::CodecContext m_context;
     ffmpeg::Packet m_packet = ffmpeg::makePacket();
     std::shared_ptr<const VideoFormat> m_format;

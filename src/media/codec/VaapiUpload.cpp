@@ -18,7 +18,8 @@ constexpr int FirstRenderNode = 128;
 constexpr int LastRenderNode = 143;
 constexpr int PoolFrames = 8;
 
-ffmpeg::BufferRef openDevice()
+/// Returns the path of the device, too.
+ffmpeg::BufferRef openDevice(QByteArray& renderNode)
 {
     auto status = AVERROR(ENODEV);
     for (int node = FirstRenderNode; node <= LastRenderNode; ++node) {
@@ -29,6 +30,7 @@ ffmpeg::BufferRef openDevice()
         AVBufferRef* device = nullptr;
         status = av_hwdevice_ctx_create(&device, AV_HWDEVICE_TYPE_VAAPI, path.constData(), nullptr, 0);
         if (status >= 0) {
+            renderNode = path;
             return ffmpeg::BufferRef(device);
         }
     }
@@ -38,7 +40,7 @@ ffmpeg::BufferRef openDevice()
 } // namespace
 
 VaapiUpload::VaapiUpload(QSize size)
-    : m_device(openDevice())
+    : m_device(openDevice(m_renderNode))
     , m_frames(av_hwframe_ctx_alloc(m_device.get()))
 {
     if (!m_frames) {

@@ -84,6 +84,8 @@ AVFilterContext* FilterGraph::addInput(const AVFrame& frame, const std::string& 
     parameters->height = frame.height;
     parameters->sample_aspect_ratio = frame.sample_aspect_ratio;
     parameters->time_base = frame.time_base.num > 0 ? frame.time_base : av_get_time_base_q();
+    // For frames in memory of the GPU. The graph takes a reference of its own.
+    parameters->hw_frames_ctx = frame.hw_frames_ctx;
 #if LIBAVFILTER_VERSION_MAJOR >= 10
     parameters->color_space = frame.colorspace;
     parameters->color_range = frame.color_range;

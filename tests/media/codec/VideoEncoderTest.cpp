@@ -256,6 +256,31 @@ TEST(VideoEncoder, UnsupportedSizeIsAnErrorWithAStatus)
     }
 }
 
+TEST(VideoEncoder, EncoderInSoftwareRejectsPicturesOfTheGpuAndGoesOn)
+{
+    auto request = smallRequest(VideoCodec::h264);
+    request.choice = EncoderChoice::software;
+    int encoded = 0;
+    const auto encoder = openVideoEncoder(request, [&](const EncodedFramePtr&) { ++encoded; });
+    int rejections = 0;
+    DmaBufImage image;
+    image.size = {640, 360};
+    image.planes = {{.descriptor = -1, .offset = 0, .stride = 2560}};
+    image.reject = [&] { ++rejections; };
+    VideoFrame onGpu;
+    onGpu.size = image.size;
+    onGpu.dmaBuf = &image;
+    encoder->encode(onGpu, HostTime(1s));
+    EXPECT_EQ(rejections, 1);
+
+    FramePool pool(request.size, 1);
+    const auto inMemory = pool.tryAcquire();
+    test::MovingScene(request.size).paint(*inMemory, 0);
+    encoder->encode(*inMemory, HostTime(2s));
+    encoder->finish();
+    EXPECT_EQ(encoded, 1);
+}
+
 TEST(VideoEncoder, FinishTwiceIsHarmless)
 {
     const auto encoder = openVideoEncoder(smallRequest(VideoCodec::h264), [](const EncodedFramePtr&) {});
