@@ -3,7 +3,7 @@
 
 #include "base/settings/AppSettings.h"
 #include "platform/Displays.h"
-#include "ui/screens/settings/DisplayWatch.h"
+#include "platform/DisplayWatch.h"
 
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>

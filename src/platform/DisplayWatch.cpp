@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/screens/settings/DisplayWatch.h"
+#include "platform/DisplayWatch.h"
 
 #include <QGuiApplication>
 #include <QScreen>
