@@ -10,6 +10,7 @@
 #include "platform/freedesktop/FreedesktopSoundSettings.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
+#include "platform/portal/PortalConnection.h"
 #include "platform/x11/X11Platform.h"
 
 namespace quelto {
@@ -26,6 +27,7 @@ X11Session presentSession()
 
 Platform makePlatform()
 {
+    const auto portal = std::make_shared<PortalConnection>(QDBusConnection::sessionBus());
     return {.displays = makeX11Displays(),
             .frames = makeX11FrameSource(),
             .audioServer = makePipeWireAudioServer(),
@@ -37,7 +39,7 @@ Platform makePlatform()
             .files = std::make_unique<FreedesktopFileManager>(),
             .pasteboard = std::make_unique<FreedesktopPasteboard>(),
             .loginItem = std::make_unique<FreedesktopLoginItem>(),
-            .folderDialog = std::make_unique<FreedesktopFolderDialog>(),
+            .folderDialog = std::make_unique<FreedesktopFolderDialog>(portal),
             .soundSettings = std::make_unique<FreedesktopSoundSettings>()};
 }
 

@@ -39,8 +39,9 @@ template <typename Object> void deleteLater(std::unique_ptr<Object>& object)
 
 } // namespace
 
-FreedesktopFolderDialog::FreedesktopFolderDialog(const QDBusConnection& bus, std::chrono::milliseconds portalTimeout)
-    : m_bus(bus)
+FreedesktopFolderDialog::FreedesktopFolderDialog(std::shared_ptr<PortalConnection> portal,
+                                                 std::chrono::milliseconds portalTimeout)
+    : m_portal(std::move(portal))
     , m_portalTimeout(portalTimeout)
 {
 }
@@ -89,7 +90,7 @@ void FreedesktopFolderDialog::open(Request request, const QString& startFolder)
     m_lookup->detach();
     m_lookup.reset();
     request.startFolder = startFolder;
-    if (m_bus.isConnected()) {
+    if (m_portal->bus().isConnected()) {
         openPortalDialog(request);
     } else {
         openQtDialog(request);
@@ -108,7 +109,7 @@ void FreedesktopFolderDialog::endWith(QWindow* parent)
 
 void FreedesktopFolderDialog::openPortalDialog(const Request& request)
 {
-    m_portalDialog = std::make_unique<PortalFolderDialog>(m_bus, request, m_portalTimeout);
+    m_portalDialog = std::make_unique<PortalFolderDialog>(m_portal, request, m_portalTimeout);
     auto* const dialog = m_portalDialog.get();
     QObject::connect(dialog, &PortalFolderDialog::chosen, m_context.get(),
                      [this](const QString& path) { confirm(path); });

@@ -7,7 +7,6 @@
 #include "platform/FolderDialog.h"
 #include "platform/freedesktop/PortalFolderDialog.h"
 
-#include <QDBusConnection>
 #include <QObject>
 
 #include <memory>
@@ -23,7 +22,7 @@ namespace quelto {
 class FreedesktopFolderDialog final : public FolderDialog {
 public:
     /// The portal and its back end may have to start before the dialog opens; after the timeout, Qt's dialog opens.
-    explicit FreedesktopFolderDialog(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+    explicit FreedesktopFolderDialog(std::shared_ptr<PortalConnection> portal,
                                      std::chrono::milliseconds portalTimeout = std::chrono::seconds(10));
     ~FreedesktopFolderDialog() override;
     FreedesktopFolderDialog(const FreedesktopFolderDialog&) = delete;
@@ -40,7 +39,7 @@ private:
     void confirm(const QString& path);
     void end();
 
-    QDBusConnection m_bus;
+    std::shared_ptr<PortalConnection> m_portal;
     std::chrono::milliseconds m_portalTimeout;
     /// Empty while no dialog is open.
     Reply m_reply;

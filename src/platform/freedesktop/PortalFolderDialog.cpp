@@ -2,13 +2,9 @@
 #include "platform/freedesktop/PortalFolderDialog.h"
 
 #include "base/files/FileName.h"
+#include "platform/portal/PortalNames.h"
 
-#include <QDBusMessage>
-#include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QGuiApplication>
-#include <QRandomGenerator>
 #include <QWindow>
 
 #include <optional>
@@ -16,13 +12,6 @@
 namespace quelto {
 
 namespace {
-
-const auto Portal = QStringLiteral("org.freedesktop.portal.Desktop");
-const auto PortalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const auto FileChooser = QStringLiteral("org.freedesktop.portal.FileChooser");
-const auto RequestInterface = QStringLiteral("org.freedesktop.portal.Request");
-
-enum Response : uint { Confirmed = 0, Cancelled = 1 };
 
 /// The path of a local file's URI. Its escapes stand for bytes, which need not be text.
 std::optional<QString> pathOf(const QString& uri)
@@ -44,89 +33,48 @@ QString nameForPortal(const QWindow* window)
         : QString();
 }
 
+PortalCall openFileCall(const FolderDialog::Request& request, std::chrono::milliseconds timeout)
+{
+    return {.interface = portalNames::fileChooser,
+            .method = QStringLiteral("OpenFile"),
+            .arguments = {nameForPortal(request.parent), request.title},
+            .options = {{QStringLiteral("accept_label"), request.acceptLabel},
+                        {QStringLiteral("modal"), true},
+                        {QStringLiteral("multiple"), false},
+                        {QStringLiteral("directory"), true},
+                        {QStringLiteral("current_folder"), encodeFileName(request.startFolder) + '\0'}},
+            .timeLimit = timeout,
+            .answer = PortalAnswer::byUser};
+}
+
 } // namespace
 
-PortalFolderDialog::PortalFolderDialog(const QDBusConnection& bus, const FolderDialog::Request& request,
-                                       std::chrono::milliseconds timeout)
-    : m_bus(bus)
-    , m_portal(Portal, bus, QDBusServiceWatcher::WatchForUnregistration)
+PortalFolderDialog::PortalFolderDialog(const std::shared_ptr<PortalConnection>& portal,
+                                       const FolderDialog::Request& request, std::chrono::milliseconds timeout)
+    : m_request(portal, openFileCall(request, timeout), [this](const PortalResponse& response) { respond(response); })
 {
-    connect(&m_portal, &QDBusServiceWatcher::serviceUnregistered, this,
-            [this] { end(&PortalFolderDialog::cancelled); });
-    open(request, timeout);
 }
 
-PortalFolderDialog::~PortalFolderDialog()
+void PortalFolderDialog::respond(const PortalResponse& response)
 {
-    if (!m_hasEnded) {
-        close();
-    }
-}
-
-void PortalFolderDialog::open(const FolderDialog::Request& request, std::chrono::milliseconds timeout)
-{
-    const auto token = QStringLiteral("quelto%1").arg(QRandomGenerator::global()->generate());
-    const auto sender = m_bus.baseService().mid(1).replace(u'.', u'_');
-    // Before the call, because the user may be faster than its reply.
-    listenTo(PortalPath + QStringLiteral("/request/") + sender + u'/' + token);
-    const QVariantMap options{{QStringLiteral("handle_token"), token},
-                              {QStringLiteral("accept_label"), request.acceptLabel},
-                              {QStringLiteral("modal"), true},
-                              {QStringLiteral("multiple"), false},
-                              {QStringLiteral("directory"), true},
-                              {QStringLiteral("current_folder"), encodeFileName(request.startFolder) + '\0'}};
-    auto message = QDBusMessage::createMethodCall(Portal, PortalPath, FileChooser, QStringLiteral("OpenFile"));
-    message.setArguments({nameForPortal(request.parent), request.title, options});
-    auto* const call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, static_cast<int>(timeout.count())), this);
-    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
-        call->deleteLater();
-        const QDBusPendingReply<QDBusObjectPath> reply(*call);
-        if (m_hasEnded) {
+    switch (response.end) {
+    case PortalEnd::confirmed:
+        if (const auto path = pathOf(response.results.value(QStringLiteral("uris")).toStringList().value(0))) {
+            Q_EMIT chosen(*path);
             return;
         }
-        if (reply.isError()) {
-            // It may open after the timeout.
-            close();
-            end(&PortalFolderDialog::unavailable);
-        } else if (reply.value().path() != m_requestPath) {
-            listenTo(reply.value().path());
-        }
-    });
-}
-
-void PortalFolderDialog::listenTo(const QString& requestPath)
-{
-    m_requestPath = requestPath;
-    m_bus.connect(Portal, requestPath, RequestInterface, QStringLiteral("Response"), this,
-                  SLOT(respond(uint, QVariantMap)));
-}
-
-void PortalFolderDialog::respond(uint response, const QVariantMap& results)
-{
-    if (m_hasEnded) {
+        [[fallthrough]];
+    case PortalEnd::cancelled:
+    case PortalEnd::vanished:
+        Q_EMIT cancelled();
+        return;
+    case PortalEnd::failed:
+    case PortalEnd::refused:
+    case PortalEnd::unreachable:
+    case PortalEnd::timedOut:
+        Q_EMIT unavailable();
         return;
     }
-    const auto path = pathOf(results.value(QStringLiteral("uris")).toStringList().value(0));
-    if (response == Response::Confirmed && path) {
-        m_hasEnded = true;
-        Q_EMIT chosen(*path);
-    } else {
-        const bool isByUser = response == Response::Confirmed || response == Response::Cancelled;
-        end(isByUser ? &PortalFolderDialog::cancelled : &PortalFolderDialog::unavailable);
-    }
-}
-
-void PortalFolderDialog::end(void (PortalFolderDialog::*signal)())
-{
-    if (!m_hasEnded) {
-        m_hasEnded = true;
-        Q_EMIT(this->*signal)();
-    }
-}
-
-void PortalFolderDialog::close()
-{
-    m_bus.asyncCall(QDBusMessage::createMethodCall(Portal, m_requestPath, RequestInterface, QStringLiteral("Close")));
 }
 
 } // namespace quelto

@@ -2,11 +2,9 @@
 #pragma once
 
 #include "platform/FolderDialog.h"
+#include "platform/portal/PortalRequest.h"
 
-#include <QDBusConnection>
-#include <QDBusServiceWatcher>
 #include <QObject>
-#include <QVariantMap>
 
 namespace quelto {
 
@@ -18,11 +16,8 @@ class PortalFolderDialog final : public QObject {
 
 public:
     /// The timeout is for opening the dialog, not for the user.
-    PortalFolderDialog(const QDBusConnection& bus, const FolderDialog::Request& request,
+    PortalFolderDialog(const std::shared_ptr<PortalConnection>& portal, const FolderDialog::Request& request,
                        std::chrono::milliseconds timeout);
-    ~PortalFolderDialog() override;
-    PortalFolderDialog(const PortalFolderDialog&) = delete;
-    PortalFolderDialog& operator=(const PortalFolderDialog&) = delete;
 
 Q_SIGNALS:
     void chosen(const QString& path);
@@ -30,20 +25,10 @@ Q_SIGNALS:
     /// The desktop shows no such dialog.
     void unavailable();
 
-private Q_SLOTS:
-    void respond(uint response, const QVariantMap& results);
-
 private:
-    void open(const FolderDialog::Request& request, std::chrono::milliseconds timeout);
-    void listenTo(const QString& requestPath);
-    void end(void (PortalFolderDialog::*signal)());
-    void close();
+    void respond(const PortalResponse& response);
 
-    QDBusConnection m_bus;
-    QDBusServiceWatcher m_portal;
-    /// Of the object on the bus that stands for the dialog.
-    QString m_requestPath;
-    bool m_hasEnded = false;
+    PortalRequest m_request;
 };
 
 } // namespace quelto

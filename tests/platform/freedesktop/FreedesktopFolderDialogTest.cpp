@@ -61,8 +61,9 @@ protected:
 
     QTemporaryDir folder;
     QStringList chosen;
+    std::shared_ptr<PortalConnection> connection = std::make_shared<PortalConnection>(QDBusConnection::sessionBus());
     std::unique_ptr<FakePortal> portal = std::make_unique<FakePortal>();
-    FreedesktopFolderDialog dialog;
+    FreedesktopFolderDialog dialog{connection};
 };
 
 class FolderDialogOnHangingDiskTest : public FreedesktopFolderDialogTest {
@@ -167,7 +168,7 @@ TEST_F(FolderDialogOnHangingDiskTest, OpensNothingForAWindowThatIsGone)
 
 TEST_F(FolderDialogOnHangingDiskTest, OpensNothingAfterItsDestruction)
 {
-    auto other = std::make_unique<FreedesktopFolderDialog>();
+    auto other = std::make_unique<FreedesktopFolderDialog>(connection);
     other->choose({.startFolder = disk.path() + QStringLiteral("/clips")}, [](const QString&) {});
     disk.disconnect();
     other.reset();
@@ -252,7 +253,7 @@ TEST_F(FreedesktopFolderDialogTest, EndsWhenThePortalVanishes)
 
 TEST_F(FreedesktopFolderDialogTest, ClosesTheDialogWhenItIsDestroyed)
 {
-    auto other = std::make_unique<FreedesktopFolderDialog>();
+    auto other = std::make_unique<FreedesktopFolderDialog>(connection);
     choose(*other);
     ASSERT_TRUE(QTest::qWaitFor([&] { return portal->dialogs == 1; }));
     other.reset();
@@ -264,7 +265,7 @@ TEST_F(FreedesktopFolderDialogTest, ClosesTheDialogWhenItIsDestroyed)
 
 TEST_F(FreedesktopFolderDialogTest, UsesQtsDialogWithoutABus)
 {
-    FreedesktopFolderDialog alone{QDBusConnection(QStringLiteral("no bus"))};
+    FreedesktopFolderDialog alone{std::make_shared<PortalConnection>(QDBusConnection(QStringLiteral("no bus")))};
     QWindow window;
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -321,7 +322,7 @@ TEST_F(FreedesktopFolderDialogTest, UsesQtsDialogIfThePortalCannotShowOne)
 
 TEST_F(FreedesktopFolderDialogTest, WaitsLimitedTimeForThePortalAndAnyTimeForTheUser)
 {
-    FreedesktopFolderDialog impatient(QDBusConnection::sessionBus(), std::chrono::milliseconds(500));
+    FreedesktopFolderDialog impatient(connection, std::chrono::milliseconds(500));
     portal->isSilent = true;
     choose(impatient);
     ASSERT_TRUE(waitForQtDialog());
