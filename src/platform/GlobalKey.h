@@ -48,6 +48,8 @@ public:
     virtual void release() = 0;
 
     virtual State state() const = 0;
+    /// The keys that the desktop bound, as it writes them, where the desktop decides. Empty where grab() decides.
+    virtual QString boundText() const { return {}; }
     /// What the key types without modifiers in the present layout. Empty if it types nothing.
     virtual QString characters(std::uint32_t keyCode) = 0;
     /// The stored bits of the modifier keys that are down now, whatever the layout makes of them.
@@ -55,7 +57,7 @@ public:
 
     /// Called once per press. A key that is held down does not repeat.
     std::function<void()> onPressed;
-    /// Called when state() has changed, also from grab() and release().
+    /// Called when state() or boundText() has changed, also from grab() and release().
     std::function<void()> onStateChanged;
 };
 
