@@ -229,6 +229,23 @@ TEST_F(PortalGlobalKeyTest, ADialogThatIsNoLongerWantedCloses)
     EXPECT_EQ(key->state(), State::Released);
 }
 
+TEST_F(PortalGlobalKeyTest, ASessionIsClosedBeforeTheNextOneIsCreated)
+{
+    grab(C);
+    ASSERT_TRUE(waitForState(State::Held));
+    portal->delaysClosing = true;
+    grab(V);
+    ASSERT_TRUE(waitForCount("Close", 1));
+    key->release();
+    grab(V);
+    receiveAll();
+    receiveAll();
+    EXPECT_EQ(portal->count("CreateSession"), 1) << "the portal would refuse a second one of that name";
+    portal->delaysClosing = false;
+    portal->replyToClose();
+    EXPECT_TRUE(waitForCount("BindShortcuts", 2));
+}
+
 TEST_F(PortalGlobalKeyTest, ASessionIsCreatedBeforeItIsReplaced)
 {
     behave("CreateSession", {{.response = Response::none}, {}});

@@ -269,7 +269,7 @@ TEST_F(PortalScreenCastTest, StartsAgainIfThePortalEndsWhileTheUserDecides)
     preparePortal();
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(started.size(), 1U);
-    EXPECT_EQ(portal->methods().first(), QStringLiteral("Register"));
+    EXPECT_EQ(portal->methods().value(0), QStringLiteral("Register"));
 }
 
 TEST_F(PortalScreenCastTest, TheStreamOutlivesThePortal)

@@ -91,6 +91,8 @@ bool TestPortal::handleMessage(const QDBusMessage& message, const QDBusConnectio
         std::ranges::any_of(interfaces, [&](const QString& name) { return message.interface().endsWith(u'.' + name); });
     if (message.path() == portalNames::path && isOffered && message.member() != QLatin1String("OpenPipeWireRemote")) {
         answerRequest(message);
+    } else if (delaysClosing && message.member() == QLatin1String("Close")) {
+        m_delayed.append(message);
     } else {
         EXPECT_TRUE(bus.send(plainReply(message)));
     }
@@ -166,6 +168,13 @@ void TestPortal::sendResponse(const QString& path, const PortalBehaviour& behavi
         emitSignal(path, "org.freedesktop.portal.Request", "Response", {QStringLiteral("0")});
     } else {
         emitSignal(path, "org.freedesktop.portal.Request", "Response", {behaviour.code, behaviour.results});
+    }
+}
+
+void TestPortal::replyToClose()
+{
+    for (const auto& message : std::exchange(m_delayed, {})) {
+        EXPECT_TRUE(m_bus.send(message.createReply()));
     }
 }
 

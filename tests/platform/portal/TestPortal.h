@@ -54,6 +54,7 @@ public:
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
 
+    void replyToClose();
     /// Answers the last call that has no response yet.
     void respond(uint code, const QVariantMap& results = {});
     void emitSignal(const QString& path, const char* interface, const char* name, const QVariantList& arguments);
@@ -73,6 +74,8 @@ public:
     QVariantMap properties{{QStringLiteral("version"), 4U},
                            {QStringLiteral("AvailableSourceTypes"), 3U},
                            {QStringLiteral("AvailableCursorModes"), 7U}};
+    /// Calls of Close get their reply from replyToClose().
+    bool delaysClosing = false;
     /// What OpenPipeWireRemote returns; -1 for an error.
     int remote = -1;
 
@@ -83,6 +86,7 @@ private:
     void sendResponse(const QString& path, const PortalBehaviour& behaviour);
 
     QDBusConnection m_bus;
+    QList<QDBusMessage> m_delayed;
     QList<Call> m_calls;
     QString m_caller;
     QString m_request;
