@@ -80,6 +80,7 @@ endfunction()
 # REALTIME: depends on real time, so a busy machine can fail it. The label lets ./check repeat it once.
 # DESKTOP: runs on a private desktop (X server, session bus, PipeWire) that tools/private-desktop starts. The program is
 # one ctest entry, because its tests share the desktop, and is REALTIME. DESKTOP_OPTIONS: options of the tool.
+# WAYLAND: the same on a private Wayland desktop (tools/private-wayland).
 # ALONE: no other test runs beside a DESKTOP program that judges every frame.
 # PICTURES: tests of the window. Writes PNG files of the screens into the folder QUELTO_PICTURES. The program is one ctest
 # entry: to start Qt for each test takes a third more time.
@@ -88,7 +89,7 @@ endfunction()
 # The address sanitizer runs each fourth test of a PICTURES program, because all of them take seven minutes;
 # -DQUELTO_WINDOW_TEST_SHARDS=1 runs all.
 function(quelto_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "ALONE;DESKTOP;ISOLATED;PICTURES;MOC;REALTIME" "TIMEOUT" "DESKTOP_OPTIONS;SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "ALONE;DESKTOP;WAYLAND;ISOLATED;PICTURES;MOC;REALTIME" "TIMEOUT" "DESKTOP_OPTIONS;SOURCES;LINK")
     if(NOT arg_TIMEOUT AND arg_PICTURES)
         set(arg_TIMEOUT 300)
     elseif(NOT arg_TIMEOUT)
@@ -118,6 +119,9 @@ function(quelto_test name)
     if(arg_DESKTOP)
         set(command ${CMAKE_SOURCE_DIR}/tools/private-desktop ${arg_DESKTOP_OPTIONS} $<TARGET_FILE:${name}>)
         set(labels desktop realtime)
+    elseif(arg_WAYLAND)
+        set(command ${CMAKE_SOURCE_DIR}/tools/private-wayland ${arg_DESKTOP_OPTIONS} $<TARGET_FILE:${name}>)
+        set(labels desktop realtime)
     elseif(arg_PICTURES)
         set(command ${name})
         set(labels pictures)
@@ -128,7 +132,7 @@ function(quelto_test name)
         set(command ${name})
         set(arg_TIMEOUT 600)
     endif()
-    if((QUELTO_SANITIZE AND arg_DESKTOP) OR (QUELTO_SANITIZE MATCHES "thread" AND arg_PICTURES))
+    if((QUELTO_SANITIZE AND (arg_DESKTOP OR arg_WAYLAND)) OR (QUELTO_SANITIZE MATCHES "thread" AND arg_PICTURES))
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
     elseif(command)
         add_test(NAME ${name} COMMAND ${command})
