@@ -40,7 +40,7 @@ PortalShortcut::PortalShortcut(std::shared_ptr<PortalConnection> portal, Options
                                // An early version of a desktop's portal reads them only here.
                                .others = {{Shortcuts, toDBus(shortcuts())}},
                                .timeLimit = m_options.timeLimit},
-        PortalSession::Events{.onCreated = [this] { prepareToBind(); },
+        PortalSession::Events{.onCreated = [this] { lookUp(); },
                               .onFailed = [this](PortalEnd /*end*/) { finish(std::nullopt); },
                               .onClosed = [this] { finish(std::nullopt); }});
 }
@@ -56,12 +56,24 @@ PortalShortcutList PortalShortcut::shortcuts() const
     return {PortalShortcutEntry{.id = ShortcutId, .properties = properties}};
 }
 
-void PortalShortcut::prepareToBind()
+void PortalShortcut::lookUp()
 {
     m_step = Step::binding;
     m_events.onChanged();
     // Later, so that the shortcut can be destroyed instead without a dialog.
-    QMetaObject::invokeMethod(this, &PortalShortcut::bind, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &PortalShortcut::bindUnlessBound, Qt::QueuedConnection);
+}
+
+void PortalShortcut::bindUnlessBound()
+{
+    // A desktop that has the shortcut since the session was created opens its settings whenever it is asked to bind.
+    list([this](const PortalResponse& response, const std::optional<QString>& trigger) {
+        if (response.end == PortalEnd::vanished || (trigger && !trigger->isEmpty())) {
+            finish(trigger);
+        } else {
+            bind();
+        }
+    });
 }
 
 void PortalShortcut::bind()
@@ -83,12 +95,14 @@ void PortalShortcut::bind()
             if (isGone || (trigger && !trigger->isEmpty())) {
                 finish(trigger);
             } else {
-                list();
+                list([this](const PortalResponse& /*response*/, const std::optional<QString>& listed) {
+                    finish(listed);
+                });
             }
         });
 }
 
-void PortalShortcut::list()
+void PortalShortcut::list(ListHandler onListed)
 {
     m_request = std::make_unique<PortalRequest>(
         m_portal,
@@ -97,7 +111,9 @@ void PortalShortcut::list()
                    .arguments = {QVariant::fromValue(QDBusObjectPath(m_session->path()))},
                    .options = {},
                    .timeLimit = m_options.timeLimit},
-        [this](const PortalResponse& response) { finish(triggerOf(response.results.value(Shortcuts), ShortcutId)); });
+        [onListed = std::move(onListed)](const PortalResponse& response) {
+            onListed(response, triggerOf(response.results.value(Shortcuts), ShortcutId));
+        });
 }
 
 void PortalShortcut::finish(const std::optional<QString>& trigger)

@@ -59,9 +59,13 @@ private Q_SLOTS:
 private:
     enum class Step { creating, binding, done };
 
-    void prepareToBind();
+    /// What the desktop has, and the keys of the shortcut in it.
+    using ListHandler = std::function<void(const PortalResponse&, const std::optional<QString>& trigger)>;
+
+    void lookUp();
+    void bindUnlessBound();
     void bind();
-    void list();
+    void list(ListHandler onListed);
     PortalShortcutList shortcuts() const;
     void finish(const std::optional<QString>& trigger);
     bool isFromSession(const QDBusMessage& message) const;

@@ -21,9 +21,9 @@ TEST_F(PortalGlobalKeyTest, BindsWithThePreferredKeys)
     ASSERT_TRUE(waitForState(State::Held));
     EXPECT_EQ(key->boundText(), QStringLiteral("Alt+Shift+C"));
     EXPECT_EQ(changes, 1);
-    EXPECT_EQ(
-        portal->methods(),
-        (QStringList{QStringLiteral("Register"), QStringLiteral("CreateSession"), QStringLiteral("BindShortcuts")}));
+    EXPECT_EQ(portal->methods(),
+              (QStringList{QStringLiteral("Register"), QStringLiteral("CreateSession"), QStringLiteral("ListShortcuts"),
+                           QStringLiteral("BindShortcuts")}));
     const auto create = portal->callsOf("CreateSession").first().options();
     EXPECT_EQ(create.value(QStringLiteral("session_handle_token")), QStringLiteral("quelto"));
     const auto bind = portal->callsOf("BindShortcuts").first();
@@ -45,10 +45,22 @@ TEST_F(PortalGlobalKeyTest, IsHeldIfTheDesktopBindsAndSaysThatItFailed)
     EXPECT_EQ(key->boundText(), QStringLiteral("Press <Alt>c"));
 }
 
+TEST_F(PortalGlobalKeyTest, DoesNotBindWhatTheDesktopHasAlready)
+{
+    behave("ListShortcuts", {{.results = bound(QStringLiteral("F9"))}});
+    grab();
+    ASSERT_TRUE(waitForState(State::Held));
+    EXPECT_EQ(key->boundText(), QStringLiteral("F9"));
+    receiveAll();
+    EXPECT_EQ(portal->count("BindShortcuts"), 0) << "the desktop would open its settings";
+    emitPress();
+    EXPECT_EQ(presses, 1);
+}
+
 TEST_F(PortalGlobalKeyTest, AsksForTheKeysThatTheAnswerLacks)
 {
     behave("BindShortcuts", {{.results = {}}});
-    behave("ListShortcuts", {{.results = bound(QStringLiteral("F9"))}});
+    behave("ListShortcuts", {{}, {.results = bound(QStringLiteral("F9"))}});
     grab();
     ASSERT_TRUE(waitForState(State::Held));
     EXPECT_EQ(key->boundText(), QStringLiteral("F9"));
@@ -73,7 +85,7 @@ TEST_F(PortalGlobalKeyTest, IsReservedIfTheUserDeclines)
     ASSERT_TRUE(waitForState(State::ReservedByDesktop));
     receiveAll();
     EXPECT_EQ(portal->count("BindShortcuts"), 1);
-    EXPECT_EQ(portal->count("ListShortcuts"), 0);
+    EXPECT_EQ(portal->count("ListShortcuts"), 1);
     bindTo(QStringLiteral("F9"));
     grab();
     EXPECT_TRUE(waitForState(State::Held)) << "the user chose the shortcut again";
@@ -183,8 +195,9 @@ TEST_F(PortalGlobalKeyTest, TellsTheKeysThatTheDesktopKeeps)
     EXPECT_EQ(preferred.properties.value(QStringLiteral("preferred_trigger")), QStringLiteral("ALT+SHIFT+v"));
     EXPECT_EQ(key->boundText(), QStringLiteral("Alt+Shift+C"));
     EXPECT_EQ(key->state(), State::Held);
-    EXPECT_EQ(portal->methods().mid(3),
-              (QStringList{QStringLiteral("Close"), QStringLiteral("CreateSession"), QStringLiteral("BindShortcuts")}))
+    EXPECT_EQ(portal->methods().mid(4),
+              (QStringList{QStringLiteral("Close"), QStringLiteral("CreateSession"), QStringLiteral("ListShortcuts"),
+                           QStringLiteral("BindShortcuts")}))
         << "the sessions have the same name, so the first one is closed before";
     emitPress();
     EXPECT_EQ(presses, 1);
@@ -291,9 +304,9 @@ TEST_F(PortalGlobalKeyTest, BindsAgainInTheNextPortal)
     startPortal();
     bindTo(QStringLiteral("F9"));
     EXPECT_TRUE(waitFor([this] { return key->boundText() == QStringLiteral("F9"); }));
-    EXPECT_EQ(
-        portal->methods(),
-        (QStringList{QStringLiteral("Register"), QStringLiteral("CreateSession"), QStringLiteral("BindShortcuts")}));
+    EXPECT_EQ(portal->methods(),
+              (QStringList{QStringLiteral("Register"), QStringLiteral("CreateSession"), QStringLiteral("ListShortcuts"),
+                           QStringLiteral("BindShortcuts")}));
     emitPress();
     EXPECT_EQ(presses, 1);
 }
@@ -306,6 +319,19 @@ TEST_F(PortalGlobalKeyTest, BindsWhenAPortalStartsLater)
     startPortal();
     bindTo(QStringLiteral("F9"));
     EXPECT_TRUE(waitForState(State::Held));
+}
+
+TEST_F(PortalGlobalKeyTest, BindsAgainIfThePortalEndsWhileItLists)
+{
+    behave("ListShortcuts", {{.response = Response::none}});
+    grab();
+    ASSERT_TRUE(waitForCount("ListShortcuts", 1));
+    receiveAll();
+    endPortal();
+    startPortal();
+    bindTo(QStringLiteral("F9"));
+    EXPECT_TRUE(waitForState(State::Held));
+    EXPECT_EQ(portal->count("BindShortcuts"), 1);
 }
 
 TEST_F(PortalGlobalKeyTest, BindsAgainIfThePortalEndsWhileTheUserDecides)
