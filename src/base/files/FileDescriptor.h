@@ -31,6 +31,8 @@ public:
     }
 
     int get() const noexcept { return m_fd; }
+    /// The caller closes it.
+    int release() noexcept { return std::exchange(m_fd, -1); }
 
 private:
     int m_fd;

@@ -30,14 +30,8 @@ const pw_core_events PipeWireConnection::GraphCoreEvents = {
 };
 
 PipeWireConnection::Lock::Lock(PipeWireConnection& connection)
-    : m_loop(connection.m_loop.get())
+    : LoopLock(connection.m_loop.get())
 {
-    pw_thread_loop_lock(m_loop);
-}
-
-PipeWireConnection::Lock::~Lock()
-{
-    pw_thread_loop_unlock(m_loop);
 }
 
 PipeWireConnection::~PipeWireConnection()
@@ -68,8 +62,7 @@ bool PipeWireConnection::startLoop()
     if (m_context) {
         return true;
     }
-    static const bool isInitialized = (pw_init(nullptr, nullptr), true);
-    static_cast<void>(isInitialized);
+    initializeLibrary();
     m_loop.reset(pw_thread_loop_new("quelto-sound", nullptr));
     if (!m_loop) {
         return false;

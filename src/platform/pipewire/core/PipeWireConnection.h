@@ -32,15 +32,9 @@ public:
     };
 
     /// Holds the lock of the event loop.
-    class Lock {
+    class Lock : public LoopLock {
     public:
         explicit Lock(PipeWireConnection& connection);
-        ~Lock();
-        Lock(const Lock&) = delete;
-        Lock& operator=(const Lock&) = delete;
-
-    private:
-        pw_thread_loop* m_loop;
     };
 
     /// Does not connect yet.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/time/HostClock.h"
+
 #include <pipewire/extensions/metadata.h>
 #include <pipewire/pipewire.h>
 
@@ -37,6 +39,29 @@ using CorePtr = std::unique_ptr<pw_core, CoreDeleter>;
 using StreamPtr = std::unique_ptr<pw_stream, StreamDeleter>;
 using ProxyPtr = std::unique_ptr<pw_proxy, ProxyDeleter>;
 using RegistryPtr = std::unique_ptr<pw_registry, ProxyDeleter>;
+
+/// Before any other function of the library.
+inline void initializeLibrary()
+{
+    static const bool isInitialized = (pw_init(nullptr, nullptr), true);
+    static_cast<void>(isInitialized);
+}
+
+/// Holds the lock of an event loop's thread.
+class LoopLock {
+public:
+    explicit LoopLock(pw_thread_loop* loop)
+        : m_loop(loop)
+    {
+        pw_thread_loop_lock(m_loop);
+    }
+    ~LoopLock() { pw_thread_loop_unlock(m_loop); }
+    LoopLock(const LoopLock&) = delete;
+    LoopLock& operator=(const LoopLock&) = delete;
+
+private:
+    pw_thread_loop* m_loop;
+};
 
 /// Unregisters a listener when it is destroyed. Declare it after the object that it listens to.
 class Hook {
@@ -84,6 +109,14 @@ public:
         }
         pw_loop_update_timer(m_loop, m_source, &value, nullptr, false);
     }
+    void armAt(HostTime time)
+    {
+        m_isArmed = true;
+        // A value of 0 would disarm it.
+        const auto since = std::max<std::int64_t>(1, time.time_since_epoch().count());
+        timespec value = {since / 1'000'000'000, since % 1'000'000'000};
+        pw_loop_update_timer(m_loop, m_source, &value, nullptr, true);
+    }
     void disarm()
     {
         m_isArmed = false;
@@ -102,6 +135,31 @@ private:
     std::function<void()> m_onTimeout;
     spa_source* m_source;
     bool m_isArmed = false;
+};
+
+/// Calls a function on the loop's thread soon after signal().
+///
+/// Thread: the loop's lock held, except signal(): any.
+class LoopEvent {
+public:
+    LoopEvent(pw_loop* loop, std::function<void()> onSignal)
+        : m_loop(loop)
+        , m_onSignal(std::move(onSignal))
+        , m_source(pw_loop_add_event(loop, &LoopEvent::fire, this))
+    {
+    }
+    ~LoopEvent() { pw_loop_destroy_source(m_loop, m_source); }
+    LoopEvent(const LoopEvent&) = delete;
+    LoopEvent& operator=(const LoopEvent&) = delete;
+
+    void signal() { pw_loop_signal_event(m_loop, m_source); }
+
+private:
+    static void fire(void* data, std::uint64_t) { static_cast<LoopEvent*>(data)->m_onSignal(); }
+
+    pw_loop* m_loop;
+    std::function<void()> m_onSignal;
+    spa_source* m_source;
 };
 
 /// The text of a property. Empty if it is missing.
