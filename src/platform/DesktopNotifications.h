@@ -36,9 +36,8 @@ public:
     virtual void takeOver(const std::function<bool(const QString& id)>& isWanted) = 0;
 
 Q_SIGNALS:
-    /// The user activated the notification's default action. If the desktop supplied an activation token, which allows
-    /// raising a window, the environment holds it (XDG_ACTIVATION_TOKEN, DESKTOP_STARTUP_ID) while the signal is
-    /// emitted.
+    /// The user activated the notification's default action. An activation token of the desktop is in the
+    /// environment while the signal is emitted; see ActivationToken.h.
     void clicked(const QString& id);
 };
 

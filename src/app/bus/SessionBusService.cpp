@@ -3,6 +3,7 @@
 
 #include "base/language/T.h"
 #include "base/settings/SettingChoices.h"
+#include "platform/ActivationToken.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -71,24 +72,25 @@ ApplicationOnBus::ApplicationOnBus(std::function<bool()> activate, QObject* obje
 {
 }
 
-void ApplicationOnBus::Activate(const QVariantMap& /*platformData*/, const QDBusMessage& call)
+void ApplicationOnBus::Activate(const QVariantMap& platformData, const QDBusMessage& call)
 {
-    activate(call);
+    activate(platformData, call);
 }
 
-void ApplicationOnBus::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/, const QDBusMessage& call)
+void ApplicationOnBus::Open(const QStringList& /*uris*/, const QVariantMap& platformData, const QDBusMessage& call)
 {
-    activate(call);
+    activate(platformData, call);
 }
 
 void ApplicationOnBus::ActivateAction(const QString& /*name*/, const QVariantList& /*parameter*/,
-                                      const QVariantMap& /*platformData*/, const QDBusMessage& call)
+                                      const QVariantMap& platformData, const QDBusMessage& call)
 {
-    activate(call);
+    activate(platformData, call);
 }
 
-void ApplicationOnBus::activate(const QDBusMessage& call)
+void ApplicationOnBus::activate(const QVariantMap& platformData, const QDBusMessage& call)
 {
+    const activationToken::Scope token(activationToken::fromPlatformData(platformData));
     if (!m_activate()) {
         call.setDelayedReply(true);
         QDBusConnection::sessionBus().send(
@@ -107,11 +109,11 @@ void releaseBusName()
     QDBusConnection::sessionBus().unregisterService(busNames::service);
 }
 
-RunningInstance raiseRunningInstance()
+RunningInstance raiseRunningInstance(const QByteArray& token)
 {
     auto call = QDBusMessage::createMethodCall(
         busNames::service, busNames::path, QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
-    call << QVariantMap();
+    call << activationToken::toPlatformData(token);
     const auto reply = QDBusConnection::sessionBus().call(call, QDBus::Block, AnswerMilliseconds);
     if (reply.errorName() == QuittingError) {
         return RunningInstance::quitting;

@@ -74,7 +74,8 @@ class ApplicationOnBus : public QDBusAbstractAdaptor {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    /// `activate` returns whether the window was raised; false while quitting.
+    /// `activate` returns whether the window was raised; false while quitting. The caller's activation token is in the
+    /// environment while it runs.
     ApplicationOnBus(std::function<bool()> activate, QObject* object);
 
 public Q_SLOTS:
@@ -84,7 +85,7 @@ public Q_SLOTS:
                         const QDBusMessage& call);
 
 private:
-    void activate(const QDBusMessage& call);
+    void activate(const QVariantMap& platformData, const QDBusMessage& call);
 
     std::function<bool()> m_activate;
 };
@@ -102,8 +103,8 @@ enum class RunningInstance {
     /// It did not answer within a few seconds.
     unresponsive,
 };
-/// Asks the running Quelto to show its window.
-RunningInstance raiseRunningInstance();
+/// Asks the running Quelto to show its window. token: the activation token that this process was started with.
+RunningInstance raiseRunningInstance(const QByteArray& token);
 
 /// Asks the running Quelto for a clip, as its global key does. Returns a translated sentence if it cannot be asked.
 std::optional<QString> requestClip();

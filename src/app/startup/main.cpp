@@ -9,6 +9,7 @@
 #include "base/language/L10n.h"
 #include "base/language/T.h"
 #include "base/memory/FreeMemory.h"
+#include "platform/ActivationToken.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -114,12 +115,12 @@ void endIfASettingIsOutOfRange()
 }
 
 /// Raises the window of a Quelto that is already running. Returns the exit code then, and nothing if this process is
-/// the only one. Waits for one that is quitting.
-std::optional<int> joinRunningInstance()
+/// the only one. Waits for one that is quitting. token: allows the other one to raise its window.
+std::optional<int> joinRunningInstance(const QByteArray& token)
 {
     using quelto::RunningInstance;
     while (!quelto::claimBusName()) {
-        switch (quelto::raiseRunningInstance()) {
+        switch (quelto::raiseRunningInstance(token)) {
         case RunningInstance::raised:
             return EXIT_SUCCESS;
         case RunningInstance::quitting:
@@ -160,6 +161,7 @@ int main(int argc, char* argv[])
         const QCoreApplication withoutWindows(argc, argv);
         endIfASettingIsOutOfRange();
     }
+    const auto token = quelto::activationToken::ofThisStart();
     QApplication application(argc, argv);
     // The constructor takes the locale of the user. libmpv reads and writes numbers in that of C.
     std::setlocale(LC_NUMERIC, "C");
@@ -169,7 +171,7 @@ int main(int argc, char* argv[])
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/app.quelto.Quelto.svg")));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    if (const auto exitCode = joinRunningInstance()) {
+    if (const auto exitCode = joinRunningInstance(token)) {
         return *exitCode;
     }
 

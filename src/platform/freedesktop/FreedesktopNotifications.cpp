@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/FreedesktopNotifications.h"
 
+#include "platform/ActivationToken.h"
+
 #include <QDBusPendingCallWatcher>
 
 namespace quelto {
@@ -248,15 +250,8 @@ void FreedesktopNotifications::onActionInvoked(uint serverId, const QString& act
     m_shown[*id].notification.outlivesProgram = false;
     saveOpen();
     const QByteArray token = std::exchange(m_token, {}).toUtf8();
-    if (!token.isEmpty() && m_tokenServerId == serverId) {
-        // The next activation of a window uses the token from the environment.
-        qputenv("XDG_ACTIVATION_TOKEN", token);
-        qputenv("DESKTOP_STARTUP_ID", token);
-    }
+    const activationToken::Scope scope(m_tokenServerId == serverId ? token : QByteArray());
     Q_EMIT clicked(*id);
-    // A token is valid for one activation only. Programs that are started later must not inherit it.
-    qunsetenv("XDG_ACTIVATION_TOKEN");
-    qunsetenv("DESKTOP_STARTUP_ID");
 }
 
 void FreedesktopNotifications::onClosed(uint serverId, uint reason, const QDBusMessage& message)
