@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 
 namespace quelto {
@@ -18,6 +19,9 @@ struct DesktopNotification {
     QString action = {};
     /// A click also counts after a restart of the program. See takeOver.
     bool outlivesProgram = false;
+    /// For a notice that only matters now: it is closed after this time, is shown above full-screen windows where the
+    /// desktop permits that, and is not kept in a list. Zero leaves all of this to the desktop.
+    std::chrono::milliseconds displayTime{0};
 
     bool operator==(const DesktopNotification&) const = default;
 };

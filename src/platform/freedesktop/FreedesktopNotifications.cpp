@@ -4,6 +4,7 @@
 #include "platform/ActivationToken.h"
 
 #include <QDBusPendingCallWatcher>
+#include <QTimer>
 
 namespace quelto {
 
@@ -15,6 +16,8 @@ const QString DefaultAction = QStringLiteral("default");
 const QString ApplicationId = QStringLiteral("app.quelto.Quelto");
 
 constexpr uchar NormalUrgency = 1;
+/// Some desktops hold all others back while a window covers the screen. Such a notification stays until it is closed.
+constexpr uchar CriticalUrgency = 2;
 constexpr int DefaultTimeout = -1;
 /// The longest wait for each answer before the program ends.
 constexpr int AnswerMilliseconds = 2000;
@@ -26,15 +29,24 @@ QDBusMessage methodCall(const QString& method)
     return QDBusMessage::createMethodCall(NotificationService, NotificationPath, NotificationService, method);
 }
 
-QVariantMap hints()
+bool isMomentary(const DesktopNotification& notification)
 {
-    return {
+    return notification.displayTime.count() > 0;
+}
+
+QVariantMap hintsFor(const DesktopNotification& notification)
+{
+    QVariantMap hints{
         {QStringLiteral("desktop-entry"), ApplicationId},
         {QStringLiteral("category"), QStringLiteral("x-quelto.clips")},
-        {QStringLiteral("urgency"), QVariant::fromValue(NormalUrgency)},
+        {QStringLiteral("urgency"), QVariant::fromValue(isMomentary(notification) ? CriticalUrgency : NormalUrgency)},
         // Quelto plays its own sound with a notification, unless the user has turned sounds off.
         {QStringLiteral("suppress-sound"), true},
     };
+    if (isMomentary(notification)) {
+        hints[QStringLiteral("transient")] = true;
+    }
+    return hints;
 }
 
 /// Nothing if the server has not replied: a minimal one may not implement the question.
@@ -57,8 +69,8 @@ QDBusMessage notifyCall(const DesktopNotification& notification, uint replaced, 
         notification.title,
         format == NotificationBody::markup ? notification.body.toHtmlEscaped() : notification.body,
         notification.action.isEmpty() ? QStringList() : QStringList{DefaultAction, notification.action},
-        hints(),
-        DefaultTimeout,
+        hintsFor(notification),
+        isMomentary(notification) ? static_cast<int>(notification.displayTime.count()) : DefaultTimeout,
     });
     return call;
 }
@@ -202,6 +214,9 @@ void FreedesktopNotifications::onSent(const QString& id, const QDBusMessage& rep
                        .serverId = reply.arguments().value(0).toUInt(),
                        .notification = sent.notification,
                        .time = sent.time};
+        if (isMomentary(sent.notification)) {
+            closeAfterDisplayTime(id);
+        }
     } else {
         m_shown.remove(id);
     }
@@ -209,6 +224,20 @@ void FreedesktopNotifications::onSent(const QString& id, const QDBusMessage& rep
     if (next) {
         show(*next);
     }
+}
+
+void FreedesktopNotifications::closeAfterDisplayTime(const QString& id)
+{
+    const Shown& shown = m_shown[id];
+    QTimer::singleShot(shown.notification.displayTime, this, [this, id, sent = shown.time] {
+        const auto found = m_shown.constFind(id);
+        // A later one has its own time.
+        if (found != m_shown.constEnd() && found->time == sent && !found->isBeingSent && !found->isClosed) {
+            auto call = methodCall(QStringLiteral("CloseNotification"));
+            call << found->serverId;
+            m_bus.send(call);
+        }
+    });
 }
 
 void FreedesktopNotifications::resetServerState()

@@ -73,6 +73,7 @@ private:
     void showInherited();
     void send(const DesktopNotification& notification);
     void onSent(const QString& id, const QDBusMessage& reply);
+    void closeAfterDisplayTime(const QString& id);
     void resetServerState();
     void saveOpen() const;
     /// The id of the notification that a server's message refers to.

@@ -58,6 +58,12 @@ uint FakeNotificationServer::Notify(const QString& application, uint replaces, c
     return id;
 }
 
+void FakeNotificationServer::CloseNotification(uint id)
+{
+    closed.append(id);
+    send(QStringLiteral("NotificationClosed"), {id, 3U});
+}
+
 void FakeNotificationServer::sendDelayedReplies()
 {
     isDelayingReplies = false;

@@ -33,6 +33,8 @@ public:
     FakeNotificationServer& operator=(const FakeNotificationServer&) = delete;
 
     QList<NotifyCall> calls;
+    /// The ids that the program closed.
+    QList<uint> closed;
     int capabilityCalls = 0;
     uint nextId = 1;
     /// Replies to Notify wait for sendDelayedReplies().
@@ -47,6 +49,7 @@ public Q_SLOTS:
     QStringList GetCapabilities();
     uint Notify(const QString& application, uint replaces, const QString& icon, const QString& title,
                 const QString& body, const QStringList& actions, const QVariantMap& hints, int timeout);
+    void CloseNotification(uint id);
 
 private:
     QDBusConnection m_bus;
