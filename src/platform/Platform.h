@@ -11,6 +11,7 @@
 #include "platform/FrontApplication.h"
 #include "platform/GlobalKey.h"
 #include "platform/LoginItem.h"
+#include "platform/Overlay.h"
 #include "platform/Pasteboard.h"
 #include "platform/SoundSettings.h"
 #include "platform/Trash.h"
@@ -27,6 +28,8 @@ struct Platform {
     std::unique_ptr<GlobalKey> globalKey;
     std::unique_ptr<FrontApplication> frontApplication;
     std::unique_ptr<DesktopNotifications> notifications;
+    /// Null in an X11 session, where a window can be above all others.
+    std::unique_ptr<Overlay> overlay;
     std::unique_ptr<Trash> trash;
     std::unique_ptr<EventSounds> eventSounds;
     std::unique_ptr<FileManager> files;

@@ -11,16 +11,16 @@
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
 #include "platform/portal/PortalConnection.h"
+#include "platform/wayland/WaylandPlatform.h"
 #include "platform/x11/X11Platform.h"
 
 namespace quelto {
 
 namespace {
 
-X11Session presentSession()
+bool isWaylandSession()
 {
-    const auto isWayland = qgetenv("XDG_SESSION_TYPE") == "wayland" || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    return isWayland ? X11Session::underWayland : X11Session::native;
+    return qgetenv("XDG_SESSION_TYPE") == "wayland" || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
 } // namespace
@@ -28,12 +28,14 @@ X11Session presentSession()
 Platform makePlatform()
 {
     const auto portal = std::make_shared<PortalConnection>(QDBusConnection::sessionBus());
+    const bool isWayland = isWaylandSession();
     return {.displays = makeX11Displays(),
             .frames = makeX11FrameSource(),
             .audioServer = makePipeWireAudioServer(),
-            .globalKey = makeX11GlobalKey({}, presentSession()),
-            .frontApplication = makeX11FrontApplication(),
+            .globalKey = makeX11GlobalKey({}, isWayland ? X11Session::underWayland : X11Session::native),
+            .frontApplication = isWayland ? makeWaylandFrontApplication() : makeX11FrontApplication(),
             .notifications = std::make_unique<FreedesktopNotifications>(),
+            .overlay = isWayland ? makeWaylandOverlay() : nullptr,
             .trash = std::make_unique<FreedesktopTrash>(),
             .eventSounds = std::make_unique<CanberraEventSounds>(),
             .files = std::make_unique<FreedesktopFileManager>(),
