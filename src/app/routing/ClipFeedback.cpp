@@ -52,7 +52,10 @@ void ClipFeedback::saveFailed(const QString& message, const QString& reason)
 void ClipFeedback::matchOver(const MatchNotification& notification)
 {
     if (m_settings.showOverlay()) {
-        m_actions.showHud({.title = notification.title, .subtitle = notification.line, .tier = notification.tier});
+        m_actions.showHud({.title = notification.title,
+                           .subtitle = notification.line,
+                           .tier = notification.tier,
+                           .isNotifiedToo = true});
     }
     if (m_settings.playSound()) {
         m_actions.playSound(EventSound::hero);

@@ -314,11 +314,16 @@ void ApplicationController::openReview(const QUuid& match)
 
 void ApplicationController::showHud(const HudMessage& message)
 {
-    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+    if (m_platform.overlay && m_platform.overlay->isAvailable()) {
+        m_hud.showOn(*m_platform.overlay, message);
+    } else if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         m_hud.show(message);
-    } else {
+    } else if (!message.isNotifiedToo) {
         // Only X11 lets a window stay above a full-screen one; a desktop notification may.
-        m_platform.notifications->show({.id = QStringLiteral("hud"), .title = message.title, .body = message.subtitle});
+        m_platform.notifications->show({.id = QStringLiteral("hud"),
+                                        .title = message.title,
+                                        .body = message.subtitle,
+                                        .displayTime = Hud::DisplayTime});
     }
 }
 

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/Hud.h"
 
+#include "platform/OverlayPicture.h"
+
 #include <QGuiApplication>
 #include <QPointer>
 #include <QQuickItem>
 #include <QScreen>
+
+#include <cmath>
 
 namespace quelto {
 
@@ -13,8 +17,22 @@ namespace {
 constexpr QSize WindowSize{330, 66};
 constexpr int RightMargin = 24;
 constexpr int TopMargin = 48;
-constexpr std::chrono::milliseconds DisplayTime{2600};
+// The same as the theme's roles hudEnter and hudLeave.
+constexpr std::chrono::milliseconds FadeInTime{150};
 constexpr std::chrono::milliseconds FadeOutTime{300};
+
+/// The same picture for a screen whose scale factor is a whole number.
+QImage withWholeRatio(const QImage& image)
+{
+    const auto ratio = std::ceil(image.devicePixelRatio());
+    if (ratio == image.devicePixelRatio()) {
+        return image;
+    }
+    auto scaled =
+        image.scaled((image.deviceIndependentSize() * ratio).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    scaled.setDevicePixelRatio(ratio);
+    return scaled;
+}
 
 } // namespace
 
@@ -28,18 +46,10 @@ Hud::~Hud() = default;
 
 void Hud::show(const HudMessage& message)
 {
-    m_window = std::make_unique<QQuickView>(&m_engine, nullptr);
+    m_window = makeView(message, Form::window);
     // Bypasses the window manager: nothing else places a window above a full-screen one without taking the focus.
     m_window->setFlags(Qt::ToolTip | Qt::BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                        Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
-    m_window->setColor(Qt::transparent);
-    m_window->setResizeMode(QQuickView::SizeRootObjectToView);
-    m_window->setInitialProperties({{QStringLiteral("title"), message.title},
-                                    {QStringLiteral("subtitle"), message.subtitle},
-                                    {QStringLiteral("error"), message.error},
-                                    {QStringLiteral("tier"), message.tier ? tagOf(*message.tier) : QString()}});
-    m_window->setSource(QUrl(QStringLiteral("qrc:/Quelto/Shell/HudView.qml")));
-    m_window->resize(WindowSize);
     if (const auto* screen = QGuiApplication::primaryScreen()) {
         const auto area = screen->geometry();
         m_window->setPosition(area.right() + 1 - WindowSize.width() - RightMargin, area.top() + TopMargin);
@@ -49,6 +59,33 @@ void Hud::show(const HudMessage& message)
         m_window->rootObject()->setProperty("leaving", true);
         postForWindow(FadeOutTime, [this] { m_window.reset(); });
     });
+}
+
+void Hud::showOn(Overlay& overlay, const HudMessage& message)
+{
+    const auto view = makeView(message, Form::picture);
+    view->create();
+    overlay.show({.image = withWholeRatio(view->grabWindow()).convertToFormat(QImage::Format_ARGB32_Premultiplied),
+                  .rightMargin = RightMargin,
+                  .topMargin = TopMargin,
+                  .fadeIn = FadeInTime,
+                  .displayTime = DisplayTime,
+                  .fadeOut = FadeOutTime});
+}
+
+std::unique_ptr<QQuickView> Hud::makeView(const HudMessage& message, Form form) const
+{
+    auto view = std::make_unique<QQuickView>(&m_engine, nullptr);
+    view->setColor(Qt::transparent);
+    view->setResizeMode(QQuickView::SizeRootObjectToView);
+    view->resize(WindowSize);
+    view->setInitialProperties({{QStringLiteral("title"), message.title},
+                                {QStringLiteral("subtitle"), message.subtitle},
+                                {QStringLiteral("error"), message.error},
+                                {QStringLiteral("tier"), message.tier ? tagOf(*message.tier) : QString()},
+                                {QStringLiteral("still"), form == Form::picture}});
+    view->setSource(QUrl(QStringLiteral("qrc:/Quelto/Shell/HudView.qml")));
+    return view;
 }
 
 void Hud::postForWindow(HostDuration delay, std::function<void()> task)

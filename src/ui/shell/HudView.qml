@@ -16,6 +16,8 @@ Rectangle {
     required property bool error
     // The tier's tag; empty for none.
     required property string tier
+    // Does not fade in.
+    property bool still: false
     property bool leaving: false
     readonly property real tileSide: 36
     readonly property real inset: 14
@@ -23,7 +25,7 @@ Rectangle {
     readonly property real textWidth: width - inset - tileSide - gap - inset
     readonly property string symbol: error ? "xmark" : tier === "" ? "checkmark" : style.symbol
 
-    opacity: 0
+    opacity: still ? 1 : 0
     radius: Theme.radius.panel
     color: Theme.hud
     border.width: 1
@@ -103,7 +105,7 @@ Rectangle {
         property: "opacity"
         to: 1
         duration: Theme.duration.hudEnter
-        running: true
+        running: !hud.still
     }
 
     NumberAnimation {

@@ -27,9 +27,10 @@ protected:
 
     static QString textOf(const HudMessage& message)
     {
-        return QStringLiteral("hud %1|%2|%3|%4")
+        return QStringLiteral("hud %1|%2|%3|%4%5")
             .arg(message.title, message.subtitle, message.error ? QStringLiteral("error") : QString(),
-                 message.tier ? tagOf(*message.tier) : QString());
+                 message.tier ? tagOf(*message.tier) : QString(),
+                 message.isNotifiedToo ? QStringLiteral("|notified too") : QString());
     }
 
     test::ManualTime time;
@@ -140,8 +141,9 @@ TEST_F(ClipFeedbackTest, ShowsTheEndOfAMatchByHudSoundAndDesktopNotification)
     };
     play();
     EXPECT_EQ(done().join(u'/'),
-              QStringLiteral("hud Maç bitti • Dota 2 • Zeus|1 klip • 1 Efsane • incelemek için tıkla||EFSANE/Hero/"
-                             "desktop 1 klip • 1 Efsane • incelemek için tıkla — özeti görmek için tıkla"));
+              QStringLiteral(
+                  "hud Maç bitti • Dota 2 • Zeus|1 klip • 1 Efsane • incelemek için tıkla||EFSANE|notified too/Hero/"
+                  "desktop 1 klip • 1 Efsane • incelemek için tıkla — özeti görmek için tıkla"));
     settings.setShowOverlay(false);
     settings.setPlaySound(false);
     play();

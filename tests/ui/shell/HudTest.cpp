@@ -4,6 +4,7 @@
 #include "base/failures/WriteFailure.h"
 #include "base/language/L10n.h"
 #include "base/language/T.h"
+#include "platform/OverlayPicture.h"
 
 #include "tests/ui/ItemAppearance.h"
 #include "tests/ui/shell/ShellFixture.h"
@@ -243,6 +244,36 @@ TEST_F(HudTest, TileColorShowsTheTierOrTheFailure)
         EXPECT_EQ(test::colorOf(tile()), each.tile);
         EXPECT_EQ(test::colorOf(symbol()), each.symbol);
     }
+}
+
+class FakeOverlay final : public Overlay {
+public:
+    bool isAvailable() const override { return true; }
+    void show(const OverlayPicture& picture) override { pictures.append(picture); }
+
+    QList<OverlayPicture> pictures;
+};
+
+TEST_F(HudTest, ShowsACompletePictureWhereItCannotShowAWindow)
+{
+    FakeOverlay overlay;
+    hud->showOn(overlay, {.title = QStringLiteral("Klip kaydedildi"), .subtitle = QStringLiteral("Dota 2")});
+    EXPECT_EQ(hud->window(), nullptr);
+    ASSERT_EQ(overlay.pictures.size(), 1);
+    const auto& [image, right, top, fadeIn, displayTime, fadeOut] = overlay.pictures[0];
+    EXPECT_EQ(image.deviceIndependentSize().toSize(), QSize(330, 66));
+    EXPECT_EQ(image.pixelColor(20, 20), theme->accent()) << "the tile";
+    EXPECT_EQ(QPoint(right, top), QPoint(24, 48));
+    EXPECT_EQ(fadeIn, 150ms);
+    EXPECT_EQ(displayTime, 2600ms);
+    EXPECT_EQ(fadeOut, 300ms);
+    image.save(QDir(QStringLiteral(QUELTO_PICTURES)).filePath(QStringLiteral("hud-overlay.png")));
+
+    // The picture has all that the window shows.
+    showTitleAndSubtitle();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return root()->opacity() == 1; }));
+    const auto grabbed = const_cast<QQuickView*>(hud->window())->grabWindow();
+    EXPECT_EQ(image, grabbed.convertToFormat(image.format()));
 }
 
 } // namespace
