@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 namespace quelto {
@@ -61,23 +62,33 @@ bool read(SceneOptions& options, std::string_view name, const std::string& value
     return false;
 }
 
+SceneServer serverOfEnvironment()
+{
+    const bool isWayland = std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") != nullptr;
+    return isWayland ? SceneServer::Wayland : SceneServer::X11;
+}
+
 } // namespace
 
 const char* SceneOptions::usage() noexcept
 {
     return "quelto_scene [--fps N] [--motion low|high | --still] [--size WxH] [--position X,Y] [--seconds N]\n"
-           "             [--silent] [--tone HZ] [--mic-tone HZ] [--mic-sink NAME]\n";
+           "             [--x11 | --wayland] [--silent] [--tone HZ] [--mic-tone HZ] [--mic-sink NAME]\n";
 }
 
 std::optional<SceneOptions> SceneOptions::parse(int count, char** words)
 {
-    SceneOptions options;
+    SceneOptions options{.server = serverOfEnvironment()};
     for (int index = 1; index < count; ++index) {
         const std::string_view name = words[index];
         if (name == "--still") {
             options.motion = SceneMotion::Still;
         } else if (name == "--silent") {
             options.isSilent = true;
+        } else if (name == "--x11") {
+            options.server = SceneServer::X11;
+        } else if (name == "--wayland") {
+            options.server = SceneServer::Wayland;
         } else if (index + 1 == count || !read(options, name, words[index + 1])) {
             return std::nullopt;
         } else {

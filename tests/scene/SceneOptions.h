@@ -7,6 +7,7 @@
 namespace quelto {
 
 enum class SceneMotion { Still, Low, High };
+enum class SceneServer { X11, Wayland };
 
 struct WindowPlace {
     int x = 0;
@@ -19,8 +20,10 @@ struct WindowPlace {
 struct SceneOptions {
     int framesPerSecond = 60;
     SceneMotion motion = SceneMotion::High;
-    /// Full screen if not set.
+    /// Full screen if not set. A Wayland compositor ignores the position.
     std::optional<WindowPlace> place;
+    /// X11 if DISPLAY is set, and otherwise Wayland if WAYLAND_DISPLAY is.
+    SceneServer server = SceneServer::X11;
     /// Hertz of the steady tone on the left channel.
     std::optional<double> tone;
     /// Hertz of the tone that the microphone hears.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/scene/SceneWindow.h"
+#include "tests/scene/X11SceneWindow.h"
 
 #include "tests/scene/CounterStrip.h"
 #include "tests/scene/Texture.h"
@@ -30,7 +30,7 @@ xcb_rectangle_t rectangle(int x, int y, int width, int height)
 
 } // namespace
 
-SceneWindow::SceneWindow(SceneMotion motion, const std::optional<WindowPlace>& place)
+X11SceneWindow::X11SceneWindow(SceneMotion motion, const std::optional<WindowPlace>& place)
     : m_connection(xcb_connect(nullptr, nullptr))
     , m_motion(motion)
     , m_isFullScreen(!place)
@@ -44,7 +44,7 @@ SceneWindow::SceneWindow(SceneMotion motion, const std::optional<WindowPlace>& p
     makeBackground();
 }
 
-xcb_gcontext_t SceneWindow::makeColour(std::uint32_t colour)
+xcb_gcontext_t X11SceneWindow::makeColour(std::uint32_t colour)
 {
     const xcb_gcontext_t context = xcb_generate_id(m_connection.get());
     const std::array<std::uint32_t, 2> values{colour, 0};
@@ -53,14 +53,14 @@ xcb_gcontext_t SceneWindow::makeColour(std::uint32_t colour)
     return context;
 }
 
-xcb_atom_t SceneWindow::atom(const char* name)
+xcb_atom_t X11SceneWindow::atom(const char* name)
 {
     const auto cookie = xcb_intern_atom(m_connection.get(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
     const auto reply = own(xcb_intern_atom_reply(m_connection.get(), cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-void SceneWindow::coverEverything()
+void X11SceneWindow::coverEverything()
 {
     // Always on top, because the recorder's window opens later and would cover the scene.
     const std::array states{atom("_NET_WM_STATE_FULLSCREEN"), atom("_NET_WM_STATE_ABOVE")};
@@ -68,7 +68,7 @@ void SceneWindow::coverEverything()
                         states.size(), states.data());
 }
 
-void SceneWindow::dropFrame()
+void X11SceneWindow::dropFrame()
 {
     // Flags: the field for decorations is valid; no decorations.
     const std::array<std::uint32_t, 5> hints{2, 0, 0, 0, 0};
@@ -77,7 +77,7 @@ void SceneWindow::dropFrame()
                         hints.data());
 }
 
-void SceneWindow::create(const std::optional<WindowPlace>& place)
+void X11SceneWindow::create(const std::optional<WindowPlace>& place)
 {
     m_width = place ? place->width : m_screen->width_in_pixels;
     m_height = place ? place->height : m_screen->height_in_pixels;
@@ -108,7 +108,7 @@ void SceneWindow::create(const std::optional<WindowPlace>& place)
     xcb_flush(m_connection.get());
 }
 
-void SceneWindow::makeBackground()
+void X11SceneWindow::makeBackground()
 {
     const std::vector<std::uint32_t> pixels = Texture::make();
     const xcb_pixmap_t tile = xcb_generate_id(m_connection.get());
@@ -140,7 +140,7 @@ void SceneWindow::makeBackground()
     xcb_free_pixmap(m_connection.get(), tile);
 }
 
-void SceneWindow::waitUntilShown()
+void X11SceneWindow::waitUntilShown()
 {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     handleEvents();
@@ -153,7 +153,7 @@ void SceneWindow::waitUntilShown()
         throw std::runtime_error("the window is not shown");
 }
 
-void SceneWindow::handleEvents()
+void X11SceneWindow::handleEvents()
 {
     while (const auto event = own(xcb_poll_for_event(m_connection.get()))) {
         const int type = event->response_type & 0x7f;
@@ -169,7 +169,7 @@ void SceneWindow::handleEvents()
         throw std::runtime_error("the X server went away");
 }
 
-void SceneWindow::copyBackground(int x, int y, int shift)
+void X11SceneWindow::copyBackground(int x, int y, int shift)
 {
     const int top = CounterStrip::height(m_height);
     xcb_copy_area(m_connection.get(), m_background, m_window, m_black,
@@ -179,7 +179,7 @@ void SceneWindow::copyBackground(int x, int y, int shift)
                   static_cast<std::uint16_t>(m_height - top - y));
 }
 
-void SceneWindow::drawPicture(std::uint64_t frame)
+void X11SceneWindow::drawPicture(std::uint64_t frame)
 {
     const int top = CounterStrip::height(m_height);
     // A few bits of the counter are enough for a shift that repeats.
@@ -197,7 +197,7 @@ void SceneWindow::drawPicture(std::uint64_t frame)
         static_cast<std::uint16_t>(m_width / 4), static_cast<std::uint16_t>(m_height / 4 - top / 4));
 }
 
-void SceneWindow::drawCounter(std::uint64_t frame)
+void X11SceneWindow::drawCounter(std::uint64_t frame)
 {
     const int height = CounterStrip::height(m_height);
     std::vector<xcb_rectangle_t> white;
@@ -214,7 +214,7 @@ void SceneWindow::drawCounter(std::uint64_t frame)
                   static_cast<std::uint16_t>(height));
 }
 
-void SceneWindow::draw(std::uint64_t frame, bool isFlashing)
+void X11SceneWindow::draw(std::uint64_t frame, bool isFlashing)
 {
     handleEvents();
     // Grab the server, so that the whole frame appears at once, as in a game.
@@ -231,7 +231,7 @@ void SceneWindow::draw(std::uint64_t frame, bool isFlashing)
     waitForServer();
 }
 
-void SceneWindow::waitForServer()
+void X11SceneWindow::waitForServer()
 {
     const auto cookie = xcb_get_input_focus(m_connection.get());
     if (!own(xcb_get_input_focus_reply(m_connection.get(), cookie, nullptr)))

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "tests/scene/SceneOptions.h"
+#include "tests/scene/SceneWindow.h"
 
 #include <xcb/xcb.h>
 
@@ -14,19 +14,18 @@ struct XcbDisconnect {
     void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
 };
 
-/// A window without decorations that shows the counter, a moving picture and the flash.
+/// The scene's window on the X server of DISPLAY.
 ///
 /// The X server holds everything but the counter and the flash and only copies it, so that drawing needs little CPU
-/// time compared with the recording. Thread: one. Errors: std::runtime_error if there is no X server or its connection
-/// breaks.
-class SceneWindow {
+/// time compared with the recording.
+class X11SceneWindow final : public SceneWindow {
 public:
-    SceneWindow(SceneMotion motion, const std::optional<WindowPlace>& place);
+    X11SceneWindow(SceneMotion motion, const std::optional<WindowPlace>& place);
 
-    /// Waits until the window is visible at its position.
-    void waitUntilShown();
+    void waitUntilShown() override;
     /// Returns after the X server has drawn the frame.
-    void draw(std::uint64_t frame, bool isFlashing);
+    void draw(std::uint64_t frame, bool isFlashing) override;
+    void handleEvents() override;
 
 private:
     void create(const std::optional<WindowPlace>& place);
@@ -36,7 +35,6 @@ private:
     void copyBackground(int x, int y, int shift);
     void drawPicture(std::uint64_t frame);
     void drawCounter(std::uint64_t frame);
-    void handleEvents();
     void waitForServer();
     xcb_gcontext_t makeColour(std::uint32_t colour);
     xcb_atom_t atom(const char* name);

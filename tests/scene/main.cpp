@@ -87,7 +87,7 @@ private:
     std::optional<SceneSound> m_spoken;
 };
 
-/// The frames that were not drawn, and those that were on the screen too late.
+/// The frames that were not on the screen, and those that were too late.
 struct FrameReport {
     std::vector<std::uint64_t> missed;
     std::vector<std::uint64_t> late;
@@ -132,26 +132,29 @@ void play(const SceneOptions& options, SceneWindow& window, SceneVoices& voices,
         if (frame % static_cast<std::uint64_t>(fps) == static_cast<std::uint64_t>(fps / 2))
             voices.reconnect();
     }
+    const std::vector<std::uint64_t> notShown = window.notShown();
+    report.missed.insert(report.missed.end(), notShown.begin(), notShown.end());
     report.print(frame);
 }
 
-void stayStill(const SceneOptions& options, SceneVoices& voices)
+void stayStill(const SceneOptions& options, SceneWindow& window, SceneVoices& voices)
 {
     const std::int64_t start = now();
     while (isStopRequested == 0 &&
            (!options.seconds || static_cast<double>(now() - start) < *options.seconds * Second)) {
         sleepUntil(now() + 100 * Millisecond);
+        window.handleEvents();
         voices.reconnect();
     }
 }
 
 int run(const SceneOptions& options)
 {
-    SceneWindow window(options.motion, options.place);
+    const auto window = SceneWindow::create(options);
     SceneVoices voices(options);
     voices.reconnect();
-    window.waitUntilShown();
-    window.draw(0, false);
+    window->waitUntilShown();
+    window->draw(0, false);
     voices.waitUntilPlaying();
     // The first flash is in the future, so that the streams know the time of its beep in advance.
     const std::int64_t start = now() + Second / 5;
@@ -159,9 +162,9 @@ int run(const SceneOptions& options)
     std::puts("scene ready");
     std::fflush(stdout);
     if (options.motion == SceneMotion::Still)
-        stayStill(options, voices);
+        stayStill(options, *window, voices);
     else
-        play(options, window, voices, start);
+        play(options, *window, voices, start);
     return 0;
 }
 
