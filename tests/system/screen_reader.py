@@ -22,7 +22,7 @@ _ACTION = "org.a11y.atspi.Action"
 _VALUE = "org.a11y.atspi.Value"
 _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/registry")
 _STATES = {1: "active", 4: "checked", 11: "focusable", 12: "focused", 16: "modal", 20: "pressed", 22: "selectable",
-           23: "selected", 25: "showing", 8: "enabled"}
+           23: "selected", 24: "sensitive", 25: "showing", 8: "enabled"}
 _TIMEOUT = 5000
 
 
@@ -215,6 +215,10 @@ class ScreenReader:
         if action not in names:
             raise AssertionError(f"{item} has the actions {names}, not {action}")
         self._call(item.address, _ACTION, "DoAction", "(i)", (names.index(action),))
+
+    def select(self, item, number):
+        """Selects a child of a list; the first has the number 0."""
+        self._call(item.address, "org.a11y.atspi.Selection", "SelectChild", "(i)", (number,))
 
     def value(self, item):
         return self._property(item.address, "CurrentValue", _VALUE)
