@@ -137,10 +137,11 @@ class ScreenReader:
         for address in applications:
             try:
                 is_wanted = self._property(address, "Name") == self._application
+                windows = self._children(address) if is_wanted else ()
             except GLib.Error:
+                # It ended in the meantime.
                 continue
-            if is_wanted:
-                yield from self._children(address)
+            yield from windows
 
     def everything(self, closed=()):
         """All items of the program, in its order. Empty while the program is not running. Does not read the children of
