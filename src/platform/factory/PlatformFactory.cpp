@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/factory/PlatformFactory.h"
 
+#include "platform/factory/NullPlatform.h"
+#include "platform/factory/SessionChoice.h"
 #include "platform/freedesktop/CanberraEventSounds.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
 #include "platform/freedesktop/FreedesktopFolderDialog.h"
@@ -11,6 +13,9 @@
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/pipewire/audio/PipeWireAudioServer.h"
 #include "platform/portal/PortalConnection.h"
+#include "platform/portal/PortalDisplays.h"
+#include "platform/portal/PortalFrameSource.h"
+#include "platform/portal/PortalGlobalKey.h"
 #include "platform/wayland/WaylandPlatform.h"
 #include "platform/x11/X11Platform.h"
 
@@ -18,31 +23,52 @@ namespace quelto {
 
 namespace {
 
-bool isWaylandSession()
+void capture(Platform& platform, const SessionChoice& choice, const std::shared_ptr<PortalConnection>& portal,
+             X11Session session)
 {
-    return qgetenv("XDG_SESSION_TYPE") == "wayland" || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    switch (choice.screen) {
+    case ScreenBackEnd::x11:
+        platform.displays = makeX11Displays();
+        platform.frames = makeX11FrameSource();
+        platform.globalKey = makeX11GlobalKey({}, session);
+        return;
+    case ScreenBackEnd::portal: {
+        const auto screen = std::make_shared<PortalScreen>();
+        platform.displays = std::make_unique<PortalDisplays>(screen);
+        platform.frames = std::make_unique<PortalFrameSource>(portal, screen);
+        platform.globalKey = std::make_unique<PortalGlobalKey>(portal);
+        return;
+    }
+    case ScreenBackEnd::none:
+        platform.displays = makeNullDisplays();
+        platform.frames = makeNullFrameSource(choice.problem);
+        platform.globalKey = makeX11GlobalKey({}, session);
+        return;
+    }
 }
 
 } // namespace
 
 Platform makePlatform()
 {
+    const auto facts = SessionFacts::present();
     const auto portal = std::make_shared<PortalConnection>(QDBusConnection::sessionBus());
-    const bool isWayland = isWaylandSession();
-    return {.displays = makeX11Displays(),
-            .frames = makeX11FrameSource(),
-            .audioServer = makePipeWireAudioServer(),
-            .globalKey = makeX11GlobalKey({}, isWayland ? X11Session::underWayland : X11Session::native),
-            .frontApplication = isWayland ? makeWaylandFrontApplication() : makeX11FrontApplication(),
-            .notifications = std::make_unique<FreedesktopNotifications>(),
-            .overlay = isWayland ? makeWaylandOverlay() : nullptr,
-            .trash = std::make_unique<FreedesktopTrash>(),
-            .eventSounds = std::make_unique<CanberraEventSounds>(),
-            .files = std::make_unique<FreedesktopFileManager>(),
-            .pasteboard = std::make_unique<FreedesktopPasteboard>(),
-            .loginItem = std::make_unique<FreedesktopLoginItem>(),
-            .folderDialog = std::make_unique<FreedesktopFolderDialog>(portal),
-            .soundSettings = std::make_unique<FreedesktopSoundSettings>()};
+    Platform platform{.displays = {},
+                      .frames = {},
+                      .audioServer = makePipeWireAudioServer(),
+                      .globalKey = {},
+                      .frontApplication = facts.isWayland ? makeWaylandFrontApplication() : makeX11FrontApplication(),
+                      .notifications = std::make_unique<FreedesktopNotifications>(),
+                      .overlay = facts.isWayland ? makeWaylandOverlay() : nullptr,
+                      .trash = std::make_unique<FreedesktopTrash>(),
+                      .eventSounds = std::make_unique<CanberraEventSounds>(),
+                      .files = std::make_unique<FreedesktopFileManager>(),
+                      .pasteboard = std::make_unique<FreedesktopPasteboard>(),
+                      .loginItem = std::make_unique<FreedesktopLoginItem>(),
+                      .folderDialog = std::make_unique<FreedesktopFolderDialog>(portal),
+                      .soundSettings = std::make_unique<FreedesktopSoundSettings>()};
+    capture(platform, chooseSession(facts), portal, facts.isWayland ? X11Session::underWayland : X11Session::native);
+    return platform;
 }
 
 void notifyBeforeTheEnd(const DesktopNotification& notification)

@@ -48,8 +48,7 @@ constexpr std::array Entries{
 SessionFacts SessionFacts::present()
 {
     return {.forced = qEnvironmentVariable("QUELTO_PLATFORM"),
-            .isWayland =
-                qgetenv("XDG_SESSION_TYPE") == "wayland" || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"),
+            .isWayland = qgetenv("XDG_SESSION_TYPE") == "wayland" || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"),
             .canReach = [](const QString& name) {
                 // Two short questions to the bus itself, which starts no program.
                 const auto* bus = QDBusConnection::sessionBus().interface();

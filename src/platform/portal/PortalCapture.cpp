@@ -139,7 +139,7 @@ void PortalCapture::share(Session session)
     // The earlier session ends first: a desktop may share a screen only once.
     m_cast.reset();
     m_cast = std::make_unique<PortalScreenCast>(
-        m_portal, m_screen->token(), m_cursor,
+        m_portal, PortalScreenCast::Options{.token = m_screen->token(), .cursor = m_cursor},
         PortalScreenCast::Events{
             .onStarted = [this, session](const ScreenCastStream& stream) { connectStream(session, stream); },
             .onFailed = [this, session](PortalEnd end) { sharingFailed(session, end); },
@@ -149,14 +149,14 @@ void PortalCapture::share(Session session)
 void PortalCapture::connectStream(Session session, const ScreenCastStream& stream)
 {
     m_formatLimit.start(FormatLimit);
-    pipewire::VideoStreamEvents events{
-        .onFormat = [this, session](QSize size) { setFormat(session, size); },
-        .onFrame = [this](VideoFramePtr frame) { m_events.onFrame(std::move(frame)); },
-        .onEnded =
-            [this, session](pipewire::StreamEnd /*reason*/) {
-                QMetaObject::invokeMethod(
-                    this, [this, session] { streamEnded(session); }, Qt::QueuedConnection);
-            }};
+    pipewire::VideoStreamEvents events{.onFormat = [this, session](QSize size) { setFormat(session, size); },
+                                       .onFrame = [this](VideoFramePtr frame) { m_events.onFrame(std::move(frame)); },
+                                       .onEnded =
+                                           [this, session](pipewire::StreamEnd /*reason*/) {
+                                               QMetaObject::invokeMethod(
+                                                   this, [this, session] { streamEnded(session); },
+                                                   Qt::QueuedConnection);
+                                           }};
     try {
         auto connected = std::make_unique<pipewire::VideoStream>(
             std::move(*stream.remote), stream.node.id, pipewire::VideoStreamOptions{.dmaBufFormats = dmaBufFormats()},
@@ -231,8 +231,8 @@ void PortalCapture::recover(Session session)
     if (!isPresent(session)) {
         return;
     }
-    // A desktop closes the session both when the user stops the sharing and when a display changes. Only after the second
-    // is it right to go on.
+    // A desktop closes the session both when the user stops the sharing and when a display changes. Only after the
+    // second is it right to go on.
     if (m_wasClosed && m_displaysChanged < m_interruptionTime - 2 * SameEvent) {
         giveUp(session, endedText());
         return;

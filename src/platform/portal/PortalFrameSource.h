@@ -12,8 +12,8 @@ class PortalCapture;
 /// Captures the screen that the desktop shares with this program. Where the user has to choose it, open() waits for the
 /// dialog of the desktop.
 ///
-/// A screen that was rotated, and a desktop service that was restarted, interrupt the frames for a moment: the screen is
-/// then shared again without a dialog, and the size of the frames stays.
+/// A screen that was rotated, and a desktop service that was restarted, interrupt the frames for a moment: the screen
+/// is then shared again without a dialog, and the size of the frames stays.
 ///
 /// Thread: construct and destroy on the main thread.
 class PortalFrameSource final : public FrameSource {
