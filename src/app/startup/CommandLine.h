@@ -19,8 +19,8 @@ struct CommandLineAnswer {
 };
 
 /// Answers the options of Quelto itself, and rejects what is neither one of them nor one of Qt; nothing if the program
-/// is to run. `arguments` are those behind the program's name. `saveClip` asks the running Quelto for a clip and returns
-/// a sentence if that fails. Needs neither an application object nor a display.
+/// is to run. `arguments` are those behind the program's name. `saveClip` asks the running Quelto for a clip and
+/// returns a sentence if that fails. Needs neither an application object nor a display.
 std::optional<CommandLineAnswer> answerCommandLine(const QStringList& arguments,
                                                    const std::function<std::optional<QString>()>& saveClip);
 

@@ -60,8 +60,7 @@ public:
 
     /// Empties the buffer and starts filling it. A problem with an audio source is an event. A request to stop ends a
     /// start that waits for the user. Errors: RecorderError, PlatformError; call stop() after an error too.
-    CaptureReport start(const CaptureSettings& settings, const CaptureEvents& events,
-                        const std::stop_token& cancelled);
+    CaptureReport start(const CaptureSettings& settings, const CaptureEvents& events, const std::stop_token& cancelled);
     /// Stops everything and empties the buffer. Never fails.
     void stop() noexcept;
 

@@ -83,24 +83,23 @@ void Recorder::buildSession()
     publishMic(false, std::nullopt);
     // Here and not on the session queue: by the time that an encoder has opened, a newer window may be set.
     m_buffer.configure(bufferSeconds(m_dependencies.settings));
-    m_dependencies.session.post(
-        [this, session, settings = CaptureSettings::of(m_dependencies.settings), events = eventsOf(session),
-         cancelled = m_sessionStop.get_token()] {
-            QString message;
-            try {
-                const auto report = m_pipeline.start(settings, events, cancelled);
-                onMainIn(session, [this, report, settings] { captureStarted(report, settings); });
-                return;
-            } catch (const RecorderError& error) {
-                message = error.message();
-            } catch (const PlatformError& error) {
-                message = error.message();
-            } catch (const std::exception& error) {
-                message = QString::fromUtf8(error.what());
-            }
-            m_pipeline.stop();
-            onMainIn(session, [this, message] { captureFailed(message); });
-        });
+    m_dependencies.session.post([this, session, settings = CaptureSettings::of(m_dependencies.settings),
+                                 events = eventsOf(session), cancelled = m_sessionStop.get_token()] {
+        QString message;
+        try {
+            const auto report = m_pipeline.start(settings, events, cancelled);
+            onMainIn(session, [this, report, settings] { captureStarted(report, settings); });
+            return;
+        } catch (const RecorderError& error) {
+            message = error.message();
+        } catch (const PlatformError& error) {
+            message = error.message();
+        } catch (const std::exception& error) {
+            message = QString::fromUtf8(error.what());
+        }
+        m_pipeline.stop();
+        onMainIn(session, [this, message] { captureFailed(message); });
+    });
 }
 
 void Recorder::captureStarted(const CaptureReport& report, const CaptureSettings& settings)

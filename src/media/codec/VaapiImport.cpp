@@ -127,9 +127,8 @@ ffmpeg::Frame VaapiImport::describe(const DmaBufImage& image) const
     description->nb_objects = layer.nb_planes;
     for (int index = 0; index < layer.nb_planes; ++index) {
         const auto& plane = image.planes[static_cast<std::size_t>(index)];
-        description->objects[index] = {.fd = plane.descriptor,
-                                       .size = bufferSize(plane.descriptor),
-                                       .format_modifier = image.modifier};
+        description->objects[index] = {
+            .fd = plane.descriptor, .size = bufferSize(plane.descriptor), .format_modifier = image.modifier};
         layer.planes[index] = {.object_index = index, .offset = plane.offset, .pitch = plane.stride};
     }
     auto frame = ffmpeg::makeFrame();

@@ -9,8 +9,8 @@
 
 namespace quelto {
 
-/// Turns pictures in memory of the GPU into frames for a VA-API encoder, without a copy to this process: scaled, in NV12,
-/// BT.709 and video range.
+/// Turns pictures in memory of the GPU into frames for a VA-API encoder, without a copy to this process: scaled, in
+/// NV12, BT.709 and video range.
 ///
 /// Thread: one at a time.
 class VaapiImport {

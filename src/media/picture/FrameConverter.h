@@ -18,8 +18,8 @@ namespace quelto {
 /// A chroma value is the mean of its 2 × 2 pixels, so chroma is sited in their centre (MPEG-1 siting). An image with
 /// the frame's size is converted directly. Other images are scaled row by row during conversion, by area averaging when
 /// shrinking and by linear interpolation when growing; no scaled image is stored. An image that is larger by a single
-/// row or column, as on screens with odd sizes, is cropped instead, because scaling would blur it. The order bgrx, which
-/// nearly all screens have, is read in place; pixels in another order are first copied into it.
+/// row or column, as on screens with odd sizes, is cropped instead, because scaling would blur it. The order bgrx,
+/// which nearly all screens have, is read in place; pixels in another order are first copied into it.
 ///
 /// Thread: one at a time. Keeps the scale plan and row buffers of the last pair of sizes.
 class FrameConverter {

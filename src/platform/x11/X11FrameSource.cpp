@@ -49,8 +49,8 @@ void X11FrameSource::start(const FrameSourceSettings& settings, FrameSourceEvent
     if (m_stopDescriptor < 0) {
         throw std::system_error(errno, std::system_category());
     }
-    m_thread = std::thread(
-        [grabber = std::move(m_grabber), settings, events = std::move(events), stopped = m_stopDescriptor] {
+    m_thread =
+        std::thread([grabber = std::move(m_grabber), settings, events = std::move(events), stopped = m_stopDescriptor] {
             pthread_setname_np(pthread_self(), "quelto.screen");
             blockBrokenPipe();
             grabber->run(settings, events, stopped);

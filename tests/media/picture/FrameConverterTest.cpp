@@ -133,10 +133,10 @@ INSTANTIATE_TEST_SUITE_P(Primaries, Colour, testing::ValuesIn(Colours), [](const
 
 /// A copy of the image in another order of bytes, with padding at the end of each row.
 struct OrderedImage {
-    OrderedImage(const RgbImage& image, PixelOrder order)
+    OrderedImage(const RgbImage& image, PixelOrder wanted)
         : size(image.size)
-        , order(order)
-        , stride(image.size.width() * bytesPerPixel(order) + 7)
+        , order(wanted)
+        , stride(image.size.width() * bytesPerPixel(wanted) + 7)
         , pixels(static_cast<std::size_t>(stride) * static_cast<std::size_t>(image.size.height()), 0xee)
     {
         const auto step = static_cast<std::size_t>(bytesPerPixel(order));

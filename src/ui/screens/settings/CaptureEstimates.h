@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/settings/AppSettings.h"
-#include "platform/Displays.h"
 #include "platform/DisplayWatch.h"
+#include "platform/Displays.h"
 
 #include <QSize>
 #include <QtQml/qqmlregistration.h>
