@@ -35,8 +35,9 @@ QString textOf(PortalEnd end)
 {
     switch (end) {
     case PortalEnd::cancelled:
-        return T("Ekran kaydı izni yok. Sistem Ayarları › Gizlilik ve Güvenlik › Ekran ve Sistem Sesi Kaydı bölümünden "
-                 "Quelto'ye izin verip uygulamayı yeniden başlatın.");
+        return TOnDesktop(
+            "Ekran kaydı izni yok. Sistem Ayarları › Gizlilik ve Güvenlik › Ekran ve Sistem Sesi Kaydı bölümünden "
+            "Quelto'ye izin verip uygulamayı yeniden başlatın.");
     case PortalEnd::refused:
         return T("Masaüstünüz ekranı paylaşamıyor. Masaüstünüze uygun xdg-desktop-portal paketini kurup oturumu "
                  "yeniden açın.");
@@ -136,6 +137,7 @@ void PortalCapture::share(Session session)
     }
     m_sharing = session;
     m_wasClosed = false;
+    m_hasLostServer = false;
     // The earlier session ends first: a desktop may share a screen only once.
     m_cast.reset();
     m_cast = std::make_unique<PortalScreenCast>(
@@ -152,9 +154,9 @@ void PortalCapture::connectStream(Session session, const ScreenCastStream& strea
     pipewire::VideoStreamEvents events{.onFormat = [this, session](QSize size) { setFormat(session, size); },
                                        .onFrame = [this](VideoFramePtr frame) { m_events.onFrame(std::move(frame)); },
                                        .onEnded =
-                                           [this, session](pipewire::StreamEnd /*reason*/) {
+                                           [this, session](pipewire::StreamEnd reason) {
                                                QMetaObject::invokeMethod(
-                                                   this, [this, session] { streamEnded(session); },
+                                                   this, [this, session, reason] { streamEnded(session, reason); },
                                                    Qt::QueuedConnection);
                                            }};
     try {
@@ -207,9 +209,10 @@ void PortalCapture::sessionClosed(Session session)
     }
 }
 
-void PortalCapture::streamEnded(Session session)
+void PortalCapture::streamEnded(Session session, pipewire::StreamEnd reason)
 {
     if (isPresent(session)) {
+        m_hasLostServer = reason == pipewire::StreamEnd::serverLost;
         interrupt(session);
     }
 }
@@ -231,9 +234,9 @@ void PortalCapture::recover(Session session)
     if (!isPresent(session)) {
         return;
     }
-    // A desktop closes the session both when the user stops the sharing and when a display changes. Only after the
-    // second is it right to go on.
-    if (m_wasClosed && m_displaysChanged < m_interruptionTime - 2 * SameEvent) {
+    // A desktop closes the session when the user stops the sharing, when a display changes, and when PipeWire ends.
+    // Only after the first is it wrong to go on.
+    if (m_wasClosed && !m_hasLostServer && m_displaysChanged < m_interruptionTime - 2 * SameEvent) {
         giveUp(session, endedText());
         return;
     }

@@ -51,7 +51,7 @@ private:
     void share(Session session);
     void connectStream(Session session, const ScreenCastStream& stream);
     void sharingFailed(Session session, PortalEnd end);
-    void streamEnded(Session session);
+    void streamEnded(Session session, pipewire::StreamEnd reason);
     void sessionClosed(Session session);
     void interrupt(Session session);
     void recover(Session session);
@@ -77,6 +77,7 @@ private:
     /// Of the last interruption.
     HostTime m_interruptionTime;
     bool m_wasClosed = false;
+    bool m_hasLostServer = false;
     /// From the start of a stream until it tells its size.
     QTimer m_formatLimit;
     /// Until the next attempt to share the screen again.
