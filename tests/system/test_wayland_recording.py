@@ -122,9 +122,7 @@ class WaylandClip(WaylandTest):
             program.stop()
             scene.stop()
             self.assertEqual((result.video[0]["width"], result.video[0]["height"]), SIZE)
-            counters = result.counters()
-            self.assertGreaterEqual(len(counters), 600)
-            return scene, counters
+            return scene, result.counters()
 
         self.assert_no_frame_lost(record)
 

@@ -18,8 +18,7 @@ const auto PortalService = QStringLiteral("org.freedesktop.portal.Desktop");
 struct Entry {
     bool (*applies)(const SessionFacts&);
     ScreenBackEnd screen;
-    /// The key of the problem.
-    const char* problem = nullptr;
+    QString (*problem)() = [] { return QString(); };
 };
 
 bool isForced(const SessionFacts& facts, QLatin1String value)
@@ -32,13 +31,15 @@ constexpr std::array Entries{
     Entry{[](const SessionFacts& facts) { return isForced(facts, QLatin1String("x11")); }, ScreenBackEnd::x11},
     Entry{[](const SessionFacts& facts) { return isForced(facts, QLatin1String("portal")); }, ScreenBackEnd::portal},
     Entry{[](const SessionFacts& facts) { return isForced(facts, QLatin1String("none")); }, ScreenBackEnd::none,
-          "QUELTO_PLATFORM ekran kaydını kapatıyor."},
+          [] { return T("QUELTO_PLATFORM ekran kaydını kapatıyor."); }},
     // An X server on a Wayland desktop has only the pictures and keys of its own windows.
     Entry{[](const SessionFacts& facts) { return facts.isWayland && facts.canReach(PortalService); },
           ScreenBackEnd::portal},
     Entry{[](const SessionFacts& facts) { return facts.isWayland; }, ScreenBackEnd::none,
-          "Masaüstünüz ekran kaydına izin vermiyor: xdg-desktop-portal yok. Masaüstünüze uygun xdg-desktop-portal "
-          "paketini kurup oturumu yeniden açın."},
+          [] {
+              return T("Masaüstünüz ekranı paylaşamıyor. Masaüstünüze uygun xdg-desktop-portal paketini kurup oturumu "
+                       "yeniden açın.");
+          }},
     // Without a server it reports what is missing.
     Entry{[](const SessionFacts& /*facts*/) { return true; }, ScreenBackEnd::x11},
 };
@@ -61,7 +62,7 @@ SessionFacts SessionFacts::present()
 SessionChoice chooseSession(const SessionFacts& facts)
 {
     const auto* entry = std::ranges::find_if(Entries, [&](const Entry& each) { return each.applies(facts); });
-    return {.screen = entry->screen, .problem = entry->problem == nullptr ? QString() : T(entry->problem)};
+    return {.screen = entry->screen, .problem = entry->problem()};
 }
 
 } // namespace quelto
