@@ -10,8 +10,8 @@
 
 namespace quelto {
 
-/// What the portal gave for the screen that the user chose, so that it does not ask again at the next start. It is
-/// valid once: each start returns the next one.
+/// What the portal gave for the screen that the user chose, so that it does not ask again at the next start. A desktop
+/// may accept it only once: each start returns the one for the next.
 ///
 /// Kept in a file that other users cannot read. Without the file, the token is kept until the program ends.
 ///
