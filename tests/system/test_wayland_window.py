@@ -27,7 +27,8 @@ class WaylandWindow(desktop.DesktopTest):
 
     def quelto_behind_a_game(self, **settings):
         """Starts the program, and then a game that takes the focus."""
-        program = self.quelto({**self.compositor.environment, "WAYLAND_DEBUG": "1"}, **settings)
+        environment = {**self.compositor.environment, "QUELTO_PLATFORM": "x11", "WAYLAND_DEBUG": "1"}
+        program = self.quelto(environment, **settings)
         self.compositor.wait_for_focus(QUELTO)
         self.game = sway.Window(self.compositor, GAME, "Game")
         self.addCleanup(self.game.close)
