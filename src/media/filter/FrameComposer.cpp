@@ -136,8 +136,9 @@ void FrameComposer::build(const AVFrame& frame)
                                        .target = placement.target.size()},
                                       m_scaler);
     m_position = placement.target.topLeft();
-    m_graph.reset();
-    if (!filter.empty()) {
+    if (filter.empty()) {
+        m_graph.reset();
+    } else {
         m_graph.emplace(frame, filter);
     }
     m_background.reset();
