@@ -36,9 +36,13 @@ class _Dialog:
     def button(self, name):
         return desktop.wait_until(lambda: self._first(_BUTTONS, name), _SECONDS, f"{name} of {self._program}")
 
-    def choose_first_row(self):
-        rows = desktop.wait_until(lambda: self._first(_LISTS), 5, f"a list of {self._program}")
-        self._reader.select(rows, 0)
+    def choose_first_monitor(self):
+        # From GNOME 48 on, monitors are toggle buttons, and the only one is chosen already.
+        choice = desktop.wait_until(lambda: self._first((*_LISTS, "toggle button")), 5, f"monitors of {self._program}")
+        if choice.role in _LISTS:
+            self._reader.select(choice, 0)
+        elif "pressed" not in choice.states:
+            self._reader.act(choice, self._reader.actions(choice)[0])
 
     def press(self, name):
         """Presses the button when it can be pressed."""
@@ -51,7 +55,7 @@ def share_screen():
     """Chooses the first monitor in the dialog of a screen cast and shares it."""
     with _Dialog(SCREEN_CAST) as dialog:
         dialog.button("Share")
-        dialog.choose_first_row()
+        dialog.choose_first_monitor()
         dialog.press("Share")
 
 

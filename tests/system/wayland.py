@@ -183,7 +183,8 @@ def stop_sharing():
     screen."""
     reader = screen_reader.ScreenReader("gnome-shell")
     try:
-        button = reader.find("push button", "Stop Screen Sharing")
+        # Its role has another name from GNOME 48 on.
+        button = reader.find(None, "Stop Screen Sharing")
     finally:
         reader.close()
     with Input() as user:
