@@ -24,19 +24,23 @@ class WaylandDesktop(desktop.DesktopTest):
         self.assertEqual(sorted(counters), counters)
 
     def test_answered_dialog_gives_frames_and_a_token_that_needs_no_dialog(self):
-        scene = self.scene("--silent")
-        cast = self.screen_cast()
-        portal_dialogs.share_screen()
-        _, size, token = cast.started()
-        self.assertEqual(size, SIZE)
-        counters = cast.counters(120)
-        cast.close()
-        # The first picture may be older than the stream.
-        second = self.screen_cast(token)
-        self.assertEqual(second.started()[1], SIZE)
-        self.assertFalse(portal_dialogs.is_screen_cast_asked())
-        scene.stop()
-        self.assert_no_frame_lost(scene, counters[1:])
+        def record():
+            scene = self.scene("--silent")
+            first = self.screen_cast()
+            portal_dialogs.share_screen()
+            _, size, token = first.started()
+            self.assertEqual(size, SIZE)
+            counters = first.counters(120)
+            first.close()
+            second = self.screen_cast(token)
+            self.assertEqual(second.started()[1], SIZE)
+            self.assertFalse(portal_dialogs.is_screen_cast_asked())
+            second.close()
+            scene.stop()
+            # The first picture may be older than the stream.
+            return scene, counters[1:]
+
+        self.assert_no_frame_lost(record)
 
     def test_cancelled_dialog(self):
         cast = self.screen_cast()
