@@ -7,6 +7,8 @@
 #include "library/naming/ClipGame.h"
 #include "library/naming/ClipName.h"
 
+#include <QTimeZone>
+
 #include <fcntl.h>
 
 namespace quelto {
@@ -14,6 +16,13 @@ namespace quelto {
 namespace {
 
 constexpr qint64 NanosecondsPerMillisecond = 1'000'000;
+
+// The later versions of Qt warn about the name that the earlier ones have.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+constexpr auto Utc = QTimeZone::UTC;
+#else
+constexpr auto Utc = Qt::UTC;
+#endif
 
 QStringView fileNameOf(QStringView path)
 {
@@ -29,7 +38,7 @@ Clip::Clip(const QString& filePath)
 
 Clip::Clip(const QString& filePath, const std::optional<FileStat>& stat)
     : path(filePath)
-    , date(stat ? QDateTime::fromMSecsSinceEpoch(stat->createdAt / NanosecondsPerMillisecond, Qt::UTC)
+    , date(stat ? QDateTime::fromMSecsSinceEpoch(stat->createdAt / NanosecondsPerMillisecond, Utc)
                 : QDateTime::currentDateTimeUtc())
     , size(stat ? stat->size : 0)
 {

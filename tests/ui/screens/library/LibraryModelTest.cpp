@@ -6,6 +6,7 @@
 #include "tests/library/clips/LibraryFixture.h"
 
 #include <QSignalSpy>
+#include <QTimeZone>
 
 namespace quelto {
 namespace {
@@ -312,7 +313,7 @@ TEST_F(LibraryModelTest, DaysAndTimesFollowTheTimeZone)
 {
     L10n::use(QStringLiteral("en"));
     const test::TimeZone start("UTC0");
-    const QDateTime late(QDate(2026, 3, 1), QTime(23, 30), Qt::UTC);
+    const QDateTime late(QDate(2026, 3, 1), QTime(23, 30), QTimeZone::utc());
     QFile file(makeFile("Dota 2 - Ace.mp4"));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     file.setFileTime(late, QFileDevice::FileModificationTime);

@@ -5,6 +5,7 @@
 #include "tests/library/clips/LibraryFixture.h"
 
 #include <QSignalSpy>
+#include <QTimeZone>
 
 namespace quelto {
 namespace {
@@ -70,7 +71,7 @@ protected:
 
     test::ManualTime time;
     test::ManualQueue main{time};
-    QDateTime clock{{2026, 3, 1}, {17, 15}, Qt::UTC};
+    QDateTime clock{{2026, 3, 1}, {17, 15}, QTimeZone::utc()};
     MatchTracker tracker{MatchTracker::Dependencies{.library = library,
                                                     .main = main,
                                                     .work = main,
