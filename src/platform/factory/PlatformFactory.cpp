@@ -52,7 +52,7 @@ void capture(Platform& platform, const SessionChoice& choice, const std::shared_
 Platform makePlatform()
 {
     const auto facts = SessionFacts::present();
-    const auto portal = std::make_shared<PortalConnection>(QDBusConnection::sessionBus());
+    const auto portal = std::make_shared<PortalConnection>(PortalConnection::openBus());
     Platform platform{.displays = {},
                       .frames = {},
                       .audioServer = makePipeWireAudioServer(),

@@ -25,6 +25,11 @@ PortalConnection::PortalConnection(const QDBusConnection& bus)
             });
 }
 
+QDBusConnection PortalConnection::openBus()
+{
+    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("quelto.portal"));
+}
+
 QString PortalConnection::objectPath(QLatin1String kind, const QString& token) const
 {
     const auto sender = m_bus.baseService().mid(1).replace(u'.', u'_');

@@ -17,6 +17,10 @@ class PortalConnection final : public QObject {
 public:
     explicit PortalConnection(const QDBusConnection& bus);
 
+    /// A connection to the session bus that only the portal is called on. A portal takes the first call on a connection
+    /// as a sign that its program has no name, and on the common connection, Qt calls it before this program can.
+    static QDBusConnection openBus();
+
     QDBusConnection bus() const { return m_bus; }
     PortalRegistry& registry() { return m_registry; }
 

@@ -27,6 +27,12 @@ protected:
 const auto Register = QStringLiteral("Register");
 const auto Ask = QStringLiteral("Ask");
 
+TEST_F(PortalRegistryTest, NamesAConnectionThatQtDoesNotUse)
+{
+    EXPECT_TRUE(PortalConnection::openBus().isConnected());
+    EXPECT_NE(PortalConnection::openBus().baseService(), QDBusConnection::sessionBus().baseService());
+}
+
 TEST_F(PortalRegistryTest, IsCalledFirstAndOnce)
 {
     ask();

@@ -19,7 +19,7 @@ protected:
         if (qEnvironmentVariableIsEmpty("QUELTO_TEST_TOKEN_MAKER")) {
             GTEST_SKIP() << "runs on the private Wayland desktop only";
         }
-        connection = std::make_shared<PortalConnection>(QDBusConnection::sessionBus());
+        connection = std::make_shared<PortalConnection>(PortalConnection::openBus());
     }
 
     void share(ScreenCastCursor cursor = ScreenCastCursor::embedded)
