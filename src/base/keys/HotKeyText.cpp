@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/keys/HotKeyText.h"
 
+#include "base/language/L10n.h"
+
 #include <QCoreApplication>
 
 namespace quelto {
@@ -66,6 +68,12 @@ QString inLanguageOfQt(const char* word)
     return QCoreApplication::translate("QShortcut", word);
 }
 
+/// Turkish keyboards have the English words on these keys, and Qt 6.8 translates them.
+QString modifierName(const char* word)
+{
+    return L10n::current() == Language::tr ? QString::fromUtf8(word) : inLanguageOfQt(word);
+}
+
 template <typename Rows> const KeyRow* tryFind(const Rows& rows, std::uint32_t keyCode)
 {
     const auto* row = std::ranges::find(rows, keyCode, &KeyRow::keyCode);
@@ -98,7 +106,7 @@ QStringList hotKeyWords(std::uint32_t modifiers, const QString& keyName)
     QStringList words;
     for (const auto& row : Modifiers) {
         if ((modifiers & row.bit) != 0) {
-            words.append(inLanguageOfQt(row.word));
+            words.append(modifierName(row.word));
         }
     }
     const auto* word = tryWord(NamedKeys, keyName);

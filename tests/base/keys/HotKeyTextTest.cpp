@@ -1,10 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/keys/HotKeyText.h"
 
+#include "base/language/L10n.h"
+
+#include <QCoreApplication>
+#include <QTranslator>
+
 #include <gtest/gtest.h>
 
 namespace quelto {
 namespace {
+
+/// Translates each word to the same other word.
+class OtherWords final : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char* /*context*/, const char* /*word*/, const char* /*comment*/, int /*n*/) const override
+    {
+        return QStringLiteral("Üst Karakter");
+    }
+};
 
 TEST(HotKeyText, ShowsTheDefaultShortcut)
 {
@@ -26,6 +41,20 @@ TEST(HotKeyText, NamesTheDefaultShortcutAsDesktopsDo)
 TEST(HotKeyText, NamesAllModifiersInTheOrderOfTheirSymbols)
 {
     EXPECT_EQ(hotKeyText(256 + 512 + 2048 + 4096, QStringLiteral("F9")), QStringLiteral("Ctrl+Alt+Shift+Super+F9"));
+}
+
+TEST(HotKeyText, NamesModifiersInTheLanguageOfQtExceptInTurkish)
+{
+    int count = 1;
+    char name[] = "test";
+    char* arguments[] = {name, nullptr};
+    const QCoreApplication application(count, arguments);
+    OtherWords words;
+    ASSERT_TRUE(QCoreApplication::installTranslator(&words));
+    L10n::use(QStringLiteral("de"));
+    EXPECT_EQ(hotKeyText(512, QStringLiteral("C")), QStringLiteral("Üst Karakter+C"));
+    L10n::use(QStringLiteral("tr"));
+    EXPECT_EQ(hotKeyText(2560, QStringLiteral("C")), QStringLiteral("Alt+Shift+C"));
 }
 
 TEST(HotKeyText, NamesKeysThatAreStoredAsSymbols)
