@@ -101,8 +101,11 @@ bool TestPortal::handleMessage(const QDBusMessage& message, const QDBusConnectio
 
 QDBusMessage TestPortal::plainReply(const QDBusMessage& message)
 {
-    if (message.member() == QLatin1String("OpenPipeWireRemote") && remote >= 0) {
-        return message.createReply(QVariant::fromValue(QDBusUnixFileDescriptor(remote)));
+    if (message.member() == QLatin1String("OpenPipeWireRemote")) {
+        const auto made = makeRemote ? makeRemote() : FileDescriptor();
+        const int descriptor = makeRemote ? made.get() : remote;
+        return descriptor < 0 ? unknownMethod(message)
+                              : message.createReply(QVariant::fromValue(QDBusUnixFileDescriptor(descriptor)));
     }
     if (message.interface() == QLatin1String("org.freedesktop.DBus.Properties") &&
         interfaces.contains(message.arguments().value(0).toString().section(u'.', -1))) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/files/FileDescriptor.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -10,6 +12,8 @@
 #include <QMap>
 #include <QStringList>
 #include <QVariantMap>
+
+#include <functional>
 
 namespace quelto::test {
 
@@ -78,6 +82,8 @@ public:
     bool delaysClosing = false;
     /// What OpenPipeWireRemote returns; -1 for an error.
     int remote = -1;
+    /// Makes what OpenPipeWireRemote returns in place of that.
+    std::function<FileDescriptor()> makeRemote;
 
 private:
     PortalBehaviour behaviourOf(const QString& method);

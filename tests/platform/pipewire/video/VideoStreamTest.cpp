@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FakeScreen.h"
+#include "ServerSocket.h"
 #include "StreamLog.h"
 
 #include "tests/platform/pipewire/audio/ChildProcess.h"
@@ -7,9 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <thread>
-
-#include <sys/socket.h>
-#include <sys/un.h>
 
 namespace quelto::pipewire {
 namespace {
@@ -291,14 +289,8 @@ TEST(VideoStream, BusyEncoderGetsTheNewestPictureLater)
 
 TEST(VideoStream, UsesAGivenConnection)
 {
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    const QByteArray path = qgetenv("XDG_RUNTIME_DIR") + "/pipewire-0";
-    ASSERT_LT(static_cast<std::size_t>(path.size()), sizeof address.sun_path);
-    std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
-    FileDescriptor remote(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    ASSERT_EQ(connect(remote.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-
+    FileDescriptor remote = connectToServer();
+    ASSERT_GE(remote.get(), 0);
     FakeScreen screen({});
     StreamLog log;
     VideoStream stream(std::move(remote), screen.nodeId(), {}, log.events());
