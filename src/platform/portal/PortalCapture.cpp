@@ -9,16 +9,6 @@ namespace quelto {
 
 namespace {
 
-using namespace std::chrono_literals;
-
-/// From the start of a stream to its first format. A compositor needs a few milliseconds.
-constexpr auto FormatLimit = 5s;
-/// The end of a stream, the end of its session and a change of the displays belong together if they are this close.
-constexpr auto SameEvent = 400ms;
-constexpr auto RetryInterval = 250ms;
-/// From an interruption on. A dialog that the desktop shows meanwhile is closed at the end.
-constexpr auto RecoveryLimit = 10s;
-
 /// Off by default: it could not be tried with enough graphics cards yet.
 std::vector<pipewire::DmaBufFormat> dmaBufFormats()
 {
@@ -49,20 +39,34 @@ QString textOf(PortalEnd end)
 
 } // namespace
 
-PortalCapture::PortalCapture(std::shared_ptr<PortalConnection> portal, std::shared_ptr<PortalScreen> screen)
+PortalCapture::PortalCapture(std::shared_ptr<PortalConnection> portal, std::shared_ptr<PortalScreen> screen,
+                             const PortalCaptureLimits& limits)
     : m_portal(std::move(portal))
     , m_screen(std::move(screen))
+    , m_limits(limits)
 {
-    m_formatLimit.setSingleShot(true);
-    m_formatLimit.callOnTimeout(this, [this] { sharingFailed(m_sharing, PortalEnd::timedOut); });
-    m_retry.setSingleShot(true);
-    m_retry.callOnTimeout(this, [this] { share(m_sharing); });
+    prepare(m_formatLimit, m_limits.format, [this] { sharingFailed(PortalEnd::timedOut); });
+    prepare(m_firstFrameLimit, m_limits.firstFrame, [this] { firstFrameMissing(); });
+    prepare(m_causeDelay, m_limits.sameEvent, [this] { findCause(); });
+    prepare(m_retry, m_limits.retryInterval, [this] { share(); });
+    prepare(m_recoveryLimit, m_limits.recovery, [this] { giveUp(textOf(PortalEnd::timedOut)); });
     connect(&m_displays, &DisplayWatch::changed, this, [this] { m_displaysChanged = HostClock::now(); });
 }
 
 PortalCapture::~PortalCapture()
 {
     stop();
+}
+
+void PortalCapture::prepare(QTimer& timer, PortalCaptureLimits::Duration time, std::function<void()> onTimeout)
+{
+    timer.setSingleShot(true);
+    timer.setInterval(time);
+    timer.callOnTimeout(this, [this, onTimeout = std::move(onTimeout)] {
+        if (isShared()) {
+            onTimeout();
+        }
+    });
 }
 
 QSize PortalCapture::open(ScreenCastCursor cursor, const std::stop_token& cancelled)
@@ -72,99 +76,139 @@ QSize PortalCapture::open(ScreenCastCursor cursor, const std::stop_token& cancel
     {
         const std::scoped_lock guard(m_streamLock);
         session = ++m_session;
-        m_cursor = cursor;
     }
-    std::unique_lock answer(m_answerLock);
-    m_size.reset();
-    m_problem.reset();
+    m_answer.ask(session);
     QMetaObject::invokeMethod(
-        this,
-        [this, session] {
-            m_phase = Phase::opening;
-            share(session);
-        },
-        Qt::QueuedConnection);
-    if (!m_answered.wait(answer, cancelled, [this] { return m_size || m_problem; })) {
-        m_problem = textOf(PortalEnd::cancelled);
+        this, [this, session, cursor] { begin(session, cursor); }, Qt::QueuedConnection);
+    const auto answer = m_answer.wait(cancelled);
+    if (answer && std::holds_alternative<QSize>(*answer)) {
+        return std::get<QSize>(*answer);
     }
-    if (m_problem) {
-        throw PlatformError(*m_problem);
-    }
-    return *m_size;
+    // Closes the dialog.
+    stop();
+    throw PlatformError(answer ? std::get<QString>(*answer) : textOf(PortalEnd::cancelled));
 }
 
 void PortalCapture::start(const FrameSourceSettings& settings, FrameSourceEvents events)
 {
     const std::scoped_lock guard(m_streamLock);
+    if (m_problem) {
+        throw PlatformError(*m_problem);
+    }
     m_settings = settings;
     m_events = std::move(events);
     // Without a stream, the screen is being shared again at the moment.
     if (m_stream) {
         m_stream->start(settings.outputSize, settings.framesPerSecond);
     }
-}
-
-void PortalCapture::stop() noexcept
-{
-    Session session = 0;
-    {
-        const std::scoped_lock guard(m_streamLock);
-        session = ++m_session;
-        m_settings.reset();
-        m_stream.reset();
-    }
     QMetaObject::invokeMethod(
         this,
-        [this, session] {
-            if (isPresent(session)) {
-                m_formatLimit.stop();
-                m_cast.reset();
+        [this] {
+            if (isShared()) {
+                watchFirstFrame();
             }
         },
         Qt::QueuedConnection);
 }
 
-bool PortalCapture::isPresent(Session session) const
+void PortalCapture::stop() noexcept
+{
+    {
+        const std::scoped_lock guard(m_streamLock);
+        ++m_session;
+        m_settings.reset();
+        m_problem.reset();
+        m_stream.reset();
+    }
+    // Before begin() of the next session, because calls are made in order.
+    QMetaObject::invokeMethod(
+        this, [this] { endSession(); }, Qt::QueuedConnection);
+}
+
+bool PortalCapture::isShared() const
 {
     const std::scoped_lock guard(m_streamLock);
-    return session == m_session;
+    return m_sharing == m_session;
 }
 
-void PortalCapture::share(Session session)
+void PortalCapture::post(Attempt attempt, std::function<void()> function)
 {
-    if (!isPresent(session)) {
-        return;
-    }
+    QMetaObject::invokeMethod(
+        this,
+        [this, attempt, function = std::move(function)] {
+            if (attempt == m_attempt && isShared()) {
+                function();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+void PortalCapture::begin(Session session, ScreenCastCursor cursor)
+{
     m_sharing = session;
-    m_wasClosed = false;
-    m_hasLostServer = false;
+    m_cursor = cursor;
+    m_reconnections = 0;
+    if (isShared()) {
+        m_phase = Phase::opening;
+        share();
+    }
+}
+
+void PortalCapture::share()
+{
     // The earlier session ends first: a desktop may share a screen only once.
-    m_cast.reset();
+    endAttempt();
     m_cast = std::make_unique<PortalScreenCast>(
         m_portal, PortalScreenCast::Options{.token = m_screen->token(), .cursor = m_cursor},
-        PortalScreenCast::Events{
-            .onStarted = [this, session](const ScreenCastStream& stream) { connectStream(session, stream); },
-            .onFailed = [this, session](PortalEnd end) { sharingFailed(session, end); },
-            .onClosed = [this, session] { sessionClosed(session); }});
+        PortalScreenCast::Events{.onStarted =
+                                     [this](const ScreenCastStream& stream) {
+                                         if (isShared()) {
+                                             connectStream(stream);
+                                         }
+                                     },
+                                 .onFailed =
+                                     [this](PortalEnd end) {
+                                         if (isShared()) {
+                                             sharingFailed(end);
+                                         }
+                                     },
+                                 .onClosed =
+                                     [this] {
+                                         if (isShared()) {
+                                             m_wasClosed = true;
+                                             interrupt();
+                                         }
+                                     }});
 }
 
-void PortalCapture::connectStream(Session session, const ScreenCastStream& stream)
+pipewire::VideoStreamEvents PortalCapture::streamEvents(Attempt attempt)
 {
-    m_formatLimit.start(FormatLimit);
-    pipewire::VideoStreamEvents events{.onFormat = [this, session](QSize size) { setFormat(session, size); },
-                                       .onFrame = [this](VideoFramePtr frame) { m_events.onFrame(std::move(frame)); },
-                                       .onEnded =
-                                           [this, session](pipewire::StreamEnd reason) {
-                                               QMetaObject::invokeMethod(
-                                                   this, [this, session, reason] { streamEnded(session, reason); },
-                                                   Qt::QueuedConnection);
-                                           }};
+    return {.onFormat = [this, attempt](QSize size) { post(attempt, [this, size] { formatArrived(size); }); },
+            .onFrame =
+                [this, attempt, isFirst = true](VideoFramePtr frame) mutable {
+                    if (std::exchange(isFirst, false)) {
+                        post(attempt, [this] { frameArrived(); });
+                    }
+                    m_events.onFrame(std::move(frame));
+                },
+            .onEnded =
+                [this, attempt](pipewire::StreamEnd reason) {
+                    post(attempt, [this, reason] {
+                        m_hasLostServer = reason == pipewire::StreamEnd::serverLost;
+                        interrupt();
+                    });
+                }};
+}
+
+void PortalCapture::connectStream(const ScreenCastStream& stream)
+{
+    m_formatLimit.start();
     try {
         auto connected = std::make_unique<pipewire::VideoStream>(
             std::move(*stream.remote), stream.node.id, pipewire::VideoStreamOptions{.dmaBufFormats = dmaBufFormats()},
-            std::move(events));
+            streamEvents(m_attempt));
         const std::scoped_lock guard(m_streamLock);
-        if (session != m_session) {
+        if (m_sharing != m_session) {
             return;
         }
         m_stream = std::move(connected);
@@ -173,115 +217,133 @@ void PortalCapture::connectStream(Session session, const ScreenCastStream& strea
         }
     } catch (const PlatformError& error) {
         qWarning("screen: %s", error.what());
-        sharingFailed(session, PortalEnd::failed);
+        sharingFailed(PortalEnd::failed);
     }
 }
 
-void PortalCapture::setFormat(Session session, QSize size)
+void PortalCapture::formatArrived(QSize size)
 {
+    m_formatLimit.stop();
     m_screen->setSize(size);
-    QMetaObject::invokeMethod(
-        this,
-        [this, session] {
-            if (isPresent(session)) {
-                m_formatLimit.stop();
-                m_phase = Phase::running;
-            }
-        },
-        Qt::QueuedConnection);
-    const std::scoped_lock guard(m_answerLock);
-    m_size = size;
-    m_answered.notify_all();
+    if (m_phase == Phase::opening || m_phase == Phase::recovering) {
+        m_phase = Phase::running;
+    }
+    m_answer.answer(m_sharing, size);
+    watchFirstFrame();
 }
 
-void PortalCapture::setProblem(const QString& message)
+void PortalCapture::frameArrived()
 {
-    const std::scoped_lock guard(m_answerLock);
-    m_problem = message;
-    m_answered.notify_all();
-}
-
-void PortalCapture::sessionClosed(Session session)
-{
-    if (isPresent(session)) {
-        m_wasClosed = true;
-        interrupt(session);
+    m_hasFrame = true;
+    m_reconnections = 0;
+    m_firstFrameLimit.stop();
+    if (m_phase == Phase::running) {
+        m_recoveryLimit.stop();
     }
 }
 
-void PortalCapture::streamEnded(Session session, pipewire::StreamEnd reason)
+void PortalCapture::watchFirstFrame()
 {
-    if (isPresent(session)) {
-        m_hasLostServer = reason == pipewire::StreamEnd::serverLost;
-        interrupt(session);
+    const std::scoped_lock guard(m_streamLock);
+    if (!m_settings) {
+        // Nobody wants frames yet.
+        m_recoveryLimit.stop();
+    } else if (m_phase == Phase::running && !m_hasFrame) {
+        m_firstFrameLimit.start();
+    }
+}
+
+/// A compositor sends a picture at once, also of a still screen, but may lose it. A still screen sends no other.
+void PortalCapture::firstFrameMissing()
+{
+    // Without a token the desktop would ask the user.
+    if (m_reconnections < m_limits.reconnections && !m_screen->token().load().isEmpty()) {
+        ++m_reconnections;
+        recover();
+    } else {
+        qWarning("screen: the desktop sends no picture");
+        m_recoveryLimit.stop();
     }
 }
 
 /// The end of the stream and that of its session come in any order.
-void PortalCapture::interrupt(Session session)
+void PortalCapture::interrupt()
 {
     if (m_phase == Phase::opening || m_phase == Phase::recovering) {
-        sharingFailed(session, PortalEnd::failed);
+        sharingFailed(PortalEnd::failed);
     } else if (m_phase == Phase::running) {
         m_phase = Phase::interrupted;
         m_interruptionTime = HostClock::now();
-        QTimer::singleShot(SameEvent, this, [this, session] { recover(session); });
+        m_firstFrameLimit.stop();
+        m_causeDelay.start();
     }
 }
 
-void PortalCapture::recover(Session session)
+void PortalCapture::findCause()
 {
-    if (!isPresent(session)) {
-        return;
-    }
     // A desktop closes the session when the user stops the sharing, when a display changes, and when PipeWire ends.
     // Only after the first is it wrong to go on.
-    if (m_wasClosed && !m_hasLostServer && m_displaysChanged < m_interruptionTime - 2 * SameEvent) {
-        giveUp(session, endedText());
-        return;
+    if (m_wasClosed && !m_hasLostServer && m_displaysChanged < m_interruptionTime - 2 * m_limits.sameEvent) {
+        giveUp(endedText());
+    } else {
+        recover();
     }
-    m_phase = Phase::recovering;
-    {
-        const std::scoped_lock guard(m_streamLock);
-        m_stream.reset();
-    }
-    share(session);
-    QTimer::singleShot(RecoveryLimit, this, [this, session, interruption = m_interruptionTime] {
-        if (m_phase == Phase::recovering && m_interruptionTime == interruption) {
-            giveUp(session, textOf(PortalEnd::timedOut));
-        }
-    });
 }
 
-void PortalCapture::sharingFailed(Session session, PortalEnd end)
+void PortalCapture::recover()
 {
-    if (!isPresent(session)) {
-        return;
+    m_phase = Phase::recovering;
+    if (!m_recoveryLimit.isActive()) {
+        m_recoveryLimit.start();
     }
-    m_formatLimit.stop();
+    share();
+}
+
+void PortalCapture::sharingFailed(PortalEnd end)
+{
     if (m_phase == Phase::recovering && end != PortalEnd::cancelled && end != PortalEnd::refused) {
         // What was restarted may not be ready yet. The limit of the recovery ends this.
-        m_retry.start(RetryInterval);
+        endAttempt();
+        m_retry.start();
     } else {
-        giveUp(session, textOf(end));
+        giveUp(textOf(end));
     }
 }
 
-void PortalCapture::giveUp(Session session, const QString& message)
+void PortalCapture::giveUp(const QString& message)
 {
-    if (!isPresent(session)) {
-        return;
-    }
-    m_formatLimit.stop();
-    m_cast.reset();
-    setProblem(message);
+    endSession();
+    m_answer.answer(m_sharing, message);
     const std::scoped_lock guard(m_streamLock);
-    if (session == m_session && m_settings) {
-        // At most once: what else happens belongs to a past session.
-        ++m_session;
-        m_stream.reset();
-        m_events.onStopped(message);
+    if (m_sharing == m_session) {
+        m_problem = message;
+        if (m_settings) {
+            m_events.onStopped(message);
+        }
     }
+}
+
+void PortalCapture::endAttempt()
+{
+    ++m_attempt;
+    m_wasClosed = false;
+    m_hasLostServer = false;
+    m_hasFrame = false;
+    for (auto* const timer : {&m_formatLimit, &m_firstFrameLimit, &m_causeDelay, &m_retry}) {
+        timer->stop();
+    }
+    m_cast.reset();
+    const std::scoped_lock guard(m_streamLock);
+    if (m_sharing == m_session) {
+        m_stream.reset();
+    }
+}
+
+void PortalCapture::endSession()
+{
+    endAttempt();
+    m_recoveryLimit.stop();
+    m_phase = Phase::idle;
 }
 
 } // namespace quelto
