@@ -99,16 +99,17 @@ std::optional<ScreenCastNode> firstStream(const QVariantMap& results)
     if (streams.currentType() != QDBusArgument::ArrayType) {
         return std::nullopt;
     }
+    ScreenCastNode node{.id = AnyNode, .size = {}};
     streams.beginArray();
-    if (streams.atEnd()) {
-        return std::nullopt;
+    if (!streams.atEnd()) {
+        QVariantMap properties;
+        streams.beginStructure();
+        streams >> node.id >> properties;
+        streams.endStructure();
+        node.size = sizeOf(properties.value(QStringLiteral("size")));
     }
-    ScreenCastNode node;
-    QVariantMap properties;
-    streams.beginStructure();
-    streams >> node.id >> properties;
-    streams.endStructure();
-    node.size = sizeOf(properties.value(QStringLiteral("size")));
+    // QtDBus leaks what was begun and not ended.
+    streams.endArray();
     return node.id == AnyNode ? std::nullopt : std::optional(node);
 }
 
@@ -124,17 +125,20 @@ std::optional<QString> triggerOf(const QVariant& shortcuts, const QString& id)
     if (list.currentType() != QDBusArgument::ArrayType) {
         return std::nullopt;
     }
+    std::optional<QString> trigger;
     list.beginArray();
-    while (!list.atEnd()) {
+    while (!trigger && !list.atEnd()) {
         PortalShortcutEntry entry;
         list >> entry;
         if (entry.id == id) {
             const auto text = textOf(entry.properties.value(QStringLiteral("trigger_description"))).left(4096);
             const auto line = text.simplified();
-            return line.size() <= MaxTriggerLength ? line : line.left(MaxTriggerLength - 1) + u'…';
+            trigger = line.size() <= MaxTriggerLength ? line : line.left(MaxTriggerLength - 1) + u'…';
         }
     }
-    return std::nullopt;
+    // QtDBus leaks what was begun and not ended.
+    list.endArray();
+    return trigger;
 }
 
 } // namespace quelto
