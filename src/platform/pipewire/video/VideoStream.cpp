@@ -32,7 +32,7 @@ class VideoStream::Connection {
 public:
     Connection(FileDescriptor remote, std::uint32_t nodeId, const VideoStreamOptions& options,
                VideoStreamEvents events);
-    ~Connection() { pw_thread_loop_stop(m_thread.get()); }
+    ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
@@ -125,6 +125,17 @@ VideoStream::Connection::Connection(FileDescriptor remote, std::uint32_t nodeId,
     if (!m_thread || !open(std::move(remote), nodeId) || pw_thread_loop_start(m_thread.get()) != 0) {
         throw PlatformError(T("Ekran görüntüsü okunamıyor. Kaydı yeniden başlatın."));
     }
+}
+
+VideoStream::Connection::~Connection()
+{
+    {
+        const LoopLock lock(m_thread.get());
+        m_hasEnded = true;
+        // First, because the library calls process() on its data thread if the loop's thread has ended.
+        pw_stream_disconnect(m_stream.get());
+    }
+    pw_thread_loop_stop(m_thread.get());
 }
 
 bool VideoStream::Connection::open(FileDescriptor remote, std::uint32_t nodeId)
