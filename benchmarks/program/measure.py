@@ -18,9 +18,11 @@ import playback_rows  # noqa: E402
 import rows  # noqa: E402
 import start_rows  # noqa: E402
 import thumbnail_rows  # noqa: E402
+import wayland_rows  # noqa: E402
 
 ALL = {**rows.ALL, **moment_rows.ALL, **language_rows.ALL, **thumbnail_rows.ALL, **library_rows.ALL,
-       **library_screen_rows.ALL, **start_rows.ALL, **export_rows.ALL, **playback_rows.ALL, **match_rows.ALL}
+       **library_screen_rows.ALL, **start_rows.ALL, **export_rows.ALL, **playback_rows.ALL, **match_rows.ALL,
+       **wayland_rows.ALL}
 
 
 def parse():

@@ -1,10 +1,13 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The tool that the figures are compared with: the ffmpeg command line, with the settings that Quelto uses."""
+"""The tools that the figures are compared with, with the settings that Quelto uses: the ffmpeg command line, and that of
+GStreamer for screen casts, which ffmpeg cannot read."""
 import os
 import subprocess
 
 BITRATE = 13_685_760
 WIDTH, HEIGHT, FPS = 1920, 1080, 60
+# That of the picture of tools/private-wayland.
+WAYLAND_BITRATE = 2_000_000
 
 
 def grab(seconds):
@@ -16,6 +19,24 @@ def grab(seconds):
         "-g", FPS, "-bf", "0", "-threads", "2", "-x264-params",
         "8x8dct=1:cabac=1:deblock=0,0:rc-lookahead=0:sync-lookahead=0:scenecut=0:sliced-threads=1:open-gop=0",
         "-f", "null", "-")
+
+
+def screen_cast_pipeline(remote, node, target):
+    """The words of a command that captures and encodes a screen cast of 640×360, until SIGINT. At a constant rate, because
+    the encoder computes the bits of a frame from it."""
+    return [
+        "gst-launch-1.0", "-q", "pipewiresrc", f"fd={remote}", f"path={node}", "!", "video/x-raw,format=BGRx", "!",
+        "videorate", "!", f"video/x-raw,framerate={FPS}/1", "!",
+        "videoconvert", "!", "video/x-raw,format=NV12,colorimetry=bt709", "!",
+        "x264enc", "speed-preset=ultrafast", f"bitrate={WAYLAND_BITRATE // 1000}", "vbv-buf-capacity=250",
+        f"key-int-max={FPS}", "bframes=0", "threads=1",
+        "option-string=aq-mode=1:8x8dct=1:cabac=1:deblock=0,0:rc-lookahead=0:sync-lookahead=0:scenecut=0", "!",
+        "video/x-h264,profile=high,stream-format=byte-stream", "!", "filesink", f"location={target}"]
+
+
+def copy_to_mp4(stream, target):
+    """Puts H.264 without a container into a file with one."""
+    subprocess.run(["ffmpeg", "-v", "error", "-y", "-r", str(FPS), "-i", stream, "-c", "copy", target], check=True)
 
 
 def _cpu_seconds(*words):

@@ -105,7 +105,7 @@ class ScreenCast:
     def close(self):
         self._client.call(self.path, "org.freedesktop.portal.Session", "Close", None)
 
-    def _open_remote(self):
+    def open_remote(self):
         """A descriptor of a connection to PipeWire that sees only this screen cast."""
         reply, descriptors = self._client.bus.call_with_unix_fd_list_sync(
             wayland.PORTAL, _PATH, _SCREEN_CAST, "OpenPipeWireRemote", GLib.Variant("(oa{sv})", (self.path, {})), None, 0,
@@ -115,7 +115,7 @@ class ScreenCast:
     def counters(self, count, seconds=20):
         """The scene's counters in the next frames."""
         node, (width, height), _ = self.started()
-        remote = self._open_remote()
+        remote = self.open_remote()
         # Without a maximum, the screen cast offers the monitor's refresh rate.
         command = ["gst-launch-1.0", "-q", "pipewiresrc", f"fd={remote}", f"path={node}", f"num-buffers={count}", "!",
                    "video/x-raw,format=BGRx", "!", "fdsink", "fd=1"]
