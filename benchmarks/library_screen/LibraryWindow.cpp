@@ -49,6 +49,7 @@ LibraryWindow::LibraryWindow()
     , m_thumbnails(m_main)
     , m_navigation(m_main)
     , m_theme(m_settings)
+    , m_hotKeys(m_settings, m_globalKey)
     , m_commands({.library = m_library,
                   .files = m_files,
                   .pasteboard = m_pasteboard,
@@ -58,6 +59,7 @@ LibraryWindow::LibraryWindow()
     NavigationForQml::instance = &m_navigation;
     ThemeForQml::instance = &m_theme;
     AppSettingsForQml::instance = &m_settings;
+    HotKeyManagerForQml::instance = &m_hotKeys;
     ClipLibraryForQml::instance = &m_library;
     ClipCommandsForQml::instance = &m_commands;
     ThumbnailsForQml::instance = &m_thumbnails;

@@ -3,6 +3,7 @@
 
 #include "base/tasks/MainQueue.h"
 #include "base/tasks/SerialQueue.h"
+#include "hotkey/HotKeyManager.h"
 #include "library/thumbnails/ThumbnailCache.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
@@ -33,6 +34,15 @@ public:
     void setFile(const QString& /*path*/) override { }
     void setImage(const QImage& /*image*/) override { }
     void setText(const QString& /*text*/) override { }
+};
+
+class NoGlobalKey final : public GlobalKey {
+public:
+    void grab(std::uint32_t /*keyCode*/, std::uint32_t /*modifiers*/) override { }
+    void release() override { }
+    State state() const override { return State::Held; }
+    QString characters(std::uint32_t /*keyCode*/) override { return {}; }
+    std::uint32_t heldModifiers() override { return 0; }
 };
 
 /// Selects Qt's software renderer, as on a machine without a GPU, and a window that needs no display. Call it before
@@ -72,6 +82,8 @@ private:
     ThumbnailCache m_thumbnails;
     Navigation m_navigation;
     Theme m_theme;
+    NoGlobalKey m_globalKey;
+    HotKeyManager m_hotKeys;
     ClipCommands m_commands;
     QQmlApplicationEngine m_engine;
     QQuickWindow* m_window = nullptr;

@@ -2,6 +2,7 @@
 #include "hotkey/HotKeyManager.h"
 
 #include "base/keys/HotKeyText.h"
+#include "hotkey/BoundKeys.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -25,7 +26,10 @@ HotKeyManager::HotKeyManager(AppSettings& settings, GlobalKey& key, QObject* par
             },
             Qt::QueuedConnection);
     };
-    m_key.onStateChanged = [this] { Q_EMIT stateChanged(); };
+    m_key.onStateChanged = [this] { followState(); };
+    connect(&settings, &AppSettings::hotkeyModifiersChanged, this, &HotKeyManager::keysChanged);
+    connect(&settings, &AppSettings::hotkeyKeyNameChanged, this, &HotKeyManager::keysChanged);
+    connect(&settings, &AppSettings::languageChanged, this, &HotKeyManager::keysChanged);
 }
 
 QString HotKeyManager::command()
@@ -40,6 +44,39 @@ QString HotKeyManager::command()
         }
     }
     return word + QStringLiteral(" --save-clip");
+}
+
+void HotKeyManager::followState()
+{
+    if (m_key.state() != GlobalKey::State::Released) {
+        m_isReserved = m_key.state() == GlobalKey::State::ReservedByDesktop;
+        m_boundText = m_key.boundText();
+        Q_EMIT keysChanged();
+    }
+    Q_EMIT stateChanged();
+}
+
+QStringList HotKeyManager::preferredKeys() const
+{
+    return hotKeyWords(m_settings.hotkeyModifiers(), m_settings.hotkeyKeyName());
+}
+
+QString HotKeyManager::preferredText() const
+{
+    return preferredKeys().join(u'+');
+}
+
+QStringList HotKeyManager::keys() const
+{
+    if (m_isReserved) {
+        return {};
+    }
+    return m_boundText.isEmpty() ? preferredKeys() : boundKeyWords(m_boundText);
+}
+
+bool HotKeyManager::hasOtherKeys() const
+{
+    return !m_isReserved && !m_boundText.isEmpty() && text().compare(preferredText(), Qt::CaseInsensitive) != 0;
 }
 
 QString HotKeyManager::keyName(std::uint32_t keyCode)

@@ -220,6 +220,7 @@ public:
     /// By key code.
     std::map<std::uint32_t, QString> typed;
     std::uint32_t held = 0;
+    QString bound;
 
     void grab(std::uint32_t keyCode, std::uint32_t modifiers) override
     {
@@ -235,6 +236,7 @@ public:
     }
 
     State state() const override { return present; }
+    QString boundText() const override { return bound; }
     std::uint32_t heldModifiers() override { return held; }
     QString characters(std::uint32_t keyCode) override
     {
@@ -242,9 +244,17 @@ public:
         return found == typed.end() ? QString() : found->second;
     }
 
+    /// As a desktop that decides which keys a shortcut has.
+    void bind(const QString& text)
+    {
+        bound = text;
+        setState(State::Held);
+    }
+
     void setState(State state)
     {
         present = state;
+        bound = state == State::Held ? bound : QString();
         if (onStateChanged) {
             onStateChanged();
         }

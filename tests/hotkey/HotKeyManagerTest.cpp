@@ -80,6 +80,47 @@ TEST_F(HotKeyManagerTest, TellsTheStateOfTheKey)
     EXPECT_EQ(states, (std::vector{GlobalKey::State::Taken, GlobalKey::State::Held, GlobalKey::State::Released}));
 }
 
+TEST_F(HotKeyManagerTest, ShowsTheCombinationOfTheSettings)
+{
+    QStringList texts;
+    QObject::connect(&manager, &HotKeyManager::keysChanged, &manager, [&] { texts.append(manager.text()); });
+    EXPECT_EQ(manager.text(), u"Alt+Shift+C");
+    settings.setHotkeyKeyName(QStringLiteral("F9"));
+    EXPECT_EQ(manager.keys().size(), 3);
+    settings.setHotkeyModifiers(0);
+    EXPECT_EQ(manager.keys(), QStringList{QStringLiteral("F9")});
+    EXPECT_EQ(manager.preferredText(), u"F9");
+    EXPECT_FALSE(manager.hasOtherKeys());
+    settings.setLanguage(QStringLiteral("de"));
+    EXPECT_EQ(texts, (QStringList{QStringLiteral("Alt+Shift+F9"), QStringLiteral("F9"), QStringLiteral("F9")}))
+        << "a new language may have other names";
+}
+
+TEST_F(HotKeyManagerTest, ShowsTheKeysThatTheDesktopBound)
+{
+    key.bind(QStringLiteral("Alt+Shift+c"));
+    EXPECT_FALSE(manager.hasOtherKeys()) << "the same keys in another order or case";
+    key.bind(QStringLiteral("Meta+C"));
+    EXPECT_EQ(manager.keys(), (QStringList{QStringLiteral("Super"), QStringLiteral("C")}));
+    EXPECT_TRUE(manager.hasOtherKeys());
+    EXPECT_EQ(manager.preferredText(), u"Alt+Shift+C");
+    settings.setHotkeyModifiers(256);
+    EXPECT_FALSE(manager.hasOtherKeys()) << "the user prefers the same ones now";
+}
+
+TEST_F(HotKeyManagerTest, ShowsNoKeysThatTheDesktopReserves)
+{
+    key.setState(GlobalKey::State::ReservedByDesktop);
+    EXPECT_EQ(manager.keys(), QStringList());
+    EXPECT_EQ(manager.text(), QString());
+    EXPECT_FALSE(manager.hasOtherKeys());
+    EXPECT_EQ(manager.preferredText(), u"Alt+Shift+C");
+    manager.unregister();
+    EXPECT_EQ(manager.keys(), QStringList()) << "while a new combination is recorded";
+    manager.registerFromSettings();
+    EXPECT_EQ(manager.text(), u"Alt+Shift+C");
+}
+
 TEST_F(HotKeyManagerTest, NamesKeysByTheirTableOrTheLayout)
 {
     key.typed = {{41, QStringLiteral("ö")}, {36, QStringLiteral("x")}, {18, QStringLiteral("1")}};

@@ -154,11 +154,12 @@ ApplicationController::~ApplicationController()
 void ApplicationController::applicationDidFinishLaunching()
 {
     buildWindow();
-    m_statusItem = std::make_unique<StatusItem>(*m_recorder, m_settings,
-                                                ShellCommands{.showWindow = [this] { showWindow(); },
-                                                              .showSettings = [this] { showSettings(); },
-                                                              .openFolder = [this] { openFolder(); },
-                                                              .quit = [this] { userQuits(); }});
+    m_statusItem = std::make_unique<StatusItem>(
+        StatusItem::Dependencies{.recorder = *m_recorder, .settings = m_settings, .hotKeys = m_hotKeys},
+        ShellCommands{.showWindow = [this] { showWindow(); },
+                      .showSettings = [this] { showSettings(); },
+                      .openFolder = [this] { openFolder(); },
+                      .quit = [this] { userQuits(); }});
     m_library.reload();
     m_hotKeys.action = [this] { m_recorder->saveClip(); };
     m_hotKeys.registerFromSettings();

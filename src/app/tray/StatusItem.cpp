@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/tray/StatusItem.h"
 
-#include "base/keys/HotKeyText.h"
 #include "base/language/T.h"
 #include "ui/icons/Symbols.h"
 #include "ui/theme/Palette.h"
@@ -26,9 +25,10 @@ QString symbolFor(CaptureState state)
 
 } // namespace
 
-StatusItem::StatusItem(Recorder& recorder, const AppSettings& settings, ShellCommands commands)
-    : m_recorder(recorder)
-    , m_settings(settings)
+StatusItem::StatusItem(const Dependencies& dependencies, ShellCommands commands)
+    : m_recorder(dependencies.recorder)
+    , m_settings(dependencies.settings)
+    , m_hotKeys(dependencies.hotKeys)
     , m_commands(std::move(commands))
 {
     connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::rebuildMenu);
@@ -37,8 +37,8 @@ StatusItem::StatusItem(Recorder& recorder, const AppSettings& settings, ShellCom
             m_commands.showWindow();
         }
     });
-    connect(&settings, &AppSettings::colorThemeChanged, this, &StatusItem::updateIcon);
-    connect(&settings, &AppSettings::languageChanged, this, &StatusItem::rebuildMenu);
+    connect(&m_settings, &AppSettings::colorThemeChanged, this, &StatusItem::updateIcon);
+    connect(&m_settings, &AppSettings::languageChanged, this, &StatusItem::rebuildMenu);
     rebuildMenu();
     m_icon.setContextMenu(&m_menu);
     m_icon.setToolTip(QStringLiteral("Quelto"));
@@ -58,9 +58,7 @@ void StatusItem::rebuildMenu()
     m_menu.clear();
     m_menu.addAction(statusLine())->setEnabled(false);
     m_menu.addSeparator();
-    auto* save =
-        m_menu.addAction(T("Klip Kaydet ({0})", hotKeyText(m_settings.hotkeyModifiers(), m_settings.hotkeyKeyName())),
-                         &m_recorder, &Recorder::saveClip);
+    auto* save = m_menu.addAction(saveText(), &m_recorder, &Recorder::saveClip);
     save->setEnabled(m_recorder.isActive());
     m_menu.addAction(m_recorder.isActive() ? T("Kaydı Durdur") : T("Kaydı Başlat"), &m_recorder, &Recorder::toggle);
     m_menu.addSeparator();
@@ -69,6 +67,12 @@ void StatusItem::rebuildMenu()
     m_menu.addAction(T("Ayarlar…"), this, m_commands.showSettings);
     m_menu.addSeparator();
     m_menu.addAction(T("Çıkış"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, m_commands.quit);
+}
+
+QString StatusItem::saveText() const
+{
+    const auto keys = m_hotKeys.text();
+    return keys.isEmpty() ? T("Klip Kaydet") : T("Klip Kaydet ({0})", keys);
 }
 
 QString StatusItem::statusLine() const

@@ -3,6 +3,7 @@
 
 #include "base/settings/AppSettings.h"
 #include "capture/recorder/Recorder.h"
+#include "hotkey/HotKeyManager.h"
 
 #include <QMenu>
 #include <QSystemTrayIcon>
@@ -26,7 +27,14 @@ class StatusItem : public QObject {
     Q_OBJECT
 
 public:
-    StatusItem(Recorder& recorder, const AppSettings& settings, ShellCommands commands);
+    /// All outlive the object.
+    struct Dependencies {
+        Recorder& recorder;
+        const AppSettings& settings;
+        const HotKeyManager& hotKeys;
+    };
+
+    StatusItem(const Dependencies& dependencies, ShellCommands commands);
 
     QMenu& menu() { return m_menu; }
     QIcon icon() const { return m_icon.icon(); }
@@ -36,8 +44,11 @@ private:
     void rebuildMenu();
     QString statusLine() const;
 
+    QString saveText() const;
+
     Recorder& m_recorder;
     const AppSettings& m_settings;
+    const HotKeyManager& m_hotKeys;
     ShellCommands m_commands;
     QMenu m_menu;
     QSystemTrayIcon m_icon;

@@ -3,6 +3,7 @@
 
 #include "base/settings/AppSettings.h"
 #include "capture/recorder/Recorder.h"
+#include "hotkey/HotKeyManager.h"
 #include "library/clips/ClipLibrary.h"
 #include "ui/shared/Navigation.h"
 
@@ -44,6 +45,20 @@ struct ClipLibraryForQml : SharedForQml<ClipLibrary> {
     QML_FOREIGN(quelto::ClipLibrary)
     QML_NAMED_ELEMENT(ClipLibrary)
     QML_SINGLETON
+};
+
+struct HotKeyManagerForQml : SharedForQml<HotKeyManager> {
+    Q_GADGET
+    QML_FOREIGN(quelto::HotKeyManager)
+    QML_NAMED_ELEMENT(HotKeyManager)
+    QML_SINGLETON
+};
+
+struct GlobalKeyStateForQml {
+    Q_GADGET
+    QML_FOREIGN(quelto::GlobalKeyStates)
+    QML_NAMED_ELEMENT(GlobalKeyState)
+    QML_UNCREATABLE("Provides an enumeration only")
 };
 
 struct NavigationForQml : SharedForQml<Navigation> {

@@ -15,7 +15,7 @@ AccentButton {
     enabled: Recorder.isActive && !Recorder.isSaving
     busy: Recorder.isSaving
     opacity: Recorder.isActive ? 1 : Theme.disabledOpacity
-    Accessible.description: SaveShortcut.text
+    Accessible.description: HotKeyManager.text
     onClicked: Recorder.saveClip()
 
     contentItem: SaveButtonLabel {

@@ -6,7 +6,7 @@ import Quelto.Shared
 import Quelto.Theme
 
 // The content of the save button: its text, and the keys of the shortcut beside it. Keys that do not fit beside the text
-// are below it.
+// are below it. Without a shortcut there is only the text.
 Item {
     id: label
 
@@ -15,7 +15,8 @@ Item {
     required property bool busy
     required property font font
     required property color color
-    readonly property real gap: Theme.spacing.row
+    readonly property bool hasShortcut: HotKeyManager.keys.length > 0
+    readonly property real gap: hasShortcut ? Theme.spacing.row : 0
     // Of the text at its full size.
     readonly property real naturalWidth: words.symbolWidth + metrics.advanceWidth
     readonly property bool isInLine: naturalWidth + gap + caps.implicitWidth <= width
@@ -24,8 +25,9 @@ Item {
     readonly property Item shortcut: hasRoomForCaps ? caps : line
 
     implicitWidth: naturalWidth + gap + caps.implicitWidth
-    implicitHeight: isInLine ? Math.max(words.implicitHeight, caps.implicitHeight)
-                             : words.implicitHeight + gap + shortcut.implicitHeight
+    implicitHeight: !hasShortcut ? words.implicitHeight
+                  : isInLine ? Math.max(words.implicitHeight, caps.implicitHeight)
+                  : words.implicitHeight + gap + shortcut.implicitHeight
 
     TextMetrics {
         id: metrics
@@ -53,9 +55,9 @@ Item {
 
         x: label.isInLine ? label.width - width : Math.min(words.symbolWidth, label.width - width)
         y: label.isInLine ? (label.height - height) / 2 : label.height - height
-        visible: label.hasRoomForCaps
+        visible: label.hasShortcut && label.hasRoomForCaps
         opacity: 0.85
-        keys: SaveShortcut.keys
+        keys: HotKeyManager.keys
         textColor: label.color
         capColor: Qt.alpha(Theme.shadow, 0.2)
         edgeColor: "transparent"
@@ -72,7 +74,7 @@ Item {
         visible: !label.hasRoomForCaps
         opacity: caps.opacity
         // It may break after each plus sign.
-        text: SaveShortcut.text.replace(/\+/g, "+\u200B")
+        text: HotKeyManager.text.replace(/\+/g, "+\u200B")
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: label.color

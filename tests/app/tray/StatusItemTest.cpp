@@ -18,11 +18,12 @@ protected:
     {
         RecorderFixture::SetUp();
         const auto ask = [this](const char* what) { return [this, what] { asked.append(QLatin1String(what)); }; };
-        item = std::make_unique<StatusItem>(*recorder, settings,
-                                            ShellCommands{.showWindow = ask("showWindow"),
-                                                          .showSettings = ask("showSettings"),
-                                                          .openFolder = ask("openFolder"),
-                                                          .quit = ask("quit")});
+        item = std::make_unique<StatusItem>(
+            StatusItem::Dependencies{.recorder = *recorder, .settings = settings, .hotKeys = hotKeys},
+            ShellCommands{.showWindow = ask("showWindow"),
+                          .showSettings = ask("showSettings"),
+                          .openFolder = ask("openFolder"),
+                          .quit = ask("quit")});
     }
 
     void TearDown() override { item.reset(); }
@@ -46,6 +47,8 @@ protected:
 
     QMenu& menu() const { return item->menu(); }
 
+    test::FakeGlobalKey key;
+    HotKeyManager hotKeys{settings, key};
     std::unique_ptr<StatusItem> item;
     QStringList asked;
 };
@@ -63,6 +66,14 @@ TEST_F(StatusItemTest, HasItsEntriesInOrder)
                                QStringLiteral("-"),
                                QStringLiteral("Çıkış")};
     EXPECT_EQ(rows(), expected);
+}
+
+TEST_F(StatusItemTest, NamesTheKeysThatSaveAClip)
+{
+    key.bind(QStringLiteral("Ctrl+F9"));
+    EXPECT_EQ(rows().at(2), QStringLiteral("Klip Kaydet (Ctrl+F9)"));
+    key.setState(GlobalKey::State::ReservedByDesktop);
+    EXPECT_EQ(rows().at(2), QStringLiteral("Klip Kaydet"));
 }
 
 TEST_F(StatusItemTest, ShowsTheStateAndOffersToSaveOnlyWhileActive)

@@ -275,6 +275,22 @@ TEST_F(CaptureCardTest, ShortcutOfManyLongKeyNamesIsWrittenInsideTheSaveButton)
     picture(QStringLiteral("window-long-shortcut"));
 }
 
+TEST_F(CaptureCardTest, SaveButtonHasOnlyItsTextWhereNoKeysSaveAClip)
+{
+    record();
+    const auto height = item(save)->height();
+    auto& key = static_cast<test::FakeGlobalKey&>(*fakes.platform.globalKey);
+    key.setState(GlobalKey::State::ReservedByDesktop);
+    drawFrame();
+    EXPECT_EQ(test::labelOn(item(save), QStringLiteral("Shift")), nullptr);
+    EXPECT_LT(item(save)->height(), height);
+    picture(QStringLiteral("card-without-shortcut"));
+    key.bind(QStringLiteral("Press the red key of the other keyboard"));
+    drawFrame();
+    EXPECT_EQ(truncatedTexts(), QStringList());
+    picture(QStringLiteral("card-unknown-shortcut"));
+}
+
 TEST_F(CaptureCardTest, SaveButtonIsDimmedUnlessTheRecorderIsActive)
 {
     EXPECT_EQ(item(save)->opacity(), 0.45);

@@ -357,8 +357,8 @@ TEST_F(SettingsShortcutTest, TellsWhyThePressDoesNotArrive)
         {GlobalKey::State::SwitchesLayout, "Bu tuşlar klavye düzenini de değiştirir."},
         {GlobalKey::State::Unavailable, "Bu klavyede bu tuşlar yok. Başka bir kısayol seçin."},
         {GlobalKey::State::ReservedByDesktop,
-         "Wayland'de kısayol yalnızca bazı pencerelerde çalışır. Masaüstünüzün klavye ayarlarında şu komutu çalıştıran "
-         "bir kısayol ekleyin:"},
+         "Masaüstünüz bu kısayolu Quelto'ye vermedi. Masaüstünüzün klavye ayarlarında şu komutu çalıştıran bir kısayol "
+         "ekleyin:"},
     };
     for (const auto& row : rows) {
         key().setState(row.state);
@@ -383,6 +383,46 @@ TEST_F(SettingsShortcutTest, ShowsNoWarningWhileItRecords)
     EXPECT_FALSE(shows(warning));
     tap(Qt::Key_Escape, {}, scanCodes::escape);
     EXPECT_TRUE(shows(warning));
+}
+
+TEST_F(SettingsShortcutTest, ShowsTheKeysThatTheDesktopBound)
+{
+    const auto note = QStringLiteral("Masaüstünüz Alt+Shift+C yerine Ctrl+F9 tuşlarını kullanıyor. Bunu masaüstünüzün "
+                                     "klavye ayarlarından değiştirebilirsiniz.");
+    key().bind(QStringLiteral("Shift+Alt+C"));
+    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Alt+Shift+C\n") + Explanation);
+    EXPECT_FALSE(shows(note));
+    key().bind(QStringLiteral("Ctrl+F9"));
+    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Ctrl+F9\n") + Explanation);
+    EXPECT_TRUE(shows(note));
+    EXPECT_NE(itemNamed(window, note), nullptr);
+    drawFrame();
+    EXPECT_EQ(truncatedTexts(), QStringList());
+    EXPECT_EQ(descriptionOf(QStringLiteral("Klip Kaydet")), QStringLiteral("Ctrl+F9"));
+    picture(QStringLiteral("settings-shortcut-other-keys"));
+    key().setState(GlobalKey::State::ReservedByDesktop);
+    EXPECT_FALSE(shows(note));
+}
+
+TEST_F(SettingsShortcutTest, ShowsTheKeysAlsoWhileTheDesktopBindsNewOnes)
+{
+    key().bind(QStringLiteral("Ctrl+F9"));
+    key().stateOfGrabs = GlobalKey::State::Released;
+    record();
+    tap(Qt::Key_K, Qt::ControlModifier, scanCodes::k);
+    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Ctrl+F9\n") + Explanation);
+    key().bind(QStringLiteral("Ctrl+K"));
+    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Ctrl+K\n") + Explanation);
+}
+
+TEST_F(SettingsShortcutTest, ReservedKeysAreShownOnlyAsAPreference)
+{
+    const auto save = QStringLiteral("Klip Kaydet");
+    EXPECT_EQ(descriptionOf(save), QStringLiteral("Alt+Shift+C"));
+    key().setState(GlobalKey::State::ReservedByDesktop);
+    drawFrame();
+    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Alt+Shift+C\nDeğiştirmek için tıklayın, Esc ile iptal."));
+    EXPECT_EQ(descriptionOf(save), QString());
 }
 
 TEST_F(SettingsShortcutTest, CopiesTheCommand)

@@ -10,16 +10,24 @@ EmptyState {
     id: empty
 
     property bool isSearch: false
+    readonly property bool hasShortcut: HotKeyManager.keys.length > 0
 
     symbol: "film.stack"
     title: isSearch ? L10n.T("Sonuç bulunamadı") : L10n.T("Henüz klip yok")
-    text: isSearch ? "" : L10n.T("Kayıt açıkken {0} tuşlarına basarak son {1} saniyeyi kaydedin.",
-                                 [SaveShortcut.text, AppSettings.clipLength])
+    text: {
+        if (isSearch)
+            return "";
+        if (!hasShortcut)
+            return L10n.T("Kayıt açıkken son {0} saniyeyi kaydetmek için “{1}” düğmesine basın. Oyundayken de kaydetmek için Ayarlar'daki kısayol bölümüne bakın.",
+                          [AppSettings.clipLength, L10n.T("Klip Kaydet")]);
+        return L10n.T("Kayıt açıkken {0} tuşlarına basarak son {1} saniyeyi kaydedin.",
+                      [HotKeyManager.text, AppSettings.clipLength]);
+    }
 
     KeyCaps {
         anchors.horizontalCenter: parent.horizontalCenter
-        visible: !empty.isSearch
-        keys: SaveShortcut.keys
+        visible: !empty.isSearch && empty.hasShortcut
+        keys: HotKeyManager.keys
         fontSize: Theme.fontSize.body
         // The text says the same.
         Accessible.ignored: true

@@ -7,7 +7,7 @@ import Quelto.SettingsPage
 import Quelto.Shared
 import Quelto.Theme
 
-// Shows the global shortcut. A click waits for a new one.
+// Shows the global shortcut: the keys that save a clip, else those that the user prefers. A click waits for a new one.
 T.AbstractButton {
     id: button
 
@@ -23,7 +23,7 @@ T.AbstractButton {
     font.pixelSize: 14
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    text: recording ? L10n.T("Tuş kombinasyonuna basın…") : SaveShortcut.text
+    text: recording ? L10n.T("Tuş kombinasyonuna basın…") : HotKeyManager.text || HotKeyManager.preferredText
     Accessible.name: L10n.T("Klip kaydet kısayolu")
     Accessible.onPressAction: {
         if (enabled) {
@@ -52,7 +52,8 @@ T.AbstractButton {
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         font: button.font
-        color: button.recording ? Theme.accent : Theme.text
+        // A preference that has no effect is dimmed.
+        color: button.recording ? Theme.accent : HotKeyManager.text === "" ? Theme.muted : Theme.text
         Accessible.ignored: true
     }
 

@@ -50,20 +50,6 @@ struct WoWWatcherForQml : SharedForQml<WoWWatcher> {
     QML_SINGLETON
 };
 
-struct HotKeyManagerForQml : SharedForQml<HotKeyManager> {
-    Q_GADGET
-    QML_FOREIGN(quelto::HotKeyManager)
-    QML_NAMED_ELEMENT(HotKeyManager)
-    QML_SINGLETON
-};
-
-struct GlobalKeyStateForQml {
-    Q_GADGET
-    QML_FOREIGN(quelto::GlobalKeyStates)
-    QML_NAMED_ELEMENT(GlobalKeyState)
-    QML_UNCREATABLE("Provides an enumeration only")
-};
-
 /// What the cards of the page use.
 struct SettingsPageParts {
     AppSettings& settings;

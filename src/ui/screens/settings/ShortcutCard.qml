@@ -9,6 +9,8 @@ import Quelto.Shared
 SectionCard {
     id: card
 
+    readonly property bool isReserved: HotKeyManager.state === GlobalKeyState.ReservedByDesktop
+
     title: L10n.T("Kısayol")
     symbol: "keyboard"
 
@@ -16,11 +18,19 @@ SectionCard {
         id: row
 
         title: L10n.T("Klip kaydet kısayolu")
-        subtitle: L10n.T("Oyun içindeyken bile çalışır. Değiştirmek için tıklayın, Esc ile iptal.")
+        subtitle: card.isReserved ? L10n.T("Değiştirmek için tıklayın, Esc ile iptal.")
+                                  : L10n.T("Oyun içindeyken bile çalışır. Değiştirmek için tıklayın, Esc ile iptal.")
 
         HotkeyRecorderView {
             explanation: row.subtitle
         }
+    }
+
+    CardParagraph {
+        width: card.contentWidth
+        visible: HotKeyManager.hasOtherKeys
+        text: L10n.T("Masaüstünüz {0} yerine {1} tuşlarını kullanıyor. Bunu masaüstünüzün klavye ayarlarından değiştirebilirsiniz.",
+                     [HotKeyManager.preferredText, HotKeyManager.text])
     }
 
     ShortcutWarning {
@@ -30,6 +40,6 @@ SectionCard {
 
     ShortcutCommand {
         width: card.contentWidth
-        visible: HotKeyManager.state === GlobalKeyState.ReservedByDesktop
+        visible: card.isReserved
     }
 }

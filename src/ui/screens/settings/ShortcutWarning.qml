@@ -17,7 +17,7 @@ Item {
         case GlobalKeyState.SwitchesLayout:
             return L10n.T("Bu tuşlar klavye düzenini de değiştirir.");
         case GlobalKeyState.ReservedByDesktop:
-            return L10n.T("Wayland'de kısayol yalnızca bazı pencerelerde çalışır. Masaüstünüzün klavye ayarlarında şu komutu çalıştıran bir kısayol ekleyin:");
+            return L10n.T("Masaüstünüz bu kısayolu Quelto'ye vermedi. Masaüstünüzün klavye ayarlarında şu komutu çalıştıran bir kısayol ekleyin:");
         case GlobalKeyState.Unavailable:
             return L10n.T("Bu klavyede bu tuşlar yok. Başka bir kısayol seçin.");
         default:

@@ -44,6 +44,7 @@ void LibraryScreenFixture::SetUp()
     NavigationForQml::instance = &navigation;
     ThemeForQml::instance = &theme;
     AppSettingsForQml::instance = &settings;
+    HotKeyManagerForQml::instance = &hotKeys;
     ClipLibraryForQml::instance = &library;
     ClipCommandsForQml::instance = commands.get();
     ThumbnailsForQml::instance = thumbnails.get();

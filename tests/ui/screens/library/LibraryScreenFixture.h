@@ -2,11 +2,13 @@
 #pragma once
 
 #include "base/tasks/MainQueue.h"
+#include "hotkey/HotKeyManager.h"
 #include "library/thumbnails/ThumbnailCache.h"
 #include "ui/screens/library/ClipCommands.h"
 #include "ui/shared/Navigation.h"
 #include "ui/theme/Theme.h"
 
+#include "tests/capture/FakePlatform.h"
 #include "tests/library/clips/LibraryFixture.h"
 #include "tests/ui/RecordingDesktop.h"
 #include "tests/ui/WindowInspection.h"
@@ -56,6 +58,8 @@ protected:
     ManualQueue toastQueue{toastTime};
     Navigation navigation{toastQueue};
     Theme theme{settings};
+    FakeGlobalKey globalKey;
+    HotKeyManager hotKeys{settings, globalKey};
     RecordingFileManager files;
     RecordingPasteboard pasteboard;
     std::unique_ptr<ThumbnailCache> thumbnails;

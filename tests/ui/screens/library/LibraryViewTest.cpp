@@ -58,6 +58,20 @@ TEST_F(LibraryViewTest, ShowsTheEmptyState)
     EXPECT_EQ(find(QStringLiteral("Efsane")), nullptr);
 }
 
+TEST_F(LibraryViewTest, EmptyStateNamesTheButtonWhereNoKeysSaveAClip)
+{
+    globalKey.setState(GlobalKey::State::ReservedByDesktop);
+    open();
+    EXPECT_FALSE(shows(emptyHint()));
+    EXPECT_EQ(textItem(QStringLiteral("Shift")), nullptr);
+    EXPECT_TRUE(shows(QStringLiteral("Kayıt açıkken son 30 saniyeyi kaydetmek için “Klip Kaydet” düğmesine basın. "
+                                     "Oyundayken de kaydetmek için Ayarlar'daki kısayol bölümüne bakın.")));
+    picture(QStringLiteral("library-empty-without-shortcut"));
+    globalKey.bind(QStringLiteral("Ctrl+F9"));
+    EXPECT_TRUE(shows(QStringLiteral("Kayıt açıkken Ctrl+F9 tuşlarına basarak son 30 saniyeyi kaydedin.")));
+    EXPECT_NE(textItem(QStringLiteral("F9")), nullptr);
+}
+
 TEST_F(LibraryViewTest, EmptyStateMatchesDesign)
 {
     open();
