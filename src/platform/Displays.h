@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 
 namespace quelto {
 
@@ -33,8 +34,10 @@ public:
     /// Whether the user chooses in a dialog of the desktop. Then there is one display, whose name says so, and the
     /// display of the settings has no effect.
     virtual bool areChosenByTheDesktop() const { return false; }
-    /// The next recording shows the dialog again. Recordings otherwise use the display that was chosen last.
-    virtual void chooseAgain() { }
+    /// Shows that dialog. A recording goes on meanwhile, and recordings use the display that was chosen last until
+    /// there is another one. onChosen: called from the event loop then, and never if the user cancels. A second call
+    /// replaces the first. Thread: main.
+    virtual void chooseAgain(std::function<void()> onChosen) { onChosen(); }
 };
 
 } // namespace quelto

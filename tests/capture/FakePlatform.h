@@ -20,10 +20,16 @@ public:
 
     bool areChosen = false;
     int newChoices = 0;
+    /// Of the last call.
+    std::function<void()> onChosen;
 
     QList<DisplayInfo> all() const override { return displays; }
     bool areChosenByTheDesktop() const override { return areChosen; }
-    void chooseAgain() override { ++newChoices; }
+    void chooseAgain(std::function<void()> wanted) override
+    {
+        ++newChoices;
+        onChosen = std::move(wanted);
+    }
 };
 
 class FakeFrameSource final : public FrameSource {

@@ -34,7 +34,7 @@ void capture(Platform& platform, const SessionChoice& choice, const std::shared_
         return;
     case ScreenBackEnd::portal: {
         const auto screen = std::make_shared<PortalScreen>();
-        platform.displays = std::make_unique<PortalDisplays>(screen);
+        platform.displays = std::make_unique<PortalDisplays>(portal, screen);
         platform.frames = std::make_unique<PortalFrameSource>(portal, screen);
         platform.globalKey = std::make_unique<PortalGlobalKey>(portal);
         return;

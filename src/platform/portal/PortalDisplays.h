@@ -3,24 +3,26 @@
 
 #include "platform/Displays.h"
 #include "platform/portal/PortalScreen.h"
+#include "platform/portal/PortalScreenCast.h"
 
 #include <memory>
 
 namespace quelto {
 
 /// The one display that the user chose in the desktop's dialog, or will choose.
-///
-/// Thread: chooseAgain() on the main thread.
 class PortalDisplays final : public Displays {
 public:
-    explicit PortalDisplays(std::shared_ptr<PortalScreen> screen);
+    PortalDisplays(std::shared_ptr<PortalConnection> portal, std::shared_ptr<PortalScreen> screen);
 
     QList<DisplayInfo> all() const override;
     bool areChosenByTheDesktop() const override { return true; }
-    void chooseAgain() override { m_screen->token().save(QString()); }
+    void chooseAgain(std::function<void()> onChosen) override;
 
 private:
+    std::shared_ptr<PortalConnection> m_portal;
     std::shared_ptr<PortalScreen> m_screen;
+    /// While the dialog is open.
+    std::unique_ptr<PortalScreenCast> m_choice;
 };
 
 } // namespace quelto

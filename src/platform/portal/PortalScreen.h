@@ -12,6 +12,11 @@ namespace quelto {
 /// What PortalDisplays and PortalFrameSource share: the choice of the user, and what is known of the chosen screen.
 class PortalScreen {
 public:
+    explicit PortalScreen(QString tokenPath = RestoreToken::defaultPath())
+        : m_token(std::move(tokenPath))
+    {
+    }
+
     /// Thread: main.
     RestoreToken& token() { return m_token; }
 

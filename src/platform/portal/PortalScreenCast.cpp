@@ -91,7 +91,7 @@ QVariantMap PortalScreenCast::sourceOptions()
     }
     if (m_properties.value(QStringLiteral("version")).toUInt() >= VersionWithTokens) {
         options.insert(QStringLiteral("persist_mode"), PersistAlways);
-        const auto token = m_options.token.load();
+        const auto token = m_options.choice == ScreenCastChoice::last ? m_options.token.load() : QString();
         if (!token.isEmpty()) {
             options.insert(QStringLiteral("restore_token"), token);
         }

@@ -9,6 +9,8 @@
 namespace quelto {
 
 enum class ScreenCastCursor { hidden, embedded };
+/// Whether the token may spare the user the dialog.
+enum class ScreenCastChoice { last, another };
 
 /// A screen that the desktop shares with this program.
 struct ScreenCastStream {
@@ -41,6 +43,7 @@ public:
         /// Must outlive the object.
         RestoreToken& token;
         ScreenCastCursor cursor = ScreenCastCursor::embedded;
+        ScreenCastChoice choice = ScreenCastChoice::last;
         /// For each answer that does not depend on the user.
         std::chrono::milliseconds timeLimit = std::chrono::seconds(10);
     };

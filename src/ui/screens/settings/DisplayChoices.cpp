@@ -4,23 +4,35 @@
 #include "base/language/T.h"
 #include "ui/screens/settings/SettingsOptions.h"
 #include "ui/screens/settings/SettingsPageForQml.h"
+#include "ui/shared/SharedForQml.h"
 
 namespace quelto {
 
 DisplayChoices::DisplayChoices(QObject* parent)
     : DisplayChoices(SettingsPageForQml::instance.value().settings,
-                     *SettingsPageForQml::instance.value().platform.displays, parent)
+                     *SettingsPageForQml::instance.value().platform.displays, RecorderForQml::instance, parent)
 {
 }
 
-DisplayChoices::DisplayChoices(AppSettings& settings, Displays& displays, QObject* parent)
+DisplayChoices::DisplayChoices(AppSettings& settings, Displays& displays, Recorder* recorder, QObject* parent)
     : QObject(parent)
     , m_settings(settings)
     , m_displays(displays)
+    , m_recorder(recorder)
 {
     connect(&m_watch, &DisplayWatch::changed, this, &DisplayChoices::refresh);
     connect(&settings, &AppSettings::displayIDChanged, this, &DisplayChoices::selectedChanged);
     refresh();
+}
+
+void DisplayChoices::chooseAgain()
+{
+    // Without this object: the page may be gone when the user has answered.
+    m_displays.chooseAgain([recorder = m_recorder] {
+        if (recorder != nullptr && recorder->stateKind() != CaptureState::Idle) {
+            recorder->restart();
+        }
+    });
 }
 
 void DisplayChoices::refresh()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/settings/AppSettings.h"
+#include "capture/recorder/Recorder.h"
 #include "platform/DisplayWatch.h"
 #include "platform/Displays.h"
 
@@ -26,14 +27,16 @@ class DisplayChoices : public QObject {
 
 public:
     explicit DisplayChoices(QObject* parent = nullptr);
-    DisplayChoices(AppSettings& settings, Displays& displays, QObject* parent = nullptr);
+    /// recorder: may be null; otherwise it outlives the displays.
+    DisplayChoices(AppSettings& settings, Displays& displays, Recorder* recorder, QObject* parent = nullptr);
 
     const QVariantList& choices() const noexcept { return m_choices; }
     QVariant selected() const { return m_settings.displayID(); }
     void setSelected(const QVariant& display) { m_settings.setDisplayID(display.toUInt()); }
 
     bool areMadeByTheDesktop() const { return m_displays.areChosenByTheDesktop(); }
-    Q_INVOKABLE void chooseAgain() { m_displays.chooseAgain(); }
+    /// A recording that runs, or has failed, starts again with the new choice.
+    Q_INVOKABLE void chooseAgain();
 
 Q_SIGNALS:
     void choicesChanged();
@@ -44,6 +47,7 @@ private:
 
     AppSettings& m_settings;
     Displays& m_displays;
+    Recorder* m_recorder;
     DisplayWatch m_watch;
     QVariantList m_choices;
 };

@@ -37,13 +37,9 @@ SectionCard {
             compact: true
             text: L10n.T("Yeniden Seç")
             Accessible.description: L10n.T("Ekran")
-            onClicked: {
-                displays.chooseAgain();
-                if (Recorder.state === CaptureState.Idle)
-                    Navigation.showToast(L10n.T("Masaüstü, sonraki kayıtta ekranı soracak"));
-                else
-                    Recorder.restart();
-            }
+            // While a recording starts, its own dialog may be open.
+            enabled: Recorder.state !== CaptureState.Starting
+            onClicked: displays.chooseAgain()
         }
     }
 

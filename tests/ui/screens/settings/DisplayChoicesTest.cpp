@@ -3,7 +3,7 @@
 
 #include "base/language/L10n.h"
 
-#include "tests/capture/FakePlatform.h"
+#include "tests/capture/recorder/RecorderFixture.h"
 
 #include <QGuiApplication>
 #include <QSignalSpy>
@@ -36,14 +36,14 @@ protected:
 TEST_F(DisplayChoicesTest, StartWithTheMainDisplay)
 {
     displays.displays.append({.id = 9, .name = QStringLiteral("DELL"), .pixelSize = {2560, 1440}});
-    EXPECT_EQ(textsOf(DisplayChoices(settings, displays).choices()), "0=Ana ekran, 7=one, 9=DELL");
+    EXPECT_EQ(textsOf(DisplayChoices(settings, displays, nullptr).choices()), "0=Ana ekran, 7=one, 9=DELL");
     displays.displays.clear();
-    EXPECT_EQ(textsOf(DisplayChoices(settings, displays).choices()), "0=Ana ekran");
+    EXPECT_EQ(textsOf(DisplayChoices(settings, displays, nullptr).choices()), "0=Ana ekran");
 }
 
 TEST_F(DisplayChoicesTest, FollowDisplaysThatComeAndGo)
 {
-    const DisplayChoices choices(settings, displays);
+    const DisplayChoices choices(settings, displays, nullptr);
     QSignalSpy changes(&choices, &DisplayChoices::choicesChanged);
     displays.displays.append({.id = 9, .name = QStringLiteral("DELL"), .pixelSize = {2560, 1440}});
     Q_EMIT qGuiApp->screenAdded(QGuiApplication::primaryScreen());
@@ -59,7 +59,7 @@ TEST_F(DisplayChoicesTest, FollowDisplaysThatComeAndGo)
 TEST_F(DisplayChoicesTest, KeepADisplayThatIsNotConnected)
 {
     settings.setDisplayID(42);
-    DisplayChoices choices(settings, displays);
+    DisplayChoices choices(settings, displays, nullptr);
     EXPECT_EQ(choices.selected(), QVariant(42U));
     EXPECT_EQ(textsOf(choices.choices()), "0=Ana ekran, 7=one");
     choices.setSelected(7);
@@ -70,14 +70,53 @@ TEST_F(DisplayChoicesTest, KeepADisplayThatIsNotConnected)
     EXPECT_EQ(choices.selected(), QVariant(0U));
 }
 
-TEST_F(DisplayChoicesTest, ADesktopThatChoosesIsAskedToAskAgain)
+TEST_F(DisplayChoicesTest, ADesktopThatChoosesIsKnown)
 {
-    EXPECT_FALSE(DisplayChoices(settings, displays).areMadeByTheDesktop());
+    EXPECT_FALSE(DisplayChoices(settings, displays, nullptr).areMadeByTheDesktop());
     displays.areChosen = true;
-    DisplayChoices choices(settings, displays);
-    EXPECT_TRUE(choices.areMadeByTheDesktop());
-    choices.chooseAgain();
-    EXPECT_EQ(displays.newChoices, 1);
+    EXPECT_TRUE(DisplayChoices(settings, displays, nullptr).areMadeByTheDesktop());
+}
+
+class NewDisplayChoiceTest : public test::RecorderFixture {
+protected:
+    int starts() const { return fakes.frames->starts; }
+};
+
+TEST_F(NewDisplayChoiceTest, RestartsTheRecordingWhenTheUserHasChosen)
+{
+    record();
+    auto choices = std::make_unique<DisplayChoices>(settings, *fakes.displays, recorder.get());
+    choices->chooseAgain();
+    time.settle();
+    EXPECT_EQ(fakes.displays->newChoices, 1);
+    EXPECT_EQ(starts(), 1) << "the recording goes on while the user chooses";
+    // The page may be closed meanwhile.
+    choices.reset();
+    fakes.displays->onChosen();
+    time.settle();
+    EXPECT_EQ(starts(), 2);
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
+}
+
+TEST_F(NewDisplayChoiceTest, StartsNoRecording)
+{
+    DisplayChoices(settings, *fakes.displays, recorder.get()).chooseAgain();
+    fakes.displays->onChosen();
+    time.settle();
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Idle);
+}
+
+TEST_F(NewDisplayChoiceTest, RecordsAgainAfterAFailure)
+{
+    fakes.frames->error = QStringLiteral("cancelled");
+    recorder->start();
+    time.settle();
+    ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
+    fakes.frames->error.reset();
+    DisplayChoices(settings, *fakes.displays, recorder.get()).chooseAgain();
+    fakes.displays->onChosen();
+    time.settle();
+    EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
 }
 
 } // namespace
