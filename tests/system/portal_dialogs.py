@@ -70,13 +70,17 @@ def wait_for_screen_cast():
         dialog.button("Share")
 
 
-def is_screen_cast_asked():
-    """Whether the dialog of a screen cast is there now."""
-    reader = screen_reader.ScreenReader(SCREEN_CAST)
+def _is_there(program, name):
+    reader = screen_reader.ScreenReader(program)
     try:
-        return any(item.role in _BUTTONS and _is_named(item, "Share") for item in reader.everything())
+        return any(item.role in _BUTTONS and _is_named(item, name) for item in reader.everything())
     finally:
         reader.close()
+
+
+def is_screen_cast_asked():
+    """Whether the dialog of a screen cast is there now."""
+    return _is_there(SCREEN_CAST, "Share")
 
 
 def add_shortcuts():
@@ -88,3 +92,8 @@ def add_shortcuts():
 def cancel_shortcuts():
     with _Dialog(SHORTCUTS) as dialog:
         dialog.press("Cancel")
+
+
+def is_shortcut_asked():
+    """Whether the dialog of shortcuts is there now."""
+    return _is_there(SHORTCUTS, "Add")

@@ -113,6 +113,43 @@ def screenshot(path):
     return pathlib.Path(path)
 
 
+def applications_of_token(token):
+    """The ids of the applications that may use the token; an empty id for those that the portal knows no id of."""
+    store = "org.freedesktop.impl.portal.PermissionStore"
+    return set(_call(store, "/org/freedesktop/impl/portal/PermissionStore", store, "Lookup", "(ss)", "screencast", token)[0])
+
+
+def forget_shortcuts(application):
+    """Removes the shortcuts that the desktop has bound for the application, as its user does in the settings."""
+    schema = "org.gnome.settings-daemon.global-shortcuts"
+    path = "/org/gnome/settings-daemon/global-shortcuts/"
+    Gio.Settings.new(schema).reset("applications")
+    Gio.Settings.new_with_path(f"{schema}.application", f"{path}{application}/").reset("shortcuts")
+    Gio.Settings.sync()
+
+
+class ShortcutActivations:
+    """Counts how often the desktop has told of pressed shortcuts. While keys are held, it does so again and again."""
+
+    def __init__(self):
+        self._count = 0
+        self._subscription = _bus().signal_subscribe(
+            PORTAL_BACK_END, "org.freedesktop.impl.portal.GlobalShortcuts", "Activated", None, None,
+            Gio.DBusSignalFlags.NONE, self._add)
+
+    def close(self):
+        _bus().signal_unsubscribe(self._subscription)
+
+    def _add(self, *_):
+        self._count += 1
+
+    @property
+    def count(self):
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return self._count
+
+
 def rotate(quarters):
     """Turns the monitor by that number of quarters from its usual position."""
     serial, monitors, logical, _ = _call(*_MONITORS, "GetCurrentState")
