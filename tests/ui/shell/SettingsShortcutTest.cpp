@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/keys/KeyCodes.h"
 #include "base/language/L10n.h"
+#include "base/language/T.h"
 #include "base/settings/SettingChoices.h"
 #include "ui/screens/settings/HotkeyRecorder.h"
 
@@ -463,6 +464,29 @@ TEST_F(SettingsShortcutTest, Pictures)
     picture(QStringLiteral("settings-shortcut-taken"));
     record();
     EXPECT_FALSE(picture(QStringLiteral("settings-shortcut-recording")).isNull());
+}
+
+TEST_F(SettingsShortcutTest, FitsInTheSmallestWindowInEveryLanguage)
+{
+    for (const auto language : AllLanguages) {
+        settings.setLanguage(rawValueOf(language));
+        // The page is rebuilt for another language.
+        showCard();
+        card->childItems().first()->setWidth(520);
+        const auto name = QStringLiteral("settings-shortcut-%1-").arg(rawValueOf(language));
+        key().setState(GlobalKey::State::ReservedByDesktop);
+        drawFrame();
+        EXPECT_EQ(truncatedTexts(), QStringList());
+        picture(name + QStringLiteral("reserved"));
+        key().bind(QStringLiteral("Ctrl+Alt+Shift+Meta+Backspace"));
+        drawFrame();
+        EXPECT_EQ(truncatedTexts(), QStringList());
+        picture(name + QStringLiteral("other-keys"));
+        key().bind(QStringLiteral("Press the red key of the other keyboard twice"));
+        drawFrame();
+        EXPECT_EQ(truncatedTexts(), QStringList());
+        EXPECT_LE(item(T("Klip kaydet kısayolu"))->width(), 260);
+    }
 }
 
 } // namespace

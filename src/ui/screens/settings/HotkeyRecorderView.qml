@@ -15,8 +15,10 @@ T.AbstractButton {
     property string explanation: ""
     readonly property bool recording: recorder.recording
     readonly property real minimumWidth: 150
+    // A desktop may describe its shortcut in a sentence.
+    readonly property real maximumWidth: 260
 
-    implicitWidth: Math.max(minimumWidth, implicitContentWidth + leftPadding + rightPadding)
+    implicitWidth: Math.min(maximumWidth, Math.max(minimumWidth, implicitContentWidth + leftPadding + rightPadding))
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: Theme.spacing.paragraph
     verticalPadding: 9
@@ -49,6 +51,7 @@ T.AbstractButton {
     contentItem: Text {
         text: button.text
         textFormat: Text.PlainText
+        wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         font: button.font
