@@ -2,6 +2,7 @@
 #include "app/startup/ApplicationController.h"
 
 #include "app/bus/SessionBusService.h"
+#include "app/window/TitleBarColors.h"
 #include "app/window/WindowFrame.h"
 #include "base/files/AtomicFile.h"
 #include "base/language/T.h"
@@ -164,7 +165,8 @@ void ApplicationController::applicationDidFinishLaunching()
     m_hotKeys.action = [this] { m_recorder->saveClip(); };
     m_hotKeys.registerFromSettings();
     m_hotKeys.followSettings();
-    joinSavedClips();
+    connect(m_recorder.get(), &Recorder::clipSaved, &m_feedback, &ClipFeedback::clipSaved);
+    connect(m_recorder.get(), &Recorder::saveFailed, &m_feedback, &ClipFeedback::saveFailed);
     joinMatches();
     followGames();
     connect(m_recorder.get(), &Recorder::stateChanged, m_statusItem.get(), &StatusItem::updateIcon);
@@ -268,12 +270,6 @@ void ApplicationController::returnMemoryAfterRebuilds()
     connect(&m_navigation, &Navigation::pageChanged, released, start);
 }
 
-void ApplicationController::joinSavedClips()
-{
-    connect(m_recorder.get(), &Recorder::clipSaved, &m_feedback, &ClipFeedback::clipSaved);
-    connect(m_recorder.get(), &Recorder::saveFailed, &m_feedback, &ClipFeedback::saveFailed);
-}
-
 void ApplicationController::joinMatches()
 {
     connect(&m_matches, &MatchTracker::sessionAboutToBeRemoved, &m_navigation, &Navigation::leaveMatch);
@@ -350,6 +346,7 @@ void ApplicationController::showWindow()
 {
     // show() would restore a maximised window to its normal size.
     m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    setTitleBarColors(m_theme);
     m_window->setVisible(true);
     m_window->raise();
     m_window->requestActivate();

@@ -77,7 +77,6 @@ private:
     void buildWindow();
     void preparePlayback();
     void returnMemoryAfterRebuilds();
-    void joinSavedClips();
     void joinMatches();
     void followGames();
     void showHud(const HudMessage& message);
