@@ -12,7 +12,8 @@ import signal
 import sys
 
 # Tests must not find this window through the accessibility interface.
-os.environ.update(NO_AT_BRIDGE="1", GIO_USE_VFS="local", GTK_USE_PORTAL="0", GDK_BACKEND="x11")
+os.environ.update(NO_AT_BRIDGE="1", GIO_USE_VFS="local", GTK_USE_PORTAL="0")
+os.environ.setdefault("GDK_BACKEND", "x11")
 
 import gi  # noqa: E402
 

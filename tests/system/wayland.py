@@ -194,22 +194,38 @@ class Input:
         self.hold(*names)
         self.release(*names)
 
-    def press_until(self, condition, *names, seconds=5):
+    def press_until(self, condition, *names, seconds=5, interval=0):
         """Presses the keys together until the condition is true. The desktop has no keyboard before this one, and a program
-        misses the keys that come before it has noticed."""
+        misses the keys that come before it has noticed. It has that many seconds for each press."""
         def is_true():
             self.press(*names)
+            until = time.monotonic() + interval
+            while not condition() and time.monotonic() < until:
+                time.sleep(0.02)
             return condition()
 
         desktop.wait_until(is_true, seconds, f"the effect of {names}")
 
-    def click(self, x, y):
-        # There are only relative moves. The corner stops the first one.
-        _call(*self._session, "NotifyPointerMotionRelative", "(dd)", -100000.0, -100000.0)
+    def move(self, x, y):
+        """Moves the pointer by that many pixels."""
         _call(*self._session, "NotifyPointerMotionRelative", "(dd)", float(x), float(y))
+
+    def point(self, x, y):
+        # There are only relative moves. The corner stops the first one.
+        self.move(-100000, -100000)
+        self.move(x, y)
+
+    def hold_button(self):
         _call(*self._session, "NotifyPointerButton", "(ib)", _LEFT_BUTTON, True)
+
+    def release_button(self):
+        _call(*self._session, "NotifyPointerButton", "(ib)", _LEFT_BUTTON, False)
+
+    def click(self, x, y):
+        self.point(x, y)
+        self.hold_button()
         try:
-            _call(*self._session, "NotifyPointerButton", "(ib)", _LEFT_BUTTON, False)
+            self.release_button()
         except GLib.Error:
             # The desktop's button that stops screen casts acts when it is pressed, and ends this session too.
             pass
