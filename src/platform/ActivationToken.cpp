@@ -12,7 +12,7 @@ const auto X11Key = QStringLiteral("desktop-startup-id");
 
 } // namespace
 
-QByteArray ofThisStart()
+QByteArray present()
 {
     const auto token = qgetenv(WaylandVariable);
     return token.isEmpty() ? qgetenv(X11Variable) : token;

@@ -12,9 +12,9 @@ namespace quelto {
 /// A token is valid for one activation.
 namespace activationToken {
 
-/// The token that this process was started with; empty if none. Call it before the application object is created, which
-/// may remove it from the environment.
-QByteArray ofThisStart();
+/// The token in the environment; empty if none. At first, the token that this process was started with: for that, call
+/// it before the application object is created, which may remove it.
+QByteArray present();
 
 /// The token in the platform data of org.freedesktop.Application, and platform data with a token; both may be empty.
 QByteArray fromPlatformData(const QVariantMap& data);

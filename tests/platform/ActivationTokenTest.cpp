@@ -20,11 +20,11 @@ protected:
 
 TEST_F(ActivationTokenTest, OfThisStartComesFromEitherVariable)
 {
-    EXPECT_EQ(activationToken::ofThisStart(), "");
+    EXPECT_EQ(activationToken::present(), "");
     m_environment.set("DESKTOP_STARTUP_ID", "x11");
-    EXPECT_EQ(activationToken::ofThisStart(), "x11");
+    EXPECT_EQ(activationToken::present(), "x11");
     m_environment.set("XDG_ACTIVATION_TOKEN", "wayland");
-    EXPECT_EQ(activationToken::ofThisStart(), "wayland");
+    EXPECT_EQ(activationToken::present(), "wayland");
 }
 
 TEST_F(ActivationTokenTest, SurvivesThePlatformData)

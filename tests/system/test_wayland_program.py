@@ -210,6 +210,25 @@ class WaylandProgram(wayland_recording.WaylandRecordingTest):
             user.press_until(self.is_active, "escape", interval=1)
         self.assertIsNone(program.process.poll())
 
+    def test_notification_raises_the_window_from_behind_another(self):
+        # The desktop sends no activation token with a click on a notification.
+        program = self.start(autoStart=False, **{"windows/ToldAboutBackground": False})
+        shell = screen_reader.ScreenReader("gnome-shell")
+        self.addCleanup(shell.close)
+        with wayland.Input() as user:
+            user.press_until(lambda: not self.reader.showing("frame", "Quelto"), "alt", "f4", interval=1)
+            program.activate()
+            self.wait_for_window()
+            os.environ["GDK_BACKEND"] = "wayland"
+            self.addCleanup(os.environ.pop, "GDK_BACKEND")
+            other = other_program.OtherProgram("file_window.py", 0, 0, 250, 200)
+            self.addCleanup(other.stop)
+            other.wait_for("focused")
+            user.press("super", "v")
+            shell.find(None, "Quelto çalışmaya devam ediyor", 10)
+            user.press_until(lambda: not shell.showing(None, "Quelto çalışmaya devam ediyor"), "enter", interval=1)
+            user.press_until(self.is_active, "escape", interval=1)
+
     def test_saved_clip_is_told_by_a_notice_that_ends(self):
         monitor = NotificationMonitor()
         self.addCleanup(monitor.stop)

@@ -2,6 +2,7 @@
 #include "app/startup/ApplicationController.h"
 
 #include "app/bus/SessionBusService.h"
+#include "app/window/RaiseWithoutToken.h"
 #include "app/window/TitleBarColors.h"
 #include "app/window/WindowFrame.h"
 #include "base/files/AtomicFile.h"
@@ -274,14 +275,12 @@ void ApplicationController::joinMatches()
 {
     connect(&m_matches, &MatchTracker::sessionAboutToBeRemoved, &m_navigation, &Navigation::leaveMatch);
     connect(m_platform.notifications.get(), &DesktopNotifications::clicked, this, [this](const QString& id) {
-        if (m_quitSequence.isQuitting()) {
+        const auto match = QUuid::fromString(id);
+        if (m_quitSequence.isQuitting() || (match.isNull() && id != BackgroundId && id != DidNotQuitId)) {
             return;
         }
-        if (id == BackgroundId || id == DidNotQuitId) {
-            showWindow();
-        } else if (const auto match = QUuid::fromString(id); !match.isNull()) {
-            openReview(match);
-        }
+        prepareToRaise(*m_window);
+        match.isNull() ? showWindow() : openReview(match);
     });
     // The match of a notification may have been deleted.
     auto* const untilLoaded = new QObject(this);

@@ -161,7 +161,7 @@ int main(int argc, char* argv[])
         const QCoreApplication withoutWindows(argc, argv);
         endIfASettingIsOutOfRange();
     }
-    const auto token = quelto::activationToken::ofThisStart();
+    const auto token = quelto::activationToken::present();
     QApplication application(argc, argv);
     // The constructor takes the locale of the user. libmpv reads and writes numbers in that of C.
     std::setlocale(LC_NUMERIC, "C");
