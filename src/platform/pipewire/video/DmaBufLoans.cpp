@@ -32,7 +32,7 @@ struct DmaBufLoans::Returns {
     /// Ends with the DmaBufLoans, before the loop.
     std::optional<LoopEvent> event;
     std::vector<std::uint64_t> returned;
-    std::vector<VideoFormat::DmaBuf> rejected;
+    bool isRejected = false;
 };
 
 struct DmaBufLoans::Loan {
@@ -50,7 +50,7 @@ struct DmaBufLoans::Loan {
     VideoFrame frame;
 };
 
-DmaBufLoans::DmaBufLoans(pw_loop* loop, std::function<void(const VideoFormat::DmaBuf&)> onRejected)
+DmaBufLoans::DmaBufLoans(pw_loop* loop, std::function<void()> onRejected)
     : m_onRejected(std::move(onRejected))
     , m_returns(std::make_shared<Returns>(loop, [this] { takeReturns(); }))
 {
@@ -87,9 +87,9 @@ std::shared_ptr<VideoFrame> DmaBufLoans::tryLend(StreamBuffer& buffer)
     loan->image.format = format.dmaBuf->format;
     loan->image.modifier = format.dmaBuf->modifier;
     loan->image.planes = std::move(planes);
-    loan->image.reject = [returns = m_returns, dmaBuf = *format.dmaBuf] {
+    loan->image.reject = [returns = m_returns] {
         const std::scoped_lock guard(returns->lock);
-        returns->rejected.push_back(dmaBuf);
+        returns->isRejected = true;
         returns->signalLocked();
     };
     loan->frame.dmaBuf = &loan->image;
@@ -109,17 +109,17 @@ void DmaBufLoans::forget(const pw_buffer* buffer)
 void DmaBufLoans::takeReturns()
 {
     std::vector<std::uint64_t> returned;
-    std::vector<VideoFormat::DmaBuf> rejected;
+    bool isRejected = false;
     {
         const std::scoped_lock guard(m_returns->lock);
         returned.swap(m_returns->returned);
-        rejected.swap(m_returns->rejected);
+        isRejected = std::exchange(m_returns->isRejected, false);
     }
     for (const std::uint64_t number : returned) {
         m_lent.erase(number);
     }
-    for (const VideoFormat::DmaBuf& format : rejected) {
-        m_onRejected(format);
+    if (isRejected) {
+        m_onRejected();
     }
 }
 

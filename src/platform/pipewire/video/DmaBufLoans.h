@@ -14,8 +14,8 @@ namespace quelto::pipewire {
 /// Thread: the loop's lock held.
 class DmaBufLoans {
 public:
-    /// onRejected: called on the loop's thread when an encoder cannot read DMA-BUFs of the format.
-    DmaBufLoans(pw_loop* loop, std::function<void(const VideoFormat::DmaBuf&)> onRejected);
+    /// onRejected: called on the loop's thread when the encoder cannot read DMA-BUFs.
+    DmaBufLoans(pw_loop* loop, std::function<void()> onRejected);
     ~DmaBufLoans();
     DmaBufLoans(const DmaBufLoans&) = delete;
     DmaBufLoans& operator=(const DmaBufLoans&) = delete;
@@ -32,7 +32,7 @@ private:
 
     void takeReturns();
 
-    std::function<void(const VideoFormat::DmaBuf&)> m_onRejected;
+    std::function<void()> m_onRejected;
     std::shared_ptr<Returns> m_returns;
     /// By number and not by address: a stream creates new buffers at the addresses of removed ones.
     std::map<std::uint64_t, StreamBuffer> m_lent;

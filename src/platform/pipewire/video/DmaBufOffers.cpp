@@ -6,7 +6,7 @@ namespace quelto::pipewire {
 DmaBufOffers::DmaBufOffers(std::vector<DmaBufFormat> formats)
     : m_formats(std::move(formats))
 {
-    removeEmpty();
+    std::erase_if(m_formats, [](const DmaBufFormat& offer) { return offer.modifiers.empty(); });
 }
 
 bool DmaBufOffers::contains(std::uint32_t format, std::uint64_t modifier) const
@@ -16,21 +16,11 @@ bool DmaBufOffers::contains(std::uint32_t format, std::uint64_t modifier) const
     });
 }
 
-bool DmaBufOffers::remove(std::uint32_t format, std::uint64_t modifier)
+bool DmaBufOffers::withdraw()
 {
-    bool isRemoved = false;
-    for (DmaBufFormat& offer : m_formats) {
-        if (offer.format == format) {
-            isRemoved = std::erase(offer.modifiers, modifier) > 0 || isRemoved;
-        }
-    }
-    removeEmpty();
-    return isRemoved;
-}
-
-void DmaBufOffers::removeEmpty()
-{
-    std::erase_if(m_formats, [](const DmaBufFormat& offer) { return offer.modifiers.empty(); });
+    const bool hadAny = !m_formats.empty();
+    m_formats.clear();
+    return hadAny;
 }
 
 } // namespace quelto::pipewire

@@ -26,12 +26,11 @@ public:
     /// Formats without a remaining modifier are left out. Empty if only shared memory is left.
     const std::vector<DmaBufFormat>& formats() const noexcept { return m_formats; }
     bool contains(std::uint32_t format, std::uint64_t modifier) const;
-    /// Offers the layout no longer. False if it was not offered.
-    bool remove(std::uint32_t format, std::uint64_t modifier);
+    /// Offers none any longer: an encoder that cannot read one layout can rarely read another, and each attempt costs
+    /// the recording a moment. False if there were none.
+    bool withdraw();
 
 private:
-    void removeEmpty();
-
     std::vector<DmaBufFormat> m_formats;
 };
 

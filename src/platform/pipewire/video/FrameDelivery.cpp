@@ -15,7 +15,7 @@ constexpr HostDuration LeastInterval = std::chrono::microseconds(1);
 
 FrameDelivery::FrameDelivery(pw_loop* loop, const Guard& guard, Events events)
     : m_events(std::move(events))
-    , m_loans(loop, [this, guard](const VideoFormat::DmaBuf& format) { guard([&] { reject(format); }); })
+    , m_loans(loop, [this, guard] { guard([this] { reject(); }); })
     , m_pacer([this](StreamBuffer& buffer, HostTime time) { return deliver(buffer, time); })
     , m_slotTimer(loop, [this, guard] {
         guard([this] {
@@ -81,7 +81,7 @@ std::shared_ptr<VideoFrame> FrameDelivery::tryMakeFrame(StreamBuffer& buffer)
     }
     auto frame = m_pool->tryAcquire();
     if (frame) {
-        m_converter.convert(pixelsOf(buffer.contents(), buffer.format()), *frame);
+        m_converter.convert(*buffer.picture(), *frame);
     }
     return frame;
 }
@@ -95,13 +95,13 @@ void FrameDelivery::updateTimer()
     }
 }
 
-void FrameDelivery::reject(const VideoFormat::DmaBuf& format)
+void FrameDelivery::reject()
 {
-    if (const StreamBuffer* held = m_pacer.held(); held && held->format().dmaBuf == format) {
+    if (const StreamBuffer* held = m_pacer.held(); held && held->format().dmaBuf) {
         m_pacer.drop();
         updateTimer();
     }
-    m_events.onRejected(format);
+    m_events.onRejected();
 }
 
 } // namespace quelto::pipewire

@@ -14,8 +14,8 @@ class FrameDelivery {
 public:
     struct Events {
         std::function<void(VideoFramePtr)> onFrame;
-        /// An encoder cannot read DMA-BUFs of the format. Frames of it that are still held are dropped.
-        std::function<void(const VideoFormat::DmaBuf&)> onRejected;
+        /// The encoder cannot read DMA-BUFs. One that is still held is dropped. May be called more than once.
+        std::function<void()> onRejected;
     };
 
     /// Runs a function on the loop's thread. No exception may leave it.
@@ -35,7 +35,7 @@ private:
     bool deliver(StreamBuffer& buffer, HostTime time);
     std::shared_ptr<VideoFrame> tryMakeFrame(StreamBuffer& buffer);
     void updateTimer();
-    void reject(const VideoFormat::DmaBuf& format);
+    void reject();
 
     Events m_events;
     QSize m_outputSize;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/pipewire/core/PipeWireHandles.h"
-#include "platform/pipewire/video/VideoFormats.h"
+#include "platform/pipewire/video/VideoBuffer.h"
 
 namespace quelto::pipewire {
 
@@ -15,6 +15,7 @@ public:
         : m_stream(stream)
         , m_buffer(buffer)
         , m_format(format)
+        , m_picture(readPicture(*buffer->buffer, format))
     {
     }
     ~StreamBuffer()
@@ -27,6 +28,7 @@ public:
         : m_stream(other.m_stream)
         , m_buffer(std::exchange(other.m_buffer, nullptr))
         , m_format(other.m_format)
+        , m_picture(other.m_picture)
     {
     }
     StreamBuffer& operator=(StreamBuffer&&) = delete;
@@ -34,6 +36,8 @@ public:
     const spa_buffer& contents() const noexcept { return *m_buffer->buffer; }
     /// The format of its picture, also after the stream has changed to another.
     const VideoFormat& format() const noexcept { return m_format; }
+    /// As it was when the buffer was taken. Nothing if it has none.
+    const std::optional<RgbImage>& picture() const noexcept { return m_picture; }
     bool is(const pw_buffer* buffer) const noexcept { return m_buffer == buffer; }
     /// The stream has removed the buffer, so it must not get it back.
     void forget() noexcept { m_buffer = nullptr; }
@@ -42,6 +46,7 @@ private:
     pw_stream* m_stream;
     pw_buffer* m_buffer;
     VideoFormat m_format;
+    std::optional<RgbImage> m_picture;
 };
 
 } // namespace quelto::pipewire

@@ -22,18 +22,21 @@ std::int64_t rowBytes(const VideoFormat& format)
     return std::int64_t{format.size.width()} * bytesPerPixel(format.order);
 }
 
-/// Some sources leave it out where rows have no padding.
-std::int64_t strideOf(const spa_chunk& chunk, const VideoFormat& format)
+std::optional<RgbImage> readPixels(const spa_data& data, const VideoFormat& format)
 {
-    return chunk.stride == 0 ? rowBytes(format) : chunk.stride;
-}
-
-bool hasPixels(const spa_data& data, const VideoFormat& format)
-{
-    const std::int64_t stride = strideOf(*data.chunk, format);
+    const std::int64_t offset = data.chunk->offset;
+    const std::int64_t given = data.chunk->stride;
+    // Some sources leave it out where rows have no padding.
+    const std::int64_t stride = given == 0 ? rowBytes(format) : given;
     // Not compared with the size of the chunk, which sources set to other values than that of the picture.
-    const std::int64_t end = data.chunk->offset + stride * (format.size.height() - 1) + rowBytes(format);
-    return data.data && stride >= rowBytes(format) && end <= std::int64_t{data.maxsize};
+    const std::int64_t end = offset + stride * (format.size.height() - 1) + rowBytes(format);
+    if (!data.data || stride < rowBytes(format) || end > std::int64_t{data.maxsize}) {
+        return std::nullopt;
+    }
+    return RgbImage{.pixels = static_cast<const std::uint8_t*>(data.data) + offset,
+                    .stride = static_cast<int>(stride),
+                    .size = format.size,
+                    .order = format.order};
 }
 
 bool isDmaBuf(const spa_buffer& buffer)
@@ -45,27 +48,21 @@ bool isDmaBuf(const spa_buffer& buffer)
 
 } // namespace
 
-bool hasPicture(const spa_buffer& buffer, const VideoFormat& format)
+std::optional<RgbImage> readPicture(const spa_buffer& buffer, const VideoFormat& format)
 {
     if (buffer.n_datas == 0 || !buffer.datas[0].chunk) {
-        return false;
+        return std::nullopt;
     }
     const spa_data& data = buffer.datas[0];
     const spa_meta_header* header = headerOf(buffer);
     if ((data.chunk->flags & SPA_CHUNK_FLAG_CORRUPTED) != 0 || data.chunk->size == 0 ||
         (header && (header->flags & SPA_META_HEADER_FLAG_CORRUPTED) != 0)) {
-        return false;
+        return std::nullopt;
     }
-    return format.dmaBuf ? isDmaBuf(buffer) : hasPixels(data, format);
-}
-
-RgbImage pixelsOf(const spa_buffer& buffer, const VideoFormat& format)
-{
-    const spa_data& data = buffer.datas[0];
-    return {.pixels = static_cast<const std::uint8_t*>(data.data) + data.chunk->offset,
-            .stride = static_cast<int>(strideOf(*data.chunk, format)),
-            .size = format.size,
-            .order = format.order};
+    if (!format.dmaBuf) {
+        return readPixels(data, format);
+    }
+    return isDmaBuf(buffer) ? std::optional(RgbImage{.size = format.size}) : std::nullopt;
 }
 
 HostTime presentationTimeOf(const spa_buffer& buffer, HostTime arrival)

@@ -8,12 +8,12 @@
 
 namespace quelto::pipewire {
 
-/// Whether the source has put a picture into the buffer that can be used. A buffer without one may tell of the pointer
-/// only.
-bool hasPicture(const spa_buffer& buffer, const VideoFormat& format);
-
-/// The pixels of a buffer in shared memory that has a picture.
-RgbImage pixelsOf(const spa_buffer& buffer, const VideoFormat& format);
+/// The picture that the source has put into the buffer, with null pixels if it is a DMA-BUF. Nothing if there is none
+/// that can be used; the buffer may tell of the pointer only.
+///
+/// The source can change the description of the picture at any time. Offset and stride are read once and checked, so a
+/// second call may return something else.
+std::optional<RgbImage> readPicture(const spa_buffer& buffer, const VideoFormat& format);
 
 /// When the screen showed the picture. That is the time that the source gives; without a plausible one it is the time
 /// at which the buffer arrived.

@@ -43,7 +43,7 @@ private:
     void handleState(pw_stream_state before, pw_stream_state state);
     void handleFormat(const spa_pod* object);
     void process();
-    void reject(const VideoFormat::DmaBuf& format);
+    void withdrawDmaBufs();
     bool isOffered(const VideoFormat& format) const;
     void end(StreamEnd reason);
     /// Runs a part of a callback of the library, which no exception may leave. Does nothing after the end.
@@ -158,8 +158,7 @@ bool VideoStream::Connection::open(FileDescriptor remote, std::uint32_t nodeId)
     m_pauseTimer.emplace(loop, [this] { guarded([this] { end(StreamEnd::sourceStopped); }); });
     m_delivery.emplace(
         loop, [this](const std::function<void()>& function) { guarded(function); },
-        FrameDelivery::Events{.onFrame = m_events.onFrame,
-                              .onRejected = [this](const VideoFormat::DmaBuf& format) { reject(format); }});
+        FrameDelivery::Events{.onFrame = m_events.onFrame, .onRejected = [this] { withdrawDmaBufs(); }});
     pw_stream_add_listener(m_stream.get(), m_streamHook.get(), &StreamEvents, this);
     SpaObjects offers;
     addFormatOffers(offers, m_dmaBufOffers.formats(), m_maxFramesPerSecond);
@@ -225,15 +224,15 @@ void VideoStream::Connection::process()
             continue;
         }
         StreamBuffer buffer(m_stream.get(), taken, format->second);
-        if (isOffered(buffer.format()) && hasPicture(buffer.contents(), buffer.format())) {
+        if (isOffered(buffer.format()) && buffer.picture()) {
             m_delivery->add(std::move(buffer), arrival);
         }
     }
 }
 
-void VideoStream::Connection::reject(const VideoFormat::DmaBuf& format)
+void VideoStream::Connection::withdrawDmaBufs()
 {
-    if (!m_dmaBufOffers.remove(format.format, format.modifier)) {
+    if (!m_dmaBufOffers.withdraw()) {
         return;
     }
     SpaObjects offers;

@@ -25,32 +25,16 @@ TEST(DmaBufOffers, FormatsWithoutModifiersAreNotOffered)
     EXPECT_TRUE(DmaBufOffers(Formats{}).formats().empty());
 }
 
-TEST(DmaBufOffers, RemovedModifierIsNotOfferedForItsFormat)
+TEST(DmaBufOffers, ContainEachModifierOfItsFormatUntilTheyAreWithdrawn)
 {
     DmaBufOffers offers(Formats{{FirstFormat, {5, 6}}, {SecondFormat, {5}}});
-    EXPECT_TRUE(offers.contains(FirstFormat, 5));
-    EXPECT_TRUE(offers.remove(FirstFormat, 5));
-    EXPECT_EQ(offers.formats(), (Formats{{FirstFormat, {6}}, {SecondFormat, {5}}}));
-    EXPECT_FALSE(offers.contains(FirstFormat, 5));
+    EXPECT_TRUE(offers.contains(FirstFormat, 6));
     EXPECT_TRUE(offers.contains(SecondFormat, 5));
-}
-
-TEST(DmaBufOffers, FormatEndsWithItsLastModifier)
-{
-    DmaBufOffers offers(Formats{{FirstFormat, {5}}, {SecondFormat, {7}}});
-    EXPECT_TRUE(offers.remove(FirstFormat, 5));
-    EXPECT_EQ(offers.formats(), (Formats{{SecondFormat, {7}}}));
-    EXPECT_TRUE(offers.remove(SecondFormat, 7));
+    EXPECT_FALSE(offers.contains(SecondFormat, 6));
+    EXPECT_TRUE(offers.withdraw());
     EXPECT_TRUE(offers.formats().empty());
-}
-
-TEST(DmaBufOffers, RemovesOnlyWhatWasOffered)
-{
-    DmaBufOffers offers(Formats{{FirstFormat, {5}}});
-    EXPECT_FALSE(offers.remove(FirstFormat, 6));
-    EXPECT_FALSE(offers.remove(SecondFormat, 5));
-    EXPECT_TRUE(offers.remove(FirstFormat, 5));
-    EXPECT_FALSE(offers.remove(FirstFormat, 5)) << "an encoder may reject several frames";
+    EXPECT_FALSE(offers.contains(FirstFormat, 6));
+    EXPECT_FALSE(offers.withdraw()) << "an encoder may reject several frames";
 }
 
 /// Machines without a graphics card have an empty list.

@@ -40,8 +40,9 @@ protected:
 
 TEST_F(VideoBufferTest, StrideZeroMeansNoPadding)
 {
-    EXPECT_TRUE(hasPicture(m_buffer, format()));
-    EXPECT_EQ(pixelsOf(m_buffer, format()).stride, 64);
+    const auto image = readPicture(m_buffer, format());
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->stride, 64);
 }
 
 TEST_F(VideoBufferTest, PixelsBeginAtTheOffset)
@@ -49,56 +50,56 @@ TEST_F(VideoBufferTest, PixelsBeginAtTheOffset)
     m_chunk.offset = 12;
     m_chunk.stride = 50;
     const VideoFormat small = {.size = {12, 7}, .order = PixelOrder::rgbx};
-    ASSERT_TRUE(hasPicture(m_buffer, small));
-    const RgbImage image = pixelsOf(m_buffer, small);
-    EXPECT_EQ(image.pixels, m_pixels.data() + 12);
-    EXPECT_EQ(image.stride, 50);
-    EXPECT_EQ(image.size, QSize(12, 7));
-    EXPECT_EQ(image.order, PixelOrder::rgbx);
+    const auto image = readPicture(m_buffer, small);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->pixels, m_pixels.data() + 12);
+    EXPECT_EQ(image->stride, 50);
+    EXPECT_EQ(image->size, QSize(12, 7));
+    EXPECT_EQ(image->order, PixelOrder::rgbx);
 }
 
 TEST_F(VideoBufferTest, PictureMustEndInsideTheMemory)
 {
     m_chunk.stride = 64;
-    EXPECT_TRUE(hasPicture(m_buffer, format()));
+    EXPECT_TRUE(readPicture(m_buffer, format()));
     m_chunk.offset = 1;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_chunk.offset = 0xffff'ffff;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_chunk.offset = 0;
     m_chunk.stride = 65;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_chunk.stride = 0x7fff'ffff;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_chunk.stride = 64;
     m_data.data = nullptr;
-    EXPECT_FALSE(hasPicture(m_buffer, format())) << "memory that could not be mapped";
+    EXPECT_FALSE(readPicture(m_buffer, format())) << "memory that could not be mapped";
 }
 
 TEST_F(VideoBufferTest, StrideMustHoldARow)
 {
     m_chunk.stride = 63;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_chunk.stride = -64;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
 }
 
 TEST_F(VideoBufferTest, CorruptedAndEmptyBuffersHaveNoPicture)
 {
     m_chunk.flags = SPA_CHUNK_FLAG_CORRUPTED;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_chunk.flags = 0;
     m_header.flags = SPA_META_HEADER_FLAG_CORRUPTED;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_header.flags = 0;
     m_chunk.size = 0;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_chunk.size = 1;
-    EXPECT_TRUE(hasPicture(m_buffer, format()));
+    EXPECT_TRUE(readPicture(m_buffer, format()));
     m_data.chunk = nullptr;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
     m_buffer.n_datas = 0;
-    EXPECT_FALSE(hasPicture(m_buffer, format()));
+    EXPECT_FALSE(readPicture(m_buffer, format()));
 }
 
 TEST_F(VideoBufferTest, DmaBufNeedsDescriptorAndStride)
@@ -107,15 +108,15 @@ TEST_F(VideoBufferTest, DmaBufNeedsDescriptorAndStride)
     m_data.type = SPA_DATA_DmaBuf;
     m_data.fd = 3;
     m_chunk.stride = 64;
-    EXPECT_TRUE(hasPicture(m_buffer, dmaBufFormat()));
+    EXPECT_TRUE(readPicture(m_buffer, dmaBufFormat()));
     m_data.fd = -1;
-    EXPECT_FALSE(hasPicture(m_buffer, dmaBufFormat()));
+    EXPECT_FALSE(readPicture(m_buffer, dmaBufFormat()));
     m_data.fd = 3;
     m_chunk.stride = 0;
-    EXPECT_FALSE(hasPicture(m_buffer, dmaBufFormat()));
+    EXPECT_FALSE(readPicture(m_buffer, dmaBufFormat()));
     m_chunk.stride = 64;
     m_data.type = SPA_DATA_MemFd;
-    EXPECT_FALSE(hasPicture(m_buffer, dmaBufFormat()));
+    EXPECT_FALSE(readPicture(m_buffer, dmaBufFormat()));
 }
 
 TEST_F(VideoBufferTest, TimeIsThatOfTheHeader)

@@ -111,7 +111,7 @@ TEST(VideoStreamDmaBuf, SourceWithOtherModifiersUsesSharedMemory)
 
 TEST(VideoStreamDmaBuf, RejectedFrameIsFollowedBySharedMemory)
 {
-    ReceivedDmaBufs received({Tiled});
+    ReceivedDmaBufs received({Tiled, Compressed});
     {
         const auto frame = received.nextDmaBuf();
         ASSERT_TRUE(frame);
@@ -123,21 +123,6 @@ TEST(VideoStreamDmaBuf, RejectedFrameIsFollowedBySharedMemory)
     EXPECT_FALSE(received.screen.modifier());
     EXPECT_TRUE(received.log.ends().empty());
     EXPECT_EQ(received.log.sizes().size(), 1u) << "the size has not changed";
-}
-
-TEST(VideoStreamDmaBuf, RejectedModifierLeavesTheOthers)
-{
-    ReceivedDmaBufs received({Tiled, Compressed});
-    std::uint64_t rejected = 0;
-    {
-        const auto frame = received.nextDmaBuf();
-        ASSERT_TRUE(frame);
-        rejected = frame->dmaBuf->modifier;
-        frame->dmaBuf->reject();
-    }
-    received.log.releaseFrames();
-    EXPECT_TRUE(received.showUntil(
-        [&](const VideoFrame& frame) { return frame.dmaBuf && frame.dmaBuf->modifier != rejected; }));
 }
 
 TEST(VideoStreamDmaBuf, ReleasedFramesReturnToTheSource)
