@@ -29,9 +29,10 @@ struct FrameSourceEvents {
     /// Thread: the source's own.
     std::function<void(VideoFramePtr)> onFrame;
     /// The source ended because its display or the display server is gone. Passes a translated sentence for the user.
-    /// Called at most once per start(), and never after stop() has returned.
+    /// Called at most once per start(), and never after stop() has returned. Must return quickly and must not call the
+    /// source.
     ///
-    /// Thread: the source's own.
+    /// Thread: any.
     std::function<void(const QString&)> onStopped;
 };
 

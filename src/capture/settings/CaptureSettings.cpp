@@ -61,7 +61,8 @@ QSize estimatedCaptureSize(const CaptureSettings& settings, const Displays& disp
 {
     const auto all = displays.all();
     const auto found = std::ranges::find_if(all, [&](const DisplayInfo& each) {
-        return settings.displayID == 0 ? each.isMain : each.id == settings.displayID;
+        return settings.displayID == 0 || displays.areChosenByTheDesktop() ? each.isMain
+                                                                           : each.id == settings.displayID;
     });
     const bool isKnown = found != all.end() && !found->pixelSize.isEmpty();
     return settings.outputSize(isKnown ? found->pixelSize : UnknownDisplaySize);

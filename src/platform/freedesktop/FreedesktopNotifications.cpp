@@ -205,6 +205,16 @@ void FreedesktopNotifications::send(const DesktopNotification& notification)
     asyncCall(call, [this, id = notification.id](const QDBusMessage& reply) { onSent(id, reply); });
 }
 
+FreedesktopNotifications::~FreedesktopNotifications()
+{
+    // Some servers show a notification of their urgency until somebody closes it.
+    for (const auto& shown : std::as_const(m_shown)) {
+        if (isMomentary(shown.notification)) {
+            close(shown);
+        }
+    }
+}
+
 void FreedesktopNotifications::onSent(const QString& id, const QDBusMessage& reply)
 {
     const Shown sent = std::exchange(m_shown[id], {});
@@ -232,12 +242,19 @@ void FreedesktopNotifications::closeAfterDisplayTime(const QString& id)
     QTimer::singleShot(shown.notification.displayTime, this, [this, id, sent = shown.time] {
         const auto found = m_shown.constFind(id);
         // A later one has its own time.
-        if (found != m_shown.constEnd() && found->time == sent && !found->isBeingSent && !found->isClosed) {
-            auto call = methodCall(QStringLiteral("CloseNotification"));
-            call << found->serverId;
-            m_bus.send(call);
+        if (found != m_shown.constEnd() && found->time == sent) {
+            close(*found);
         }
     });
+}
+
+void FreedesktopNotifications::close(const Shown& shown)
+{
+    if (!shown.isBeingSent && !shown.isClosed) {
+        auto call = methodCall(QStringLiteral("CloseNotification"));
+        call << shown.serverId;
+        m_bus.send(call);
+    }
 }
 
 void FreedesktopNotifications::resetServerState()

@@ -36,6 +36,10 @@ public:
     explicit FreedesktopNotifications(const QDBusConnection& bus = QDBusConnection::sessionBus(),
                                       OpenNotifications open = OpenNotifications());
 
+    ~FreedesktopNotifications() override;
+    FreedesktopNotifications(const FreedesktopNotifications&) = delete;
+    FreedesktopNotifications& operator=(const FreedesktopNotifications&) = delete;
+
     void show(const DesktopNotification& notification) override;
     void takeOver(const std::function<bool(const QString& id)>& isWanted) override;
 
@@ -74,6 +78,7 @@ private:
     void send(const DesktopNotification& notification);
     void onSent(const QString& id, const QDBusMessage& reply);
     void closeAfterDisplayTime(const QString& id);
+    void close(const Shown& shown);
     void resetServerState();
     void saveOpen() const;
     /// The id of the notification that a server's message refers to.

@@ -28,8 +28,9 @@ QImage withWholeRatio(const QImage& image)
     if (ratio == image.devicePixelRatio()) {
         return image;
     }
-    auto scaled =
-        image.scaled((image.deviceIndependentSize() * ratio).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    // A compositor refuses a picture whose size is not a multiple of the factor.
+    const auto size = image.deviceIndependentSize().toSize() * static_cast<int>(ratio);
+    auto scaled = image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     scaled.setDevicePixelRatio(ratio);
     return scaled;
 }
@@ -65,7 +66,11 @@ void Hud::showOn(Overlay& overlay, const HudMessage& message)
 {
     const auto view = makeView(message, Form::picture);
     view->create();
-    overlay.show({.image = withWholeRatio(view->grabWindow()).convertToFormat(QImage::Format_ARGB32_Premultiplied),
+    const auto image = view->grabWindow();
+    if (image.isNull()) {
+        return;
+    }
+    overlay.show({.image = withWholeRatio(image).convertToFormat(QImage::Format_ARGB32_Premultiplied),
                   .rightMargin = RightMargin,
                   .topMargin = TopMargin,
                   .fadeIn = FadeInTime,

@@ -77,6 +77,17 @@ TEST_F(CaptureSettingsTest, EstimatesTheSizeFromTheChosenDisplay)
     EXPECT_EQ(estimate(), QSize(1366, 768));
 }
 
+TEST_F(CaptureSettingsTest, EstimatesTheSizeOfTheDisplayThatTheDesktopChose)
+{
+    test::FakeDisplays displays;
+    displays.areChosen = true;
+    displays.displays.first().pixelSize = {1366, 768};
+    settings.setResolution(ResolutionPreset::native);
+    // From an X11 session.
+    settings.setDisplayID(42);
+    EXPECT_EQ(estimatedCaptureSize(CaptureSettings::of(settings), displays), QSize(1366, 768));
+}
+
 TEST_F(CaptureSettingsTest, EstimatesFullHdForAnUnknownDisplay)
 {
     test::FakeDisplays displays;

@@ -49,6 +49,16 @@ TEST_F(MomentaryNotificationsTest, ThatReplacesAnotherHasItsOwnTime)
     EXPECT_TRUE(server.closed.isEmpty()) << "the second was closed when the first was due";
 }
 
+TEST_F(MomentaryNotificationsTest, EndsWithTheProgram)
+{
+    const FakeNotificationServer server;
+    showOn(server, momentary(QStringLiteral("saved"), std::chrono::seconds(60)));
+    showOn(server, notification(QStringLiteral("stays")));
+    m_notifications.reset();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !server.closed.isEmpty(); }));
+    EXPECT_EQ(server.closed, QList<uint>{1});
+}
+
 TEST_F(MomentaryNotificationsTest, ThatTheUserClosedIsNotClosedAgain)
 {
     const FakeNotificationServer server;

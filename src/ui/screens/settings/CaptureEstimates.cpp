@@ -36,11 +36,12 @@ CaptureFigures CaptureFigures::of(QSize output, int bitrate, int clipLength)
 
 CaptureEstimates::CaptureEstimates(QObject* parent)
     : CaptureEstimates(SettingsPageForQml::instance.value().settings,
-                       *SettingsPageForQml::instance.value().platform.displays, parent)
+                       *SettingsPageForQml::instance.value().platform.displays, RecorderForQml::instance, parent)
 {
 }
 
-CaptureEstimates::CaptureEstimates(const AppSettings& settings, const Displays& displays, QObject* parent)
+CaptureEstimates::CaptureEstimates(const AppSettings& settings, const Displays& displays, const Recorder* recorder,
+                                   QObject* parent)
     : QObject(parent)
     , m_settings(settings)
     , m_displays(displays)
@@ -51,6 +52,10 @@ CaptureEstimates::CaptureEstimates(const AppSettings& settings, const Displays& 
          {&AppSettings::displayIDChanged, &AppSettings::resolutionChanged, &AppSettings::qualityChanged,
           &AppSettings::fpsChanged, &AppSettings::codecChanged, &AppSettings::clipLengthChanged}) {
         connect(&settings, signal, this, &CaptureEstimates::refresh);
+    }
+    // The size of a display that the desktop chooses is known when it is recorded.
+    if (recorder != nullptr) {
+        connect(recorder, &Recorder::captureSummaryChanged, this, &CaptureEstimates::refresh);
     }
     refresh();
 }

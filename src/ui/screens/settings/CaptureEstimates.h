@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/settings/AppSettings.h"
+#include "capture/recorder/Recorder.h"
 #include "platform/DisplayWatch.h"
 #include "platform/Displays.h"
 
@@ -36,7 +37,9 @@ class CaptureEstimates : public QObject {
 
 public:
     explicit CaptureEstimates(QObject* parent = nullptr);
-    CaptureEstimates(const AppSettings& settings, const Displays& displays, QObject* parent = nullptr);
+    /// recorder: may be null.
+    CaptureEstimates(const AppSettings& settings, const Displays& displays, const Recorder* recorder,
+                     QObject* parent = nullptr);
 
     const QString& output() const noexcept { return m_figures.output; }
     const QString& bitrate() const noexcept { return m_figures.bitrate; }

@@ -27,7 +27,7 @@ class DisplayChoices : public QObject {
 
 public:
     explicit DisplayChoices(QObject* parent = nullptr);
-    /// recorder: may be null; otherwise it outlives the displays.
+    /// recorder: may be null; otherwise it lives while the event loop runs.
     DisplayChoices(AppSettings& settings, Displays& displays, Recorder* recorder, QObject* parent = nullptr);
 
     const QVariantList& choices() const noexcept { return m_choices; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/screens/settings/CaptureEstimates.h"
 
-#include "tests/capture/FakePlatform.h"
+#include "tests/capture/recorder/RecorderFixture.h"
 
 #include <QGuiApplication>
 #include <QSignalSpy>
@@ -23,7 +23,7 @@ protected:
     QTemporaryDir folder;
     AppSettings settings{folder.filePath(QStringLiteral("Quelto.conf"))};
     test::FakeDisplays displays;
-    CaptureEstimates estimates{settings, displays};
+    CaptureEstimates estimates{settings, displays, nullptr};
 };
 
 TEST_F(CaptureEstimatesTest, AreThoseOfTheDefaults)
@@ -65,6 +65,18 @@ TEST_F(CaptureEstimatesTest, FollowTheDisplays)
     displays.displays.removeLast();
     Q_EMIT qGuiApp->screenRemoved(nullptr);
     EXPECT_EQ(estimates.output(), QStringLiteral("1920×1080"));
+}
+
+class RecordedDisplayTest : public test::RecorderFixture { };
+
+TEST_F(RecordedDisplayTest, ItsSizeIsKnownWhenTheRecordingStarts)
+{
+    const CaptureEstimates estimates(settings, *fakes.displays, recorder.get());
+    const auto before = estimates.output();
+    fakes.displays->displays.first().pixelSize = {1280, 720};
+    EXPECT_EQ(estimates.output(), before);
+    record();
+    EXPECT_EQ(estimates.output(), QStringLiteral("1280×720"));
 }
 
 } // namespace
