@@ -259,6 +259,7 @@ void PortalCapture::firstFrameMissing()
     // Without a token the desktop would ask the user.
     if (m_reconnections < m_limits.reconnections && !m_screen->token().load().isEmpty()) {
         ++m_reconnections;
+        qWarning("screen: no picture has arrived, so the stream is connected again");
         recover();
     } else {
         qWarning("screen: the desktop sends no picture");

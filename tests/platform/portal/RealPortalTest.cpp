@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/portal/PortalFrameSource.h"
 #include "platform/portal/PortalGlobalKey.h"
 #include "platform/portal/PortalScreenCast.h"
 
+#include "tests/platform/pipewire/audio/ChildProcess.h"
+#include "tests/platform/x11/FrameLog.h"
+
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <future>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -31,6 +37,14 @@ protected:
             PortalScreenCast::Events{.onStarted = [this](const ScreenCastStream& stream) { started.push_back(stream); },
                                      .onFailed = [this](PortalEnd end) { ends.append(end); },
                                      .onClosed = [this] { ++closed; }});
+    }
+    /// Permits the recording of the screen once more.
+    static QString makeToken()
+    {
+        pipewire::ChildProcess maker(qEnvironmentVariable("QUELTO_TEST_TOKEN_MAKER"), {});
+        const auto token = QString::fromLatin1(maker.readAll()).trimmed();
+        EXPECT_EQ(maker.wait(), 0);
+        return token;
     }
     bool waitForEnd()
     {
@@ -60,6 +74,28 @@ TEST_F(RealPortalTest, SharesTheScreenAgainWithoutADialog)
         EXPECT_TRUE(S_ISSOCK(info.st_mode));
     }
     EXPECT_EQ(closed, 0);
+}
+
+TEST_F(RealPortalTest, AStillScreenHasAFrameInEachRecording)
+{
+    const auto screen = std::make_shared<PortalScreen>();
+    screen->token().save(makeToken());
+    PortalFrameSource source(connection, screen);
+    for (int round = 0; round < 10; ++round) {
+        test::FrameLog log;
+        std::stop_source cancellation;
+        auto recording = std::async(std::launch::async, [&] {
+            const auto size = source.open({.displayID = 1, .showsCursor = true}, cancellation.get_token());
+            source.start({.outputSize = size, .framesPerSecond = 60}, log.events());
+            return size;
+        });
+        // Longer than it takes to connect the stream again, in case the desktop has lost the first picture.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return log.count() > 0; }, 10'000)) << round;
+        cancellation.request_stop();
+        EXPECT_EQ(recording.get(), QSize(640, 360));
+        source.stop();
+        EXPECT_TRUE(log.stopReasons().empty());
+    }
 }
 
 TEST_F(RealPortalTest, AnUnknownTokenAsksTheUser)
