@@ -6,16 +6,54 @@
 #include "tests/platform/pipewire/audio/ChildProcess.h"
 #include "tests/platform/x11/FrameLog.h"
 
+#include <QDBusConnectionInterface>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <future>
 
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/stat.h>
 
 namespace quelto {
 namespace {
+
+/// Records the screen from the construction on.
+class Recording {
+public:
+    Recording(const std::shared_ptr<PortalConnection>& connection, const std::shared_ptr<PortalScreen>& screen)
+        : m_source(connection, screen)
+        , m_opening(std::async(std::launch::async, [this] {
+            const auto size = m_source.open({.displayID = 1, .showsCursor = true}, m_cancellation.get_token());
+            m_source.start({.outputSize = size, .framesPerSecond = 60}, m_log.events());
+            return size;
+        }))
+    {
+    }
+    ~Recording()
+    {
+        m_cancellation.request_stop();
+        EXPECT_NO_THROW(size());
+        m_source.stop();
+        EXPECT_EQ(m_log.stopReasons(), std::vector<QString>());
+    }
+    Recording(const Recording&) = delete;
+    Recording& operator=(const Recording&) = delete;
+
+    bool waitForFrames(std::size_t count)
+    {
+        // Longer than it takes to connect the stream again, in case the desktop has lost the first picture.
+        return QTest::qWaitFor([&] { return m_log.count() >= count; }, 10'000);
+    }
+    QSize size() const { return m_opening.get(); }
+
+private:
+    test::FrameLog m_log;
+    PortalFrameSource m_source;
+    std::stop_source m_cancellation;
+    std::shared_future<QSize> m_opening;
+};
 
 /// The portal of a real desktop, whose screen can be shared once without a dialog.
 class RealPortalTest : public testing::Test {
@@ -45,6 +83,21 @@ protected:
         const auto token = QString::fromLatin1(maker.readAll()).trimmed();
         EXPECT_EQ(maker.wait(), 0);
         return token;
+    }
+    static std::shared_ptr<PortalScreen> makeScreen()
+    {
+        auto screen = std::make_shared<PortalScreen>();
+        screen->token().save(makeToken());
+        return screen;
+    }
+    /// Ends the program behind the portal that shares screens, without a shutdown, like a crash.
+    void killBackEnd()
+    {
+        const auto name = QStringLiteral("org.freedesktop.impl.portal.desktop.gnome");
+        const uint process = connection->bus().interface()->servicePid(name);
+        ASSERT_GT(process, 1U);
+        ASSERT_EQ(::kill(static_cast<pid_t>(process), SIGKILL), 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return connection->bus().interface()->servicePid(name) != process; }));
     }
     bool waitForEnd()
     {
@@ -78,23 +131,31 @@ TEST_F(RealPortalTest, SharesTheScreenAgainWithoutADialog)
 
 TEST_F(RealPortalTest, AStillScreenHasAFrameInEachRecording)
 {
-    const auto screen = std::make_shared<PortalScreen>();
-    screen->token().save(makeToken());
-    PortalFrameSource source(connection, screen);
     for (int round = 0; round < 10; ++round) {
-        test::FrameLog log;
-        std::stop_source cancellation;
-        auto recording = std::async(std::launch::async, [&] {
-            const auto size = source.open({.displayID = 1, .showsCursor = true}, cancellation.get_token());
-            source.start({.outputSize = size, .framesPerSecond = 60}, log.events());
-            return size;
-        });
-        // Longer than it takes to connect the stream again, in case the desktop has lost the first picture.
-        EXPECT_TRUE(QTest::qWaitFor([&] { return log.count() > 0; }, 10'000)) << round;
-        cancellation.request_stop();
-        EXPECT_EQ(recording.get(), QSize(640, 360));
-        source.stop();
-        EXPECT_TRUE(log.stopReasons().empty());
+        Recording recording(connection, makeScreen());
+        EXPECT_TRUE(recording.waitForFrames(1)) << round;
+        EXPECT_EQ(recording.size(), QSize(640, 360));
+    }
+}
+
+TEST_F(RealPortalTest, ARecordingOutlivesTheProgramBehindThePortal)
+{
+    Recording recording(connection, makeScreen());
+    ASSERT_TRUE(recording.waitForFrames(1));
+    for (const std::size_t frames : {2U, 3U}) {
+        killBackEnd();
+        EXPECT_TRUE(recording.waitForFrames(frames)) << "a still screen shows one picture when it is shared again";
+    }
+}
+
+TEST_F(RealPortalTest, ARecordingBeginsAfterTheEndOfTheProgramBehindThePortal)
+{
+    const auto screen = makeScreen();
+    // It starts when it is used.
+    ASSERT_TRUE(Recording(connection, screen).waitForFrames(1));
+    for (int round = 0; round < 3; ++round) {
+        killBackEnd();
+        EXPECT_TRUE(Recording(connection, screen).waitForFrames(1)) << round;
     }
 }
 
