@@ -10,10 +10,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
 #include <future>
 
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/stat.h>
 
 namespace quelto {
@@ -80,7 +80,7 @@ protected:
     static QString makeToken()
     {
         pipewire::ChildProcess maker(qEnvironmentVariable("QUELTO_TEST_TOKEN_MAKER"), {});
-        const auto token = QString::fromLatin1(maker.readAll()).trimmed();
+        auto token = QString::fromLatin1(maker.readAll()).trimmed();
         EXPECT_EQ(maker.wait(), 0);
         return token;
     }
