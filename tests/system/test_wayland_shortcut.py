@@ -7,19 +7,17 @@ import pathlib
 import re
 import time
 
-from gi.repository import GLib
-
 import desktop
 import portal_dialogs
 import screen_reader
 import wayland
+import wayland_recording
 
 SHORTCUT = "Klip kaydet kısayolu"
 KEYS = ("alt", "shift", "c")
 APPLICATION = "app.quelto.Quelto"
 ENTRY = f"{APPLICATION}.desktop"
 PACKAGING = pathlib.Path(__file__).parents[2] / "packaging"
-TOKEN = pathlib.Path(os.environ["XDG_STATE_HOME"]) / "Quelto" / "screen.token"
 
 
 def install():
@@ -61,8 +59,9 @@ class ShortcutCard:
         return bool(self._reader.showing(None, pattern))
 
 
-class WaylandShortcut(desktop.DesktopTest):
+class WaylandShortcut(wayland_recording.WaylandRecordingTest):
     def setUp(self):
+        super().setUp()
         self.entry = install()
         self.activations = wayland.ShortcutActivations()
         self.addCleanup(self.activations.close)
@@ -71,7 +70,6 @@ class WaylandShortcut(desktop.DesktopTest):
 
     def first_start(self):
         """Starts the program as after its installation, and shares the screen."""
-        TOKEN.unlink(missing_ok=True)
         wayland.forget_shortcuts(APPLICATION)
         program = self.quelto(clipLength=1)
         portal_dialogs.share_screen()
@@ -137,7 +135,8 @@ class WaylandShortcut(desktop.DesktopTest):
 
     def test_permission_to_record_belongs_to_the_installed_program(self):
         self.agreed_start()
-        token = desktop.wait_until(lambda: TOKEN.exists() and TOKEN.read_text(), 5, "the stored token")
+        file = wayland_recording.TOKEN_FILE
+        token = desktop.wait_until(lambda: file.exists() and file.read_text(), 5, "the stored token")
         self.assertEqual(wayland.applications_of_token(token), {APPLICATION})
 
     def test_settings_show_the_keys_that_the_desktop_has_bound(self):
