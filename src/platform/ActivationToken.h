@@ -4,13 +4,11 @@
 #include <QByteArray>
 #include <QVariantMap>
 
-namespace quelto {
-
 /// The token by which the desktop permits a program to raise a window, because the user has just started it or clicked
 /// something of it. Without one a Wayland compositor refuses, and at most marks the window.
 ///
 /// A token is valid for one activation.
-namespace activationToken {
+namespace quelto::activationToken {
 
 /// The token in the environment; empty if none. At first, the token that this process was started with: for that, call
 /// it before the application object is created, which may remove it.
@@ -33,6 +31,4 @@ public:
     Scope& operator=(const Scope&) = delete;
 };
 
-} // namespace activationToken
-
-} // namespace quelto
+} // namespace quelto::activationToken

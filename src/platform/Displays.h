@@ -37,7 +37,7 @@ public:
     /// Shows that dialog. A recording goes on meanwhile, and recordings use the display that was chosen last until
     /// there is another one. onChosen: called from the event loop then, and never if the user cancels. A second call
     /// replaces the first. Thread: main.
-    virtual void chooseAgain(std::function<void()> onChosen) { onChosen(); }
+    virtual void chooseAgain(const std::function<void()>& onChosen) { onChosen(); }
 };
 
 } // namespace quelto

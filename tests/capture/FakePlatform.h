@@ -25,10 +25,10 @@ public:
 
     QList<DisplayInfo> all() const override { return displays; }
     bool areChosenByTheDesktop() const override { return areChosen; }
-    void chooseAgain(std::function<void()> wanted) override
+    void chooseAgain(const std::function<void()>& wanted) override
     {
         ++newChoices;
-        onChosen = std::move(wanted);
+        onChosen = wanted;
     }
 };
 

@@ -16,7 +16,7 @@ QList<DisplayInfo> PortalDisplays::all() const
     return {{.id = 1, .name = T("Masaüstünün seçtiği ekran"), .pixelSize = m_screen->size(), .isMain = true}};
 }
 
-void PortalDisplays::chooseAgain(std::function<void()> onChosen)
+void PortalDisplays::chooseAgain(const std::function<void()>& onChosen)
 {
     // The earlier dialog closes first.
     m_choice.reset();
@@ -24,7 +24,7 @@ void PortalDisplays::chooseAgain(std::function<void()> onChosen)
     m_choice = std::make_unique<PortalScreenCast>(
         m_portal, PortalScreenCast::Options{.token = m_screen->token(), .choice = ScreenCastChoice::another},
         PortalScreenCast::Events{.onStarted =
-                                     [this, onChosen = std::move(onChosen)](const ScreenCastStream& /*stream*/) {
+                                     [this, onChosen](const ScreenCastStream& /*stream*/) {
                                          m_choice.reset();
                                          onChosen();
                                      },
