@@ -107,7 +107,7 @@ class Shortcut(window.WindowTest):
         program.wait_for_clips(1)
 
     def test_command_for_the_desktop_saves_a_clip(self):
-        program = self.open_card(environment={"XDG_SESSION_TYPE": "wayland"})
+        program = self.open_card(environment={"QUELTO_PLATFORM": "x11", "XDG_SESSION_TYPE": "wayland"})
         field = self.reader.find("text", "Komut")
         program.record(1.5)
         subprocess.run(shlex.split(self.reader.text(field)), check=True, stdout=subprocess.DEVNULL)
