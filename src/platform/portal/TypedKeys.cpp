@@ -15,18 +15,27 @@ namespace {
 /// From the kernel's code of a key to that of the window system.
 constexpr quint32 WindowSystemOffset = 8;
 
-/// What the key types without modifiers; empty if that is unknown.
-QString charactersOf(const QKeyEvent& event)
+constexpr char32_t CapitalDottedI = U'\u0130';
+
+/// What a press tells about its key.
+struct TypedKey {
+    /// What the key types without modifiers; empty if that is unknown.
+    QString characters;
+    /// Whether that is concluded from what it types with Shift or Caps Lock.
+    bool isConcluded = false;
+};
+
+TypedKey typedBy(const QKeyEvent& press)
 {
-    const auto character = static_cast<char32_t>(xkb_keysym_to_utf32(event.nativeVirtualKey()));
-    if (character == 0) {
-        return {};
-    }
-    const auto text = QString::fromUcs4(&character, 1).toLower();
-    // The symbol is the one with Shift. Only letters tell from it what the key types alone.
-    const auto isOther = event.modifiers().testFlag(Qt::ShiftModifier) && !text.front().isLetter();
-    const auto canBeShown = text.front().isPrint() && !text.front().isSpace();
-    return canBeShown && !isOther ? text : QString();
+    const auto symbol = static_cast<char32_t>(xkb_keysym_to_utf32(press.nativeVirtualKey()));
+    // Qt's lower-case form has a combining dot.
+    const auto character = symbol == CapitalDottedI ? U'i' : QChar::toLower(symbol);
+    const auto isConcluded = press.modifiers().testFlag(Qt::ShiftModifier) || character != symbol;
+    // Only letters tell it, and "I" does not: on Turkish layouts it belongs to the key of "ı".
+    const auto tellsIt = !isConcluded || (QChar::isLetter(character) && symbol != U'I');
+    const auto canBeShown = QChar::isPrint(character) && !QChar::isSpace(character);
+    return {.characters = tellsIt && canBeShown ? QString::fromUcs4(&character, 1) : QString(),
+            .isConcluded = isConcluded};
 }
 
 } // namespace
@@ -47,9 +56,9 @@ bool TypedKeys::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress && watched->isWindowType()) {
         const auto& press = *static_cast<const QKeyEvent*>(event);
         const auto keyCode = keyCodeForScanCode(press.nativeScanCode() - WindowSystemOffset);
-        const auto typed = charactersOf(press);
-        if (keyCode && !typed.isEmpty()) {
-            m_characters[*keyCode] = typed;
+        const auto typed = typedBy(press);
+        if (keyCode && !typed.characters.isEmpty() && !(typed.isConcluded && m_characters.contains(*keyCode))) {
+            m_characters[*keyCode] = typed.characters;
         }
     }
     return false;

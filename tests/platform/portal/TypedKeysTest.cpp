@@ -36,7 +36,7 @@ TEST_F(TypedKeysTest, AreKnownAfterAPressInAWindow)
     EXPECT_EQ(key->characters(41), QStringLiteral("ö"));
     press(46, XKB_KEY_C, Qt::ShiftModifier);
     EXPECT_EQ(key->characters(8), QStringLiteral("c"));
-    press(46, XKB_KEY_Cyrillic_ES);
+    press(46, XKB_KEY_Cyrillic_es);
     EXPECT_EQ(key->characters(8), QStringLiteral("с")) << "the layout has changed";
 }
 
@@ -50,6 +50,31 @@ TEST_F(TypedKeysTest, LeaveOutWhatAPressDoesNotTell)
     for (const auto symbol : {XKB_KEY_space, XKB_KEY_Return, XKB_KEY_dead_acute, XKB_KEY_F1, XKB_KEY_NoSymbol}) {
         press(57, static_cast<quint32>(symbol));
         EXPECT_EQ(key->characters(49), QString()) << symbol;
+    }
+}
+
+TEST_F(TypedKeysTest, APressWithShiftReplacesNothing)
+{
+    press(46, XKB_KEY_c);
+    press(46, XKB_KEY_Cyrillic_ES, Qt::ShiftModifier);
+    EXPECT_EQ(key->characters(8), QStringLiteral("c"));
+    press(46, XKB_KEY_V);
+    EXPECT_EQ(key->characters(8), QStringLiteral("c")) << "Caps Lock is on";
+}
+
+TEST_F(TypedKeysTest, TellTheTwoTurkishLettersApart)
+{
+    press(23, XKB_KEY_I, Qt::ShiftModifier);
+    EXPECT_EQ(key->characters(34), QString()) << "it may be the key of i or of ı";
+    press(40, XKB_KEY_Iabovedot, Qt::ShiftModifier);
+    EXPECT_EQ(key->characters(39), QStringLiteral("i"));
+    press(23, XKB_KEY_idotless);
+    press(40, XKB_KEY_i);
+    for (const auto modifiers : {Qt::ShiftModifier, Qt::NoModifier}) {
+        press(23, XKB_KEY_I, modifiers);
+        press(40, XKB_KEY_Iabovedot, modifiers);
+        EXPECT_EQ(key->characters(34), QStringLiteral("ı"));
+        EXPECT_EQ(key->characters(39), QStringLiteral("i"));
     }
 }
 
