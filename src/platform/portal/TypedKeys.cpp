@@ -15,6 +15,9 @@ namespace {
 /// From the kernel's code of a key to that of the window system.
 constexpr quint32 WindowSystemOffset = 8;
 
+/// The modifiers Mod3 and Mod5, which choose the third level of a key (AltGr).
+constexpr quint32 ThirdLevel = 0x20 | 0x80;
+
 constexpr char32_t CapitalDottedI = U'\u0130';
 
 /// What a press tells about its key.
@@ -27,6 +30,9 @@ struct TypedKey {
 
 TypedKey typedBy(const QKeyEvent& press)
 {
+    if ((press.nativeModifiers() & ThirdLevel) != 0) {
+        return {};
+    }
     const auto symbol = static_cast<char32_t>(xkb_keysym_to_utf32(press.nativeVirtualKey()));
     // Qt's lower-case form has a combining dot.
     const auto character = symbol == CapitalDottedI ? U'i' : QChar::toLower(symbol);

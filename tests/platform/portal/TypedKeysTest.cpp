@@ -15,9 +15,10 @@ namespace {
 class TypedKeysTest : public test::PortalGlobalKeyFixture {
 protected:
     /// The scan code is the kernel's.
-    void press(quint32 scanCode, quint32 symbol, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    void press(quint32 scanCode, quint32 symbol, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+               quint32 nativeModifiers = 0)
     {
-        QKeyEvent event(QEvent::KeyPress, Qt::Key_unknown, modifiers, scanCode + 8, symbol, 0);
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_unknown, modifiers, scanCode + 8, symbol, nativeModifiers);
         QCoreApplication::sendEvent(&window, &event);
     }
     QString preferredTrigger()
@@ -76,6 +77,18 @@ TEST_F(TypedKeysTest, TellTheTwoTurkishLettersApart)
         EXPECT_EQ(key->characters(34), QStringLiteral("ı"));
         EXPECT_EQ(key->characters(39), QStringLiteral("i"));
     }
+}
+
+TEST_F(TypedKeysTest, LeaveOutTheThirdLevel)
+{
+    for (const auto level : {0x20U, 0x80U}) {
+        press(16, XKB_KEY_at, Qt::NoModifier, level);
+        EXPECT_EQ(key->characters(12), QString());
+    }
+    constexpr quint32 NumLock = 0x10;
+    press(16, XKB_KEY_q, Qt::NoModifier, NumLock);
+    press(16, XKB_KEY_at, Qt::ControlModifier | Qt::AltModifier, NumLock | 0x80);
+    EXPECT_EQ(key->characters(12), QStringLiteral("q"));
 }
 
 TEST_F(TypedKeysTest, NameThePreferredKey)
