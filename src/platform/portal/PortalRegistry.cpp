@@ -6,6 +6,9 @@
 
 #include <QDBusPendingCallWatcher>
 
+#include <algorithm>
+#include <utility>
+
 namespace quelto {
 
 namespace {
@@ -19,7 +22,8 @@ PortalRegistry::PortalRegistry(const QDBusConnection& bus)
 {
 }
 
-void PortalRegistry::whenRegistered(QObject* context, std::function<void()> callback)
+void PortalRegistry::whenRegistered(QObject* context, std::chrono::milliseconds timeLimit,
+                                    std::function<void()> callback)
 {
     if (m_state == State::done || !m_bus.isConnected()) {
         callback();
@@ -29,6 +33,7 @@ void PortalRegistry::whenRegistered(QObject* context, std::function<void()> call
     if (m_state == State::unregistered) {
         m_state = State::registering;
         m_isSecondAttempt = false;
+        m_limit.setRemainingTime(timeLimit);
         sendRegistration();
     }
 }
@@ -46,12 +51,13 @@ void PortalRegistry::sendRegistration()
                                                   QStringLiteral("Register"));
     message.setArguments({ApplicationName, QVariantMap()});
     // The reply has to come before the next call: the portal may handle two calls of a connection at the same time.
-    auto* const call = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
+    const auto limit = std::max(static_cast<int>(m_limit.remainingTime()), 1);
+    auto* const call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, limit), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         call->deleteLater();
         if (!call->isError() || !isTransportError(call->error())) {
             finish(State::done);
-        } else if (!std::exchange(m_isSecondAttempt, true)) {
+        } else if (!m_limit.hasExpired() && !std::exchange(m_isSecondAttempt, true)) {
             sendRegistration();
         } else {
             finish(State::unregistered);

@@ -3,10 +3,12 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDeadlineTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
 
+#include <chrono>
 #include <functional>
 
 namespace quelto {
@@ -24,8 +26,8 @@ public:
     explicit PortalRegistry(const QDBusConnection& bus);
 
     /// Calls back once the portal has answered, at once if it has already. Not at all if the context is destroyed
-    /// before.
-    void whenRegistered(QObject* context, std::function<void()> callback);
+    /// before. The time limit is for the portal's answer; the one of the first caller that waits for it applies.
+    void whenRegistered(QObject* context, std::chrono::milliseconds timeLimit, std::function<void()> callback);
     /// The portal is gone. The next one has to be told again.
     void reset();
 
@@ -43,6 +45,8 @@ private:
     QDBusConnection m_bus;
     State m_state = State::unregistered;
     bool m_isSecondAttempt = false;
+    /// For both attempts.
+    QDeadlineTimer m_limit;
     QList<Waiting> m_waiting;
 };
 

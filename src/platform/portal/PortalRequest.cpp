@@ -71,8 +71,9 @@ void PortalRequest::begin()
         end({.end = PortalEnd::unreachable, .results = {}});
         return;
     }
-    m_limit.start(m_call.timeLimit);
-    m_portal->registry().whenRegistered(this, [this, attempt = ++m_attempt] {
+    // The registration has its own.
+    m_limit.stop();
+    m_portal->registry().whenRegistered(this, m_call.timeLimit, [this, attempt = ++m_attempt] {
         if (attempt == m_attempt && !m_hasEnded) {
             send();
         }
@@ -89,6 +90,7 @@ void PortalRequest::send()
     auto message =
         QDBusMessage::createMethodCall(portalNames::service, portalNames::path, m_call.interface, m_call.method);
     message.setArguments(m_call.arguments + QVariantList{options});
+    m_limit.start(m_call.timeLimit);
     auto* const call = new QDBusPendingCallWatcher(m_portal->bus().asyncCall(message, WithoutTimeLimit), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, attempt = m_attempt] {
         call->deleteLater();

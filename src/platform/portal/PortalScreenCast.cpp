@@ -32,7 +32,7 @@ PortalScreenCast::PortalScreenCast(std::shared_ptr<PortalConnection> portal, con
         fail(PortalEnd::unreachable);
         return;
     }
-    m_portal->registry().whenRegistered(this, [this] { readProperties(); });
+    m_portal->registry().whenRegistered(this, m_options.timeLimit, [this] { readProperties(); });
 }
 
 PortalScreenCast::~PortalScreenCast() = default;

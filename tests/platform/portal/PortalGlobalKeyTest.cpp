@@ -246,7 +246,7 @@ TEST_F(PortalGlobalKeyTest, ASessionIsClosedBeforeTheNextOneIsCreated)
 {
     grab(C);
     ASSERT_TRUE(waitForState(State::Held));
-    portal->delaysClosing = true;
+    portal->delayedMethods = {QStringLiteral("Close")};
     grab(V);
     ASSERT_TRUE(waitForCount("Close", 1));
     key->release();
@@ -254,8 +254,8 @@ TEST_F(PortalGlobalKeyTest, ASessionIsClosedBeforeTheNextOneIsCreated)
     receiveAll();
     receiveAll();
     EXPECT_EQ(portal->count("CreateSession"), 1) << "the portal would refuse a second one of that name";
-    portal->delaysClosing = false;
-    portal->replyToClose();
+    portal->delayedMethods.clear();
+    portal->replyToDelayed();
     EXPECT_TRUE(waitForCount("BindShortcuts", 2));
 }
 

@@ -55,6 +55,19 @@ TEST_F(PortalRegistryTest, APortalWithoutItWorks)
     EXPECT_EQ(portal->methods(), (QStringList{Register, Ask, Ask}));
 }
 
+TEST_F(PortalRegistryTest, APortalThatDoesNotReplyIsUsedWithoutAName)
+{
+    portal->delayedMethods = {Register};
+    bool isCalled = false;
+    connection->registry().whenRegistered(connection.get(), std::chrono::milliseconds(200), [&] { isCalled = true; });
+    EXPECT_TRUE(waitFor([&] { return isCalled; }));
+    portal->delayedMethods.clear();
+    ask();
+    EXPECT_TRUE(waitForAnswers(1));
+    EXPECT_EQ(portal->methods().mid(portal->methods().size() - 2), (QStringList{Register, Ask}))
+        << "the next call tries again";
+}
+
 TEST_F(PortalRegistryTest, TheNextPortalIsToldAgain)
 {
     ask();

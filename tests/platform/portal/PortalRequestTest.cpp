@@ -157,6 +157,16 @@ TEST_F(PortalRequestTest, GivesUpWithoutAResponseOfThePortal)
     EXPECT_TRUE(waitFor([this] { return portal->count("Close") == 1; }));
 }
 
+TEST_F(PortalRequestTest, ARegistrationWithoutAReplyCostsNoRequest)
+{
+    portal->delayedMethods = {QStringLiteral("Register")};
+    auto ask = call();
+    ask.timeLimit = 200ms;
+    sendAndWait(ask);
+    EXPECT_EQ(ends, QList{PortalEnd::confirmed});
+    EXPECT_EQ(portal->count("Ask"), 1);
+}
+
 TEST_F(PortalRequestTest, WaitsForTheUserAtAnyLength)
 {
     behave({{.response = Response::none}});

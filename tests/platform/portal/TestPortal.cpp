@@ -91,7 +91,7 @@ bool TestPortal::handleMessage(const QDBusMessage& message, const QDBusConnectio
         std::ranges::any_of(interfaces, [&](const QString& name) { return message.interface().endsWith(u'.' + name); });
     if (message.path() == portalNames::path && isOffered && message.member() != QLatin1String("OpenPipeWireRemote")) {
         answerRequest(message);
-    } else if (delaysClosing && message.member() == QLatin1String("Close")) {
+    } else if (delayedMethods.contains(message.member())) {
         m_delayed.append(message);
     } else {
         EXPECT_TRUE(bus.send(plainReply(message)));
@@ -174,10 +174,10 @@ void TestPortal::sendResponse(const QString& path, const PortalBehaviour& behavi
     }
 }
 
-void TestPortal::replyToClose()
+void TestPortal::replyToDelayed()
 {
     for (const auto& message : std::exchange(m_delayed, {})) {
-        EXPECT_TRUE(m_bus.send(message.createReply()));
+        EXPECT_TRUE(m_bus.send(plainReply(message)));
     }
 }
 

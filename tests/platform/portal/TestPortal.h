@@ -58,7 +58,7 @@ public:
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
 
-    void replyToClose();
+    void replyToDelayed();
     /// Answers the last call that has no response yet.
     void respond(uint code, const QVariantMap& results = {});
     void emitSignal(const QString& path, const char* interface, const char* name, const QVariantList& arguments);
@@ -78,8 +78,8 @@ public:
     QVariantMap properties{{QStringLiteral("version"), 4U},
                            {QStringLiteral("AvailableSourceTypes"), 3U},
                            {QStringLiteral("AvailableCursorModes"), 7U}};
-    /// Calls of Close get their reply from replyToClose().
-    bool delaysClosing = false;
+    /// The methods, other than requests, whose calls get their reply from replyToDelayed().
+    QStringList delayedMethods;
     /// What OpenPipeWireRemote returns; -1 for an error.
     int remote = -1;
     /// Makes what OpenPipeWireRemote returns in place of that.
