@@ -27,6 +27,13 @@ PortalScreenCast::PortalScreenCast(std::shared_ptr<PortalConnection> portal, con
     , m_options(options)
     , m_events(std::move(events))
 {
+    begin();
+}
+
+PortalScreenCast::~PortalScreenCast() = default;
+
+void PortalScreenCast::begin()
+{
     // QtDBus never finishes a call without a bus.
     if (!m_portal->bus().isConnected()) {
         fail(PortalEnd::unreachable);
@@ -34,8 +41,6 @@ PortalScreenCast::PortalScreenCast(std::shared_ptr<PortalConnection> portal, con
     }
     m_portal->registry().whenRegistered(this, m_options.timeLimit, [this] { readProperties(); });
 }
-
-PortalScreenCast::~PortalScreenCast() = default;
 
 void PortalScreenCast::readProperties()
 {
@@ -172,8 +177,12 @@ void PortalScreenCast::fail(PortalEnd end)
     m_request.reset();
     m_session.reset();
     const auto hasLostPortal = end == PortalEnd::vanished || end == PortalEnd::unreachable;
-    if (hasLostPortal && !m_properties.isEmpty() && !std::exchange(m_hasRestarted, true)) {
-        createSession();
+    if (hasLostPortal && !std::exchange(m_hasRestarted, true)) {
+        if (m_properties.isEmpty()) {
+            begin();
+        } else {
+            createSession();
+        }
         return;
     }
     m_hasEnded = true;

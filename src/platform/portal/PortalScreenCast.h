@@ -54,6 +54,7 @@ public:
     PortalScreenCast& operator=(const PortalScreenCast&) = delete;
 
 private:
+    void begin();
     void readProperties();
     void createSession();
     void selectSources();

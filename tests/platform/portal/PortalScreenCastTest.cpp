@@ -272,6 +272,20 @@ TEST_F(PortalScreenCastTest, StartsAgainIfThePortalEndsWhileTheUserDecides)
     EXPECT_EQ(portal->methods().value(0), QStringLiteral("Register"));
 }
 
+TEST_F(PortalScreenCastTest, StartsAgainIfThePortalEndsBeforeItTellsItsProperties)
+{
+    portal->delayedMethods = {QStringLiteral("GetAll")};
+    open();
+    ASSERT_TRUE(waitFor([this] { return portal->count("GetAll") == 1; }));
+    endPortal();
+    startPortal();
+    preparePortal();
+    ASSERT_TRUE(waitForEnd());
+    ASSERT_EQ(started.size(), 1U);
+    EXPECT_EQ(sourceOptions().value(QStringLiteral("cursor_mode")), 2U);
+    EXPECT_EQ(portal->methods().mid(0, 2), (QStringList{QStringLiteral("Register"), QStringLiteral("GetAll")}));
+}
+
 TEST_F(PortalScreenCastTest, TheStreamOutlivesThePortal)
 {
     open();
@@ -300,6 +314,10 @@ TEST_F(PortalScreenCastTest, DestructionClosesTheDialogAndTheSession)
 TEST_F(PortalScreenCastTest, WithoutAPortalItFails)
 {
     endPortal();
+    open();
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(ends, QList{PortalEnd::unreachable});
+    connection = std::make_shared<PortalConnection>(QDBusConnection(QStringLiteral("no bus")));
     open();
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(ends, QList{PortalEnd::unreachable});
