@@ -10,9 +10,9 @@
 
 namespace quelto {
 
-PortalGlobalKey::PortalGlobalKey(std::shared_ptr<PortalConnection> portal, std::chrono::milliseconds timeLimit)
+PortalGlobalKey::PortalGlobalKey(std::shared_ptr<PortalConnection> portal, PortalShortcutLimits limits)
     : m_portal(std::move(portal))
-    , m_timeLimit(timeLimit)
+    , m_limits(limits)
 {
     connect(m_portal.get(), &PortalConnection::vanished, this, [this] {
         if (!m_shortcut || m_shortcut->isCreating()) {
@@ -87,7 +87,7 @@ void PortalGlobalKey::bind()
         PortalShortcut::Options{
             .description = T("Klip Kaydet"),
             .preferredTrigger = shortcutTrigger(m_wanted->keyCode, m_wanted->modifiers, characters(m_wanted->keyCode)),
-            .timeLimit = m_timeLimit},
+            .limits = m_limits},
         PortalShortcut::Events{.onChanged = [this] { followShortcut(); },
                                .onPressed =
                                    [this] {

@@ -20,8 +20,7 @@ class PortalGlobalKey final : public QObject, public GlobalKey {
     Q_OBJECT
 
 public:
-    explicit PortalGlobalKey(std::shared_ptr<PortalConnection> portal,
-                             std::chrono::milliseconds timeLimit = std::chrono::seconds(10));
+    explicit PortalGlobalKey(std::shared_ptr<PortalConnection> portal, PortalShortcutLimits limits = {});
     ~PortalGlobalKey() override;
     PortalGlobalKey(const PortalGlobalKey&) = delete;
     PortalGlobalKey& operator=(const PortalGlobalKey&) = delete;
@@ -57,7 +56,7 @@ private:
     State currentState() const;
 
     std::shared_ptr<PortalConnection> m_portal;
-    std::chrono::milliseconds m_timeLimit;
+    PortalShortcutLimits m_limits;
     TypedKeys m_typedKeys;
     std::optional<Combination> m_wanted;
     /// The preference of m_shortcut. Nothing if it has to be replaced.

@@ -15,10 +15,6 @@ const QString Shortcuts = QStringLiteral("shortcuts");
 /// Some desktops find the keys of the last start by the token.
 const QString ShortcutSessionToken = QStringLiteral("quelto");
 
-/// Desktops activate a held shortcut again every 30 to 40 ms. If the release was missed, an activation after this time
-/// counts as a press.
-constexpr std::chrono::milliseconds MaxRepeatPause{2000};
-
 } // namespace
 
 PortalShortcut::PortalShortcut(std::shared_ptr<PortalConnection> portal, Options options, Events events)
@@ -39,7 +35,7 @@ PortalShortcut::PortalShortcut(std::shared_ptr<PortalConnection> portal, Options
                                .token = ShortcutSessionToken,
                                // An early version of a desktop's portal reads them only here.
                                .others = {{Shortcuts, toDBus(shortcuts())}},
-                               .timeLimit = m_options.timeLimit},
+                               .timeLimit = m_options.limits.answer},
         PortalSession::Events{.onCreated = [this] { lookUp(); },
                               .onFailed = [this](PortalEnd /*end*/) { finish(std::nullopt); },
                               .onClosed = [this] { finish(std::nullopt); }});
@@ -86,7 +82,7 @@ void PortalShortcut::bind()
             .method = QStringLiteral("BindShortcuts"),
             .arguments = {QVariant::fromValue(QDBusObjectPath(m_session->path())), toDBus(shortcuts()), noParentWindow},
             .options = {},
-            .timeLimit = m_options.timeLimit,
+            .timeLimit = m_options.limits.answer,
             .answer = PortalAnswer::byUser},
         [this](const PortalResponse& response) {
             // The shortcuts in the results decide: a desktop answers that it failed although it has bound them.
@@ -110,7 +106,7 @@ void PortalShortcut::list(ListHandler onListed)
                    .method = QStringLiteral("ListShortcuts"),
                    .arguments = {QVariant::fromValue(QDBusObjectPath(m_session->path()))},
                    .options = {},
-                   .timeLimit = m_options.timeLimit},
+                   .timeLimit = m_options.limits.answer},
         [onListed = std::move(onListed)](const PortalResponse& response) {
             onListed(response, triggerOf(response.results.value(Shortcuts), ShortcutId));
         });
@@ -137,7 +133,8 @@ void PortalShortcut::activate(const QDBusMessage& message)
         return;
     }
     // By the own clock, because some desktops send no time.
-    const auto isRepeat = m_sinceActivation.isValid() && !m_sinceActivation.hasExpired(MaxRepeatPause.count());
+    const auto isRepeat =
+        m_sinceActivation.isValid() && !m_sinceActivation.hasExpired(m_options.limits.repeatPause.count());
     m_sinceActivation.start();
     if (isRepeat) {
         return;

@@ -10,6 +10,14 @@
 
 namespace quelto {
 
+struct PortalShortcutLimits {
+    /// For each answer that does not depend on the user.
+    std::chrono::milliseconds answer = std::chrono::seconds(10);
+    /// If the release was missed, an activation after this time counts as a press. Desktops activate a held shortcut
+    /// again every 30 to 40 ms.
+    std::chrono::milliseconds repeatPause = std::chrono::seconds(2);
+};
+
 /// One global shortcut, in a session of org.freedesktop.portal.GlobalShortcuts. The desktop binds it to the keys that
 /// the user chose there, which need not be the preferred ones. Destruction unbinds it.
 ///
@@ -23,7 +31,7 @@ public:
         QString description;
         /// As shortcutTrigger() writes it. Empty for no preference.
         QString preferredTrigger;
-        std::chrono::milliseconds timeLimit = std::chrono::seconds(10);
+        PortalShortcutLimits limits;
     };
 
     /// Called from the event loop.

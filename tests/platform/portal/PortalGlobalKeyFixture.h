@@ -28,10 +28,10 @@ protected:
         }
     }
 
-    void makeKey(std::chrono::milliseconds timeLimit = std::chrono::seconds(10))
+    void makeKey(PortalShortcutLimits limits = {})
     {
         key.reset();
-        key = std::make_unique<PortalGlobalKey>(connection, timeLimit);
+        key = std::make_unique<PortalGlobalKey>(connection, limits);
         key->onPressed = [this] { ++presses; };
         key->onStateChanged = [this] { ++changes; };
     }
