@@ -12,8 +12,6 @@ namespace {
 
 /// PipeWire's own number for "any node".
 constexpr std::uint32_t AnyNode = 0xffffffff;
-/// The largest picture of the encoders, with room.
-constexpr int MaxSide = 32768;
 /// Those that exist are UUIDs.
 constexpr qsizetype MaxTokenLength = 1024;
 /// Longer ones fit no row of the settings.
@@ -28,20 +26,6 @@ QDBusArgument argumentOf(const QVariant& value, const char* signature)
     }
     auto argument = value.value<QDBusArgument>();
     return argument.currentSignature() == QLatin1String(signature) ? argument : QDBusArgument();
-}
-
-QSize sizeOf(const QVariant& value)
-{
-    const auto argument = argumentOf(value, "(ii)");
-    if (argument.currentType() != QDBusArgument::StructureType) {
-        return {};
-    }
-    QSize size;
-    argument.beginStructure();
-    argument >> size.rwidth() >> size.rheight();
-    argument.endStructure();
-    return size.width() > 0 && size.height() > 0 && size.width() <= MaxSide && size.height() <= MaxSide ? size
-                                                                                                        : QSize();
 }
 
 QString textOf(const QVariant& value)
@@ -99,14 +83,13 @@ std::optional<ScreenCastNode> firstStream(const QVariantMap& results)
     if (streams.currentType() != QDBusArgument::ArrayType) {
         return std::nullopt;
     }
-    ScreenCastNode node{.id = AnyNode, .size = {}};
+    ScreenCastNode node{.id = AnyNode};
     streams.beginArray();
     if (!streams.atEnd()) {
         QVariantMap properties;
         streams.beginStructure();
         streams >> node.id >> properties;
         streams.endStructure();
-        node.size = sizeOf(properties.value(QStringLiteral("size")));
     }
     // QtDBus leaks what was begun and not ended.
     streams.endArray();

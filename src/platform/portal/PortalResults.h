@@ -3,7 +3,6 @@
 
 #include <QDBusArgument>
 #include <QList>
-#include <QSize>
 #include <QString>
 #include <QVariantMap>
 
@@ -18,8 +17,6 @@ namespace quelto {
 struct ScreenCastNode {
     /// PipeWire's id of the node.
     std::uint32_t id = 0;
-    /// In the desktop's logical pixels, which the stream's own size need not match. Empty if unknown.
-    QSize size;
 };
 
 /// A global shortcut as it goes over the bus. Ids are those of this program.
