@@ -2,6 +2,7 @@
 #include "platform/factory/SessionChoice.h"
 
 #include "base/language/T.h"
+#include "platform/portal/PortalNames.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -12,8 +13,6 @@
 namespace quelto {
 
 namespace {
-
-const auto PortalService = QStringLiteral("org.freedesktop.portal.Desktop");
 
 struct Entry {
     bool (*applies)(const SessionFacts&);
@@ -33,7 +32,7 @@ constexpr std::array Entries{
     Entry{[](const SessionFacts& facts) { return isForced(facts, QLatin1String("none")); }, ScreenBackEnd::none,
           [] { return T("QUELTO_PLATFORM ekran kaydını kapatıyor."); }},
     // An X server on a Wayland desktop has only the pictures and keys of its own windows.
-    Entry{[](const SessionFacts& facts) { return facts.isWayland && facts.canReach(PortalService); },
+    Entry{[](const SessionFacts& facts) { return facts.isWayland && facts.canReach(portalNames::service); },
           ScreenBackEnd::portal},
     Entry{[](const SessionFacts& facts) { return facts.isWayland; }, ScreenBackEnd::none,
           [] {
