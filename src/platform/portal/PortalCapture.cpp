@@ -215,7 +215,7 @@ void PortalCapture::connectStream(const ScreenCastStream& stream)
         if (m_settings) {
             m_stream->start(m_settings->outputSize, m_settings->framesPerSecond);
         }
-    } catch (const PlatformError& error) {
+    } catch (const std::runtime_error& error) {
         qWarning("screen: %s", error.what());
         sharingFailed(PortalEnd::failed);
     }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/pipewire/video/VideoStream.h"
 
-#include "base/language/T.h"
-#include "platform/PlatformError.h"
 #include "platform/pipewire/video/FrameDelivery.h"
 #include "platform/pipewire/video/VideoBuffer.h"
 
 #include <cerrno>
+#include <stdexcept>
 
 namespace quelto::pipewire {
 
@@ -123,7 +122,7 @@ VideoStream::Connection::Connection(FileDescriptor remote, std::uint32_t nodeId,
     initializeLibrary();
     m_thread.reset(pw_thread_loop_new("quelto.stream", nullptr));
     if (!m_thread || !open(std::move(remote), nodeId) || pw_thread_loop_start(m_thread.get()) != 0) {
-        throw PlatformError(T("Ekran görüntüsü okunamıyor. Kaydı yeniden başlatın."));
+        throw std::runtime_error("cannot connect to PipeWire");
     }
 }
 

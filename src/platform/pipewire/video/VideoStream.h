@@ -45,7 +45,7 @@ class VideoStream {
 public:
     /// remote: a connection to PipeWire that may see the node, or none to open one. Takes it in any case.
     ///
-    /// Errors: PlatformError.
+    /// Errors: std::runtime_error, if PipeWire cannot be reached.
     VideoStream(FileDescriptor remote, std::uint32_t nodeId, const VideoStreamOptions& options,
                 VideoStreamEvents events);
     ~VideoStream();
