@@ -139,8 +139,9 @@ TEST_F(PortalCaptureRecoveryTest, ACancelledDialogIsAnError)
     record();
     behave("Start", {{.code = 1}});
     fake.reset();
-    expectEnd(T("Ekran kaydı izni yok. Sistem Ayarları › Gizlilik ve Güvenlik › Ekran ve Sistem Sesi Kaydı bölümünden "
-                "Quelto'ye izin verip uygulamayı yeniden başlatın."));
+    expectEnd(TOnDesktop(
+        "Ekran kaydı izni yok. Sistem Ayarları › Gizlilik ve Güvenlik › Ekran ve Sistem Sesi Kaydı bölümünden "
+        "Quelto'ye izin verip uygulamayı yeniden başlatın."));
 }
 
 TEST_F(PortalCaptureRecoveryTest, ARefusalIsAnError)
