@@ -50,7 +50,7 @@ ffmpeg::BufferRef owned(AVBufferRef* buffer, int status)
 
 void freeDescriptor(void* /*opaque*/, std::uint8_t* descriptor)
 {
-    delete reinterpret_cast<AVDRMFrameDescriptor*>(descriptor);
+    const std::unique_ptr<AVDRMFrameDescriptor> freed(reinterpret_cast<AVDRMFrameDescriptor*>(descriptor));
 }
 
 /// Drivers import whole buffers. Units: bytes.
