@@ -2,6 +2,7 @@
 #include "media/codec/VaapiImport.h"
 
 #include "media/ffmpeg/FfmpegError.h"
+#include "media/types/DrmFormat.h"
 
 extern "C" {
 #include <libavutil/hwcontext.h>
@@ -17,23 +18,16 @@ namespace quelto {
 
 namespace {
 
-/// A four-character code of drm_fourcc.h.
-constexpr std::uint32_t drmFormat(char a, char b, char c, char d)
-{
-    return static_cast<std::uint32_t>(a) | static_cast<std::uint32_t>(b) << 8 | static_cast<std::uint32_t>(c) << 16 |
-        static_cast<std::uint32_t>(d) << 24;
-}
-
 struct NamedFormat {
     std::uint32_t drm;
     AVPixelFormat ffmpeg;
 };
 /// DRM names the channels from the highest bit down, FFmpeg by their order in memory.
 constexpr std::array ImportedFormats{
-    NamedFormat{drmFormat('X', 'R', '2', '4'), AV_PIX_FMT_BGR0},
-    NamedFormat{drmFormat('A', 'R', '2', '4'), AV_PIX_FMT_BGRA},
-    NamedFormat{drmFormat('X', 'B', '2', '4'), AV_PIX_FMT_RGB0},
-    NamedFormat{drmFormat('A', 'B', '2', '4'), AV_PIX_FMT_RGBA},
+    NamedFormat{drm::Xrgb8888, AV_PIX_FMT_BGR0},
+    NamedFormat{drm::Argb8888, AV_PIX_FMT_BGRA},
+    NamedFormat{drm::Xbgr8888, AV_PIX_FMT_RGB0},
+    NamedFormat{drm::Abgr8888, AV_PIX_FMT_RGBA},
 };
 
 AVPixelFormat pixelFormatOf(std::uint32_t drm)

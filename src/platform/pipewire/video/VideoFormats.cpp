@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/pipewire/video/VideoFormats.h"
 
+#include "media/types/DrmFormat.h"
+
 #include <spa/buffer/buffer.h>
 #include <spa/buffer/meta.h>
 #include <spa/param/buffers.h>
@@ -17,12 +19,6 @@ constexpr SpaRange<spa_rectangle> AnySize = {.preferred = {1920, 1080}, .least =
 // One buffer waits for its slot, one is read, and the source fills the others. Encoders hold a few DMA-BUFs longer.
 constexpr SpaRange<std::int32_t> BufferCount = {.preferred = 8, .least = 3, .most = 16};
 
-constexpr std::uint32_t fourcc(char first, char second, char third, char fourth)
-{
-    const auto byte = [](char character) { return static_cast<std::uint32_t>(static_cast<unsigned char>(character)); };
-    return byte(first) | byte(second) << 8 | byte(third) << 16 | byte(fourth) << 24;
-}
-
 struct PixelFormat {
     spa_video_format format;
     PixelOrder order;
@@ -31,10 +27,10 @@ struct PixelFormat {
 };
 
 constexpr std::array PixelFormats = {
-    PixelFormat{SPA_VIDEO_FORMAT_BGRx, PixelOrder::bgrx, fourcc('X', 'R', '2', '4')},
-    PixelFormat{SPA_VIDEO_FORMAT_BGRA, PixelOrder::bgrx, fourcc('A', 'R', '2', '4')},
-    PixelFormat{SPA_VIDEO_FORMAT_RGBx, PixelOrder::rgbx, fourcc('X', 'B', '2', '4')},
-    PixelFormat{SPA_VIDEO_FORMAT_RGBA, PixelOrder::rgbx, fourcc('A', 'B', '2', '4')},
+    PixelFormat{SPA_VIDEO_FORMAT_BGRx, PixelOrder::bgrx, drm::Xrgb8888},
+    PixelFormat{SPA_VIDEO_FORMAT_BGRA, PixelOrder::bgrx, drm::Argb8888},
+    PixelFormat{SPA_VIDEO_FORMAT_RGBx, PixelOrder::rgbx, drm::Xbgr8888},
+    PixelFormat{SPA_VIDEO_FORMAT_RGBA, PixelOrder::rgbx, drm::Abgr8888},
     PixelFormat{SPA_VIDEO_FORMAT_BGR, PixelOrder::bgr, 0},
 };
 
