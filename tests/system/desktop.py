@@ -77,6 +77,17 @@ def close_window():
     wait_until(lambda: not visible_windows("Quelto"), 5, "the window to close")
 
 
+def cpu_share(process, seconds):
+    """The share of a core that the process uses during that time."""
+    def used():
+        fields = pathlib.Path(f"/proc/{process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    before = used()
+    time.sleep(seconds)
+    return (used() - before) / seconds
+
+
 def sound_server(action, *services):
     """kill | stop | start | restart | pause | resume. Only `kill` takes names: pipewire, wireplumber, pipewire-pulse."""
     run(os.environ["QUELTO_TEST_SOUND"], action, *services)

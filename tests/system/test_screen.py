@@ -1,17 +1,10 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Changes of the screen: another size, no movement, a missing display, and the end of the X server."""
-import os
 import time
 
 import clip
 import desktop
-
-
-def cpu_seconds(pid):
-    with open(f"/proc/{pid}/stat") as stat:
-        fields = stat.read().rsplit(")", 1)[1].split()
-    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
 
 class Screen(desktop.DesktopTest):
@@ -44,9 +37,7 @@ class Screen(desktop.DesktopTest):
         self.scene("--still", "--silent")
         program = self.quelto(clipLength=3, **desktop.OWN_DEFAULTS)
         program.record(2)
-        before = cpu_seconds(program.process.pid)
-        time.sleep(4)
-        used = (cpu_seconds(program.process.pid) - before) / 4
+        used = desktop.cpu_share(program.process, 4)
         print(f"{100 * used:.1f} % of a core for a still screen")
         self.assertLess(used, 0.1)
         result = clip.Clip(program.save())

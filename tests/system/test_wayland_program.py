@@ -8,10 +8,9 @@ import re
 import subprocess
 import time
 
-from gi.repository import Gio, GLib
-
 import clip_folder
 import desktop
+import notifications
 import other_program
 import portal_dialogs
 import screen_reader
@@ -20,33 +19,6 @@ import wayland_recording
 
 ORIGIN = 3, 62
 SHORTCUT = "Klip kaydet kısayolu"
-
-
-class NotificationMonitor:
-    """Collects what programs ask the notification server for, as (method, arguments)."""
-
-    def __init__(self):
-        self._all = []
-        self._bus = Gio.DBusConnection.new_for_address_sync(
-            os.environ["DBUS_SESSION_BUS_ADDRESS"],
-            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
-        self._bus.add_filter(self._filter)
-        rules = ["type='method_call',destination='org.freedesktop.Notifications'"]
-        self._bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Monitoring",
-                            "BecomeMonitor", GLib.Variant("(asu)", (rules, 0)), None, Gio.DBusCallFlags.NONE, -1)
-
-    def _filter(self, _bus, message, is_incoming):
-        if not is_incoming or message.get_message_type() != Gio.DBusMessageType.METHOD_CALL:
-            return message
-        if message.get_body():
-            self._all.append((time.monotonic(), message.get_member(), message.get_body().unpack()))
-        return None
-
-    def calls(self, method):
-        return [(moment, arguments) for moment, member, arguments in list(self._all) if member == method]
-
-    def stop(self):
-        self._bus.close_sync()
 
 
 class WaylandProgram(wayland_recording.WaylandRecordingTest):
@@ -230,7 +202,7 @@ class WaylandProgram(wayland_recording.WaylandRecordingTest):
             user.press_until(self.is_active, "escape", interval=1)
 
     def test_saved_clip_is_told_by_a_notice_that_ends(self):
-        monitor = NotificationMonitor()
+        monitor = notifications.CallMonitor()
         self.addCleanup(monitor.stop)
         program = self.recording(clipLength=1, showOverlay=True, language="de")
         program.record(1.5)
