@@ -9,7 +9,7 @@ namespace quelto {
 
 namespace {
 
-/// Off by default: it could not be tried with enough graphics cards yet.
+/// Off by default: it has not been tried with a graphics card yet.
 std::vector<pipewire::DmaBufFormat> dmaBufFormats()
 {
     return qEnvironmentVariableIntValue("QUELTO_DMABUF") == 1 ? pipewire::queryDmaBufFormats()
