@@ -279,14 +279,7 @@ VideoStream::~VideoStream() = default;
 
 void VideoStream::start(QSize outputSize, int framesPerSecond)
 {
-    if (m_connection) {
-        m_connection->start(outputSize, framesPerSecond);
-    }
-}
-
-void VideoStream::stop() noexcept
-{
-    m_connection.reset();
+    m_connection->start(outputSize, framesPerSecond);
 }
 
 } // namespace quelto::pipewire

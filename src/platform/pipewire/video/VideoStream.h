@@ -48,6 +48,7 @@ public:
     /// Errors: std::runtime_error, if PipeWire cannot be reached.
     VideoStream(FileDescriptor remote, std::uint32_t nodeId, const VideoStreamOptions& options,
                 VideoStreamEvents events);
+    /// Ends the connection. No event is delivered after it returns.
     ~VideoStream();
     VideoStream(const VideoStream&) = delete;
     VideoStream& operator=(const VideoStream&) = delete;
@@ -55,8 +56,6 @@ public:
     /// From now on frames are delivered, at most at this rate. The first is the newest picture that has arrived so far.
     /// Both sides of the size are even.
     void start(QSize outputSize, int framesPerSecond);
-    /// Ends the connection. No event is delivered after it returns.
-    void stop() noexcept;
 
 private:
     class Connection;
