@@ -48,7 +48,7 @@ public:
     /// Connects to the display and returns its size in pixels. Where the desktop asks the user what may be recorded, it
     /// waits for the answer.
     ///
-    /// Errors: PlatformError, also soon after the token is told to stop.
+    /// Errors: PlatformError, also if a stop is requested.
     virtual QSize open(const FrameSourceRequest& request, const std::stop_token& cancelled) = 0;
     /// Delivers the first frame immediately and further ones as the screen changes. Needs a preceding open().
     ///

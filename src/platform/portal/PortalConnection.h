@@ -8,7 +8,7 @@
 namespace quelto {
 
 /// The desktop portal as seen from one bus connection. Everything of this program that uses the connection shares one
-/// object, because the portal is told once which application it talks to.
+/// object, because an application registers once on a connection.
 ///
 /// Thread: main.
 class PortalConnection final : public QObject {

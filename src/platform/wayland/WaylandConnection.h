@@ -14,7 +14,7 @@ namespace quelto {
 
 /// A private connection to the compositor. If the compositor ends, dispatch() reports it; the process continues.
 ///
-/// Thread: one at a time. No call waits for the compositor longer than it is told.
+/// Thread: one at a time. A call that waits for the compositor has a time limit.
 class WaylandConnection {
 public:
     enum class Result { dispatched, timeout, stopped, lost };

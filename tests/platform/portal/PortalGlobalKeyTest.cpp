@@ -275,7 +275,7 @@ TEST_F(PortalGlobalKeyTest, ASessionIsCreatedBeforeItIsReplaced)
     EXPECT_EQ(portal->count("Close"), 0);
     portal->respond(0, {{QStringLiteral("session_handle"), portal->session()}});
     ASSERT_TRUE(waitForState(State::Held));
-    EXPECT_EQ(portal->count("BindShortcuts"), 1) << "no dialog for what is no longer wanted";
+    EXPECT_EQ(portal->count("BindShortcuts"), 1) << "a released shortcut must not open a dialog";
     const auto preferred = shortcutsIn(portal->callsOf("BindShortcuts").last().arguments.at(1)).first();
     EXPECT_EQ(preferred.properties.value(QStringLiteral("preferred_trigger")), QStringLiteral("ALT+SHIFT+v"));
 }

@@ -12,7 +12,7 @@ namespace quelto::pipewire {
 ///
 /// Time is divided into slots, one for each frame of the rate. A slot takes one frame. A frame whose slot is taken is
 /// held for the next one, and a newer frame of the same slot replaces it. So a source at about the same rate loses no
-/// frame to jitter, and the last frame before the screen stands still always arrives.
+/// frame to jitter, and the last frame before the screen stops changing always arrives.
 ///
 /// A slot begins when a frame of it arrives. That makes the choice independent of the delays of the frames, which would
 /// otherwise space a faster source unevenly. If no such frame arrives, the clock decides a little later.
