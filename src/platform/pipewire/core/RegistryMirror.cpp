@@ -104,7 +104,7 @@ void RegistryMirror::add(ObjectId id, std::string_view type, std::uint32_t versi
     } else if (type == PW_TYPE_INTERFACE_Client) {
         bindClient(id, version);
     } else if (type == PW_TYPE_INTERFACE_Metadata && property(properties, PW_KEY_METADATA_NAME) == u"default") {
-        bindMetadata(id, version);
+        bindMetadata(id, version, numberProperty(properties, PW_KEY_OBJECT_SERIAL).value_or(0));
         readDefaultsAgainLater();
     } else {
         return;
@@ -164,7 +164,7 @@ void RegistryMirror::bindClient(ObjectId id, std::uint32_t version)
     readDefaultsAgainLater();
 }
 
-void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
+void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version, std::uint32_t serial)
 {
     ProxyPtr proxy =
         bind(m_registry.get(), id, PW_TYPE_INTERFACE_Metadata, std::min<std::uint32_t>(version, PW_VERSION_METADATA));
@@ -174,6 +174,7 @@ void RegistryMirror::bindMetadata(ObjectId id, std::uint32_t version)
     auto metadata = std::make_unique<BoundMetadata>();
     metadata->mirror = this;
     metadata->version = version;
+    metadata->serial = serial;
     metadata->proxy = std::move(proxy);
     listen(objectOf<pw_metadata>(metadata->proxy), metadata->hook, MetadataEvents, metadata.get());
     m_metadata[id] = std::move(metadata);
@@ -197,7 +198,7 @@ void RegistryMirror::readDefaultsAgain()
         m_untilReadAgain.arm(ReadAgainMilliseconds);
     }
     for (const auto& [id, metadata] : std::exchange(m_metadata, {})) {
-        bindMetadata(id, metadata->version);
+        bindMetadata(id, metadata->version, metadata->serial);
         if (m_metadata.contains(id)) {
             m_metadata[id]->names = metadata->names;
         }
@@ -212,12 +213,8 @@ void RegistryMirror::remove(ObjectId id)
     m_graph.clients.erase(id);
     m_clients.erase(id);
     // If no session manager is left, devices stay as they are until it is back, so the default names are kept.
-    if (m_metadata.erase(id) > 0) {
-        for (const auto& [otherId, metadata] : m_metadata) {
-            for (const auto& [key, name] : metadata->names) {
-                setDefault(key, name);
-            }
-        }
+    if (m_metadata.erase(id) > 0 && !m_metadata.empty()) {
+        updateDefaults();
     }
     m_onChanged();
 }
@@ -246,17 +243,28 @@ void RegistryMirror::readDefault(BoundMetadata& metadata, std::string_view key, 
         return;
     }
     known = name;
-    setDefault(key, name);
+    updateDefaults();
     m_onChanged();
 }
 
-void RegistryMirror::setDefault(std::string_view key, const QString& name)
+void RegistryMirror::updateDefaults()
 {
-    if (key == "default.audio.sink") {
-        m_graph.defaultSink = name;
-    } else if (key == "default.audio.source") {
-        m_graph.defaultSource = name;
+    m_graph.defaultSink = defaultOf("default.audio.sink");
+    m_graph.defaultSource = defaultOf("default.audio.source");
+}
+
+QString RegistryMirror::defaultOf(std::string_view key) const
+{
+    QString latest;
+    std::uint32_t latestSerial = 0;
+    for (const auto& [id, metadata] : m_metadata) {
+        const auto name = metadata->names.find(key);
+        if (name != metadata->names.end() && !name->second.isEmpty() && metadata->serial >= latestSerial) {
+            latest = name->second;
+            latestSerial = metadata->serial;
+        }
     }
+    return latest;
 }
 
 } // namespace quelto::pipewire

@@ -19,10 +19,12 @@ public:
 
 private:
     /// An object with the names of the default devices. The session manager has one. While a session manager takes over
-    /// from another there are two, announced in any order.
+    /// from another there are two, announced in any order, and the earlier one may still change its own.
     struct BoundMetadata {
         RegistryMirror* mirror;
         std::uint32_t version = 0;
+        /// Higher for an object that the server made later.
+        std::uint32_t serial = 0;
         ProxyPtr proxy;
         Hook hook;
         /// Node names by key.
@@ -40,13 +42,15 @@ private:
     void addPort(ObjectId id, const spa_dict* properties);
     void addLink(ObjectId id, const spa_dict* properties);
     void bindClient(ObjectId id, std::uint32_t version);
-    void bindMetadata(ObjectId id, std::uint32_t version);
+    void bindMetadata(ObjectId id, std::uint32_t version, std::uint32_t serial);
     void readDefaultsAgainLater();
     void readDefaultsAgain();
     void remove(ObjectId id);
     void readClient(const pw_client_info& info);
     void readDefault(BoundMetadata& metadata, std::string_view key, const char* value);
-    void setDefault(std::string_view key, const QString& name);
+    void updateDefaults();
+    /// Of the latest session manager that names a device. Empty if none does.
+    QString defaultOf(std::string_view key) const;
 
     static const pw_registry_events RegistryEvents;
     static const pw_client_events ClientEvents;

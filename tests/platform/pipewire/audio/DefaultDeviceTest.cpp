@@ -17,7 +17,7 @@ public:
         , m_core(pw_context_connect(m_context.get(), nullptr, 0))
         , m_metadata(pw_context_create_metadata(m_context.get(), "default", nullptr, 0))
     {
-        setSink(sink);
+        writeSink(sink);
         m_export.reset(pw_core_export(m_core.get(), PW_TYPE_INTERFACE_Metadata, nullptr,
                                       pw_impl_metadata_get_implementation(m_metadata), 0));
         pw_thread_loop_start(m_loop.get());
@@ -26,17 +26,22 @@ public:
     SecondSessionManager(const SecondSessionManager&) = delete;
     SecondSessionManager& operator=(const SecondSessionManager&) = delete;
 
+    void setSink(const char* sink)
+    {
+        const LoopLock lock(m_loop.get());
+        writeSink(sink);
+    }
+
     /// Changes the default output, and answers the server's requests only after that.
     void setSinkAfter(const char* sink, const std::function<void()>& action)
     {
-        pw_thread_loop_lock(m_loop.get());
+        const LoopLock lock(m_loop.get());
         action();
-        setSink(sink);
-        pw_thread_loop_unlock(m_loop.get());
+        writeSink(sink);
     }
 
 private:
-    void setSink(const char* sink)
+    void writeSink(const char* sink)
     {
         pw_impl_metadata_set_property(m_metadata, PW_ID_CORE, "default.audio.sink", "Spa:String:JSON", sink);
     }
@@ -61,10 +66,12 @@ protected:
     static bool becomesDefault(PipeWireConnection& connection, const QString& name)
     {
         EXPECT_TRUE(connection.waitUntilReady(std::chrono::seconds(5)));
-        return becomesTrue([&] {
-            const PipeWireConnection::Lock lock(connection);
-            return connection.isReady() && connection.graph().defaultSink == name;
-        });
+        return becomesTrue([&] { return isDefault(connection, name); });
+    }
+    static bool isDefault(PipeWireConnection& connection, const QString& name)
+    {
+        const PipeWireConnection::Lock lock(connection);
+        return connection.isReady() && connection.graph().defaultSink == name;
     }
 
     const QString m_speaker = desktopVariable("QUELTO_TEST_SPEAKER");
@@ -89,6 +96,21 @@ TEST_F(DefaultDeviceTest, IsFollowedAfterASecondSessionManagerLeft)
     EXPECT_TRUE(becomesDefault(between, QStringLiteral("test_headset")));
     run(QStringLiteral("pactl"), {QStringLiteral("set-default-sink"), m_speaker});
     EXPECT_TRUE(becomesDefault(before, m_speaker));
+}
+
+TEST_F(DefaultDeviceTest, IsThatOfTheLatestSessionManager)
+{
+    PipeWireConnection connection;
+    ASSERT_TRUE(becomesDefault(connection, m_speaker));
+    SecondSessionManager earlier(R"({"name":"test_earlier"})");
+    EXPECT_TRUE(becomesDefault(connection, QStringLiteral("test_earlier")));
+    {
+        const SecondSessionManager later(R"({"name":"test_later"})");
+        EXPECT_TRUE(becomesDefault(connection, QStringLiteral("test_later")));
+        earlier.setSink(R"({"name":"test_changed"})");
+        EXPECT_FALSE(becomesTrue([&] { return !isDefault(connection, QStringLiteral("test_later")); }, 0.5));
+    }
+    EXPECT_TRUE(becomesDefault(connection, QStringLiteral("test_changed")));
 }
 
 TEST_F(DefaultDeviceTest, IsFollowedWhenItChangesWhileAnotherProgramConnects)
