@@ -5,106 +5,14 @@
 #include "base/settings/SettingChoices.h"
 #include "ui/screens/settings/HotkeyRecorder.h"
 
-#include "tests/ui/ItemAppearance.h"
-#include "tests/ui/shell/ShellFixture.h"
-
-#include <QClipboard>
-#include <QQmlComponent>
+#include "tests/ui/shell/ShortcutCardFixture.h"
 
 namespace quelto::test {
 namespace {
 
 using Combination = FakeGlobalKey::Combination;
 
-const QString Title = QStringLiteral("Klip kaydet kısayolu");
-const QString Prompt = QStringLiteral("Tuş kombinasyonuna basın…");
-const QString Explanation = QStringLiteral("Oyun içindeyken bile çalışır. Değiştirmek için tıklayın, Esc ile iptal.");
-
-// The kernel's codes of keys, by what they type on a US keyboard.
-namespace scanCodes {
-constexpr quint32 escape = 1;
-constexpr quint32 one = 2;
-constexpr quint32 tab = 15;
-constexpr quint32 q = 16;
-constexpr quint32 returnKey = 28;
-constexpr quint32 control = 29;
-constexpr quint32 k = 37;
-constexpr quint32 shift = 42;
-constexpr quint32 alt = 56;
-constexpr quint32 space = 57;
-constexpr quint32 capsLock = 58;
-constexpr quint32 f5 = 63;
-constexpr quint32 keypad1 = 79;
-constexpr quint32 super = 125;
-constexpr quint32 calculator = 140;
-} // namespace scanCodes
-
-enum class Repeat { first, again };
-
-class SettingsShortcutTest : public ShellFixture {
-protected:
-    void SetUp() override
-    {
-        ShellFixture::SetUp();
-        key().typed = {{40, QStringLiteral("k")}, {18, QStringLiteral("1")}, {83, QStringLiteral("1")}};
-        hotKeys->registerFromSettings();
-        hotKeys->followSettings();
-        showCard();
-        window->requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-    }
-
-    void TearDown() override
-    {
-        card.reset();
-        ShellFixture::TearDown();
-    }
-
-    void showCard()
-    {
-        QQmlComponent component(engine.get());
-        component.setData("import QtQuick\n"
-                          "import Quelto.SettingsPage\n"
-                          "import Quelto.Theme\n"
-                          "Rectangle { width: 700; height: 400; color: Theme.bg; ShortcutCard { width: 700 } }\n",
-                          {});
-        card.reset(qobject_cast<QQuickItem*>(component.create()));
-        ASSERT_TRUE(card) << component.errorString().toStdString();
-        card->setParentItem(window->contentItem());
-        drawFrame();
-    }
-
-    FakeGlobalKey& key() { return static_cast<FakeGlobalKey&>(*fakes.platform.globalKey); }
-    std::size_t beeps() { return static_cast<FakeEventSounds&>(*fakes.platform.eventSounds).played.size(); }
-    bool isRecording() { return shows(Prompt); }
-
-    /// Returns whether the window handled the event.
-    bool send(QEvent::Type type, Qt::Key code, Qt::KeyboardModifiers modifiers, quint32 scanCode,
-              Repeat repeat = Repeat::first)
-    {
-        // As X11 counts: the kernel's code plus 8.
-        QKeyEvent event(type, code, modifiers, scanCode + 8, 0, 0, {}, repeat == Repeat::again);
-        QCoreApplication::sendEvent(window, &event);
-        return event.isAccepted();
-    }
-    void down(Qt::Key code, Qt::KeyboardModifiers modifiers, quint32 scanCode, Repeat repeat = Repeat::first)
-    {
-        send(QEvent::ShortcutOverride, code, modifiers, scanCode, repeat);
-        send(QEvent::KeyPress, code, modifiers, scanCode, repeat);
-    }
-    void tap(Qt::Key code, Qt::KeyboardModifiers modifiers, quint32 scanCode)
-    {
-        down(code, modifiers, scanCode);
-        send(QEvent::KeyRelease, code, modifiers, scanCode);
-    }
-    void record()
-    {
-        click(Title);
-        ASSERT_TRUE(isRecording());
-    }
-
-    std::unique_ptr<QQuickItem> card;
-};
+class SettingsShortcutTest : public ShortcutCardFixture { };
 
 TEST_F(SettingsShortcutTest, ShowsTheShortcutAsDesktopsWriteIt)
 {
@@ -384,76 +292,6 @@ TEST_F(SettingsShortcutTest, ShowsNoWarningWhileItRecords)
     EXPECT_FALSE(shows(warning));
     tap(Qt::Key_Escape, {}, scanCodes::escape);
     EXPECT_TRUE(shows(warning));
-}
-
-TEST_F(SettingsShortcutTest, ShowsTheKeysThatTheDesktopBound)
-{
-    const auto note = QStringLiteral("Masaüstünüz Alt+Shift+C yerine Ctrl+F9 tuşlarını kullanıyor. Bunu masaüstünüzün "
-                                     "klavye ayarlarından değiştirebilirsiniz.");
-    key().bind(QStringLiteral("Shift+Alt+C"));
-    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Alt+Shift+C\n") + Explanation);
-    EXPECT_FALSE(shows(note));
-    key().bind(QStringLiteral("Ctrl+F9"));
-    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Ctrl+F9\n") + Explanation);
-    EXPECT_TRUE(shows(note));
-    EXPECT_NE(itemNamed(window, note), nullptr);
-    drawFrame();
-    EXPECT_EQ(truncatedTexts(), QStringList());
-    EXPECT_EQ(descriptionOf(QStringLiteral("Klip Kaydet")), QStringLiteral("Ctrl+F9"));
-    picture(QStringLiteral("settings-shortcut-other-keys"));
-    key().setState(GlobalKey::State::ReservedByDesktop);
-    EXPECT_FALSE(shows(note));
-}
-
-TEST_F(SettingsShortcutTest, ShowsTheKeysAlsoWhileTheDesktopBindsNewOnes)
-{
-    key().bind(QStringLiteral("Ctrl+F9"));
-    key().stateOfGrabs = GlobalKey::State::Released;
-    record();
-    tap(Qt::Key_K, Qt::ControlModifier, scanCodes::k);
-    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Ctrl+F9\n") + Explanation);
-    key().bind(QStringLiteral("Ctrl+K"));
-    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Ctrl+K\n") + Explanation);
-}
-
-TEST_F(SettingsShortcutTest, ReservedKeysAreShownOnlyAsAPreference)
-{
-    const auto save = QStringLiteral("Klip Kaydet");
-    EXPECT_EQ(descriptionOf(save), QStringLiteral("Alt+Shift+C"));
-    key().setState(GlobalKey::State::ReservedByDesktop);
-    drawFrame();
-    EXPECT_EQ(descriptionOf(Title), QStringLiteral("Alt+Shift+C\nDeğiştirmek için tıklayın, Esc ile iptal."));
-    EXPECT_EQ(descriptionOf(save), QString());
-}
-
-TEST_F(SettingsShortcutTest, CopiesTheCommand)
-{
-    EXPECT_EQ(itemNamed(window, QStringLiteral("Kopyala")), nullptr);
-    key().setState(GlobalKey::State::ReservedByDesktop);
-    drawFrame();
-    QGuiApplication::clipboard()->clear();
-    click(QStringLiteral("Kopyala"));
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), HotKeyManager::command());
-    EXPECT_EQ(navigation->toast(), QStringLiteral("Komut kopyalandı"));
-}
-
-TEST_F(SettingsShortcutTest, CommandCanBeSelectedAndLeftByKeyboard)
-{
-    key().setState(GlobalKey::State::ReservedByDesktop);
-    drawFrame();
-    item(Title)->forceActiveFocus(Qt::TabFocusReason);
-    QTest::keyClick(window, Qt::Key_Tab);
-    auto* field = item(QStringLiteral("Komut"));
-    EXPECT_TRUE(field->hasActiveFocus());
-    QTest::keyClick(window, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(field->property("selectedText").toString(), HotKeyManager::command());
-    QTest::keyClick(window, Qt::Key_X);
-    EXPECT_EQ(field->property("text").toString(), HotKeyManager::command()) << "it is read-only";
-    QTest::keyClick(window, Qt::Key_Tab);
-    EXPECT_TRUE(item(QStringLiteral("Kopyala"))->hasActiveFocus());
-    QTest::keyClick(window, Qt::Key_Backtab, Qt::ShiftModifier);
-    QTest::keyClick(window, Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(item(Title)->hasActiveFocus());
 }
 
 TEST_F(SettingsShortcutTest, Pictures)
