@@ -21,6 +21,14 @@ struct DisplayInfo {
     bool operator==(const DisplayInfo&) const = default;
 };
 
+/// How a choice in a dialog of the desktop ends. Called from the event loop, at most one and once. If the user cancels,
+/// none is called.
+struct DisplayChoiceEvents {
+    std::function<void()> onChosen;
+    /// The desktop showed no dialog. error: a sentence for the user.
+    std::function<void(const QString& error)> onFailed;
+};
+
 /// The displays of the desktop session.
 ///
 /// Thread: any.
@@ -35,9 +43,8 @@ public:
     /// display of the settings has no effect.
     virtual bool areChosenByTheDesktop() const { return false; }
     /// Shows that dialog. A recording goes on meanwhile, and recordings use the display that was chosen last until
-    /// there is another one. onChosen: called from the event loop then, and never if the user cancels. A second call
-    /// replaces the first. Thread: main.
-    virtual void chooseAgain(const std::function<void()>& onChosen) { onChosen(); }
+    /// there is another one. A second call replaces the first. Thread: main.
+    virtual void chooseAgain(const DisplayChoiceEvents& events) { events.onChosen(); }
 };
 
 } // namespace quelto

@@ -21,14 +21,14 @@ public:
     bool areChosen = false;
     int newChoices = 0;
     /// Of the last call.
-    std::function<void()> onChosen;
+    DisplayChoiceEvents choice;
 
     QList<DisplayInfo> all() const override { return displays; }
     bool areChosenByTheDesktop() const override { return areChosen; }
-    void chooseAgain(const std::function<void()>& wanted) override
+    void chooseAgain(const DisplayChoiceEvents& events) override
     {
         ++newChoices;
-        onChosen = wanted;
+        choice = events;
     }
 };
 

@@ -16,7 +16,7 @@ QList<DisplayInfo> PortalDisplays::all() const
     return {{.id = 1, .name = T("Masaüstünün seçtiği ekran"), .pixelSize = m_screen->size(), .isMain = true}};
 }
 
-void PortalDisplays::chooseAgain(const std::function<void()>& onChosen)
+void PortalDisplays::chooseAgain(const DisplayChoiceEvents& events)
 {
     // The earlier dialog closes first.
     m_choice.reset();
@@ -24,11 +24,18 @@ void PortalDisplays::chooseAgain(const std::function<void()>& onChosen)
     m_choice = std::make_unique<PortalScreenCast>(
         m_portal, PortalScreenCast::Options{.token = m_screen->token(), .choice = ScreenCastChoice::another},
         PortalScreenCast::Events{.onStarted =
-                                     [this, onChosen](const ScreenCastStream& /*stream*/) {
+                                     [this, onChosen = events.onChosen](const ScreenCastStream& /*stream*/) {
                                          m_choice.reset();
                                          onChosen();
                                      },
-                                 .onFailed = [this](PortalEnd /*end*/) { m_choice.reset(); },
+                                 .onFailed =
+                                     [this, onFailed = events.onFailed](PortalEnd end) {
+                                         m_choice.reset();
+                                         if (end != PortalEnd::cancelled) {
+                                             onFailed(T("Masaüstü ekran seçimini göstermedi. xdg-desktop-portal'ın "
+                                                        "çalıştığını denetleyip yeniden deneyin."));
+                                         }
+                                     },
                                  .onClosed = [this] { m_choice.reset(); }});
 }
 

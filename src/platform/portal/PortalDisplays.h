@@ -16,7 +16,7 @@ public:
 
     QList<DisplayInfo> all() const override;
     bool areChosenByTheDesktop() const override { return true; }
-    void chooseAgain(const std::function<void()>& onChosen) override;
+    void chooseAgain(const DisplayChoiceEvents& events) override;
 
 private:
     std::shared_ptr<PortalConnection> m_portal;

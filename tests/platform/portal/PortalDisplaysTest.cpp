@@ -34,7 +34,8 @@ protected:
     }
     void chooseAgain()
     {
-        displays->chooseAgain([this] { ++choices; });
+        displays->chooseAgain(
+            {.onChosen = [this] { ++choices; }, .onFailed = [this](const QString& error) { errors.append(error); }});
     }
 
     QTemporaryDir folder;
@@ -42,6 +43,7 @@ protected:
     std::shared_ptr<PortalScreen> screen = std::make_shared<PortalScreen>(folder.filePath(QStringLiteral("token")));
     std::unique_ptr<PortalDisplays> displays;
     int choices = 0;
+    QStringList errors;
 };
 
 TEST_F(PortalDisplaysTest, ANewChoiceNeedsTheDialogAndReplacesTheToken)
@@ -62,9 +64,29 @@ TEST_F(PortalDisplaysTest, ACancelledChoiceChangesNothing)
     EXPECT_TRUE(waitFor([this] { return portal->count("Close") == 1; }));
     receiveAll();
     EXPECT_EQ(choices, 0);
+    EXPECT_EQ(errors, QStringList());
     EXPECT_EQ(screen->token().load(), QStringLiteral("mine"));
     chooseAgain();
     EXPECT_TRUE(waitFor([this] { return choices == 1; })) << "the user may try again";
+}
+
+TEST_F(PortalDisplaysTest, ADialogThatTheDesktopDoesNotShowIsReported)
+{
+    behave({{.code = 2}, share()});
+    chooseAgain();
+    ASSERT_TRUE(waitFor([this] { return !errors.isEmpty(); }));
+    EXPECT_TRUE(errors.first().contains(u"xdg-desktop-portal")) << errors.first().toStdString();
+    EXPECT_EQ(screen->token().load(), QStringLiteral("mine"));
+    chooseAgain();
+    EXPECT_TRUE(waitFor([this] { return choices == 1; })) << "the user may try again";
+    EXPECT_EQ(errors.size(), 1);
+}
+
+TEST_F(PortalDisplaysTest, AMissingPortalIsReported)
+{
+    portal.reset();
+    chooseAgain();
+    EXPECT_TRUE(waitFor([this] { return errors.size() == 1; }));
 }
 
 TEST_F(PortalDisplaysTest, ASecondDialogReplacesTheFirst)

@@ -6,6 +6,8 @@
 #include "ui/screens/settings/SettingsPageForQml.h"
 #include "ui/shared/SharedForQml.h"
 
+#include <QPointer>
+
 namespace quelto {
 
 DisplayChoices::DisplayChoices(QObject* parent)
@@ -27,12 +29,27 @@ DisplayChoices::DisplayChoices(AppSettings& settings, Displays& displays, Record
 
 void DisplayChoices::chooseAgain()
 {
-    // Without this object: the page may be gone when the user has answered.
-    m_displays.chooseAgain([recorder = m_recorder] {
-        if (recorder != nullptr && recorder->stateKind() != CaptureState::Idle) {
-            recorder->restart();
-        }
-    });
+    setError({});
+    // The page, and this object with it, may be gone when the user has answered.
+    m_displays.chooseAgain({.onChosen =
+                                [recorder = m_recorder] {
+                                    if (recorder != nullptr && recorder->stateKind() != CaptureState::Idle) {
+                                        recorder->restart();
+                                    }
+                                },
+                            .onFailed =
+                                [self = QPointer(this)](const QString& error) {
+                                    if (self) {
+                                        self->setError(error);
+                                    }
+                                }});
+}
+
+void DisplayChoices::setError(const QString& error)
+{
+    if (std::exchange(m_error, error) != error) {
+        Q_EMIT errorChanged();
+    }
 }
 
 void DisplayChoices::refresh()

@@ -24,6 +24,8 @@ class DisplayChoices : public QObject {
     Q_PROPERTY(QVariant selected READ selected WRITE setSelected NOTIFY selectedChanged)
     /// Then there is nothing to choose from here, and chooseAgain() makes the desktop ask.
     Q_PROPERTY(bool areMadeByTheDesktop READ areMadeByTheDesktop CONSTANT)
+    /// Why the desktop did not ask; empty if it did. A sentence for the user.
+    Q_PROPERTY(QString error READ error NOTIFY errorChanged)
 
 public:
     explicit DisplayChoices(QObject* parent = nullptr);
@@ -35,21 +37,25 @@ public:
     void setSelected(const QVariant& display) { m_settings.setDisplayID(display.toUInt()); }
 
     bool areMadeByTheDesktop() const { return m_displays.areChosenByTheDesktop(); }
+    const QString& error() const noexcept { return m_error; }
     /// A recording that runs, or has failed, starts again with the new choice.
     Q_INVOKABLE void chooseAgain();
 
 Q_SIGNALS:
     void choicesChanged();
     void selectedChanged();
+    void errorChanged();
 
 private:
     void refresh();
+    void setError(const QString& error);
 
     AppSettings& m_settings;
     Displays& m_displays;
     Recorder* m_recorder;
     DisplayWatch m_watch;
     QVariantList m_choices;
+    QString m_error;
 };
 
 } // namespace quelto

@@ -7,6 +7,8 @@ import Quelto.Shared
 
 // When and what is recorded.
 SectionCard {
+    id: card
+
     title: L10n.T("Kayıt")
     symbol: "record.circle"
 
@@ -41,6 +43,12 @@ SectionCard {
             enabled: Recorder.state !== CaptureState.Starting
             onClicked: displays.chooseAgain()
         }
+    }
+
+    WarningLine {
+        width: card.contentWidth
+        visible: text !== ""
+        text: displays.error
     }
 
     DropDownRow {

@@ -77,6 +77,21 @@ TEST_F(DisplayChoicesTest, ADesktopThatChoosesIsKnown)
     EXPECT_TRUE(DisplayChoices(settings, displays, nullptr).areMadeByTheDesktop());
 }
 
+TEST_F(DisplayChoicesTest, TellsWhyTheDesktopDidNotAskUntilItIsAskedAgain)
+{
+    auto choices = std::make_unique<DisplayChoices>(settings, displays, nullptr);
+    QSignalSpy changes(choices.get(), &DisplayChoices::errorChanged);
+    choices->chooseAgain();
+    EXPECT_EQ(choices->error(), QString());
+    displays.choice.onFailed(QStringLiteral("no portal"));
+    EXPECT_EQ(choices->error(), QStringLiteral("no portal"));
+    choices->chooseAgain();
+    EXPECT_EQ(choices->error(), QString());
+    EXPECT_EQ(changes.size(), 2);
+    choices.reset();
+    displays.choice.onFailed(QStringLiteral("after the page was left"));
+}
+
 class NewDisplayChoiceTest : public test::RecorderFixture {
 protected:
     int starts() const { return fakes.frames->starts; }
@@ -92,7 +107,7 @@ TEST_F(NewDisplayChoiceTest, RestartsTheRecordingWhenTheUserHasChosen)
     EXPECT_EQ(starts(), 1) << "the recording goes on while the user chooses";
     // The page may be closed meanwhile.
     choices.reset();
-    fakes.displays->onChosen();
+    fakes.displays->choice.onChosen();
     time.settle();
     EXPECT_EQ(starts(), 2);
     EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
@@ -101,7 +116,7 @@ TEST_F(NewDisplayChoiceTest, RestartsTheRecordingWhenTheUserHasChosen)
 TEST_F(NewDisplayChoiceTest, StartsNoRecording)
 {
     DisplayChoices(settings, *fakes.displays, recorder.get()).chooseAgain();
-    fakes.displays->onChosen();
+    fakes.displays->choice.onChosen();
     time.settle();
     EXPECT_EQ(recorder->stateKind(), CaptureState::Idle);
 }
@@ -114,7 +129,7 @@ TEST_F(NewDisplayChoiceTest, RecordsAgainAfterAFailure)
     ASSERT_EQ(recorder->stateKind(), CaptureState::Error);
     fakes.frames->error.reset();
     DisplayChoices(settings, *fakes.displays, recorder.get()).chooseAgain();
-    fakes.displays->onChosen();
+    fakes.displays->choice.onChosen();
     time.settle();
     EXPECT_EQ(recorder->stateKind(), CaptureState::Recording);
 }
