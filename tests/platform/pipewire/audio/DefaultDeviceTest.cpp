@@ -15,11 +15,11 @@ public:
         : m_loop(pw_thread_loop_new("second", nullptr))
         , m_context(makeContext(pw_thread_loop_get_loop(m_loop.get())))
         , m_core(pw_context_connect(m_context.get(), nullptr, 0))
-        , m_metadata(pw_context_create_metadata(m_context.get(), "default", nullptr, 0))
+        , m_metadata(pw_context_create_metadata(m_context.get(), "default", nullptr, 0), pw_impl_metadata_destroy)
     {
         writeSink(sink);
         m_export.reset(pw_core_export(m_core.get(), PW_TYPE_INTERFACE_Metadata, nullptr,
-                                      pw_impl_metadata_get_implementation(m_metadata), 0));
+                                      pw_impl_metadata_get_implementation(m_metadata.get()), 0));
         pw_thread_loop_start(m_loop.get());
     }
     ~SecondSessionManager() { pw_thread_loop_stop(m_loop.get()); }
@@ -43,14 +43,13 @@ public:
 private:
     void writeSink(const char* sink)
     {
-        pw_impl_metadata_set_property(m_metadata, PW_ID_CORE, "default.audio.sink", "Spa:String:JSON", sink);
+        pw_impl_metadata_set_property(m_metadata.get(), PW_ID_CORE, "default.audio.sink", "Spa:String:JSON", sink);
     }
 
     ThreadLoopPtr m_loop;
     ContextPtr m_context;
     CorePtr m_core;
-    /// Owned by the context.
-    pw_impl_metadata* m_metadata;
+    std::unique_ptr<pw_impl_metadata, decltype(&pw_impl_metadata_destroy)> m_metadata;
     ProxyPtr m_export;
 };
 
