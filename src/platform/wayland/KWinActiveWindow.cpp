@@ -21,6 +21,9 @@ const auto ScriptName = QStringLiteral("quelto-active-window");
 /// Limits the wait for a KWin or a bus that hangs.
 constexpr int AnswerMilliseconds = 500;
 
+constexpr int MaxAttempts = 20;
+constexpr std::chrono::milliseconds BetweenAttempts(500);
+
 QDBusMessage busCall(const QString& method)
 {
     auto call =
@@ -49,6 +52,9 @@ KWinActiveWindow::KWinActiveWindow(const QDBusConnection& bus, OnChange onChange
     }
     m_script.write(kwin::activeWindowScript(m_bus.baseService()));
     m_script.close();
+    m_untilNextAttempt.setSingleShot(true);
+    m_untilNextAttempt.setInterval(BetweenAttempts);
+    connect(&m_untilNextAttempt, &QTimer::timeout, this, &KWinActiveWindow::load);
     m_bus.registerObject(kwin::ReportPath, this, QDBusConnection::ExportAllSlots);
     connect(&m_owners, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& owner) { setOwner(owner); });
@@ -89,6 +95,8 @@ void KWinActiveWindow::setOwner(const QString& owner)
         return;
     }
     m_owner = owner;
+    m_untilNextAttempt.stop();
+    m_failedAttempts = 0;
     m_onChange(std::nullopt);
     if (!m_owner.isEmpty()) {
         load();
@@ -103,6 +111,8 @@ void KWinActiveWindow::load()
                       const auto script = reply.arguments().value(0);
                       if (reply.type() == QDBusMessage::ReplyMessage && script.toInt() >= 0) {
                           run(script.toInt());
+                      } else {
+                          loadAgainLater();
                       }
                   });
     });
@@ -116,9 +126,20 @@ void KWinActiveWindow::run(int script)
     asyncCall(runCall(QStringLiteral("/Scripting/Script%1").arg(script)), [=, this](const QDBusMessage& reply) {
         if (reply.type() == QDBusMessage::ErrorMessage) {
             // KWin 5.
-            asyncCall(runCall(QStringLiteral("/%1").arg(script)), [](const QDBusMessage&) {});
+            asyncCall(runCall(QStringLiteral("/%1").arg(script)), [this](const QDBusMessage& answer) {
+                if (answer.type() == QDBusMessage::ErrorMessage) {
+                    loadAgainLater();
+                }
+            });
         }
     });
+}
+
+void KWinActiveWindow::loadAgainLater()
+{
+    if (++m_failedAttempts < MaxAttempts) {
+        m_untilNextAttempt.start();
+    }
 }
 
 QDBusMessage KWinActiveWindow::scriptingCall(const QString& method, const QVariantList& arguments) const

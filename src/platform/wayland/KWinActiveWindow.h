@@ -8,6 +8,7 @@
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QTemporaryFile>
+#include <QTimer>
 
 #include <functional>
 
@@ -16,7 +17,8 @@ namespace quelto {
 /// Follows the active window by a script in KWin, which reports over the bus. Wayland itself tells a program nothing
 /// about the windows of others.
 ///
-/// KWin may restart: the script is then loaded again. Destruction unloads it.
+/// KWin may restart: the script is then loaded again. A KWin that starts has its name on the bus a moment before it
+/// takes scripts, so loading is tried for ten seconds. Destruction unloads the script.
 ///
 /// Thread: one with an event loop, on which it is created. Never blocks, except destruction for a moment.
 /// Errors: none. Without KWin no window is active.
@@ -46,6 +48,7 @@ private:
     void setOwner(const QString& owner);
     void load();
     void run(int script);
+    void loadAgainLater();
     QDBusMessage scriptingCall(const QString& method, const QVariantList& arguments) const;
     /// Drops the reply if KWin was replaced meanwhile.
     void asyncCall(const QDBusMessage& call, OnReply onReply);
@@ -55,6 +58,8 @@ private:
     QDBusServiceWatcher m_owners;
     /// KWin's unique bus name; empty if it does not run.
     QString m_owner;
+    QTimer m_untilNextAttempt;
+    int m_failedAttempts = 0;
     /// KWin reads it some time after it was asked to run it.
     QTemporaryFile m_script;
 };

@@ -42,8 +42,12 @@ FakeKWin::FakeKWin(KWinVersion version)
         m_bus.asyncCall(message);
     }))
 {
-    EXPECT_TRUE(m_bus.registerObject(ObjectPath, this, QDBusConnection::ExportAllSlots));
     EXPECT_TRUE(m_bus.registerService(Service));
+}
+
+void FakeKWin::start()
+{
+    EXPECT_TRUE(m_bus.registerObject(ObjectPath, this, QDBusConnection::ExportAllSlots));
 }
 
 FakeKWin::~FakeKWin()

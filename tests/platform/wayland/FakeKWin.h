@@ -35,11 +35,13 @@ class FakeKWin final : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.kde.kwin.Scripting")
 
 public:
+    /// Has its name on the bus, but takes no scripts before start().
     explicit FakeKWin(KWinVersion version);
     ~FakeKWin() override;
     FakeKWin(const FakeKWin&) = delete;
     FakeKWin& operator=(const FakeKWin&) = delete;
 
+    void start();
     KWinScriptEngine& engine() { return *m_engine; }
     QStringList loadedNames() const { return m_scripts.keys(); }
     int runCount() const { return m_runCount; }

@@ -38,6 +38,11 @@ protected:
 
     void startKWin()
     {
+        makeKWin();
+        m_kwin->start();
+    }
+    void makeKWin()
+    {
         m_kwin = std::make_unique<FakeKWin>(GetParam());
         m_kwin->engine().create(QStringLiteral("shooter"), Shooter);
         m_kwin->engine().create(QStringLiteral("puzzle"), Puzzle);
@@ -91,6 +96,19 @@ TEST_P(KWinFrontApplicationTest, LoadsTheScriptAgainAfterARestartOfKWin)
     startKWin();
     m_kwin->engine().activate(QStringLiteral("puzzle"));
     EXPECT_TRUE(shows(QStringLiteral("puzzle")));
+}
+
+TEST_P(KWinFrontApplicationTest, LoadsTheScriptWhenAStartingKWinTakesIt)
+{
+    m_application = std::make_unique<KWinFrontApplication>();
+    ASSERT_TRUE(shows(QStringLiteral("shooter")));
+    m_kwin.reset();
+    makeKWin();
+    QTest::qWait(300);
+    EXPECT_FALSE(m_application->current()) << "there is no script yet";
+    m_kwin->start();
+    EXPECT_TRUE(shows(QStringLiteral("shooter")));
+    EXPECT_EQ(m_kwin->runCount(), 1);
 }
 
 TEST_P(KWinFrontApplicationTest, ReplacesTheScriptThatACrashedProgramLeft)
