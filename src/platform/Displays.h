@@ -25,7 +25,7 @@ struct DisplayInfo {
 /// none is called.
 struct DisplayChoiceEvents {
     std::function<void()> onChosen;
-    /// The desktop showed no dialog. error: a sentence for the user.
+    /// The desktop did not let the user choose. error: a sentence for the user.
     std::function<void(const QString& error)> onFailed;
 };
 

@@ -24,7 +24,7 @@ class DisplayChoices : public QObject {
     Q_PROPERTY(QVariant selected READ selected WRITE setSelected NOTIFY selectedChanged)
     /// Then there is nothing to choose from here, and chooseAgain() makes the desktop ask.
     Q_PROPERTY(bool areMadeByTheDesktop READ areMadeByTheDesktop CONSTANT)
-    /// Why the desktop did not ask; empty if it did. A sentence for the user.
+    /// Why the desktop did not let the user choose; empty if it did. A sentence for the user.
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
 
 public:
