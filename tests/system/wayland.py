@@ -60,20 +60,26 @@ def kill(name):
     desktop.wait_until(lambda: process_of(name) != pid, 5, f"the end of {name}")
 
 
-def start(name):
-    """Starts a portal, as the first call to it does, and waits until it can capture the screen."""
+def wait_for(name):
+    """Waits until a portal that somebody starts can capture the screen."""
     interface = "org.freedesktop.impl.portal.ScreenCast" if name == PORTAL_BACK_END else "org.freedesktop.portal.ScreenCast"
 
     def answers():
         try:
-            return _call(name, "/org/freedesktop/portal/desktop", "org.freedesktop.DBus.Properties", "Get", "(ss)", interface,
-                         "AvailableSourceTypes")
+            return process_of(name) is not None and _call(
+                name, "/org/freedesktop/portal/desktop", "org.freedesktop.DBus.Properties", "Get", "(ss)", interface,
+                "AvailableSourceTypes")
         except GLib.Error:
             # It has its name before it has its interfaces.
             return None
 
-    _call(*_BUS, "StartServiceByName", "(su)", name, 0)
     desktop.wait_until(answers, 10, f"the start of {name}")
+
+
+def start(name):
+    """Starts a portal, as the first call to it does, and waits until it can capture the screen."""
+    _call(*_BUS, "StartServiceByName", "(su)", name, 0)
+    wait_for(name)
 
 
 def start_compositor():

@@ -159,7 +159,8 @@ void PortalCapture::share()
     // The earlier session ends first: a desktop may share a screen only once.
     endAttempt();
     m_cast = std::make_unique<PortalScreenCast>(
-        m_portal, PortalScreenCast::Options{.token = m_screen->token(), .cursor = m_cursor},
+        m_portal,
+        PortalScreenCast::Options{.token = m_screen->token(), .cursor = m_cursor, .timeLimit = m_limits.answer},
         PortalScreenCast::Events{.onStarted =
                                      [this](const ScreenCastStream& stream) {
                                          if (isShared()) {

@@ -15,6 +15,8 @@ namespace quelto {
 struct PortalCaptureLimits {
     using Duration = std::chrono::milliseconds;
 
+    /// For each answer of the portal that does not depend on the user.
+    Duration answer = std::chrono::seconds(10);
     /// From the start of a stream to its first format. A compositor needs a few milliseconds.
     Duration format = std::chrono::seconds(5);
     /// From then on, or from start(), to the first frame.

@@ -17,6 +17,9 @@ namespace {
 /// The bus then reports only that the portal ended, and the request's own timer everything that takes too long.
 constexpr int WithoutTimeLimit = std::numeric_limits<int>::max();
 
+/// A program that has just started answers within about a second.
+constexpr auto RetryInterval = std::chrono::milliseconds(100);
+
 enum Response : uint { Confirmed = 0, Cancelled = 1 };
 
 PortalEnd endOf(uint response)
@@ -44,6 +47,9 @@ PortalRequest::PortalRequest(std::shared_ptr<PortalConnection> portal, PortalCal
         close();
         end({.end = PortalEnd::timedOut, .results = {}});
     });
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(RetryInterval);
+    m_pause.callOnTimeout(this, [this] { begin(); });
     connect(m_portal.get(), &PortalConnection::vanished, this, [this] {
         if (!m_path.isEmpty()) {
             fail(PortalEnd::vanished);
@@ -157,11 +163,23 @@ void PortalRequest::respond(const QDBusMessage& message)
     const auto arguments = message.arguments();
     PortalResponse response{.end = endOf(arguments.at(0).toUInt()),
                             .results = qdbus_cast<QVariantMap>(arguments.at(1))};
-    if (response.end == PortalEnd::failed && m_call.retry == PortalRetry::once && !m_hasRepeated) {
-        repeat();
-    } else {
+    if (response.end != PortalEnd::failed || !repeatSoon()) {
         end(std::move(response));
     }
+}
+
+bool PortalRequest::repeatSoon()
+{
+    if (!m_failing.isValid()) {
+        m_failing.start();
+    }
+    if (m_call.retry == PortalRetry::never || m_failing.hasExpired((m_call.timeLimit / 2).count())) {
+        return false;
+    }
+    m_limit.stop();
+    stopListening();
+    m_pause.start();
+    return true;
 }
 
 void PortalRequest::fail(PortalEnd reason)
@@ -169,7 +187,7 @@ void PortalRequest::fail(PortalEnd reason)
     if (m_hasEnded) {
         return;
     }
-    if (m_call.retry == PortalRetry::once && !m_hasRepeated) {
+    if (m_call.retry == PortalRetry::whileStarting && !m_hasRepeated) {
         repeat();
     } else {
         end({.end = reason, .results = {}});

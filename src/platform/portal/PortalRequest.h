@@ -3,6 +3,7 @@
 
 #include "platform/portal/PortalConnection.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QVariantMap>
 
@@ -40,9 +41,10 @@ struct PortalResponse {
 /// then ends with the reply to the call, which comes before the dialog.
 enum class PortalAnswer { byPortal, byUser };
 
-/// Whether a request is repeated once if the portal failed, ended or could not be reached. Only for requests that show
-/// nothing: a second dialog would surprise the user.
-enum class PortalRetry { never, once };
+/// Whether a request is repeated: once if the portal ended or could not be reached, and for half of its time limit if
+/// it failed, because the program behind the portal fails while it starts. Only for requests that show nothing: a
+/// second dialog would surprise the user.
+enum class PortalRetry { never, whileStarting };
 
 struct PortalCall {
     QLatin1String interface;
@@ -83,6 +85,8 @@ private:
     /// Repeats the request if it may be repeated.
     void fail(PortalEnd reason);
     void repeat();
+    /// Whether the request that failed is made again.
+    bool repeatSoon();
     void end(PortalResponse response);
     void close();
 
@@ -90,6 +94,10 @@ private:
     PortalCall m_call;
     Handler m_onEnded;
     QTimer m_limit;
+    /// From a failure to the next attempt.
+    QTimer m_pause;
+    /// Since the first failure.
+    QElapsedTimer m_failing;
     /// Of the object on the bus that stands for the request. Empty while none was sent.
     QString m_path;
     /// Replies to earlier attempts are ignored.

@@ -19,6 +19,11 @@ enum CursorMode : uint { HiddenCursor = 1, EmbeddedCursor = 2 };
 constexpr uint PersistAlways = 2;
 /// Since this version of the interface, a choice can be restored.
 constexpr uint VersionWithTokens = 4;
+/// A session is created within a few milliseconds, unless the program behind the portal has to start first.
+constexpr int UsualCreation = 100;
+/// GNOME's program has its interfaces before it knows the screens. Until then it asks the user although the token is
+/// valid, and the token is lost.
+constexpr auto LearningTime = std::chrono::milliseconds(300);
 
 } // namespace
 
@@ -27,6 +32,9 @@ PortalScreenCast::PortalScreenCast(std::shared_ptr<PortalConnection> portal, con
     , m_options(options)
     , m_events(std::move(events))
 {
+    m_learning.setSingleShot(true);
+    m_learning.setInterval(LearningTime);
+    m_learning.callOnTimeout(this, [this] { selectSources(); });
     begin();
 }
 
@@ -39,6 +47,7 @@ void PortalScreenCast::begin()
         fail(PortalEnd::unreachable);
         return;
     }
+    m_creating.start();
     m_portal->registry().whenRegistered(this, m_options.timeLimit, [this] { readProperties(); });
 }
 
@@ -69,7 +78,7 @@ void PortalScreenCast::createSession()
                                                                        .token = PortalConnection::uniqueToken(),
                                                                        .others = {},
                                                                        .timeLimit = m_options.timeLimit},
-                                                PortalSession::Events{.onCreated = [this] { selectSources(); },
+                                                PortalSession::Events{.onCreated = [this] { sessionCreated(); },
                                                                       .onFailed = [this](PortalEnd end) { fail(end); },
                                                                       .onClosed =
                                                                           [this] {
@@ -83,6 +92,15 @@ void PortalScreenCast::createSession()
                                                                                   fail(PortalEnd::failed);
                                                                               }
                                                                           }});
+}
+
+void PortalScreenCast::sessionCreated()
+{
+    if (m_creating.hasExpired(UsualCreation)) {
+        m_learning.start();
+    } else {
+        selectSources();
+    }
 }
 
 QVariantMap PortalScreenCast::sourceOptions()
@@ -174,6 +192,7 @@ void PortalScreenCast::fail(PortalEnd end)
     if (m_hasEnded) {
         return;
     }
+    m_learning.stop();
     m_request.reset();
     m_session.reset();
     const auto hasLostPortal = end == PortalEnd::vanished || end == PortalEnd::unreachable;
@@ -181,6 +200,7 @@ void PortalScreenCast::fail(PortalEnd end)
         if (m_properties.isEmpty()) {
             begin();
         } else {
+            m_creating.start();
             createSession();
         }
         return;

@@ -6,6 +6,9 @@
 #include "platform/portal/PortalSession.h"
 #include "platform/portal/RestoreToken.h"
 
+#include <QElapsedTimer>
+#include <QTimer>
+
 namespace quelto {
 
 enum class ScreenCastCursor { hidden, embedded };
@@ -57,6 +60,7 @@ private:
     void begin();
     void readProperties();
     void createSession();
+    void sessionCreated();
     void selectSources();
     void start();
     void openRemote(const ScreenCastNode& node);
@@ -73,6 +77,10 @@ private:
     std::unique_ptr<PortalSession> m_session;
     /// The present step, if it is a request.
     std::unique_ptr<PortalRequest> m_request;
+    /// Since the first call of the portal.
+    QElapsedTimer m_creating;
+    /// Gives a program that has just started time to learn of its screens.
+    QTimer m_learning;
     bool m_hasRestarted = false;
     bool m_hasEnded = false;
 };

@@ -26,7 +26,7 @@ PortalSession::PortalSession(std::shared_ptr<PortalConnection> portal, const Opt
                                                            .options = others,
                                                            .timeLimit = options.timeLimit,
                                                            .answer = PortalAnswer::byPortal,
-                                                           .retry = PortalRetry::once},
+                                                           .retry = PortalRetry::whileStarting},
                                                 [this](const PortalResponse& response) { read(response); });
 }
 

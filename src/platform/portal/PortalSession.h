@@ -9,7 +9,7 @@ namespace quelto {
 
 /// A session of the portal: what the user allows lasts as long as it. Destruction closes it.
 ///
-/// Some portals fail to create the first session after the program behind them was restarted, so that is tried twice.
+/// Some portals fail to create a session while the program behind them starts, so that is tried again for a while.
 ///
 /// Thread: main. Errors: none; onFailed tells them.
 class PortalSession final : public QObject {

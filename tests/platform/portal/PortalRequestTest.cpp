@@ -234,7 +234,7 @@ TEST_F(PortalRequestTest, EndsWithThePortal)
 TEST_F(PortalRequestTest, IsRepeatedWhenThePortalComesBack)
 {
     behave({{.reply = Reply::none, .response = Response::none}});
-    sendAndWaitForPortal(call(ByPortal, PortalRetry::once));
+    sendAndWaitForPortal(call(ByPortal, PortalRetry::whileStarting));
     endPortal();
     // The second attempt has found no portal by then.
     QTest::qWait(100);
@@ -247,31 +247,63 @@ TEST_F(PortalRequestTest, IsRepeatedWhenThePortalComesBack)
 TEST_F(PortalRequestTest, IsRepeatedWhenThePortalIsReplacedAtOnce)
 {
     behave({{.response = Response::none}});
-    sendAndWaitForPortal(call(ByPortal, PortalRetry::once));
+    sendAndWaitForPortal(call(ByPortal, PortalRetry::whileStarting));
     endPortal();
     startPortal();
     EXPECT_TRUE(waitFor([this] { return ends == QList{PortalEnd::confirmed}; }));
     EXPECT_EQ(portal->count("Ask"), 1);
 }
 
-TEST_F(PortalRequestTest, IsRepeatedOnce)
+TEST_F(PortalRequestTest, IsRepeatedOnceIfThePortalCannotBeReached)
 {
-    behave({{.code = 2}});
-    sendAndWait(call(ByPortal, PortalRetry::once));
-    EXPECT_EQ(ends, QList{PortalEnd::failed});
-    EXPECT_EQ(portal->count("Ask"), 2);
-    ends.clear();
     const auto noReply = QStringLiteral("org.freedesktop.DBus.Error.NoReply");
     behave({{.reply = Reply::error, .error = noReply}, {}});
-    sendAndWait(call(ByPortal, PortalRetry::once));
+    sendAndWait(call(ByPortal, PortalRetry::whileStarting));
     EXPECT_EQ(ends, QList{PortalEnd::confirmed});
+    EXPECT_EQ(portal->count("Ask"), 2);
+    ends.clear();
+    behave({{.reply = Reply::error, .error = noReply}});
+    sendAndWait(call(ByPortal, PortalRetry::whileStarting));
+    EXPECT_EQ(ends, QList{PortalEnd::unreachable});
     EXPECT_EQ(portal->count("Ask"), 4);
+}
+
+TEST_F(PortalRequestTest, IsRepeatedWhileTheProgramBehindThePortalStarts)
+{
+    behave({{.code = 2}, {.code = 2}, {.code = 2}, {.code = 2}, {}});
+    sendAndWait(call(ByPortal, PortalRetry::whileStarting));
+    EXPECT_EQ(ends, QList{PortalEnd::confirmed});
+    EXPECT_EQ(portal->count("Ask"), 5);
+}
+
+TEST_F(PortalRequestTest, MayFailForHalfOfItsTimeLimit)
+{
+    behave({{.code = 2}});
+    auto ask = call(ByPortal, PortalRetry::whileStarting);
+    ask.timeLimit = 1000ms;
+    QElapsedTimer timer;
+    timer.start();
+    sendAndWait(ask);
+    EXPECT_EQ(ends, QList{PortalEnd::failed});
+    EXPECT_GE(timer.elapsed(), 500);
+    EXPECT_GT(portal->count("Ask"), 1);
+}
+
+TEST_F(PortalRequestTest, MayEndBetweenTwoAttempts)
+{
+    behave({{.code = 2}});
+    sendAndWaitForPortal(call(ByPortal, PortalRetry::whileStarting));
+    receiveAll();
+    request.reset();
+    QTest::qWait(300);
+    EXPECT_EQ(ends, QList<PortalEnd>());
+    EXPECT_EQ(portal->count("Ask"), 1);
 }
 
 TEST_F(PortalRequestTest, IsNotRepeatedIfThePortalRefuses)
 {
     behave({{.reply = Reply::error, .error = QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod")}});
-    sendAndWait(call(ByPortal, PortalRetry::once));
+    sendAndWait(call(ByPortal, PortalRetry::whileStarting));
     EXPECT_EQ(ends, QList{PortalEnd::refused});
     EXPECT_EQ(portal->count("Ask"), 1);
 }
@@ -279,7 +311,7 @@ TEST_F(PortalRequestTest, IsNotRepeatedIfThePortalRefuses)
 TEST_F(PortalRequestTest, ThePortalMayStayAway)
 {
     behave({{.reply = Reply::none, .response = Response::none}});
-    auto ask = call(ByPortal, PortalRetry::once);
+    auto ask = call(ByPortal, PortalRetry::whileStarting);
     ask.timeLimit = 300ms;
     sendAndWaitForPortal(ask);
     endPortal();
@@ -292,7 +324,7 @@ TEST_F(PortalRequestTest, ThePortalMayStayAway)
 TEST_F(PortalRequestTest, WithoutAPortalItEndsAtOnce)
 {
     endPortal();
-    sendAndWait(call(ByPortal, PortalRetry::once));
+    sendAndWait(call(ByPortal, PortalRetry::whileStarting));
     EXPECT_EQ(ends, QList{PortalEnd::unreachable});
     ends.clear();
     connection = std::make_shared<PortalConnection>(QDBusConnection(QStringLiteral("no bus")));

@@ -58,6 +58,16 @@ protected:
                                      .onFailed = [this](PortalEnd end) { ends.append(end); },
                                      .onClosed = [this] { ++closed; }});
     }
+    /// The portal needs as long for the session as if the program behind it had to start.
+    void createSlowly()
+    {
+        behave("CreateSession", {{.response = Response::none}});
+        open();
+        ASSERT_TRUE(waitFor([this] { return portal->count("CreateSession") == 1; }));
+        QTest::qWait(150);
+        portal->respond(0, {{QStringLiteral("session_handle"), portal->session()}});
+        receiveAll();
+    }
     bool waitForEnd()
     {
         return waitFor([this] { return !started.empty() || !ends.isEmpty(); });
@@ -105,6 +115,27 @@ TEST_F(PortalScreenCastTest, AsksForOneMonitorThatMayBeRestored)
     open(ScreenCastCursor::hidden);
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(sourceOptions().value(QStringLiteral("cursor_mode")), 1U);
+}
+
+TEST_F(PortalScreenCastTest, AProgramThatHasJustStartedGetsTimeToLearnOfItsScreens)
+{
+    createSlowly();
+    EXPECT_EQ(portal->count("SelectSources"), 0);
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(started.size(), 1U);
+    EXPECT_GT(timer.elapsed(), 200);
+}
+
+TEST_F(PortalScreenCastTest, MayBeClosedBeforeTheScreenIsChosen)
+{
+    createSlowly();
+    portal->emitSignal(portal->session(), "org.freedesktop.portal.Session", "Closed", {});
+    ASSERT_TRUE(waitForEnd());
+    QTest::qWait(400);
+    EXPECT_EQ(ends, QList{PortalEnd::failed});
+    EXPECT_EQ(portal->count("SelectSources"), 0);
 }
 
 TEST_F(PortalScreenCastTest, LeavesOutWhatThePortalDoesNotKnow)
@@ -176,7 +207,7 @@ TEST_F(PortalScreenCastTest, EachStepMayFail)
 {
     for (const auto* method : {"CreateSession", "SelectSources", "Start"}) {
         behave(method, {{.code = 2}});
-        open();
+        open(ScreenCastCursor::embedded, 200ms);
         ASSERT_TRUE(waitForEnd());
         EXPECT_EQ(ends, QList{PortalEnd::failed}) << method;
         behave(method, {{.reply = Reply::error, .error = QStringLiteral("org.freedesktop.DBus.Error.AccessDenied")}});
