@@ -4,6 +4,8 @@
 #include "platform/ActivationToken.h"
 
 #include <QDBusPendingCallWatcher>
+#include <QDeadlineTimer>
+#include <QThread>
 #include <QTimer>
 
 namespace quelto {
@@ -19,8 +21,9 @@ constexpr uchar NormalUrgency = 1;
 /// Some desktops hold all others back while a window covers the screen. Such a notification stays until it is closed.
 constexpr uchar CriticalUrgency = 2;
 constexpr int DefaultTimeout = -1;
-/// The longest wait for each answer before the program ends.
+/// The longest wait for the server before the program ends.
 constexpr int AnswerMilliseconds = 2000;
+constexpr unsigned long AnswerCheckMilliseconds = 5;
 /// Close reason: the notification expired.
 constexpr uint Expired = 1;
 
@@ -93,14 +96,16 @@ FreedesktopNotifications::FreedesktopNotifications(const QDBusConnection& bus, O
                   SLOT(onClosed(uint, uint, QDBusMessage)));
 }
 
-void FreedesktopNotifications::asyncCall(const QDBusMessage& call,
-                                         std::function<void(const QDBusMessage& reply)> onReply)
+QDBusPendingCall FreedesktopNotifications::asyncCall(const QDBusMessage& call,
+                                                     std::function<void(const QDBusMessage& reply)> onReply)
 {
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    const QDBusPendingCall answer = m_bus.asyncCall(call);
+    auto* watcher = new QDBusPendingCallWatcher(answer, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, onReply = std::move(onReply)] {
         watcher->deleteLater();
         onReply(watcher->reply());
     });
+    return answer;
 }
 
 void FreedesktopNotifications::show(const DesktopNotification& notification)
@@ -193,26 +198,48 @@ void FreedesktopNotifications::saveOpen() const
 void FreedesktopNotifications::send(const DesktopNotification& notification)
 {
     Shown& shown = m_shown[notification.id];
-    if (shown.isBeingSent) {
+    if (shown.isBeingSent()) {
         shown.next = notification;
         return;
     }
-    shown.isBeingSent = true;
     shown.server = m_server;
     const auto call = notifyCall(notification, shown.isClosed ? 0U : shown.serverId, m_bodyFormat);
     shown.notification = notification;
     shown.time = QDateTime::currentDateTimeUtc();
-    asyncCall(call, [this, id = notification.id](const QDBusMessage& reply) { onSent(id, reply); });
+    shown.answer = asyncCall(call, [this, id = notification.id](const QDBusMessage& reply) { onSent(id, reply); });
 }
 
 FreedesktopNotifications::~FreedesktopNotifications()
 {
+    waitForAnswers();
     // Some servers show a notification of their urgency until somebody closes it.
     for (const auto& shown : std::as_const(m_shown)) {
         if (isMomentary(shown.notification)) {
             close(shown);
         }
     }
+}
+
+void FreedesktopNotifications::waitForAnswers()
+{
+    // Not QDBusPendingCall::waitForFinished(): with a server that hangs it would wait for 25 s.
+    const QDeadlineTimer limit(AnswerMilliseconds);
+    while (!receiveAnswers() && !limit.hasExpired()) {
+        QThread::msleep(AnswerCheckMilliseconds);
+    }
+}
+
+bool FreedesktopNotifications::receiveAnswers()
+{
+    bool isComplete = true;
+    for (const QString& id : m_shown.keys()) {
+        const std::optional<QDBusPendingCall> answer = m_shown[id].answer;
+        if (answer && answer->isFinished()) {
+            onSent(id, answer->reply());
+        }
+        isComplete &= !m_shown.value(id).isBeingSent();
+    }
+    return isComplete;
 }
 
 void FreedesktopNotifications::onSent(const QString& id, const QDBusMessage& reply)
@@ -250,7 +277,7 @@ void FreedesktopNotifications::closeAfterDisplayTime(const QString& id)
 
 void FreedesktopNotifications::close(const Shown& shown)
 {
-    if (!shown.isBeingSent && !shown.isClosed) {
+    if (!shown.isBeingSent() && !shown.isClosed) {
         auto call = methodCall(QStringLiteral("CloseNotification"));
         call << shown.serverId;
         m_bus.send(call);
@@ -263,7 +290,7 @@ void FreedesktopNotifications::resetServerState()
     m_bodyFormat.reset();
     for (auto shown = m_shown.begin(); shown != m_shown.end();) {
         shown->serverId = 0;
-        shown = shown->isBeingSent ? std::next(shown) : m_shown.erase(shown);
+        shown = shown->isBeingSent() ? std::next(shown) : m_shown.erase(shown);
     }
     saveOpen();
 }
@@ -307,7 +334,7 @@ void FreedesktopNotifications::onClosed(uint serverId, uint reason, const QDBusM
         return;
     }
     Shown& shown = m_shown[*id];
-    if (reason == Expired || shown.isBeingSent) {
+    if (reason == Expired || shown.isBeingSent()) {
         shown.isClosed = true;
     } else {
         m_shown.remove(*id);

@@ -6,6 +6,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 #include <QHash>
 
@@ -36,6 +37,8 @@ public:
     explicit FreedesktopNotifications(const QDBusConnection& bus = QDBusConnection::sessionBus(),
                                       OpenNotifications open = OpenNotifications());
 
+    /// Waits for the server's answers to what was just sent, two seconds at most: without its server id, a notification
+    /// can neither be stored nor closed.
     ~FreedesktopNotifications() override;
     FreedesktopNotifications(const FreedesktopNotifications&) = delete;
     FreedesktopNotifications& operator=(const FreedesktopNotifications&) = delete;
@@ -61,21 +64,27 @@ private:
         uint serverId = 0;
         /// Closed on the screen, so it cannot be replaced. A list of past notifications may still offer its action.
         bool isClosed = false;
-        bool isBeingSent = false;
+        /// While it is being sent.
+        std::optional<QDBusPendingCall> answer = {};
         /// What is shown, and since when.
         DesktopNotification notification = {};
         QDateTime time = {};
         /// Waits until the previous notification has a server id, which is needed to replace it.
-        std::optional<DesktopNotification> next;
+        std::optional<DesktopNotification> next = {};
+
+        bool isBeingSent() const { return answer.has_value(); }
     };
 
     /// Asks the server for its capabilities, and then the bus for the server's unique name.
     void requestServer();
     void onCapabilities(const QDBusMessage& reply);
     void onServerName(const QDBusMessage& reply);
-    void asyncCall(const QDBusMessage& call, std::function<void(const QDBusMessage& reply)> onReply);
+    QDBusPendingCall asyncCall(const QDBusMessage& call, std::function<void(const QDBusMessage& reply)> onReply);
     void showInherited();
     void send(const DesktopNotification& notification);
+    void waitForAnswers();
+    /// Returns whether no answer is outstanding.
+    bool receiveAnswers();
     void onSent(const QString& id, const QDBusMessage& reply);
     void closeAfterDisplayTime(const QString& id);
     void close(const Shown& shown);

@@ -10,6 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <thread>
+
 namespace quelto::test {
 
 inline const QString Closed = QStringLiteral("NotificationClosed");
@@ -56,6 +59,16 @@ protected:
             ASSERT_TRUE(QTest::qWaitFor([&] { return hasReplied; }));
             QTest::qWait(20);
         }
+    }
+
+    /// Ends the program while a notification is being sent. The server answers a little later.
+    void endBeforeTheAnswer(FakeNotificationServer& server)
+    {
+        const std::jthread answer([&server] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            server.sendDelayedReplies();
+        });
+        m_notifications.reset();
     }
 
     QDBusConnection m_bus = newConnection();

@@ -277,6 +277,32 @@ TEST_F(NotificationsAfterARestart, ClickOnTheOneThatIsTakenOverIsReported)
     EXPECT_EQ(server.calls.size(), 3) << "it was clicked";
 }
 
+TEST_F(NotificationsAfterARestart, ProgramThatEndsBeforeTheAnswerWaitsForIt)
+{
+    FakeNotificationServer server;
+    server.isDelayingReplies = true;
+    showOn(server, lasting(QStringLiteral("one")));
+    ASSERT_TRUE(store().load().isEmpty());
+    endBeforeTheAnswer(server);
+    restart();
+    ASSERT_EQ(server.calls.size(), 2);
+    EXPECT_EQ(server.calls[1].replaces, 1U);
+    server.click(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !m_clicks.isEmpty(); }));
+}
+
+TEST_F(NotificationsAfterARestart, ServerThatNeverAnswersDoesNotKeepTheProgramFromEnding)
+{
+    FakeNotificationServer server;
+    server.isDelayingReplies = true;
+    showOn(server, lasting(QStringLiteral("one")));
+    QElapsedTimer time;
+    time.start();
+    m_notifications.reset();
+    EXPECT_LT(time.elapsed(), 10'000);
+    EXPECT_TRUE(store().load().isEmpty());
+}
+
 TEST_F(NotificationsAfterARestart, SurvivesASecondRestart)
 {
     const FakeNotificationServer server;

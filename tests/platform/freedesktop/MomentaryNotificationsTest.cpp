@@ -59,6 +59,16 @@ TEST_F(MomentaryNotificationsTest, EndsWithTheProgram)
     EXPECT_EQ(server.closed, QList<uint>{1});
 }
 
+TEST_F(MomentaryNotificationsTest, EndsWithAProgramThatEndsBeforeTheAnswer)
+{
+    FakeNotificationServer server;
+    server.isDelayingReplies = true;
+    showOn(server, momentary(QStringLiteral("saved"), std::chrono::seconds(60)));
+    endBeforeTheAnswer(server);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !server.closed.isEmpty(); }));
+    EXPECT_EQ(server.closed, QList<uint>{1});
+}
+
 TEST_F(MomentaryNotificationsTest, ThatTheUserClosedIsNotClosedAgain)
 {
     const FakeNotificationServer server;
