@@ -18,6 +18,13 @@ LEAGUE_PORT = 2999
 DOTA_PORT = 37231
 
 
+def wait_for_stored_matches(folder):
+    """The matches in the program's data folder, newest first. The file is written in the background."""
+    path = folder / "matches.json"
+    desktop.wait_until(path.exists, 5, "the matches to be stored")
+    return json.loads(path.read_text())
+
+
 class League:
     """The HTTPS server of the League client during a match, with its own match clock.
 

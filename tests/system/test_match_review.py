@@ -32,8 +32,7 @@ class MatchReviewTest(window.WindowTest):
 
     def matches(self):
         """The stored matches, newest first."""
-        path = self.data / "matches.json"
-        return json.loads(path.read_text()) if path.exists() else []
+        return games.wait_for_stored_matches(self.data)
 
     def wait_for_page(self, program, page):
         desktop.wait_until(lambda: program.get("Page") == page, 5, f"page {page}; it is {program.get('Page')}")
@@ -132,7 +131,8 @@ class AfterAMatch(MatchReviewTest):
         for path in (clips[0], clips[2]):
             self.trash.restore(path)
         self.wait_for_clips_on_page(5)
-        self.assertEqual(sorted(self.matches()[0]["clips"]), sorted(map(str, clips)))
+        desktop.wait_until(lambda: sorted(self.matches()[0]["clips"]) == sorted(map(str, clips)), 5,
+                           "all clips to be stored in the match")
 
     def test_notification_opens_the_review_after_a_restart(self):
         program = self.start(autoClipEnabled=True)

@@ -61,7 +61,7 @@ class Moments(desktop.DesktopTest):
             self.assertLessEqual(marker - seen, seconds[1], name)
 
     def stored_match(self):
-        matches = json.loads((self.data / "matches.json").read_text())
+        matches = games.wait_for_stored_matches(self.data)
         self.assertEqual(len(matches), 1)
         return matches[0]
 
